@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QList>
+#include <QPair>
+#include <QString>
+#include <QStringList>
+
+/// The commands of the program. Each prints what it has to say and returns the exit status: 0 done, 1 it failed,
+/// with one line on standard error that says what and where.
+namespace app {
+
+/// Creates the project file `project` from the text form in `modelFile`, or replaces its model.
+int importModel(const QString & modelFile, const QString & projectFile);
+/// Prints the text form of a project.
+int dumpProject(const QString & projectFile);
+/// Stores the state of a project as a new version.
+int tagProject(const QString & projectFile, const QString & message);
+/// Lists the versions of a project.
+int logVersions(const QString & projectFile);
+
+struct export_request
+{
+    QString projectFile;
+    QString pluginName; ///< name of the plug-in, or a path of its file; empty for the only one found
+    bool answerYes = false;
+    QList<QPair<QString, QString>> pluginOptions; ///< "--Plugin_option" and its value
+};
+/// Runs an export plug-in on a project. Needs a QApplication.
+int exportProject(const export_request & request);
+/// Lists the plug-ins found, with their description and command-line help. Needs a QApplication.
+int listPlugins();
+
+/// Writes `text` as one line to standard error, with line ends and control characters made harmless.
+void printError(const QString & text);
+/// Writes `text` and a line end to standard output.
+void printLine(const QString & text);
+
+} // namespace app

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "korvane_global.h"
+#include "zk/zk_bool.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace model {
+class project;
+}
+
+/// The text form of a project: JSON that people write by hand and keep under version control.
+namespace storage::text_form {
+
+/// Reads `text` into the empty `project`.
+///
+/// @param sourceName name of the text in messages, its file name
+/// @param existing the stored project that the text replaces, or null: absent ids and entity versions follow
+/// it A failure is one line "source: place: reason".
+KORVANE_EXPORT zk::ZkBool read(const QByteArray & text, const QString & sourceName,
+                               const model::project * existing, model::project & project);
+
+/// The text form of `project` with every id and version, ending with a line end.
+[[nodiscard]] KORVANE_EXPORT QByteArray write(const model::project & project);
+
+} // namespace storage::text_form

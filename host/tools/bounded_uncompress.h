@@ -1,0 +1,16 @@
+#pragma once
+
+#include "korvane_global.h"
+
+#include <QByteArray>
+
+namespace tools {
+
+/// What qUncompress() gives for `compressed`, but with bounded memory.
+///
+/// Empty when the data is damaged, when its header claims more than `limit` bytes (refused before memory is
+/// taken), or when it holds more than the header claims.
+[[nodiscard]] KORVANE_EXPORT QByteArray boundedUncompress(const QByteArray & compressed,
+                                                          qsizetype limit = qsizetype(512) * 1024 * 1024);
+
+} // namespace tools

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "korvane_global.h"
+
+#include <QHash>
+#include <QList>
+#include <QMainWindow>
+#include <QString>
+
+namespace view {
+
+/// What a plug-in may ask of the host's main window. A command-line run has one that is never shown.
+class KORVANE_EXPORT main_wnd : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit main_wnd(QWidget * parent = nullptr);
+    ~main_wnd() override;
+
+    /// The values given on the host's command line for the option `name` ("--Plugin_option"), in order; empty
+    /// when the option was not given.
+    [[nodiscard]] QList<QString> getAppArg(const QString & name) const { return m_args.value(name); }
+    /// Appends one value of the option `name`.
+    void addAppArg(const QString & name, const QString & value) { m_args[name].append(value); }
+
+private:
+    QHash<QString, QList<QString>> m_args;
+};
+
+} // namespace view

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "zk/zk_bool.h"
+#include "zk/zk_collection.h"
+
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+namespace model {
+class project;
+class entity;
+class property;
+class relationship;
+} // namespace model
+
+namespace tools {
+class custom_javascript;
+}
+
+namespace plugin {
+
+class ddl_export;
+
+/// Turns one project into DDL SQL script files: decides which scripts are written, what is visited in which
+/// order, and how names and types are formed. A dialect supplies the statement texts.
+///
+/// Every statement generator returns one statement, or a short run of them, without a line end at its end;
+/// the empty text when there is nothing to say for its arguments.
+class ddl_export_builder : public QObject
+{
+    Q_OBJECT
+
+public:
+    using type_mapping = zk::ZkCollection<QString, QString>;
+
+    /// @param plugin source of all settings, not owned
+    explicit ddl_export_builder(ddl_export * plugin);
+    ~ddl_export_builder() override;
+
+    /// Writes the scripts that the plug-in's settings ask for. A failure carries the message to show; scripts
+    /// completed before it stay on disk.
+    zk::ZkBool build(model::project & project);
+
+Q_SIGNALS:
+    /// Progress (`type` 1) and errors (`type` 3), to be shown for `timeout` milliseconds.
+    void onMessage(const QString & msg, int type, int timeout);
+
+public:
+    /// The dialect's default C++-type to SQL-type list.
+    [[nodiscard]] virtual type_mapping getDefaultListTypeMapping() const = 0;
+
+protected:
+    [[nodiscard]] virtual QString exportBegin() const = 0;
+    [[nodiscard]] virtual QString exportEnd() const = 0;
+    /// Short name of the dialect, a part of the script file names.
+    [[nodiscard]] virtual QString getBuilderName() const = 0;
+    /// SQL type without any mapping: for numbers (`numeric`) or for everything else.
+    [[nodiscard]] virtual QString getDefaultSqlPropertyType(bool numeric) const = 0;
+    /// Also registers the entity's link tables in m_lstExtraTable and its indexed properties in m_lstIndex.
+    virtual QString createTable(std::shared_ptr<model::entity> entity) = 0;
+    virtual QString addConstraintFKInCreateTable(std::shared_ptr<model::entity> entity) = 0;
+    virtual QString dropTable(std::shared_ptr<model::entity> entity) = 0;
+    virtual QString renameTable(std::shared_ptr<model::entity> previous,
+                                std::shared_ptr<model::entity> current) = 0;
+    virtual QString addColumn(std::shared_ptr<model::property> property) = 0;
+    virtual QString dropColumn(std::shared_ptr<model::property> property) = 0;
+    virtual QString renameColumn(std::shared_ptr<model::property> previous,
+                                 std::shared_ptr<model::property> current) = 0;
+    virtual QString addForeignKey(std::shared_ptr<model::relationship> relationship) = 0;
+    virtual QString dropForeignKey(std::shared_ptr<model::relationship> relationship) = 0;
+    virtual QString createIndex(std::shared_ptr<model::property> property) = 0;
+    virtual QString dropIndex(std::shared_ptr<model::property> property) = 0;
+    virtual QString createExtraTable(std::shared_ptr<model::relationship> relationship) = 0;
+
+    /// Writes the schema of `project` as one script, if the schema mode asks for it or `firstVersion` is set.
+    zk::ZkBool buildSchemaFull(model::project & project, bool firstVersion);
+    /// Writes one script per tagged version of `project`, if the schema mode asks for it.
+    zk::ZkBool buildSchemaEvolution(model::project & project);
+    /// Writes the script that leads from `previous` to `current`, whose version number is `version`.
+    zk::ZkBool buildSchemaEvolutionCompare(std::shared_ptr<model::project> previous,
+                                           std::shared_ptr<model::project> current, int version);
+
+    /// Whether the entity gets a table: not when its meta-data "DDL_EXPORT_CREATE_TABLE" is "0" or "false".
+    [[nodiscard]] bool canCreateTable(std::shared_ptr<model::entity> entity) const;
+    [[nodiscard]] QString getSqlName(const QString & name) const;
+    [[nodiscard]] QString getSqlTableName(std::shared_ptr<model::entity> entity, bool quoted) const;
+    /// @param index column of a multi-column property (0-based), -1 for the property as a whole
+    [[nodiscard]] QString getSqlColumnName(std::shared_ptr<model::property> property, int index,
+                                           bool quoted) const;
+    /// @param current whether the property's entity is looked up in the current or in the previous project
+    [[nodiscard]] QString getSqlPrimaryKeyName(std::shared_ptr<model::property> property, bool current) const;
+    [[nodiscard]] QString getSqlForeignKeyName(std::shared_ptr<model::relationship> relationship) const;
+    [[nodiscard]] QString getSqlIndexName(std::shared_ptr<model::property> property, bool current,
+                                          int index) const;
+    [[nodiscard]] QString getSqlPropertyType(std::shared_ptr<model::property> property, int index) const;
+
+    ddl_export * m_pPlugin = nullptr;
+    type_mapping m_lstTypeMapping;
+    zk::ZkCollection<QString, std::shared_ptr<model::relationship>> m_lstExtraTable;
+    zk::ZkCollection<long, std::shared_ptr<model::property>> m_lstIndex;
+    model::project * m_pCurrentProject = nullptr;
+    model::project * m_pPreviousProject = nullptr;
+    std::shared_ptr<tools::custom_javascript> m_pCustomScript;
+    bool m_bAlterTableForeignKey = true;
+    int m_iMaxSqlNameLength = -1;
+    QString m_sSqlNameDelimiter;
+};
+
+} // namespace plugin

@@ -1,0 +1,218 @@
+#include "plugin/ddl_export.h"
+
+#include "plugin/builder/ddl_export_builder_factory.h"
+
+#include "context/ctx_global.h"
+#include "context/ctx_project.h"
+#include "model/project.h"
+#include "tools/custom_javascript.h"
+#include "tools/wait_cursor.h"
+#include "view/main_wnd.h"
+
+#include <QDir>
+#include <QFile>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QTextStream>
+
+namespace plugin {
+
+namespace {
+
+/// The command-line options override the stored settings once in the life of the process.
+bool commandLineIsPending = true;
+
+} // namespace
+
+ddl_export::ddl_export() = default;
+ddl_export::~ddl_export() = default;
+
+QString ddl_export::getGuid() const
+{
+    return QStringLiteral("713A034E-3F7A-422A-BC81-22132DA57110");
+}
+
+QString ddl_export::getName() const
+{
+    return QStringLiteral("KorvGenericDDLExport");
+}
+
+QString ddl_export::getShortDesc() const
+{
+    return tr("Export to DDL SQL script file");
+}
+
+QString ddl_export::getDescription() const
+{
+    return tr("This plugin exports current opened project to a DDL SQL script file.");
+}
+
+QString ddl_export::getVersion() const
+{
+    return QStringLiteral("1.1.7");
+}
+
+QString ddl_export::getCommandLineInfos() const
+{
+    return tr("\n  !!! Note : this plugin loads automatically previous parameters values before starting the "
+              "export "
+              "process, but you can use following parameters to override them !!!") +
+           tr("\n  --KorvGenericDDLExport_path=\"<Export Path>\" : [Optional] DDL export path parameter") +
+           tr("\n  --KorvGenericDDLExport_db_type=<numeric value> : [Optional] Database type (0=default, "
+              "1=sqlite, 2=mysql, 3=postgresql, 4=oracle, 5=mssqlserver)") +
+           tr("\n  --KorvGenericDDLExport_relation_as_fk=0/1 : [Optional] Export relationships as foreign "
+              "keys in "
+              "database") +
+           tr("\n  --KorvGenericDDLExport_schema_type=<numeric value> : [Optional] Way to export database "
+              "schema "
+              "(0=full, 1=evolution, 2=full_and_evolution)") +
+           tr("\n  --KorvGenericDDLExport_custom_javacript=\"<Custom JS>\" : [Optional] Custom script "
+              "(javascript "
+              "file) to change the default behaviour of the export process");
+}
+
+QIcon ddl_export::getIcon() const
+{
+    return QIcon(QStringLiteral(":/ddl_export/images/ddl_export.png"));
+}
+
+QIcon ddl_export::getIconSettings() const
+{
+    return getIcon();
+}
+
+bool ddl_export::hasSettings() const
+{
+    return true;
+}
+
+bool ddl_export::showSettings()
+{
+    return false;
+}
+
+QWidget * ddl_export::getPreviewWidget()
+{
+    return nullptr;
+}
+
+void ddl_export::terminate()
+{
+    export_interface::terminate();
+}
+
+std::shared_ptr<ddl_export_builder> ddl_export::getBuilder(database_type db)
+{
+    return createBuilder(db, this);
+}
+
+zk::ZkBool ddl_export::exportProject(model::project & project)
+{
+    if (const QSqlError error = loadSettings(); error.isValid()) {
+        return zk::ZkBool::failure(tr("Error loading plugin settings : ") + error.text());
+    }
+    if (project.getName().isEmpty()) {
+        return zk::ZkBool::failure(tr("Cannot export project to DDL file : project name is empty"));
+    }
+    applyCommandLine();
+    zk::ZkBool result(false);
+    if (!makeSureExportPathExists(project, result)) {
+        return result;
+    }
+    if (result = prepareCustomScript(); !result) {
+        return result;
+    }
+    const tools::wait_cursor cursor;
+    const std::shared_ptr<ddl_export_builder> builder = getBuilder(getDatabaseType());
+    if (!builder) {
+        return zk::ZkBool::failure(tr("Cannot create a builder to generate DDL SQL script"));
+    }
+    connect(builder.get(), &ddl_export_builder::onMessage, this, &ddl_export::onMessage);
+    return builder->build(project);
+}
+
+void ddl_export::applyCommandLine()
+{
+    const view::main_wnd * const wnd = context::ctx_global::getMainWnd();
+    if (!commandLineIsPending || !wnd) {
+        return;
+    }
+    commandLineIsPending = false;
+    const auto given = [wnd](const char * option) {
+        const QList<QString> values =
+            wnd->getAppArg(QStringLiteral("--KorvGenericDDLExport_") + QString::fromLatin1(option));
+        return values.isEmpty() ? QString() : values.constFirst();
+    };
+    if (const QString path = given("path"); !path.isEmpty()) {
+        setDDLExportPath(path);
+    }
+    if (const QString db = given("db_type"); !db.isEmpty()) {
+        setDatabaseType(static_cast<database_type>(db.toInt()));
+    }
+    if (const QString relations = given("relation_as_fk"); !relations.isEmpty()) {
+        setExportRelationships(relations == QStringLiteral("1"));
+    }
+    if (const QString schema = given("schema_type"); !schema.isEmpty()) {
+        setExportDatabaseSchema(static_cast<export_db_schema>(schema.toInt()));
+    }
+    if (const QString script = given("custom_javacript"); !script.isEmpty()) {
+        setCustomScriptFile(script);
+    }
+}
+
+bool ddl_export::exportPathExists() const
+{
+    return !m_settings.path.isEmpty() && QDir().exists(getDDLExportPath(true));
+}
+
+/// Asks to create a missing export folder, else lets the user choose one in the settings. False, with
+/// `result` set, when there is nothing to export into.
+bool ddl_export::makeSureExportPathExists(model::project & project, zk::ZkBool & result)
+{
+    if (!m_settings.path.isEmpty() && !exportPathExists()) {
+        const QString resolved = getDDLExportPath(true);
+        const QMessageBox::StandardButton answer =
+            QMessageBox::question(nullptr, QStringLiteral("Korvane - ") + getName(),
+                                  tr("Export directory '%1' doesn't exist.\nDo you want to create it and "
+                                     "start the export process ?")
+                                      .arg(resolved),
+                                  QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
+        if (answer == QMessageBox::Yes) {
+            QDir().mkpath(resolved);
+        }
+    }
+    if (!exportPathExists()) {
+        setDDLExportPath(project.getLocation());
+        if (!showSettings()) {
+            setDDLExportPath(QString());
+            result = zk::ZkBool::success();
+            return false;
+        }
+    }
+    if (!exportPathExists()) {
+        result = zk::ZkBool::failure(
+            tr("Export path to create DDL SQL script doesn't exist : '%1'").arg(m_settings.path));
+        return false;
+    }
+    return true;
+}
+
+zk::ZkBool ddl_export::prepareCustomScript()
+{
+    const auto isDebugging = [this] { return getCustomScript() && getCustomScript()->isDebugging(); };
+    if (!isDebugging()) {
+        setCustomScript(nullptr);
+    }
+    if (!m_settings.customScript.isEmpty() && !isDebugging()) {
+        setCustomScript(std::make_shared<tools::custom_javascript>());
+        if (const zk::ZkBool loaded = getCustomScript()->initEngine(m_settings.customScript, this); !loaded) {
+            return loaded;
+        }
+    }
+    if (getCustomScript() && !isDebugging() && QGuiApplication::keyboardModifiers() == Qt::ShiftModifier) {
+        return getCustomScript()->runDebugger();
+    }
+    return zk::ZkBool::success();
+}
+
+} // namespace plugin

@@ -1,0 +1,113 @@
+#pragma once
+
+#include "plugin/export_interface.h"
+#include "zk/zk_collection.h"
+
+#include <QMap>
+#include <QString>
+
+#include <memory>
+
+namespace plugin {
+
+class ddl_export_builder;
+
+/// The export plug-in: turns the current project into DDL SQL scripts for one database.
+///
+/// It holds the settings of the export, keeps them in the project's database, and drives a builder that
+/// writes the scripts.
+class ddl_export : public export_interface
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "KorvGenericDDLExport" FILE "ddl_export.json")
+
+public:
+    /// Target database. The numbers are stored and given on the command line.
+    enum database_type : int
+    {
+        db_default = 0,
+        db_sqlite = 1,
+        db_mysql = 2,
+        db_postgresql = 3,
+        db_oracle = 4,
+        db_mssqlserver = 5
+    };
+    /// Which scripts are built. The numbers are stored and given on the command line.
+    enum export_db_schema : int
+    {
+        full = 0,
+        evolution = 1,
+        full_and_evolution = 2
+    };
+
+    using type_mapping = zk::ZkCollection<QString, QString>;
+
+    ddl_export();
+    ~ddl_export() override;
+
+    [[nodiscard]] QString getGuid() const override;
+    [[nodiscard]] QString getName() const override;
+    [[nodiscard]] QString getShortDesc() const override;
+    [[nodiscard]] QString getDescription() const override;
+    [[nodiscard]] QString getVersion() const override;
+    [[nodiscard]] QString getCommandLineInfos() const override;
+    [[nodiscard]] QIcon getIcon() const override;
+    [[nodiscard]] QIcon getIconSettings() const override;
+    [[nodiscard]] bool hasSettings() const override;
+    bool showSettings() override;
+    QSqlError saveSettings() override;
+    QSqlError loadSettings() override;
+    void clearSettings() override;
+    QWidget * getPreviewWidget() override;
+    void terminate() override;
+    zk::ZkBool exportProject(model::project & project) override;
+
+    /// Folder that receives the scripts: as stored, or with `resolve` taken relative to the project file's
+    /// folder.
+    [[nodiscard]] QString getDDLExportPath(bool resolve) const;
+    void setDDLExportPath(const QString & path) { m_settings.path = path; }
+    [[nodiscard]] database_type getDatabaseType() const { return m_settings.databaseType; }
+    void setDatabaseType(database_type db) { m_settings.databaseType = db; }
+    [[nodiscard]] export_db_schema getExportDatabaseSchema() const { return m_settings.schema; }
+    void setExportDatabaseSchema(export_db_schema schema) { m_settings.schema = schema; }
+    /// Path of the user's JavaScript file, empty for none.
+    [[nodiscard]] QString getCustomScriptFile() const { return m_settings.customScript; }
+    void setCustomScriptFile(const QString & file) { m_settings.customScript = file; }
+    /// Whether relationships become foreign keys.
+    [[nodiscard]] bool getExportRelationships() const { return m_settings.relationships; }
+    void setExportRelationships(bool b) { m_settings.relationships = b; }
+
+    /// The C++-type to SQL-type list of `db`; the dialect's defaults, which are then kept, when it has none.
+    [[nodiscard]] type_mapping getListTypeMappingByDb(database_type db);
+    /// Replaces the list of `db`; an empty one brings the dialect's defaults back.
+    void setListTypeMappingByDb(database_type db, const type_mapping & list);
+
+    /// A new builder for `db`, owned by the caller; the generic one for a number outside the enumeration.
+    [[nodiscard]] std::shared_ptr<ddl_export_builder> getBuilder(database_type db);
+
+protected:
+    /// Reads the text file `fileName` into `content`, which keeps its value when the file cannot be opened or
+    /// is empty.
+    void readFile(const QString & fileName, QString & content) const;
+
+private:
+    struct settings
+    {
+        QString path;
+        database_type databaseType = db_sqlite;
+        QMap<int, type_mapping> mappings;
+        export_db_schema schema = full;
+        QString customScript;
+        bool relationships = false;
+    };
+
+    void applyStoredParam(const QString & key, const QVariant & value);
+    void applyCommandLine();
+    bool makeSureExportPathExists(model::project & project, zk::ZkBool & result);
+    [[nodiscard]] bool exportPathExists() const;
+    zk::ZkBool prepareCustomScript();
+
+    settings m_settings;
+};
+
+} // namespace plugin
