@@ -4,7 +4,6 @@
 #include "model/project.h"
 #include "storage/project_file.h"
 #include "tools/bounded_uncompress.h"
-#include "tools/custom_javascript.h"
 #include "zk/zk_serialization.h"
 #include "zk/zk_session.h"
 #include "zk/zk_sql_database.h"
@@ -55,22 +54,4 @@ QVariantList model::plugin_params::zkBind() const
 QByteArray tools::boundedUncompress(const QByteArray &, qsizetype)
 {
     return {};
-}
-// --- script engine
-class tools::custom_javascript::impl
-{
-};
-tools::custom_javascript::custom_javascript() = default;
-tools::custom_javascript::~custom_javascript() = default;
-zk::ZkBool tools::custom_javascript::initEngine(const QString &, plugin::base_interface *)
-{
-    return zk::ZkBool(false);
-}
-zk::ZkBool tools::custom_javascript::runDebugger()
-{
-    return zk::ZkBool(false);
-}
-bool tools::custom_javascript::isDebugging() const
-{
-    return false;
 }
