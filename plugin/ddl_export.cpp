@@ -7,6 +7,7 @@
 #include "model/project.h"
 #include "tools/custom_javascript.h"
 #include "tools/wait_cursor.h"
+#include "view/ddl_export_settings.h"
 #include "view/main_wnd.h"
 
 #include <QDir>
@@ -88,7 +89,10 @@ bool ddl_export::hasSettings() const
 
 bool ddl_export::showSettings()
 {
-    return false;
+    view::ddl_export_settings dialog(context::ctx_global::getMainWnd());
+    dialog.setModal(true);
+    dialog.init(this);
+    return dialog.exec() != 0;
 }
 
 QWidget * ddl_export::getPreviewWidget()

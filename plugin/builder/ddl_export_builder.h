@@ -7,9 +7,11 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 namespace model {
 class project;
+class project_historic;
 class entity;
 class property;
 class relationship;
@@ -22,6 +24,7 @@ class custom_javascript;
 namespace plugin {
 
 class ddl_export;
+class ddl_export_script;
 
 /// Turns one project into DDL SQL script files: decides which scripts are written, what is visited in which
 /// order, and how names and types are formed. A dialect supplies the statement texts.
@@ -106,6 +109,50 @@ protected:
     bool m_bAlterTableForeignKey = true;
     int m_iMaxSqlNameLength = -1;
     QString m_sSqlNameDelimiter;
+
+private:
+    using list_of_tables = std::vector<std::shared_ptr<model::entity>>;
+
+    static zk::ZkBool noPluginFailure();
+    /// The project in which getSqlPrimaryKeyName() and getSqlIndexName() look an entity up; may be null.
+    [[nodiscard]] const model::project * projectForNames(bool current) const;
+    /// The entities that get a table, in order.
+    [[nodiscard]] list_of_tables
+    tablesOf(const zk::ZkCollection<long, std::shared_ptr<model::entity>> & entities) const;
+
+    [[nodiscard]] std::unique_ptr<ddl_export_script> newScript(const QString & projectName,
+                                                               const QString & suffix, const QString & title);
+    zk::ZkBool writeBegin(ddl_export_script & script);
+    zk::ZkBool writeTable(ddl_export_script & script, const std::shared_ptr<model::entity> & entity);
+    zk::ZkBool writeLinkTables(ddl_export_script & script);
+    zk::ZkBool writeIndexes(ddl_export_script & script);
+    zk::ZkBool writeIndex(ddl_export_script & script, const std::shared_ptr<model::property> & property,
+                          model::entity * entity);
+    zk::ZkBool writeForeignKeys(ddl_export_script & script, const list_of_tables & tables);
+    /// Writes nothing for a relationship that has no foreign key of its own.
+    zk::ZkBool writeForeignKey(ddl_export_script & script, const std::shared_ptr<model::entity> & entity,
+                               const std::shared_ptr<model::relationship> & relationship);
+    zk::ZkBool writeEnd(ddl_export_script & script, const QString & projectName);
+
+    struct entity_change;
+    struct property_change;
+    zk::ZkBool writeDroppedTables(ddl_export_script & script, const list_of_tables & previous);
+    zk::ZkBool writeTableChanges(ddl_export_script & script, const entity_change & change);
+    zk::ZkBool writeDroppedColumns(ddl_export_script & script, const entity_change & change);
+    zk::ZkBool writeColumnChanges(ddl_export_script & script, const entity_change & change,
+                                  const property_change & property);
+    zk::ZkBool writeColumnStep(ddl_export_script & script, const entity_change & change,
+                               const property_change & property);
+    zk::ZkBool writeForeignKeyChanges(ddl_export_script & script, const entity_change & change);
+
+    zk::ZkBool restoreTag(const model::project_historic & tag, const QString & fileName);
+    /// Writes the script that leads to the version `tag`; `previous` is the version before it, and becomes
+    /// this one.
+    zk::ZkBool buildTaggedVersion(const model::project_historic & tag, const QString & temp,
+                                  const model::project & project, int version,
+                                  std::shared_ptr<model::project> & previous);
+
+    QString m_sExportPath; ///< resolved once, as the scripts of one build belong into one folder
 };
 
 } // namespace plugin

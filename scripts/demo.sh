@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Builds the program and exports the sample project for every database.
+#
+# usage: demo.sh [FOLDER]     FOLDER receives the project and the scripts (default: out)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/install_dependencies.sh
+cmake --preset release >/dev/null
+cmake --build --preset release --target korvane KorvGenericDDLExport
+
+folder=${1:-out}
+mkdir -p "$folder"
+folder=$(cd "$folder" && pwd)
+export KORVANE=$PWD/build/release/bin/korvane
+samples/build_festival.sh "$folder"
+for number in 0 1 2 3 4 5; do
+    "$KORVANE" export "$folder/festival.korv" -y --KorvGenericDDLExport_path="$folder/sql" \
+        --KorvGenericDDLExport_db_type=$number --KorvGenericDDLExport_schema_type=2 \
+        --KorvGenericDDLExport_relation_as_fk=1 >"$folder/export_$number.log"
+done
+echo
+echo "The scripts:"
+ls -1 "$folder"/sql/*.sql
+echo
+echo "From version 2 to version 3, for PostgreSQL ($folder/sql/festival_postgresql_db_schema_v2_to_v3.sql):"
+echo
+cat "$folder/sql/festival_postgresql_db_schema_v2_to_v3.sql"

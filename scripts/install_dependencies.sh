@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Installs the Debian 12 packages that are missing: what the build needs, and with "test" what the tests need.
+set -euo pipefail
+
+build=(build-essential cmake ninja-build ccache mold qt6-base-dev qt6-declarative-dev qt6-svg-dev
+    libqt6sql6-sqlite libboost-serialization-dev libcli11-dev nlohmann-json3-dev libsqlite3-dev zlib1g-dev)
+tests=(clang-format git libqt6sql6-mysql libqt6sql6-psql mariadb-server postgresql-15 sqlite3)
+
+packages=("${build[@]}")
+if [ "${1:-}" = test ]; then
+    packages+=("${tests[@]}")
+fi
+missing=()
+for package in "${packages[@]}"; do
+    state=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+    if [ "$state" != installed ]; then
+        missing+=("$package")
+    fi
+done
+if [ ${#missing[@]} -eq 0 ]; then
+    exit 0
+fi
+echo "Installing: ${missing[*]}"
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+    as_root=(sudo)
+fi
+"${as_root[@]}" apt-get update -qq
+# No server is to be started by its package: the tests start private ones.
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

@@ -1,0 +1,261 @@
+#include "view/ddl_export_settings.h"
+
+#include "view/ddl_export_type_mapping.h"
+
+#include "plugin/ddl_export.h"
+
+#include "context/ctx_global.h"
+#include "context/ctx_project.h"
+#include "tools/custom_javascript.h"
+#include "tools/wait_cursor.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QShortcut>
+#include <QUrl>
+
+using plugin::ddl_export;
+
+namespace view {
+
+namespace {
+
+QString resolved(const QString & path)
+{
+    return context::ctx_project::getSingleton().getPathFromProjectFile(path);
+}
+
+} // namespace
+
+ddl_export_settings::ddl_export_settings(QWidget * parent, Qt::WindowFlags flags) : QDialog(parent, flags)
+{
+    setupUi(this);
+    m_pTypeMapping = std::make_shared<ddl_export_type_mapping>(m_lstTypeMapping, m_grpTypeMapping,
+                                                               m_grpTypeMapping->title());
+    fillDatabaseTypes();
+
+    connect(m_btnOk, &QPushButton::clicked, this, &ddl_export_settings::doBtnOk);
+    connect(m_btnCancel, &QPushButton::clicked, this, &ddl_export_settings::close);
+    connect(m_btnFileLocation, &QPushButton::clicked, this, &ddl_export_settings::doBtnFileLocation);
+    connect(m_btnCustomScriptLocation, &QPushButton::clicked, this,
+            &ddl_export_settings::doBtnCustomScriptLocation);
+    connect(m_btnDebugCustomScript, &QPushButton::clicked, this,
+            &ddl_export_settings::doBtnDebugCustomScript);
+    connect(m_cboDatabaseType, &QComboBox::currentIndexChanged, this,
+            &ddl_export_settings::doCboDatabaseTypeChanged);
+    connect(m_btnRestoreDefaultTypeMapping, &QPushButton::clicked, this,
+            &ddl_export_settings::doBtnRestoreDefaultTypeMapping);
+    connect(m_btnHelpManual, &QPushButton::clicked, this, &ddl_export_settings::doClickBtnHelpManual);
+    auto * const help = new QShortcut(QKeySequence(Qt::Key_F1), this);
+    connect(help, &QShortcut::activated, this, &ddl_export_settings::doClickBtnHelpManual);
+}
+
+ddl_export_settings::~ddl_export_settings() = default;
+
+void ddl_export_settings::fillDatabaseTypes()
+{
+    m_cboDatabaseType->addItem(QStringLiteral("SQLite"), static_cast<int>(ddl_export::db_sqlite));
+    m_cboDatabaseType->addItem(QStringLiteral("MySQL"), static_cast<int>(ddl_export::db_mysql));
+    m_cboDatabaseType->addItem(QStringLiteral("PostgreSQL"), static_cast<int>(ddl_export::db_postgresql));
+    m_cboDatabaseType->addItem(QStringLiteral("Oracle"), static_cast<int>(ddl_export::db_oracle));
+    m_cboDatabaseType->addItem(QStringLiteral("MS SQL Server"), static_cast<int>(ddl_export::db_mssqlserver));
+}
+
+void ddl_export_settings::init(ddl_export * p)
+{
+    m_pPlugin = p;
+    if (p) {
+        p->loadSettings();
+    }
+    m_txtFileLocation->setText(p ? QDir::toNativeSeparators(p->getDDLExportPath(false)) : QString());
+    // What the combo box announces while it is set up is shown by loadTypeMapping() below.
+    const QSignalBlocker quiet(m_cboDatabaseType);
+    m_cboDatabaseType->setCurrentIndex(p ? m_cboDatabaseType->findData(static_cast<int>(p->getDatabaseType()))
+                                         : -1);
+    showSchema(p ? static_cast<int>(p->getExportDatabaseSchema()) : static_cast<int>(ddl_export::full));
+    m_txtCustomScript->setText(p ? QDir::toNativeSeparators(p->getCustomScriptFile()) : QString());
+    m_chkRelationships->setChecked(p && p->getExportRelationships());
+    loadTypeMapping();
+}
+
+void ddl_export_settings::showSchema(int schema)
+{
+    const std::pair<int, QRadioButton *> options[] = {
+        {ddl_export::full, m_optSchemaFull},
+        {ddl_export::evolution, m_optSchemaEvolution},
+        {ddl_export::full_and_evolution, m_optSchemaFullAndEvolution}};
+    for (const auto & [value, button] : options) {
+        // An exclusive button cannot be unchecked, and an unknown mode checks none.
+        button->setAutoExclusive(false);
+        button->setChecked(value == schema);
+        button->setAutoExclusive(true);
+    }
+}
+
+int ddl_export_settings::checkedSchema() const
+{
+    if (m_optSchemaFull->isChecked()) {
+        return ddl_export::full;
+    }
+    if (m_optSchemaEvolution->isChecked()) {
+        return ddl_export::evolution;
+    }
+    return m_optSchemaFullAndEvolution->isChecked() ? ddl_export::full_and_evolution : ddl_export::full;
+}
+
+int ddl_export_settings::selectedDatabase() const
+{
+    return m_cboDatabaseType->currentData().toInt();
+}
+
+void ddl_export_settings::loadTypeMapping()
+{
+    if (m_pPlugin && m_pTypeMapping) {
+        const auto db = static_cast<ddl_export::database_type>(selectedDatabase());
+        m_pTypeMapping->setListOfTypeMapping(m_pPlugin->getListTypeMappingByDb(db));
+        m_pTypeMapping->fill();
+    }
+}
+
+void ddl_export_settings::resizeEvent(QResizeEvent * event)
+{
+    QDialog::resizeEvent(event);
+    if (m_pTypeMapping) {
+        m_pTypeMapping->resizeTableWidget();
+    }
+}
+
+void ddl_export_settings::doCboDatabaseTypeChanged(int)
+{
+    const tools::wait_cursor cursor;
+    loadTypeMapping();
+}
+
+void ddl_export_settings::doBtnRestoreDefaultTypeMapping()
+{
+    const tools::wait_cursor cursor;
+    if (m_pPlugin && m_pTypeMapping) {
+        m_pPlugin->setListTypeMappingByDb(static_cast<ddl_export::database_type>(selectedDatabase()), {});
+        loadTypeMapping();
+    }
+}
+
+void ddl_export_settings::doBtnFileLocation()
+{
+    QFileDialog dialog(this, QString(), QString(), QString());
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly, true);
+    dialog.setOption(QFileDialog::DontUseNativeDialog, false);
+    const QString typed = m_txtFileLocation->text();
+    if (!typed.isEmpty() && QDir(typed).exists()) {
+        dialog.setDirectory(typed);
+    }
+    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+        m_txtFileLocation->setText(
+            QDir::toNativeSeparators(QDir(dialog.selectedFiles().constFirst()).absolutePath()));
+    }
+}
+
+void ddl_export_settings::doBtnCustomScriptLocation()
+{
+    QFileDialog dialog(this, QString(), QString(), QString());
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+        m_txtCustomScript->setText(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
+    }
+}
+
+void ddl_export_settings::warn(const QString & text)
+{
+    QMessageBox::warning(this, m_pPlugin ? m_pPlugin->getName() : QString(), text, QMessageBox::Ok);
+}
+
+void ddl_export_settings::doBtnDebugCustomScript()
+{
+    const QString typed = m_txtCustomScript->text();
+    if (typed.isEmpty()) {
+        warn(QStringLiteral("Cannot debug custom script : custom script file location is empty"));
+        return;
+    }
+    if (!QFileInfo::exists(resolved(typed))) {
+        warn(tr("Cannot debug custom script : custom script file '%1' doesn't exist").arg(typed));
+        return;
+    }
+    if (!m_pPlugin) {
+        return;
+    }
+    m_pPlugin->setCustomScript(nullptr);
+    const auto engine = std::make_shared<tools::custom_javascript>();
+    if (const zk::ZkBool loaded = engine->initEngine(typed, m_pPlugin); !loaded) {
+        warn(loaded.getDesc());
+        return;
+    }
+    if (const zk::ZkBool started = engine->runDebugger(); !started) {
+        warn(started.getDesc());
+        return;
+    }
+    m_pPlugin->setCustomScript(engine);
+    QMessageBox::information(
+        this, m_pPlugin->getName(),
+        tr("A new debugger window has been attached to the DDL SQL export process ('KorvGenericDDLExport' "
+           "plugin) :\n") +
+            tr("  1- save your settings and close this settings window ;\n") +
+            tr("  2- execute the export process : you will be able to debug your custom javascript (putting a "
+               "breakpoint for example).\n\n") +
+            tr("Note : debugger process is automatically detached from the DDL SQL export process when closing "
+               "the debugger window.") +
+            tr("\n\nOther note : another way to start the debugger is to press the SHIFT key on the keyboard "
+               "when executing the export process."),
+        QMessageBox::Ok);
+}
+
+void ddl_export_settings::doClickBtnHelpManual()
+{
+    QDesktopServices::openUrl(
+        QUrl(context::ctx_global::getAppHelpManualUrl() + QStringLiteral("#ddl_export_settings"),
+             QUrl::TolerantMode));
+}
+
+/// False, after a warning, when a folder or file that the user typed is not there.
+bool ddl_export_settings::checkInput()
+{
+    const QString folder = m_txtFileLocation->text();
+    if (!QFileInfo(resolved(folder)).isDir()) {
+        warn(tr("Directory doesn't exist : '%1'").arg(folder));
+        return false;
+    }
+    const QString script = m_txtCustomScript->text();
+    if (!script.isEmpty() && !QFileInfo::exists(resolved(script))) {
+        warn(tr("Custom script file doesn't exist : '%1'").arg(script));
+        return false;
+    }
+    return true;
+}
+
+void ddl_export_settings::doBtnOk()
+{
+    const tools::wait_cursor cursor;
+    if (!m_pPlugin || !checkInput()) {
+        return;
+    }
+    m_pPlugin->setCustomScriptFile(QDir::fromNativeSeparators(m_txtCustomScript->text()));
+    const auto db = static_cast<ddl_export::database_type>(selectedDatabase());
+    m_pPlugin->setDatabaseType(db);
+    m_pPlugin->setDDLExportPath(QDir::fromNativeSeparators(m_txtFileLocation->text()));
+    m_pPlugin->setExportDatabaseSchema(static_cast<ddl_export::export_db_schema>(checkedSchema()));
+    m_pPlugin->setExportRelationships(m_chkRelationships->isChecked());
+    if (m_pTypeMapping) {
+        m_pTypeMapping->file();
+        m_pPlugin->setListTypeMappingByDb(db, m_pTypeMapping->getListOfTypeMapping());
+    }
+    if (const QSqlError error = m_pPlugin->saveSettings(); error.isValid()) {
+        warn(tr("Error saving plugin settings : ") + error.text());
+        return;
+    }
+    accept();
+}
+
+} // namespace view

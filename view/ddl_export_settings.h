@@ -1,0 +1,54 @@
+#pragma once
+
+#include "ui_wnd_ddl_export_settings.h"
+
+#include <QDialog>
+
+#include <memory>
+
+namespace plugin {
+class ddl_export;
+}
+
+namespace view {
+
+class ddl_export_type_mapping;
+
+/// The settings dialog of the plug-in: edits, checks and stores everything that an export needs to know.
+class ddl_export_settings : public QDialog, private Ui::wnd_ddl_export_settings
+{
+    Q_OBJECT
+
+public:
+    explicit ddl_export_settings(QWidget * parent = nullptr, Qt::WindowFlags flags = Qt::WindowFlags());
+    ~ddl_export_settings() override;
+
+    /// Shows the stored settings of `p` (not owned, may be null); the dialog writes into it on OK.
+    void init(plugin::ddl_export * p);
+
+protected:
+    void resizeEvent(QResizeEvent * event) override;
+
+protected Q_SLOTS:
+    void doBtnOk();
+    void doBtnFileLocation();
+    void doBtnCustomScriptLocation();
+    void doBtnDebugCustomScript();
+    void doClickBtnHelpManual();
+    void doCboDatabaseTypeChanged(int index);
+    void doBtnRestoreDefaultTypeMapping();
+
+private:
+    void fillDatabaseTypes();
+    void showSchema(int schema);
+    [[nodiscard]] int checkedSchema() const;
+    [[nodiscard]] int selectedDatabase() const;
+    void loadTypeMapping();
+    [[nodiscard]] bool checkInput();
+    void warn(const QString & text);
+
+    plugin::ddl_export * m_pPlugin = nullptr;
+    std::shared_ptr<ddl_export_type_mapping> m_pTypeMapping;
+};
+
+} // namespace view
