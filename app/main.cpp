@@ -1,35 +1,83 @@
-// Stands in for the command line until it is there.
-#include "app/commands.h"
+#include "app/command_line.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
-#include <cstdio>
+#include <csignal>
+#include <memory>
 
-void app::printError(const QString & text)
+namespace {
+
+int run(const app::command_line & line)
 {
-    std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+    using app::command_line;
+    switch (line.command) {
+    case command_line::print:
+        app::printLine(line.text);
+        return 0;
+    case command_line::wrong:
+        if (!line.help.isEmpty()) {
+            app::printLine(line.help);
+        }
+        app::printError(line.text);
+        return 2;
+    case command_line::import:
+        return app::importModel(line.modelFile, line.projectFile);
+    case command_line::dump:
+        return app::dumpProject(line.projectFile);
+    case command_line::tag:
+        return app::tagProject(line.projectFile, line.message);
+    case command_line::log:
+        return app::logVersions(line.projectFile);
+    case command_line::export_project:
+        return app::exportProject(line.request);
+    case command_line::plugins:
+        return app::listPlugins();
+    }
+    return 2;
 }
 
-void app::printLine(const QString & text)
+QtMessageHandler formerHandler = nullptr;
+
+/// Starting the windowing part of Qt complains about a folder that only a desktop session has; what a command
+/// writes to standard error is for its own failures.
+void withoutSessionComplaints(QtMsgType type, const QMessageLogContext & context, const QString & text)
 {
-    std::printf("%s\n", qUtf8Printable(text));
+    if (!text.startsWith(QLatin1String("QStandardPaths: "))) {
+        formerHandler(type, context, text);
+    }
 }
+
+/// Plug-ins use widgets, which need no display for a command.
+std::unique_ptr<QCoreApplication> makeApplication(int & argc, char ** argv, bool withPlugins)
+{
+    if (!withPlugins) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    formerHandler = qInstallMessageHandler(withoutSessionComplaints);
+    auto application = std::make_unique<QApplication>(argc, argv);
+    qInstallMessageHandler(nullptr);
+    // A question is the only window there is while it is shown: answering it must not end the program.
+    QApplication::setQuitOnLastWindowClosed(false);
+    return application;
+}
+
+} // namespace
 
 int main(int argc, char ** argv)
 {
-    const QCoreApplication application(argc, argv);
-    const QStringList args = QCoreApplication::arguments();
-    if (args.size() < 3) {
-        return 2;
+    // A reader that goes away ("korvane dump x.korv | head") is noticed at the next write.
+    std::signal(SIGPIPE, SIG_IGN);
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments << QString::fromLocal8Bit(argv[i]);
     }
-    if (args.at(1) == QStringLiteral("import") && args.size() == 4) {
-        return app::importModel(args.at(2), args.at(3));
-    }
-    if (args.at(1) == QStringLiteral("dump")) {
-        return app::dumpProject(args.at(2));
-    }
-    if (args.at(1) == QStringLiteral("tag")) {
-        return app::tagProject(args.at(2), args.value(4));
-    }
-    return args.at(1) == QStringLiteral("log") ? app::logVersions(args.at(2)) : 2;
+    const app::command_line line = app::parseCommandLine(arguments);
+    const bool withPlugins =
+        line.command == app::command_line::export_project || line.command == app::command_line::plugins;
+    int ownArguments = 1; // the rest is ours, Qt's own options are none of this program
+    const std::unique_ptr<QCoreApplication> application = makeApplication(ownArguments, argv, withPlugins);
+    return app::finishOutput(run(line));
 }
