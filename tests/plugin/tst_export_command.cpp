@@ -134,7 +134,8 @@ void tst_export_command::settingsThatCannotBeLoaded()
 {
     const support::stored_project stored(ShopText);
     probe p;
-    p.loadError = QSqlError(QStringLiteral("driver says"), QStringLiteral("database says"));
+    p.loadError =
+        QSqlError(QStringLiteral("driver says"), QStringLiteral("database says"), QSqlError::ConnectionError);
     stored.project().setName(QString());
     const zk::ZkBool result = p.exportProject(stored.project());
     QVERIFY(!result);
@@ -227,6 +228,7 @@ void tst_export_command::acceptedDialogWithoutFolder()
     QVERIFY(!result);
     QCOMPARE(result.getDesc(),
              QStringLiteral("Export path to create DDL SQL script doesn't exist : 'not/there'"));
+    p.setDDLExportPath(QString());
     p.pathFromDialog = QStringLiteral("");
     QCOMPARE(p.exportProject(stored.project()).getDesc(),
              QStringLiteral("Export path to create DDL SQL script doesn't exist : ''"));

@@ -57,12 +57,13 @@ void tst_identity::commandLineHelp()
 void tst_identity::icons()
 {
     const plugin::ddl_export p;
-    const QImage expected(QStringLiteral(":/ddl_export/images/ddl_export.png"));
-    QVERIFY(!expected.isNull());
-    const QSize size = expected.size();
-    QCOMPARE(p.getIcon().pixmap(size).toImage().convertToFormat(QImage::Format_ARGB32),
-             expected.convertToFormat(QImage::Format_ARGB32));
-    QCOMPARE(p.getIconSettings().pixmap(size).toImage(), p.getIcon().pixmap(size).toImage());
+    const QImage file(QStringLiteral(":/ddl_export/images/ddl_export.png"));
+    QVERIFY(!file.isNull());
+    const auto imageOf = [&file](const QIcon & icon) { return icon.pixmap(file.size()).toImage(); };
+    const QImage expected = imageOf(QIcon(QStringLiteral(":/ddl_export/images/ddl_export.png")));
+    QVERIFY(expected != imageOf(QIcon(QStringLiteral(":/ddl_export/images/ok.png"))));
+    QCOMPARE(imageOf(p.getIcon()), expected);
+    QCOMPARE(imageOf(p.getIconSettings()), expected);
 }
 
 void tst_identity::iconImagesExist_data()

@@ -295,7 +295,8 @@ void tst_settings::savingTwiceKeepsOneRecordPerKey()
     QVERIFY(!p.saveSettings().isValid());
     const QList<row> rows = storedRows(stored.file());
     QCOMPARE(rows.size(), 6);
-    QCOMPARE(QSet<QString>(keys(rows).begin(), keys(rows).end()).size(), 6);
+    const QStringList storedKeys = keys(rows);
+    QCOMPARE(QSet<QString>(storedKeys.begin(), storedKeys.end()).size(), 6);
     QCOMPARE(rows[0].value, QStringLiteral("elsewhere"));
 }
 

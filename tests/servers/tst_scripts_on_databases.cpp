@@ -276,23 +276,22 @@ void tst_scripts_on_databases::refusals_data()
     QTest::newRow("unique text") << R"({"name": "mail", "type": "QString", "unique": true})"
                                  << "" << none;
     QTest::newRow("unique text with a length")
-        << R"({"name": "mail", "type": "QString", "unique": true, "forceSqlType": "VARCHAR(200)"
-})" << "" << none;
+        << R"x({"name": "mail", "type": "QString", "unique": true, "forceSqlType": "VARCHAR(200)"})x"
+        << "" << none;
     QTest::newRow("indexed text shorter than 255")
-        << R"({"name": "mail", "type": "QString", "index": true, "forceSqlType": "VARCHAR(80)"
-})" << ""
-        << QList<int>{2};
-QTest::newRow("indexed bytes") << R"({"name": "picture", "type": "QByteArray", "index": true})"
-                               << "" << QList<int>{2};
-QTest::newRow("table named by a reserved word") << R"({"name": "id", "type": "long", "identifier": true})"
-                                                << "order" << QList<int>{1, 3};
-QTest::newRow("column named by a reserved word") << R"({"name": "group", "type": "int"})"
-                                                 << "" << QList<int>{1, 3};
-QTest::newRow("ordinary property of several columns")
-    << R"({"name": "place", "columnName": "x|y", "type": "double"})"
-    << "" << QList<int>{1, 3};
-QTest::newRow("entity without columns") << R"({"name": "cache", "type": "int", "transient": true})"
-                                        << "" << QList<int>{1, 2};
+        << R"x({"name": "mail", "type": "QString", "index": true, "forceSqlType": "VARCHAR(80)"})x"
+        << "" << QList<int>{2};
+    QTest::newRow("indexed bytes") << R"({"name": "picture", "type": "QByteArray", "index": true})"
+                                   << "" << none;
+    QTest::newRow("table named by a reserved word") << R"({"name": "id", "type": "long", "identifier": true})"
+                                                    << "order" << QList<int>{1, 3};
+    QTest::newRow("column named by a reserved word") << R"({"name": "group", "type": "int"})"
+                                                     << "" << QList<int>{1, 3};
+    QTest::newRow("ordinary property of several columns")
+        << R"({"name": "place", "columnName": "x|y", "type": "double"})"
+        << "" << QList<int>{1, 3};
+    QTest::newRow("entity without columns") << R"({"name": "cache", "type": "int", "transient": true})"
+                                            << "" << QList<int>{1, 2};
 }
 
 void tst_scripts_on_databases::refusals()

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 
 namespace support {
@@ -24,7 +25,8 @@ public:
             text = box->text();
             icon = box->icon();
             buttons = box->standardButtons();
-            defaultIsYes = box->defaultButton() && box->defaultButton() == box->button(QMessageBox::Yes);
+            const QAbstractButton * const byDefault = box->defaultButton();
+            defaultIsYes = byDefault && byDefault == box->button(QMessageBox::Yes);
             hadParent = box->parentWidget() != nullptr;
             box->button(answer)->click();
         });
