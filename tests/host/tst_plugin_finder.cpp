@@ -78,12 +78,12 @@ private Q_SLOTS:
 
         const QString empty = writeFile(dir.filePath(QStringLiteral("empty.so")), "");
         QVERIFY(!loaded_plugin::load(empty, why));
-        QVERIFY2(why.getDesc().startsWith(empty + ": this is no plug-in: "), qPrintable(why.getDesc()));
+        QCOMPARE(why.getDesc(), empty + ": this is no plug-in: it is empty");
 
         QFile whole(AskingPlugin);
         QVERIFY(whole.open(QIODevice::ReadOnly));
         const QByteArray bytes = whole.readAll();
-        const QString cut = writeFile(dir.filePath(QStringLiteral("cut.so")), bytes.left(bytes.size() / 2));
+        const QString cut = writeFile(dir.filePath(QStringLiteral("cut.so")), bytes.left(2000));
         QVERIFY(!loaded_plugin::load(cut, why));
         QVERIFY(!why.getValue());
         QVERIFY2(why.getDesc().startsWith(cut + ": "), qPrintable(why.getDesc()));
