@@ -1,7 +1,10 @@
 // The plug-in as a built module: its metadata, its entry points, the life of its object, and its load trace.
 
-#include "plugin/ddl_export.h"
+#include "context/ctx_project.h"
+#include "model/project.h"
 #include "plugin/export_interface.h"
+#include "storage/project_file.h"
+#include "zk/zk_sql_database.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -11,6 +14,8 @@
 #include <QPointer>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QSqlQuery>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -46,7 +51,47 @@ private:
         return process.readAllStandardError();
     }
 
+    /// Makes a new, empty project in `file` the current one.
+    static void makeCurrent(const QString & file)
+    {
+        const auto project = std::make_shared<model::project>(1);
+        project->setName(QStringLiteral("shop"));
+        project->setFileName(file);
+        if (storage::project_file::write(file, *project).isValid()) {
+            qFatal("cannot write %s", qPrintable(file));
+        }
+        context::ctx_project::getSingleton().setProject(project);
+    }
+    static void storeDatabaseType(int type)
+    {
+        QSqlQuery query(context::ctx_project::getSingleton().getDatabase());
+        query.prepare(
+            QStringLiteral("INSERT INTO t_plugin_params (plugin_guid, param_key, param_value) "
+                           "VALUES ('713A034E-3F7A-422A-BC81-22132DA57110', 'DDL_EXPORT_DATABASE_TYPE', ?)"));
+        query.addBindValue(type);
+        if (!query.exec()) {
+            qFatal("cannot store a setting");
+        }
+    }
+    /// The database type that `plugin` saves to the current project.
+    static QVariant savedDatabaseType(plugin::export_interface & plugin)
+    {
+        if (plugin.saveSettings().isValid()) {
+            return {};
+        }
+        QSqlQuery query(QStringLiteral("SELECT param_value FROM t_plugin_params "
+                                       "WHERE param_key = 'DDL_EXPORT_DATABASE_TYPE'"),
+                        context::ctx_project::getSingleton().getDatabase());
+        return query.next() ? query.value(0) : QVariant();
+    }
+
 private Q_SLOTS:
+    void cleanup()
+    {
+        context::ctx_project::getSingleton().setProject(nullptr);
+        zk::ZkSqlDatabase::clearAllDatabases();
+    }
+
     void metadataIsExactlyThis()
     {
         QPluginLoader loader(PluginFile);
@@ -94,13 +139,19 @@ private Q_SLOTS:
         auto * const first = qobject_cast<plugin::export_interface *>(object);
         QVERIFY(first);
         // A setting shows whether an object is fresh: the address may be the same.
-        static_cast<plugin::ddl_export *>(first)->setDatabaseType(plugin::ddl_export::db_oracle);
+        QTemporaryDir dir;
+        makeCurrent(dir.filePath(QStringLiteral("oracle.korv")));
+        storeDatabaseType(4);
+        QVERIFY(!first->loadSettings().isValid());
+        makeCurrent(dir.filePath(QStringLiteral("used.korv")));
+        QCOMPARE(savedDatabaseType(*first), QVariant(4));
         const QPointer<QObject> guard = object;
         delete object;
         QVERIFY(!guard);
         auto * const second = qobject_cast<plugin::export_interface *>(loader.instance());
         QVERIFY(second);
-        QCOMPARE(static_cast<plugin::ddl_export *>(second)->getDatabaseType(), plugin::ddl_export::db_sqlite);
+        makeCurrent(dir.filePath(QStringLiteral("fresh.korv")));
+        QCOMPARE(savedDatabaseType(*second), QVariant(1));
         QCOMPARE(otherLoader.instance(), static_cast<QObject *>(second));
         second->terminate();
         delete second;
