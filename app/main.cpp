@@ -38,11 +38,13 @@ int run(const app::command_line & line)
 
 QtMessageHandler formerHandler = nullptr;
 
-/// Starting the windowing part of Qt complains about a folder that only a desktop session has; what a command
-/// writes to standard error is for its own failures.
+/// Drops what Qt says about the session and the display that a command does without: what a command writes to
+/// standard error is for its own failures.
 void withoutSessionComplaints(QtMsgType type, const QMessageLogContext & context, const QString & text)
 {
-    if (!text.startsWith(QLatin1String("QStandardPaths: "))) {
+    const bool isAboutSession = text.startsWith(QLatin1String("QStandardPaths: ")) ||
+                                text == QLatin1String("This plugin does not support propagateSizeHints()");
+    if (!isAboutSession) {
         formerHandler(type, context, text);
     }
 }
@@ -58,7 +60,6 @@ std::unique_ptr<QCoreApplication> makeApplication(int & argc, char ** argv, bool
     }
     formerHandler = qInstallMessageHandler(withoutSessionComplaints);
     auto application = std::make_unique<QApplication>(argc, argv);
-    qInstallMessageHandler(nullptr);
     // A question is the only window there is while it is shown: answering it must not end the program.
     QApplication::setQuitOnLastWindowClosed(false);
     return application;

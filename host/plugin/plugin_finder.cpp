@@ -43,6 +43,9 @@ std::unique_ptr<loaded_plugin> loaded_plugin::load(const QString & file, zk::ZkB
     if (!info.isFile()) {
         return refuse(why, file, QStringLiteral("this is no plug-in: it is not a file"));
     }
+    if (info.size() == 0) {
+        return refuse(why, file, QStringLiteral("this is no plug-in: it is empty"));
+    }
     std::unique_ptr<loaded_plugin> result(new loaded_plugin);
     result->m_sFileName = info.absoluteFilePath();
     result->m_pLoader = std::make_unique<QPluginLoader>(result->m_sFileName);

@@ -1,0 +1,162 @@
+// An export plug-in for tests of the host: what it does is chosen by "--AskingPlugin_mode".
+
+#include "plugin/export_interface.h"
+
+#include "context/ctx_global.h"
+#include "context/ctx_project.h"
+#include "model/project.h"
+#include "view/main_wnd.h"
+
+#include <QAbstractButton>
+#include <QDialog>
+#include <QFile>
+#include <QHash>
+#include <QMessageBox>
+
+#include <cstdio>
+#include <functional>
+
+class asking_plugin : public plugin::export_interface
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "AskingPlugin")
+
+public:
+    ~asking_plugin() override { report("deleted"); }
+
+    [[nodiscard]] QString getGuid() const override { return QStringLiteral("AskingPlugin"); }
+    [[nodiscard]] QString getName() const override { return QStringLiteral("AskingPlugin"); }
+    [[nodiscard]] QString getShortDesc() const override { return QStringLiteral("Asks"); }
+    [[nodiscard]] QString getDescription() const override
+    {
+        return QStringLiteral("Does what its mode says.");
+    }
+    [[nodiscard]] QString getVersion() const override { return QStringLiteral("9.8"); }
+    [[nodiscard]] QString getCommandLineInfos() const override
+    {
+        return QStringLiteral(
+            "\n  --AskingPlugin_mode=<mode> : what to do\n  --AskingPlugin_report=<text> : what to say");
+    }
+    [[nodiscard]] QIcon getIcon() const override { return {}; }
+    [[nodiscard]] QIcon getIconSettings() const override { return {}; }
+    [[nodiscard]] bool hasSettings() const override { return false; }
+    bool showSettings() override { return false; }
+    QSqlError saveSettings() override { return {}; }
+    QSqlError loadSettings() override { return {}; }
+    void clearSettings() override {}
+    QWidget * getPreviewWidget() override { return nullptr; }
+    void terminate() override
+    {
+        report("terminated");
+        export_interface::terminate();
+    }
+
+    zk::ZkBool exportProject(model::project & project) override
+    {
+        const QHash<QString, std::function<zk::ZkBool()>> modes = {
+            {QStringLiteral("nothing"), [] { return zk::ZkBool::success(); }},
+            {QStringLiteral("arguments"), [this] { return tellArguments(); }},
+            {QStringLiteral("context"), [this, &project] { return tellContext(project); }},
+            {QStringLiteral("messages"), [this] { return tellMessages(); }},
+            {QStringLiteral("many"), [this] { return tellMany(); }},
+            {QStringLiteral("fail"),
+             [] { return zk::ZkBool::failure(QStringLiteral("first line\nsecond line")); }},
+            {QStringLiteral("fail_shown"), [this] { return failShown(); }},
+            {QStringLiteral("fail_silent"), [] { return zk::ZkBool::failure(QString()); }},
+            {QStringLiteral("question"), [this] { return ask(QMessageBox::Yes | QMessageBox::No); }},
+            {QStringLiteral("question_ok"), [this] { return ask(QMessageBox::Ok | QMessageBox::Cancel); }},
+            {QStringLiteral("question_then_dialog"), [this] { return askThenDialog(); }},
+            {QStringLiteral("information"), [this] { return inform(QMessageBox::Information); }},
+            {QStringLiteral("warning"), [this] { return inform(QMessageBox::Warning); }},
+            {QStringLiteral("dialog"),
+             [this] { return openDialog(QStringLiteral("Settings of the asker")); }},
+            {QStringLiteral("dialog_untitled"), [this] { return openDialog({}); }}};
+        const auto mode = modes.value(argument("mode"));
+        return mode ? mode() : zk::ZkBool::failure(QStringLiteral("no such mode: ") + argument("mode"));
+    }
+
+private:
+    static void report(const char * what)
+    {
+        if (qEnvironmentVariableIsSet("ASKING_PLUGIN_TRACE")) {
+            std::fprintf(stderr, "asking_plugin %s\n", what);
+        }
+    }
+    static QString argument(const char * name)
+    {
+        const view::main_wnd * const wnd = context::ctx_global::getMainWnd();
+        return wnd ? wnd->getAppArg(QStringLiteral("--AskingPlugin_") + QString::fromLatin1(name)).value(0)
+                   : QStringLiteral("no window");
+    }
+    void say(const QString & text, int type = 1) { Q_EMIT onMessage(text, type, 10000); }
+
+    zk::ZkBool tellArguments()
+    {
+        const view::main_wnd * const wnd = context::ctx_global::getMainWnd();
+        const QList<QString> values = wnd->getAppArg(QStringLiteral("--AskingPlugin_report"));
+        say(QStringLiteral("%1 values: '%2', window shown: %3")
+                .arg(values.size())
+                .arg(values.join(QStringLiteral("' '")))
+                .arg(wnd->isVisible()));
+        return zk::ZkBool::success();
+    }
+    zk::ZkBool tellContext(model::project & project)
+    {
+        const bool isCurrent = context::ctx_project::getSingleton().getProject().get() == &project;
+        say(QStringLiteral("project %1 in %2, current: %3")
+                .arg(project.getName(), project.getFileName())
+                .arg(isCurrent));
+        return zk::ZkBool::success();
+    }
+    zk::ZkBool tellMessages()
+    {
+        say(QStringLiteral("one"));
+        say(QStringLiteral("two\nlines\r\nand \x1b[31mred"));
+        say(QStringLiteral("bad"), 3);
+        say(QStringLiteral("three"));
+        return zk::ZkBool::success();
+    }
+    zk::ZkBool tellMany()
+    {
+        for (int i = 0; i < 40000; ++i) {
+            say(QStringLiteral("message number %1 of very many").arg(i));
+        }
+        return zk::ZkBool::success();
+    }
+    zk::ZkBool failShown()
+    {
+        say(QStringLiteral("shown\nonce"), 3);
+        return zk::ZkBool::failure(QStringLiteral("shown\nonce"));
+    }
+    zk::ZkBool ask(QMessageBox::StandardButtons buttons)
+    {
+        const QMessageBox::StandardButton answer =
+            QMessageBox::question(nullptr, QStringLiteral("Korvane - AskingPlugin"),
+                                  QStringLiteral("The folder '/x' is not there.\nMake it ?"), buttons,
+                                  buttons & QMessageBox::Yes ? QMessageBox::Yes : QMessageBox::Ok);
+        say(answer == QMessageBox::Yes || answer == QMessageBox::Ok ? QStringLiteral("answered yes")
+                                                                    : QStringLiteral("answered no"));
+        return zk::ZkBool::success();
+    }
+    zk::ZkBool askThenDialog()
+    {
+        (void)ask(QMessageBox::Yes | QMessageBox::No);
+        return openDialog(QStringLiteral("Settings of the asker"));
+    }
+    zk::ZkBool inform(QMessageBox::Icon icon)
+    {
+        QMessageBox box(icon, QStringLiteral("Note"), QStringLiteral("something\nto know"), QMessageBox::Ok);
+        box.exec();
+        say(QStringLiteral("told"));
+        return zk::ZkBool::success();
+    }
+    zk::ZkBool openDialog(const QString & title)
+    {
+        QDialog dialog;
+        dialog.setWindowTitle(title);
+        say(dialog.exec() == QDialog::Accepted ? QStringLiteral("accepted") : QStringLiteral("rejected"));
+        return zk::ZkBool::success();
+    }
+};
+
+#include "asking_plugin.moc"

@@ -1,0 +1,481 @@
+// The program as people and scripts call it: commands, options, exit statuses, and what is written where.
+
+#include "support/program.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using support::program_result;
+using support::runProgram;
+
+namespace {
+
+const QString TestPlugins = QStringLiteral(KORVANE_BUILD_DIR "/tests/plugins/");
+
+} // namespace
+
+class tst_command_line : public QObject
+{
+    Q_OBJECT
+
+private:
+    QString file(const QString & name) const { return m_dir->filePath(name); }
+    QString write(const QString & name, const QByteArray & content) const
+    {
+        QFile f(file(name));
+        if (!f.open(QIODevice::WriteOnly) || f.write(content) != content.size()) {
+            qFatal("cannot write %s", qPrintable(f.fileName()));
+        }
+        return f.fileName();
+    }
+    /// Runs "export" with the asking plug-in in `mode`.
+    program_result ask(const QString & mode, const QStringList & more = {},
+                       const QByteArray & input = {}) const
+    {
+        return runProgram(
+            QStringList{QStringLiteral("export"), m_sProject, QStringLiteral("--plugin"),
+                        QStringLiteral("AskingPlugin"), QStringLiteral("--AskingPlugin_mode=") + mode} +
+                more,
+            {{QStringLiteral("KORVANE_PLUGIN_PATH"), TestPlugins + QStringLiteral("asking")}}, input);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    QString m_sProject;
+
+private Q_SLOTS:
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_sProject = file(QStringLiteral("shop.korv"));
+        const QString model = write(QStringLiteral("shop.json"), R"({
+            "format": "korvane-project", "formatVersion": 1, "name": "shop",
+            "entities": [ { "name": "customer", "properties": [
+                { "name": "id", "type": "long", "identifier": true }, { "name": "email", "type": "QString" } ] } ] })");
+        const program_result made = runProgram({QStringLiteral("import"), model, m_sProject});
+        QVERIFY2(made.status == 0, made.errors.constData());
+    }
+
+    void wrongCommandLines_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QByteArray>("mentioned");
+        QTest::newRow("no command") << QStringList() << QByteArray("command");
+        QTest::newRow("unknown command") << QStringList{"frobnicate"} << QByteArray("frobnicate");
+        QTest::newRow("unknown option") << QStringList{"dump", "a.korv", "--frob"} << QByteArray("--frob");
+        QTest::newRow("unknown option before the command")
+            << QStringList{"--frob", "dump", "a"} << QByteArray("--frob");
+        QTest::newRow("import without arguments") << QStringList{"import"} << QByteArray("MODEL.json");
+        QTest::newRow("import without project")
+            << QStringList{"import", "a.json"} << QByteArray("PROJECT.korv");
+        QTest::newRow("import with too much") << QStringList{"import", "a", "b", "c"} << QByteArray("c");
+        QTest::newRow("dump without project") << QStringList{"dump"} << QByteArray("PROJECT.korv");
+        QTest::newRow("tag without project") << QStringList{"tag"} << QByteArray("PROJECT.korv");
+        QTest::newRow("tag without text") << QStringList{"tag", "a.korv", "-m"} << QByteArray("-m");
+        QTest::newRow("log without project") << QStringList{"log"} << QByteArray("PROJECT.korv");
+        QTest::newRow("export without project") << QStringList{"export"} << QByteArray("PROJECT.korv");
+        QTest::newRow("export without plug-in name")
+            << QStringList{"export", "a.korv", "--plugin"} << QByteArray("--plugin");
+        QTest::newRow("plugins with an argument") << QStringList{"plugins", "x"} << QByteArray("x");
+        QTest::newRow("option of no plug-in")
+            << QStringList{"export", "a.korv", "--Foo_bar=1"} << QByteArray("--Foo_bar");
+        QTest::newRow("unknown option of the plug-in")
+            << QStringList{"export", "a.korv", "--KorvGenericDDLExport_typo=1"}
+            << QByteArray("--KorvGenericDDLExport_typo");
+        QTest::newRow("part of an option") << QStringList{"export", "a.korv", "--KorvGenericDDLExport_db=1"}
+                                           << QByteArray("--KorvGenericDDLExport_db");
+        QTest::newRow("option of a plug-in without value")
+            << QStringList{"export", "a.korv", "--KorvGenericDDLExport_path"} << QByteArray("needs a value");
+        QTest::newRow("plug-in option of another command")
+            << QStringList{"dump", "a.korv", "--KorvGenericDDLExport_path=x"}
+            << QByteArray("--KorvGenericDDLExport_path=x");
+    }
+    void wrongCommandLines()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QByteArray, mentioned);
+        const program_result result = runProgram(arguments);
+        QCOMPARE(result.status, 2);
+        QCOMPARE(result.errors.count('\n'), 1);
+        QVERIFY2(result.errors.contains(mentioned), result.errors.constData());
+        QCOMPARE(result.output.isEmpty(), !arguments.isEmpty());
+    }
+
+    void helpAndVersion()
+    {
+        const program_result version = runProgram({QStringLiteral("--version")});
+        QCOMPARE(version.status, 0);
+        QCOMPARE(version.output, QByteArray("korvane 1.1.7\n"));
+        const program_result help = runProgram({QStringLiteral("--help")});
+        QCOMPARE(help.status, 0);
+        QCOMPARE(help.errors, QByteArray());
+        for (const char * const command : {"import", "dump", "tag", "log", "export", "plugins"}) {
+            QVERIFY2(help.output.contains(QByteArray("\n  ") + command + " "), command);
+            const program_result own = runProgram({QString::fromLatin1(command), QStringLiteral("--help")});
+            QCOMPARE(own.status, 0);
+            QCOMPARE(own.errors, QByteArray());
+            QVERIFY2(own.output.contains(QByteArray("Usage: korvane ") + command), own.output.constData());
+        }
+        QVERIFY(help.output.contains("korvane export shop.korv"));
+    }
+
+    void pluginOptionsReachThePlugin_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QByteArray>("told");
+        QTest::newRow("none") << QStringList() << QByteArray("0 values: ''");
+        QTest::newRow("equals") << QStringList{"--AskingPlugin_report=a b"} << QByteArray("1 values: 'a b'");
+        QTest::newRow("apart") << QStringList{"--AskingPlugin_report", "a b"}
+                               << QByteArray("1 values: 'a b'");
+        QTest::newRow("empty") << QStringList{"--AskingPlugin_report="} << QByteArray("1 values: ''");
+        QTest::newRow("equals in the value")
+            << QStringList{"--AskingPlugin_report=x=y"} << QByteArray("1 values: 'x=y'");
+        QTest::newRow("dashes in the value")
+            << QStringList{"--AskingPlugin_report=--x"} << QByteArray("1 values: '--x'");
+        QTest::newRow("twice") << QStringList{"--AskingPlugin_report=1", "--AskingPlugin_report=2"}
+                               << QByteArray("2 values: '1' '2'");
+        QTest::newRow("not ASCII") << QStringList{QStringLiteral("--AskingPlugin_report=Zürich")}
+                                   << QByteArray("1 values: 'Z\xc3\xbcrich'");
+    }
+    void pluginOptionsReachThePlugin()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(QByteArray, told);
+        const program_result result = ask(QStringLiteral("arguments"), options);
+        QCOMPARE(result.errors, QByteArray());
+        QCOMPARE(result.status, 0);
+        QCOMPARE(result.output, told + ", window shown: 0\n");
+    }
+
+    void optionsMayComeBeforeTheProject()
+    {
+        const program_result result =
+            runProgram({QStringLiteral("export"), QStringLiteral("--AskingPlugin_mode"),
+                        QStringLiteral("nothing"), QStringLiteral("--plugin=AskingPlugin"), m_sProject},
+                       {{QStringLiteral("KORVANE_PLUGIN_PATH"), TestPlugins + QStringLiteral("asking")}});
+        QCOMPARE(result.errors, QByteArray());
+        QCOMPARE(result.output, QByteArray());
+        QCOMPARE(result.status, 0);
+    }
+
+    void theProjectIsCurrent()
+    {
+        const program_result result = ask(QStringLiteral("context"));
+        QCOMPARE(result.status, 0);
+        QCOMPARE(result.output, "project shop in " + m_sProject.toUtf8() + ", current: 1\n");
+    }
+
+    void eachMessageIsALine()
+    {
+        const program_result result = ask(QStringLiteral("messages"));
+        QCOMPARE(result.status, 0);
+        QCOMPARE(result.output, QByteArray("one\ntwo lines and  [31mred\nthree\n"));
+        QCOMPARE(result.errors, QByteArray("bad\n"));
+    }
+
+    void messagesAndErrorsKeepTheirOrder()
+    {
+        const program_result result = support::runShell(
+            QStringLiteral("exec '%1' export '%2' --plugin AskingPlugin --AskingPlugin_mode=messages 2>&1")
+                .arg(QStringLiteral(KORVANE_PROGRAM), m_sProject),
+            {{QStringLiteral("KORVANE_PLUGIN_PATH"), TestPlugins + QStringLiteral("asking")}});
+        QCOMPARE(result.output, QByteArray("one\ntwo lines and  [31mred\nbad\nthree\n"));
+    }
+
+    void failuresAreToldOnce_data()
+    {
+        QTest::addColumn<QString>("mode");
+        QTest::addColumn<QByteArray>("errors");
+        QTest::newRow("result only") << "fail" << QByteArray("first line second line\n");
+        QTest::newRow("shown before") << "fail_shown" << QByteArray("shown once\n");
+        QTest::newRow("without text") << "fail_silent" << QByteArray("The export failed without a reason\n");
+    }
+    void failuresAreToldOnce()
+    {
+        QFETCH(QString, mode);
+        QFETCH(QByteArray, errors);
+        const program_result result = ask(mode);
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.errors, errors);
+        QCOMPARE(result.output, QByteArray());
+    }
+
+    void windowsWithoutAPerson_data()
+    {
+        QTest::addColumn<QString>("mode");
+        QTest::addColumn<bool>("answerYes");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("output");
+        QTest::addColumn<QByteArray>("errors");
+        const QByteArray question = "The folder '/x' is not there. Make it ? (-y answers Yes)\n";
+        const QByteArray dialog =
+            "The window 'Settings of the asker' wants a person. Give the settings on the command "
+            "line ('korvane plugins' lists the options)\n";
+        QTest::newRow("question") << "question" << false << 1 << QByteArray("answered no\n") << question;
+        QTest::newRow("question, -y")
+            << "question" << true << 0 << QByteArray("answered yes\n") << QByteArray();
+        QTest::newRow("ok or cancel")
+            << "question_ok" << false << 1 << QByteArray("answered no\n") << question;
+        QTest::newRow("ok or cancel, -y")
+            << "question_ok" << true << 0 << QByteArray("answered yes\n") << QByteArray();
+        QTest::newRow("dialog") << "dialog" << false << 1 << QByteArray("rejected\n") << dialog;
+        QTest::newRow("dialog, -y") << "dialog" << true << 1 << QByteArray("rejected\n") << dialog;
+        QTest::newRow("dialog without title")
+            << "dialog_untitled" << false << 1 << QByteArray("rejected\n")
+            << QByteArray(dialog).replace("Settings of the asker", "QDialog");
+        QTest::newRow("question then dialog")
+            << "question_then_dialog" << false << 1 << QByteArray("answered no\nrejected\n") << question;
+        QTest::newRow("question then dialog, -y")
+            << "question_then_dialog" << true << 1 << QByteArray("answered yes\nrejected\n") << dialog;
+        QTest::newRow("information") << "information" << false << 0 << QByteArray("something to know\ntold\n")
+                                     << QByteArray();
+        QTest::newRow("warning") << "warning" << false << 0 << QByteArray("told\n")
+                                 << QByteArray("something to know\n");
+    }
+    void windowsWithoutAPerson()
+    {
+        QFETCH(QString, mode);
+        QFETCH(bool, answerYes);
+        QFETCH(int, status);
+        QFETCH(QByteArray, output);
+        QFETCH(QByteArray, errors);
+        // An answer that waits in a pipe is none of a person.
+        const program_result result = ask(mode, answerYes ? QStringList{"-y"} : QStringList(), "y\ny\n");
+        QCOMPARE(result.errors, errors);
+        QCOMPARE(result.output, output);
+        QCOMPARE(result.status, status);
+    }
+
+    void aPersonAtTheTerminalIsAsked_data()
+    {
+        QTest::addColumn<QByteArray>("typed");
+        QTest::addColumn<QByteArray>("answer");
+        QTest::newRow("y") << QByteArray("y\n") << QByteArray("answered yes");
+        QTest::newRow("default") << QByteArray("\n") << QByteArray("answered yes");
+        QTest::newRow("no") << QByteArray("No\n") << QByteArray("answered no");
+        QTest::newRow("asked again") << QByteArray("perhaps\nn\n") << QByteArray("answered no");
+    }
+    void aPersonAtTheTerminalIsAsked()
+    {
+        QFETCH(QByteArray, typed);
+        QFETCH(QByteArray, answer);
+        const program_result result = support::runInTerminal(
+            {QStringLiteral("export"), m_sProject, QStringLiteral("--plugin"), QStringLiteral("AskingPlugin"),
+             QStringLiteral("--AskingPlugin_mode=question")},
+            {{QStringLiteral("KORVANE_PLUGIN_PATH"), TestPlugins + QStringLiteral("asking")}}, typed);
+        QVERIFY2(result.output.contains("The folder '/x' is not there. Make it ? [Y/n]"),
+                 result.output.constData());
+        QVERIFY2(result.output.contains(answer), result.output.constData());
+        QCOMPARE(result.status, 0);
+    }
+
+    void pluginIsTerminatedThenDeleted()
+    {
+        const program_result result =
+            runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--plugin"),
+                        TestPlugins + QStringLiteral("asking/asking_plugin.so"),
+                        QStringLiteral("--AskingPlugin_mode=nothing")},
+                       {{QStringLiteral("ASKING_PLUGIN_TRACE"), QStringLiteral("1")}});
+        QCOMPARE(result.status, 0);
+        QCOMPARE(result.errors, QByteArray("asking_plugin terminated\nasking_plugin deleted\n"));
+    }
+
+    void choiceOfThePlugin()
+    {
+        const QHash<QString, QString> two = {
+            {QStringLiteral("KORVANE_PLUGIN_PATH"), TestPlugins + QStringLiteral("asking")}};
+        const program_result unclear = runProgram({QStringLiteral("export"), m_sProject}, two);
+        QCOMPARE(unclear.status, 2);
+        QCOMPARE(unclear.errors,
+                 QByteArray("There are several plug-ins, choose one with --plugin: AskingPlugin, "
+                            "KorvGenericDDLExport\n"));
+        const program_result unknown =
+            runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--plugin=Nobody")}, two);
+        QCOMPARE(unknown.status, 1);
+        QCOMPARE(unknown.errors,
+                 QByteArray("There is no plug-in 'Nobody' (there is AskingPlugin, KorvGenericDDLExport)\n"));
+        const program_result missing =
+            runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--plugin=/no/such.so")});
+        QCOMPARE(missing.status, 1);
+        QCOMPARE(missing.errors, QByteArray("/no/such.so: the plug-in file does not exist\n"));
+    }
+
+    void projectThatIsNotThere()
+    {
+        const program_result result =
+            runProgram({QStringLiteral("export"), file(QStringLiteral("none.korv")),
+                        QStringLiteral("--KorvGenericDDLExport_path=") + m_dir->path()});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.errors.count('\n'), 1);
+        QVERIFY2(result.errors.contains("none.korv"), result.errors.constData());
+        QVERIFY(!QFile::exists(file(QStringLiteral("none.korv"))));
+    }
+
+    void listOfPlugins()
+    {
+        const program_result result = runProgram({QStringLiteral("plugins")});
+        QCOMPARE(result.status, 0);
+        QCOMPARE(result.errors, QByteArray());
+        const QByteArray expected =
+            "KorvGenericDDLExport 1.1.7\n"
+            "  Export to DDL SQL script file\n"
+            "  This plugin exports current opened project to a DDL SQL script file.\n"
+            "  File: " KORVANE_PLUGIN_FILE "\n"
+            "  Command line of 'korvane export':\n"
+            "    !!! Note : this plugin loads automatically previous parameters values before starting the "
+            "export "
+            "process, but you can use following parameters to override them !!!\n"
+            "    --KorvGenericDDLExport_path=\"<Export Path>\" : [Optional] DDL export path parameter\n"
+            "    --KorvGenericDDLExport_db_type=<numeric value> : [Optional] Database type (0=default, "
+            "1=sqlite, "
+            "2=mysql, 3=postgresql, 4=oracle, 5=mssqlserver)\n"
+            "    --KorvGenericDDLExport_relation_as_fk=0/1 : [Optional] Export relationships as foreign keys "
+            "in "
+            "database\n"
+            "    --KorvGenericDDLExport_schema_type=<numeric value> : [Optional] Way to export database "
+            "schema "
+            "(0=full, 1=evolution, 2=full_and_evolution)\n"
+            "    --KorvGenericDDLExport_custom_javacript=\"<Custom JS>\" : [Optional] Custom script "
+            "(javascript file) "
+            "to change the default behaviour of the export process\n";
+        QCOMPARE(result.output, expected);
+    }
+
+    void badPluginFilesAreReportedAndTheOthersListed()
+    {
+        write(QStringLiteral("text.so"), "just text");
+        const QString path = m_dir->path() + QLatin1Char(':') + TestPlugins + QStringLiteral("other:") +
+                             TestPlugins + QStringLiteral("asking:") + TestPlugins +
+                             QStringLiteral("asking_again");
+        const program_result result =
+            runProgram({QStringLiteral("plugins")}, {{QStringLiteral("KORVANE_PLUGIN_PATH"), path}});
+        QCOMPARE(result.status, 0);
+        QVERIFY(result.output.startsWith("AskingPlugin 9.8\n"));
+        QVERIFY(result.output.contains("\nKorvGenericDDLExport 1.1.7\n"));
+        QCOMPARE(result.output.count("AskingPlugin 9.8"), 1);
+        QVERIFY(result.output.contains("/tests/plugins/asking/asking_plugin.so"));
+        const QList<QByteArray> errors = result.errors.trimmed().split('\n');
+        QCOMPARE(errors.size(), 3);
+        QVERIFY(errors[0].startsWith(file(QStringLiteral("text.so")).toUtf8() + ": this is no plug-in: "));
+        QCOMPARE(errors[1], TestPlugins.toUtf8() +
+                                "other/other_interface.so: the plug-in was built for another interface");
+        QCOMPARE(errors[2], TestPlugins.toUtf8() + "asking_again/asking_plugin_again.so: not used, " +
+                                TestPlugins.toUtf8() +
+                                "asking/asking_plugin.so is a plug-in of the same name");
+    }
+
+    void manyMessagesAreFast()
+    {
+        QElapsedTimer time;
+        time.start();
+        const program_result result = ask(QStringLiteral("many"));
+        QCOMPARE(result.status, 0);
+        QCOMPARE(result.output.count('\n'), 40000);
+        QVERIFY(result.output.endsWith("message number 39999 of very many\n"));
+        QVERIFY2(time.elapsed() < 20000, qPrintable(QString::number(time.elapsed())));
+    }
+
+    void readerThatGoesAwayIsNoFailure()
+    {
+        const program_result result = support::runShell(
+            QStringLiteral(
+                "{ '%1' export '%2' --plugin AskingPlugin --AskingPlugin_mode=many; echo $? >'%3'; } | "
+                "head -n 1")
+                .arg(QStringLiteral(KORVANE_PROGRAM), m_sProject, file(QStringLiteral("status"))),
+            {{QStringLiteral("KORVANE_PLUGIN_PATH"), TestPlugins + QStringLiteral("asking")}});
+        QCOMPARE(result.output, QByteArray("message number 0 of very many\n"));
+        QCOMPARE(result.errors, QByteArray());
+        QFile status(file(QStringLiteral("status")));
+        QVERIFY(status.open(QIODevice::ReadOnly));
+        QCOMPARE(status.readAll(), QByteArray("0\n"));
+    }
+
+    void outputThatCannotBeWrittenIsAFailure()
+    {
+        const program_result result = support::runShell(
+            QStringLiteral("exec '%1' --help >/dev/full").arg(QStringLiteral(KORVANE_PROGRAM)), {});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.errors, QByteArray("Standard output: No space left on device\n"));
+    }
+
+    void exportEndToEnd();
+    void exportAsksForTheFolder();
+    void exportWithAScript();
+};
+
+void tst_command_line::exportEndToEnd()
+{
+    QVERIFY(QDir(m_dir->path()).mkdir(QStringLiteral("sql")));
+    const program_result result =
+        runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--KorvGenericDDLExport_path=sql")});
+    QCOMPARE(result.errors, QByteArray());
+    QCOMPARE(result.status, 0);
+    const QString script = file(QStringLiteral("sql/shop_sqlite_db_schema_full.sql"));
+    QVERIFY2(result.output.contains("Full database schema DDL SQL script created for project 'shop'"),
+             result.output.constData());
+    QFile f(script);
+    QVERIFY(f.open(QIODevice::ReadOnly));
+    const QByteArray sql = f.readAll();
+    QVERIFY(sql.startsWith("BEGIN TRANSACTION;\nPRAGMA foreign_keys = OFF;\n"));
+    QVERIFY2(sql.contains("CREATE TABLE customer"), sql.constData());
+    QVERIFY(sql.endsWith("END TRANSACTION;\n"));
+}
+
+void tst_command_line::exportAsksForTheFolder()
+{
+    const QString option = QStringLiteral("--KorvGenericDDLExport_path=new");
+    const QString folder = file(QStringLiteral("new"));
+    const program_result asked = runProgram({QStringLiteral("export"), m_sProject, option});
+    QCOMPARE(asked.status, 1);
+    QCOMPARE(asked.errors,
+             "Export directory '" + folder.toUtf8() +
+                 "' doesn't exist. Do you want to create it and start the export process ? (-y answers "
+                 "Yes)\n");
+    QCOMPARE(asked.output, QByteArray());
+    QVERIFY(!QFile::exists(folder));
+    const program_result yes =
+        runProgram({QStringLiteral("export"), m_sProject, option, QStringLiteral("-y")});
+    QCOMPARE(yes.errors, QByteArray());
+    QCOMPARE(yes.status, 0);
+    QVERIFY(QFile::exists(folder + QStringLiteral("/shop_sqlite_db_schema_full.sql")));
+    const program_result none = runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("-y")});
+    QCOMPARE(none.status, 1);
+    QCOMPARE(none.errors.count('\n'), 1);
+    QVERIFY2(none.errors.contains("--KorvGenericDDLExport_path=DIR"), none.errors.constData());
+}
+
+void tst_command_line::exportWithAScript()
+{
+    write(QStringLiteral("hook.js"),
+          "function exportStep(project, entity, property, enumeration, parameters) {\n"
+          "  if (parameters.action === 'CREATE_TABLE') {\n"
+          "    console.log('seen ' + entity.getName());\n"
+          "    return '-- no ' + entity.getName();\n"
+          "  }\n"
+          "  if (parameters.action === 'DDL_EXPORT_END' && project.getName() === 'stop') "
+          "throw new Error('stopped');\n"
+          "}\n");
+    const QStringList arguments = {QStringLiteral("export"), m_sProject,
+                                   QStringLiteral("--KorvGenericDDLExport_path=") + m_dir->path(),
+                                   QStringLiteral("--KorvGenericDDLExport_custom_javacript=hook.js")};
+    const program_result result = runProgram(arguments);
+    QCOMPARE(result.errors, QByteArray());
+    QCOMPARE(result.status, 0);
+    QVERIFY(result.output.startsWith("seen customer\n") || result.output.contains("\nseen customer\n"));
+    QFile sql(file(QStringLiteral("shop_sqlite_db_schema_full.sql")));
+    QVERIFY(sql.open(QIODevice::ReadOnly));
+    QCOMPARE(
+        sql.readAll(),
+        QByteArray("BEGIN TRANSACTION;\nPRAGMA foreign_keys = OFF;\n-- no customer\nEND TRANSACTION;\n"));
+
+    const QString broken =
+        write(QStringLiteral("hook.js"), "function exportStep(p, e) {\n  return e.getName();\n}\n");
+    const program_result failed = runProgram(arguments);
+    QCOMPARE(failed.status, 1);
+    QCOMPARE(failed.errors, broken.toUtf8() + ":2: TypeError: Cannot call method 'getName' of null\n");
+}
+
+QTEST_GUILESS_MAIN(tst_command_line)
+#include "tst_command_line.moc"
