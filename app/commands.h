@@ -5,8 +5,8 @@
 #include <QString>
 #include <QStringList>
 
-/// The commands of the program. Each prints what it has to say and returns the exit status: 0 done, 1 it failed,
-/// with one line on standard error that says what and where.
+/// The commands of the program. Each prints what it has to say and returns the exit status: 0 done, 1 it
+/// failed, with one line on standard error that says what and where.
 namespace app {
 
 /// Creates the project file `project` from the text form in `modelFile`, or replaces its model.
@@ -34,5 +34,10 @@ int listPlugins();
 void printError(const QString & text);
 /// Writes `text` and a line end to standard output.
 void printLine(const QString & text);
+/// `text` as one line: a blank for each line end, and no control characters.
+[[nodiscard]] QString oneLine(const QString & text);
+/// Writes out what printLine() holds back. `status`, or 1 with the reason on standard error when not
+/// everything could be written; a reader that has gone away is no failure.
+[[nodiscard]] int finishOutput(int status);
 
 } // namespace app

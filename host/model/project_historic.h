@@ -24,7 +24,11 @@ public:
     void setCreationTime(const QDateTime & time) { m_dtCreation = time; }
     /// The version's project file, compressed in the format of qCompress; empty when it cannot be read.
     [[nodiscard]] QByteArray getProjectFile() const;
-    void setProjectFile(const QByteArray & compressed) { m_projectFile = compressed; }
+    void setProjectFile(const QByteArray & compressed)
+    {
+        m_projectFile = compressed;
+        m_sDatabaseFile.clear();
+    }
 
     static QString zkTable() { return QStringLiteral("t_project_historic"); }
     static QStringList zkColumns();

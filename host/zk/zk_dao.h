@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zk/zk_collection.h"
+#include "zk/zk_sql_database.h"
 #include "zk/zk_sql_query.h"
 
 #include <QSqlDatabase>
@@ -22,6 +23,9 @@ template <class R>
 QSqlError fetchByQuery(ZkCollection<long, std::shared_ptr<R>> & list, const ZkSqlQuery & query,
                        const QSqlDatabase & database)
 {
+    if (const QSqlError error = ZkSqlDatabase::openError(database); error.isValid()) {
+        return error; // a query on a closed connection fails without an error of its own
+    }
     QSqlQuery q(database);
     q.setForwardOnly(true);
     if (!q.prepare(QStringLiteral("SELECT ") + R::zkFetchColumns().join(QStringLiteral(", ")) +
@@ -54,6 +58,9 @@ QSqlError fetchByQuery(ZkCollection<long, std::shared_ptr<R>> & list, const ZkSq
 template <class R>
 QSqlError deleteByQuery(const ZkSqlQuery & query, const QSqlDatabase & database)
 {
+    if (const QSqlError error = ZkSqlDatabase::openError(database); error.isValid()) {
+        return error;
+    }
     QSqlQuery q(database);
     if (!q.prepare(QStringLiteral("DELETE FROM ") + R::zkTable() + query.getSql())) {
         return q.lastError();
@@ -68,6 +75,9 @@ QSqlError deleteByQuery(const ZkSqlQuery & query, const QSqlDatabase & database)
 template <class R>
 QSqlError insert(const ZkCollection<long, std::shared_ptr<R>> & list, const QSqlDatabase & database)
 {
+    if (const QSqlError error = ZkSqlDatabase::openError(database); error.isValid()) {
+        return error;
+    }
     const QStringList columns = R::zkColumns();
     const QStringList marks(columns.size(), QStringLiteral("?"));
     QSqlQuery q(database);

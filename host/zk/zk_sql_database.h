@@ -20,6 +20,9 @@ public:
     /// Closes every cached connection of the calling thread. Handles that somebody still holds become
     /// invalid.
     static void clearAllDatabases();
+
+    /// Why `database` is not open; invalid when it is.
+    [[nodiscard]] static QSqlError openError(const QSqlDatabase & database);
 };
 
 } // namespace zk

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "app/commands.h"
+
+#include <QStringList>
+
+namespace app {
+
+/// What a command line asks for.
+struct command_line
+{
+    enum command_type
+    {
+        print, ///< only `text` is to be printed: help or version
+        wrong, ///< `text` is the reason on one line
+        import,
+        dump,
+        tag,
+        log,
+        export_project,
+        plugins
+    };
+
+    command_type command = wrong;
+    QString text;
+    QString help; ///< the help text to show in addition to a reason, empty for none
+    QString modelFile;
+    QString projectFile;
+    QString message;
+    export_request request;
+};
+
+/// Reads the arguments that follow the program's name.
+[[nodiscard]] command_line parseCommandLine(const QStringList & arguments);
+
+} // namespace app

@@ -1,0 +1,64 @@
+#include "app/commands.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+namespace app {
+
+namespace {
+
+/// The first error of standard output, as errno tells it.
+int outputError = 0;
+
+void note(bool written)
+{
+    if (!written && outputError == 0) {
+        outputError = errno;
+    }
+}
+
+} // namespace
+
+QString oneLine(const QString & text)
+{
+    QString line = text.trimmed();
+    line.replace(QLatin1String("\r\n"), QLatin1String(" "));
+    for (QChar & c : line) {
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator) {
+            c = QLatin1Char(' ');
+        }
+    }
+    return line;
+}
+
+void printLine(const QString & text)
+{
+    if (outputError != 0) {
+        return;
+    }
+    const QByteArray bytes = text.toUtf8() + '\n';
+    note(std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout) ==
+         static_cast<size_t>(bytes.size()));
+}
+
+void printError(const QString & text)
+{
+    // In a terminal both go to one place, and an error belongs after the progress that led to it.
+    note(std::fflush(stdout) == 0);
+    const QByteArray bytes = oneLine(text).toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
+}
+
+int finishOutput(int status)
+{
+    note(std::fflush(stdout) == 0);
+    if (outputError == 0 || outputError == EPIPE) {
+        return status;
+    }
+    printError(QStringLiteral("Standard output: ") + QString::fromLocal8Bit(std::strerror(outputError)));
+    return status == 0 ? 1 : status;
+}
+
+} // namespace app

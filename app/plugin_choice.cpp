@@ -1,0 +1,146 @@
+#include "app/plugin_choice.h"
+
+#include "plugin/export_interface.h"
+
+#include <QLibrary>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace app {
+
+namespace {
+
+/// Whether the value of --plugin is a file rather than a name.
+bool isPluginFile(const QString & name)
+{
+    return name.contains(QLatin1Char('/')) || QLibrary::isLibrary(name);
+}
+
+QStringList namesOf(const found_plugins & found)
+{
+    QStringList names;
+    for (const auto & p : found.plugins) {
+        names << p->getInterface()->getName();
+    }
+    return names;
+}
+
+const plugin::export_interface * pluginOfOption(const found_plugins & found, const QString & option)
+{
+    for (const auto & p : found.plugins) {
+        if (option.startsWith(QStringLiteral("--") + p->getInterface()->getName() + QLatin1Char('_'))) {
+            return p->getInterface();
+        }
+    }
+    return nullptr;
+}
+
+/// Why the options of the command line are wrong; empty when they are right.
+QString wrongOption(const found_plugins & found, const export_request & request)
+{
+    for (const auto & [option, value] : request.pluginOptions) {
+        const plugin::export_interface * const owner = pluginOfOption(found, option);
+        if (!owner) {
+            return QStringLiteral("Unknown option %1: it begins with the name of no plug-in (there is %2)")
+                .arg(option, namesOf(found).join(QStringLiteral(", ")));
+        }
+        if (!hasOption(*owner, option)) {
+            return QStringLiteral(
+                       "Unknown option %1: the plug-in %2 has no such option ('korvane plugins' lists "
+                       "them)")
+                .arg(option, owner->getName());
+        }
+    }
+    return {};
+}
+
+QString nothingFound(const found_plugins & found)
+{
+    return found.problems.isEmpty() ? QStringLiteral("No plug-in was found in ") +
+                                          plugin::pluginFolders().join(QStringLiteral(", "))
+                                    : found.problems.constFirst();
+}
+
+} // namespace
+
+found_plugins found_plugins::forRequest(const export_request & request)
+{
+    return isPluginFile(request.pluginName) ? inFile(request.pluginName) : inFolders();
+}
+
+found_plugins found_plugins::inFile(const QString & file)
+{
+    found_plugins found;
+    zk::ZkBool why;
+    if (std::unique_ptr<plugin::loaded_plugin> loaded = plugin::loaded_plugin::load(file, why)) {
+        found.plugins.push_back(std::move(loaded));
+    } else {
+        found.problems << why.getDesc();
+    }
+    return found;
+}
+
+found_plugins found_plugins::inFolders()
+{
+    found_plugins found;
+    for (const QString & file : plugin::findPluginFiles()) {
+        found_plugins one = inFile(file);
+        found.problems << one.problems;
+        if (one.plugins.empty()) {
+            continue;
+        }
+        const QString name = one.plugins.front()->getInterface()->getName();
+        const auto first = std::find_if(found.plugins.begin(), found.plugins.end(), [&name](const auto & p) {
+            return p->getInterface()->getName() == name;
+        });
+        if (first == found.plugins.end()) {
+            found.plugins.push_back(std::move(one.plugins.front()));
+        } else {
+            found.problems << QStringLiteral("%1: not used, %2 is a plug-in of the same name")
+                                  .arg(file, (*first)->getFileName());
+        }
+    }
+    return found;
+}
+
+bool hasOption(const plugin::export_interface & plugin, const QString & option)
+{
+    const QRegularExpression mention(
+        QStringLiteral("(?<![\\w-])%1(?![\\w-])").arg(QRegularExpression::escape(option)),
+        QRegularExpression::UseUnicodePropertiesOption);
+    return mention.match(plugin.getCommandLineInfos()).hasMatch();
+}
+
+plugin::export_interface * choosePlugin(const found_plugins & found, const export_request & request,
+                                        int & status, QString & reason)
+{
+    status = 1;
+    if (found.plugins.empty()) {
+        reason = nothingFound(found);
+        return nullptr;
+    }
+    plugin::export_interface * chosen = found.plugins.front()->getInterface();
+    if (!request.pluginName.isEmpty() && !isPluginFile(request.pluginName)) {
+        const auto named =
+            std::find_if(found.plugins.begin(), found.plugins.end(), [&request](const auto & p) {
+                return p->getInterface()->getName() == request.pluginName;
+            });
+        if (named == found.plugins.end()) {
+            reason = QStringLiteral("There is no plug-in '%1' (there is %2)")
+                         .arg(request.pluginName, namesOf(found).join(QStringLiteral(", ")));
+            return nullptr;
+        }
+        chosen = (*named)->getInterface();
+    } else if (found.plugins.size() > 1) {
+        status = 2;
+        reason = QStringLiteral("There are several plug-ins, choose one with --plugin: ") +
+                 namesOf(found).join(QStringLiteral(", "));
+        return nullptr;
+    }
+    status = 2;
+    reason = wrongOption(found, request);
+    return reason.isEmpty() ? chosen : nullptr;
+}
+
+} // namespace app

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "app/commands.h"
+#include "plugin/plugin_finder.h"
+
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+namespace app {
+
+/// The plug-ins that are there: those of the plug-in folders, of two with one name the first.
+struct found_plugins
+{
+    std::vector<std::unique_ptr<plugin::loaded_plugin>> plugins;
+    /// One line for each file that is no usable plug-in, and for each that an earlier one hides.
+    QStringList problems;
+
+    /// Loads what `request` may mean: the one file that it names, else the plug-ins of the folders.
+    static found_plugins forRequest(const export_request & request);
+    /// Loads the plug-ins of the plug-in folders.
+    static found_plugins inFolders();
+    /// Loads one file.
+    static found_plugins inFile(const QString & file);
+};
+
+/// The plug-in that `request` means, or null with the exit status and one line of reason: no such plug-in
+/// (1), or a command line that does not tell which one, or with an option that no plug-in has (2).
+plugin::export_interface * choosePlugin(const found_plugins & found, const export_request & request,
+                                        int & status, QString & reason);
+
+/// Whether the plug-in tells of `option` ("--Plugin_option") in its command-line help.
+[[nodiscard]] bool hasOption(const plugin::export_interface & plugin, const QString & option);
+
+} // namespace app

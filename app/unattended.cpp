@@ -1,0 +1,164 @@
+#include "app/unattended.h"
+
+#include "app/commands.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
+#include <QMessageBox>
+#include <QPointer>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTextDocumentFragment>
+#include <QTimer>
+
+#include <iostream>
+#include <string>
+
+#include <unistd.h>
+
+namespace app {
+
+namespace {
+
+QString plainText(const QString & text)
+{
+    return Qt::mightBeRichText(text) ? QTextDocumentFragment::fromHtml(text).toPlainText() : text;
+}
+
+QString textOf(const QMessageBox & box)
+{
+    QString text = plainText(box.text());
+    if (!box.informativeText().isEmpty()) {
+        text += QLatin1Char(' ') + plainText(box.informativeText());
+    }
+    return oneLine(text);
+}
+
+QAbstractButton * buttonOfRole(const QMessageBox & box, std::initializer_list<QMessageBox::ButtonRole> roles)
+{
+    const QList<QAbstractButton *> buttons = box.buttons();
+    for (const QMessageBox::ButtonRole role : roles) {
+        for (QAbstractButton * const button : buttons) {
+            if (box.buttonRole(button) == role) {
+                return button;
+            }
+        }
+    }
+    return nullptr;
+}
+
+QAbstractButton * positiveButton(const QMessageBox & box)
+{
+    return buttonOfRole(box, {QMessageBox::YesRole, QMessageBox::AcceptRole});
+}
+
+QAbstractButton * negativeButton(const QMessageBox & box)
+{
+    if (box.escapeButton()) {
+        return box.escapeButton();
+    }
+    return buttonOfRole(box, {QMessageBox::NoRole, QMessageBox::RejectRole});
+}
+
+} // namespace
+
+unattended::unattended(bool answerYes, const QString & help) : m_bAnswerYes(answerYes), m_sHelp(help)
+{
+    qApp->installEventFilter(this);
+}
+
+unattended::~unattended() = default;
+
+bool unattended::eventFilter(QObject * watched, QEvent * event)
+{
+    if (event->type() == QEvent::Show) {
+        if (auto * const dialog = qobject_cast<QDialog *>(watched); dialog && dialog->isModal()) {
+            // Only the dialog's own event loop, which begins after it is shown, can be ended with an answer.
+            QTimer::singleShot(0, this, [this, shown = QPointer<QDialog>(dialog)] {
+                if (shown && shown->isVisible()) {
+                    answer(shown);
+                }
+            });
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void unattended::answer(QDialog * dialog)
+{
+    if (qobject_cast<QProgressDialog *>(dialog)) {
+        return;
+    }
+    if (auto * const box = qobject_cast<QMessageBox *>(dialog)) {
+        answerMessage(box);
+        return;
+    }
+    const QString title = dialog->windowTitle().isEmpty()
+                              ? QString::fromLatin1(dialog->metaObject()->className())
+                              : dialog->windowTitle();
+    note(QStringLiteral("The window '%1' wants a person. %2").arg(title, m_sHelp));
+    dialog->reject();
+}
+
+void unattended::answerMessage(QMessageBox * box)
+{
+    const QString text = textOf(*box);
+    if (box->buttons().size() < 2) {
+        const bool isBad = box->icon() == QMessageBox::Warning || box->icon() == QMessageBox::Critical;
+        isBad ? printError(text) : printLine(text);
+        box->accept();
+        return;
+    }
+    QAbstractButton * button = nullptr;
+    if (m_bAnswerYes) {
+        button = positiveButton(*box);
+    } else if (isatty(STDIN_FILENO)) {
+        button = askAtTerminal(*box, text);
+    }
+    if (!button) {
+        note(text + QStringLiteral(" (-y answers Yes)"));
+        button = negativeButton(*box);
+    }
+    if (button) {
+        button->click();
+    } else {
+        box->reject();
+    }
+}
+
+/// The button that the person chose; null when there was no answer.
+QAbstractButton * unattended::askAtTerminal(const QMessageBox & box, const QString & text) const
+{
+    QAbstractButton * const yes = positiveButton(box);
+    QAbstractButton * const no = negativeButton(box);
+    const bool defaultIsYes = yes && box.defaultButton() == yes;
+    (void)finishOutput(0);
+    for (;;) {
+        std::cerr << text.toStdString() << (defaultIsYes ? " [Y/n] " : " [y/N] ") << std::flush;
+        std::string line;
+        if (!std::getline(std::cin, line)) {
+            return nullptr;
+        }
+        const QString reply = QString::fromStdString(line).trimmed().toLower();
+        if (reply.isEmpty()) {
+            return defaultIsYes ? yes : no;
+        }
+        if (reply == QLatin1String("y") || reply == QLatin1String("yes")) {
+            return yes;
+        }
+        if (reply == QLatin1String("n") || reply == QLatin1String("no")) {
+            return no;
+        }
+    }
+}
+
+void unattended::note(const QString & line)
+{
+    if (m_sUnanswered.isEmpty()) {
+        m_sUnanswered = oneLine(line);
+    }
+}
+
+} // namespace app

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+class QAbstractButton;
+class QDialog;
+class QMessageBox;
+
+namespace app {
+
+/// Answers the modal windows that a plug-in opens while no person sees them.
+///
+/// A question is answered Yes when that was asked for, by the person at the terminal when there is one, and
+/// otherwise in the way that changes nothing. Any other dialog is rejected. A message that leaves no choice
+/// is printed and confirmed.
+class unattended : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param help what to say about a window that cannot be shown
+    unattended(bool answerYes, const QString & help);
+    ~unattended() override;
+
+    /// One line about the first window that wanted a person and got none; empty when there was none.
+    [[nodiscard]] QString unanswered() const { return m_sUnanswered; }
+
+protected:
+    bool eventFilter(QObject * watched, QEvent * event) override;
+
+private:
+    void answer(QDialog * dialog);
+    void answerMessage(QMessageBox * box);
+    [[nodiscard]] QAbstractButton * askAtTerminal(const QMessageBox & box, const QString & text) const;
+    void note(const QString & line);
+
+    bool m_bAnswerYes;
+    QString m_sHelp;
+    QString m_sUnanswered;
+};
+
+} // namespace app

@@ -1,0 +1,91 @@
+#include "plugin/plugin_finder.h"
+
+#include "plugin/export_interface.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLibrary>
+#include <QPluginLoader>
+#include <QSet>
+
+namespace plugin {
+
+namespace {
+
+std::unique_ptr<loaded_plugin> refuse(zk::ZkBool & why, const QString & file, const QString & reason)
+{
+    why = zk::ZkBool::failure(QDir::toNativeSeparators(file) + QStringLiteral(": ") + reason.simplified());
+    return nullptr;
+}
+
+} // namespace
+
+loaded_plugin::loaded_plugin() = default;
+
+loaded_plugin::~loaded_plugin()
+{
+    if (m_pInterface) {
+        m_pInterface->terminate();
+        delete m_pInterface;
+    }
+    if (m_pLoader) {
+        m_pLoader->unload();
+    }
+}
+
+std::unique_ptr<loaded_plugin> loaded_plugin::load(const QString & file, zk::ZkBool & why)
+{
+    const QFileInfo info(file);
+    if (!info.exists()) {
+        return refuse(why, file, QStringLiteral("the plug-in file does not exist"));
+    }
+    if (!info.isFile()) {
+        return refuse(why, file, QStringLiteral("this is no plug-in: it is not a file"));
+    }
+    std::unique_ptr<loaded_plugin> result(new loaded_plugin);
+    result->m_sFileName = info.absoluteFilePath();
+    result->m_pLoader = std::make_unique<QPluginLoader>(result->m_sFileName);
+    // Asked for before anything is loaded, so that no code of a file without metadata ever runs.
+    if (result->m_pLoader->metaData().isEmpty()) {
+        return refuse(why, file, QStringLiteral("this is no plug-in: ") + result->m_pLoader->errorString());
+    }
+    if (!result->m_pLoader->load()) {
+        return refuse(why, file,
+                      QStringLiteral("the plug-in cannot be loaded: ") + result->m_pLoader->errorString());
+    }
+    result->m_pInterface = qobject_cast<export_interface *>(result->m_pLoader->instance());
+    if (!result->m_pInterface) {
+        return refuse(why, file, QStringLiteral("the plug-in was built for another interface"));
+    }
+    why = zk::ZkBool::success();
+    return result;
+}
+
+QStringList pluginFolders()
+{
+    QStringList folders =
+        qEnvironmentVariable("KORVANE_PLUGIN_PATH").split(QDir::listSeparator(), Qt::SkipEmptyParts);
+    folders << QDir::cleanPath(QDir(QCoreApplication::applicationDirPath())
+                                   .absoluteFilePath(QStringLiteral("../" KORVANE_PLUGIN_SUBDIR)));
+    return folders;
+}
+
+QStringList findPluginFiles(const QStringList & folders)
+{
+    QStringList files;
+    QSet<QString> seen;
+    for (const QString & folder : folders) {
+        const QFileInfoList entries = QDir(folder).entryInfoList(QDir::Files, QDir::Name);
+        for (const QFileInfo & entry : entries) {
+            const QString file = entry.canonicalFilePath();
+            if (QLibrary::isLibrary(entry.fileName()) && !seen.contains(file)) {
+                seen.insert(file);
+                files << entry.absoluteFilePath();
+            }
+        }
+    }
+    return files;
+}
+
+} // namespace plugin

@@ -1,0 +1,173 @@
+#include "storage/history.h"
+
+#include "model/plugin_params.h"
+#include "model/project.h"
+#include "model/project_historic.h"
+#include "storage/new_project_file.h"
+#include "storage/project_reader.h"
+#include "storage/project_schema.h"
+#include "zk/sqlite_connection.h"
+#include "zk/zk_dao.h"
+#include "zk/zk_session.h"
+
+#include <QFile>
+#include <QHash>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+
+#include <limits>
+
+namespace storage::history {
+
+namespace {
+
+using list_of_params = zk::ZkCollection<long, std::shared_ptr<model::plugin_params>>;
+using list_of_versions = zk::ZkCollection<long, std::shared_ptr<model::project_historic>>;
+
+QSqlError fetchVersions(const QSqlDatabase & database, list_of_versions & versions)
+{
+    return zk::dao::fetchByQuery(
+        versions, zk::ZkSqlQuery().orderAsc(QStringLiteral("t_project_historic.dt_creation")), database);
+}
+
+/// The bytes of a project file that holds what `database` holds, without its history.
+QSqlError snapshot(const QString & file, const QSqlDatabase & database, QByteArray & bytes)
+{
+    model::project project(1);
+    if (const QSqlError error = readModel(file, database, project); error.isValid()) {
+        return error;
+    }
+    list_of_params params;
+    if (const QSqlError error = zk::dao::fetchByQuery(params, zk::ZkSqlQuery(), database); error.isValid()) {
+        return error;
+    }
+    const QTemporaryDir folder;
+    if (!folder.isValid()) {
+        return zk::sqlite::failure(
+            file, QStringLiteral("cannot be tagged: no temporary folder (%1)").arg(folder.errorString()));
+    }
+    const QString copy = folder.filePath(QStringLiteral("version.korv"));
+    if (const QSqlError error = new_project_file::write(
+            copy, project, [&params](const QSqlDatabase & d) { return zk::dao::insert(params, d); });
+        error.isValid()) {
+        return error;
+    }
+    QFile opened(copy);
+    if (opened.open(QIODevice::ReadOnly)) {
+        bytes = opened.readAll();
+    }
+    return bytes.size() == opened.size() && !bytes.isEmpty()
+               ? QSqlError()
+               : zk::sqlite::failure(copy, QStringLiteral("cannot be read back"));
+}
+
+QSqlError addMessage(const QSqlDatabase & database, int version, const QString & message)
+{
+    QSqlQuery query(database);
+    // A message that an emptied history left behind belongs to nothing.
+    query.prepare(QStringLiteral("INSERT OR REPLACE INTO t_project_tag (version, message) VALUES (?, ?)"));
+    query.addBindValue(version);
+    query.addBindValue(message.isNull() ? QStringLiteral("") : message);
+    query.exec();
+    return query.lastError();
+}
+
+QSqlError readMessages(const QSqlDatabase & database, QHash<int, QString> & messages)
+{
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    query.exec(QStringLiteral("SELECT version, message FROM t_project_tag"));
+    while (query.next()) {
+        messages.insert(query.value(0).toInt(), query.value(1).toString());
+    }
+    return query.lastError();
+}
+
+/// Adds the version to the open and checked project file.
+QSqlError addVersion(const QString & file, zk::ZkSession & session, const QString & message, int & number)
+{
+    list_of_versions versions;
+    if (const QSqlError error = fetchVersions(session.database(), versions); error.isValid()) {
+        return error;
+    }
+    QByteArray bytes;
+    if (const QSqlError error = snapshot(file, session.database(), bytes); error.isValid()) {
+        return error;
+    }
+    const auto record = std::make_shared<model::project_historic>();
+    QDateTime created = QDateTime::currentDateTimeUtc();
+    if (!versions.isEmpty()) {
+        // The clock may stand still or go back; the order of the versions must not.
+        if (const QDateTime newest = versions.getByIndex(versions.count() - 1)->getCreationTime();
+            newest.isValid() && newest > created) {
+            created = newest;
+        }
+    }
+    record->setCreationTime(created);
+    record->setProjectFile(qCompress(bytes));
+    list_of_versions added;
+    added.insert(0, record);
+    if (const QSqlError error = zk::dao::insert(added, session.database()); error.isValid()) {
+        return error;
+    }
+    number = static_cast<int>(versions.count()) + 1;
+    return addMessage(session.database(), number, message);
+}
+
+} // namespace
+
+QSqlError tag(const QString & file, const QString & message, int & number)
+{
+    if (const QSqlError error = zk::sqlite::checkFile(file); error.isValid()) {
+        return error;
+    }
+    zk::sqlite::scoped_connection connection;
+    if (const QSqlError error = connection.open(file); error.isValid()) {
+        return error;
+    }
+    zk::ZkSession session(connection.database());
+    if (!session.isValid()) {
+        return zk::sqlite::describe(file, session.end());
+    }
+    session.addError(project_schema::check(file, connection.database(), true));
+    int added = 0;
+    if (session.isValid()) {
+        session.addError(addVersion(file, session, message, added));
+    }
+    const QSqlError error = zk::sqlite::describe(file, session.end());
+    if (!error.isValid()) {
+        number = added;
+    }
+    return error;
+}
+
+QSqlError list(const QString & file, QList<version> & versions)
+{
+    if (const QSqlError error = zk::sqlite::checkFile(file); error.isValid()) {
+        return error;
+    }
+    zk::sqlite::scoped_connection connection;
+    if (const QSqlError error = connection.open(file); error.isValid()) {
+        return error;
+    }
+    if (const QSqlError error = project_schema::check(file, connection.database(), false); error.isValid()) {
+        return error;
+    }
+    list_of_versions records;
+    QHash<int, QString> messages;
+    QSqlError error = fetchVersions(connection.database(), records);
+    if (!error.isValid()) {
+        error = readMessages(connection.database(), messages);
+    }
+    if (error.isValid()) {
+        return zk::sqlite::describe(file, error);
+    }
+    versions.clear();
+    for (const std::shared_ptr<model::project_historic> & record : records.values()) {
+        const int number = static_cast<int>(versions.size()) + 1;
+        versions.append({number, record->getCreationTime(), messages.value(number)});
+    }
+    return {};
+}
+
+} // namespace storage::history

@@ -1,0 +1,320 @@
+#include "storage/model_check.h"
+
+#include "model/project.h"
+#include "model/property_type.h"
+
+#include <QHash>
+#include <QRegularExpression>
+#include <QSet>
+
+#include <algorithm>
+#include <vector>
+
+namespace storage::model_check {
+
+namespace {
+
+using found = std::optional<finding>;
+
+constexpr qsizetype NameBytes = 180; // leaves room for what scripts and temporary files append to it
+constexpr qsizetype PrintedLength = 100;
+
+QString nameOf(const QString & name)
+{
+    return QLatin1Char('\'') + printable(name) + QLatin1Char('\'');
+}
+
+/// The first number that occurs twice.
+std::optional<long> firstTwice(std::vector<long> & ids)
+{
+    // Models that were written by the program are in order already.
+    if (!std::is_sorted(ids.begin(), ids.end())) {
+        std::sort(ids.begin(), ids.end());
+    }
+    const auto it = std::adjacent_find(ids.begin(), ids.end());
+    return it == ids.end() ? std::nullopt : std::optional<long>(*it);
+}
+
+/// One walk over the model that stops at the first broken rule.
+class checker
+{
+public:
+    explicit checker(const model::project & project) : m_project(project) {}
+
+    found run()
+    {
+        if (const QString problem = projectNameProblem(m_project.getName()); !problem.isEmpty()) {
+            return finding{QString(), QStringLiteral("project name ") + problem};
+        }
+        qsizetype index = 0;
+        for (const auto & entity : m_project.getListOfAllEntities()->values()) {
+            if (found f = checkEntity(*entity, placeOfEntity(index++, entity->getName()))) {
+                return f;
+            }
+        }
+        if (const auto id = firstTwice(m_lstPropertyId)) {
+            return placeOfSecond(*id, false);
+        }
+        if (const auto id = firstTwice(m_lstRelationId)) {
+            return placeOfSecond(*id, true);
+        }
+        return findCircle();
+    }
+
+private:
+    found checkEntity(const model::entity & entity, const QString & place)
+    {
+        if (entity.getName().isEmpty()) {
+            return finding{place, QStringLiteral("field 'name' must not be empty")};
+        }
+        const auto properties = entity.getListOfProperty(true, true, false);
+        bool hasIdentifier = false;
+        for (long i = 0; i < properties->count(); ++i) {
+            const std::shared_ptr<model::property> property = properties->getByIndex(i);
+            QString reason = checkProperty(*property);
+            if (property->isIdentifier()) {
+                if (reason.isEmpty() && hasIdentifier) {
+                    reason = QStringLiteral("the entity has a second identifier");
+                }
+                hasIdentifier = true;
+            }
+            if (!reason.isEmpty()) {
+                return finding{placeOfProperty(place, i, property->getName()), reason};
+            }
+        }
+        return {};
+    }
+
+    QString checkProperty(const model::property & property)
+    {
+        m_lstPropertyId.push_back(property.getId());
+        if (property.getName().isEmpty()) {
+            return QStringLiteral("field 'name' must not be empty");
+        }
+        if (property.getAutoIncrement() && !isOfIntegers(property)) {
+            return QStringLiteral("field 'autoIncrement' needs a 'type', all of it integer types");
+        }
+        return property.hasRelationship() ? checkRelationship(*property.getRelation()) : QString();
+    }
+
+    QString checkRelationship(const model::relationship & relation)
+    {
+        m_lstRelationId.push_back(relation.getId());
+        const std::shared_ptr<model::entity> target = m_project.getEntityById(relation.getEntityTargetId());
+        if (!target) {
+            return QStringLiteral("relationship target %1 does not exist").arg(relation.getEntityTargetId());
+        }
+        if (relation.getInverseId() != 0 && !target->getPropertyById(relation.getInverseId())) {
+            return QStringLiteral("relationship inverse %1 does not exist in the target %2")
+                .arg(QString::number(relation.getInverseId()), nameOf(target->getName()));
+        }
+        return {};
+    }
+
+    static bool isOfIntegers(const model::property & property)
+    {
+        const std::shared_ptr<model::property_type> type = property.getType();
+        const qsizetype n = type ? type->getCppTypes().size() : 0;
+        for (int i = 0; i < static_cast<int>(n); ++i) {
+            if (!property.isNumber(true, i)) {
+                return false;
+            }
+        }
+        return n > 0;
+    }
+
+    /// Where the second object with `id` stands.
+    [[nodiscard]] finding placeOfSecond(long id, bool relations) const
+    {
+        int seen = 0;
+        qsizetype entityIndex = 0;
+        for (const auto & entity : m_project.getListOfAllEntities()->values()) {
+            const QString place = placeOfEntity(entityIndex++, entity->getName());
+            qsizetype index = -1;
+            for (const auto & property : entity->getListOfProperty(true, true, false)->values()) {
+                ++index;
+                const bool hit = relations
+                                     ? property->hasRelationship() && property->getRelation()->getId() == id
+                                     : property->getId() == id;
+                if (hit && ++seen == 2) {
+                    return {placeOfProperty(place, index, property->getName()),
+                            usedTwice(relations ? QStringLiteral("relationship") : QStringLiteral("property"),
+                                      id)};
+                }
+            }
+        }
+        return {};
+    }
+
+    /// Identifiers that are relationships lead from entity to entity; none may come back to where it was.
+    [[nodiscard]] found findCircle() const
+    {
+        QSet<long> finished;
+        qsizetype index = -1;
+        for (const auto & entity : m_project.getListOfAllEntities()->values()) {
+            ++index;
+            QSet<long> onWay;
+            QStringList names;
+            std::shared_ptr<model::property> key;
+            for (std::shared_ptr<model::entity> e = entity; e && !finished.contains(e->getId());) {
+                names.append(nameOf(e->getName()));
+                if (onWay.contains(e->getId())) {
+                    return finding{placeOfEntity(index, entity->getName()),
+                                   QStringLiteral("identifiers refer to each other in a circle: ") +
+                                       shortened(names).join(QStringLiteral(" -> "))};
+                }
+                onWay.insert(e->getId());
+                key = e->getPropertyId(true);
+                e = key && key->hasRelationship() ? key->getRelation()->getEntityTarget() : nullptr;
+            }
+            finished.unite(onWay);
+        }
+        return {};
+    }
+
+    static QStringList shortened(const QStringList & names)
+    {
+        constexpr qsizetype shown = 6;
+        return names.size() <= shown ? names
+                                     : names.mid(0, shown - 1) << QStringLiteral("...") << names.constLast();
+    }
+
+    const model::project & m_project;
+    std::vector<long> m_lstPropertyId;
+    std::vector<long> m_lstRelationId;
+};
+
+/// The names of the columns that the table of `entity` gets.
+QSet<QString> columnsOf(const model::entity & entity)
+{
+    QSet<QString> columns;
+    for (const auto & p : entity.getListOfProperty(true, true, false)->values()) {
+        const bool ownColumn = !p->hasRelationship() || p->isIdentifier() ||
+                               p->getRelation()->getType() == model::relationship::many_to_one;
+        if (p->isTransient() || !ownColumn) {
+            continue;
+        }
+        for (int i = 0; i < p->getColumnNameCount(); ++i) {
+            columns.insert(p->getColumnName().isEmpty() ? p->getName() : p->getColumnName(i));
+        }
+    }
+    return columns;
+}
+
+QStringList warningsOf(const model::property & p, const QSet<QString> & columns)
+{
+    QStringList result;
+    const qsizetype types = p.getType() ? p.getType()->getCppTypes().size() : 0;
+    if (types > 1 && types != p.getColumnNameCount()) {
+        result.append(QStringLiteral("the type has %1 parts for %2 columns")
+                          .arg(QString::number(types), QString::number(p.getColumnNameCount())));
+    }
+    if (p.hasRelationship() && !p.isTransient() && !p.isIdentifier() &&
+        p.getRelation()->getType() == model::relationship::one_to_one) {
+        for (int i = 0; i < p.getRelation()->getColumnNameCount(); ++i) {
+            if (const QString column = p.getRelation()->getColumnName(i); !columns.contains(column)) {
+                result.append(
+                    QStringLiteral("one-to-one column %1 is not a column of its table").arg(nameOf(column)));
+            }
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+QString finding::text(const QString & source) const
+{
+    const QString separator = QStringLiteral(": ");
+    return source + separator + (place.isEmpty() ? QString() : place + separator) + reason;
+}
+
+QString printable(const QString & text)
+{
+    QString result = text.size() > PrintedLength ? text.left(PrintedLength) + QStringLiteral("...") : text;
+    for (QChar & c : result) {
+        if (!c.isPrint() && !c.isSurrogate()) {
+            c = QLatin1Char('?');
+        }
+    }
+    return result;
+}
+
+QString placeOf(const QString & list, qsizetype index, const QString & name)
+{
+    const QString place = QStringLiteral("%1[%2]").arg(list).arg(index);
+    return name.isEmpty() ? place : place + QLatin1Char(' ') + nameOf(name);
+}
+
+QString placeOfEntity(qsizetype index, const QString & name)
+{
+    return placeOf(QStringLiteral("entities"), index, name);
+}
+
+QString placeOfProperty(const QString & entity, qsizetype index, const QString & name)
+{
+    return entity + QStringLiteral(" / ") + placeOf(QStringLiteral("properties"), index, name);
+}
+
+QString placeOfEnumeration(qsizetype index, const QString & name)
+{
+    return placeOf(QStringLiteral("enumerations"), index, name);
+}
+
+QString projectNameProblem(const QString & name)
+{
+    if (name.isEmpty()) {
+        return QStringLiteral("must not be empty");
+    }
+    if (name.toUtf8().size() > NameBytes) {
+        return QStringLiteral("is longer than %1 bytes").arg(NameBytes);
+    }
+    if (name.startsWith(QLatin1Char(':')) || name.startsWith(QLatin1Char('.'))) {
+        return QStringLiteral("%1 must not begin with ':' or '.'").arg(nameOf(name));
+    }
+    for (const QChar c : name) {
+        if (c == QLatin1Char('/') || c == QLatin1Char('\\') || c.category() == QChar::Other_Control) {
+            return QStringLiteral("%1 must not hold '/', '\\' or a control character").arg(nameOf(name));
+        }
+    }
+    // Windows takes these for devices whatever extension and blanks follow.
+    static const QRegularExpression device(
+        QStringLiteral("^(CON|PRN|AUX|NUL|CONIN\\$|CONOUT\\$|CLOCK\\$|(COM|LPT)[0-9\u00b9\u00b2\u00b3])"
+                       "[ ]*([.:].*)?$"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    if (device.match(name).hasMatch()) {
+        return QStringLiteral("%1 is a reserved device name of Windows").arg(nameOf(name));
+    }
+    return {};
+}
+
+QString usedTwice(const QString & kind, long id)
+{
+    return QStringLiteral("%1 id %2 is used twice").arg(kind).arg(id);
+}
+
+std::optional<finding> firstError(const model::project & project)
+{
+    return checker(project).run();
+}
+
+QStringList warnings(const model::project & project)
+{
+    QStringList result;
+    qsizetype entityIndex = 0;
+    for (const auto & entity : project.getListOfAllEntities()->values()) {
+        const QString place = placeOfEntity(entityIndex++, entity->getName());
+        const QSet<QString> columns = columnsOf(*entity);
+        qsizetype index = 0;
+        for (const auto & property : entity->getListOfProperty(true, true, false)->values()) {
+            for (const QString & warning : warningsOf(*property, columns)) {
+                result.append(placeOfProperty(place, index, property->getName()) + QStringLiteral(": ") +
+                              warning);
+            }
+            ++index;
+        }
+    }
+    return result;
+}
+
+} // namespace storage::model_check

@@ -1,0 +1,386 @@
+#include "storage/project_reader.h"
+
+#include "model/project.h"
+#include "model/property_type.h"
+#include "storage/model_check.h"
+#include "storage/project_schema.h"
+#include "zk/sqlite_connection.h"
+
+#include <QHash>
+#include <QSqlQuery>
+
+#include <array>
+#include <cmath>
+#include <functional>
+#include <limits>
+
+namespace storage {
+
+namespace {
+
+using namespace project_schema;
+
+constexpr qlonglong MaxId = std::numeric_limits<long>::max();
+
+/// Hands out one shared copy of equal texts, as long as they come close together: models repeat the names of
+/// their columns. Its memory does not grow with the model.
+class text_cache
+{
+public:
+    QString shared(const QString & text)
+    {
+        QString & slot = m_slots[qHash(text) % m_slots.size()];
+        if (slot != text) {
+            slot = text;
+        }
+        return slot;
+    }
+
+private:
+    std::array<QString, 4096> m_slots;
+};
+
+/// The rows of one table in order. The first value of a wrong kind ends the reading.
+class table_rows
+{
+public:
+    table_rows(const QSqlDatabase & database, const QString & table, const QString & columns)
+        : m_query(database), m_sTable(table)
+    {
+        m_query.setForwardOnly(true);
+        if (m_query.prepare(QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid").arg(columns, table))) {
+            m_query.exec();
+        }
+    }
+
+    bool next()
+    {
+        ++m_iRow;
+        return m_sProblem.isEmpty() && m_query.next();
+    }
+    qlonglong number(int column, qlonglong min, qlonglong max)
+    {
+        const QVariant value = m_query.value(column);
+        const qlonglong n = value.toLongLong();
+        if (value.typeId() != QMetaType::LongLong || n < min || n > max) {
+            fail(QStringLiteral("column %1 holds no number of the expected range").arg(column + 1));
+            return min;
+        }
+        return n;
+    }
+    long id(int column) { return static_cast<long>(number(column, 1, MaxId)); }
+    long optionalId(int column) { return m_query.isNull(column) ? 0 : id(column); }
+    QString text(int column)
+    {
+        const QVariant value = m_query.value(column);
+        if (value.typeId() != QMetaType::QString || value.isNull()) {
+            fail(QStringLiteral("column %1 holds no text").arg(column + 1));
+        }
+        return value.toString();
+    }
+    QString optionalText(int column) { return m_query.isNull(column) ? QString() : text(column); }
+
+    void fail(const QString & reason)
+    {
+        if (m_sProblem.isEmpty()) {
+            m_sProblem = QStringLiteral("is damaged (table %1, row %2: %3); restore it from a copy")
+                             .arg(m_sTable, QString::number(m_iRow), reason);
+        }
+    }
+    /// What ended the reading; invalid at the end of the table.
+    [[nodiscard]] QSqlError error(const QString & file) const
+    {
+        return m_sProblem.isEmpty() ? zk::sqlite::describe(file, m_query.lastError())
+                                    : zk::sqlite::failure(file, m_sProblem);
+    }
+
+private:
+    QSqlQuery m_query;
+    QString m_sTable;
+    QString m_sProblem;
+    qlonglong m_iRow = 0;
+};
+
+struct property_detail
+{
+    QString key;
+    QString forceSqlType;
+};
+
+class model_reader
+{
+public:
+    model_reader(const QString & file, const QSqlDatabase & database, model::project & project)
+        : m_sFile(file), m_database(database), m_project(project)
+    {
+    }
+
+    QSqlError read()
+    {
+        const auto steps = {
+            &model_reader::readProject,  &model_reader::readEnumerations,  &model_reader::readValues,
+            &model_reader::readEntities, &model_reader::readMetaData,      &model_reader::readTypes,
+            &model_reader::readDetails,  &model_reader::readRelationships, &model_reader::readProperties};
+        for (const auto step : steps) {
+            if (const QSqlError error = std::invoke(step, this); error.isValid()) {
+                return error;
+            }
+        }
+        if (!m_details.isEmpty() || !m_relationships.isEmpty()) {
+            return zk::sqlite::failure(m_sFile, QStringLiteral("is damaged (details of a property that does "
+                                                               "not exist); restore it from a copy"));
+        }
+        const auto finding = model_check::firstError(m_project);
+        return finding ? QSqlError(QString(), finding->text(m_sFile), QSqlError::StatementError)
+                       : QSqlError();
+    }
+
+private:
+    QSqlError readProject()
+    {
+        table_rows rows(m_database, QStringLiteral("t_project"), QStringLiteral("name"));
+        int count = 0;
+        for (; rows.next(); ++count) {
+            m_project.setName(rows.text(0));
+        }
+        if (const QSqlError error = rows.error(m_sFile); error.isValid() || count == 1) {
+            return error;
+        }
+        return zk::sqlite::failure(
+            m_sFile,
+            QStringLiteral("is damaged (table t_project has %1 rows); restore it from a copy").arg(count));
+    }
+
+    QSqlError readEnumerations()
+    {
+        table_rows rows(m_database, QStringLiteral("t_enumeration"), QStringLiteral("id, name"));
+        while (rows.next()) {
+            const auto enumeration = std::make_shared<model::enumeration>(rows.id(0));
+            enumeration->setName(rows.text(1));
+            if (!m_project.addEnumeration(enumeration)) {
+                rows.fail(model_check::usedTwice(QStringLiteral("enumeration"), enumeration->getId()));
+            }
+        }
+        return rows.error(m_sFile);
+    }
+
+    QSqlError readValues()
+    {
+        table_rows rows(m_database, QStringLiteral("t_enumeration_value"),
+                        QStringLiteral("enumeration_id, name, value"));
+        QHash<long, QList<model::enumeration::value>> values;
+        while (rows.next()) {
+            const long id = rows.id(0);
+            values[id].append({rows.text(1), rows.number(2, std::numeric_limits<qlonglong>::min(),
+                                                         std::numeric_limits<qlonglong>::max())});
+            if (!m_project.getEnumerationById(id)) {
+                rows.fail(QStringLiteral("enumeration %1 does not exist").arg(id));
+            }
+        }
+        for (auto it = values.constBegin(); it != values.constEnd(); ++it) {
+            if (const auto enumeration = m_project.getEnumerationById(it.key())) {
+                enumeration->setValues(it.value());
+            }
+        }
+        return rows.error(m_sFile);
+    }
+
+    QSqlError readEntities()
+    {
+        table_rows rows(m_database, QStringLiteral("t_entity"),
+                        QStringLiteral("id, name, entity_key, table_name, soft_delete_column, version"));
+        while (rows.next()) {
+            const auto entity = std::make_shared<model::entity>(rows.id(0), rows.text(1));
+            entity->setKey(rows.optionalText(2));
+            entity->setTableName(rows.optionalText(3));
+            entity->setSoftDeleteColumn(rows.optionalText(4));
+            entity->setVersion(static_cast<long>(rows.number(5, 0, MaxId)));
+            if (!m_project.addEntity(entity)) {
+                rows.fail(model_check::usedTwice(QStringLiteral("entity"), entity->getId()));
+            }
+        }
+        return rows.error(m_sFile);
+    }
+
+    QSqlError readMetaData()
+    {
+        table_rows rows(m_database, QStringLiteral("t_meta_data"),
+                        QStringLiteral("entity_id, meta_key, value_type, meta_value"));
+        while (rows.next()) {
+            const std::shared_ptr<model::entity> entity = m_project.getEntityById(rows.id(0));
+            const QString key = rows.text(1);
+            const QMetaType type = QMetaType::fromName(rows.text(2).toLatin1());
+            QVariant value(rows.text(3));
+            const bool known = type.id() == QMetaType::QString || type.id() == QMetaType::Bool ||
+                               type.id() == QMetaType::LongLong || type.id() == QMetaType::ULongLong ||
+                               type.id() == QMetaType::Double;
+            if (!known || !value.convert(type) ||
+                (type.id() == QMetaType::Double && !std::isfinite(value.toDouble()))) {
+                rows.fail(QStringLiteral("the value is not of its type"));
+            } else if (!entity) {
+                rows.fail(QStringLiteral("the entity does not exist"));
+            } else if (entity->getAllMetaData().contains(key)) {
+                rows.fail(QStringLiteral("the key is used twice"));
+            } else {
+                entity->setMetaData(key, value);
+            }
+        }
+        return rows.error(m_sFile);
+    }
+
+    QSqlError readTypes()
+    {
+        table_rows rows(m_database, QStringLiteral("t_property_type"),
+                        QStringLiteral("type_id, cpp_type, enumeration_id"));
+        long current = 0;
+        QStringList cppTypes;
+        const auto finish = [&] {
+            if (!cppTypes.isEmpty()) {
+                m_types.insert(current, std::make_shared<model::property_type>(cppTypes));
+                cppTypes.clear();
+            }
+        };
+        while (rows.next()) {
+            const long id = rows.id(0);
+            const long enumerationId = rows.optionalId(2);
+            const QString cppType = rows.optionalText(1);
+            if (id != current) {
+                finish();
+                current = id;
+                if (m_types.contains(id)) {
+                    rows.fail(model_check::usedTwice(QStringLiteral("type"), id));
+                }
+            }
+            const auto enumeration = m_project.getEnumerationById(enumerationId);
+            if (cppType.isEmpty() == (enumeration == nullptr) || m_types.contains(id) ||
+                (enumeration && !cppTypes.isEmpty())) {
+                rows.fail(QStringLiteral("the type is neither a C++ type nor an enumeration"));
+            } else if (enumeration) {
+                m_types.insert(id, std::make_shared<model::property_type>(enumeration));
+            } else {
+                cppTypes.append(cppType);
+            }
+        }
+        finish();
+        return rows.error(m_sFile);
+    }
+
+    QSqlError readDetails()
+    {
+        table_rows rows(m_database, QStringLiteral("t_property_detail"),
+                        QStringLiteral("property_id, property_key, force_sql_type"));
+        while (rows.next()) {
+            const long id = rows.id(0);
+            if (m_details.contains(id)) {
+                rows.fail(model_check::usedTwice(QStringLiteral("property"), id));
+            }
+            m_details.insert(id, {rows.optionalText(1), m_texts.shared(rows.optionalText(2))});
+        }
+        return rows.error(m_sFile);
+    }
+
+    QSqlError readRelationships()
+    {
+        table_rows rows(m_database, QStringLiteral("t_relationship"),
+                        QStringLiteral("property_id, id, type, target_id, inverse_id, extra_table, "
+                                       "foreign_key, foreign_key_owner"));
+        while (rows.next()) {
+            const long propertyId = rows.id(0);
+            if (m_relationships.contains(propertyId)) {
+                rows.fail(QStringLiteral("the property has a second relationship"));
+            }
+            const auto relation = std::make_shared<model::relationship>(
+                rows.id(1), static_cast<model::relationship::type_relation>(rows.number(
+                                2, model::relationship::one_to_one, model::relationship::many_to_many)));
+            relation->setEntityTargetId(rows.id(3));
+            relation->setInverseId(rows.optionalId(4));
+            relation->setExtraTable(rows.optionalText(5));
+            relation->setForeignKey(rows.optionalText(6));
+            relation->setForeignKeyOwner(rows.optionalText(7));
+            m_relationships.insert(propertyId, relation);
+        }
+        return rows.error(m_sFile);
+    }
+
+    QSqlError readProperties()
+    {
+        table_rows rows(m_database, QStringLiteral("t_property"),
+                        QStringLiteral("entity_id, id, name, column_name, type_id, flags"));
+        std::shared_ptr<model::entity> entity;
+        while (rows.next()) {
+            const long entityId = rows.id(0);
+            if (!entity || entity->getId() != entityId) {
+                entity = m_project.getEntityById(entityId);
+            }
+            const auto property = std::make_shared<model::property>(rows.id(1), m_texts.shared(rows.text(2)));
+            property->setColumnName(m_texts.shared(rows.optionalText(3)));
+            const long typeId = rows.optionalId(4);
+            const long flags = static_cast<long>(rows.number(5, 0, all_flags));
+            if (typeId != 0) {
+                property->setType(m_types.value(typeId));
+            }
+            setFlags(*property, flags);
+            if (!entity) {
+                rows.fail(QStringLiteral("entity %1 does not exist").arg(entityId));
+            } else if (typeId != 0 && (!property->getType() || (flags & flag_relationship) != 0)) {
+                rows.fail(QStringLiteral("type %1 does not exist or is one too many").arg(typeId));
+            } else if (!attach(*property, flags)) {
+                rows.fail(QStringLiteral("the details of the property are missing"));
+            } else if (!entity->addProperty(property)) {
+                rows.fail(model_check::usedTwice(QStringLiteral("property"), property->getId()));
+            }
+        }
+        return rows.error(m_sFile);
+    }
+
+    static void setFlags(model::property & property, long flags)
+    {
+        property.setIdentifier((flags & flag_identifier) != 0);
+        property.setAllowNull((flags & flag_not_null) == 0);
+        property.setUnique((flags & flag_unique) != 0);
+        property.setIndex((flags & flag_index) != 0);
+        property.setTransient((flags & flag_transient) != 0);
+        if ((flags & flag_auto_increment_given) != 0) {
+            property.setAutoIncrement((flags & flag_auto_increment) != 0);
+        }
+    }
+
+    /// Gives the property what stands in other tables; false when it is not there.
+    bool attach(model::property & property, long flags)
+    {
+        if ((flags & flag_detail) != 0) {
+            const auto detail = m_details.constFind(property.getId());
+            if (detail == m_details.constEnd()) {
+                return false;
+            }
+            property.setKey(detail->key);
+            property.setForceSqlType(detail->forceSqlType);
+            m_details.erase(detail);
+        }
+        if ((flags & flag_relationship) != 0) {
+            const std::shared_ptr<model::relationship> relation = m_relationships.take(property.getId());
+            if (!relation) {
+                return false;
+            }
+            property.setRelation(relation);
+        }
+        return true;
+    }
+
+    QString m_sFile;
+    QSqlDatabase m_database;
+    model::project & m_project;
+    text_cache m_texts;
+    QHash<long, std::shared_ptr<model::property_type>> m_types;
+    QHash<long, property_detail> m_details;
+    QHash<long, std::shared_ptr<model::relationship>> m_relationships;
+};
+
+} // namespace
+
+QSqlError readModel(const QString & file, const QSqlDatabase & database, model::project & project)
+{
+    return model_reader(file, database, project).read();
+}
+
+} // namespace storage

@@ -1,0 +1,189 @@
+#include "storage/project_schema.h"
+
+#include "storage/model_check.h"
+#include "zk/sqlite_connection.h"
+
+#include <QHash>
+#include <QSqlQuery>
+#include <QVariant>
+
+namespace storage::project_schema {
+
+namespace {
+
+constexpr int ApplicationId = 0x4B6F7276; // "Korv"
+constexpr int FormatVersion = 1;
+
+QString createStatement(const table & t)
+{
+    return QStringLiteral("CREATE TABLE %1 (%2)").arg(t.name, t.columns);
+}
+
+QSqlError readPragma(const QString & file, const QSqlDatabase & database, const QString & pragma,
+                     QVariant & value)
+{
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    query.exec(QStringLiteral("PRAGMA ") + pragma);
+    if (query.next()) {
+        value = query.value(0);
+    }
+    return zk::sqlite::describe(file, query.lastError());
+}
+
+QSqlError checkMarks(const QString & file, const QSqlDatabase & database)
+{
+    QVariant id;
+    QVariant version;
+    if (const QSqlError e = readPragma(file, database, QStringLiteral("application_id"), id); e.isValid()) {
+        return e;
+    }
+    if (const QSqlError e = readPragma(file, database, QStringLiteral("user_version"), version);
+        e.isValid()) {
+        return e;
+    }
+    if (id.toLongLong() != ApplicationId) {
+        return zk::sqlite::failure(file,
+                                   QStringLiteral("is a SQLite file of something else; give a project file"));
+    }
+    if (version.toLongLong() > FormatVersion) {
+        return zk::sqlite::failure(
+            file, QStringLiteral("was written by a newer version (format %1, this program knows %2); "
+                                 "use that version")
+                      .arg(version.toString(), QString::number(FormatVersion)));
+    }
+    if (version.toLongLong() != FormatVersion) {
+        return zk::sqlite::failure(
+            file, QStringLiteral("is damaged (format %1); restore it from a copy").arg(version.toString()));
+    }
+    return {};
+}
+
+/// Our tables must be the very ones that we create: no column that computes, no check that runs code, no
+/// index that could disagree with its table.
+QSqlError checkTables(const QString & file, const QSqlDatabase & database)
+{
+    QHash<QString, QString> missing;
+    for (const table & t : tables()) {
+        missing.insert(t.name, createStatement(t));
+    }
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    query.exec(QStringLiteral("SELECT type, tbl_name, sql FROM sqlite_master"));
+    while (query.next()) {
+        const QString name = query.value(1).toString();
+        const bool isOurs = missing.contains(name);
+        if (isOurs && query.value(0).toString() == QStringLiteral("table") &&
+            query.value(2).toString() == missing.value(name)) {
+            missing.remove(name);
+            continue;
+        }
+        for (const table & t : tables()) {
+            if (t.name.compare(name, Qt::CaseInsensitive) == 0) {
+                return zk::sqlite::failure(file,
+                                           QStringLiteral("is damaged (table %1 is not as it was created); "
+                                                          "restore it from a copy")
+                                               .arg(t.name));
+            }
+        }
+    }
+    if (query.lastError().isValid()) {
+        return zk::sqlite::describe(file, query.lastError());
+    }
+    for (const table & t : tables()) {
+        if (missing.contains(t.name)) {
+            return zk::sqlite::failure(
+                file, QStringLiteral("is damaged (table %1 is missing); restore it from a copy").arg(t.name));
+        }
+    }
+    return {};
+}
+
+QSqlError quickCheck(const QString & file, const QSqlDatabase & database, const QString & tableName)
+{
+    QVariant answer;
+    const QSqlError error =
+        readPragma(file, database, QStringLiteral("quick_check(%1)").arg(tableName), answer);
+    if (!error.isValid() && answer.toString() != QStringLiteral("ok")) {
+        return zk::sqlite::failure(file, QStringLiteral("is damaged (table %1: %2); restore it from a copy")
+                                             .arg(tableName, model_check::printable(answer.toString())));
+    }
+    return error;
+}
+
+} // namespace
+
+const QList<table> & tables()
+{
+    static const QList<table> all = {
+        {QStringLiteral("t_project"), QStringLiteral("name TEXT NOT NULL"), true},
+        {QStringLiteral("t_enumeration"), QStringLiteral("id INTEGER NOT NULL, name TEXT NOT NULL"), true},
+        {QStringLiteral("t_enumeration_value"),
+         QStringLiteral("enumeration_id INTEGER NOT NULL, name TEXT NOT NULL, value INTEGER NOT NULL"), true},
+        {QStringLiteral("t_entity"),
+         QStringLiteral("id INTEGER NOT NULL, name TEXT NOT NULL, entity_key TEXT, table_name TEXT, "
+                        "soft_delete_column TEXT, version INTEGER NOT NULL"),
+         true},
+        {QStringLiteral("t_meta_data"),
+         QStringLiteral("entity_id INTEGER NOT NULL, meta_key TEXT NOT NULL, value_type TEXT NOT NULL, "
+                        "meta_value TEXT NOT NULL"),
+         true},
+        {QStringLiteral("t_property_type"),
+         QStringLiteral("type_id INTEGER NOT NULL, cpp_type TEXT, enumeration_id INTEGER"), true},
+        {QStringLiteral("t_property"),
+         QStringLiteral("entity_id INTEGER NOT NULL, id INTEGER NOT NULL, name TEXT NOT NULL, "
+                        "column_name TEXT, type_id INTEGER, flags INTEGER NOT NULL"),
+         true},
+        {QStringLiteral("t_property_detail"),
+         QStringLiteral("property_id INTEGER NOT NULL, property_key TEXT, force_sql_type TEXT"), true},
+        {QStringLiteral("t_relationship"),
+         QStringLiteral("property_id INTEGER NOT NULL, id INTEGER NOT NULL, type INTEGER NOT NULL, "
+                        "target_id INTEGER NOT NULL, inverse_id INTEGER, extra_table TEXT, "
+                        "foreign_key TEXT, foreign_key_owner TEXT"),
+         true},
+        {QStringLiteral("t_plugin_params"), QStringLiteral("plugin_guid, param_key, param_value"), false},
+        {QStringLiteral("t_project_historic"), QStringLiteral("dt_creation, project_file"), false},
+        {QStringLiteral("t_project_tag"),
+         QStringLiteral("version INTEGER PRIMARY KEY, message TEXT NOT NULL"), false}};
+    return all;
+}
+
+QSqlError create(const QSqlDatabase & database)
+{
+    QStringList statements;
+    for (const table & t : tables()) {
+        statements.append(createStatement(t));
+    }
+    statements.append(QStringLiteral("PRAGMA application_id = %1").arg(ApplicationId));
+    statements.append(QStringLiteral("PRAGMA user_version = %1").arg(FormatVersion));
+    for (const QString & statement : statements) {
+        if (const QSqlError error = zk::sqlite::execute(database, statement); error.isValid()) {
+            return error;
+        }
+    }
+    return {};
+}
+
+QSqlError check(const QString & file, const QSqlDatabase & database, bool whole)
+{
+    if (const QSqlError error = checkMarks(file, database); error.isValid()) {
+        return error;
+    }
+    if (const QSqlError error = zk::sqlite::refuseCode(file, database); error.isValid()) {
+        return error;
+    }
+    if (const QSqlError error = checkTables(file, database); error.isValid()) {
+        return error;
+    }
+    for (const table & t : tables()) {
+        if (!whole && !t.isModel) {
+            continue;
+        }
+        if (const QSqlError error = quickCheck(file, database, t.name); error.isValid()) {
+            return error;
+        }
+    }
+    return {};
+}
+
+} // namespace storage::project_schema

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QList>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QString>
+
+/// The tables of a project file, and what marks a SQLite file as one.
+namespace storage::project_schema {
+
+/// Flags of a row of t_property.
+enum property_flag : long
+{
+    flag_identifier = 1,
+    flag_not_null = 2,
+    flag_unique = 4,
+    flag_index = 8,
+    flag_transient = 16,
+    flag_auto_increment_given = 32,
+    flag_auto_increment = 64,
+    flag_detail = 128,       ///< there is a row in t_property_detail
+    flag_relationship = 256, ///< there is a row in t_relationship
+    all_flags = 511
+};
+
+struct table
+{
+    QString name;
+    QString columns; ///< the column definitions between the brackets
+    bool isModel;    ///< part of the model, which an import replaces
+};
+
+/// All tables. Rows are kept in model order; nothing but their order in the table says it.
+[[nodiscard]] const QList<table> & tables();
+
+/// Makes the empty database a project file without contents.
+[[nodiscard]] QSqlError create(const QSqlDatabase & database);
+
+/// Why `database`, opened from `file`, cannot be used as a project file; invalid when it can.
+/// @param whole whether the tables beside the model are examined for damage as well
+[[nodiscard]] QSqlError check(const QString & file, const QSqlDatabase & database, bool whole);
+
+} // namespace storage::project_schema

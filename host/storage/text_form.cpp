@@ -1,0 +1,97 @@
+#include "storage/text_form.h"
+
+#include "model/project.h"
+#include "storage/text_draft.h"
+#include "storage/text_tree.h"
+#include "storage/text_writer.h"
+
+#include <limits>
+
+namespace storage::text_form {
+
+namespace {
+
+using text_tree::text_error;
+
+/// Hangs the properties of the draft into their entities and resolves the enumerations.
+void build(const text_draft::project & draft, model::project & project)
+{
+    project.setName(draft.name);
+    for (const auto & enumeration : draft.enumerations) {
+        project.addEnumeration(enumeration);
+    }
+    qsizetype entityIndex = 0;
+    for (const text_draft::entity & entity : draft.entities) {
+        qsizetype index = 0;
+        for (const text_draft::property & property : entity.properties) {
+            if (property.enumerationId != 0) {
+                const auto enumeration = project.getEnumerationById(property.enumerationId);
+                if (!enumeration) {
+                    throw text_error{
+                        {model_check::placeOfProperty(
+                             model_check::placeOfEntity(entityIndex, entity.object->getName()), index,
+                             property.object->getName()),
+                         QStringLiteral("enumeration %1 does not exist").arg(property.enumerationId)}};
+                }
+                property.object->setType(std::make_shared<model::property_type>(enumeration));
+            }
+            entity.object->addProperty(property.object);
+            ++index;
+        }
+        project.addEntity(entity.object);
+        ++entityIndex;
+    }
+}
+
+/// The version of an entity for which the text gives none.
+long followingVersion(const model::entity & entity, const model::project * existing)
+{
+    const auto stored = existing ? existing->getEntityById(entity.getId()) : nullptr;
+    if (!stored) {
+        return 1;
+    }
+    const bool changed = text_writer::entityContents(entity) != text_writer::entityContents(*stored);
+    if (changed && stored->getVersion() == std::numeric_limits<long>::max()) {
+        throw text_error{{QString(), QStringLiteral("entity %1 has no version left").arg(entity.getId())}};
+    }
+    return stored->getVersion() + (changed ? 1 : 0);
+}
+
+void readDraft(text_draft::project & draft, const model::project * existing, model::project & project)
+{
+    text_draft::assignIds(draft, existing);
+    build(draft, project);
+    if (const auto finding = model_check::firstError(project)) {
+        throw text_error{*finding};
+    }
+    for (const text_draft::entity & entity : draft.entities) {
+        entity.object->setVersion(entity.version ? *entity.version
+                                                 : followingVersion(*entity.object, existing));
+    }
+}
+
+} // namespace
+
+zk::ZkBool read(const QByteArray & text, const QString & sourceName, const model::project * existing,
+                model::project & project)
+{
+    const auto failure = [&sourceName](const model_check::finding & finding) {
+        return zk::ZkBool::failure(finding.text(sourceName));
+    };
+    try {
+        text_draft::project draft = text_draft::read(text);
+        readDraft(draft, existing, project);
+        return zk::ZkBool::success();
+    } catch (const text_error & error) {
+        return failure(error.finding);
+    } catch (const std::exception & e) { // the parser's own, such as memory that has run out
+        return failure({QString(), model_check::printable(QString::fromLocal8Bit(e.what()))});
+    }
+}
+
+QByteArray write(const model::project & project)
+{
+    return text_writer::projectText(project);
+}
+
+} // namespace storage::text_form

@@ -1,0 +1,131 @@
+#include "zk/zk_sql_database.h"
+
+#include "zk/sqlite_connection.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QHash>
+#include <QSqlDriver>
+#include <QSqlResult>
+
+#include <atomic>
+
+namespace zk {
+
+namespace {
+
+/// What a query on a refused connection has for a result: the reason.
+class refused_result : public QSqlResult
+{
+public:
+    explicit refused_result(const QSqlDriver * driver) : QSqlResult(driver)
+    {
+        QSqlResult::setLastError(driver->lastError());
+    }
+
+protected:
+    QVariant data(int) override { return {}; }
+    bool isNull(int) override { return true; }
+    bool reset(const QString &) override { return false; }
+    bool fetch(int) override { return false; }
+    bool fetchFirst() override { return false; }
+    bool fetchLast() override { return false; }
+    int size() override { return -1; }
+    int numRowsAffected() override { return -1; }
+};
+
+/// Stands for a connection that could not be had, so that a QSqlDatabase can carry the reason.
+class refused_driver : public QSqlDriver
+{
+public:
+    explicit refused_driver(const QSqlError & reason)
+    {
+        setOpenError(true);
+        setLastError(reason);
+    }
+    [[nodiscard]] bool hasFeature(DriverFeature) const override { return false; }
+    bool open(const QString &, const QString &, const QString &, const QString &, int,
+              const QString &) override
+    {
+        return false;
+    }
+    void close() override {}
+    [[nodiscard]] QSqlResult * createResult() const override { return new refused_result(this); }
+};
+
+struct cached_connection
+{
+    QString name;
+    QDateTime fileBirth; ///< tells a file from another one that has taken its name since
+};
+
+/// The connections of one thread, by absolute file name.
+QHash<QString, cached_connection> & connections()
+{
+    static thread_local QHash<QString, cached_connection> cache;
+    return cache;
+}
+
+QString newConnectionName()
+{
+    static std::atomic<quint64> counter = 0;
+    return QStringLiteral("zk/%1").arg(++counter);
+}
+
+void forget(const QString & key)
+{
+    sqlite::close(connections().take(key).name);
+}
+
+} // namespace
+
+QSqlDatabase ZkSqlDatabase::getDatabase(const QString & file)
+{
+    const QFileInfo info(file);
+    const QString key = file.isEmpty() ? QString() : info.absoluteFilePath();
+    const QDateTime birth = info.birthTime();
+    if (const auto cached = connections().constFind(key); cached != connections().constEnd()) {
+        const QSqlDatabase known = QSqlDatabase::database(cached->name, false);
+        if (known.isOpen() && info.exists() && cached->fileBirth == birth) {
+            return known;
+        }
+    }
+    forget(key);
+    const QString name = newConnectionName();
+    QSqlDatabase database;
+    QSqlError error = sqlite::checkFile(file);
+    if (!error.isValid()) {
+        error = sqlite::open(file, name, database);
+    }
+    if (!error.isValid()) {
+        error = sqlite::refuseCode(file, database);
+    }
+    if (error.isValid()) {
+        database = QSqlDatabase();
+        sqlite::close(name);
+        database = QSqlDatabase::addDatabase(new refused_driver(error), name);
+    }
+    connections().insert(key, {name, birth});
+    return database;
+}
+
+void ZkSqlDatabase::clearAllDatabases()
+{
+    const QList<QString> keys = connections().keys();
+    for (const QString & key : keys) {
+        forget(key);
+    }
+}
+
+QSqlError ZkSqlDatabase::openError(const QSqlDatabase & database)
+{
+    if (database.isOpen()) {
+        return {};
+    }
+    const QSqlError error = database.lastError();
+    return error.isValid()
+               ? error
+               : QSqlError(QString(), QStringLiteral("The database is not open"), QSqlError::ConnectionError);
+}
+
+} // namespace zk

@@ -1,0 +1,119 @@
+// What the plug-in says of itself.
+
+#include "plugin/ddl_export.h"
+
+#include "tools/custom_javascript.h"
+
+#include <QApplication>
+#include <QTest>
+
+class tst_identity : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void names();
+    void commandLineHelp();
+    void icons();
+    void iconImagesExist_data();
+    void iconImagesExist();
+    void fixedAnswers();
+    void defaults();
+    void terminateReleasesTheScriptEngine();
+};
+
+void tst_identity::names()
+{
+    const plugin::ddl_export p;
+    QCOMPARE(p.getGuid(), QStringLiteral("713A034E-3F7A-422A-BC81-22132DA57110"));
+    QCOMPARE(p.getName(), QStringLiteral("KorvGenericDDLExport"));
+    QCOMPARE(p.getShortDesc(), QStringLiteral("Export to DDL SQL script file"));
+    QCOMPARE(p.getDescription(),
+             QStringLiteral("This plugin exports current opened project to a DDL SQL script file."));
+    QCOMPARE(p.getVersion(), QStringLiteral("1.1.7"));
+}
+
+void tst_identity::commandLineHelp()
+{
+    const plugin::ddl_export p;
+    const QString expected = QStringLiteral(
+        "\n  !!! Note : this plugin loads automatically previous parameters values before starting the "
+        "export process, but you can use following parameters to override them !!!"
+        "\n  --KorvGenericDDLExport_path=\"<Export Path>\" : [Optional] DDL export path parameter"
+        "\n  --KorvGenericDDLExport_db_type=<numeric value> : [Optional] Database type (0=default, 1=sqlite, "
+        "2=mysql, 3=postgresql, 4=oracle, 5=mssqlserver)"
+        "\n  --KorvGenericDDLExport_relation_as_fk=0/1 : [Optional] Export relationships as foreign keys in "
+        "database"
+        "\n  --KorvGenericDDLExport_schema_type=<numeric value> : [Optional] Way to export database schema "
+        "(0=full, 1=evolution, 2=full_and_evolution)"
+        "\n  --KorvGenericDDLExport_custom_javacript=\"<Custom JS>\" : [Optional] Custom script (javascript "
+        "file) to change the default behaviour of the export process");
+    QCOMPARE(p.getCommandLineInfos(), expected);
+    QCOMPARE(p.getCommandLineInfos().count(QLatin1Char('\n')), 6);
+    QVERIFY(p.getCommandLineInfos().startsWith(QLatin1Char('\n')));
+    QVERIFY(!p.getCommandLineInfos().endsWith(QLatin1Char('\n')));
+}
+
+void tst_identity::icons()
+{
+    const plugin::ddl_export p;
+    const QImage expected(QStringLiteral(":/ddl_export/images/ddl_export.png"));
+    QVERIFY(!expected.isNull());
+    const QSize size = expected.size();
+    QCOMPARE(p.getIcon().pixmap(size).toImage().convertToFormat(QImage::Format_ARGB32),
+             expected.convertToFormat(QImage::Format_ARGB32));
+    QCOMPARE(p.getIconSettings().pixmap(size).toImage(), p.getIcon().pixmap(size).toImage());
+}
+
+void tst_identity::iconImagesExist_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char * name :
+         {"ddl_export", "default_list", "debug", "help_manual", "ok", "cancel", "delete"}) {
+        QTest::newRow(name) << QString::fromLatin1(name);
+    }
+}
+
+void tst_identity::iconImagesExist()
+{
+    QFETCH(QString, name);
+    const QString path = QStringLiteral(":/ddl_export/images/") + name;
+    const QImage single(path + QStringLiteral(".png"));
+    const QImage twice(path + QStringLiteral("@2x.png"));
+    QVERIFY(!single.isNull());
+    QCOMPARE(twice.size(), single.size() * 2);
+    QVERIFY2(single.hasAlphaChannel(), "an icon has to stand on light and on dark ground");
+}
+
+void tst_identity::fixedAnswers()
+{
+    plugin::ddl_export p;
+    QVERIFY(p.hasSettings());
+    QCOMPARE(p.getPreviewWidget(), nullptr);
+    const plugin::export_interface * const host = qobject_cast<plugin::export_interface *>(&p);
+    QVERIFY(host);
+    QCOMPARE(host->metaObject()->className(), "plugin::ddl_export");
+}
+
+void tst_identity::defaults()
+{
+    const plugin::ddl_export p;
+    QCOMPARE(p.getDDLExportPath(false), QString());
+    QCOMPARE(static_cast<int>(p.getDatabaseType()), 1);
+    QCOMPARE(static_cast<int>(p.getExportDatabaseSchema()), 0);
+    QCOMPARE(p.getCustomScriptFile(), QString());
+    QVERIFY(!p.getExportRelationships());
+    QVERIFY(!p.getCustomScript());
+}
+
+void tst_identity::terminateReleasesTheScriptEngine()
+{
+    plugin::ddl_export p;
+    p.setCustomScript(std::make_shared<tools::custom_javascript>());
+    QVERIFY(p.getCustomScript());
+    p.terminate();
+    QVERIFY(!p.getCustomScript());
+}
+
+QTEST_MAIN(tst_identity)
+#include "tst_identity.moc"

@@ -1,0 +1,91 @@
+#include "servers/private_server.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QStandardPaths>
+
+#include <csignal>
+#include <grp.h>
+#include <pwd.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+namespace servers {
+
+namespace {
+
+// Milliseconds that a step may take on a busy machine.
+constexpr int StartTime = 60000;
+constexpr int StopTime = 20000;
+constexpr int SetUpTime = 60000;
+constexpr int PollTime = 50;
+
+} // namespace
+
+private_server::private_server(const QString & user)
+    : m_folder(QDir::tempPath() + QStringLiteral("/kv_XXXXXX"))
+{
+    const passwd * const entry = geteuid() == 0 ? getpwnam(user.toLocal8Bit().constData()) : nullptr;
+    if (entry && chown(m_folder.path().toLocal8Bit().constData(), entry->pw_uid, entry->pw_gid) == 0) {
+        m_account = account{entry->pw_uid, entry->pw_gid};
+    }
+}
+
+private_server::~private_server()
+{
+    if (m_server.state() == QProcess::NotRunning) {
+        return;
+    }
+    m_server.terminate();
+    if (!m_server.waitForFinished(StopTime)) {
+        m_server.kill();
+        m_server.waitForFinished(StopTime);
+    }
+}
+
+void private_server::becomeUser(QProcess & process) const
+{
+    process.setWorkingDirectory(folder());
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setChildProcessModifier([who = m_account] {
+        if (who && (setgroups(0, nullptr) != 0 || setgid(who->gid) != 0 || setuid(who->uid) != 0)) {
+            _exit(126);
+        }
+        prctl(PR_SET_PDEATHSIG, SIGTERM);
+    });
+}
+
+bool private_server::runToEnd(const QString & program, const QStringList & arguments, QString & error)
+{
+    QProcess process;
+    becomeUser(process);
+    process.start(program, arguments);
+    const bool ended = process.waitForFinished(SetUpTime);
+    error = program + QStringLiteral(": ") + QString::fromLocal8Bit(process.readAll()).simplified();
+    return ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+}
+
+bool private_server::start(const QString & program, const QStringList & arguments,
+                           const std::function<bool()> & answers, QString & why)
+{
+    becomeUser(m_server);
+    m_server.start(program, arguments);
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < StartTime && !m_server.waitForFinished(PollTime)) {
+        if (answers()) {
+            return true;
+        }
+    }
+    why = program + QStringLiteral(" does not start: ") +
+          QString::fromLocal8Bit(m_server.readAll()).simplified();
+    return false;
+}
+
+QString findProgram(const QString & program, const QStringList & folders)
+{
+    const QString found = QStandardPaths::findExecutable(program);
+    return found.isEmpty() ? QStandardPaths::findExecutable(program, folders) : found;
+}
+
+} // namespace servers

@@ -1,0 +1,72 @@
+#include "servers/sql_connection.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+
+namespace servers {
+
+sql_connection::sql_connection(const QString & driver, const std::function<void(QSqlDatabase &)> & prepare)
+{
+    static int number = 0;
+    m_sName = QStringLiteral("target_%1").arg(++number);
+    QSqlDatabase db = QSqlDatabase::addDatabase(driver, m_sName);
+    prepare(db);
+    m_bOpen = db.open();
+    m_sOpenError = db.lastError().text();
+}
+
+sql_connection::~sql_connection()
+{
+    QSqlDatabase::database(m_sName, false).close();
+    QSqlDatabase::removeDatabase(m_sName);
+}
+
+bool sql_connection::execute(const QString & statement, QString & error) const
+{
+    QSqlQuery q(QSqlDatabase::database(m_sName, false));
+    const bool done = q.exec(statement);
+    error = done ? QString() : q.lastError().databaseText();
+    return done;
+}
+
+QList<QVariantList> sql_connection::rows(const QString & query, const QVariantList & values) const
+{
+    QSqlQuery q(QSqlDatabase::database(m_sName, false));
+    q.prepare(query);
+    for (const QVariant & value : values) {
+        q.addBindValue(value);
+    }
+    if (!q.exec()) {
+        qFatal("%s: %s", qPrintable(query), qPrintable(q.lastError().text()));
+    }
+    QList<QVariantList> result;
+    while (q.next()) {
+        QVariantList row;
+        for (int i = 0; i < q.record().count(); ++i) {
+            // Some drivers give texts of a server's catalogue as bytes.
+            const QVariant value = q.value(i);
+            row.append(value.metaType() == QMetaType::fromType<QByteArray>()
+                           ? QVariant(QString::fromUtf8(value.toByteArray()))
+                           : value);
+        }
+        result.append(row);
+    }
+    return result;
+}
+
+QStringList sql_connection::firstColumn(const QString & query, const QVariantList & values) const
+{
+    QStringList result;
+    for (const QVariantList & row : rows(query, values)) {
+        result.append(row.constFirst().toString());
+    }
+    return result;
+}
+
+QString withColumns(const QString & subject, const QStringList & columns)
+{
+    return subject + QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + QLatin1Char(')');
+}
+
+} // namespace servers

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QString>
+#include <QStringList>
+#include <QVariantList>
+
+#include <functional>
+
+namespace servers {
+
+/// A connection with a name of its own; it is removed with this object.
+class sql_connection
+{
+public:
+    sql_connection(const QString & driver, const std::function<void(QSqlDatabase &)> & prepare);
+    ~sql_connection();
+    sql_connection(const sql_connection &) = delete;
+    sql_connection & operator=(const sql_connection &) = delete;
+
+    [[nodiscard]] bool isOpen() const { return m_bOpen; }
+    [[nodiscard]] QString openError() const { return m_sOpenError; }
+    bool execute(const QString & statement, QString & error) const;
+    /// The rows of a query that has to succeed; a failure ends the test program, since no test can go on.
+    [[nodiscard]] QList<QVariantList> rows(const QString & query, const QVariantList & values = {}) const;
+    /// The first column of rows().
+    [[nodiscard]] QStringList firstColumn(const QString & query, const QVariantList & values = {}) const;
+
+private:
+    QString m_sName;
+    bool m_bOpen = false;
+    QString m_sOpenError;
+};
+
+/// "subject (a, b)"
+[[nodiscard]] QString withColumns(const QString & subject, const QStringList & columns);
+
+} // namespace servers
