@@ -1,5 +1,6 @@
 #include "app/commands.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -18,18 +19,23 @@ void note(bool written)
     }
 }
 
+/// Whether `c` ends a line or moves a terminal's cursor.
+bool breaksLine(QChar c)
+{
+    const char16_t u = c.unicode();
+    return u < 0x20 || (u >= 0x7f && u < 0xa0) || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+}
+
 } // namespace
 
 QString oneLine(const QString & text)
 {
     QString line = text.trimmed();
-    line.replace(QLatin1String("\r\n"), QLatin1String(" "));
-    for (QChar & c : line) {
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
-            c == QChar::ParagraphSeparator) {
-            c = QLatin1Char(' ');
-        }
+    if (std::none_of(line.cbegin(), line.cend(), breaksLine)) {
+        return line;
     }
+    line.replace(QLatin1String("\r\n"), QLatin1String(" "));
+    std::replace_if(line.begin(), line.end(), breaksLine, QLatin1Char(' '));
     return line;
 }
 

@@ -78,7 +78,10 @@ void property::setType(const QString & cppType)
 
 QString property::getForceSqlType() const
 {
-    QString sqlType = m_sForceSqlType;
+    if (!m_sForceSqlType.isEmpty() || !m_pRelation) {
+        return m_sForceSqlType;
+    }
+    QString sqlType;
     QSet<const property *> visited{this};
     std::shared_ptr<relationship> relation = m_pRelation;
     while (sqlType.isEmpty() && relation) {

@@ -233,7 +233,9 @@ QString printable(const QString & text)
 {
     QString result = text.size() > PrintedLength ? text.left(PrintedLength) + QStringLiteral("...") : text;
     for (QChar & c : result) {
-        if (!c.isPrint() && !c.isSurrogate()) {
+        const bool breaksLine =
+            c.category() == QChar::Separator_Line || c.category() == QChar::Separator_Paragraph;
+        if (breaksLine || (!c.isPrint() && !c.isSurrogate())) {
             c = QLatin1Char('?');
         }
     }

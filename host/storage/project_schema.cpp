@@ -13,6 +13,7 @@ namespace {
 
 constexpr int ApplicationId = 0x4B6F7276; // "Korv"
 constexpr int FormatVersion = 1;
+const QString HistoryTable = QStringLiteral("t_project_historic");
 
 QString createStatement(const table & t)
 {
@@ -142,7 +143,7 @@ const QList<table> & tables()
                         "foreign_key TEXT, foreign_key_owner TEXT"),
          true},
         {QStringLiteral("t_plugin_params"), QStringLiteral("plugin_guid, param_key, param_value"), false},
-        {QStringLiteral("t_project_historic"), QStringLiteral("dt_creation, project_file"), false},
+        {HistoryTable, QStringLiteral("dt_creation, project_file"), false},
         {QStringLiteral("t_project_tag"),
          QStringLiteral("version INTEGER PRIMARY KEY, message TEXT NOT NULL"), false}};
     return all;
@@ -176,7 +177,7 @@ QSqlError check(const QString & file, const QSqlDatabase & database, bool whole)
         return error;
     }
     for (const table & t : tables()) {
-        if (!whole && !t.isModel) {
+        if (!whole && t.name == HistoryTable) {
             continue;
         }
         if (const QSqlError error = quickCheck(file, database, t.name); error.isValid()) {

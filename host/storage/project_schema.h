@@ -37,7 +37,8 @@ struct table
 [[nodiscard]] QSqlError create(const QSqlDatabase & database);
 
 /// Why `database`, opened from `file`, cannot be used as a project file; invalid when it can.
-/// @param whole whether the tables beside the model are examined for damage as well
+/// @param whole whether the history, which may be far larger than all the rest, is examined for damage as
+/// well
 [[nodiscard]] QSqlError check(const QString & file, const QSqlDatabase & database, bool whole);
 
 } // namespace storage::project_schema

@@ -5,7 +5,7 @@
 #include <boost/multi_index/random_access_index.hpp>
 #include <boost/multi_index_container.hpp>
 
-#include <QHash>
+#include <QHash> // std::hash of QString
 #include <QString>
 
 #include <functional>
@@ -50,7 +50,7 @@ public:
 
     [[nodiscard]] long count() const { return static_cast<long>(m_items.size()); }
     [[nodiscard]] bool isEmpty() const { return m_items.empty(); }
-    [[nodiscard]] bool exist(const K & key) const { return byKey().count(key) > 0; }
+    [[nodiscard]] bool exist(const K & key) const { return byKey().find(key) != byKey().end(); }
 
     /// Value of `key`, or a default-constructed value when the key is absent.
     [[nodiscard]] V getByKey(const K & key) const

@@ -33,10 +33,9 @@ QSqlError ZkSession::end()
         return m_firstError;
     }
     m_bActive = false;
-    if (isValid() && !m_database.commit()) {
-        addError(m_database.lastError());
-        addError(QSqlError(QString(), QStringLiteral("The transaction could not be committed"),
-                           QSqlError::TransactionError));
+    if (isValid()) {
+        // Not through QSqlDatabase::commit(), whose error has lost the engine's code.
+        addError(sqlite::execute(m_database, QStringLiteral("COMMIT")));
     }
     if (!isValid()) {
         m_database.rollback();

@@ -1,0 +1,231 @@
+#include "support/project_support.h"
+
+#include "model/project_historic.h"
+#include "storage/history.h"
+#include "tools/bounded_uncompress.h"
+#include "zk/zk_dao.h"
+
+#include <QRegularExpression>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+
+using storage::history::version;
+using support::json;
+using support::projectOf;
+using support::textOf;
+using list_of_versions = zk::ZkCollection<long, std::shared_ptr<model::project_historic>>;
+
+class tst_history : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_sFile = m_folder->filePath("shop.korv");
+        QVERIFY(store("first"));
+    }
+    void cleanup() { zk::ZkSqlDatabase::clearAllDatabases(); }
+
+    void versionsAreNumbered()
+    {
+        QCOMPARE(versions().size(), 0);
+        const QDateTime before = QDateTime::currentDateTimeUtc();
+        QCOMPARE(tag("one"), 1);
+        QCOMPARE(tag(QString()), 2);
+        QCOMPARE(tag("it's \"three\"; \u20ac"), 3);
+        const QList<version> list = versions();
+        QCOMPARE(list.size(), 3);
+        for (int i = 0; i < 3; ++i) {
+            QCOMPARE(list.at(i).number, i + 1);
+            QVERIFY(list.at(i).created >= before && list.at(i).created <= QDateTime::currentDateTimeUtc());
+        }
+        QCOMPARE(list.at(0).message, QString("one"));
+        QCOMPARE(list.at(1).message, QString());
+        QCOMPARE(list.at(2).message, QString("it's \"three\"; \u20ac"));
+    }
+    void aVersionHoldsItsState()
+    {
+        execute("INSERT INTO t_plugin_params VALUES ('g', 'k', 5)");
+        const QByteArray first = support::storedText(m_sFile);
+        tag("one");
+        QVERIFY(store("second"));
+        const QByteArray second = support::storedText(m_sFile);
+        QVERIFY(first != second);
+        tag("two");
+        QCOMPARE(support::storedText(extract(0)), first);
+        QCOMPARE(support::storedText(extract(1)), second);
+        QCOMPARE(support::storedText(m_sFile), second);
+        // A version is a project file with its settings, without its history.
+        QCOMPARE(ask(extract(1), "SELECT param_value FROM t_plugin_params"), QString("5"));
+        QCOMPARE(ask(extract(1), "SELECT count(*) FROM t_project_historic"), QString("0"));
+        QCOMPARE(ask(extract(1), "SELECT count(*) FROM t_project_tag"), QString("0"));
+    }
+    void equalStatesGiveEqualVersions()
+    {
+        tag("one");
+        tag("two");
+        QVERIFY(!record(0)->getProjectFile().isEmpty());
+        QCOMPARE(record(0)->getProjectFile(), record(1)->getProjectFile());
+    }
+    void theClockMayGoBack()
+    {
+        tag("one");
+        execute("UPDATE t_project_historic SET dt_creation = '2999-01-01T00:00:00.000Z'");
+        QCOMPARE(tag("two"), 2);
+        QCOMPARE(tag("three"), 3);
+        const QList<version> list = versions();
+        QCOMPARE(list.at(0).message, QString("one"));
+        QCOMPARE(list.at(1).message, QString("two"));
+        QCOMPARE(list.at(2).message, QString("three"));
+        QCOMPARE(list.at(2).created, list.at(0).created);
+    }
+    void timesAreTextThatSorts()
+    {
+        tag("one");
+        const QString time = ask(m_sFile, "SELECT dt_creation FROM t_project_historic");
+        QVERIFY2(QRegularExpression("^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z$")
+                     .match(time)
+                     .hasMatch(),
+                 qPrintable(time));
+    }
+    void aHistoryThatWasEmptied()
+    {
+        tag("one");
+        execute("DELETE FROM t_project_historic");
+        QCOMPARE(versions().size(), 0);
+        QCOMPARE(tag("new"), 1);
+        QCOMPARE(versions().at(0).message, QString("new"));
+    }
+    void failures()
+    {
+        int number = 77;
+        const QString missing = m_folder->filePath("missing.korv");
+        QCOMPARE(storage::history::tag(missing, "x", number).text(),
+                 missing + ": does not exist; check the name");
+        QVERIFY(!QFile::exists(missing));
+        QList<version> list;
+        QCOMPARE(storage::history::list(missing, list).text(), missing + ": does not exist; check the name");
+        execute("DELETE FROM t_project");
+        const QByteArray before = support::bytesOf(m_sFile);
+        QVERIFY(storage::history::tag(m_sFile, "x", number).text().contains("table t_project has 0 rows"));
+        QCOMPARE(number, 77);
+        QCOMPARE(support::bytesOf(m_sFile), before);
+    }
+    void commands()
+    {
+        const support::run_result tagged = support::runKorvane({"tag", m_sFile, "-m", "a message"});
+        QCOMPARE(tagged.status, 0);
+        QCOMPARE(tagged.err, QByteArray());
+        QCOMPARE(tagged.out, "Version 1 of " + m_sFile.toUtf8() + " tagged\n");
+        QCOMPARE(support::runKorvane({"tag", m_sFile}).status, 0);
+        const support::run_result log = support::runKorvane({"log", m_sFile});
+        QCOMPARE(log.status, 0);
+        const QList<QByteArray> lines = log.out.split('\n');
+        QCOMPARE(lines.size(), 3);
+        QVERIFY2(QRegularExpression("^v1  \\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d  a message$")
+                     .match(QString::fromUtf8(lines.at(0)))
+                     .hasMatch(),
+                 log.out.constData());
+        QVERIFY(QRegularExpression("^v2  \\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d$")
+                    .match(QString::fromUtf8(lines.at(1)))
+                    .hasMatch());
+        const support::run_result failed = support::runKorvane({"log", "/nowhere/x.korv"});
+        QCOMPARE(failed.status, 1);
+        QCOMPARE(failed.out, QByteArray());
+        QCOMPARE(failed.err, QByteArray("/nowhere/x.korv: does not exist; check the name\n"));
+        QCOMPARE(support::runKorvane({"tag", "/nowhere/x.korv"}).status, 1);
+    }
+    void importAndDump()
+    {
+        const QString text = m_folder->filePath("shop.json");
+        const QString file = m_folder->filePath("new.korv");
+        QVERIFY(support::writeBytes(text,
+                                    textOf(json("{'name': 'a', 'properties': [{'name': 'x',"
+                                                " 'relationship': {'type': 'one-to-one', 'target': 1}}]}"))));
+        const support::run_result imported = support::runKorvane({"import", text, file});
+        QCOMPARE(imported.status, 0);
+        QCOMPARE(imported.err, text.toUtf8() +
+                                   ": warning: entities[0] 'a' / properties[0] 'x': one-to-one column "
+                                   "'x' is not a column of its table\n");
+        const support::run_result dumped = support::runKorvane({"dump", file});
+        QCOMPARE(dumped.status, 0);
+        QCOMPARE(dumped.out, support::storedText(file));
+        // Imported again without ids: everything keeps its own.
+        QCOMPARE(support::runKorvane({"import", text, file}).status, 0);
+        QCOMPARE(support::runKorvane({"dump", file}).out, dumped.out);
+        // After an error the file is as it was.
+        const QByteArray before = support::bytesOf(file);
+        QVERIFY(support::writeBytes(text, textOf("{}")));
+        const support::run_result failed = support::runKorvane({"import", text, file});
+        QCOMPARE(failed.status, 1);
+        QCOMPARE(failed.err, text.toUtf8() + ": entities[0]: field 'name' is missing\n");
+        QCOMPARE(support::bytesOf(file), before);
+        for (const QString & bad : {m_folder->filePath("no.json"), m_folder->path(), QString("/dev/zero")}) {
+            QCOMPARE(support::runKorvane({"import", bad, file}).status, 1);
+        }
+        QVERIFY(support::writeBytes(m_folder->filePath("other.db"), "no project"));
+        QVERIFY(support::writeBytes(text, textOf("")));
+        QCOMPARE(support::runKorvane({"import", text, m_folder->filePath("other.db")}).status, 1);
+        QCOMPARE(support::bytesOf(m_folder->filePath("other.db")), QByteArray("no project"));
+        QCOMPARE(support::runKorvane({"dump", text}).status, 1);
+    }
+    void aDumpThatCannotBeWrittenFails()
+    {
+        const support::run_result result =
+            support::run("/bin/sh", {"-c", "exec \"$0\" dump \"$1\" > /dev/full", KORVANE_PROGRAM, m_sFile});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.err.count('\n'), 1);
+    }
+
+private:
+    bool store(const QByteArray & entity)
+    {
+        const auto p = projectOf(textOf("{\"id\": 1, \"name\": \"" + entity + "\"}"));
+        return !storage::project_file::write(m_sFile, *p).isValid();
+    }
+    int tag(const QString & message)
+    {
+        int number = 0;
+        const QSqlError error = storage::history::tag(m_sFile, message, number);
+        if (error.isValid()) {
+            qWarning("%s", qUtf8Printable(error.text()));
+        }
+        return number;
+    }
+    QList<version> versions()
+    {
+        QList<version> list;
+        const QSqlError error = storage::history::list(m_sFile, list);
+        return error.isValid() ? QList<version>{{-1, {}, error.text()}} : list;
+    }
+    std::shared_ptr<model::project_historic> record(long index)
+    {
+        list_of_versions list;
+        zk::dao::fetchByQuery(list, zk::ZkSqlQuery().orderAsc("t_project_historic.dt_creation"),
+                              zk::ZkSqlDatabase::getDatabase(m_sFile));
+        return list.getByIndex(index);
+    }
+    /// The project file of a version, unpacked.
+    QString extract(long index)
+    {
+        const QString name = m_folder->filePath(QString("version%1.korv").arg(index));
+        const QByteArray compressed = record(index)->getProjectFile();
+        support::writeBytes(name, tools::boundedUncompress(compressed));
+        return qUncompress(compressed) == support::bytesOf(name) ? name : QString();
+    }
+    void execute(const QString & statement) { ask(m_sFile, statement); }
+    static QString ask(const QString & file, const QString & statement)
+    {
+        QSqlQuery q(statement, zk::ZkSqlDatabase::getDatabase(file));
+        return q.next() ? q.value(0).toString() : q.lastError().text();
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_sFile;
+};
+
+QTEST_GUILESS_MAIN(tst_history)
+#include "tst_history.moc"

@@ -1,0 +1,566 @@
+#include "support/project_support.h"
+
+#include "model/plugin_params.h"
+#include "model/property_type.h"
+#include "storage/history.h"
+#include "zk/zk_dao.h"
+
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <unistd.h>
+
+using storage::project_file::read;
+using storage::project_file::write;
+using support::json;
+using support::projectOf;
+using support::storedText;
+using support::textOf;
+
+class tst_project_file : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_sFile = path("shop.korv");
+    }
+    void cleanup() { zk::ZkSqlDatabase::clearAllDatabases(); }
+
+    void everythingComesBack()
+    {
+        const auto p = everything();
+        QVERIFY(!write(m_sFile, *p).isValid());
+        QCOMPARE(storedText(m_sFile), storage::text_form::write(*p));
+        model::project project(1);
+        project.setFileName(m_sFile);
+        QCOMPARE(project.load().text(), QString());
+        QCOMPARE(project.getName(), QString("shop"));
+        QCOMPARE(project.getLocation(), m_folder->path());
+        QCOMPARE(project.getFileName(), m_sFile);
+        // Equal types are one object.
+        QCOMPARE(support::propertyOf(project, 0, 3)->getType(),
+                 support::propertyOf(project, 0, 4)->getType());
+        QVERIFY(!support::propertyOf(project, 0, 5)->getType());
+    }
+    void publicModels()
+    {
+        const QString folder = support::modelsFolder();
+        if (folder.isEmpty()) {
+            QSKIP("The models of public databases are not here; KORVANE_MODELS names their folder");
+        }
+        for (const QString & name : QDir(folder).entryList({"*.json"})) {
+            const auto p = projectOf(support::bytesOf(folder + "/" + name));
+            QVERIFY(!write(path(name), *p).isValid());
+            QCOMPARE(storedText(path(name)), storage::text_form::write(*p));
+        }
+    }
+    void aProjectWithoutAnything()
+    {
+        const auto p = projectOf(textOf(""));
+        QVERIFY(!write(m_sFile, *p).isValid());
+        QCOMPARE(storedText(m_sFile), storage::text_form::write(*p));
+    }
+    void aFileThatIsNamedOtherwise()
+    {
+        QVERIFY(!write(path("other name.db"), *everything()).isValid());
+        model::project project(1);
+        project.setFileName(path("other name.db"));
+        QVERIFY(!project.load().isValid());
+        QCOMPARE(project.getName(), QString("shop"));
+        QVERIFY(QFile::rename(path("other name.db"), m_sFile));
+        model::project byName(1);
+        byName.setLocation(m_folder->path());
+        byName.setName("shop");
+        QVERIFY(!byName.load().isValid());
+        QCOMPARE(byName.getListOfAllEntities()->count(), 2L);
+    }
+    void aFailedLoadKeepsTheContents()
+    {
+        const auto p = everything();
+        p->setFileName(m_sFile);
+        QVERIFY(p->load().isValid());
+        QCOMPARE(p->getListOfAllEntities()->count(), 2L);
+        QCOMPARE(p->getName(), QString("shop"));
+    }
+
+    void equalModelsGiveEqualFiles()
+    {
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        QVERIFY(!write(path("second.korv"), *everything()).isValid());
+        QCOMPARE(support::bytesOf(m_sFile), support::bytesOf(path("second.korv")));
+        QVERIFY(!support::bytesOf(m_sFile).isEmpty());
+    }
+    void nothingElseIsLeftInTheFolder()
+    {
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList{"shop.korv"});
+        QVERIFY(write(path("missing/shop.korv"), *everything()).isValid());
+        QVERIFY(write(m_sFile, model::project(1)).isValid());
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList{"shop.korv"});
+    }
+    void anEmptyFileCountsAsNotThere()
+    {
+        QVERIFY(support::writeBytes(m_sFile, ""));
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        QCOMPARE(storedText(m_sFile), storage::text_form::write(*everything()));
+    }
+    void aLinkStaysALink()
+    {
+        QVERIFY(QFile::link("real.korv", m_sFile));
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        QVERIFY(QFileInfo(m_sFile).isSymLink());
+        QVERIFY(!QFileInfo(path("real.korv")).isSymLink());
+        QVERIFY(!write(m_sFile, *projectOf(textOf(""))).isValid());
+        QCOMPARE(storedText(path("real.korv")), storage::text_form::write(*projectOf(textOf(""))));
+    }
+    void aForeignJournalIsNotPlayedBack()
+    {
+        // A journal that belongs to an earlier file of this name, and would be taken for the new file's.
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        const QByteArray good = support::bytesOf(m_sFile);
+        QProcess shell;
+        shell.start("/bin/sh", {"-c", "cp \"$1\" \"$1-journal\"", "sh", m_sFile});
+        QVERIFY(shell.waitForFinished());
+        QVERIFY(QFile::remove(m_sFile));
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        QVERIFY(!QFile::exists(m_sFile + "-journal"));
+        QCOMPARE(support::bytesOf(m_sFile), good);
+    }
+
+    void parametersAndHistoryStay()
+    {
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        execute(m_sFile, {"INSERT INTO t_plugin_params VALUES ('g', 'k', 'v')", "CREATE TABLE own (a)",
+                          "INSERT INTO own VALUES (7)"});
+        int number = 0;
+        QVERIFY(!storage::history::tag(m_sFile, "first", number).isValid());
+        QVERIFY(!write(m_sFile, *projectOf(textOf(""))).isValid());
+        QCOMPARE(storedText(m_sFile), storage::text_form::write(*projectOf(textOf(""))));
+        QCOMPARE(query(m_sFile, "SELECT plugin_guid || param_key || param_value FROM t_plugin_params"),
+                 QString("gkv"));
+        QCOMPARE(query(m_sFile, "SELECT a FROM own"), QString("7"));
+        QList<storage::history::version> versions;
+        QVERIFY(!storage::history::list(m_sFile, versions).isValid());
+        QCOMPARE(versions.size(), 1);
+        QCOMPARE(versions.at(0).message, QString("first"));
+    }
+    void theTwoTablesOfOthers()
+    {
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        const QString columns = "SELECT group_concat(name, ' ') FROM pragma_table_info('%1')";
+        QCOMPARE(query(m_sFile, columns.arg("t_plugin_params")),
+                 QString("plugin_guid param_key param_value"));
+        QCOMPARE(query(m_sFile, columns.arg("t_project_historic")), QString("dt_creation project_file"));
+    }
+    void valuesAreBound()
+    {
+        const QString text = "it's \"q\"; DROP TABLE t_entity; --";
+        const auto p = projectOf(textOf(json("{'name': 'e'}")));
+        support::entityOf(*p, 0)->setName(text);
+        support::entityOf(*p, 0)->setMetaData(text, text);
+        QVERIFY(!write(m_sFile, *p).isValid());
+        model::project project(1);
+        QVERIFY(!read(m_sFile, project).isValid());
+        QCOMPARE(support::entityOf(project, 0)->getName(), text);
+        QCOMPARE(support::entityOf(project, 0)->getMetaData(text).toString(), text);
+    }
+    void metaDataOfEveryType()
+    {
+        const auto p = projectOf(textOf(json("{'name': 'e'}")));
+        const auto e = support::entityOf(*p, 0);
+        e->setMetaData("int", 5);
+        e->setMetaData("uint", 6U);
+        e->setMetaData("float", 0.5F);
+        e->setMetaData("ulong", qulonglong(7));
+        QVERIFY(!write(m_sFile, *p).isValid());
+        model::project project(1);
+        QVERIFY(!read(m_sFile, project).isValid());
+        const auto back = support::entityOf(project, 0);
+        QCOMPARE(back->getMetaData("int"), QVariant(5LL));
+        QCOMPARE(back->getMetaData("uint"), QVariant(6LL));
+        QCOMPARE(back->getMetaData("float"), QVariant(0.5));
+        QCOMPARE(back->getMetaData("ulong"), QVariant(7LL));
+    }
+    void aBrokenModelIsNotWritten()
+    {
+        const auto p = everything();
+        support::propertyOf(*p, 0, 2)->getRelation()->setEntityTargetId(99);
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        const QByteArray before = support::bytesOf(m_sFile);
+        const QString error = write(m_sFile, *p).text();
+        QCOMPARE(error,
+                 m_sFile +
+                     ": entities[0] 'customer' / properties[2] 'r': relationship target 99 does not exist");
+        QCOMPARE(support::bytesOf(m_sFile), before);
+        p->setName("a/b");
+        QVERIFY(write(m_sFile, *p).text().startsWith(m_sFile + ": project name 'a/b' "));
+    }
+
+    void badFiles_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("empty") << QByteArray("") << "is empty; give a project file";
+        QTest::newRow("text") << QByteArray("{\"format\": \"korvane-project\"}")
+                              << "is no SQLite file; give a project file";
+        QTest::newRow("zeros") << QByteArray(8192, '\0') << "is no SQLite file; give a project file";
+        QTest::newRow("only the magic")
+            << QByteArray("SQLite format 3\0", 16) << "is no SQLite file; give a project file";
+    }
+    void badFiles()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, expected);
+        QVERIFY(support::writeBytes(m_sFile, bytes));
+        refused(expected);
+        if (!bytes.isEmpty()) {
+            QCOMPARE(write(m_sFile, *everything()).text(), m_sFile + ": " + expected);
+            QCOMPARE(support::bytesOf(m_sFile), bytes);
+        }
+    }
+    void noFile()
+    {
+        refused("does not exist; check the name");
+        m_sFile = m_folder->path();
+        refused("is a folder; give a project file");
+        QCOMPARE(write(m_sFile, *everything()).text(), m_sFile + ": is a folder; give a project file");
+        m_sFile = "/dev/null";
+        refused("is no regular file; give a project file");
+        QVERIFY(write(m_sFile, *everything()).isValid());
+        model::project project(1);
+        QCOMPARE(read("", project).text(), QString("no project file is named"));
+        QCOMPARE(write("", *everything()).text(), QString("no project file is named"));
+    }
+
+    void hostileContents_data()
+    {
+        QTest::addColumn<QStringList>("statements");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char * name, const QStringList & statements, const QString & expected) {
+            QTest::newRow(name) << statements << expected;
+        };
+        const auto damaged = [&row](const char * name, const QString & statement, const QString & where) {
+            row(name, {statement}, "is damaged (" + where + "); restore it from a copy");
+        };
+        row("something else", {"PRAGMA application_id = 1"},
+            "is a SQLite file of something else; give a project file");
+        row("newer", {"PRAGMA user_version = 2"},
+            "was written by a newer version (format 2, this program knows 1); use that version");
+        row("older", {"PRAGMA user_version = 0"}, "is damaged (format 0); restore it from a copy");
+        row("trigger", {"CREATE TRIGGER tr AFTER INSERT ON t_entity BEGIN SELECT 1; END"},
+            "holds the trigger 'tr', which a project file does not have; remove it");
+        row("view", {"CREATE VIEW v AS SELECT 1"},
+            "holds the view 'v', which a project file does not have; remove it");
+        row("view for a table", {"DROP TABLE t_entity", "CREATE VIEW t_entity AS SELECT 1"},
+            "holds the view 't_entity', which a project file does not have; remove it");
+        damaged("index", "CREATE INDEX i ON t_entity (name)", "table t_entity is not as it was created");
+        damaged("table gone", "DROP TABLE t_relationship", "table t_relationship is missing");
+        damaged("column too many", "ALTER TABLE t_property ADD COLUMN x",
+                "table t_property is not as it was created");
+        row("checked column",
+            {"DROP TABLE t_project", "CREATE TABLE t_project (name TEXT CHECK (length(zeroblob(10)) > 0))"},
+            "is damaged (table t_project is not as it was created); restore it from a copy");
+        row("other case", {"DROP TABLE t_project", "CREATE TABLE T_PROJECT (name TEXT NOT NULL)"},
+            "is damaged (table t_project is not as it was created); restore it from a copy");
+        damaged("no project", "DELETE FROM t_project", "table t_project has 0 rows");
+        damaged("two projects", "INSERT INTO t_project VALUES ('x')", "table t_project has 2 rows");
+        const QString number = "column %1 holds no number of the expected range";
+        damaged("entity id 0", "UPDATE t_entity SET id = 0 WHERE id = 2",
+                "table t_entity, row 2: " + number.arg(1));
+        damaged("entity id as text", "UPDATE t_entity SET id = 'x' WHERE id = 2",
+                "table t_entity, row 2: " + number.arg(1));
+        damaged("entity id as real", "UPDATE t_entity SET id = 1.5 WHERE id = 2",
+                "table t_entity, row 2: " + number.arg(1));
+        damaged("negative version", "UPDATE t_entity SET version = -1 WHERE id = 2",
+                "table t_entity, row 2: " + number.arg(6));
+        damaged("name as bytes", "UPDATE t_entity SET name = x'00ff' WHERE id = 2",
+                "table t_entity, row 2: column 2 holds no text");
+        damaged("entity id twice", "UPDATE t_entity SET id = 1",
+                "table t_entity, row 2: entity id 1 is used twice");
+        row("empty name", {"UPDATE t_entity SET name = '' WHERE id = 2"},
+            "entities[1]: field 'name' must not be empty");
+        row("project name", {"UPDATE t_project SET name = 'a/b'"},
+            "project name 'a/b' must not hold '/', '\\' or a control character");
+        row("device name", {"UPDATE t_project SET name = 'NUL'"},
+            "project name 'NUL' is a reserved device name of Windows");
+        damaged("enumeration twice", "INSERT INTO t_enumeration VALUES (7, 'x')",
+                "table t_enumeration, row 2: enumeration id 7 is used twice");
+        damaged("value of nothing", "UPDATE t_enumeration_value SET enumeration_id = 8",
+                "table t_enumeration_value, row 1: enumeration 8 does not exist");
+        damaged("meta-data of nothing", "UPDATE t_meta_data SET entity_id = 8",
+                "table t_meta_data, row 1: the entity does not exist");
+        damaged("meta-data twice", "INSERT INTO t_meta_data SELECT * FROM t_meta_data",
+                "table t_meta_data, row 6: the key is used twice");
+        damaged("meta-data type", "UPDATE t_meta_data SET value_type = 'QImage'",
+                "table t_meta_data, row 1: the value is not of its type");
+        damaged("meta-data no number", "UPDATE t_meta_data SET value_type = 'double', meta_value = 'nan'",
+                "table t_meta_data, row 1: the value is not of its type");
+        damaged("type of an enumeration that is not there",
+                "UPDATE t_property_type SET enumeration_id = 8 WHERE cpp_type IS NULL",
+                "table t_property_type, row 3: the type is neither a C++ type nor an enumeration");
+        damaged("type of both kinds", "UPDATE t_property_type SET enumeration_id = 7",
+                "table t_property_type, row 1: the type is neither a C++ type nor an enumeration");
+        damaged("type of neither kind", "UPDATE t_property_type SET cpp_type = ''",
+                "table t_property_type, row 1: the type is neither a C++ type nor an enumeration");
+        damaged("type twice", "UPDATE t_property_type SET type_id = 1 WHERE rowid = 4",
+                "table t_property_type, row 4: type id 1 is used twice");
+        damaged("property of nothing", "UPDATE t_property SET entity_id = 8 WHERE rowid = 2",
+                "table t_property, row 2: entity 8 does not exist");
+        damaged("property twice in an entity", "UPDATE t_property SET id = 103 WHERE rowid = 5",
+                "table t_property, row 5: property id 103 is used twice");
+        row("property twice", {"UPDATE t_property SET id = 103, entity_id = 2 WHERE rowid = 5"},
+            "entities[1] 'f' / properties[0] 's': property id 103 is used twice");
+        damaged("type of nothing", "UPDATE t_property SET type_id = 99 WHERE rowid = 4",
+                "table t_property, row 4: type 99 does not exist or is one too many");
+        damaged("type beside a relationship", "UPDATE t_property SET type_id = 1 WHERE rowid = 3",
+                "table t_property, row 3: type 1 does not exist or is one too many");
+        damaged("unknown flag", "UPDATE t_property SET flags = 512 WHERE rowid = 4",
+                "table t_property, row 4: " + number.arg(6));
+        damaged("relationship missing", "DELETE FROM t_relationship",
+                "table t_property, row 3: the details of the property are missing");
+        damaged("detail missing", "DELETE FROM t_property_detail",
+                "table t_property, row 1: the details of the property are missing");
+        damaged("detail twice", "INSERT INTO t_property_detail SELECT * FROM t_property_detail",
+                "table t_property_detail, row 2: property id 100 is used twice");
+        damaged("relationship of nothing",
+                "INSERT INTO t_relationship SELECT 999, 999, type, target_id, NULL, NULL, NULL, NULL FROM "
+                "t_relationship LIMIT 1",
+                "details of a property that does not exist");
+        damaged("relationship twice",
+                "INSERT INTO t_relationship SELECT * FROM t_relationship WHERE id = 501",
+                "table t_relationship, row 3: the property has a second relationship");
+        damaged("relationship type", "UPDATE t_relationship SET type = 4 WHERE id = 501",
+                "table t_relationship, row 1: " + number.arg(3));
+        row("relationship id twice", {"UPDATE t_relationship SET id = 501"},
+            "entities[1] 'f' / properties[0] 'k': relationship id 501 is used twice");
+        row("dangling target", {"UPDATE t_relationship SET target_id = 9 WHERE id = 501"},
+            "entities[0] 'customer' / properties[2] 'r': relationship target 9 does not exist");
+        row("dangling inverse", {"UPDATE t_relationship SET inverse_id = 9 WHERE id = 501"},
+            "entities[0] 'customer' / properties[2] 'r': relationship inverse 9 does not exist in the target "
+            "'customer'");
+        row("circle", {"UPDATE t_relationship SET target_id = 2 WHERE id = 502"},
+            "entities[1] 'f': identifiers refer to each other in a circle: 'f' -> 'f'");
+        row("two identifiers", {"UPDATE t_property SET flags = 1 WHERE rowid = 4"},
+            "entities[0] 'customer' / properties[3] 'q': the entity has a second identifier");
+        row("counted up without type", {"UPDATE t_property SET flags = 96 WHERE rowid = 6"},
+            "entities[0] 'customer' / properties[5] 'n': field 'autoIncrement' needs a 'type', all of it "
+            "integer types");
+    }
+    void hostileContents()
+    {
+        QFETCH(QStringList, statements);
+        QFETCH(QString, expected);
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        QVERIFY(execute(m_sFile, statements));
+        refused(expected);
+    }
+    void nothingRunsUnasked()
+    {
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        QVERIFY(execute(
+            m_sFile, {"CREATE TABLE seen (a)",
+                      "CREATE TRIGGER tr AFTER DELETE ON t_entity BEGIN INSERT INTO seen VALUES (1); END"}));
+        QVERIFY(write(m_sFile, *everything()).text().contains("holds the trigger 'tr'"));
+        int number = 0;
+        QVERIFY(storage::history::tag(m_sFile, "x", number).text().contains("holds the trigger 'tr'"));
+        QCOMPARE(query(m_sFile, "SELECT count(*) FROM seen"), QString("0"));
+    }
+
+    void lockedByAnotherProcess()
+    {
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        QSqlDatabase other = QSqlDatabase::addDatabase("QSQLITE", "other");
+        other.setDatabaseName(m_sFile);
+        QVERIFY(other.open());
+        QVERIFY(!QSqlQuery("BEGIN EXCLUSIVE", other).lastError().isValid());
+        const QString expected = m_sFile + ": is locked by another process; close it there and try again";
+        QElapsedTimer timer;
+        timer.start();
+        model::project project(1);
+        QCOMPARE(read(m_sFile, project).text(), expected);
+        QVERIFY(timer.elapsed() > 1500 && timer.elapsed() < 5000);
+        QCOMPARE(write(m_sFile, *everything()).text(), expected);
+        int number = 0;
+        QCOMPARE(storage::history::tag(m_sFile, "x", number).text(), expected);
+        other.close();
+        other = QSqlDatabase();
+        QSqlDatabase::removeDatabase("other");
+        QVERIFY(!read(m_sFile, project).isValid());
+    }
+    void readOnly()
+    {
+        if (geteuid() == 0) {
+            QSKIP("Permissions do not bind the super-user");
+        }
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        QVERIFY(QFile::setPermissions(m_sFile, QFile::ReadOwner));
+        model::project project(1);
+        QVERIFY(!read(m_sFile, project).isValid());
+        const QString error = write(m_sFile, *everything()).text();
+        QVERIFY2(error.startsWith(m_sFile + ": cannot be written ("), qPrintable(error));
+    }
+    void aFullDisk()
+    {
+        // A limit on the size of files stands for the disk's.
+        QByteArray entities;
+        for (int i = 0; i < 3000; ++i) {
+            entities += (i > 0 ? ", " : "") + QByteArray("{\"name\": \"entity number ") +
+                        QByteArray::number(i) + "\"}";
+        }
+        QVERIFY(support::writeBytes(path("big.json"), textOf(entities)));
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        const QByteArray before = support::bytesOf(m_sFile);
+        for (const QString & target : {m_sFile, path("new.korv")}) {
+            const support::run_result result = support::run(
+                "/bin/sh", {"-c", "ulimit -f 128; trap '' XFSZ; exec \"$0\" import \"$1\" \"$2\"",
+                            KORVANE_PROGRAM, path("big.json"), target});
+            QCOMPARE(result.status, 1);
+            QVERIFY2(result.err.startsWith(target.toUtf8() + ": cannot be "), result.err.constData());
+            QCOMPARE(result.err.count('\n'), 1);
+            QCOMPARE(result.out, QByteArray());
+        }
+        QCOMPARE(support::bytesOf(m_sFile), before);
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden),
+                 (QStringList{"big.json", "shop.korv"}));
+    }
+
+    void flippedBytes()
+    {
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        const QByteArray good = support::bytesOf(m_sFile);
+        const QByteArray text = storedText(m_sFile);
+        QRandomGenerator random(20261121);
+        int refusals = 0;
+        for (int i = 0; i < 800; ++i) {
+            QByteArray bad = good;
+            // Every second time in the first pages, where schema and headers are.
+            const int range = i % 2 == 0 ? 8192 : int(bad.size());
+            for (int n = random.bounded(1, 5); n > 0; --n) {
+                const int at = random.bounded(range);
+                bad[at] = static_cast<char>(bad.at(at) ^ (1 << random.bounded(8)));
+            }
+            QVERIFY(support::writeBytes(m_sFile, bad));
+            model::project project(1);
+            const QSqlError error = read(m_sFile, project);
+            if (error.isValid()) {
+                ++refusals;
+                QVERIFY2(error.text().startsWith(m_sFile + ": ") && !error.text().contains('\n'),
+                         qPrintable(error.text()));
+            } else {
+                QVERIFY(!storage::text_form::write(project).isEmpty());
+            }
+            QFile::remove(m_sFile + "-journal");
+        }
+        QVERIFY2(refusals > 50, qPrintable(QString::number(refusals)));
+    }
+    void cutFiles()
+    {
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        const QByteArray good = support::bytesOf(m_sFile);
+        // Within the last page it may be that only unused bytes are gone.
+        for (qsizetype length = 1; length <= good.size() - 4096; length += 509) {
+            QVERIFY(support::writeBytes(m_sFile, good.left(length)));
+            model::project project(1);
+            const QString error = read(m_sFile, project).text();
+            QVERIFY2(error.startsWith(m_sFile + ": is ") && !error.contains('\n'), qPrintable(error));
+        }
+    }
+
+    void largeProjects()
+    {
+        QByteArray entities;
+        for (int e = 1; e <= 2000; ++e) {
+            const QByteArray id = QByteArray::number(e);
+            entities += (e > 1 ? ", " : "") + QByteArray("{\"id\": ") + id + ", \"name\": \"e" + id +
+                        "\", \"properties\": [";
+            for (int p = 0; p < 22; ++p) {
+                entities += (p > 0 ? ", " : "") + QByteArray("{\"name\": \"p") + QByteArray::number(p) +
+                            "\", \"type\": \"int\"}";
+            }
+            entities += "]}";
+        }
+        const auto p = projectOf(textOf(entities));
+        QVERIFY(p);
+        QVERIFY(!write(m_sFile, *p).isValid());
+        QElapsedTimer timer;
+        timer.start();
+        model::project project(1);
+        QVERIFY(!read(m_sFile, project).isValid());
+        QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(storage::text_form::write(project), storage::text_form::write(*p));
+    }
+
+private:
+    QString path(const QString & name) const { return m_folder->filePath(name); }
+    void refused(const QString & expected)
+    {
+        model::project project(1);
+        QCOMPARE(read(m_sFile, project).text(), m_sFile + ": " + expected);
+    }
+    static bool execute(const QString & file, const QStringList & statements)
+    {
+        bool ok = true;
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "test");
+            db.setDatabaseName(file);
+            ok = db.open();
+            for (const QString & statement : statements) {
+                const QSqlError error = QSqlQuery(statement, db).lastError();
+                if (error.isValid()) {
+                    qWarning("%s: %s", qUtf8Printable(statement), qUtf8Printable(error.text()));
+                    ok = false;
+                }
+            }
+        }
+        QSqlDatabase::removeDatabase("test");
+        return ok;
+    }
+    static QString query(const QString & file, const QString & statement)
+    {
+        QString result;
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "test");
+            db.setDatabaseName(file);
+            db.open();
+            QSqlQuery q(statement, db);
+            result = q.next() ? q.value(0).toString() : q.lastError().text();
+        }
+        QSqlDatabase::removeDatabase("test");
+        return result;
+    }
+    static std::shared_ptr<model::project> everything()
+    {
+        return projectOf(textOf(
+            json("{'id': 1, 'key': 'K', 'name': 'customer', 'tableName': 't \u00e4', 'version': 3, "
+                 "'softDeleteColumn': 'd',"
+                 " 'metaData': {'a': 1.5, 'b': true, 'c': 18446744073709551615, 'd': -5, 'e': 'x'},"
+                 " 'properties': ["
+                 "  {'id': 100, 'key': 'PK', 'name': 'id', 'columnName': 'a|b', 'type': ['long', 'int'],"
+                 "   'identifier': true, 'autoIncrement': true, 'allowNull': false, 'unique': true, 'index': "
+                 "true,"
+                 "   'transient': true, 'forceSqlType': 'DECIMAL(12,2)'},"
+                 "  {'id': 101, 'name': 'e', 'enumeration': 7},"
+                 "  {'id': 102, 'name': 'r', 'relationship': {'id': 501, 'type': 'many-to-many', 'target': 1,"
+                 "   'inverse': 101, 'extraTable': 'link', 'foreignKey': 'c', 'foreignKeyOwner': 't'}},"
+                 "  {'id': 103, 'name': 'q', 'type': 'QString'},"
+                 "  {'id': 104, 'name': 's', 'type': 'QString'},"
+                 "  {'id': 105, 'name': 'n'}]},"
+                 "{'id': 2, 'name': 'f', 'version': 0, 'properties': ["
+                 "  {'id': 106, 'name': 'k', 'identifier': true, 'relationship': {'id': 502, 'type': "
+                 "'one-to-one', 'target': 1}}]}"),
+            json("{'id': 7, 'name': 'state', 'values': [{'name': 'open', 'value': -9223372036854775808}]}")));
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_sFile;
+};
+
+QTEST_GUILESS_MAIN(tst_project_file)
+#include "tst_project_file.moc"

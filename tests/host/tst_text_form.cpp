@@ -1,0 +1,760 @@
+#include "support/project_support.h"
+
+#include "model/property_type.h"
+#include "storage/model_check.h"
+
+#include <QTest>
+
+#include <limits>
+
+using support::entityOf;
+using support::errorOf;
+using support::json;
+using support::projectOf;
+using support::propertyOf;
+using support::textOf;
+
+namespace {
+
+const QByteArray Max = "9223372036854775807";
+
+/// An entity "e" that has the property "p" with `fields`, beside the target entity 9 with property 90.
+QByteArray withProperty(const QByteArray & fields)
+{
+    return textOf("{\"name\": \"e\", \"properties\": [{\"name\": \"p\"" +
+                      (fields.isEmpty() ? "" : ", " + fields) +
+                      json("}]}, {'id': 9, 'name': 'target', 'properties': [{'id': 90, 'name': 't'}]}"),
+                  json("{'id': 1, 'name': 'state'}"));
+}
+
+QByteArray withRelation(const QByteArray & fields)
+{
+    return withProperty(json("'relationship': {") + fields + "}");
+}
+
+} // namespace
+
+class tst_text_form : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyField()
+    {
+        const auto p = projectOf(textOf(
+            json("{'id': 10, 'key': 'K', 'name': 'customer', 'tableName': 't_customer', 'version': 3, "
+                 "'softDeleteColumn': 'deleted_at', 'metaData': {'t': 'true', 'b': true, 'i': -5, 'u': "
+                 "18446744073709551615, 'd': 1.5}, 'properties': [ {'id': 100, 'key': 'PK', 'name': 'id', "
+                 "'columnName': 'a|b', 'type': ['long', 'int'], 'identifier': true, 'autoIncrement': true, "
+                 "'allowNull': false, 'unique': true, 'index': true, 'transient': true, 'forceSqlType': "
+                 "'DECIMAL(12,2) NULL'}, {'id': 103, 'name': 'state', 'enumeration': 7}, {'id': 106, 'name': "
+                 "'tags', 'relationship': {'id': 501, 'type': 'many-to-many', 'target': 10, 'inverse': 103, "
+                 "'extraTable': 'link', 'foreignKey': 'c', 'foreignKeyOwner': 't'}}]}"),
+            json("{'id': 7, 'name': 'order_state', 'values': [{'name': 'open', 'value': 0}, {'name': 'paid', "
+                 "'value': -9223372036854775808}]}")));
+        QVERIFY(p);
+        QCOMPARE(p->getName(), QString("shop"));
+        const auto e = entityOf(*p, 0);
+        QCOMPARE(e->getId(), 10L);
+        QCOMPARE(e->getKey(), QString("K"));
+        QCOMPARE(e->getName(), QString("customer"));
+        QCOMPARE(e->getTableName(), QString("t_customer"));
+        QCOMPARE(e->getVersion(), 3L);
+        QCOMPARE(e->getSoftDeleteColumn(), QString("deleted_at"));
+        QCOMPARE(e->getMetaData("t"), QVariant("true"));
+        QCOMPARE(e->getMetaData("b"), QVariant(true));
+        QCOMPARE(e->getMetaData("i"), QVariant(-5LL));
+        QCOMPARE(e->getMetaData("u"), QVariant(18446744073709551615ULL));
+        QCOMPARE(e->getMetaData("d"), QVariant(1.5));
+        const auto id = propertyOf(*p, 0, 0);
+        QCOMPARE(id->getId(), 100L);
+        QCOMPARE(id->getKey(), QString("PK"));
+        QCOMPARE(id->getColumnName(), QString("a|b"));
+        QCOMPARE(id->getType()->getCppTypes(), (QStringList{"long", "int"}));
+        QCOMPARE(id->getForceSqlType(), QString("DECIMAL(12,2) NULL"));
+        QVERIFY(id->isIdentifier() && id->getUnique() && id->isIndex() && id->isTransient());
+        QVERIFY(!id->getAllowNull());
+        QCOMPARE(id->getAutoIncrement(), std::optional<bool>(true));
+        const auto values = propertyOf(*p, 0, 1)->getType()->getEnumeration()->getValues();
+        QCOMPARE(values.size(), 2);
+        QCOMPARE(values.at(0).name, QString("open"));
+        QCOMPARE(values.at(1).number, std::numeric_limits<qint64>::min());
+        const auto r = propertyOf(*p, 0, 2)->getRelation();
+        QCOMPARE(r->getId(), 501L);
+        QCOMPARE(r->getType(), model::relationship::many_to_many);
+        QCOMPARE(r->getEntityTargetId(), 10L);
+        QCOMPARE(r->getInverseId(), 103L);
+        QCOMPARE(r->getExtraTable(), QString("link"));
+        QCOMPARE(r->getForeignKey(), QString("c"));
+        QCOMPARE(r->getForeignKeyOwner(), QString("t"));
+    }
+    void everyAbsentField()
+    {
+        const auto p = projectOf(json("{'format': 'korvane-project', 'formatVersion': 1, 'name': 'x'}"));
+        QVERIFY(p);
+        QCOMPARE(p->getListOfAllEntities()->count(), 0L);
+        QCOMPARE(p->getListOfEnumeration()->count(), 0L);
+        const auto q = projectOf(textOf(json("{'name': 'e', 'properties': [{'name': 'p'}]}, {'name': 'f'}"),
+                                        json("{'name': 'n'}")));
+        QVERIFY(q);
+        const auto e = entityOf(*q, 0);
+        QCOMPARE(e->getId(), 1L);
+        QCOMPARE(entityOf(*q, 1)->getId(), 2L);
+        QCOMPARE(e->getKey(), QString("e"));
+        QCOMPARE(e->getVersion(), 1L);
+        QCOMPARE(e->getTableName(), QString());
+        QCOMPARE(e->getSoftDeleteColumn(), QString());
+        QVERIFY(e->getAllMetaData().isEmpty());
+        QCOMPARE(entityOf(*q, 1)->getListOfProperty(true, true, false)->count(), 0L);
+        const auto property = propertyOf(*q, 0, 0);
+        QCOMPARE(property->getId(), 1L);
+        QVERIFY(!property->getType());
+        QVERIFY(property->getAllowNull());
+        QVERIFY(!property->isIdentifier() && !property->getUnique() && !property->isIndex() &&
+                !property->isTransient() && !property->hasRelationship());
+        QVERIFY(!property->getAutoIncrement());
+        QVERIFY(q->getListOfEnumeration()->getByIndex(0)->getValues().isEmpty());
+        QCOMPARE(q->getListOfEnumeration()->getByIndex(0)->getId(), 1L);
+    }
+
+    void errors_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("expected");
+        const QString head = "shop.json: ";
+        const auto row = [&](const char * name, const QByteArray & text, const QString & expected) {
+            QTest::newRow(name) << text << head + expected;
+        };
+        const auto root = [&](const char * name, const QByteArray & text, const QString & expected) {
+            row(name, text, expected);
+        };
+        root("no object", "[]", "must be an object");
+        root("no format", json("{'formatVersion': 1, 'name': 'x'}"), "field 'format' is missing");
+        root("other format", json("{'format': 'x', 'formatVersion': 1, 'name': 'x'}"),
+             "field 'format' must be \"korvane-project\"");
+        root("no version", json("{'format': 'korvane-project', 'name': 'x'}"),
+             "field 'formatVersion' is missing");
+        root("newer version",
+             json("{'format': 'korvane-project', 'formatVersion': 2, 'name': 'x', 'new': 1}"),
+             "field 'formatVersion' must be 1");
+        root("version as text", json("{'format': 'korvane-project', 'formatVersion': '1', 'name': 'x'}"),
+             "field 'formatVersion' must be 1");
+        root("version 1.0", json("{'format': 'korvane-project', 'formatVersion': 1.0, 'name': 'x'}"),
+             "field 'formatVersion' must be 1");
+        root("no name", json("{'format': 'korvane-project', 'formatVersion': 1}"), "field 'name' is missing");
+        root("name as number", json("{'format': 'korvane-project', 'formatVersion': 1, 'name': 5}"),
+             "field 'name' must be a text");
+        root("empty name", json("{'format': 'korvane-project', 'formatVersion': 1, 'name': ''}"),
+             "field 'name' must not be empty");
+        root("unknown field",
+             json("{'format': 'korvane-project', 'formatVersion': 1, 'name': 'x', 'Name': 'y'}"),
+             "unknown field 'Name'");
+        root("entities no list",
+             json("{'format': 'korvane-project', 'formatVersion': 1, 'name': 'x', 'entities': {}}"),
+             "field 'entities' must be a list");
+        root("field twice",
+             json("{'format': 'korvane-project', 'name': 'a', 'formatVersion': 1, 'name': 'b'}"),
+             "field 'name' is given twice");
+        enumerationErrors(row);
+        entityErrors(row);
+        propertyErrors(row);
+        relationshipErrors(row);
+        idErrors(row);
+    }
+    void errors()
+    {
+        QFETCH(QByteArray, text);
+        QTEST(errorOf(text), "expected");
+    }
+
+    void syntaxErrors_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("place");
+        QTest::newRow("empty") << QByteArray() << "line 1, column 1: ";
+        QTest::newRow("no JSON") << QByteArray("hello") << "line 1, column 1: ";
+        QTest::newRow("comma missing")
+            << QByteArray("{\n  \"format\": \"x\"\n  \"name\": 1}") << "line 3, column ";
+        QTest::newRow("comma too many") << QByteArray("{\"a\": [1,\n]}") << "line 2, column 1: ";
+        QTest::newRow("cut") << QByteArray("{\"a\": [") << "line 1, column ";
+        QTest::newRow("behind the end") << QByteArray("{}\n\n x") << "line 3, column 2: ";
+        QTest::newRow("comment") << QByteArray("{} // x") << "line 1, column 4: ";
+        QTest::newRow("NUL byte") << QByteArray("{\"a\":\n 1}\0 x", 12)
+                                  << "line 2, column 4: a NUL byte is no JSON";
+        QTest::newRow("control character") << QByteArray("{\"a\": \"\n\"}") << "line 1, column ";
+        QTest::newRow("no UTF-8") << QByteArray("{\"a\": \"\xff\"}") << "line 1, column ";
+        QTest::newRow("half a surrogate pair") << QByteArray(json("{'a': '\\ud800'}")) << "line 1, column ";
+        QTest::newRow("number beyond double") << QByteArray("{\"a\": 1e999}") << "line 1, column ";
+        QTest::newRow("two-byte letters before")
+            << QByteArray("{\"\u00e4\u00e4\": x}") << "line 1, column 8: ";
+    }
+    void syntaxErrors()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QString, place);
+        const QString error = errorOf(text);
+        QVERIFY2(error.startsWith("shop.json: " + place), qPrintable(error));
+        QVERIFY2(!error.contains('\n') && !error.contains("json.exception"), qPrintable(error));
+        QVERIFY(error.size() > 11 + place.size() || place.contains("NUL"));
+    }
+    void aByteOrderMarkIsTaken() { QVERIFY(projectOf("\xEF\xBB\xBF" + textOf(""))); }
+    void deepNesting()
+    {
+        for (const QByteArray & open : {QByteArray("["), QByteArray("{\"a\":")}) {
+            const QString error = errorOf(open.repeated(1000));
+            QVERIFY2(error.contains("is nested deeper than 64 levels"), qPrintable(error));
+            QVERIFY(error.size() < 400);
+            QVERIFY(errorOf(open.repeated(1000000)).contains("is nested deeper than 64 levels"));
+        }
+        QVERIFY(!errorOf(QByteArray("[").repeated(64) + QByteArray("]").repeated(64)).contains("nested"));
+        QVERIFY(errorOf(QByteArray("[").repeated(65) + QByteArray("]").repeated(65)).contains("nested"));
+    }
+    void messagesStayOneLine()
+    {
+        const QString error = errorOf(textOf(json("{'name': 'a\\nb\\u0007\\u2028c', 'version': 'x'}")));
+        QCOMPARE(error,
+                 QString("shop.json: entities[0] 'a?b??c': field 'version' must be an integer from 0 to ") +
+                     Max);
+        QVERIFY(
+            errorOf(textOf("{\"name\": \"" + QByteArray(100000, 'x') + json("', 'version': 'x'}"))).size() <
+            300);
+    }
+    void bytesThatAreNoPatternStayAsTheyAre()
+    {
+        QCOMPARE(errorOf(textOf(json("{'name': '%1%2', '%3': 'x'}"))),
+                 QString("shop.json: entities[0] '%1%2': unknown field '%3'"));
+    }
+
+    void projectNames_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("good");
+        for (const char * name : {"shop", "a b", "\u00e4\u20ac", "CONSOLE", "COM", "COM10", "LPTX", "xCON",
+                                  "a.b", "a:b", "nul_", "-", "..."}) {
+            QTest::newRow(name) << QString::fromUtf8(name) << (name[0] != '.');
+        }
+        for (const char * name :
+             {"a/b",     "/",       "a\\b", ":a",     ".a",        ".",      "a\tb",    "a\nb",
+              "CON",     "con",     "Nul",  "PRN",    "aux",       "COM1",   "com9",    "LPT1",
+              "NUL.txt", "con.a.b", "CON ", "aux .x", "COM\u00b9", "CONIN$", "a\u007f", "a\u0085"}) {
+            QTest::newRow(name) << QString::fromUtf8(name) << false;
+        }
+        QTest::newRow("NUL character") << QString(QChar(0)) + "a" << false;
+        QTest::newRow("180 bytes") << QString(180, 'x') << true;
+        QTest::newRow("181 bytes") << QString(181, 'x') << false;
+        QTest::newRow("180 bytes of two-byte letters") << QString(90, QChar(0xe4)) << true;
+        QTest::newRow("182 bytes of two-byte letters") << QString(91, QChar(0xe4)) << false;
+    }
+    void projectNames()
+    {
+        QFETCH(QString, name);
+        QFETCH(bool, good);
+        QString escaped;
+        for (const QChar c : name) {
+            escaped += QString("\\u%1").arg(c.unicode(), 4, 16, QChar('0'));
+        }
+        const QString error = errorOf("{\"format\": \"korvane-project\", \"formatVersion\": 1, \"name\": \"" +
+                                      escaped.toUtf8() + "\"}");
+        QCOMPARE(error.isEmpty(), good);
+        QVERIFY2(good || error.startsWith("shop.json: field 'name' "), qPrintable(error));
+    }
+
+    void warnings_data()
+    {
+        QTest::addColumn<QByteArray>("fields");
+        QTest::addColumn<QStringList>("expected");
+        const QByteArray oneToOne = json("'relationship': {'type': 'one-to-one', 'target': 9}");
+        const QString place = "entities[0] 'e' / properties[0] 'p': ";
+        QTest::newRow("column is missing")
+            << oneToOne << QStringList{place + "one-to-one column 'p' is not a column of its table"};
+        QTest::newRow("one of two is missing")
+            << oneToOne + ", \"columnName\": \"own|other\""
+            << QStringList{place + "one-to-one column 'other' is not a column of its table"};
+        QTest::newRow("column is there") << oneToOne + ", \"columnName\": \"own\"" << QStringList{};
+        QTest::newRow("transient") << oneToOne + json(", 'transient': true") << QStringList{};
+        QTest::newRow("it is the key") << oneToOne + json(", 'identifier': true") << QStringList{};
+        QTest::newRow("other parts than columns")
+            << QByteArray(json("'type': ['int', 'int']"))
+            << QStringList{place + "the type has 2 parts for 1 columns"};
+        QTest::newRow("nothing") << QByteArray("\"type\": \"int\", \"columnName\": \"a|b\"") << QStringList{};
+    }
+    void warnings()
+    {
+        QFETCH(QByteArray, fields);
+        const auto p = projectOf(
+            textOf(json("{'name': 'e', 'properties': [{'name': 'p', ") + fields +
+                   json("}, {'name': 'o', 'columnName': 'own', 'type': 'int'}]}, {'id': 9, 'name': 't'}")));
+        QVERIFY(p);
+        QTEST(storage::model_check::warnings(*p), "expected");
+    }
+
+    void absentIdsFollowTheNames()
+    {
+        const auto old = stored();
+        // Other order, a new property and a new entity in front, all without ids.
+        const auto p =
+            projectOf(textOf(json("{'name': 'new'}, {'name': 'b', 'properties': [{'name': 'x', "
+                                  "'relationship': {'type': 'one-to-one', 'target': 10}}, {'name': 'n'}, "
+                                  "{'name': 'y'}]}, {'name': 'a', 'properties': [{'name': 'x'}]}"),
+                             json("{'name': 'other'}, {'name': 'state'}")),
+                      old.get());
+        QVERIFY(p);
+        QCOMPARE(entityOf(*p, 0)->getId(), 21L);
+        QCOMPARE(entityOf(*p, 1)->getId(), 20L);
+        QCOMPARE(entityOf(*p, 2)->getId(), 10L);
+        QCOMPARE(propertyOf(*p, 1, 0)->getId(), 200L);
+        QCOMPARE(propertyOf(*p, 1, 1)->getId(), 202L);
+        QCOMPARE(propertyOf(*p, 1, 2)->getId(), 201L);
+        QCOMPARE(propertyOf(*p, 2, 0)->getId(), 100L);
+        QCOMPARE(propertyOf(*p, 1, 0)->getRelation()->getId(), 500L);
+        QCOMPARE(p->getListOfEnumeration()->getByIndex(0)->getId(), 8L);
+        QCOMPARE(p->getListOfEnumeration()->getByIndex(1)->getId(), 7L);
+    }
+    void namesAreLookedUpWithinTheirEntity()
+    {
+        const auto old = stored();
+        // The entity keeps its id and changes its name: its properties are still its own.
+        const auto p =
+            projectOf(textOf(json("{'id': 20, 'name': 'a', 'properties': [{'name': 'x'}, {'name': 'y'}]}, "
+                                  "{'id': 10, 'name': 'b', 'properties': [{'name': 'y'}, {'name': 'x'}]}")),
+                      old.get());
+        QVERIFY(p);
+        QCOMPARE(propertyOf(*p, 0, 0)->getId(), 200L);
+        QCOMPARE(propertyOf(*p, 0, 1)->getId(), 201L);
+        QCOMPARE(propertyOf(*p, 1, 0)->getId(), 202L);
+        QCOMPARE(propertyOf(*p, 1, 1)->getId(), 100L);
+    }
+    void aGivenIdIsNotTakenByANamesake()
+    {
+        const auto old = stored();
+        const auto p = projectOf(textOf(json("{'name': 'a', 'properties': [{'name': 'x'}]}, {'id': 10, "
+                                             "'name': 'renamed', 'properties': [{'id': 100, 'name': 'x'}]}")),
+                                 old.get());
+        QVERIFY(p);
+        QCOMPARE(entityOf(*p, 0)->getId(), 21L);
+        QCOMPARE(propertyOf(*p, 0, 0)->getId(), 202L);
+        QCOMPARE(entityOf(*p, 1)->getId(), 10L);
+    }
+    void newIdsAreLargerThanAny()
+    {
+        const auto p = projectOf(textOf(json("{'name': 'a', 'properties': [{'name': 'x'}, {'id': 70, 'name': "
+                                             "'y'}]}, {'id': 30, 'name': 'b'}, {'name': 'c'}")));
+        QVERIFY(p);
+        QCOMPARE(entityOf(*p, 0)->getId(), 31L);
+        QCOMPARE(entityOf(*p, 2)->getId(), 32L);
+        QCOMPARE(propertyOf(*p, 0, 0)->getId(), 71L);
+        // Namesakes get ids of their own, in order, and keep them.
+        const QByteArray twice = textOf(json("{'name': 'a', 'properties': [{'name': 'x'}, {'name': 'x'}]}"));
+        const auto first = projectOf(twice);
+        const auto second = projectOf(twice, first.get());
+        for (const auto & q : {first, second}) {
+            QCOMPARE(propertyOf(*q, 0, 0)->getId(), 1L);
+            QCOMPARE(propertyOf(*q, 0, 1)->getId(), 2L);
+            QCOMPARE(entityOf(*q, 0)->getVersion(), 1L);
+        }
+    }
+    void noIdIsLeft()
+    {
+        QCOMPARE(errorOf(textOf(json("{'id': ") + Max + json(", 'name': 'a'}, {'name': 'b'}"))),
+                 QString("shop.json: entities[1] 'b': no entity id is left"));
+        QVERIFY(projectOf(textOf(json("{'id': ") + Max + json(", 'name': 'a'}"))));
+    }
+
+    void versions_data()
+    {
+        QTest::addColumn<QByteArray>("entity");
+        QTest::addColumn<long>("expected");
+        const QByteArray property = json(
+            "{'id': 200, 'name': 'x', 'relationship': {'id': 500, 'type': 'one-to-one', 'target': 10}}, ");
+        const QByteArray last = json("{'id': 201, 'name': 'y', 'type': 'int'}");
+        const auto entity = [&](const QByteArray & fields, const QByteArray & properties) {
+            return json("{'id': 20, 'name': 'b', 'metaData': {'m': 1}") + fields + json(", 'properties': [") +
+                   properties + "]}";
+        };
+        QTest::newRow("nothing changed") << entity("", property + last) << 5L;
+        QTest::newRow("written otherwise")
+            << entity(", \"key\": \"\", \"tableName\": \"\"", property + last) << 5L;
+        QTest::newRow("given") << entity(", \"version\": 0, \"tableName\": \"t\"", property + last) << 0L;
+        QTest::newRow("given, not changed") << entity(json(", 'version': 9"), property + last) << 9L;
+        QTest::newRow("tableName") << entity(", \"tableName\": \"t\"", property + last) << 6L;
+        QTest::newRow("key") << entity(", \"key\": \"t\"", property + last) << 6L;
+        QTest::newRow("softDeleteColumn") << entity(", \"softDeleteColumn\": \"t\"", property + last) << 6L;
+        QTest::newRow("metaData, value")
+            << QByteArray(json("{'id': 20, 'name': 'b', 'metaData': {'m': 2}, 'properties': [")) + property +
+                   last + "]}"
+            << 6L;
+        QTest::newRow("metaData, type")
+            << QByteArray(json("{'id': 20, 'name': 'b', 'metaData': {'m': '1'}, 'properties': [")) +
+                   property + last + "]}"
+            << 6L;
+        QTest::newRow("name") << QByteArray(
+                                     json("{'id': 20, 'name': 'B', 'metaData': {'m': 1}, 'properties': [")) +
+                                     property + last + "]}"
+                              << 6L;
+        QTest::newRow("property gone") << entity("", last) << 6L;
+        QTest::newRow("property new") << entity("", property + last + json(", {'name': 'z'}")) << 6L;
+        QTest::newRow("order") << entity("", last + ", " + property.chopped(2)) << 6L;
+        for (const char * field : {"'key': 'k'", "'columnName': 'c'", "'forceSqlType': 'f'",
+                                   "'identifier': true", "'unique': true", "'index': true",
+                                   "'transient': true", "'autoIncrement': true", "'allowNull': false"}) {
+            QTest::newRow(field) << entity("", property + last.chopped(1) + ", " + json(field) + "}") << 6L;
+        }
+        QTest::newRow("type") << entity("", property + json("{'id': 201, 'name': 'y', 'type': 'long'}"))
+                              << 6L;
+        QTest::newRow("type gone") << entity("", property + json("{'id': 201, 'name': 'y'}")) << 6L;
+        QTest::newRow("property id") << entity("", property + json("{'id': 209, 'name': 'y', 'type': 'int'}"))
+                                     << 6L;
+        for (const char * relation :
+             {"'id': 501, 'type': 'one-to-one', 'target': 10",
+              "'id': 500, 'type': 'many-to-one', 'target': 10",
+              "'id': 500, 'type': 'one-to-one', 'target': 20",
+              "'id': 500, 'type': 'one-to-one', 'target': 10, 'inverse': 100",
+              "'id': 500, 'type': 'one-to-one', 'target': 10, 'extraTable': 'e'",
+              "'id': 500, 'type': 'one-to-one', 'target': 10, 'foreignKey': 'e'",
+              "'id': 500, 'type': 'one-to-one', 'target': 10, 'foreignKeyOwner': 'e'"}) {
+            QTest::newRow(relation) << entity("", json("{'id': 200, 'name': 'x', 'relationship': {") +
+                                                      json(relation) + "}}, " + last)
+                                    << 6L;
+        }
+    }
+    void versions()
+    {
+        QFETCH(QByteArray, entity);
+        const auto old = stored();
+        const auto p = projectOf(
+            textOf(json("{'id': 10, 'name': 'a', 'properties': [{'id': 100, 'name': 'x'}]}, ") + entity),
+            old.get());
+        QVERIFY(p);
+        QTEST(entityOf(*p, 1)->getVersion(), "expected");
+        // The other entity did not change.
+        QCOMPARE(entityOf(*p, 0)->getVersion(), 2L);
+    }
+    void noVersionIsLeft()
+    {
+        const auto old = projectOf(textOf(json("{'id': 1, 'name': 'a', 'version': ") + Max + "}"));
+        QVERIFY(projectOf(textOf(json("{'id': 1, 'name': 'a'}")), old.get()));
+        QCOMPARE(errorOf(textOf(json("{'id': 1, 'name': 'b'}")), old.get()),
+                 QString("shop.json: entity 1 has no version left"));
+    }
+
+    void canonicalLayout()
+    {
+        const auto p = projectOf(
+            textOf(json("{'name': 'customer', 'metaData': {'z': 1.0, 'a': '\\'x\\'', 'B': false}, "
+                        "'properties': [ {'type': ['long'], 'name': 'id', 'identifier': true, 'allowNull': "
+                        "true}, {'name': 'r', 'columnName': 'a|b', 'allowNull': false, 'relationship': "
+                        "{'target': 1, 'type': 'many-to-one'}}]}, {'name': 'empty', 'key': 'k', 'tableName': "
+                        "'t', 'softDeleteColumn': 's'}"),
+                   json("{'name': 'state', 'values': [{'value': 1, 'name': 'open'}]}, {'name': 'none'}")));
+        QVERIFY(p);
+        QCOMPARE(
+            QString::fromUtf8(storage::text_form::write(*p)),
+            QString(
+                "{\n"
+                "  \"format\": \"korvane-project\",\n"
+                "  \"formatVersion\": 1,\n"
+                "  \"name\": \"shop\",\n"
+                "  \"enumerations\": [\n"
+                "    {\"id\": 1, \"name\": \"state\", \"values\": [{\"name\": \"open\", \"value\": 1}]},\n"
+                "    {\"id\": 2, \"name\": \"none\", \"values\": []}\n"
+                "  ],\n"
+                "  \"entities\": [\n"
+                "    {\n"
+                "      \"id\": 1,\n"
+                "      \"name\": \"customer\",\n"
+                "      \"version\": 1,\n"
+                "      \"metaData\": {\"B\": false, \"a\": \"\\\"x\\\"\", \"z\": 1.0},\n"
+                "      \"properties\": [\n"
+                "        {\"id\": 1, \"name\": \"id\", \"type\": \"long\", \"identifier\": true},\n"
+                "        {\"id\": 2, \"name\": \"r\", \"columnName\": \"a|b\", \"allowNull\": false, "
+                "\"relationship\": {\"id\": 1, \"type\": \"many-to-one\", \"target\": 1}}\n"
+                "      ]\n"
+                "    },\n"
+                "    {\n"
+                "      \"id\": 2,\n"
+                "      \"key\": \"k\",\n"
+                "      \"name\": \"empty\",\n"
+                "      \"tableName\": \"t\",\n"
+                "      \"version\": 1,\n"
+                "      \"softDeleteColumn\": \"s\",\n"
+                "      \"properties\": []\n"
+                "    }\n"
+                "  ]\n"
+                "}\n"
+                ""));
+    }
+    void dumpsComeBackTheSame()
+    {
+        const auto p = projectOf(textOf(
+            everything(), json("{'id': 7, 'name': 's', 'values': [{'name': '\\u20ac\\n', 'value': -1}]}")));
+        QVERIFY(p);
+        const QByteArray dumped = storage::text_form::write(*p);
+        const auto again = projectOf(dumped);
+        QVERIFY(again);
+        QCOMPARE(storage::text_form::write(*again), dumped);
+        const auto over = projectOf(dumped, p.get());
+        QVERIFY(over);
+        QCOMPARE(storage::text_form::write(*over), dumped);
+    }
+    void publicModels()
+    {
+        const QString folder = support::modelsFolder();
+        if (folder.isEmpty()) {
+            QSKIP("The models of public databases are not here; KORVANE_MODELS names their folder");
+        }
+        const QStringList names = QDir(folder).entryList({"*.json"});
+        QVERIFY(!names.isEmpty());
+        for (const QString & name : names) {
+            const auto p = projectOf(support::bytesOf(folder + "/" + name));
+            QVERIFY2(p, qPrintable(name));
+            const QByteArray dumped = storage::text_form::write(*p);
+            QCOMPARE(storage::text_form::write(*projectOf(dumped)), dumped);
+        }
+    }
+
+private:
+    static std::shared_ptr<model::project> stored()
+    {
+        return projectOf(
+            textOf(json("{'id': 10, 'name': 'a', 'version': 2, 'properties': [{'id': 100, 'name': 'x'}]}, "
+                        "{'id': 20, 'name': 'b', 'version': 5, 'metaData': {'m': 1}, 'properties': [ {'id': "
+                        "200, 'name': 'x', 'relationship': {'id': 500, 'type': 'one-to-one', 'target': 10}}, "
+                        "{'id': 201, 'name': 'y', 'type': 'int'}]}"),
+                   json("{'id': 7, 'name': 'state'}")));
+    }
+    static QByteArray everything()
+    {
+        return json(
+            "{'id': 10, 'key': 'K', 'name': 'c\\u0000\\u00e4', 'tableName': 't \\'c\\'', 'version': 3, "
+            "'softDeleteColumn': 'd', 'metaData': {'u': 18446744073709551615, 'd': 0.1, 'e': 1e300, 'i': -5, "
+            "'': 'x'}, 'properties': [ {'id': 100, 'key': 'PK', 'name': 'id', 'columnName': 'a|b', 'type': "
+            "['long', 'int'], 'identifier': true, 'autoIncrement': false, 'allowNull': false, 'unique': "
+            "true, 'index': true, 'transient': true, 'forceSqlType': 'DECIMAL(12,2) NULL'}, {'id': 99, "
+            "'name': 'e', 'enumeration': 7}, {'id': 101, 'name': 'r', 'forceSqlType': 'INT', 'relationship': "
+            "{'id': 501, 'type': 'many-to-many', 'target': 10, 'inverse': 99, 'extraTable': 'link', "
+            "'foreignKey': 'c', 'foreignKeyOwner': 't'}}] }, {'id': 3, 'name': 'second', 'version': 0}");
+    }
+
+    template <class Row>
+    static void enumerationErrors(const Row & row)
+    {
+        const auto enumeration = [](const QByteArray & fields) { return textOf("", "{" + fields + "}"); };
+        row("enumeration without name", enumeration(json("'id': 1")),
+            "enumerations[0]: field 'name' is missing");
+        row("enumeration name", enumeration(json("'name': 1")),
+            "enumerations[0]: field 'name' must be a text");
+        row("enumeration id", enumeration("\"id\": \"1\", \"name\": \"n\""),
+            "enumerations[0] 'n': field 'id' must be an integer from 1 to " + Max);
+        row("enumeration values", enumeration("\"name\": \"n\", \"values\": \"x\""),
+            "enumerations[0] 'n': field 'values' must be a list");
+        row("enumeration unknown", enumeration(json("'name': 'n', 'x': 1")),
+            "enumerations[0] 'n': unknown field 'x'");
+        row("value no object", enumeration(json("'name': 'n', 'values': [5]")),
+            "enumerations[0] 'n' / values[0]: must be an object");
+        row("value without name", enumeration(json("'name': 'n', 'values': [{'value': 1}]")),
+            "enumerations[0] 'n' / values[0]: field 'name' is missing");
+        row("value without value", enumeration(json("'name': 'n', 'values': [{'name': 'v'}]")),
+            "enumerations[0] 'n' / values[0] 'v': field 'value' is missing");
+        row("value no integer", enumeration(json("'name': 'n', 'values': [{'name': 'v', 'value': 1.5}]")),
+            "enumerations[0] 'n' / values[0] 'v': field 'value' must be an integer from -9223372036854775808 "
+            "to " +
+                Max);
+        row("value too large",
+            enumeration(json("'name': 'n', 'values': [{'name': 'v', 'value': 9223372036854775808}]")),
+            "enumerations[0] 'n' / values[0] 'v': field 'value' must be an integer from -9223372036854775808 "
+            "to " +
+                Max);
+        row("value unknown", enumeration(json("'name': 'n', 'values': [{'name': 'v', 'value': 1, 'id': 1}]")),
+            "enumerations[0] 'n' / values[0] 'v': unknown field 'id'");
+    }
+    template <class Row>
+    static void entityErrors(const Row & row)
+    {
+        const auto entity = [](const QByteArray & fields) { return textOf("{" + fields + "}"); };
+        const QString place = "entities[0] 'e': ";
+        row("entity no object", textOf("7"), "entities[0]: must be an object");
+        row("entity without name", entity(json("'id': 1")), "entities[0]: field 'name' is missing");
+        row("entity empty name", entity("\"name\": \"\""), "entities[0]: field 'name' must not be empty");
+        row("entity name", entity(json("'name': ['x']")), "entities[0]: field 'name' must be a text");
+        for (const char * field : {"key", "tableName", "softDeleteColumn"}) {
+            for (const char * value : {"5", "null", "[]"}) {
+                row(qPrintable(QString("entity %1 %2").arg(field, value)),
+                    entity("\"name\": \"e\", \"" + QByteArray(field) + "\": " + value),
+                    place + "field '" + field + "' must be a text");
+            }
+        }
+        for (const char * id :
+             {"0", "-1", "1.0", "\"1\"", "null", "9223372036854775808", "18446744073709551616", "true"}) {
+            row(qPrintable(QString("entity id ") + id), entity(json("'name': 'e', 'id': ") + QByteArray(id)),
+                place + "field 'id' must be an integer from 1 to " + Max);
+        }
+        for (const char * version : {"-1", "0.5", "\"1\""}) {
+            row(qPrintable(QString("entity version ") + version),
+                entity(json("'name': 'e', 'version': ") + QByteArray(version)),
+                place + "field 'version' must be an integer from 0 to " + Max);
+        }
+        row("metaData no object", entity(json("'name': 'e', 'metaData': []")),
+            place + "field 'metaData' must be an object");
+        for (const char * value : {"null", "{}", "[1]"}) {
+            row(qPrintable(QString("metaData of ") + value),
+                entity(json("'name': 'e', 'metaData': {'k': ") + QByteArray(value) + "}"),
+                place + "field 'metaData' 'k' must be a text, a number or a boolean");
+        }
+        row("metaData twice", entity(json("'name': 'e', 'metaData': {'k': 1, 'k': 1}")),
+            place + "field 'k' is given twice");
+        row("properties no list", entity(json("'name': 'e', 'properties': {}")),
+            place + "field 'properties' must be a list");
+        row("entity unknown", entity("\"name\": \"e\", \"table_name\": \"x\""),
+            place + "unknown field 'table_name'");
+        row("entity field twice", entity(json("'name': 'e', 'id': 1, 'id': 1")),
+            place + "field 'id' is given twice");
+        row("second entity", textOf(json("{'name': 'e'}, {'name': 'f', 'id': 0}")),
+            "entities[1] 'f': field 'id' must be an integer from 1 to " + Max);
+    }
+    template <class Row>
+    static void propertyErrors(const Row & row)
+    {
+        const QString place = "entities[0] 'e' / properties[0] 'p': ";
+        const auto property = [](const QByteArray & p) {
+            return textOf(json("{'name': 'e', 'properties': [") + p + "]}");
+        };
+        row("property no object", property("null"), "entities[0] 'e' / properties[0]: must be an object");
+        row("property without name", property("{}"),
+            "entities[0] 'e' / properties[0]: field 'name' is missing");
+        row("property empty name", property(json("{'name': ''}")),
+            "entities[0] 'e' / properties[0]: field 'name' must not be empty");
+        for (const char * field : {"key", "columnName", "forceSqlType"}) {
+            row(qPrintable(QString("property ") + field), withProperty('"' + QByteArray(field) + "\": 1"),
+                place + "field '" + field + "' must be a text");
+        }
+        for (const char * field :
+             {"identifier", "unique", "index", "transient", "allowNull", "autoIncrement"}) {
+            for (const char * value : {"1", "\"true\"", "null"}) {
+                row(qPrintable(QString("property %1 %2").arg(field, value)),
+                    withProperty("\"type\": \"int\", \"" + QByteArray(field) + "\": " + value),
+                    place + "field '" + field + "' must be true or false");
+            }
+        }
+        row("property id", withProperty(json("'id': 0")),
+            place + "field 'id' must be an integer from 1 to " + Max);
+        row("type number", withProperty(json("'type': 1")), place + "field 'type' must be a text");
+        row("type null", withProperty(json("'type': null")), place + "field 'type' must be a text");
+        row("type empty", withProperty("\"type\": \"\""), place + "field 'type' must not be empty");
+        row("type empty list", withProperty(json("'type': []")), place + "field 'type' must not be empty");
+        row("type empty in list", withProperty(json("'type': ['int', '']")),
+            place + "field 'type' must not be empty");
+        row("type number in list", withProperty(json("'type': ['int', 5]")),
+            place + "field 'type' must be a text");
+        row("type and enumeration", withProperty(json("'type': 'int', 'enumeration': 1")),
+            place + "fields 'type' and 'enumeration' exclude each other");
+        row("enumeration as text", withProperty("\"enumeration\": \"state\""),
+            place + "field 'enumeration' must be an integer from 1 to " + Max);
+        row("enumeration missing", withProperty(json("'enumeration': 2")),
+            place + "enumeration 2 does not exist");
+        row("two identifiers",
+            textOf(json("{'name': 'e', 'properties': [{'name': 'p', 'identifier': true}, {'name': 'q', "
+                        "'identifier': true}]}")),
+            "entities[0] 'e' / properties[1] 'q': the entity has a second identifier");
+        const QString integers = place + "field 'autoIncrement' needs a 'type', all of it integer types";
+        row("autoIncrement without type", withProperty(json("'autoIncrement': true")), integers);
+        row("autoIncrement false without type", withProperty(json("'autoIncrement': false")), integers);
+        row("autoIncrement of a text", withProperty(json("'type': 'QString', 'autoIncrement': true")),
+            integers);
+        row("autoIncrement of a mixture",
+            withProperty(json("'type': ['int', 'QString'], 'autoIncrement': true")), integers);
+        row("autoIncrement of an enumeration", withProperty(json("'enumeration': 1, 'autoIncrement': true")),
+            integers);
+        row("property unknown", withProperty(json("'nullable': true")), place + "unknown field 'nullable'");
+        row("property twice", withProperty("\"type\": \"int\", \"type\": \"int\""),
+            place + "field 'type' is given twice");
+    }
+    template <class Row>
+    static void relationshipErrors(const Row & row)
+    {
+        const QString place = "entities[0] 'e' / properties[0] 'p': ";
+        const QByteArray good = json("'type': 'many-to-one', 'target': 9");
+        row("relationship no object", withProperty(json("'relationship': 5")),
+            place + "relationship must be an object");
+        row("relationship and type", withProperty(json("'type': 'int', 'relationship': {") + good + "}"),
+            place + "field 'relationship' excludes 'type' and 'enumeration'");
+        row("relationship and enumeration",
+            withProperty(json("'enumeration': 1, 'relationship': {") + good + "}"),
+            place + "field 'relationship' excludes 'type' and 'enumeration'");
+        row("relationship without type", withRelation(json("'target': 9")),
+            place + "relationship field 'type' is missing");
+        for (const char * type : {"\"many to one\"", "\"\"", "\"Many-To-One\""}) {
+            row(qPrintable(QString("relationship type ") + type),
+                withRelation(json("'target': 9, 'type': ") + QByteArray(type)),
+                place +
+                    "relationship field 'type' must be one-to-one, one-to-many, many-to-one or many-to-many");
+        }
+        row("relationship type 2", withRelation(json("'target': 9, 'type': 2")),
+            place + "relationship field 'type' must be a text");
+        row("relationship without target", withRelation("\"type\": \"many-to-one\""),
+            place + "relationship field 'target' is missing");
+        row("target as text", withRelation("\"type\": \"many-to-one\", \"target\": \"target\""),
+            place + "relationship field 'target' must be an integer from 1 to " + Max);
+        row("relationship id", withRelation(good + json(", 'id': -5")),
+            place + "relationship field 'id' must be an integer from 1 to " + Max);
+        row("inverse as text", withRelation(good + ", \"inverse\": \"t\""),
+            place + "relationship field 'inverse' must be an integer from 1 to " + Max);
+        row("inverse missing", withRelation(good + json(", 'inverse': 91")),
+            place + "relationship inverse 91 does not exist in the target 'target'");
+        row("inverse of another entity",
+            textOf(json("{'name': 'e', 'properties': [{'id': 5, 'name': 'p', 'relationship': {'type': "
+                        "'many-to-one', 'target': 9, 'inverse': 5}}]}, {'id': 9, 'name': 'target'}")),
+            place + "relationship inverse 5 does not exist in the target 'target'");
+        for (const char * field : {"extraTable", "foreignKey", "foreignKeyOwner"}) {
+            row(qPrintable(QString("relationship ") + field), withRelation(good + ", \"" + field + "\": 1"),
+                place + "relationship field '" + field + "' must be a text");
+        }
+        row("relationship unknown", withRelation(good + json(", 'cascade': true")),
+            place + "unknown relationship field 'cascade'");
+        row("relationship twice", withRelation(good + json(", 'target': 9")),
+            place + "field 'target' is given twice");
+        row("target missing",
+            textOf(json("{'id': 10, 'name': 'customer', 'properties': [{'name': 'a'}, {'name': 'b'}, "
+                        "{'name': 'c'}, {'name': 'd'}, {'name': 'e'}, {'id': 105, 'name': 'country', "
+                        "'relationship': {'id': 500, 'type': 'many-to-one', 'target': 11}}]}")),
+            "entities[0] 'customer' / properties[5] 'country': relationship target 11 does not exist");
+    }
+    template <class Row>
+    static void idErrors(const Row & row)
+    {
+        row("enumeration id twice", textOf("", json("{'id': 1, 'name': 'a'}, {'id': 1, 'name': 'b'}")),
+            "enumerations[1] 'b': enumeration id 1 is used twice");
+        row("entity id twice", textOf(json("{'id': 1, 'name': 'a'}, {'id': 1, 'name': 'b'}")),
+            "entities[1] 'b': entity id 1 is used twice");
+        row("property id twice in an entity",
+            textOf(json("{'name': 'a', 'properties': [{'id': 4, 'name': 'x'}, {'id': 4, 'name': 'y'}]}")),
+            "entities[0] 'a' / properties[1] 'y': property id 4 is used twice");
+        row("property id twice in the project",
+            textOf(json("{'name': 'a', 'properties': [{'id': 4, 'name': 'x'}]}, {'name': 'b', 'properties': "
+                        "[{'id': 4, 'name': 'y'}]}")),
+            "entities[1] 'b' / properties[0] 'y': property id 4 is used twice");
+        row("relationship id twice",
+            textOf(json("{'id': 1, 'name': 'a', 'properties': [{'name': 'x', 'relationship': {'id': 3, "
+                        "'type': 'one-to-one', 'target': 1}}, {'name': 'y', 'relationship': {'id': 3, "
+                        "'type': 'one-to-one', 'target': 1}}]}")),
+            "entities[0] 'a' / properties[1] 'y': relationship id 3 is used twice");
+        const auto key = [](int id, const char * name, int target) {
+            return QString(json("{'id': %1, 'name': '%2', 'properties': [{'name': 'k', 'identifier': true, "
+                                "'relationship': {'type': 'one-to-one', 'target': %3}}]}"))
+                .arg(id)
+                .arg(name)
+                .arg(target)
+                .toUtf8();
+        };
+        row("circle of one", textOf(key(1, "a", 1)),
+            "entities[0] 'a': identifiers refer to each other in a circle: 'a' -> 'a'");
+        row("circle of two", textOf(key(1, "a", 2) + "," + key(2, "b", 1)),
+            "entities[0] 'a': identifiers refer to each other in a circle: 'a' -> 'b' -> 'a'");
+        row("way into a circle",
+            textOf(json("{'id': 4, 'name': 'x'},") + key(1, "a", 2) + "," + key(2, "b", 3) + "," +
+                   key(3, "c", 2)),
+            "entities[1] 'a': identifiers refer to each other in a circle: 'a' -> 'b' -> 'c' -> 'b'");
+    }
+};
+
+QTEST_APPLESS_MAIN(tst_text_form)
+#include "tst_text_form.moc"
