@@ -10,8 +10,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <cstdio>
-
 namespace app {
 
 namespace {
@@ -108,13 +106,8 @@ int dumpProject(const QString & projectFile)
     if (!load(projectFile, project)) {
         return 1;
     }
-    const QByteArray text = storage::text_form::write(project);
-    QFile out;
-    // A full disk behind a redirected output shows when the text is flushed, not when it is written.
-    if (!out.open(stdout, QIODevice::WriteOnly) || out.write(text) != text.size() || !out.flush() ||
-        std::fflush(stdout) != 0) {
-        return failed(fileReason(projectFile, QStringLiteral("the text form could not be written whole")));
-    }
+    // The text ends with the line end that printing a line adds.
+    printLine(QString::fromUtf8(storage::text_form::write(project)).chopped(1));
     return 0;
 }
 

@@ -14,7 +14,7 @@ declare function exportStep(
     entity: Entity | null,
     property: Property | null,
     enumeration: Enumeration | null,
-    parameters: Parameters
+    parameters: StepParameters
 ): string | null | undefined;
 
 type Action =
@@ -22,7 +22,7 @@ type Action =
     | "DROP_TABLE" | "RENAME_TABLE" | "DROP_COLUMN" | "ADD_COLUMN" | "RENAME_COLUMN" | "DROP_INDEX"
     | "DROP_FOREIGN_KEY" | "DDL_EXPORT_END";
 
-interface Parameters {
+interface StepParameters {
     /** Name of the plug-in that exports. */
     plugin_name: string;
     /** Absolute name of the file being written. */

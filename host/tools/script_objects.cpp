@@ -7,6 +7,11 @@ namespace tools {
 
 namespace {
 
+/// Number of script objects below which nothing is collected. Every collection of the engine, its own ones
+/// too, looks at all of them: with many the collections cost more than the script, with few they are too
+/// frequent.
+constexpr qsizetype KeptAtLeast = 512;
+
 /// The id that a script gave: any number, while ids are whole ones from 1 on; 0 belongs to no object.
 long toId(double number)
 {
@@ -24,7 +29,7 @@ script_model::~script_model()
 
 void script_model::beginCall()
 {
-    if (m_all.size() <= m_iCollectAbove) {
+    if (m_all.size() <= qMax(KeptAtLeast, m_iCollectAbove)) {
         return;
     }
     // The collector counts only what lies in its own heap, so a script object weighs next to nothing for it,
@@ -36,7 +41,7 @@ void script_model::beginCall()
             delete object;
         }
     }
-    m_iCollectAbove = qMax(m_iCollectAbove, 2 * m_all.size());
+    m_iCollectAbove = 2 * m_all.size();
 }
 
 script_object::script_object(script_model & model, const void * object) : m_model(model), m_pKey(object)

@@ -58,7 +58,7 @@ private:
     QJSEngine & m_engine;
     QHash<const void *, script_object *> m_byObject;
     QSet<script_object *> m_all;
-    qsizetype m_iCollectAbove = 16384;
+    qsizetype m_iCollectAbove = 0;
     std::vector<std::shared_ptr<void>> m_callersObjects;
 };
 

@@ -392,8 +392,36 @@ private Q_SLOTS:
         QCOMPARE(status.readAll(), QByteArray("0\n"));
     }
 
+    void readerOfADumpGoesAway()
+    {
+        QByteArray model =
+            R"({"format": "korvane-project", "formatVersion": 1, "name": "big", "entities": [)";
+        for (int i = 0; i < 5000; ++i) {
+            model += (i ? "," : "") + QByteArray(R"({"name": "entity_with_a_long_name_)") +
+                     QByteArray::number(i) + "\"}";
+        }
+        const QString big = file(QStringLiteral("big.korv"));
+        QCOMPARE(runProgram({QStringLiteral("import"), write(QStringLiteral("big.json"), model + "]}"), big})
+                     .status,
+                 0);
+        const program_result result =
+            support::runShell(QStringLiteral("{ '%1' dump '%2'; echo $? >'%3'; } | head -n 1")
+                                  .arg(QStringLiteral(KORVANE_PROGRAM), big, file(QStringLiteral("status"))),
+                              {});
+        QCOMPARE(result.output, QByteArray("{\n"));
+        QCOMPARE(result.errors, QByteArray());
+        QFile status(file(QStringLiteral("status")));
+        QVERIFY(status.open(QIODevice::ReadOnly));
+        QCOMPARE(status.readAll(), QByteArray("0\n"));
+    }
+
     void outputThatCannotBeWrittenIsAFailure()
     {
+        const program_result dump = support::runShell(
+            QStringLiteral("exec '%1' dump '%2' >/dev/full").arg(QStringLiteral(KORVANE_PROGRAM), m_sProject),
+            {});
+        QCOMPARE(dump.status, 1);
+        QCOMPARE(dump.errors, QByteArray("Standard output: No space left on device\n"));
         const program_result result = support::runShell(
             QStringLiteral("exec '%1' --help >/dev/full").arg(QStringLiteral(KORVANE_PROGRAM)), {});
         QCOMPARE(result.status, 1);
@@ -403,6 +431,7 @@ private Q_SLOTS:
     void exportEndToEnd();
     void exportAsksForTheFolder();
     void exportWithAScript();
+    void scriptThatDoesNotEnd();
 };
 
 void tst_command_line::exportEndToEnd()
@@ -475,6 +504,17 @@ void tst_command_line::exportWithAScript()
     const program_result failed = runProgram(arguments);
     QCOMPARE(failed.status, 1);
     QCOMPARE(failed.errors, broken.toUtf8() + ":2: TypeError: Cannot call method 'getName' of null\n");
+}
+
+void tst_command_line::scriptThatDoesNotEnd()
+{
+    const QString hook = write(QStringLiteral("hook.js"), "function exportStep() {\n  for (;;) {}\n}\n");
+    const program_result result = runProgram(
+        {QStringLiteral("export"), m_sProject, QStringLiteral("--KorvGenericDDLExport_path=") + m_dir->path(),
+         QStringLiteral("--KorvGenericDDLExport_custom_javacript=") + hook},
+        {{QStringLiteral("KORVANE_SCRIPT_TIMEOUT_MS"), QStringLiteral("200")}});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.errors, hook.toUtf8() + ":1: exportStep did not end within 200 ms\n");
 }
 
 QTEST_GUILESS_MAIN(tst_command_line)
