@@ -1,14 +1,14 @@
 #include "export_bench.h"
+#include "support/full_disk.h"
 
 #include <QGuiApplication>
 #include <QtTest>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 using plugin::ddl_export;
 using support::entity_builder;
+using support::full_disk;
 using support::model_builder;
 
 namespace {
@@ -48,31 +48,6 @@ const char * const ShopForeignKeys =
     "(id);\n"
     "ALTER TABLE person_tag ADD CONSTRAINT fk_person_tags FOREIGN KEY (person_id) REFERENCES person (id);\n"
     "ALTER TABLE person_tag ADD CONSTRAINT fk_tag_persons FOREIGN KEY (tag_id) REFERENCES tag (id);\n";
-
-/// Lets files of this process grow to `bytes` only, for as long as it lives: what a full disk does.
-class full_disk
-{
-public:
-    explicit full_disk(rlim_t bytes)
-    {
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_former);
-        rlimit limit = m_former;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~full_disk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_former);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    full_disk(const full_disk &) = delete;
-    full_disk & operator=(const full_disk &) = delete;
-
-private:
-    rlimit m_former{};
-    void (*m_handler)(int) = nullptr;
-};
 
 } // namespace
 
