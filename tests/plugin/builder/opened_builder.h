@@ -84,6 +84,11 @@ public:
     model::project * previousProject() { return b.*&door::m_pPreviousProject; }
     std::shared_ptr<tools::custom_javascript> customScript() { return b.*&door::m_pCustomScript; }
 
+    void setCustomScript(const std::shared_ptr<tools::custom_javascript> & script)
+    {
+        b.*& door::m_pCustomScript = script;
+    }
+
     QString name() { return (b.*&door::getBuilderName)(); }
     QString begin() { return (b.*&door::exportBegin)(); }
     QString end() { return (b.*&door::exportEnd)(); }
