@@ -29,10 +29,6 @@ public:
                m_server.start(
                    daemon,
                    {QStringLiteral("--no-defaults"), data, QStringLiteral("--skip-networking"),
-                    // Nothing here has to survive a power cut.
-                    QStringLiteral("--innodb-flush-log-at-trx-commit=0"),
-                    QStringLiteral("--innodb-doublewrite=0"),
-                    QStringLiteral("--innodb-flush-method=O_DIRECT_NO_FSYNC"), QStringLiteral("--sync-frm=0"),
                     QStringLiteral("--socket=") + socket(),
                     QStringLiteral("--pid-file=") + m_server.folder() + QStringLiteral("/pid")},
                    [this] { return QFile::exists(socket()) && connect(QString())->isOpen(); }, why);
