@@ -260,6 +260,22 @@ private Q_SLOTS:
         QVERIFY(next.isValid());
     }
 
+    void aSessionMeetsAnotherWriterAtItsBegin()
+    {
+        {
+            QSqlDatabase other = QSqlDatabase::addDatabase("QSQLITE", "other");
+            other.setDatabaseName(m_sFile);
+            QVERIFY(other.open());
+            QVERIFY(!QSqlQuery("BEGIN IMMEDIATE", other).lastError().isValid());
+            zk::ZkSession session(database());
+            QVERIFY(!session.isValid());
+            QVERIFY(session.end().text().contains("locked"));
+            other.close();
+        }
+        QSqlDatabase::removeDatabase("other");
+        QVERIFY(zk::ZkSession(database()).isValid());
+    }
+
     void versionsKeepTheirOrder()
     {
         const QDateTime time = QDateTime::fromString("2026-01-02T03:04:05.678Z", Qt::ISODateWithMs);
