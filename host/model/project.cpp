@@ -111,6 +111,9 @@ void project::takeContents(project & other)
     setListOfAllEntities(other.m_pEntities);
     m_pEnumerations = other.m_pEnumerations;
     m_sName = other.m_sName;
+    for (auto it = other.getAllMetaData().cbegin(); it != other.getAllMetaData().cend(); ++it) {
+        setMetaData(it.key(), it.value());
+    }
     other.m_pEntities = std::make_shared<list_of_entity>();
     other.m_pEnumerations = std::make_shared<list_of_enumeration>();
 }

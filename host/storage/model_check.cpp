@@ -153,6 +153,9 @@ private:
         qsizetype index = -1;
         for (const auto & entity : m_project.getListOfAllEntities()->values()) {
             ++index;
+            if (const auto key = entity->getPropertyId(true); !key || !key->hasRelationship()) {
+                continue;
+            }
             QSet<long> onWay;
             QStringList names;
             std::shared_ptr<model::property> key;

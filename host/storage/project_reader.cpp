@@ -2,6 +2,7 @@
 
 #include "model/project.h"
 #include "model/property_type.h"
+#include "storage/id_marks.h"
 #include "storage/model_check.h"
 #include "storage/project_schema.h"
 #include "zk/sqlite_connection.h"
@@ -138,10 +139,17 @@ public:
 private:
     QSqlError readProject()
     {
-        table_rows rows(m_database, QStringLiteral("t_project"), QStringLiteral("name"));
+        table_rows rows(
+            m_database, QStringLiteral("t_project"),
+            QStringLiteral(
+                "name, last_enumeration_id, last_entity_id, last_property_id, last_relationship_id"));
         int count = 0;
         for (; rows.next(); ++count) {
             m_project.setName(rows.text(0));
+            const auto mark = [&rows](int column) {
+                return static_cast<long>(rows.number(column, 0, MaxId));
+            };
+            remember(m_project, {mark(1), mark(2), mark(3), mark(4)});
         }
         if (const QSqlError error = rows.error(m_sFile); error.isValid() || count == 1) {
             return error;

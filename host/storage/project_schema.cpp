@@ -117,7 +117,11 @@ QSqlError quickCheck(const QString & file, const QSqlDatabase & database, const 
 const QList<table> & tables()
 {
     static const QList<table> all = {
-        {QStringLiteral("t_project"), QStringLiteral("name TEXT NOT NULL"), true},
+        {QStringLiteral("t_project"),
+         QStringLiteral(
+             "name TEXT NOT NULL, last_enumeration_id INTEGER NOT NULL, last_entity_id INTEGER NOT NULL, "
+             "last_property_id INTEGER NOT NULL, last_relationship_id INTEGER NOT NULL"),
+         true},
         {QStringLiteral("t_enumeration"), QStringLiteral("id INTEGER NOT NULL, name TEXT NOT NULL"), true},
         {QStringLiteral("t_enumeration_value"),
          QStringLiteral("enumeration_id INTEGER NOT NULL, name TEXT NOT NULL, value INTEGER NOT NULL"), true},

@@ -2,6 +2,7 @@
 
 #include "model/project.h"
 #include "model/property_type.h"
+#include "storage/id_marks.h"
 #include "storage/meta_value.h"
 #include "storage/project_schema.h"
 
@@ -67,7 +68,9 @@ class model_writer
 {
 public:
     explicit model_writer(const QSqlDatabase & database)
-        : m_project(database, QStringLiteral("t_project"), QStringLiteral("name")),
+        : m_project(database, QStringLiteral("t_project"),
+                    QStringLiteral(
+                        "name, last_enumeration_id, last_entity_id, last_property_id, last_relationship_id")),
           m_enumeration(database, QStringLiteral("t_enumeration"), QStringLiteral("id, name")),
           m_value(database, QStringLiteral("t_enumeration_value"),
                   QStringLiteral("enumeration_id, name, value")),
@@ -89,7 +92,9 @@ public:
 
     QSqlError write(const model::project & project)
     {
-        bool ok = m_project.add({project.getName()});
+        const id_marks marks = marksOf(project);
+        bool ok = m_project.add({project.getName(), number(marks.enumeration), number(marks.entity),
+                                 number(marks.property), number(marks.relationship)});
         for (const auto & enumeration : project.getListOfEnumeration()->values()) {
             ok = ok && addEnumeration(*enumeration);
         }

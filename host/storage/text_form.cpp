@@ -1,6 +1,7 @@
 #include "storage/text_form.h"
 
 #include "model/project.h"
+#include "storage/id_marks.h"
 #include "storage/text_draft.h"
 #include "storage/text_tree.h"
 #include "storage/text_writer.h"
@@ -61,6 +62,9 @@ void readDraft(text_draft::project & draft, const model::project * existing, mod
 {
     text_draft::assignIds(draft, existing);
     build(draft, project);
+    if (existing) {
+        remember(project, marksOf(*existing));
+    }
     if (const auto finding = model_check::firstError(project)) {
         throw text_error{*finding};
     }

@@ -2,6 +2,7 @@
 
 #include "storage/text_draft.h"
 
+#include "storage/id_marks.h"
 #include "storage/text_tree.h"
 
 #include <QHash>
@@ -22,7 +23,7 @@ class id_pool
 public:
     explicit id_pool(const char * kind) : m_sKind(QString::fromLatin1(kind)) {}
 
-    /// Notes an id of the existing project, which a new object must stay clear of.
+    /// Notes the largest id that the existing project had, which a new object must stay clear of.
     void noteExisting(long id) { m_iMax = std::max(m_iMax, id); }
 
     /// Takes an id that the text gives (0 for none) for the object at `where`.
@@ -99,15 +100,14 @@ private:
 
     void noteExisting()
     {
-        for (const auto & enumeration : m_pExisting->getListOfEnumeration()->values()) {
-            m_enumerationIds.noteExisting(enumeration->getId());
-        }
+        const id_marks marks = marksOf(*m_pExisting);
+        m_enumerationIds.noteExisting(marks.enumeration);
+        m_entityIds.noteExisting(marks.entity);
+        m_propertyIds.noteExisting(marks.property);
+        m_relationIds.noteExisting(marks.relationship);
         for (const auto & entity : m_pExisting->getListOfAllEntities()->values()) {
-            m_entityIds.noteExisting(entity->getId());
             for (const auto & property : entity->getListOfProperty(true, true, false)->values()) {
-                m_propertyIds.noteExisting(property->getId());
                 if (property->hasRelationship()) {
-                    m_relationIds.noteExisting(property->getRelation()->getId());
                     m_relationOfProperty.insert(property->getId(), property->getRelation()->getId());
                 }
             }

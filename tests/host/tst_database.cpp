@@ -81,6 +81,14 @@ private Q_SLOTS:
         QTest::qWait(20); // file systems tell births apart by milliseconds
         QVERIFY(!storage::project_file::write(m_sFile, *support::projectOf(support::textOf(""))).isValid());
         QCOMPARE(fetch("g").size(), std::size_t(0));
+        // The same without a look in between.
+        QVERIFY(insertParam("g", "k", 1));
+        QTest::qWait(20);
+        const QString other = m_folder->filePath("other.korv");
+        QVERIFY(!storage::project_file::write(other, *support::projectOf(support::textOf(""))).isValid());
+        QVERIFY(QFile::remove(m_sFile));
+        QVERIFY(QFile::rename(other, m_sFile));
+        QCOMPARE(fetch("g").size(), std::size_t(0));
     }
     void protectedAgainstHostileFiles_data()
     {
@@ -250,6 +258,22 @@ private Q_SLOTS:
         // The connection is free for another transaction.
         zk::ZkSession next(db);
         QVERIFY(next.isValid());
+    }
+
+    void aSessionMeetsAnotherWriterAtItsBegin()
+    {
+        {
+            QSqlDatabase other = QSqlDatabase::addDatabase("QSQLITE", "other");
+            other.setDatabaseName(m_sFile);
+            QVERIFY(other.open());
+            QVERIFY(!QSqlQuery("BEGIN IMMEDIATE", other).lastError().isValid());
+            zk::ZkSession session(database());
+            QVERIFY(!session.isValid());
+            QVERIFY(session.end().text().contains("locked"));
+            other.close();
+        }
+        QSqlDatabase::removeDatabase("other");
+        QVERIFY(zk::ZkSession(database()).isValid());
     }
 
     void versionsKeepTheirOrder()

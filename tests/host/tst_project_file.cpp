@@ -159,6 +159,34 @@ private Q_SLOTS:
                  QString("plugin_guid param_key param_value"));
         QCOMPARE(query(m_sFile, columns.arg("t_project_historic")), QString("dt_creation project_file"));
     }
+    void idsOfGoneObjectsAreNotGivenAgain()
+    {
+        const auto import = [this](const QByteArray & text) {
+            model::project existing(1);
+            existing.setFileName(m_sFile);
+            const bool replaces = QFile::exists(m_sFile);
+            QVERIFY(!replaces || !existing.load().isValid());
+            const auto p = projectOf(text, replaces ? &existing : nullptr);
+            QVERIFY(p);
+            QVERIFY(!write(m_sFile, *p).isValid());
+        };
+        const QByteArray first = json("{'id': 1, 'name': 'a', 'properties': [{'id': 1, 'name': 'x'}]}");
+        import(textOf(
+            first + json(", {'id': 2, 'name': 'b', 'properties': [{'id': 2, 'name': 'x', 'relationship':"
+                         " {'id': 1, 'type': 'many-to-one', 'target': 1}}]}"),
+            json("{'id': 1, 'name': 'e'}")));
+        import(textOf(first));
+        import(textOf(first));
+        import(textOf(first + json(", {'name': 'c', 'properties': [{'name': 'x', 'relationship':"
+                                   " {'type': 'many-to-one', 'target': 1}}]}"),
+                      json("{'name': 'f'}")));
+        model::project project(1);
+        QVERIFY(!read(m_sFile, project).isValid());
+        QCOMPARE(support::entityOf(project, 1)->getId(), 3L);
+        QCOMPARE(support::propertyOf(project, 1, 0)->getId(), 3L);
+        QCOMPARE(support::propertyOf(project, 1, 0)->getRelation()->getId(), 2L);
+        QCOMPARE(project.getListOfEnumeration()->getByIndex(0)->getId(), 2L);
+    }
     void valuesAreBound()
     {
         const QString text = "it's \"q\"; DROP TABLE t_entity; --";
@@ -270,7 +298,8 @@ private Q_SLOTS:
         row("other case", {"DROP TABLE t_project", "CREATE TABLE T_PROJECT (name TEXT NOT NULL)"},
             "is damaged (table t_project is not as it was created); restore it from a copy");
         damaged("no project", "DELETE FROM t_project", "table t_project has 0 rows");
-        damaged("two projects", "INSERT INTO t_project VALUES ('x')", "table t_project has 2 rows");
+        damaged("two projects", "INSERT INTO t_project SELECT * FROM t_project",
+                "table t_project has 2 rows");
         const QString number = "column %1 holds no number of the expected range";
         damaged("entity id 0", "UPDATE t_entity SET id = 0 WHERE id = 2",
                 "table t_entity, row 2: " + number.arg(1));
@@ -396,15 +425,40 @@ private Q_SLOTS:
     }
     void readOnly()
     {
+        // Permissions do not bind the super-user, who lets somebody else try.
+        QStringList command{KORVANE_PROGRAM};
         if (geteuid() == 0) {
-            QSKIP("Permissions do not bind the super-user");
+            command = QStringList{"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"} + command;
         }
+        const auto korvane = [&command](const QStringList & arguments) {
+            return support::run(command.at(0), command.mid(1) + arguments);
+        };
+        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::ReadOwner | QFile::ExeOwner |
+                                                            QFile::WriteOwner | QFile::ReadOther |
+                                                            QFile::ExeOther));
+        QVERIFY(support::writeBytes(path("shop.json"), textOf("")));
         QVERIFY(!write(m_sFile, *everything()).isValid());
+        const QFile::Permissions readable = QFile::ReadOwner | QFile::ReadOther;
+        QVERIFY(QFile::setPermissions(m_sFile, readable));
+        const support::run_result dumped = korvane({"dump", m_sFile});
+        if (dumped.status != 0 && geteuid() == 0 && !dumped.err.startsWith(m_sFile.toUtf8())) {
+            QSKIP("The program cannot be run as somebody else here");
+        }
+        QCOMPARE(dumped.status, 0);
+        QCOMPARE(dumped.out, storage::text_form::write(*everything()));
+        for (const QStringList & arguments :
+             {QStringList{"import", path("shop.json"), m_sFile}, {"tag", m_sFile}}) {
+            const support::run_result result = korvane(arguments);
+            QCOMPARE(result.status, 1);
+            QVERIFY2(result.err.startsWith(m_sFile.toUtf8() + ": cannot be written ("),
+                     result.err.constData());
+        }
         QVERIFY(QFile::setPermissions(m_sFile, QFile::ReadOwner));
-        model::project project(1);
-        QVERIFY(!read(m_sFile, project).isValid());
-        const QString error = write(m_sFile, *everything()).text();
-        QVERIFY2(error.startsWith(m_sFile + ": cannot be written ("), qPrintable(error));
+        QVERIFY(korvane({"dump", m_sFile}).err.startsWith(m_sFile.toUtf8() + ": cannot be opened ("));
+        if (geteuid() == 0) {
+            QVERIFY(korvane({"import", path("shop.json"), path("new.korv")})
+                        .err.startsWith(path("new.korv").toUtf8() + ": cannot be created ("));
+        }
     }
     void aFullDisk()
     {
