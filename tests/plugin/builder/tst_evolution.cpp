@@ -57,6 +57,7 @@ private Q_SLOTS:
     void cannotLoadATag();
     void cannotWriteTemporaryFiles_data();
     void cannotWriteTemporaryFiles();
+    void followsNoLinkInTheTemporaryFolder();
     void needsATemporaryFolder();
     void stopsAtTheFirstFailure_data();
     void stopsAtTheFirstFailure();
@@ -448,6 +449,28 @@ void tst_evolution::cannotWriteTemporaryFiles()
     QVERIFY2(expected.match(result.getDesc()).hasMatch(), qPrintable(result.getDesc()));
     QCOMPARE(temporaryFiles(), QStringList());
     QCOMPARE(m_bench->files(), QStringList());
+}
+
+void tst_evolution::followsNoLinkInTheTemporaryFolder()
+{
+    store(1);
+    tag();
+    const QString victim = m_folder->filePath("victim");
+    QFile file(victim);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("untouched");
+    file.close();
+    // Somebody else has guessed every name of the next seconds.
+    const QDateTime now = QDateTime::currentDateTime();
+    for (int i = 0; i < 5000; ++i) {
+        QVERIFY(QFile::link(
+            victim, m_temp->filePath("shop_v1_" + now.addMSecs(i).toString("yyyyMMddhhmmsszzz") + ".korv")));
+    }
+    const zk::ZkBool result = build();
+    QVERIFY(!result);
+    QVERIFY2(result.getDesc().startsWith("An error occurred opening project file : " + m_temp->path()),
+             qPrintable(result.getDesc()));
+    QCOMPARE(contentOf(victim), QByteArray("untouched"));
 }
 
 void tst_evolution::needsATemporaryFolder()
