@@ -224,11 +224,13 @@ void tst_evolution::writesTheFullSchemaAsWell()
     QCOMPARE(script("_full"), QString("\nCREATE TABLE person (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT, "
                                       "name TEXT, email TEXT);\n\n"));
     m_bench->plugin.setExportDatabaseSchema(ddl_export::full);
+    QVERIFY(databaseOf(m_file).isOpen());
     for (const QString & file : m_bench->files()) {
         QFile::remove(m_bench->path(file));
     }
     QVERIFY(build());
     QCOMPARE(m_bench->files(), QStringList{"shop_default_db_schema_full.sql"});
+    QCOMPARE(QSqlDatabase::connectionNames(), QStringList());
 }
 
 void tst_evolution::ordersTagsByTheirTime()
@@ -254,6 +256,7 @@ void tst_evolution::makesTheProjectCurrentAgain()
     tag();
     QVERIFY(build());
     QCOMPARE(context::ctx_project::getSingleton().getProject(), m_project);
+    QCOMPARE(QSqlDatabase::connectionNames(), QStringList());
     QCOMPARE(m_project->getFileName(), m_file);
     QCOMPARE(m_project->getListOfAllEntities()->count(), 1L);
     QCOMPARE(m_bench->builder().previousProject(), nullptr);
