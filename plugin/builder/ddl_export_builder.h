@@ -136,12 +136,17 @@ private:
 
     struct entity_change;
     struct property_change;
-    zk::ZkBool writeDroppedTables(ddl_export_script & script, const list_of_tables & previous);
+    using list_of_property = zk::ZkCollection<long, std::shared_ptr<model::property>>;
+    /// The entities of the current version that are new or differ from the previous version, in order.
+    [[nodiscard]] std::vector<entity_change> changedEntities() const;
+    zk::ZkBool writeChanges(ddl_export_script & script);
+    zk::ZkBool writeDroppedTables(ddl_export_script & script);
     zk::ZkBool writeTableChanges(ddl_export_script & script, const entity_change & change);
-    zk::ZkBool writeDroppedColumns(ddl_export_script & script, const entity_change & change);
-    zk::ZkBool writeColumnChanges(ddl_export_script & script, const entity_change & change,
+    zk::ZkBool writeDroppedColumns(ddl_export_script & script, const std::shared_ptr<model::entity> & entity,
+                                   const list_of_property & before, const list_of_property & after);
+    zk::ZkBool writeColumnChanges(ddl_export_script & script, const std::shared_ptr<model::entity> & entity,
                                   const property_change & property);
-    zk::ZkBool writeColumnStep(ddl_export_script & script, const entity_change & change,
+    zk::ZkBool writeColumnStep(ddl_export_script & script, const std::shared_ptr<model::entity> & entity,
                                const property_change & property);
     zk::ZkBool writeForeignKeyChanges(ddl_export_script & script, const entity_change & change);
 

@@ -22,16 +22,14 @@ bool hasColumn(const std::shared_ptr<model::property> & property)
     return property && !property->isTransient();
 }
 
-using list_of_property = model::entity::list_of_property;
-
-std::shared_ptr<list_of_property> propertiesOf(const std::shared_ptr<model::entity> & entity)
+std::shared_ptr<model::entity::list_of_property> propertiesOf(const std::shared_ptr<model::entity> & entity)
 {
     const auto properties = entity ? entity->getListOfProperty(true, true, false) : nullptr;
-    return properties ? properties : std::make_shared<list_of_property>();
+    return properties ? properties : std::make_shared<model::entity::list_of_property>();
 }
 
 /// The properties that take part in a comparison, in order.
-std::vector<std::shared_ptr<model::property>> columnsOf(const list_of_property & properties)
+std::vector<std::shared_ptr<model::property>> columnsOf(const model::entity::list_of_property & properties)
 {
     std::vector<std::shared_ptr<model::property>> columns = properties.values();
     std::erase_if(
@@ -53,14 +51,6 @@ struct ddl_export_builder::entity_change
 {
     std::shared_ptr<model::entity> previous;
     std::shared_ptr<model::entity> current;
-    std::shared_ptr<list_of_property> previousProperties = propertiesOf(previous);
-    std::shared_ptr<list_of_property> currentProperties = propertiesOf(current);
-
-    /// The version number of an entity is the only sign of a change.
-    [[nodiscard]] bool isUnchanged() const
-    {
-        return previous && previous->getVersion() == current->getVersion();
-    }
 };
 
 /// A property in both versions; `previous` is null when it is new.
@@ -83,25 +73,16 @@ zk::ZkBool ddl_export_builder::buildSchemaEvolutionCompare(std::shared_ptr<model
     if (!current) {
         return zk::ZkBool::failure(tr("Invalid current project"));
     }
-    const auto previousEntities = previous->getListOfAllEntities();
-    if (!previousEntities) {
+    if (!previous->getListOfAllEntities()) {
         return zk::ZkBool::failure(tr("Previous project doesn't have a valid list of entities"));
     }
-    const auto currentEntities = current->getListOfAllEntities();
-    if (!currentEntities) {
+    if (!current->getListOfAllEntities()) {
         return zk::ZkBool::failure(tr("Current project doesn't have a valid list of entities"));
     }
     m_pCurrentProject = current.get();
     m_pPreviousProject = previous.get();
     m_lstExtraTable.clear();
     m_lstIndex.clear();
-
-    std::vector<entity_change> changes;
-    for (const std::shared_ptr<model::entity> & entity : tablesOf(*currentEntities)) {
-        changes.push_back({previous->getEntityById(entity->getId()), entity});
-    }
-    std::erase_if(changes, [](const entity_change & change) { return change.isUnchanged(); });
-
     const std::unique_ptr<ddl_export_script> script =
         newScript(current->getName(), QStringLiteral("_v%1_to_v%2").arg(version - 1).arg(version),
                   tr("Database schema evolution"));
@@ -110,28 +91,50 @@ zk::ZkBool ddl_export_builder::buildSchemaEvolutionCompare(std::shared_ptr<model
         result = writeBegin(*script);
     }
     if (result) {
-        result = writeDroppedTables(*script, tablesOf(*previousEntities));
-    }
-    for (auto it = changes.begin(); result && it != changes.end(); ++it) {
-        result = it->previous ? writeTableChanges(*script, *it) : writeTable(*script, it->current);
-    }
-    if (result) {
-        result = writeLinkTables(*script);
-    }
-    if (result) {
-        result = writeIndexes(*script);
-    }
-    if (m_pPlugin->getExportRelationships()) {
-        for (auto it = changes.begin(); result && it != changes.end(); ++it) {
-            result = writeForeignKeyChanges(*script, *it);
-        }
+        result = writeChanges(*script);
     }
     return result ? writeEnd(*script, current->getName()) : result;
 }
 
-zk::ZkBool ddl_export_builder::writeDroppedTables(ddl_export_script & script, const list_of_tables & previous)
+std::vector<ddl_export_builder::entity_change> ddl_export_builder::changedEntities() const
 {
-    for (const std::shared_ptr<model::entity> & entity : previous) {
+    std::vector<entity_change> changes;
+    for (const std::shared_ptr<model::entity> & entity :
+         tablesOf(*m_pCurrentProject->getListOfAllEntities())) {
+        const std::shared_ptr<model::entity> previous = m_pPreviousProject->getEntityById(entity->getId());
+        // The version number of an entity is the only sign of a change.
+        if (!previous || previous->getVersion() != entity->getVersion()) {
+            changes.push_back({previous, entity});
+        }
+    }
+    return changes;
+}
+
+zk::ZkBool ddl_export_builder::writeChanges(ddl_export_script & script)
+{
+    const std::vector<entity_change> changes = changedEntities();
+    zk::ZkBool result = writeDroppedTables(script);
+    for (auto it = changes.begin(); result && it != changes.end(); ++it) {
+        result = it->previous ? writeTableChanges(script, *it) : writeTable(script, it->current);
+    }
+    if (result) {
+        result = writeLinkTables(script);
+    }
+    if (result) {
+        result = writeIndexes(script);
+    }
+    if (m_pPlugin->getExportRelationships()) {
+        for (auto it = changes.begin(); result && it != changes.end(); ++it) {
+            result = writeForeignKeyChanges(script, *it);
+        }
+    }
+    return result;
+}
+
+zk::ZkBool ddl_export_builder::writeDroppedTables(ddl_export_script & script)
+{
+    for (const std::shared_ptr<model::entity> & entity :
+         tablesOf(*m_pPreviousProject->getListOfAllEntities())) {
         if (canCreateTable(m_pCurrentProject->getEntityById(entity->getId()))) {
             continue;
         }
@@ -148,6 +151,8 @@ zk::ZkBool ddl_export_builder::writeDroppedTables(ddl_export_script & script, co
 
 zk::ZkBool ddl_export_builder::writeTableChanges(ddl_export_script & script, const entity_change & change)
 {
+    const std::shared_ptr<list_of_property> before = propertiesOf(change.previous);
+    const std::shared_ptr<list_of_property> after = propertiesOf(change.current);
     zk::ZkBool result = zk::ZkBool::success();
     if (getSqlTableName(change.previous, true) != getSqlTableName(change.current, true)) {
         result = script.write(ddl_action::RenameTable, renameTable(change.previous, change.current),
@@ -156,27 +161,29 @@ zk::ZkBool ddl_export_builder::writeTableChanges(ddl_export_script & script, con
                               {change.current.get()});
     }
     if (result) {
-        result = writeDroppedColumns(script, change);
+        result = writeDroppedColumns(script, change.current, *before, *after);
     }
-    const std::vector<std::shared_ptr<model::property>> columns = columnsOf(*change.currentProperties);
+    const std::vector<std::shared_ptr<model::property>> columns = columnsOf(*after);
     for (auto it = columns.begin(); result && it != columns.end(); ++it) {
-        result =
-            writeColumnChanges(script, change, {change.previousProperties->getByKey((*it)->getId()), *it});
+        result = writeColumnChanges(script, change.current, {before->getByKey((*it)->getId()), *it});
     }
     return result;
 }
 
-zk::ZkBool ddl_export_builder::writeDroppedColumns(ddl_export_script & script, const entity_change & change)
+zk::ZkBool ddl_export_builder::writeDroppedColumns(ddl_export_script & script,
+                                                   const std::shared_ptr<model::entity> & entity,
+                                                   const list_of_property & before,
+                                                   const list_of_property & after)
 {
-    for (const std::shared_ptr<model::property> & property : columnsOf(*change.previousProperties)) {
-        if (hasColumn(change.currentProperties->getByKey(property->getId()))) {
+    for (const std::shared_ptr<model::property> & property : columnsOf(before)) {
+        if (hasColumn(after.getByKey(property->getId()))) {
             continue;
         }
         const zk::ZkBool result =
             script.write(ddl_action::DropColumn, dropColumn(property),
                          tr("%1 : drop column DDL SQL script for property '%2' (%3)")
                              .arg(script.title(), property->getKey(), script.fileName()),
-                         {change.current.get(), property.get()});
+                         {entity.get(), property.get()});
         if (!result) {
             return result;
         }
@@ -184,30 +191,32 @@ zk::ZkBool ddl_export_builder::writeDroppedColumns(ddl_export_script & script, c
     return zk::ZkBool::success();
 }
 
-zk::ZkBool ddl_export_builder::writeColumnChanges(ddl_export_script & script, const entity_change & change,
+zk::ZkBool ddl_export_builder::writeColumnChanges(ddl_export_script & script,
+                                                  const std::shared_ptr<model::entity> & entity,
                                                   const property_change & property)
 {
-    zk::ZkBool result = writeColumnStep(script, change, property);
+    zk::ZkBool result = writeColumnStep(script, entity, property);
     if (!result || !property.previous) {
         return result;
     }
     const bool hadIndex = hasColumn(property.previous) && property.previous->isIndex();
     if (!hadIndex && property.current->isIndex()) {
-        result = writeIndex(script, property.current, change.current.get());
+        result = writeIndex(script, property.current, entity.get());
     } else if (hadIndex && !property.current->isIndex()) {
         // The index bears the name that the older version gave it.
         result = script.write(ddl_action::DropIndex, dropIndex(property.previous),
                               tr("%1 : drop index DDL SQL script for property '%2' (%3)")
                                   .arg(script.title(), property.previous->getKey(), script.fileName()),
-                              {change.current.get(), property.previous.get()});
+                              {entity.get(), property.previous.get()});
     }
     return result;
 }
 
-zk::ZkBool ddl_export_builder::writeColumnStep(ddl_export_script & script, const entity_change & change,
+zk::ZkBool ddl_export_builder::writeColumnStep(ddl_export_script & script,
+                                               const std::shared_ptr<model::entity> & entity,
                                                const property_change & property)
 {
-    const ddl_export_script::subject about{change.current.get(), property.current.get()};
+    const ddl_export_script::subject about{entity.get(), property.current.get()};
     if (!hasColumn(property.previous)) {
         return script.write(ddl_action::AddColumn, addColumn(property.current),
                             tr("%1 : add column DDL SQL script for property '%2' (%3)")

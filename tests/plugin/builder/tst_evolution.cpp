@@ -57,6 +57,7 @@ private Q_SLOTS:
     void cannotLoadATag();
     void cannotWriteTemporaryFiles_data();
     void cannotWriteTemporaryFiles();
+    void followsNoLinkInTheTemporaryFolder();
     void needsATemporaryFolder();
     void stopsAtTheFirstFailure_data();
     void stopsAtTheFirstFailure();
@@ -223,11 +224,13 @@ void tst_evolution::writesTheFullSchemaAsWell()
     QCOMPARE(script("_full"), QString("\nCREATE TABLE person (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT, "
                                       "name TEXT, email TEXT);\n\n"));
     m_bench->plugin.setExportDatabaseSchema(ddl_export::full);
+    QVERIFY(databaseOf(m_file).isOpen());
     for (const QString & file : m_bench->files()) {
         QFile::remove(m_bench->path(file));
     }
     QVERIFY(build());
     QCOMPARE(m_bench->files(), QStringList{"shop_default_db_schema_full.sql"});
+    QCOMPARE(QSqlDatabase::connectionNames(), QStringList());
 }
 
 void tst_evolution::ordersTagsByTheirTime()
@@ -253,6 +256,7 @@ void tst_evolution::makesTheProjectCurrentAgain()
     tag();
     QVERIFY(build());
     QCOMPARE(context::ctx_project::getSingleton().getProject(), m_project);
+    QCOMPARE(QSqlDatabase::connectionNames(), QStringList());
     QCOMPARE(m_project->getFileName(), m_file);
     QCOMPARE(m_project->getListOfAllEntities()->count(), 1L);
     QCOMPARE(m_bench->builder().previousProject(), nullptr);
@@ -448,6 +452,28 @@ void tst_evolution::cannotWriteTemporaryFiles()
     QVERIFY2(expected.match(result.getDesc()).hasMatch(), qPrintable(result.getDesc()));
     QCOMPARE(temporaryFiles(), QStringList());
     QCOMPARE(m_bench->files(), QStringList());
+}
+
+void tst_evolution::followsNoLinkInTheTemporaryFolder()
+{
+    store(1);
+    tag();
+    const QString victim = m_folder->filePath("victim");
+    QFile file(victim);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("untouched");
+    file.close();
+    // Somebody else has guessed every name of the next seconds.
+    const QDateTime now = QDateTime::currentDateTime();
+    for (int i = 0; i < 5000; ++i) {
+        QVERIFY(QFile::link(
+            victim, m_temp->filePath("shop_v1_" + now.addMSecs(i).toString("yyyyMMddhhmmsszzz") + ".korv")));
+    }
+    const zk::ZkBool result = build();
+    QVERIFY(!result);
+    QVERIFY2(result.getDesc().startsWith("An error occurred opening project file : " + m_temp->path()),
+             qPrintable(result.getDesc()));
+    QCOMPARE(contentOf(victim), QByteArray("untouched"));
 }
 
 void tst_evolution::needsATemporaryFolder()

@@ -2,6 +2,7 @@
 #include "support/full_disk.h"
 
 #include <QGuiApplication>
+#include <QTranslator>
 #include <QtTest>
 
 #include <sys/stat.h>
@@ -80,6 +81,7 @@ private Q_SLOTS:
     void holdsNoProjectAfterwards();
     void usesTheTypesOfThePlugin();
     void resolvesTheFolder();
+    void translatesWhatPeopleRead();
 };
 
 void tst_full_schema::writesTheScript()
@@ -465,6 +467,40 @@ void tst_full_schema::resolvesTheFolder()
     QVERIFY(QFile::exists(bench.path("out/shop_default_db_schema_full.sql")));
     QVERIFY(bench.messages().constLast().endsWith(" : '" + bench.path("out/shop_default_db_schema_full.sql") +
                                                   "'"));
+}
+
+void tst_full_schema::translatesWhatPeopleRead()
+{
+    class marking_translator : public QTranslator
+    {
+    public:
+        [[nodiscard]] bool isEmpty() const override { return false; }
+        [[nodiscard]] QString translate(const char * context, const char * text, const char *,
+                                        int) const override
+        {
+            return context == QByteArray("plugin::ddl_export_builder") ? "~" + QString(text) : QString();
+        }
+    };
+    marking_translator translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    export_bench bench;
+    bench.plugin.setExportRelationships(true);
+    const model_builder model = shopModel();
+    QVERIFY(bench.builder().builder().build(model.project()));
+    const QString script = bench.content("shop_default_db_schema_full.sql");
+    const model_builder empty;
+    QVERIFY(bench.builder().compare(empty.get(), model.get(), 2));
+    QVERIFY(bench.builder().compare(model.get(), empty.get(), 3));
+    for (const QString & message : bench.messages()) {
+        QVERIFY2(message.startsWith("1/10000/~"), qPrintable(message));
+    }
+    QCOMPARE(bench.messages().filter("~Full database schema").size(), 12);
+    bench.plugin.setDDLExportPath("missing");
+    QVERIFY(bench.builder().builder().build(model.project()).getDesc().startsWith('~'));
+    QVERIFY(bench.builder().compare(nullptr, nullptr, 2).getDesc().startsWith('~'));
+    QVERIFY(bench.builder().buildFull(model.project(), false).getDesc().startsWith('~'));
+    // What a database reads is the same in every language.
+    QCOMPARE(script, ShopScript + QString(ShopForeignKeys) + QString("\n"));
 }
 
 QTEST_MAIN(tst_full_schema)
