@@ -239,6 +239,20 @@ private Q_SLOTS:
                  QString("CREATE TABLE node (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT, "
                          "parent_id INTEGER, FOREIGN KEY (parent_id) REFERENCES node (id));"));
     }
+    void warnsOfNothingWithoutColumns()
+    {
+        support::entity_builder e = m_model.entity(202, "e");
+        e.relation(2020, "before", 2120, model::relationship::many_to_many, 1)
+            .linkTable("e_person", "e_id", "person_id", 0);
+        e.relation(2021, "now", 2121, model::relationship::one_to_many, 1);
+        e.relation(2022, "owner", 2122, model::relationship::many_to_one, 1).columns("owner_id");
+        const auto before = e.get()->getPropertyById(2020);
+        const auto now = e.get()->getPropertyById(2021);
+        const auto builder = newBuilder(false);
+        QCOMPARE(builder->dropColumn(before), QString());
+        QCOMPARE(builder->renameColumn(before, now), QString());
+        QVERIFY(builder->renameColumn(before, e.get()->getPropertyById(2022)).startsWith("--\n-- WARNING"));
+    }
     void leavesOneToOneOutWithoutIdentifier()
     {
         support::entity_builder e = m_model.entity(201, "e");
