@@ -99,7 +99,9 @@ QString ddl_export_builder_default::createTable(std::shared_ptr<model::entity> e
         draft.key.columns = draft.key.property->getColumnNameCount();
     }
     draft.properties = entity->getListOfProperty(true, true, false);
-    draft.sql.reserve(ColumnLength * ((draft.properties ? draft.properties->count() : 0) + 2));
+    const qsizetype expectedColumns = (draft.properties ? draft.properties->count() : 0) + 2;
+    draft.columns.reserve(expectedColumns);
+    draft.sql.reserve(ColumnLength * expectedColumns);
     draft.sql += "CREATE TABLE " % getSqlTableName(entity, true) % " (";
     appendKeyColumns(draft);
     appendColumns(draft);
