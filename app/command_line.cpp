@@ -51,8 +51,9 @@ QString takePluginOptions(QStringList & arguments, export_request & request)
 
 struct parser
 {
-    CLI::App app{"Models projects of persistent classes and exports them, among others as DDL SQL scripts.",
-                 "korvane"};
+    CLI::App app{
+        "Imports models of persistent classes, tags their versions and exports them as DDL SQL scripts.",
+        "korvane"};
     std::string modelFile;
     std::string projectFile;
     std::string message;

@@ -203,9 +203,11 @@ void ddl_export_settings::doBtnDebugCustomScript()
         tr("A new debugger window has been attached to the DDL SQL export process ('KorvGenericDDLExport' "
            "plugin) :\n") +
             tr("  1- save your settings and close this settings window ;\n") +
-            tr("  2- execute the export process : you will be able to debug your custom javascript (putting a "
+            tr("  2- execute the export process : you will be able to debug your custom javascript (putting "
+               "a "
                "breakpoint for example).\n\n") +
-            tr("Note : debugger process is automatically detached from the DDL SQL export process when closing "
+            tr("Note : debugger process is automatically detached from the DDL SQL export process when "
+               "closing "
                "the debugger window.") +
             tr("\n\nOther note : another way to start the debugger is to press the SHIFT key on the keyboard "
                "when executing the export process."),

@@ -18,7 +18,15 @@ namespace view {
 
 namespace {
 
-enum column { col_id = 0, col_spacer = 1, col_cpp_type = 2, col_sql_type = 3, col_delete = 4, col_count = 5 };
+enum column
+{
+    col_id = 0,
+    col_spacer = 1,
+    col_cpp_type = 2,
+    col_sql_type = 3,
+    col_delete = 4,
+    col_count = 5
+};
 
 constexpr int CppTypeRole = Qt::UserRole + 1;
 constexpr const char * RowProperty = "KORV_TABLE_TYPE_MAPPING_KEY_ROW_ID";
@@ -110,7 +118,8 @@ void ddl_export_type_mapping::addTableRow(const QString & cppType, const QString
     }
 
     const QVariant rowId = QVariant::fromValue(id);
-    const std::pair<int, QWidget *> cells[] = {{col_cpp_type, cpp}, {col_sql_type, sql}, {col_delete, remove}};
+    const std::pair<int, QWidget *> cells[] = {
+        {col_cpp_type, cpp}, {col_sql_type, sql}, {col_delete, remove}};
     for (const auto & [column, widget] : cells) {
         widget->setProperty(RowProperty, rowId);
         m_pTable->setCellWidget(row, column, widget);
