@@ -96,6 +96,10 @@ int exportProject(const export_request & request)
         return status;
     }
     const auto project = std::make_shared<model::project>(1);
+    // The process ends with this command: taking a large model apart, object by object, is left to the
+    // system.
+    static auto * const untilTheEnd = new std::shared_ptr<model::project>;
+    *untilTheEnd = project;
     project->setFileName(request.projectFile);
     if (const QSqlError error = project->load(); error.isValid()) {
         printError(error.text());

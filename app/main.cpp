@@ -56,7 +56,8 @@ std::unique_ptr<QCoreApplication> makeApplication(int & argc, char ** argv, bool
         return std::make_unique<QCoreApplication>(argc, argv);
     }
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+        // Of the platforms without a display this one leaves the fonts alone until a window wants text.
+        qputenv("QT_QPA_PLATFORM", "minimal");
     }
     formerHandler = qInstallMessageHandler(withoutSessionComplaints);
     auto application = std::make_unique<QApplication>(argc, argv);
