@@ -33,6 +33,7 @@ QString resolved(const QString & path)
 ddl_export_settings::ddl_export_settings(QWidget * parent, Qt::WindowFlags flags) : QDialog(parent, flags)
 {
     setupUi(this);
+    keepTitlesLegible();
     m_pTypeMapping = std::make_shared<ddl_export_type_mapping>(m_lstTypeMapping, m_grpTypeMapping,
                                                                m_grpTypeMapping->title());
     fillDatabaseTypes();
@@ -54,6 +55,18 @@ ddl_export_settings::ddl_export_settings(QWidget * parent, Qt::WindowFlags flags
 }
 
 ddl_export_settings::~ddl_export_settings() = default;
+
+/// The form's dark blue titles cannot be read on a dark window.
+void ddl_export_settings::keepTitlesLegible()
+{
+    constexpr int HalfLightness = 128;
+    if (palette().color(QPalette::Window).lightness() >= HalfLightness) {
+        return;
+    }
+    for (QGroupBox * const box : findChildren<QGroupBox *>()) {
+        box->setStyleSheet(QStringLiteral("QGroupBox::title{color:rgb(120, 170, 255)}"));
+    }
+}
 
 void ddl_export_settings::fillDatabaseTypes()
 {

@@ -39,6 +39,7 @@ protected Q_SLOTS:
     void doBtnRestoreDefaultTypeMapping();
 
 private:
+    void keepTitlesLegible();
     void fillDatabaseTypes();
     void showSchema(int schema);
     [[nodiscard]] int checkedSchema() const;

@@ -156,6 +156,7 @@ private slots:
     void texts();
     void tooltips();
     void groupBoxes();
+    void titlesAreLegibleOnADarkWindow();
     void icons();
     void databases();
     void labelsLeadToTheirFields();
@@ -258,6 +259,21 @@ void tst_settings_dialog::groupBoxes()
     }
     view::ddl_export_settings untouched;
     QCOMPARE(untouched.size(), QSize(653, 651));
+}
+
+void tst_settings_dialog::titlesAreLegibleOnADarkWindow()
+{
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::Window, QColor(45, 47, 50));
+    QApplication::setPalette(dark);
+    const view::ddl_export_settings dialog;
+    QApplication::setPalette(before);
+    const QList<QGroupBox *> boxes = dialog.findChildren<QGroupBox *>();
+    QCOMPARE(boxes.size(), 3);
+    for (const QGroupBox * const box : boxes) {
+        QCOMPARE(box->styleSheet(), QStringLiteral("QGroupBox::title{color:rgb(120, 170, 255)}"));
+    }
 }
 
 void tst_settings_dialog::icons()
