@@ -7,6 +7,7 @@
 
 #include "plugin/ddl_export.h"
 
+#include "support/models.h"
 #include "support/stored_project.h"
 
 #include "storage/history.h"
@@ -16,25 +17,11 @@
 #include <QTest>
 
 using plugin::ddl_export;
+using support::modelText;
 
 namespace {
 
 constexpr auto Database = static_cast<ddl_export::database_type>(KORVANE_DATABASE);
-
-/// The text of a model: one of the samples, or a public one from beside the project; empty when it is not
-/// there.
-QByteArray modelText(const QString & name)
-{
-    const QString elsewhere =
-        qEnvironmentVariable("KORVANE_MODELS", QStringLiteral(KORVANE_SOURCE_DIR "/../shared/models"));
-    for (const QString & folder : {QStringLiteral(KORVANE_SOURCE_DIR "/samples"), elsewhere}) {
-        QFile file(folder + QLatin1Char('/') + name + QStringLiteral(".json"));
-        if (file.open(QIODevice::ReadOnly)) {
-            return file.readAll();
-        }
-    }
-    return {};
-}
 
 /// The statements of a script: one a line, comments and empty lines left out.
 QStringList statementsOf(const QString & script)
