@@ -13,6 +13,8 @@ struct refusal
     /// The entities of each version of the project, as text, oldest first.
     QStringList versions;
     bool relationships = false;
+    /// The number of the only database that the row is about; 0 for all.
+    int onlyOn = 0;
     /// What stands in the database before the last script runs: statements.
     QStringList rows = {};
     /// Statements that run after the last script.
