@@ -184,7 +184,7 @@ void tst_scripts_on_databases::fullScript()
     QFETCH(bool, relationships);
     const QByteArray text = modelText(name);
     if (text.isEmpty()) {
-        QSKIP("the public models are not beside the project; KORVANE_MODELS names their folder");
+        QSKIP(support::NoPublicModels);
     }
     support::stored_project stored(text);
     const QString scripts = exportTo(stored, relationships, ddl_export::full);

@@ -5,6 +5,9 @@
 
 namespace support {
 
+inline constexpr const char * NoPublicModels =
+    "the public models are not beside the project; KORVANE_MODELS names their folder";
+
 /// The text of a model: one of the samples, or a public one from beside the project; empty when it is not
 /// there.
 inline QByteArray modelText(const QString & name)

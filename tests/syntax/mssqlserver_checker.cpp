@@ -59,7 +59,7 @@ public:
     QStringList wrongStatements() const override
     {
         return {
-            QStringLiteral("CREATE TABEL t_venue (id INT NOT NULL);"),
+            QStringLiteral("CREATE TBL t_venue (id INT NOT NULL);"),
             QStringLiteral("CREATE TABLE t_venue (id INT NOT);"),
             QStringLiteral("CREATE TABLE t_venue ();"),
             QStringLiteral("CREATE TABLE t_venue (id INT NOT NULL PRIMARY KEY AUTOINCREMENT);"),
@@ -71,7 +71,7 @@ public:
             QStringLiteral("RENAME TABLE t_venue TO t_place;"),
             QStringLiteral("ALTER TABLE t_venue ADD CONSTRAINT fk FOREIGN KEY c REFERENCES t_city (id);"),
             QStringLiteral("CREATE INDEX idx_t_venue_city ON t_venue city;"),
-            QStringLiteral("DROP TABEL t_venue;"),
+            QStringLiteral("DROP TBL t_venue;"),
         };
     }
 };

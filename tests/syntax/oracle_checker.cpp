@@ -48,7 +48,7 @@ public:
     QStringList wrongStatements() const override
     {
         return {
-            QStringLiteral("CREATE TABEL t_venue (id INTEGER NOT NULL);"),
+            QStringLiteral("CREATE TBL t_venue (id INTEGER NOT NULL);"),
             QStringLiteral("CREATE TABLE t_venue (id INTEGER NOT NULL,);"),
             QStringLiteral("CREATE TABLE t_venue ();"),
             QStringLiteral("CREATE TABLE t_venue (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT);"),
@@ -63,7 +63,7 @@ public:
             QStringLiteral("ALTER TABLE t_venue ADD CONSTRAINT fk FOREIGN KEY c REFERENCES t_city (id);"),
             QStringLiteral("CREATE INDEX idx_t_venue_city ON t_venue city;"),
             QStringLiteral("DROP INDEX idx_t_venue_city ON t_venue;"),
-            QStringLiteral("DROP TABEL t_venue;"),
+            QStringLiteral("DROP TBL t_venue;"),
         };
     }
 };

@@ -242,7 +242,7 @@ void tst_script_syntax::scripts()
     QFETCH(qsizetype, count);
     const QString model = QString::fromLatin1(QTest::currentDataTag());
     if (!m_scripts.contains(model)) {
-        QSKIP("the public models are not beside the project; KORVANE_MODELS names their folder");
+        QSKIP(support::NoPublicModels);
     }
     const QStringList files = m_scripts.value(model);
     QCOMPARE(files.size(), count);
