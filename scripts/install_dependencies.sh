@@ -4,11 +4,15 @@ set -euo pipefail
 
 build=(build-essential cmake ninja-build ccache mold qt6-base-dev qt6-declarative-dev qt6-svg-dev
     libqt6sql6-sqlite libboost-serialization-dev libcli11-dev nlohmann-json3-dev libsqlite3-dev zlib1g-dev)
-tests=(clang-format eatmydata git libqt6sql6-mysql libqt6sql6-psql mariadb-server postgresql-15 sqlite3)
+tests=(clang-format eatmydata git libqt6sql6-mysql libqt6sql6-psql mariadb-server postgresql-15 sqlfluff
+    sqlite3)
 
 packages=("${build[@]}")
 if [ "${1:-}" = test ]; then
     packages+=("${tests[@]}")
+    # A Node.js from elsewhere serves as well.
+    command -v node >/dev/null || packages+=(nodejs)
+    command -v npm >/dev/null || packages+=(npm)
 fi
 missing=()
 for package in "${packages[@]}"; do

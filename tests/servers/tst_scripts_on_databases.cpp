@@ -4,10 +4,12 @@
 
 #include "servers/expected_catalogue.h"
 #include "servers/model_history.h"
+#include "servers/refusals.h"
 #include "servers/target_database.h"
 
 #include "plugin/ddl_export.h"
 
+#include "support/models.h"
 #include "support/stored_project.h"
 
 #include "storage/history.h"
@@ -17,28 +19,11 @@
 #include <QTest>
 
 using plugin::ddl_export;
+using support::modelText;
 
 namespace {
 
 constexpr auto Database = static_cast<ddl_export::database_type>(KORVANE_DATABASE);
-
-constexpr const char * NoPublicModels =
-    "the public models are not beside the project; KORVANE_MODELS names their folder";
-
-/// The text of a model: one of the samples, or a public one from beside the project; empty when it is not
-/// there.
-QByteArray modelText(const QString & name)
-{
-    const QString elsewhere =
-        qEnvironmentVariable("KORVANE_MODELS", QStringLiteral(KORVANE_SOURCE_DIR "/../shared/models"));
-    for (const QString & folder : {QStringLiteral(KORVANE_SOURCE_DIR "/samples"), elsewhere}) {
-        QFile file(folder + QLatin1Char('/') + name + QStringLiteral(".json"));
-        if (file.open(QIODevice::ReadOnly)) {
-            return file.readAll();
-        }
-    }
-    return {};
-}
 
 /// The statements of a script: one a line, comments and empty lines left out.
 QStringList statementsOf(const QString & script)
@@ -102,6 +87,8 @@ private slots:
 private:
     [[nodiscard]] QString exportTo(support::stored_project & stored, bool relationships,
                                    ddl_export::export_db_schema schema) const;
+    /// The script of the only version, or those that lead from the first version to the last one.
+    [[nodiscard]] QStringList scriptsOf(const QStringList & versions, bool relationships) const;
     /// Runs a script in the database as it is; the refused statements, each with the database's words.
     [[nodiscard]] QStringList run(const QString & script) const;
     void runOnEmpty(const QString & script) const;
@@ -135,6 +122,33 @@ QString tst_scripts_on_databases::exportTo(support::stored_project & stored, boo
     }
     static const char * const names[] = {"default", "sqlite", "mysql", "postgresql", "oracle", "mssqlserver"};
     return QStringLiteral("%1_%2_db_schema_").arg(stored.project().getName(), QLatin1String(names[Database]));
+}
+
+QStringList tst_scripts_on_databases::scriptsOf(const QStringList & versions, bool relationships) const
+{
+    const auto model = [](const QString & entities) {
+        return QStringLiteral(R"({"format": "korvane-project", "formatVersion": 1, "name": "refused",)"
+                              R"( "entities": [%1]})")
+            .arg(entities)
+            .toUtf8();
+    };
+    support::stored_project stored(model(versions.constFirst()));
+    for (qsizetype i = 1; i < versions.size(); ++i) {
+        int number = 0;
+        if (storage::history::tag(stored.file(), QString(), number).isValid()) {
+            qFatal("the version cannot be tagged");
+        }
+        stored.replaceModel(model(versions.at(i)));
+    }
+    const QString name = exportTo(stored, relationships, ddl_export::full_and_evolution);
+    if (versions.size() == 1) {
+        return {stored.content(name + QStringLiteral("full.sql"))};
+    }
+    QStringList scripts = {stored.content(name + QStringLiteral("v1.sql"))};
+    for (qsizetype i = 1; i < versions.size(); ++i) {
+        scripts.append(stored.content(name + QStringLiteral("v%1_to_v%2.sql").arg(i).arg(i + 1)));
+    }
+    return scripts;
 }
 
 QStringList tst_scripts_on_databases::run(const QString & script) const
@@ -177,7 +191,7 @@ void tst_scripts_on_databases::fullScript()
     QFETCH(bool, relationships);
     const QByteArray text = modelText(name);
     if (text.isEmpty()) {
-        QSKIP(NoPublicModels);
+        QSKIP(support::NoPublicModels);
     }
     support::stored_project stored(text);
     const QString scripts = exportTo(stored, relationships, ddl_export::full);
@@ -258,7 +272,7 @@ void tst_scripts_on_databases::evolutionChain()
     QFETCH(QStringList, texts);
     QFETCH(bool, relationships);
     if (texts.isEmpty()) {
-        QSKIP(NoPublicModels);
+        QSKIP(support::NoPublicModels);
     }
     support::stored_project stored(texts.constFirst().toUtf8());
     for (qsizetype i = 1; i < texts.size(); ++i) {
@@ -282,54 +296,48 @@ void tst_scripts_on_databases::evolutionChain()
 
 void tst_scripts_on_databases::refusals_data()
 {
-    QTest::addColumn<QString>("property");
-    QTest::addColumn<QString>("entity");
-    QTest::addColumn<QList<int>>("refusedBy");
-    const QList<int> none;
-    // What the manual lists as refused; a database that begins to take one of them shows here.
-    QTest::newRow("counted key that is not INTEGER")
-        << R"({"name": "id", "type": "short", "identifier": true})"
-        << "" << QList<int>{1};
-    QTest::newRow("composite key that is counted up")
-        << R"({"name": "key", "columnName": "a|b", "type": "int", "identifier": true, "autoIncrement": true})"
-        << "" << QList<int>{1, 2};
-    QTest::newRow("unique text") << R"({"name": "mail", "type": "QString", "unique": true})"
-                                 << "" << none;
-    QTest::newRow("unique text with a length")
-        << R"x({"name": "mail", "type": "QString", "unique": true, "forceSqlType": "VARCHAR(200)"})x"
-        << "" << none;
-    QTest::newRow("indexed text shorter than 255")
-        << R"x({"name": "mail", "type": "QString", "index": true, "forceSqlType": "VARCHAR(80)"})x"
-        << "" << QList<int>{2};
-    QTest::newRow("indexed bytes") << R"({"name": "picture", "type": "QByteArray", "index": true})"
-                                   << "" << none;
-    QTest::newRow("table named by a reserved word") << R"({"name": "id", "type": "long", "identifier": true})"
-                                                    << "order" << QList<int>{1, 3};
-    QTest::newRow("column named by a reserved word") << R"({"name": "group", "type": "int"})"
-                                                     << "" << QList<int>{1, 3};
-    QTest::newRow("ordinary property of several columns")
-        << R"({"name": "place", "columnName": "x|y", "type": "double"})"
-        << "" << QList<int>{1, 3};
-    QTest::newRow("entity without columns") << R"({"name": "cache", "type": "int", "transient": true})"
-                                            << "" << QList<int>{1, 2};
+    QTest::addColumn<int>("number");
+    const QList<servers::refusal> all = servers::refusals();
+    for (int i = 0; i < all.size(); ++i) {
+        if (all.at(i).onlyOn == 0 || all.at(i).onlyOn == static_cast<int>(Database)) {
+            QTest::newRow(all.at(i).name) << i;
+        }
+    }
 }
 
+// A database that begins to take, or to refuse, a statement of the manual's list shows here.
 void tst_scripts_on_databases::refusals()
 {
-    QFETCH(QString, property);
-    QFETCH(QString, entity);
-    QFETCH(QList<int>, refusedBy);
-    const QString text =
-        QStringLiteral(R"({"format": "korvane-project", "formatVersion": 1, "name": "refused", "entities": [
-            {"name": "%1", "properties": [%2]}]})")
-            .arg(entity.isEmpty() ? QStringLiteral("thing") : entity, property);
-    support::stored_project stored(text.toUtf8());
-    const QString scripts = exportTo(stored, false, ddl_export::full);
+    QFETCH(int, number);
+    const servers::refusal row = servers::refusals().at(number);
+    const QStringList scripts = scriptsOf(row.versions, row.relationships);
     QString error;
     QVERIFY2(m_target->reset(error), qPrintable(error));
-    const QStringList refused = run(stored.content(scripts + QStringLiteral("full.sql")));
-    QVERIFY2(refused.isEmpty() != refusedBy.contains(static_cast<int>(Database)),
-             qPrintable(refused.isEmpty() ? QStringLiteral("taken") : refused.join(QLatin1Char('\n'))));
+    QStringList refused;
+    for (qsizetype i = 0; i < scripts.size(); ++i) {
+        if (i > 0 && i + 1 == scripts.size()) {
+            QCOMPARE(run(row.rows.join(QLatin1Char('\n'))).join(QLatin1Char('\n')), QString());
+        }
+        refused = run(scripts.at(i));
+        if (i + 1 < scripts.size()) {
+            QCOMPARE(refused.join(QLatin1Char('\n')), QString());
+        }
+    }
+    refused += run(row.afterwards.join(QLatin1Char('\n')));
+    const QStringList expected = row.refused.value(Database);
+    QVERIFY2(refused.size() == expected.size(),
+             qPrintable(QStringLiteral("refused: ") + refused.join(QLatin1Char('\n'))));
+    for (qsizetype i = 0; i < refused.size(); ++i) {
+        QVERIFY2(refused.at(i).startsWith(expected.at(i)), qPrintable(refused.at(i)));
+    }
+    const QStringList catalogue = m_target->catalogue();
+    for (const QString & line : row.found.value(Database)) {
+        QVERIFY2(catalogue.contains(line),
+                 qPrintable(line + QStringLiteral(" is not in\n") + catalogue.join(QLatin1Char('\n'))));
+    }
+    for (const QString & line : row.missing.value(Database)) {
+        QVERIFY2(!catalogue.contains(line), qPrintable(line));
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_scripts_on_databases)

@@ -1,0 +1,127 @@
+// The manual's commands do what the manual says: every block of shell runs, in order, and prints what the
+// text block after it shows.
+
+#include "support/program.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+const QString Docs = QStringLiteral(KORVANE_SOURCE_DIR "/docs/");
+
+struct block
+{
+    QString kind;
+    QString text;
+};
+
+QString contentOf(const QString & name)
+{
+    QFile file(Docs + name);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+/// The fenced blocks of a page.
+QList<block> blocksOf(const QString & page)
+{
+    static const QRegularExpression fence(QStringLiteral("^```(\\w+)\\n(.*?)^```$"),
+                                          QRegularExpression::MultilineOption |
+                                              QRegularExpression::DotMatchesEverythingOption);
+    QList<block> blocks;
+    QRegularExpressionMatchIterator matches = fence.globalMatch(contentOf(page));
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        blocks.append({match.captured(1), match.captured(2)});
+    }
+    return blocks;
+}
+
+QStringList pages()
+{
+    return QDir(Docs).entryList({QStringLiteral("*.md")}, QDir::Files, QDir::Name);
+}
+
+} // namespace
+
+class tst_manual : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void commands_data();
+    void commands();
+    void links_data();
+    void links();
+    void hasTheAnchorOfTheSettings();
+};
+
+void tst_manual::commands_data()
+{
+    QTest::addColumn<int>("shellBlocks");
+    for (const QString & page : pages()) {
+        int count = 0;
+        for (const block & b : blocksOf(page)) {
+            count += b.kind == QStringLiteral("sh") ? 1 : 0;
+        }
+        if (count > 0) {
+            QTest::newRow(qPrintable(page)) << count;
+        }
+    }
+}
+
+void tst_manual::commands()
+{
+    QFETCH(int, shellBlocks);
+    const QTemporaryDir folder;
+    const QString path =
+        QFileInfo(QStringLiteral(KORVANE_PROGRAM)).path() + QLatin1Char(':') + qEnvironmentVariable("PATH");
+    QByteArray output;
+    for (const block & b : blocksOf(QString::fromLatin1(QTest::currentDataTag()))) {
+        if (b.kind == QStringLiteral("sh")) {
+            const support::program_result result =
+                support::runShell(QStringLiteral("set -eu\ncd '%1'\nexec 2>&1\n").arg(folder.path()) + b.text,
+                                  {{QStringLiteral("PATH"), path}});
+            output = result.output;
+            QVERIFY2(result.status == 0, (b.text.toUtf8() + "\n" + output + result.errors).constData());
+            --shellBlocks;
+        } else if (b.kind == QStringLiteral("text")) {
+            QCOMPARE(QString::fromUtf8(output), b.text);
+        }
+    }
+    QCOMPARE(shellBlocks, 0);
+}
+
+void tst_manual::links_data()
+{
+    QTest::addColumn<QString>("page");
+    for (const QString & page : pages()) {
+        QTest::newRow(qPrintable(page)) << page;
+    }
+}
+
+void tst_manual::links()
+{
+    QFETCH(QString, page);
+    static const QRegularExpression link(QStringLiteral("\\]\\(([^)#:]+)(#[^)]*)?\\)"));
+    QRegularExpressionMatchIterator matches = link.globalMatch(contentOf(page));
+    while (matches.hasNext()) {
+        const QString target = matches.next().captured(1);
+        QVERIFY2(QFileInfo::exists(Docs + target), qPrintable(target));
+    }
+}
+
+// The help of the settings opens the manual there.
+void tst_manual::hasTheAnchorOfTheSettings()
+{
+    QVERIFY(
+        contentOf(QStringLiteral("manual.md"))
+            .contains(QStringLiteral("<a id=\"ddl_export_settings\"></a>\n\n## Settings of the export\n")));
+}
+
+QTEST_GUILESS_MAIN(tst_manual)
+#include "tst_manual.moc"
