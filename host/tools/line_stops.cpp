@@ -4,6 +4,7 @@
 
 #include <QJSEngine>
 #include <QScopedValueRollback>
+#include <QUrl>
 
 #include <private/qjsvalue_p.h>
 #include <private/qv4context_p.h>
@@ -25,7 +26,7 @@ class line_debugger final : public QV4::Debugging::Debugger
 public:
     line_debugger(QV4::ExecutionEngine & engine, const QString & fileName,
                   const std::shared_ptr<line_stops> & stops)
-        : m_engine(engine), m_sFileName(fileName), m_pStops(stops)
+        : m_engine(engine), m_sSource(QUrl::fromLocalFile(fileName).toString()), m_pStops(stops)
     {
     }
 
@@ -50,7 +51,8 @@ private:
     [[nodiscard]] QList<script_variable> variablesOf(const QV4::CppStackFrame & frame) const;
 
     QV4::ExecutionEngine & m_engine;
-    QString m_sFileName;
+    // How the engine names the file.
+    QString m_sSource;
     std::shared_ptr<line_stops> m_pStops;
     // The last line of each function on the stack: a line of several statements is one stop.
     QList<int> m_lastLines;
@@ -61,7 +63,7 @@ void line_debugger::maybeBreakAtInstruction()
     const QV4::CppStackFrame * const frame = m_engine.currentStackFrame;
     // A negative line stands for the return from a function.
     const int line = frame ? frame->lineNumber() : 0;
-    if (line <= 0 || m_lastLines.isEmpty() || frame->source() != m_sFileName || m_lastLines.last() == line) {
+    if (line <= 0 || m_lastLines.isEmpty() || frame->source() != m_sSource || m_lastLines.last() == line) {
         return;
     }
     m_lastLines.last() = line;
@@ -96,7 +98,7 @@ QList<script_frame> line_debugger::frames() const
     QList<script_frame> result;
     for (const QV4::CppStackFrame * frame = m_engine.currentStackFrame; frame && result.size() < MostFrames;
          frame = frame->parentFrame()) {
-        if (frame->isJSTypesFrame() && frame->source() == m_sFileName) {
+        if (frame->isJSTypesFrame() && frame->source() == m_sSource) {
             result.append({frame->function(), qAbs(frame->lineNumber()), variablesOf(*frame)});
         }
     }
@@ -116,9 +118,9 @@ QList<script_variable> line_debugger::variablesOf(const QV4::CppStackFrame & fra
         }
         const auto * const call = static_cast<const QV4::Heap::CallContext *>(context);
         QV4::Heap::InternalClass * const names = context->internalClass;
-        for (uint i = 0; i < names->size && i < call->locals.size; ++i) {
+        for (uint i = 0; i < names->size && i < call->locals.alloc; ++i) {
             const QString name = names->keyAt(i);
-            const QV4::Value & value = call->locals[i];
+            const QV4::Value & value = call->locals.data()[i]; // a function's arguments follow its variables
             // An empty value belongs to a let or const that is not reached yet.
             if (!value.isEmpty() && !name.isEmpty() && !known.contains(name)) {
                 known.insert(name);
