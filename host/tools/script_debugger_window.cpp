@@ -84,11 +84,11 @@ script_debugger_window::script_debugger_window(script_debugger & debugger, const
     right->addWidget(createStepPane());
     right->addWidget(createPlacePane());
     upper->addWidget(right);
-    upper->setSizes({620, 430});
+    upper->setSizes({650, 430});
     auto * const all = new QSplitter(Qt::Vertical);
     all->addWidget(upper);
     all->addWidget(createConsole());
-    all->setSizes({580, 140});
+    all->setSizes({630, 130});
     all->setChildrenCollapsible(false);
     m_lblPlace = new QLabel;
     m_lblPlace->setObjectName(QStringLiteral("m_lblPlace"));
@@ -108,7 +108,7 @@ script_debugger_window::script_debugger_window(script_debugger & debugger, const
     for (const char * const action : KnownActions) {
         addAction(QString::fromLatin1(action));
     }
-    resize(1080, 760);
+    resize(1120, 800);
     m_txtSource->setFocus();
 }
 
@@ -257,7 +257,7 @@ QWidget * script_debugger_window::createStepPane()
     split->addWidget(labelled(tr("Default text"), m_txtDefault));
     split->addWidget(labelled(tr("Answer of the script"), m_txtAnswer, &m_lblAnswer));
     m_lblAnswer->setObjectName(QStringLiteral("m_lblAnswer"));
-    split->setSizes({190, 90, 90});
+    split->setSizes({230, 90, 80});
     split->setChildrenCollapsible(false);
     return split;
 }

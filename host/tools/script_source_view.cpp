@@ -95,9 +95,11 @@ void script_source_view::setCurrentLine(int line)
     m_iCurrentLine = line;
     const QTextBlock block = document()->findBlockByNumber(line - 1);
     if (line > 0 && block.isValid()) {
-        setTextCursor(QTextCursor(block));
-        if (!block.isVisible() || !viewport()->rect().contains(cursorRect())) {
-            centerCursor();
+        const QTextCursor cursor(block);
+        const bool isInView = viewport()->rect().contains(cursorRect(cursor));
+        setTextCursor(cursor);
+        if (!isInView) {
+            centerCursor(); // what comes next is to be seen as well
         }
     }
     markCurrentLine();
