@@ -123,8 +123,10 @@ void script_debugger::showWindow()
 {
     if (m_bAttached) {
         m_pWindow->show();
-        m_pWindow->raise();
-        m_pWindow->activateWindow();
+        if (!m_pWindow->isActiveWindow()) {
+            m_pWindow->raise();
+            m_pWindow->activateWindow();
+        }
     }
 }
 
