@@ -352,7 +352,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>&amp;Evaluate:</source>
-        <translation>É&amp;valuer :</translation>
+        <translation>Éva&amp;luer :</translation>
     </message>
     <message>
         <source>Action</source>

@@ -27,8 +27,12 @@ public:
     script_debugger_window(script_debugger & debugger, const QString & fileName, const QString & source);
     ~script_debugger_window() override;
 
-    /// After this the window asks for nothing any more.
-    void forgetDebugger() { m_pDebugger = nullptr; }
+    /// After this the window asks for nothing any more, and keeps no value of the script.
+    void forgetDebugger()
+    {
+        m_pDebugger = nullptr;
+        m_frames.clear();
+    }
 
     void showStep(const script_step & step);
     /// The place where the script is held: what to call it, and the call stack, innermost first.

@@ -105,6 +105,7 @@ private slots:
     void detachInTheMiddle();
     void closeInTheMiddle();
     void quitInTheMiddle();
+    void mainWindowClosesInTheMiddle();
     void engineGoesWhileHeld();
     void engineGoesWhileOpen();
     void failingScript();
@@ -366,6 +367,20 @@ void tst_script_debugger::quitInTheMiddle()
 {
     attach();
     debugger_driver driver({[](debugger_driver &) { QCoreApplication::quit(); }});
+    QString answer;
+    QTimer::singleShot(0, this, [&] { answer = step().getDesc(); });
+    QCoreApplication::exec();
+    QCOMPARE(answer, QStringLiteral("-- CREATE_TABLE"));
+    QVERIFY(!m_script->isDebugging());
+}
+
+/// The debugger's window does not keep a program alive whose main window was closed.
+void tst_script_debugger::mainWindowClosesInTheMiddle()
+{
+    QMainWindow host;
+    host.show();
+    attach();
+    debugger_driver driver({[&](debugger_driver &) { host.close(); }});
     QString answer;
     QTimer::singleShot(0, this, [&] { answer = step().getDesc(); });
     QCoreApplication::exec();
