@@ -1,4 +1,5 @@
 #include "app/command_line.h"
+#include "app/translation.h"
 
 #include <QApplication>
 
@@ -43,7 +44,7 @@ QtMessageHandler formerHandler = nullptr;
 void withoutSessionComplaints(QtMsgType type, const QMessageLogContext & context, const QString & text)
 {
     const bool isAboutSession = text.startsWith(QLatin1String("QStandardPaths: ")) ||
-                                text == QLatin1String("This plugin does not support propagateSizeHints()");
+                                text.startsWith(QLatin1String("This plugin does not support "));
     if (!isAboutSession) {
         formerHandler(type, context, text);
     }
@@ -81,5 +82,6 @@ int main(int argc, char ** argv)
         line.command == app::command_line::export_project || line.command == app::command_line::plugins;
     int ownArguments = 1; // the rest is ours, Qt's own options are none of this program
     const std::unique_ptr<QCoreApplication> application = makeApplication(ownArguments, argv, withPlugins);
+    app::speakLanguageOfUser();
     return app::finishOutput(run(line));
 }

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QEvent>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPointer>
 #include <QProgressDialog>
@@ -73,7 +74,7 @@ unattended::~unattended() = default;
 
 bool unattended::eventFilter(QObject * watched, QEvent * event)
 {
-    if (event->type() == QEvent::Show) {
+    if (event->type() == QEvent::Show && watched->isWidgetType()) {
         if (auto * const dialog = qobject_cast<QDialog *>(watched); dialog && dialog->isModal()) {
             // Only the dialog's own event loop, which begins after it is shown, can be ended with an answer.
             QTimer::singleShot(0, this, [this, shown = QPointer<QDialog>(dialog)] {
@@ -81,6 +82,9 @@ bool unattended::eventFilter(QObject * watched, QEvent * event)
                     answer(shown);
                 }
             });
+        } else if (auto * const window = qobject_cast<QMainWindow *>(watched)) {
+            // A window to work in, such as a debugger's, which would hold the export for ever.
+            QTimer::singleShot(0, window, &QWidget::close);
         }
     }
     return QObject::eventFilter(watched, event);

@@ -13,7 +13,7 @@ namespace app {
 ///
 /// A question is answered Yes when that was asked for, by the person at the terminal when there is one, and
 /// otherwise in the way that changes nothing. Any other dialog is rejected. A message that leaves no choice
-/// is printed and confirmed.
+/// is printed and confirmed. A main window that a plug-in opens beside its export is closed.
 class unattended : public QObject
 {
     Q_OBJECT

@@ -21,13 +21,27 @@ call_watchdog::~call_watchdog()
 
 void call_watchdog::begin(std::chrono::milliseconds limit)
 {
+    resume({limit.count() > 0, false, limit});
+}
+
+call_watchdog::suspended call_watchdog::suspend()
+{
+    const std::lock_guard lock(m_mutex);
+    const suspended result{m_bWatching, m_bOverrun,
+                           m_bWatching ? m_deadline - clock::now() : std::chrono::nanoseconds()};
+    m_bWatching = false;
+    return result;
+}
+
+void call_watchdog::resume(const suspended & former)
+{
     bool wake = false;
     {
         const std::lock_guard lock(m_mutex);
-        m_bOverrun = false;
-        m_bWatching = limit.count() > 0;
+        m_bOverrun = former.isOverrun;
+        m_bWatching = former.isWatching;
         if (m_bWatching) {
-            m_deadline = clock::now() + limit;
+            m_deadline = clock::now() + former.left;
             wake = m_deadline < m_sleepsUntil;
         }
     }

@@ -26,6 +26,18 @@ public:
     /// Ends the call; true when it was over its limit.
     bool end();
 
+    /// A watch that stands still.
+    struct suspended
+    {
+        bool isWatching = false;
+        bool isOverrun = false;
+        std::chrono::nanoseconds left{};
+    };
+    /// Stops the watch over the call, for another call to be watched meanwhile or for none.
+    suspended suspend();
+    /// Goes on with the watch that suspend() stopped.
+    void resume(const suspended & former);
+
 private:
     using clock = std::chrono::steady_clock;
     void run();

@@ -5,14 +5,17 @@
 #include "tools/call_watchdog.h"
 #include "tools/scoped_in_event.h"
 #include "tools/script_console.h"
+#include "tools/script_debugger.h"
+#include "tools/script_file.h"
 #include "tools/script_objects.h"
+#include "tools/script_values.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QJSManagedValue>
+#include <QPointer>
 #include <QRegularExpression>
-#include <QStringDecoder>
+#include <QSet>
 
 #include <optional>
 
@@ -20,7 +23,6 @@ namespace tools {
 
 namespace {
 
-constexpr qint64 LargestScript = 16 * 1024 * 1024;
 constexpr int LongestReason = 2000;
 constexpr int DefaultTimeLimit = 10000;
 
@@ -31,50 +33,14 @@ int defaultTimeLimit()
     return isNumber ? given : DefaultTimeLimit;
 }
 
-/// The whole script as text; an empty optional and `reason` when it cannot be had.
-std::optional<QString> readScript(const QString & fileName, QString & reason)
-{
-    const QFileInfo info(fileName);
-    if (!info.exists()) {
-        reason = QStringLiteral("the file does not exist");
-        return {};
-    }
-    if (!info.isFile()) {
-        reason = info.isDir() ? QStringLiteral("it is a folder, not a file")
-                              : QStringLiteral("it is not a regular file");
-        return {};
-    }
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        reason = file.errorString();
-        return {};
-    }
-    const QByteArray bytes = file.read(LargestScript + 1);
-    if (file.error() != QFileDevice::NoError) {
-        reason = file.errorString();
-        return {};
-    }
-    if (bytes.size() > LargestScript) {
-        reason = QStringLiteral("it is larger than %1 MiB").arg(LargestScript / 1024 / 1024);
-        return {};
-    }
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    const QString text = decoder(bytes);
-    if (decoder.hasError()) {
-        reason = QStringLiteral("it is not UTF-8 text");
-        return {};
-    }
-    return text;
-}
-
-/// Where `exportStep` first stands as something that is defined; what has no better place is reported there.
-int lineOfFunction(const QString & source)
-{
-    static const QRegularExpression definition(
-        QStringLiteral("function\\s+exportStep\\b|\\bexportStep\\s*="));
-    const qsizetype at = source.indexOf(definition);
-    return at < 0 ? 0 : static_cast<int>(QStringView(source).left(at).count(QLatin1Char('\n'))) + 1;
-}
+// What the script's program ends with: its value is the function to call.
+const char Function[] = "typeof exportStep === 'function' ? exportStep : undefined";
+// With a debugger also one that evaluates text where the script's own names are visible, and other ones.
+const char FunctionAndEvaluator[] =
+    "[typeof exportStep === 'function' ? exportStep : undefined, function () {"
+    " return eval('(function (' + arguments[0].join(',') + ') { return eval(arguments[arguments.length - "
+    "1]); })')"
+    ".apply(undefined, arguments[1].concat([arguments[2]])); }]";
 
 QString kindOf(const QJSValue & value)
 {
@@ -98,6 +64,14 @@ public:
     zk::ZkBool load(const QString & scriptFile, plugin::base_interface * owner);
     zk::ZkBool execute(model::project * project, model::entity * entity, model::property * property,
                        model::enumeration * enumeration, const QHash<QString, QVariant> & parameters);
+    zk::ZkBool debug();
+    [[nodiscard]] bool isDebugging() const { return m_pDebugger && m_pDebugger->isAttached(); }
+    void detach()
+    {
+        if (m_pDebugger) {
+            m_pDebugger->detach();
+        }
+    }
 
     int timeLimit = defaultTimeLimit();
 
@@ -110,7 +84,6 @@ private:
             : console(owner), engine(std::make_unique<QJSEngine>()), model(*engine),
               watchdog([this] { engine->setInterrupted(true); })
         {
-            console.install(*engine);
         }
         ~running_script() { engine.reset(); }
 
@@ -118,10 +91,14 @@ private:
         std::unique_ptr<QJSEngine> engine;
         script_model model;
         QJSValue function;
+        QJSValue evaluator; // undefined without a debugger
+        call_watchdog::suspended held;
         call_watchdog watchdog;
     };
 
-    zk::ZkBool compile(const QString & source);
+    zk::ZkBool start(const std::shared_ptr<line_stops> & lines, bool forDebugger);
+    zk::ZkBool compile(bool forDebugger);
+    script_evaluation evaluate(const QString & code, const QList<script_variable> & names);
     zk::ZkBool answer(const QJSValue & result, const QHash<QString, QVariant> & parameters) const;
     zk::ZkBool call(const QJSValueList & arguments, const QHash<QString, QVariant> & parameters);
     [[nodiscard]] zk::ZkBool failure(int line, const QString & reason) const;
@@ -130,8 +107,12 @@ private:
     bool endedInTime();
     [[nodiscard]] zk::ZkBool overrun(const QString & what) const;
 
+    QPointer<plugin::base_interface> m_pOwner;
     std::unique_ptr<running_script> m_pScript;
+    // Holds values of the script, which must go before it.
+    std::unique_ptr<script_debugger> m_pDebugger;
     QString m_sFileName;
+    QString m_sSource;
     int m_iLineOfFunction = 0;
     int m_iLineCount = 0;
     bool m_bRunning = false;
@@ -180,7 +161,9 @@ zk::ZkBool custom_javascript::impl::load(const QString & scriptFile, plugin::bas
     if (m_bRunning) {
         return zk::ZkBool::failure(QStringLiteral("The custom script cannot be loaded anew while it runs"));
     }
+    m_pDebugger.reset();
     m_pScript.reset();
+    m_pOwner = owner;
     m_sFileName = context::ctx_project::getSingleton().getPathFromProjectFile(scriptFile);
     if (m_sFileName.isEmpty()) {
         return zk::ZkBool::failure(QStringLiteral("No custom script file is given"));
@@ -191,34 +174,47 @@ zk::ZkBool custom_javascript::impl::load(const QString & scriptFile, plugin::bas
     if (!source) {
         return failure(0, QStringLiteral("the custom script cannot be read: ") + reason);
     }
-    m_pScript = std::make_unique<running_script>(owner);
+    m_sSource = *source;
+    return start(nullptr, false);
+}
+
+/// Runs the script in an engine of its own; with `lines` it asks them at each line where to stop.
+zk::ZkBool custom_javascript::impl::start(const std::shared_ptr<line_stops> & lines, bool forDebugger)
+{
+    m_pScript = std::make_unique<running_script>(m_pOwner);
+    if (lines) {
+        installLineStops(*m_pScript->engine, m_sFileName, lines);
+    }
+    m_pScript->console.install(*m_pScript->engine);
     const scoped_in_event running(m_bRunning, true, 0);
-    const zk::ZkBool compiled = compile(*source);
+    const zk::ZkBool compiled = compile(forDebugger);
     if (!compiled) {
         m_pScript.reset();
     }
     return compiled;
 }
 
-zk::ZkBool custom_javascript::impl::compile(const QString & source)
+zk::ZkBool custom_javascript::impl::compile(bool forDebugger)
 {
-    m_iLineOfFunction = lineOfFunction(source);
-    m_iLineCount = static_cast<int>(source.count(QLatin1Char('\n'))) + 1;
-    // The look-up belongs to the same program: a function bound by const or let is visible nowhere else.
-    const QString program =
-        source + QStringLiteral("\n;typeof exportStep === 'function' ? exportStep : undefined");
+    m_iLineOfFunction = lineOfFunction(m_sSource);
+    m_iLineCount = static_cast<int>(m_sSource.count(QLatin1Char('\n'))) + 1;
+    // The look-up belongs to the same program: what const or let bound is visible nowhere else.
+    const QString program = m_sSource + QStringLiteral("\n;") +
+                            QString::fromLatin1(forDebugger ? FunctionAndEvaluator : Function);
     begin();
     QStringList stack;
-    const QJSValue function = m_pScript->engine->evaluate(program, m_sFileName, 1, &stack);
+    const QJSValue value = m_pScript->engine->evaluate(program, m_sFileName, 1, &stack);
+    const QJSValue function = forDebugger && stack.isEmpty() ? value.property(0) : value;
     zk::ZkBool result = zk::ZkBool::success();
     if (!stack.isEmpty()) {
-        result = exceptionFailure(function, stack);
+        result = exceptionFailure(value, stack);
     } else if (!function.isCallable()) {
         result =
             failure(0, QStringLiteral("the custom script defines no function exportStep(project, entity, "
                                       "property, enumeration, parameters)"));
     }
     m_pScript->function = function;
+    m_pScript->evaluator = forDebugger && stack.isEmpty() ? value.property(1) : QJSValue();
     return endedInTime() ? result : overrun(QStringLiteral("loading the custom script"));
 }
 
@@ -239,14 +235,23 @@ zk::ZkBool custom_javascript::impl::execute(model::project * project, model::ent
     for (auto it = parameters.constBegin(); it != parameters.constEnd(); ++it) {
         parametersObject.setProperty(it.key(), m_pScript->engine->toScriptValue(it.value()));
     }
+    const QJSValueList arguments = {objects.wrapCallers(project), objects.wrapCallers(entity),
+                                    objects.wrapCallers(property), objects.wrapCallers(enumeration),
+                                    parametersObject};
+    if (isDebugging()) {
+        m_pDebugger->beforeStep(describeStep(project, entity, property, enumeration, parameters, arguments),
+                                m_iLineOfFunction);
+    }
     begin();
-    zk::ZkBool result =
-        call({objects.wrapCallers(project), objects.wrapCallers(entity), objects.wrapCallers(property),
-              objects.wrapCallers(enumeration), parametersObject},
-             parameters);
-    const bool inTime = endedInTime();
+    zk::ZkBool result = call(arguments, parameters);
+    if (!endedInTime()) {
+        result = overrun(QStringLiteral("exportStep"));
+    }
+    if (isDebugging()) {
+        m_pDebugger->afterStep(result.getDesc(), !result, m_iLineOfFunction);
+    }
     objects.endCall();
-    return inTime ? result : overrun(QStringLiteral("exportStep"));
+    return result;
 }
 
 zk::ZkBool custom_javascript::impl::call(const QJSValueList & arguments,
@@ -280,8 +285,77 @@ zk::ZkBool custom_javascript::impl::answer(const QJSValue & result,
                        .arg(kindOf(result), parameters.value(QStringLiteral("action")).toString()));
 }
 
-custom_javascript::custom_javascript() : m_pImpl(std::make_unique<impl>()) {}
-custom_javascript::~custom_javascript() = default;
+zk::ZkBool custom_javascript::impl::debug()
+{
+    if (!m_pScript) {
+        return zk::ZkBool::failure(QStringLiteral("No custom script is loaded"));
+    }
+    if (isDebugging()) {
+        m_pDebugger->showWindow();
+        return zk::ZkBool::success();
+    }
+    if (m_bRunning) {
+        return zk::ZkBool::failure(
+            QStringLiteral("The script debugger cannot be attached to a running script"));
+    }
+    if (!script_debugger::hasDisplay()) {
+        return zk::ZkBool::failure(
+            QStringLiteral("The script debugger needs a display, and the program has none"));
+    }
+    m_pDebugger.reset();
+    const auto lines = canStopAtLines() ? std::make_shared<line_stops>() : nullptr;
+    if (const zk::ZkBool started = start(lines, true); !started) {
+        return started;
+    }
+    m_pDebugger = std::make_unique<script_debugger>(
+        m_sFileName, m_sSource,
+        script_debugger::engine_access{[this](const QString & code, const QList<script_variable> & names) {
+                                           return evaluate(code, names);
+                                       },
+                                       [this] { m_pScript->held = m_pScript->watchdog.suspend(); },
+                                       [this] { m_pScript->watchdog.resume(m_pScript->held); }, lines});
+    return zk::ZkBool::success();
+}
+
+/// Evaluates `code` where it sees `names` (of two that are the same, the first) and what the script has
+/// defined.
+script_evaluation custom_javascript::impl::evaluate(const QString & code,
+                                                    const QList<script_variable> & names)
+{
+    static const QRegularExpression identifier(
+        QStringLiteral("^(?!(?:arguments|eval|this)$)[\\p{L}_$][\\p{L}\\p{N}_$]*$"));
+    QJSEngine & engine = *m_pScript->engine;
+    QJSValue nameArray = engine.newArray();
+    QJSValue valueArray = engine.newArray();
+    QSet<QString> known;
+    for (const script_variable & variable : names) {
+        if (!known.contains(variable.name) && identifier.match(variable.name).hasMatch()) {
+            const auto at = static_cast<quint32>(known.size());
+            nameArray.setProperty(at, variable.name);
+            valueArray.setProperty(at, variable.value);
+            known.insert(variable.name);
+        }
+    }
+    const call_watchdog::suspended outer = m_pScript->watchdog.suspend();
+    begin();
+    const QJSManagedValue evaluator(m_pScript->evaluator, &engine);
+    const QJSValue value = evaluator.call({nameArray, valueArray, code});
+    script_evaluation result{!engine.hasError(), QString()};
+    result.text = result.ok ? describe(value) : engine.catchError().toString();
+    if (!endedInTime()) {
+        result = {false, QStringLiteral("it did not end within %1 ms").arg(timeLimit)};
+    }
+    m_pScript->watchdog.resume(outer);
+    return result;
+}
+
+custom_javascript::custom_javascript() : m_pImpl(std::make_shared<impl>()) {}
+
+custom_javascript::~custom_javascript()
+{
+    // When a debugger holds a call, the call goes on to its end and only then is all gone.
+    m_pImpl->detach();
+}
 
 void custom_javascript::setTimeLimit(int milliseconds)
 {
@@ -300,19 +374,20 @@ zk::ZkBool custom_javascript::initEngine(const QString & scriptFile, plugin::bas
 
 zk::ZkBool custom_javascript::runDebugger()
 {
-    return zk::ZkBool::failure(QStringLiteral("The script debugger is not part of this build"));
+    return m_pImpl->debug();
 }
 
 bool custom_javascript::isDebugging() const
 {
-    return false;
+    return m_pImpl->isDebugging();
 }
 
 zk::ZkBool custom_javascript::executeScript(model::project * project, model::entity * entity,
                                             model::property * property, model::enumeration * enumeration,
                                             const QHash<QString, QVariant> & parameters)
 {
-    return m_pImpl->execute(project, entity, property, enumeration, parameters);
+    const std::shared_ptr<impl> untilEnd = m_pImpl;
+    return untilEnd->execute(project, entity, property, enumeration, parameters);
 }
 
 } // namespace tools

@@ -43,10 +43,11 @@ public:
     /// cannot be read, does not run, runs over the time limit, or defines no function `exportStep`.
     zk::ZkBool initEngine(const QString & scriptFile, plugin::base_interface * owner);
 
-    /// Attaches the interactive debugger to the engine; fails when no script is loaded or no display is
-    /// there.
+    /// Attaches the interactive debugger, which opens a window of its own. The script is run anew for it, as
+    /// initEngine() did, so what it has kept so far is lost. Fails when no script is loaded or no display is
+    /// there. Steps then wait for the user at times; events are handled meanwhile.
     zk::ZkBool runDebugger();
-    /// True from a successful runDebugger() until the debugger is detached.
+    /// True from a successful runDebugger() until the debugger is detached or its window is closed.
     [[nodiscard]] bool isDebugging() const;
 
     /// Calls `exportStep` for one step of an export. The objects may be null; `parameters` holds
@@ -59,7 +60,7 @@ public:
 
 private:
     class impl;
-    std::unique_ptr<impl> m_pImpl;
+    std::shared_ptr<impl> m_pImpl;
 };
 
 } // namespace tools

@@ -233,6 +233,8 @@ private Q_SLOTS:
                                      << QByteArray();
         QTest::newRow("warning") << "warning" << false << 0 << QByteArray("told\n")
                                  << QByteArray("something to know\n");
+        // Nobody is there to let it go on: its window is closed, and the export ends as without it.
+        QTest::newRow("debugger") << "debugger" << false << 0 << QByteArray("stepped\n") << QByteArray();
     }
     void windowsWithoutAPerson()
     {

@@ -355,7 +355,7 @@ private Q_SLOTS:
         QVERIFY(!script.isDebugging());
         QVERIFY(!script.runDebugger().getValue());
         QCOMPARE(script.runDebugger().getDesc(),
-                 QStringLiteral("The script debugger is not part of this build"));
+                 QStringLiteral("No custom script is loaded"));
         QVERIFY(!script.isDebugging());
     }
 

@@ -5,6 +5,7 @@
 #include "context/ctx_global.h"
 #include "context/ctx_project.h"
 #include "model/project.h"
+#include "tools/custom_javascript.h"
 #include "view/main_wnd.h"
 
 #include <QAbstractButton>
@@ -12,6 +13,7 @@
 #include <QFile>
 #include <QHash>
 #include <QMessageBox>
+#include <QTemporaryFile>
 
 #include <cstdio>
 #include <functional>
@@ -70,7 +72,8 @@ public:
             {QStringLiteral("warning"), [this] { return inform(QMessageBox::Warning); }},
             {QStringLiteral("dialog"),
              [this] { return openDialog(QStringLiteral("Settings of the asker")); }},
-            {QStringLiteral("dialog_untitled"), [this] { return openDialog({}); }}};
+            {QStringLiteral("dialog_untitled"), [this] { return openDialog({}); }},
+            {QStringLiteral("debugger"), [this, &project] { return runUnderDebugger(project); }}};
         const auto mode = modes.value(argument("mode"));
         return mode ? mode() : zk::ZkBool::failure(QStringLiteral("no such mode: ") + argument("mode"));
     }
@@ -155,6 +158,23 @@ private:
         QDialog dialog;
         dialog.setWindowTitle(title);
         say(dialog.exec() == QDialog::Accepted ? QStringLiteral("accepted") : QStringLiteral("rejected"));
+        return zk::ZkBool::success();
+    }
+    zk::ZkBool runUnderDebugger(model::project & project)
+    {
+        QTemporaryFile file;
+        if (!file.open() || file.write("function exportStep() { return 'stepped'; }") <= 0 || !file.flush()) {
+            return zk::ZkBool::failure(QStringLiteral("no script"));
+        }
+        tools::custom_javascript script;
+        if (const zk::ZkBool loaded = script.initEngine(file.fileName(), this); !loaded) {
+            return loaded;
+        }
+        if (const zk::ZkBool started = script.runDebugger(); !started) {
+            return started;
+        }
+        const zk::ZkBool result = script.executeScript(&project, nullptr, nullptr, nullptr, {});
+        say(result.getDesc() + (script.isDebugging() ? QStringLiteral(", debugging") : QString()));
         return zk::ZkBool::success();
     }
 };

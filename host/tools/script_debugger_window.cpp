@@ -1,0 +1,228 @@
+#include "tools/script_debugger_window.h"
+
+#include "tools/script_debugger.h"
+#include "tools/script_source_view.h"
+#include "tools/script_values.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QSplitter>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace tools {
+
+namespace {
+
+/// What the exports call their steps; others are added as they come up.
+const char * const KnownActions[] = {
+    "DDL_EXPORT_BEGIN", "CREATE_TABLE",     "CREATE_EXTRA_TABLE", "CREATE_INDEX", "ADD_FOREIGN_KEY",
+    "DROP_TABLE",       "RENAME_TABLE",     "DROP_COLUMN",        "ADD_COLUMN",   "RENAME_COLUMN",
+    "DROP_INDEX",       "DROP_FOREIGN_KEY", "DDL_EXPORT_END"};
+
+/// Windows must be gone before the application object, while plug-ins and their scripts may outlive it.
+QSet<script_debugger_window *> & allWindows()
+{
+    static QSet<script_debugger_window *> windows;
+    return windows;
+}
+
+void deleteAllWindows()
+{
+    const QSet<script_debugger_window *> windows = allWindows();
+    qDeleteAll(windows);
+}
+
+} // namespace
+
+script_debugger_window::script_debugger_window(script_debugger & debugger, const QString & fileName,
+                                               const QString & source)
+    : m_pDebugger(&debugger)
+{
+    if (allWindows().isEmpty()) {
+        qAddPostRoutine(deleteAllWindows);
+    }
+    allWindows().insert(this);
+    setObjectName(QStringLiteral("wnd_script_debugger"));
+    setWindowTitle(tr("%1 - Script debugger").arg(QFileInfo(fileName).fileName()));
+    // The program ends with its own last window, not with this one.
+    setAttribute(Qt::WA_QuitOnClose, false);
+
+    createCommands();
+    auto * const upper = new QSplitter(Qt::Horizontal);
+    upper->addWidget(createSourcePane(source));
+    auto * const right = new QSplitter(Qt::Vertical);
+    right->addWidget(createStepPane());
+    right->addWidget(createPlacePane());
+    upper->addWidget(right);
+    upper->setSizes({650, 430});
+    auto * const all = new QSplitter(Qt::Vertical);
+    all->addWidget(upper);
+    all->addWidget(createConsole());
+    all->setSizes({630, 130});
+    all->setChildrenCollapsible(false);
+    m_lblPlace = new QLabel;
+    m_lblPlace->setObjectName(QStringLiteral("m_lblPlace"));
+    m_lblPlace->setTextFormat(Qt::PlainText);
+    m_lblPlace->setMargin(4);
+    QFont bold = m_lblPlace->font();
+    bold.setBold(true);
+    m_lblPlace->setFont(bold);
+    auto * const central = new QWidget;
+    auto * const layout = new QVBoxLayout(central);
+    layout->setContentsMargins(6, 0, 6, 6);
+    layout->setSpacing(2);
+    layout->addWidget(m_lblPlace);
+    layout->addWidget(all, 1);
+    setCentralWidget(central);
+    createMenus();
+    for (const char * const action : KnownActions) {
+        addAction(QString::fromLatin1(action));
+    }
+    resize(1120, 800);
+    m_txtSource->setFocus();
+}
+
+script_debugger_window::~script_debugger_window()
+{
+    allWindows().remove(this);
+    if (allWindows().isEmpty()) {
+        qRemovePostRoutine(deleteAllWindows);
+    }
+    if (m_pDebugger) {
+        m_pDebugger->detach();
+    }
+}
+
+void script_debugger_window::closeEvent(QCloseEvent * event)
+{
+    event->accept();
+    if (m_pDebugger) {
+        m_pDebugger->detach();
+    }
+}
+
+void script_debugger_window::addAction(const QString & action)
+{
+    if (action.isEmpty() || !m_lstActions->findItems(action, Qt::MatchExactly).isEmpty()) {
+        return;
+    }
+    auto * const item = new QListWidgetItem(action);
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+    item->setCheckState(Qt::Unchecked);
+    m_lstActions->addItem(item);
+    m_pRunToAction->addAction(action, this, [this, action] {
+        if (m_pDebugger) {
+            m_pDebugger->runToAction(action);
+        }
+    });
+}
+
+void script_debugger_window::showStep(const script_step & step)
+{
+    addAction(step.action);
+    m_lstStep->clear();
+    new QTreeWidgetItem(m_lstStep, {tr("Action"), step.action});
+    for (const auto & [label, text] : step.details) {
+        auto * const item = new QTreeWidgetItem(m_lstStep, {label, text});
+        item->setToolTip(1, text);
+    }
+    m_lstStep->resizeColumnToContents(0);
+    m_txtDefault->setPlainText(step.defaultText);
+    m_txtAnswer->clear();
+    m_txtAnswer->setPlaceholderText(tr("The script has not answered yet"));
+    m_lblAnswer->setText(tr("Answer of the script"));
+}
+
+void script_debugger_window::showAnswer(const QString & answer, bool failed)
+{
+    m_lblAnswer->setText(failed ? tr("The script failed") : tr("Answer of the script"));
+    m_txtAnswer->setPlaceholderText(answer.isEmpty() ? tr("An empty text") : QString());
+    m_txtAnswer->setPlainText(answer);
+}
+
+void script_debugger_window::showPlace(const QString & title, const QList<script_frame> & frames)
+{
+    m_lblPlace->setText(title);
+    m_frames = frames;
+    m_lstStack->clear();
+    for (const script_frame & frame : frames) {
+        const QString name = frame.function.isEmpty() ? tr("(without a name)") : frame.function;
+        new QTreeWidgetItem(m_lstStack, {name, QString::number(frame.line)});
+    }
+    m_lstStack->resizeColumnToContents(0);
+    if (m_lstStack->topLevelItemCount() > 0) {
+        m_lstStack->setCurrentItem(m_lstStack->topLevelItem(0));
+    }
+    setHeld(true);
+}
+
+void script_debugger_window::showFrame(int row)
+{
+    m_lstVariables->clear();
+    if (row < 0 || row >= m_frames.size()) {
+        return;
+    }
+    m_txtSource->setCurrentLine(m_frames[row].line);
+    for (const script_variable & variable : m_frames[row].variables) {
+        const QString text = describe(variable.value);
+        auto * const item = new QTreeWidgetItem(m_lstVariables, {variable.name, text});
+        item->setToolTip(1, text);
+    }
+    m_lstVariables->resizeColumnToContents(0);
+}
+
+void script_debugger_window::showRunning()
+{
+    // The commands stay as they are: the next stop may be near, and the button in use would lose the focus.
+    m_bHeld = false;
+    m_frames.clear(); // the engine may go at any time now
+    m_lblPlace->setText(tr("The script is running"));
+}
+
+void script_debugger_window::showWaiting(bool willStop)
+{
+    m_lblPlace->setText(willStop ? tr("Attached: the next export stops at its first step")
+                                 : tr("Attached: the next export stops at the breakpoints"));
+    m_lstStack->clear();
+    m_lstVariables->clear();
+    m_txtSource->setCurrentLine(0);
+    setHeld(false);
+}
+
+void script_debugger_window::setHeld(bool held)
+{
+    m_bHeld = held;
+    for (QAction * const action : std::as_const(m_whileHeld)) {
+        action->setEnabled(held);
+    }
+    if (!m_pDebugger || !m_pDebugger->canStopAtLines()) {
+        m_whileHeld.constLast()->setEnabled(false);
+    }
+    m_pRunToAction->menuAction()->setEnabled(held);
+    m_txtInput->setEnabled(held);
+}
+
+void script_debugger_window::evaluateInput()
+{
+    const QString expression = m_txtInput->text().trimmed();
+    if (!m_pDebugger || !m_bHeld || expression.isEmpty()) {
+        return;
+    }
+    const int row = m_lstStack->currentIndex().row();
+    const script_evaluation result = m_pDebugger->evaluate(expression, row);
+    m_txtOutput->appendPlainText(QStringLiteral("> ") + expression);
+    m_txtOutput->appendPlainText(result.ok ? result.text : tr("failed: %1").arg(result.text));
+    m_txtInput->selectAll();
+    // An expression may change what is shown.
+    showFrame(row);
+}
+
+} // namespace tools

@@ -1,0 +1,59 @@
+#include "tools/script_file.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QStringDecoder>
+
+namespace tools {
+
+namespace {
+
+constexpr qint64 LargestScript = 16 * 1024 * 1024;
+
+} // namespace
+
+std::optional<QString> readScript(const QString & fileName, QString & reason)
+{
+    const QFileInfo info(fileName);
+    if (!info.exists()) {
+        reason = QStringLiteral("the file does not exist");
+        return {};
+    }
+    if (!info.isFile()) {
+        reason = info.isDir() ? QStringLiteral("it is a folder, not a file")
+                              : QStringLiteral("it is not a regular file");
+        return {};
+    }
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        reason = file.errorString();
+        return {};
+    }
+    const QByteArray bytes = file.read(LargestScript + 1);
+    if (file.error() != QFileDevice::NoError) {
+        reason = file.errorString();
+        return {};
+    }
+    if (bytes.size() > LargestScript) {
+        reason = QStringLiteral("it is larger than %1 MiB").arg(LargestScript / 1024 / 1024);
+        return {};
+    }
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = decoder(bytes);
+    if (decoder.hasError()) {
+        reason = QStringLiteral("it is not UTF-8 text");
+        return {};
+    }
+    return text;
+}
+
+int lineOfFunction(const QString & source)
+{
+    static const QRegularExpression definition(
+        QStringLiteral("function\\s+exportStep\\b|\\bexportStep\\s*="));
+    const qsizetype at = source.indexOf(definition);
+    return at < 0 ? 0 : static_cast<int>(QStringView(source).left(at).count(QLatin1Char('\n'))) + 1;
+}
+
+} // namespace tools
