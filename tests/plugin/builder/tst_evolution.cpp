@@ -58,6 +58,7 @@ private Q_SLOTS:
     void cannotWriteTemporaryFiles_data();
     void cannotWriteTemporaryFiles();
     void followsNoLinkInTheTemporaryFolder();
+    void leavesTheFilesOfAnotherExportAlone();
     void needsATemporaryFolder();
     void stopsAtTheFirstFailure_data();
     void stopsAtTheFirstFailure();
@@ -474,6 +475,31 @@ void tst_evolution::followsNoLinkInTheTemporaryFolder()
     QVERIFY2(result.getDesc().startsWith("An error occurred opening project file : " + m_temp->path()),
              qPrintable(result.getDesc()));
     QCOMPARE(contentOf(victim), QByteArray("untouched"));
+}
+
+void tst_evolution::leavesTheFilesOfAnotherExportAlone()
+{
+    store(1);
+    tag();
+    // Another export of the same project has been taking the name of every moment for a while.
+    constexpr int milliseconds = 150;
+    const QDateTime now = QDateTime::currentDateTime();
+    QStringList taken;
+    for (int i = 0; i < milliseconds; ++i) {
+        taken << "shop_v1_" + now.addMSecs(i).toString("yyyyMMddhhmmsszzz") + ".korv";
+        QFile file(m_temp->filePath(taken.constLast()));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("of another export");
+    }
+    QVERIFY2(now.msecsTo(QDateTime::currentDateTime()) < milliseconds, "too slow to meet a taken name");
+    const zk::ZkBool result = build();
+    QVERIFY2(result, qPrintable(result.getDesc()));
+    QCOMPARE(m_bench->files(),
+             (QStringList{"shop_default_db_schema_v1.sql", "shop_default_db_schema_v1_to_v2.sql"}));
+    QCOMPARE(temporaryFiles(), taken);
+    for (const QString & name : std::as_const(taken)) {
+        QCOMPARE(contentOf(m_temp->filePath(name)), QByteArray("of another export"));
+    }
 }
 
 void tst_evolution::needsATemporaryFolder()
