@@ -45,6 +45,7 @@ private Q_SLOTS:
     void writesAScriptForEachVersion();
     void writesTheFullSchemaAsWell();
     void ordersTagsByTheirTime();
+    void makesEachVersionCurrent();
     void makesTheProjectCurrentAgain();
     void survivesWhenOnlyTheContextOwnsTheProject();
     void writesIntoTheFolderOfTheExportedProject();
@@ -249,6 +250,26 @@ void tst_evolution::ordersTagsByTheirTime()
     QVERIFY(build());
     QVERIFY(script("_v1").contains("(id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT, name TEXT)"));
     QCOMPARE(script("_v1_to_v2"), QString("\nALTER TABLE person ADD COLUMN email TEXT;\n\n"));
+}
+
+void tst_evolution::makesEachVersionCurrent()
+{
+    store(1);
+    tag();
+    store(2);
+    tag();
+    store(3);
+    QHash<QString, QString> locations;
+    connect(&m_bench->builder().builder(), &plugin::ddl_export_builder::onMessage, this,
+            [&locations](const QString & text) {
+                const auto current = context::ctx_project::getSingleton().getProject();
+                const QString script = text.section('/', -1).section('_', 4).section('.', 0, 0);
+                locations.insert(script, current->getName() + " in " + current->getLocation());
+            });
+    QVERIFY(build());
+    QCOMPARE(locations, (QHash<QString, QString>{{"v1", "shop in " + m_temp->path()},
+                                                 {"v1_to_v2", "shop in " + m_temp->path()},
+                                                 {"v2_to_v3", "shop in " + m_folder->path()}}));
 }
 
 void tst_evolution::makesTheProjectCurrentAgain()
