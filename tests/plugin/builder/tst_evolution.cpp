@@ -46,6 +46,7 @@ private Q_SLOTS:
     void writesTheFullSchemaAsWell();
     void ordersTagsByTheirTime();
     void makesEachVersionCurrent();
+    void namesScriptsAfterTheExportedProject();
     void makesTheProjectCurrentAgain();
     void survivesWhenOnlyTheContextOwnsTheProject();
     void writesIntoTheFolderOfTheExportedProject();
@@ -66,7 +67,7 @@ private Q_SLOTS:
 
 private:
     /// Stores version `number` of the project, 1 to 4, and tags it unless it is the current state.
-    void store(int number);
+    void store(int number, const QString & name = "shop");
     void tag();
     void addHistoric(const QByteArray & projectFile, const QDateTime & time = QDateTime::currentDateTime());
     std::shared_ptr<model::project> load() const;
@@ -104,9 +105,9 @@ void tst_evolution::cleanup()
     qunsetenv("TMPDIR");
 }
 
-void tst_evolution::store(int number)
+void tst_evolution::store(int number, const QString & name)
 {
-    model_builder model;
+    model_builder model(name);
     entity_builder person = model.entity(1, "person");
     person.version(number);
     person.identifier(10, "id", "long");
@@ -270,6 +271,22 @@ void tst_evolution::makesEachVersionCurrent()
     QCOMPARE(locations, (QHash<QString, QString>{{"v1", "shop in " + m_temp->path()},
                                                  {"v1_to_v2", "shop in " + m_temp->path()},
                                                  {"v2_to_v3", "shop in " + m_folder->path()}}));
+}
+
+void tst_evolution::namesScriptsAfterTheExportedProject()
+{
+    store(1, "stall");
+    tag();
+    store(2, "market");
+    tag();
+    store(3);
+    QVERIFY(build());
+    QCOMPARE(m_bench->files(),
+             (QStringList{"shop_default_db_schema_v1.sql", "shop_default_db_schema_v1_to_v2.sql",
+                          "shop_default_db_schema_v2_to_v3.sql"}));
+    QVERIFY(m_bench->messages().filter("project 'stall'").isEmpty());
+    QCOMPARE(m_bench->messages().filter("script created for project 'shop'").size(), 3);
+    QCOMPARE(temporaryFiles(), QStringList());
 }
 
 void tst_evolution::makesTheProjectCurrentAgain()
