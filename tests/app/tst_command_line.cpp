@@ -302,6 +302,10 @@ private Q_SLOTS:
             runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--plugin=/no/such.so")});
         QCOMPARE(missing.status, 1);
         QCOMPARE(missing.errors, QByteArray("/no/such.so: the plug-in file does not exist\n"));
+        const program_result path =
+            runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--plugin=/no/such")});
+        QCOMPARE(path.status, 1);
+        QCOMPARE(path.errors, QByteArray("/no/such: the plug-in file does not exist\n"));
     }
 
     void projectThatIsNotThere()
@@ -430,6 +434,7 @@ private Q_SLOTS:
         QCOMPARE(result.errors, QByteArray("Standard output: No space left on device\n"));
     }
 
+    void importIntoAnEmptyFile();
     void exportEndToEnd();
     void exportAsksForTheFolder();
     void exportFolderThatCannotBeMade();
@@ -441,6 +446,17 @@ private Q_SLOTS:
     void exportWithAScript();
     void scriptThatDoesNotEnd();
 };
+
+void tst_command_line::importIntoAnEmptyFile()
+{
+    const QString project = write(QStringLiteral("empty.korv"), "");
+    const program_result result =
+        runProgram({QStringLiteral("import"), file(QStringLiteral("shop.json")), project});
+    QCOMPARE(result.errors, QByteArray());
+    QCOMPARE(result.status, 0);
+    QCOMPARE(runProgram({QStringLiteral("dump"), project}).output,
+             runProgram({QStringLiteral("dump"), m_sProject}).output);
+}
 
 void tst_command_line::exportEndToEnd()
 {
