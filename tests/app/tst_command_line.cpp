@@ -436,6 +436,7 @@ private Q_SLOTS:
 
     void importIntoAnEmptyFile();
     void exportEndToEnd();
+    void exportNeedsNoDisplay();
     void exportAsksForTheFolder();
     void exportFolderThatCannotBeMade();
     void scriptsThatCannotBeOpened_data();
@@ -474,6 +475,21 @@ void tst_command_line::exportEndToEnd()
     QVERIFY(sql.startsWith("BEGIN TRANSACTION;\nPRAGMA foreign_keys = OFF;\n"));
     QVERIFY2(sql.contains("CREATE TABLE customer"), sql.constData());
     QVERIFY(sql.endsWith("END TRANSACTION;\n"));
+}
+
+void tst_command_line::exportNeedsNoDisplay()
+{
+    const QStringList arguments = {QStringLiteral("export"), m_sProject,
+                                   QStringLiteral("--KorvGenericDDLExport_path=") + m_dir->path()};
+    const QHash<QString, QString> environments[] = {
+        {{QStringLiteral("DISPLAY"), QStringLiteral(":987")}},
+        {{QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb")}},
+        {{QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("no such platform")}}};
+    for (const QHash<QString, QString> & environment : environments) {
+        const program_result result = runProgram(arguments, environment);
+        QCOMPARE(result.errors, QByteArray());
+        QCOMPARE(result.status, 0);
+    }
 }
 
 void tst_command_line::exportAsksForTheFolder()
