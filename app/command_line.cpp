@@ -23,7 +23,9 @@ const char Examples[] =
 
 const char ExportHelp[] = "--PLUGIN_OPTION=VALUE hands an option to the plug-in whose name it begins with; "
                           "'korvane plugins' lists the\n"
-                          "options. Relative paths in them are taken from the folder of the project file.";
+                          "options. Relative paths in them are taken from the folder of the project file.\n"
+                          "\n"
+                          "Example: korvane export shop.korv -y --KorvGenericDDLExport_path=sql";
 
 /// Takes the options of plug-ins, "--Plugin_option=VALUE" or "--Plugin_option VALUE", out of `arguments`; the
 /// reason when one has no value.

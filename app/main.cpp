@@ -50,16 +50,15 @@ void withoutSessionComplaints(QtMsgType type, const QMessageLogContext & context
     }
 }
 
-/// Plug-ins use widgets, which need no display for a command.
+/// Plug-ins use widgets, which need no display for a command: not even the one that the environment of the
+/// person's desktop asks for, which may be out of reach.
 std::unique_ptr<QCoreApplication> makeApplication(int & argc, char ** argv, bool withPlugins)
 {
     if (!withPlugins) {
         return std::make_unique<QCoreApplication>(argc, argv);
     }
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        // Of the platforms without a display this one leaves the fonts alone until a window wants text.
-        qputenv("QT_QPA_PLATFORM", "minimal");
-    }
+    // Of the platforms without a display this one leaves the fonts alone until a window wants text.
+    qputenv("QT_QPA_PLATFORM", "minimal");
     formerHandler = qInstallMessageHandler(withoutSessionComplaints);
     auto application = std::make_unique<QApplication>(argc, argv);
     // A question is the only window there is while it is shown: answering it must not end the program.

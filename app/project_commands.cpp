@@ -94,9 +94,9 @@ int importModel(const QString & modelFile, const QString & projectFile)
     for (const QString & warning : storage::model_check::warnings(*project)) {
         printError(source + QStringLiteral(": warning: ") + warning);
     }
-    printLine(QStringLiteral("Project '%1' with %2 entities imported into %3")
-                  .arg(project->getName(), QString::number(project->getListOfAllEntities()->count()),
-                       QDir::toNativeSeparators(projectFile)));
+    printLine(oneLine(QStringLiteral("Project '%1' with %2 entities imported into %3")
+                          .arg(project->getName(), QString::number(project->getListOfAllEntities()->count()),
+                               QDir::toNativeSeparators(projectFile))));
     return 0;
 }
 
@@ -117,8 +117,8 @@ int tagProject(const QString & projectFile, const QString & message)
     if (const QSqlError error = storage::history::tag(projectFile, message, number); error.isValid()) {
         return failed(error.text());
     }
-    printLine(QStringLiteral("Version %1 of %2 tagged")
-                  .arg(QString::number(number), QDir::toNativeSeparators(projectFile)));
+    printLine(oneLine(QStringLiteral("Version %1 of %2 tagged")
+                          .arg(QString::number(number), QDir::toNativeSeparators(projectFile))));
     return 0;
 }
 

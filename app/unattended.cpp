@@ -102,7 +102,10 @@ void unattended::answer(QDialog * dialog)
     const QString title = dialog->windowTitle().isEmpty()
                               ? QString::fromLatin1(dialog->metaObject()->className())
                               : dialog->windowTitle();
-    note(QStringLiteral("The window '%1' wants a person. %2").arg(title, m_sHelp));
+    // What it is about was told by the question that led to it.
+    const QString cause =
+        m_sAnswered.isEmpty() ? QString() : QStringLiteral(" (after the question: %1)").arg(m_sAnswered);
+    note(QStringLiteral("The window '%1' wants a person. %2%3").arg(title, m_sHelp, cause));
     dialog->reject();
 }
 
@@ -125,6 +128,7 @@ void unattended::answerMessage(QMessageBox * box)
         note(text + QStringLiteral(" (-y answers Yes)"));
         button = negativeButton(*box);
     }
+    m_sAnswered = text;
     if (button) {
         button->click();
     } else {

@@ -37,6 +37,7 @@ private:
 
     bool m_bAnswerYes;
     QString m_sHelp;
+    QString m_sAnswered; ///< text of the last question
     QString m_sUnanswered;
 };
 

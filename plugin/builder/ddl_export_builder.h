@@ -150,7 +150,9 @@ private:
                                const property_change & property);
     zk::ZkBool writeForeignKeyChanges(ddl_export_script & script, const entity_change & change);
 
-    zk::ZkBool restoreTag(const model::project_historic & tag, const QString & fileName);
+    /// Writes what `tag` holds into a new file of the folder `temp`, whose name begins with `start`.
+    zk::ZkBool restoreTag(const model::project_historic & tag, const QString & temp, const QString & start,
+                          QString & fileName);
     /// Writes the script that leads to the version `tag`; `previous` is the version before it, and becomes
     /// this one.
     zk::ZkBool buildTaggedVersion(const model::project_historic & tag, const QString & temp,

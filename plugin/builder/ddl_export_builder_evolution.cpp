@@ -15,7 +15,9 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
+#include <QThread>
 
 namespace plugin {
 
@@ -32,14 +34,34 @@ QSqlError fetchTags(list_of_historic & tags)
         tags, zk::ZkSqlQuery().orderAsc(QStringLiteral("t_project_historic.dt_creation")), scope.database());
 }
 
-/// Writes a new file that only this user can read. What is there already, a link included, is not touched.
-bool writeNewFile(const QString & fileName, const QByteArray & data)
+QString momentName(const QString & folder, const QString & start)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
-                   QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
-        return false;
+    return QDir(folder).absoluteFilePath(
+        start + QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmsszzz")) + ProjectSuffix);
+}
+
+/// Opens a new file that only this user can read. What is there already, a link included, is not touched: an
+/// export that meets the name of another one at the same moment takes a later moment's.
+bool openNewFile(QFile & file, const QString & folder, const QString & start)
+{
+    constexpr int attempts = 300;
+    for (int i = 0; i < attempts; ++i) {
+        file.setFileName(momentName(folder, start));
+        if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
+                      QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
+            return true;
+        }
+        if (const QFileInfo taken(file.fileName()); !taken.exists() && !taken.isSymLink()) {
+            return false;
+        }
+        QThread::msleep(1);
     }
+    return false;
+}
+
+/// Writes the open file; one that could not be written whole is removed.
+bool writeWhole(QFile & file, const QByteArray & data)
+{
     const bool isWritten = file.write(data) == data.size() && file.flush();
     file.close();
     if (isWritten && file.error() == QFileDevice::NoError) {
@@ -97,17 +119,16 @@ zk::ZkBool ddl_export_builder::buildTaggedVersion(const model::project_historic 
                                                   const model::project & project, int version,
                                                   std::shared_ptr<model::project> & previous)
 {
-    const QString name = project.getName() + QStringLiteral("_v") + QString::number(version) +
-                         QLatin1Char('_') +
-                         QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmsszzz"));
-    const QString fileName = QDir(temp).absoluteFilePath(name + ProjectSuffix);
-    if (const zk::ZkBool restored = restoreTag(tag, fileName); !restored) {
+    QString fileName;
+    if (const zk::ZkBool restored =
+            restoreTag(tag, temp, project.getName() + QStringLiteral("_v%1_").arg(version), fileName);
+        !restored) {
         return restored;
     }
     zk::ZkSqlDatabase::clearAllDatabases();
     const auto loaded = std::make_shared<model::project>(project.getId());
     loaded->setLocation(temp);
-    loaded->setName(name);
+    loaded->setName(QFileInfo(fileName).completeBaseName());
     context::ctx_project::getSingleton().setProject(loaded);
     if (const QSqlError error = loaded->load(); error.isValid()) {
         return zk::ZkBool::failure(
@@ -127,16 +148,18 @@ zk::ZkBool ddl_export_builder::buildTaggedVersion(const model::project_historic 
     return result;
 }
 
-zk::ZkBool ddl_export_builder::restoreTag(const model::project_historic & tag, const QString & fileName)
+zk::ZkBool ddl_export_builder::restoreTag(const model::project_historic & tag, const QString & temp,
+                                          const QString & start, QString & fileName)
 {
     const QByteArray data = tools::boundedUncompress(tag.getProjectFile());
     if (data.isEmpty()) {
-        return zk::ZkBool::failure(tr("Cannot uncompress project file : %1").arg(fileName));
+        return zk::ZkBool::failure(tr("Cannot uncompress project file : %1").arg(momentName(temp, start)));
     }
-    if (!writeNewFile(fileName, data)) {
-        return zk::ZkBool::failure(tr("An error occurred opening project file : %1").arg(fileName));
-    }
-    return zk::ZkBool::success();
+    QFile file;
+    const bool isRestored = openNewFile(file, temp, start) && writeWhole(file, data);
+    fileName = file.fileName();
+    return isRestored ? zk::ZkBool::success()
+                      : zk::ZkBool::failure(tr("An error occurred opening project file : %1").arg(fileName));
 }
 
 } // namespace plugin

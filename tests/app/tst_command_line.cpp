@@ -228,7 +228,9 @@ private Q_SLOTS:
         QTest::newRow("question then dialog")
             << "question_then_dialog" << false << 1 << QByteArray("answered no\nrejected\n") << question;
         QTest::newRow("question then dialog, -y")
-            << "question_then_dialog" << true << 1 << QByteArray("answered yes\nrejected\n") << dialog;
+            << "question_then_dialog" << true << 1 << QByteArray("answered yes\nrejected\n")
+            << QByteArray(dialog).chopped(1) +
+                   " (after the question: The folder '/x' is not there. Make it ?)\n";
         QTest::newRow("information") << "information" << false << 0 << QByteArray("something to know\ntold\n")
                                      << QByteArray();
         QTest::newRow("warning") << "warning" << false << 0 << QByteArray("told\n")
@@ -302,6 +304,10 @@ private Q_SLOTS:
             runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--plugin=/no/such.so")});
         QCOMPARE(missing.status, 1);
         QCOMPARE(missing.errors, QByteArray("/no/such.so: the plug-in file does not exist\n"));
+        const program_result path =
+            runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--plugin=/no/such")});
+        QCOMPARE(path.status, 1);
+        QCOMPARE(path.errors, QByteArray("/no/such: the plug-in file does not exist\n"));
     }
 
     void projectThatIsNotThere()
@@ -430,11 +436,30 @@ private Q_SLOTS:
         QCOMPARE(result.errors, QByteArray("Standard output: No space left on device\n"));
     }
 
+    void importIntoAnEmptyFile();
     void exportEndToEnd();
+    void exportNeedsNoDisplay();
     void exportAsksForTheFolder();
+    void exportFolderThatCannotBeMade();
+    void scriptsThatCannotBeOpened_data();
+    void scriptsThatCannotBeOpened();
+    void optionsOverrideTheSettings_data();
+    void optionsOverrideTheSettings();
+    void fileNamesAreToldInOneLine();
     void exportWithAScript();
     void scriptThatDoesNotEnd();
 };
+
+void tst_command_line::importIntoAnEmptyFile()
+{
+    const QString project = write(QStringLiteral("empty.korv"), "");
+    const program_result result =
+        runProgram({QStringLiteral("import"), file(QStringLiteral("shop.json")), project});
+    QCOMPARE(result.errors, QByteArray());
+    QCOMPARE(result.status, 0);
+    QCOMPARE(runProgram({QStringLiteral("dump"), project}).output,
+             runProgram({QStringLiteral("dump"), m_sProject}).output);
+}
 
 void tst_command_line::exportEndToEnd()
 {
@@ -452,6 +477,21 @@ void tst_command_line::exportEndToEnd()
     QVERIFY(sql.startsWith("BEGIN TRANSACTION;\nPRAGMA foreign_keys = OFF;\n"));
     QVERIFY2(sql.contains("CREATE TABLE customer"), sql.constData());
     QVERIFY(sql.endsWith("END TRANSACTION;\n"));
+}
+
+void tst_command_line::exportNeedsNoDisplay()
+{
+    const QStringList arguments = {QStringLiteral("export"), m_sProject,
+                                   QStringLiteral("--KorvGenericDDLExport_path=") + m_dir->path()};
+    const QHash<QString, QString> environments[] = {
+        {{QStringLiteral("DISPLAY"), QStringLiteral(":987")}},
+        {{QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb")}},
+        {{QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("no such platform")}}};
+    for (const QHash<QString, QString> & environment : environments) {
+        const program_result result = runProgram(arguments, environment);
+        QCOMPARE(result.errors, QByteArray());
+        QCOMPARE(result.status, 0);
+    }
 }
 
 void tst_command_line::exportAsksForTheFolder()
@@ -475,6 +515,128 @@ void tst_command_line::exportAsksForTheFolder()
     QCOMPARE(none.status, 1);
     QCOMPARE(none.errors.count('\n'), 1);
     QVERIFY2(none.errors.contains("--KorvGenericDDLExport_path=DIR"), none.errors.constData());
+}
+
+void tst_command_line::exportFolderThatCannotBeMade()
+{
+    write(QStringLiteral("file"), "no folder");
+    const program_result result = runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("-y"),
+                                              QStringLiteral("--KorvGenericDDLExport_path=file/sql")});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.output, QByteArray());
+    QCOMPARE(result.errors.count('\n'), 1);
+    QVERIFY2(result.errors.contains("Export directory '" + file(QStringLiteral("file/sql")).toUtf8() + "'"),
+             result.errors.constData());
+}
+
+void tst_command_line::scriptsThatCannotBeOpened_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("the script's name is a folder") << "blocked";
+    QTest::newRow("the export folder is a file") << "file";
+    QTest::newRow("nobody may write there") << "/proc";
+}
+
+void tst_command_line::scriptsThatCannotBeOpened()
+{
+    QFETCH(QString, folder);
+    write(QStringLiteral("file"), "no folder");
+    QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("blocked/shop_sqlite_db_schema_full.sql")));
+    const program_result result = runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("-y"),
+                                              QStringLiteral("--KorvGenericDDLExport_path=") + folder});
+    const QString script =
+        QDir(m_dir->path()).absoluteFilePath(folder) + QStringLiteral("/shop_sqlite_db_schema_full.sql");
+    QCOMPARE(result.errors, "An error occurred opening SQL file : " + script.toUtf8() + "\n");
+    QCOMPARE(result.output, QByteArray());
+    QCOMPARE(result.status, 1);
+}
+
+void tst_command_line::optionsOverrideTheSettings_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QStringList>("scripts");
+    QTest::addColumn<bool>("foreignKeys");
+    const QString full = QStringLiteral("shop_%1_db_schema_full.sql");
+    const auto db = [](const char * number) { return QStringLiteral("db_type=") + QLatin1String(number); };
+    QTest::newRow("none") << QStringList() << QStringList{full.arg("sqlite")} << false;
+    QTest::newRow("generic") << QStringList{db("0")} << QStringList{full.arg("default")} << false;
+    QTest::newRow("SQLite") << QStringList{db("1")} << QStringList{full.arg("sqlite")} << false;
+    QTest::newRow("MySQL") << QStringList{db("2")} << QStringList{full.arg("mysql")} << false;
+    QTest::newRow("PostgreSQL") << QStringList{db("3")} << QStringList{full.arg("postgresql")} << false;
+    QTest::newRow("Oracle") << QStringList{db("4")} << QStringList{full.arg("oracle")} << false;
+    QTest::newRow("SQL Server") << QStringList{db("5")} << QStringList{full.arg("mssqlserver")} << false;
+    QTest::newRow("unknown database") << QStringList{db("7")} << QStringList{full.arg("default")} << false;
+    QTest::newRow("below all databases")
+        << QStringList{db("-1")} << QStringList{full.arg("default")} << false;
+    QTest::newRow("database that is no number")
+        << QStringList{db("sqlite")} << QStringList{full.arg("default")} << false;
+    QTest::newRow("hexadecimal database")
+        << QStringList{db("0x2")} << QStringList{full.arg("default")} << false;
+    QTest::newRow("empty database") << QStringList{db("")} << QStringList{full.arg("sqlite")} << false;
+    QTest::newRow("the first of two databases")
+        << QStringList{db("3"), db("4")} << QStringList{full.arg("postgresql")} << false;
+    QTest::newRow("an empty one before")
+        << QStringList{db(""), db("4")} << QStringList{full.arg("sqlite")} << false;
+    QTest::newRow("relationships") << QStringList{"relation_as_fk=1"} << QStringList{full.arg("sqlite")}
+                                   << true;
+    QTest::newRow("no relationships")
+        << QStringList{"relation_as_fk=0"} << QStringList{full.arg("sqlite")} << false;
+    QTest::newRow("relationships in words")
+        << QStringList{"relation_as_fk=true"} << QStringList{full.arg("sqlite")} << false;
+    const QStringList steps = {"shop_sqlite_db_schema_v1.sql", "shop_sqlite_db_schema_v1_to_v2.sql"};
+    QTest::newRow("full schema") << QStringList{"schema_type=0"} << QStringList{full.arg("sqlite")} << false;
+    QTest::newRow("evolution") << QStringList{"schema_type=1"} << steps << false;
+    QTest::newRow("both") << QStringList{"schema_type=2"} << QStringList{full.arg("sqlite")} + steps << false;
+    QTest::newRow("schema that is no number")
+        << QStringList{"schema_type=evolution"} << QStringList{full.arg("sqlite")} << false;
+    QTest::newRow("unknown schema") << QStringList{"schema_type=3"} << QStringList() << false;
+}
+
+void tst_command_line::optionsOverrideTheSettings()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QStringList, scripts);
+    QFETCH(bool, foreignKeys);
+    const QString project = file(QStringLiteral("related.korv"));
+    const QString model = write(QStringLiteral("related.json"), R"({
+        "format": "korvane-project", "formatVersion": 1, "name": "shop", "entities": [
+        { "id": 1, "name": "country", "properties": [ { "name": "id", "type": "long", "identifier": true } ] },
+        { "id": 2, "name": "person", "properties": [
+          { "name": "id", "type": "long", "identifier": true },
+          { "name": "country", "relationship": { "type": "many-to-one", "target": 1 } } ] } ] })");
+    QCOMPARE(runProgram({QStringLiteral("import"), model, project}).status, 0);
+    QCOMPARE(runProgram({QStringLiteral("tag"), project}).status, 0);
+    QVERIFY(QDir(m_dir->path()).mkdir(QStringLiteral("scripts")));
+    QStringList arguments = {QStringLiteral("export"), project,
+                             QStringLiteral("--KorvGenericDDLExport_path=scripts")};
+    for (const QString & option : options) {
+        arguments << QStringLiteral("--KorvGenericDDLExport_") + option;
+    }
+    const program_result result = runProgram(arguments);
+    QCOMPARE(result.errors, QByteArray());
+    QCOMPARE(result.status, 0);
+    const QDir folder(file(QStringLiteral("scripts")));
+    QCOMPARE(folder.entryList(QDir::Files, QDir::Name), scripts);
+    bool hasForeignKeys = false;
+    for (const QString & script : scripts) {
+        QFile f(folder.filePath(script));
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        hasForeignKeys =
+            hasForeignKeys || f.readAll().contains("FOREIGN KEY (country) REFERENCES country (id)");
+    }
+    QCOMPARE(hasForeignKeys, foreignKeys);
+}
+
+void tst_command_line::fileNamesAreToldInOneLine()
+{
+    const QString project = file(QStringLiteral("two\nlines.korv"));
+    const QByteArray told = file(QStringLiteral("two lines.korv")).toUtf8();
+    const program_result import =
+        runProgram({QStringLiteral("import"), file(QStringLiteral("shop.json")), project});
+    QCOMPARE(import.status, 0);
+    QCOMPARE(import.output, "Project 'shop' with 1 entities imported into " + told + "\n");
+    const program_result tag = runProgram({QStringLiteral("tag"), project});
+    QCOMPARE(tag.output, "Version 1 of " + told + " tagged\n");
 }
 
 void tst_command_line::exportWithAScript()

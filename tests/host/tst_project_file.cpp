@@ -453,12 +453,14 @@ private Q_SLOTS:
             QVERIFY2(result.err.startsWith(m_sFile.toUtf8() + ": cannot be written ("),
                      result.err.constData());
         }
-        QVERIFY(QFile::setPermissions(m_sFile, QFile::ReadOwner));
+        QVERIFY(QFile::setPermissions(m_sFile, QFile::Permissions()));
         QVERIFY(korvane({"dump", m_sFile}).err.startsWith(m_sFile.toUtf8() + ": cannot be opened ("));
-        if (geteuid() == 0) {
-            QVERIFY(korvane({"import", path("shop.json"), path("new.korv")})
-                        .err.startsWith(path("new.korv").toUtf8() + ": cannot be created ("));
-        }
+        const QFile::Permissions former = QFile::permissions(m_folder->path());
+        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::ReadOwner | QFile::ExeOwner |
+                                                            QFile::ReadOther | QFile::ExeOther));
+        const support::run_result imported = korvane({"import", path("shop.json"), path("new.korv")});
+        QVERIFY(QFile::setPermissions(m_folder->path(), former));
+        QVERIFY(imported.err.startsWith(path("new.korv").toUtf8() + ": cannot be created ("));
     }
     void aFullDisk()
     {

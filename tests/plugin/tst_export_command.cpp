@@ -75,6 +75,8 @@ private slots:
     void acceptedDialogWithoutFolder();
     void acceptedDialogGoesOn();
     void scriptThatCannotBeLoaded();
+    void shiftAloneAsksForTheDebugger_data();
+    void shiftAloneAsksForTheDebugger();
     void scriptIsReleasedBeforeTheNextExport();
     void messagesReachTheHost();
     void builderOfEachDatabase_data();
@@ -256,6 +258,44 @@ void tst_export_command::scriptThatCannotBeLoaded()
     tools::custom_javascript engine;
     QCOMPARE(result.getDesc(), engine.initEngine(QStringLiteral("no_such_script.js"), &p).getDesc());
     QCOMPARE(scripts(stored.path()), QStringList());
+}
+
+void tst_export_command::shiftAloneAsksForTheDebugger_data()
+{
+    QTest::addColumn<Qt::KeyboardModifiers>("held");
+    QTest::addColumn<bool>("hasScript");
+    QTest::addColumn<bool>("debugs");
+    QTest::newRow("nothing") << Qt::KeyboardModifiers() << true << false;
+    QTest::newRow("Shift") << Qt::KeyboardModifiers(Qt::ShiftModifier) << true << true;
+    QTest::newRow("Ctrl") << Qt::KeyboardModifiers(Qt::ControlModifier) << true << false;
+    QTest::newRow("Shift and Ctrl") << (Qt::ShiftModifier | Qt::ControlModifier) << true << false;
+    QTest::newRow("Shift without a script") << Qt::KeyboardModifiers(Qt::ShiftModifier) << false << false;
+}
+
+void tst_export_command::shiftAloneAsksForTheDebugger()
+{
+    QFETCH(Qt::KeyboardModifiers, held);
+    QFETCH(bool, hasScript);
+    QFETCH(bool, debugs);
+    const support::stored_project stored(ShopText);
+    QFile script(stored.path(QStringLiteral("hook.js")));
+    QVERIFY(script.open(QIODevice::WriteOnly));
+    script.write("function exportStep() {}");
+    script.close();
+    probe p;
+    p.setDDLExportPath(stored.path());
+    p.setCustomScriptFile(hasScript ? QStringLiteral("hook.js") : QString());
+    QWidget window;
+    QTest::keyPress(&window, Qt::Key_A, held);
+    QCOMPARE(QGuiApplication::keyboardModifiers(), held);
+    const zk::ZkBool result = p.exportProject(stored.project());
+    QTest::keyRelease(&window, Qt::Key_A);
+    QCOMPARE(static_cast<bool>(result), !debugs);
+    if (debugs) {
+        QCOMPARE(result.getDesc(), p.getCustomScript()->runDebugger().getDesc());
+        QVERIFY(!result.getDesc().isEmpty());
+    }
+    QCOMPARE(scripts(stored.path()).size(), debugs ? 0 : 1);
 }
 
 void tst_export_command::scriptIsReleasedBeforeTheNextExport()

@@ -121,6 +121,7 @@ private slots:
     void keysAreCaseSensitiveAndUnknownOnesIgnored();
     void numbersThatAreNone();
     void letterSuffixLoadsUnderZero();
+    void aLaterMappingOfOneDatabaseWins();
     void mappingCutOffIsKeptInPart();
     void damagedMappings_data();
     void damagedMappings();
@@ -402,6 +403,29 @@ void tst_settings::letterSuffixLoadsUnderZero()
     ddl_export p;
     QVERIFY(!p.loadSettings().isValid());
     QVERIFY(p.getListTypeMappingByDb(ddl_export::db_default) == list);
+}
+
+void tst_settings::aLaterMappingOfOneDatabaseWins()
+{
+    const support::stored_project stored;
+    const auto first = mapping({{"int", "FIRST"}});
+    const auto second = mapping({{"int", "SECOND"}});
+    store(stored.file(), QStringLiteral("DDL_EXPORT_LIST_TYPE_MAPPING_BY_DB_0"),
+          zk::serialization::toXml(first));
+    store(stored.file(), QStringLiteral("DDL_EXPORT_LIST_TYPE_MAPPING_BY_DB_x"),
+          zk::serialization::toXml(second));
+    store(stored.file(), QStringLiteral("DDL_EXPORT_LIST_TYPE_MAPPING_BY_DB_2"),
+          zk::serialization::toXml(first));
+    store(stored.file(), QStringLiteral("DDL_EXPORT_LIST_TYPE_MAPPING_BY_DB_02"), QString());
+    store(stored.file(), QStringLiteral("DDL_EXPORT_LIST_TYPE_MAPPING_BY_DB_3"),
+          zk::serialization::toXml(first));
+    store(stored.file(), QStringLiteral("DDL_EXPORT_LIST_TYPE_MAPPING_BY_DB_03"), QStringLiteral("rubbish"));
+    ddl_export p;
+    QVERIFY(!p.loadSettings().isValid());
+    QVERIFY(p.getListTypeMappingByDb(ddl_export::db_default) == second);
+    // An empty text is no mapping, a damaged one is a mapping without a pair.
+    QVERIFY(p.getListTypeMappingByDb(ddl_export::db_mysql) == first);
+    QCOMPARE(p.getListTypeMappingByDb(ddl_export::db_postgresql).count(), 34L);
 }
 
 void tst_settings::mappingCutOffIsKeptInPart()

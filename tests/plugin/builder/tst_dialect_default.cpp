@@ -209,11 +209,21 @@ private Q_SLOTS:
         QVERIFY(builder->addForeignKey(tags).endsWith(" REFERENCES human (n);"));
         older.property(1, 17)->setId(0);
         QVERIFY(builder->addForeignKey(tags).endsWith(" REFERENCES person (id);"));
+        m_model.entity(1)->getPropertyId(true)->setId(0);
+        QCOMPARE(builder->addForeignKey(tags), QString());
         builder->setProjects(&older.project());
         QCOMPARE(builder->addForeignKey(tags), QString());
         QCOMPARE(builder->addForeignKey(badge), QString());
         builder->setProjects(nullptr);
         QCOMPARE(builder->addForeignKey(tags), QString());
+    }
+    void renamesColumnsInTheTableOfTheNewerProperty()
+    {
+        const auto elsewhere = m_model.entity(200, "elsewhere");
+        const auto from = support::entity_builder(elsewhere).property(2000, "from", "int").get();
+        const auto to = support::entity_builder(m_model.entity(1)).property(2001, "to", "int").get();
+        QCOMPARE(newBuilder()->renameColumn(from, to),
+                 QString("ALTER TABLE person RENAME COLUMN from TO to;"));
     }
     void countsReferencedColumnsByTheReferencingProperty()
     {

@@ -45,6 +45,8 @@ private Q_SLOTS:
     void writesAScriptForEachVersion();
     void writesTheFullSchemaAsWell();
     void ordersTagsByTheirTime();
+    void makesEachVersionCurrent();
+    void namesScriptsAfterTheExportedProject();
     void makesTheProjectCurrentAgain();
     void survivesWhenOnlyTheContextOwnsTheProject();
     void writesIntoTheFolderOfTheExportedProject();
@@ -58,13 +60,14 @@ private Q_SLOTS:
     void cannotWriteTemporaryFiles_data();
     void cannotWriteTemporaryFiles();
     void followsNoLinkInTheTemporaryFolder();
+    void leavesTheFilesOfAnotherExportAlone();
     void needsATemporaryFolder();
     void stopsAtTheFirstFailure_data();
     void stopsAtTheFirstFailure();
 
 private:
     /// Stores version `number` of the project, 1 to 4, and tags it unless it is the current state.
-    void store(int number);
+    void store(int number, const QString & name = "shop");
     void tag();
     void addHistoric(const QByteArray & projectFile, const QDateTime & time = QDateTime::currentDateTime());
     std::shared_ptr<model::project> load() const;
@@ -102,9 +105,9 @@ void tst_evolution::cleanup()
     qunsetenv("TMPDIR");
 }
 
-void tst_evolution::store(int number)
+void tst_evolution::store(int number, const QString & name)
 {
-    model_builder model;
+    model_builder model(name);
     entity_builder person = model.entity(1, "person");
     person.version(number);
     person.identifier(10, "id", "long");
@@ -248,6 +251,42 @@ void tst_evolution::ordersTagsByTheirTime()
     QVERIFY(build());
     QVERIFY(script("_v1").contains("(id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT, name TEXT)"));
     QCOMPARE(script("_v1_to_v2"), QString("\nALTER TABLE person ADD COLUMN email TEXT;\n\n"));
+}
+
+void tst_evolution::makesEachVersionCurrent()
+{
+    store(1);
+    tag();
+    store(2);
+    tag();
+    store(3);
+    QHash<QString, QString> locations;
+    connect(&m_bench->builder().builder(), &plugin::ddl_export_builder::onMessage, this,
+            [&locations](const QString & text) {
+                const auto current = context::ctx_project::getSingleton().getProject();
+                const QString script = text.section('/', -1).section('_', 4).section('.', 0, 0);
+                locations.insert(script, current->getName() + " in " + current->getLocation());
+            });
+    QVERIFY(build());
+    QCOMPARE(locations, (QHash<QString, QString>{{"v1", "shop in " + m_temp->path()},
+                                                 {"v1_to_v2", "shop in " + m_temp->path()},
+                                                 {"v2_to_v3", "shop in " + m_folder->path()}}));
+}
+
+void tst_evolution::namesScriptsAfterTheExportedProject()
+{
+    store(1, "stall");
+    tag();
+    store(2, "market");
+    tag();
+    store(3);
+    QVERIFY(build());
+    QCOMPARE(m_bench->files(),
+             (QStringList{"shop_default_db_schema_v1.sql", "shop_default_db_schema_v1_to_v2.sql",
+                          "shop_default_db_schema_v2_to_v3.sql"}));
+    QVERIFY(m_bench->messages().filter("project 'stall'").isEmpty());
+    QCOMPARE(m_bench->messages().filter("script created for project 'shop'").size(), 3);
+    QCOMPARE(temporaryFiles(), QStringList());
 }
 
 void tst_evolution::makesTheProjectCurrentAgain()
@@ -474,6 +513,31 @@ void tst_evolution::followsNoLinkInTheTemporaryFolder()
     QVERIFY2(result.getDesc().startsWith("An error occurred opening project file : " + m_temp->path()),
              qPrintable(result.getDesc()));
     QCOMPARE(contentOf(victim), QByteArray("untouched"));
+}
+
+void tst_evolution::leavesTheFilesOfAnotherExportAlone()
+{
+    store(1);
+    tag();
+    // Another export of the same project has been taking the name of every moment for a while.
+    constexpr int milliseconds = 150;
+    const QDateTime now = QDateTime::currentDateTime();
+    QStringList taken;
+    for (int i = 0; i < milliseconds; ++i) {
+        taken << "shop_v1_" + now.addMSecs(i).toString("yyyyMMddhhmmsszzz") + ".korv";
+        QFile file(m_temp->filePath(taken.constLast()));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("of another export");
+    }
+    QVERIFY2(now.msecsTo(QDateTime::currentDateTime()) < milliseconds, "too slow to meet a taken name");
+    const zk::ZkBool result = build();
+    QVERIFY2(result, qPrintable(result.getDesc()));
+    QCOMPARE(m_bench->files(),
+             (QStringList{"shop_default_db_schema_v1.sql", "shop_default_db_schema_v1_to_v2.sql"}));
+    QCOMPARE(temporaryFiles(), taken);
+    for (const QString & name : std::as_const(taken)) {
+        QCOMPARE(contentOf(m_temp->filePath(name)), QByteArray("of another export"));
+    }
 }
 
 void tst_evolution::needsATemporaryFolder()
