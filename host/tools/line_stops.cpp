@@ -35,18 +35,14 @@ public:
         return m_pStops->isWatching && !m_pStops->isBusy &&
                (m_pStops->step != line_stops::run || !m_pStops->breakpoints.isEmpty());
     }
-    void enteringFunction() override { m_lastLines.append(0); }
-    void leavingFunction(const QV4::ReturnedValue &) override
-    {
-        if (!m_lastLines.isEmpty()) {
-            m_lastLines.removeLast();
-        }
-    }
+    void enteringFunction() override {}
+    void leavingFunction(const QV4::ReturnedValue &) override {}
     void aboutToThrow() override {}
     void maybeBreakAtInstruction() override;
 
 private:
     [[nodiscard]] bool isStop(int line) const;
+    [[nodiscard]] qsizetype depth() const;
     [[nodiscard]] QList<script_frame> frames() const;
     [[nodiscard]] QList<script_variable> variablesOf(const QV4::CppStackFrame & frame) const;
 
@@ -54,8 +50,6 @@ private:
     // How the engine names the file.
     QString m_sSource;
     std::shared_ptr<line_stops> m_pStops;
-    // The last line of each function on the stack: a line of several statements is one stop.
-    QList<int> m_lastLines;
 };
 
 void line_debugger::maybeBreakAtInstruction()
@@ -63,13 +57,12 @@ void line_debugger::maybeBreakAtInstruction()
     const QV4::CppStackFrame * const frame = m_engine.currentStackFrame;
     // A negative line stands for the return from a function.
     const int line = frame ? frame->lineNumber() : 0;
-    if (line <= 0 || m_lastLines.isEmpty() || frame->source() != m_sSource || m_lastLines.last() == line) {
+    if (line <= 0 || frame->source() != m_sSource) {
         return;
     }
-    m_lastLines.last() = line;
     if (isStop(line)) {
         m_pStops->step = line_stops::run;
-        m_pStops->depth = m_lastLines.size();
+        m_pStops->depth = depth();
         // The user may detach, which takes the function away, while it runs.
         const auto onStop = m_pStops->onStop;
         const QScopedValueRollback busy(m_pStops->isBusy, true);
@@ -83,7 +76,7 @@ bool line_debugger::isStop(int line) const
     case line_stops::into:
         return true;
     case line_stops::over:
-        if (m_lastLines.size() <= m_pStops->depth) {
+        if (depth() <= m_pStops->depth) {
             return true;
         }
         break;
@@ -91,6 +84,15 @@ bool line_debugger::isStop(int line) const
         break;
     }
     return m_pStops->breakpoints.contains(line);
+}
+
+qsizetype line_debugger::depth() const
+{
+    qsizetype result = 0;
+    for (const QV4::CppStackFrame * frame = m_engine.currentStackFrame; frame; frame = frame->parentFrame()) {
+        ++result;
+    }
+    return result;
 }
 
 QList<script_frame> line_debugger::frames() const

@@ -354,8 +354,7 @@ private Q_SLOTS:
         QCOMPARE(result.getDesc(), QStringLiteral("No custom script is loaded"));
         QVERIFY(!script.isDebugging());
         QVERIFY(!script.runDebugger().getValue());
-        QCOMPARE(script.runDebugger().getDesc(),
-                 QStringLiteral("No custom script is loaded"));
+        QCOMPARE(script.runDebugger().getDesc(), QStringLiteral("No custom script is loaded"));
         QVERIFY(!script.isDebugging());
     }
 

@@ -117,6 +117,7 @@ private slots:
     void stopsAtLine();
     void clickInTheMarginSetsABreakpoint();
     void stepsThroughLines();
+    void stepsOverFunctionsThatThrow();
     void stepsIntoFunctions();
     void evaluatesInTheLine();
     void breakpointInALoop();
@@ -572,6 +573,23 @@ void tst_script_debugger::stepsThroughLines()
                           "exportStep in line 9", "After the step CREATE_TABLE"}));
 }
 
+void tst_script_debugger::stepsOverFunctionsThatThrow()
+{
+    attach(
+        "function bad() {\n  throw 1;\n}\n"
+        "function exportStep() {\n  try {\n    bad();\n  } catch (e) {\n    e = 2;\n  }\n  return 'x';\n}\n");
+    ONLY_WITH_LINES();
+    breakAt(6);
+    const auto over = debugger_driver::key(Qt::Key_F10);
+    debugger_driver driver({debugger_driver::key(Qt::Key_F5), over, over, over, over});
+    QCOMPARE(step().getDesc(), QStringLiteral("x"));
+    QVERIFY2(driver.places.contains(QStringLiteral("exportStep in line 8")),
+             qPrintable(driver.places.join(u'|')));
+    QVERIFY2(driver.places.contains(QStringLiteral("exportStep in line 10")),
+             qPrintable(driver.places.join(u'|')));
+    QVERIFY(driver.places.filter(QStringLiteral("bad")).isEmpty());
+}
+
 void tst_script_debugger::stepsIntoFunctions()
 {
     attach();
@@ -617,14 +635,27 @@ void tst_script_debugger::breakpointInALoop()
     ONLY_WITH_LINES();
     breakAt(4);
     QStringList values;
-    debugger_driver driver({debugger_driver::key(Qt::Key_F5), [&](debugger_driver & d) {
-                                values.append(d.row("m_lstVariables", QStringLiteral("i")) +
-                                              QLatin1Char('/') +
-                                              d.row("m_lstVariables", QStringLiteral("sum")));
-                                d.find<QAction>("m_actContinue")->trigger();
-                            }});
+    auto driver = std::make_unique<debugger_driver>(QList<debugger_driver::turn>{
+        debugger_driver::key(Qt::Key_F5), [&](debugger_driver & d) {
+            values.append(d.row("m_lstVariables", QStringLiteral("i")) + QLatin1Char('/') +
+                          d.row("m_lstVariables", QStringLiteral("sum")));
+            d.find<QAction>("m_actContinue")->trigger();
+        }});
     QCOMPARE(step().getDesc(), QStringLiteral("3"));
+    driver.reset();
     QCOMPARE(values, QStringList({"0/0", "1/0", "2/1"}));
+
+    // A loop all of whose code is in one line stops there each time round.
+    attach("function exportStep() {\n  let n = 0;\n  for (;;) {\n    if (++n === 3) { return String(n); }\n  "
+           "}\n}\n");
+    breakAt(4);
+    values.clear();
+    debugger_driver again({debugger_driver::key(Qt::Key_F5), [&](debugger_driver & d) {
+                               values.append(d.row("m_lstVariables", QStringLiteral("n")));
+                               d.find<QAction>("m_actContinue")->trigger();
+                           }});
+    QCOMPARE(step().getDesc(), QStringLiteral("3"));
+    QCOMPARE(values, QStringList({"0", "1", "2"}));
 }
 
 void tst_script_debugger::timeHeldInALineDoesNotCount()
