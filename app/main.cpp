@@ -56,7 +56,8 @@ std::unique_ptr<QCoreApplication> makeApplication(int & argc, char ** argv, bool
     if (!withPlugins) {
         return std::make_unique<QCoreApplication>(argc, argv);
     }
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Of the platforms without a display this one leaves the fonts alone until a window wants text.
+    qputenv("QT_QPA_PLATFORM", "minimal");
     formerHandler = qInstallMessageHandler(withoutSessionComplaints);
     auto application = std::make_unique<QApplication>(argc, argv);
     // A question is the only window there is while it is shown: answering it must not end the program.
