@@ -91,7 +91,11 @@ int importModel(const QString & modelFile, const QString & projectFile)
     if (const QSqlError error = storage::project_file::write(projectFile, *project); error.isValid()) {
         return failed(error.text());
     }
-    for (const QString & warning : storage::model_check::warnings(*project)) {
+    QStringList warnings = storage::model_check::warnings(*project);
+    if (replaces) {
+        warnings << storage::text_form::versionWarnings(*project, existing);
+    }
+    for (const QString & warning : std::as_const(warnings)) {
         printError(source + QStringLiteral(": warning: ") + warning);
     }
     printLine(oneLine(QStringLiteral("Project '%1' with %2 entities imported into %3")

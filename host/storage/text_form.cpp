@@ -44,6 +44,12 @@ void build(const text_draft::project & draft, model::project & project)
     }
 }
 
+/// Whether anything but the version is another.
+bool differs(const model::entity & a, const model::entity & b)
+{
+    return text_writer::entityContents(a) != text_writer::entityContents(b);
+}
+
 /// The version of an entity for which the text gives none.
 long followingVersion(const model::entity & entity, const model::project * existing)
 {
@@ -51,7 +57,7 @@ long followingVersion(const model::entity & entity, const model::project * exist
     if (!stored) {
         return 1;
     }
-    const bool changed = text_writer::entityContents(entity) != text_writer::entityContents(*stored);
+    const bool changed = differs(entity, *stored);
     if (changed && stored->getVersion() == std::numeric_limits<long>::max()) {
         throw text_error{{QString(), QStringLiteral("entity %1 has no version left").arg(entity.getId())}};
     }
@@ -91,6 +97,23 @@ zk::ZkBool read(const QByteArray & text, const QString & sourceName, const model
     } catch (const std::exception & e) { // the parser's own, such as memory that has run out
         return failure({QString(), model_check::printable(QString::fromLocal8Bit(e.what()))});
     }
+}
+
+QStringList versionWarnings(const model::project & project, const model::project & existing)
+{
+    QStringList warnings;
+    const auto entities = project.getListOfAllEntities();
+    for (long i = 0; i < entities->count(); ++i) {
+        const auto entity = entities->getByIndex(i);
+        const auto stored = existing.getEntityById(entity->getId());
+        if (stored && stored->getVersion() == entity->getVersion() && differs(*entity, *stored)) {
+            warnings << QStringLiteral("%1: changed, but version %2 is given as before, so evolution scripts "
+                                       "leave the change out; raise the version or leave it out")
+                            .arg(model_check::placeOfEntity(i, entity->getName()),
+                                 QString::number(entity->getVersion()));
+        }
+    }
+    return warnings;
 }
 
 QByteArray write(const model::project & project)

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 namespace model {
 class project;
@@ -20,6 +21,11 @@ namespace storage::text_form {
 /// it A failure is one line "source: place: reason".
 KORVANE_EXPORT zk::ZkBool read(const QByteArray & text, const QString & sourceName,
                                const model::project * existing, model::project & project);
+
+/// One line for each entity that differs from the one of its id in `existing` and bears the same version all
+/// the same: a text can give a version that it does not raise, and then a comparison misses the change.
+[[nodiscard]] KORVANE_EXPORT QStringList versionWarnings(const model::project & project,
+                                                         const model::project & existing);
 
 /// The text form of `project` with every id and version, ending with a line end.
 [[nodiscard]] KORVANE_EXPORT QByteArray write(const model::project & project);
