@@ -9,7 +9,7 @@ namespace tools {
 
 namespace {
 
-constexpr qint64 LargestScript = 16 * 1024 * 1024;
+constexpr qint64 LargestScript = qint64(16) * 1024 * 1024;
 
 } // namespace
 
