@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs the parser of package-lock.json into a folder of the build tree, once for each state of that file.
-# Status 77 when it cannot be had here: no npm, or no network.
+# Status 77 when it cannot be had here: no npm, no network, or none that is trusted.
 #
 # usage: install_parser.sh FOLDER
 set -u
@@ -19,5 +19,5 @@ if npm ci --no-audit --no-fund --ignore-scripts >npm.log 2>&1; then
     exit
 fi
 cat npm.log
-grep -Eq 'ENOTFOUND|EAI_AGAIN|ECONNREFUSED|ECONNRESET|ETIMEDOUT|ENETUNREACH|EHOSTUNREACH' npm.log && exit 77
+grep -Eq 'ENOTFOUND|EAI_AGAIN|ECONNREFUSED|ECONNRESET|ETIMEDOUT|CERT_|_CERT|UNABLE_TO_VERIFY|ENETUNREACH|EHOSTUNREACH' npm.log && exit 77
 exit 1
