@@ -132,6 +132,8 @@ zk::ZkBool ddl_export::exportProject(model::project & project)
         return zk::ZkBool::failure(tr("Cannot create a builder to generate DDL SQL script"));
     }
     connect(builder.get(), &ddl_export_builder::onMessage, this, &ddl_export::onMessage);
+    connect(builder.get(), &ddl_export_builder::onProgress, this, &ddl_export::onProgress);
+    connect(builder.get(), &ddl_export_builder::onFileWritten, this, &ddl_export::onFileWritten);
     return builder->build(project);
 }
 

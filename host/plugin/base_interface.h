@@ -62,6 +62,10 @@ public:
 Q_SIGNALS:
     /// A message for the user: `type` 1 for progress, 3 for an error; shown for `timeout` milliseconds.
     void onMessage(const QString & msg, int type, int timeout);
+    /// Work under way is at `done` of `total` units; a plug-in that does not know its total never says so.
+    void onProgress(int done, int total);
+    /// The plug-in has written a file for the user, whole; `file` is its absolute name.
+    void onFileWritten(const QString & file);
 
 private:
     std::shared_ptr<tools::custom_javascript> m_pCustomScript;

@@ -18,7 +18,18 @@
 
 namespace plugin {
 
-ddl_export_builder::ddl_export_builder(ddl_export * plugin) : m_pPlugin(plugin) {}
+namespace {
+
+// Of the units of a script; tables and foreign keys take the rest.
+constexpr int LinkTableShare = 100;
+constexpr int IndexShare = 100;
+
+} // namespace
+
+ddl_export_builder::ddl_export_builder(ddl_export * plugin)
+    : m_pPlugin(plugin), m_progress([this](int done, int total) { Q_EMIT onProgress(done, total); })
+{
+}
 ddl_export_builder::~ddl_export_builder() = default;
 
 zk::ZkBool ddl_export_builder::build(model::project & project)
@@ -39,6 +50,7 @@ zk::ZkBool ddl_export_builder::build(model::project & project)
     m_pPreviousProject = nullptr;
     m_pCurrentProject = &project;
 
+    m_progress.begin(countScripts());
     zk::ZkBool result = buildSchemaFull(project, false);
     if (result) {
         result = buildSchemaEvolution(project);
@@ -86,6 +98,8 @@ zk::ZkBool ddl_export_builder::writeEnd(ddl_export_script & script, const QStrin
     if (result) {
         script.report(tr("%1 DDL SQL script created for project '%2' : '%3'")
                           .arg(script.title(), projectName, script.fileName()));
+        m_progress.scriptDone();
+        Q_EMIT onFileWritten(script.fileName());
     }
     return result;
 }
@@ -111,7 +125,9 @@ zk::ZkBool ddl_export_builder::writeIndex(ddl_export_script & script,
 
 zk::ZkBool ddl_export_builder::writeLinkTables(ddl_export_script & script)
 {
+    m_progress.pass(static_cast<int>(m_lstExtraTable.count()), LinkTableShare);
     for (const std::shared_ptr<model::relationship> & relationship : m_lstExtraTable.values()) {
+        m_progress.step();
         if (!relationship) {
             continue;
         }
@@ -132,7 +148,9 @@ zk::ZkBool ddl_export_builder::writeLinkTables(ddl_export_script & script)
 
 zk::ZkBool ddl_export_builder::writeIndexes(ddl_export_script & script)
 {
+    m_progress.pass(static_cast<int>(m_lstIndex.count()), IndexShare);
     for (const std::shared_ptr<model::property> & property : m_lstIndex.values()) {
+        m_progress.step();
         if (!property) {
             continue;
         }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "plugin/builder/ddl_export_progress.h"
+
 #include "zk/zk_bool.h"
 #include "zk/zk_collection.h"
 
@@ -49,6 +51,10 @@ public:
 Q_SIGNALS:
     /// Progress (`type` 1) and errors (`type` 3), to be shown for `timeout` milliseconds.
     void onMessage(const QString & msg, int type, int timeout);
+    /// `done` of `total` units are written; the total is the same throughout one build.
+    void onProgress(int done, int total);
+    /// A script is complete on disk; `file` is its absolute name.
+    void onFileWritten(const QString & file);
 
 public:
     /// The dialect's default C++-type to SQL-type list.
@@ -114,6 +120,8 @@ private:
     using list_of_tables = std::vector<std::shared_ptr<model::entity>>;
 
     static zk::ZkBool noPluginFailure();
+    /// How many scripts the settings ask for.
+    [[nodiscard]] int countScripts() const;
     /// The project in which getSqlPrimaryKeyName() and getSqlIndexName() look an entity up; may be null.
     [[nodiscard]] const model::project * projectForNames(bool current) const;
     /// The entities that get a table, in order.
@@ -159,6 +167,7 @@ private:
                                   const model::project & project, int version,
                                   std::shared_ptr<model::project> & previous);
 
+    ddl_export_progress m_progress;
     QString m_sExportPath; ///< resolved once, as the scripts of one build belong into one folder
 };
 

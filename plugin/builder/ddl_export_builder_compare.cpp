@@ -16,6 +16,10 @@ namespace plugin {
 
 namespace {
 
+// Of the units of a script, besides link tables and indexes.
+constexpr int ChangeShare = 600;
+constexpr int ForeignKeyShare = 200;
+
 /// A transient property has no column, as if it were not there.
 bool hasColumn(const std::shared_ptr<model::property> & property)
 {
@@ -114,7 +118,9 @@ zk::ZkBool ddl_export_builder::writeChanges(ddl_export_script & script)
 {
     const std::vector<entity_change> changes = changedEntities();
     zk::ZkBool result = writeDroppedTables(script);
+    m_progress.pass(static_cast<int>(changes.size()), ChangeShare);
     for (auto it = changes.begin(); result && it != changes.end(); ++it) {
+        m_progress.step();
         result = it->previous ? writeTableChanges(script, *it) : writeTable(script, it->current);
     }
     if (result) {
@@ -124,7 +130,9 @@ zk::ZkBool ddl_export_builder::writeChanges(ddl_export_script & script)
         result = writeIndexes(script);
     }
     if (m_pPlugin->getExportRelationships()) {
+        m_progress.pass(static_cast<int>(changes.size()), ForeignKeyShare);
         for (auto it = changes.begin(); result && it != changes.end(); ++it) {
+            m_progress.step();
             result = writeForeignKeyChanges(script, *it);
         }
     }

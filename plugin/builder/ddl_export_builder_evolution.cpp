@@ -73,6 +73,19 @@ bool writeWhole(QFile & file, const QByteArray & data)
 
 } // namespace
 
+int ddl_export_builder::countScripts() const
+{
+    const ddl_export::export_db_schema mode = m_pPlugin->getExportDatabaseSchema();
+    const int full = mode == ddl_export::full || mode == ddl_export::full_and_evolution ? 1 : 0;
+    list_of_historic tags;
+    // What is wrong with the tags is told when they are used.
+    if ((mode != ddl_export::evolution && mode != ddl_export::full_and_evolution) ||
+        fetchTags(tags).isValid() || tags.isEmpty()) {
+        return full;
+    }
+    return full + static_cast<int>(tags.count()) + 1;
+}
+
 zk::ZkBool ddl_export_builder::buildSchemaEvolution(model::project & project)
 {
     if (!m_pPlugin) {

@@ -11,6 +11,14 @@
 
 namespace plugin {
 
+namespace {
+
+// Of the units of a script, besides link tables and indexes.
+constexpr int TableShare = 600;
+constexpr int ForeignKeyShare = 200;
+
+} // namespace
+
 zk::ZkBool ddl_export_builder::buildSchemaFull(model::project & project, bool firstVersion)
 {
     if (!m_pPlugin) {
@@ -35,7 +43,9 @@ zk::ZkBool ddl_export_builder::buildSchemaFull(model::project & project, bool fi
         result = writeBegin(*script);
     }
     const list_of_tables tables = tablesOf(*entities);
+    m_progress.pass(static_cast<int>(tables.size()), TableShare);
     for (auto it = tables.begin(); result && it != tables.end(); ++it) {
+        m_progress.step();
         result = writeTable(*script, *it);
     }
     if (result) {
@@ -52,7 +62,9 @@ zk::ZkBool ddl_export_builder::buildSchemaFull(model::project & project, bool fi
 
 zk::ZkBool ddl_export_builder::writeForeignKeys(ddl_export_script & script, const list_of_tables & tables)
 {
+    m_progress.pass(static_cast<int>(tables.size()), ForeignKeyShare);
     for (const std::shared_ptr<model::entity> & entity : tables) {
+        m_progress.step();
         const std::shared_ptr<model::entity::list_of_relation> relationships = entity->getListOfRelation();
         if (!relationships) {
             continue;
