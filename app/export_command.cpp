@@ -1,5 +1,7 @@
 #include "app/commands.h"
+#include "app/export_run.h"
 #include "app/plugin_choice.h"
+#include "app/project_work.h"
 #include "app/unattended.h"
 
 #include "context/ctx_global.h"
@@ -9,13 +11,9 @@
 #include "view/main_wnd.h"
 #include "zk/zk_sql_database.h"
 
-#include <QSet>
-
 namespace app {
 
 namespace {
-
-constexpr int ErrorMessage = 3;
 
 /// What a plug-in may ask of the host during an export: the current project, and a main window that is never
 /// shown and knows the command line.
@@ -55,32 +53,24 @@ QString helpAbout(const plugin::export_interface & plugin)
 
 int runExport(plugin::export_interface & plugin, model::project & project, bool answerYes)
 {
-    QSet<QString> shownErrors;
-    const auto connection = QObject::connect(&plugin, &plugin::base_interface::onMessage, &plugin,
-                                             [&shownErrors](const QString & text, int type, int) {
-                                                 if (type == ErrorMessage) {
-                                                     shownErrors.insert(oneLine(text));
-                                                     printError(text);
-                                                 } else {
-                                                     printLine(oneLine(text));
-                                                 }
-                                             });
+    export_listener listener;
+    listener.message = [](const QString & text, int type) {
+        if (type == ErrorMessage) {
+            printError(text);
+        } else {
+            printLine(oneLine(text));
+        }
+    };
     const unattended watch(answerYes, helpAbout(plugin));
-    const zk::ZkBool result = plugin.exportProject(project);
-    QObject::disconnect(connection);
+    const export_report report = runPlugin(plugin, project, listener);
     if (!watch.unanswered().isEmpty()) {
         printError(watch.unanswered());
         return 1;
     }
-    if (result) {
-        return 0;
+    if (!report.untoldReason.isEmpty()) {
+        printError(report.untoldReason);
     }
-    const QString reason = result.getDesc().isEmpty() ? QStringLiteral("The export failed without a reason")
-                                                      : oneLine(result.getDesc());
-    if (!shownErrors.contains(reason)) {
-        printError(reason);
-    }
-    return 1;
+    return report.ok ? 0 : 1;
 }
 
 } // namespace
@@ -95,16 +85,15 @@ int exportProject(const export_request & request)
         printError(reason);
         return status;
     }
-    const auto project = std::make_shared<model::project>(1);
+    std::shared_ptr<model::project> project;
+    if (const zk::ZkBool opened = openProject(request.projectFile, project); !opened) {
+        printError(opened.getDesc());
+        return 1;
+    }
     // The process ends with this command: taking a large model apart, object by object, is left to the
     // system.
     static auto * const untilTheEnd = new std::shared_ptr<model::project>;
     *untilTheEnd = project;
-    project->setFileName(request.projectFile);
-    if (const QSqlError error = project->load(); error.isValid()) {
-        printError(error.text());
-        return 1;
-    }
     const export_context context(project, request);
     const int result = runExport(*plugin, *project, request.answerYes);
     // What the plug-in holds of the project goes before the project does.

@@ -1,0 +1,72 @@
+#include "app/export_run.h"
+
+#include "app/commands.h"
+
+#include "plugin/export_interface.h"
+
+#include <QSet>
+
+namespace app {
+
+namespace {
+
+/// Connections that last for one export.
+class connections
+{
+public:
+    ~connections()
+    {
+        for (const QMetaObject::Connection & connection : m_connections) {
+            QObject::disconnect(connection);
+        }
+    }
+    template <class Signal, class Receiver>
+    void add(plugin::export_interface & plugin, Signal signal, const Receiver & receiver)
+    {
+        m_connections.append(QObject::connect(&plugin, signal, &plugin, receiver));
+    }
+
+private:
+    QList<QMetaObject::Connection> m_connections;
+};
+
+} // namespace
+
+export_report runPlugin(plugin::export_interface & plugin, model::project & project,
+                        const export_listener & listener)
+{
+    export_report report;
+    QSet<QString> toldErrors;
+    zk::ZkBool result;
+    {
+        connections during;
+        during.add(plugin, &plugin::base_interface::onMessage, [&](const QString & text, int type, int) {
+            if (type == ErrorMessage) {
+                toldErrors.insert(oneLine(text));
+            }
+            if (listener.message) {
+                listener.message(text, type);
+            }
+        });
+        during.add(plugin, &plugin::base_interface::onProgress, [&](int done, int total) {
+            if (listener.progress) {
+                listener.progress(done, total);
+            }
+        });
+        during.add(plugin, &plugin::base_interface::onFileWritten, [&](const QString & file) {
+            report.files.removeAll(file);
+            report.files.append(file);
+        });
+        result = plugin.exportProject(project);
+    }
+    report.ok = result.getValue();
+    if (!report.ok) {
+        const QString reason = result.getDesc().isEmpty()
+                                   ? QStringLiteral("The export failed without a reason")
+                                   : oneLine(result.getDesc());
+        report.untoldReason = toldErrors.contains(reason) ? QString() : reason;
+    }
+    return report;
+}
+
+} // namespace app

@@ -1,0 +1,135 @@
+#include "app/project_work.h"
+
+#include "model/project.h"
+#include "storage/history.h"
+#include "storage/model_check.h"
+#include "storage/project_file.h"
+#include "storage/text_form.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace app {
+
+namespace {
+
+constexpr qint64 TextLimit = qint64(512) * 1024 * 1024; // bytes; far above any model, far below memory
+
+zk::ZkBool fileFailure(const QString & file, const QString & reason)
+{
+    return zk::ZkBool::failure(QDir::toNativeSeparators(file) + QStringLiteral(": ") + reason);
+}
+
+zk::ZkBool resultOf(const QSqlError & error)
+{
+    return error.isValid() ? zk::ZkBool::failure(error.text()) : zk::ZkBool::success();
+}
+
+zk::ZkBool readText(const QString & name, QByteArray & text)
+{
+    const QFileInfo info(name);
+    if (!info.exists()) {
+        return fileFailure(name, QStringLiteral("does not exist; check the name"));
+    }
+    if (!info.isFile()) {
+        return fileFailure(name, QStringLiteral("is no file; give the text form of a project"));
+    }
+    if (info.size() > TextLimit) {
+        return fileFailure(name, QStringLiteral("is too large for the text form of a project"));
+    }
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return fileFailure(name, QStringLiteral("cannot be read (%1)").arg(file.errorString()));
+    }
+    text = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        return fileFailure(name, QStringLiteral("cannot be read (%1)").arg(file.errorString()));
+    }
+    return zk::ZkBool::success();
+}
+
+} // namespace
+
+zk::ZkBool openProject(const QString & file, std::shared_ptr<model::project> & project)
+{
+    const auto opened = std::make_shared<model::project>(1);
+    opened->setFileName(file);
+    zk::ZkBool result = resultOf(opened->load());
+    if (result) {
+        project = opened;
+    }
+    return result;
+}
+
+bool replacesModel(const QString & projectFile)
+{
+    const QFileInfo target(projectFile);
+    return target.exists() && (!target.isFile() || target.size() > 0);
+}
+
+import_result importText(const QString & modelFile, const QString & projectFile)
+{
+    import_result done;
+    QByteArray text;
+    if (done.result = readText(modelFile, text); !done.result) {
+        return done;
+    }
+    std::shared_ptr<model::project> existing;
+    if (replacesModel(projectFile)) {
+        if (done.result = openProject(projectFile, existing); !done.result) {
+            return done;
+        }
+    }
+    const auto project = std::make_shared<model::project>(1);
+    const QString source = QDir::toNativeSeparators(modelFile);
+    done.result = storage::text_form::read(text, source, existing.get(), *project);
+    if (done.result) {
+        done.result = resultOf(storage::project_file::write(projectFile, *project));
+    }
+    if (!done.result) {
+        return done;
+    }
+    QStringList warnings = storage::model_check::warnings(*project);
+    if (existing) {
+        warnings << storage::text_form::versionWarnings(*project, *existing);
+    }
+    for (const QString & warning : std::as_const(warnings)) {
+        done.warnings << source + QStringLiteral(": warning: ") + warning;
+    }
+    done.projectName = project->getName();
+    done.entities = project->getListOfAllEntities()->count();
+    return done;
+}
+
+zk::ZkBool saveText(const model::project & project, const QString & file)
+{
+    const QByteArray text = storage::text_form::write(project);
+    if (const QFileInfo existing(file); existing.exists() && !existing.isFile()) {
+        return fileFailure(file, QStringLiteral("is no file; choose another name"));
+    }
+    QSaveFile target(file);
+    if (!target.open(QIODevice::WriteOnly)) {
+        return fileFailure(file, QStringLiteral("cannot be written (%1)").arg(target.errorString()));
+    }
+    // A full disk shows when the text is flushed; commit() alone does not always notice.
+    const bool isWritten =
+        target.write(text) == text.size() && target.flush() && target.size() == text.size();
+    if (!isWritten) {
+        const QString reason = target.errorString();
+        target.cancelWriting();
+        return fileFailure(file, QStringLiteral("cannot be written (%1)").arg(reason));
+    }
+    if (!target.commit()) {
+        return fileFailure(file, QStringLiteral("cannot be written (%1)").arg(target.errorString()));
+    }
+    return zk::ZkBool::success();
+}
+
+zk::ZkBool tagState(const QString & projectFile, const QString & message, int & number)
+{
+    return resultOf(storage::history::tag(projectFile, message, number));
+}
+
+} // namespace app

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "zk/zk_bool.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace model {
+class project;
+}
+
+/// What can be done with project files, for the command line and for the window alike. Every failure is one
+/// line that says what, where and why; nothing is printed or shown here.
+namespace app {
+
+/// Loads the project of the file `file`. On failure `project` stays as it was.
+[[nodiscard]] zk::ZkBool openProject(const QString & file, std::shared_ptr<model::project> & project);
+
+struct import_result
+{
+    zk::ZkBool result;
+    QString projectName;
+    long entities = 0;
+    QStringList warnings; ///< one line each, beginning with the name of the text
+};
+/// Creates the project file `projectFile` from the text form in `modelFile`, or replaces its model; settings
+/// and versions stay.
+[[nodiscard]] import_result importText(const QString & modelFile, const QString & projectFile);
+
+/// Whether an import into `projectFile` would replace the model of what is there.
+[[nodiscard]] bool replacesModel(const QString & projectFile);
+
+/// Writes the text form of `project` to `file`. A file that could not be written whole stays as it was.
+[[nodiscard]] zk::ZkBool saveText(const model::project & project, const QString & file);
+
+/// Stores the state of a project file as a new version, whose number `number` receives.
+[[nodiscard]] zk::ZkBool tagState(const QString & projectFile, const QString & message, int & number);
+
+} // namespace app
