@@ -5,6 +5,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMultiMap>
 
 #include <algorithm>
 #include <cmath>
@@ -16,6 +17,8 @@ namespace {
 
 constexpr qreal PointsPerInch = 72;
 constexpr qreal DotArrowLength = 10; // of an arrow of size 1
+constexpr qreal FirstLoop = 11;      // from the middle of a loop to its legs
+constexpr qreal NextLoop = 14;       // from the leg of a loop to that of the next one
 
 QByteArray inches(qreal points)
 {
@@ -107,24 +110,52 @@ QPointF outOf(const QRectF & box, const QPointF & point)
     return ways[std::min_element(std::begin(distances), std::end(distances)) - std::begin(distances)];
 }
 
-/// dot's loops leave a box askew, and the marks need more room than it knows: this one leaves it straight,
-/// and reaches as far as dot's.
-QPainterPath straightLoop(const QPainterPath & loop, const QRectF & box)
+/// dot's loops leave a box askew and close to each other, and the marks need more room than it knows. The
+/// `index`-th loop of a box, from the inside, leaves it straight, beside the loops within, and reaches as far
+/// as dot's.
+QPainterPath straightLoop(const QPainterPath & loop, int index, const QRectF & box)
 {
-    const QPointF start = loop.pointAtPercent(0);
-    const QPointF end = loop.pointAtPercent(1);
-    const QPointF out = outOf(box, start);
-    if (out != outOf(box, end)) {
+    const QPointF out = outOf(box, loop.pointAtPercent(0));
+    if (out != outOf(box, loop.pointAtPercent(1))) {
         return loop;
     }
+    QPointF along = loop.pointAtPercent(1) - loop.pointAtPercent(0);
+    const QPointF middle = loop.pointAtPercent(0) + along / 2;
+    const qreal length = std::hypot(along.x(), along.y());
+    const qreal side = out.x() != 0 ? box.height() : box.width();
+    const qreal half = std::min(std::max(length / 2, FirstLoop + NextLoop * index), side / 2 - NextLoop / 2);
+    along *= length > 0 ? half / length : 0;
+    const QPointF start = middle - along;
+    const QPointF end = middle + along;
     const qreal reach = QPointF::dotProduct(loop.pointAtPercent(0.5) - start, out) - DiagramMarkLength;
-    const QPointF bend = out * std::max(reach, qreal(6)) / 0.75; // a curve reaches so much of its controls
+    const QPointF bend =
+        out * std::max(reach, NextLoop / 2) / 0.75; // a curve reaches so much of its controls
     const QPointF up = out * DiagramMarkLength;
     QPainterPath path(start);
     path.lineTo(start + up);
     path.cubicTo(start + up + bend, end + up + bend, end + up);
     path.lineTo(end);
     return path;
+}
+
+/// The loops of each box, the smallest first, drawn straight.
+void straightenLoops(const diagram_request & request, diagram_places & places)
+{
+    QMultiMap<std::pair<int, qreal>, qsizetype> loops;
+    for (qsizetype i = 0; i < request.lines.size(); ++i) {
+        const int box = request.lines[i].from;
+        if (box == request.lines[i].to && !places.routes[i].path.isEmpty()) {
+            loops.insert({box, places.routes[i].path.length()}, i);
+        }
+    }
+    int former = -1;
+    int index = 0;
+    for (auto loop = loops.cbegin(); loop != loops.cend(); ++loop) {
+        const int box = loop.key().first;
+        index = box == former ? index + 1 : 0;
+        former = box;
+        places.routes[*loop].path = straightLoop(places.routes[*loop].path, index, places.boxes[box]);
+    }
 }
 
 /// False when a box that dot was told of has no place in its answer.
@@ -145,17 +176,14 @@ bool readBoxes(const QJsonArray & objects, const diagram_request & request, diag
     return !isMissing.contains(true);
 }
 
-void readLines(const QJsonArray & edges, const diagram_request & request, diagram_places & places)
+void readLines(const QJsonArray & edges, diagram_places & places)
 {
     for (const QJsonValue & edge : edges) {
         const int line = indexOf(edge[QLatin1String("id")], QLatin1Char('e'), places.routes.size());
         if (line < 0) {
             continue;
         }
-        if (auto path = pathOf(edge[QLatin1String("pos")].toString())) {
-            if (request.lines[line].from == request.lines[line].to) {
-                path = straightLoop(*path, places.boxes[request.lines[line].from]);
-            }
+        if (const auto path = pathOf(edge[QLatin1String("pos")].toString())) {
             const std::optional<QPointF> label = pointOf(edge[QLatin1String("lp")].toString());
             places.routes[line] = {*path, label.value_or(path->pointAtPercent(0.5))};
         }
@@ -195,7 +223,8 @@ std::optional<diagram_places> readDotAnswer(const diagram_request & request, con
     if (!readBoxes(answer[QLatin1String("objects")].toArray(), request, places)) {
         return {};
     }
-    readLines(answer[QLatin1String("edges")].toArray(), request, places);
+    readLines(answer[QLatin1String("edges")].toArray(), places);
+    straightenLoops(request, places);
     // dot gives up on single lines now and then, and goes on.
     drawMissingLines(request, places);
     placeLoners(request, places);

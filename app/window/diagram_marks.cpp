@@ -14,7 +14,8 @@ namespace {
 constexpr qreal FootLength = 10;
 constexpr qreal HalfWidth = 5;
 constexpr qreal CircleRadius = 3.2;
-constexpr qreal Corner = 4; // the foot keeps off the round corners of a box
+constexpr qreal SlantedMost = 0.4; // a foot is not spread any further for a line that almost grazes the box
+constexpr qreal Corner = 4;        // the foot keeps off the round corners of a box
 
 /// Along the side of `box` on which `tip` lies.
 QPointF alongSide(const QRectF & box, const QPointF & tip)
@@ -25,14 +26,17 @@ QPointF alongSide(const QRectF & box, const QPointF & tip)
 }
 
 /// The toes stand on the border of the box, however askew the line arrives.
-std::array<QPointF, 2> toesOf(const QRectF & box, const QPointF & tip, const QPointF & along)
+std::array<QPointF, 2> toesOf(const QRectF & box, const QPointF & tip, const QPointF & way)
 {
+    const QPointF along = alongSide(box, tip);
+    const qreal upright = std::abs(along.x() != 0 ? way.y() : way.x());
+    const qreal half = HalfWidth / std::max(upright, SlantedMost);
     const QRectF inner = box.adjusted(Corner, Corner, -Corner, -Corner);
     const auto within = [&](const QPointF & point) {
         return along.x() != 0 ? QPointF(std::clamp(point.x(), inner.left(), inner.right()), point.y())
                               : QPointF(point.x(), std::clamp(point.y(), inner.top(), inner.bottom()));
     };
-    return {within(tip - along * HalfWidth), within(tip + along * HalfWidth)};
+    return {within(tip - along * half), within(tip + along * half)};
 }
 
 } // namespace
@@ -57,7 +61,7 @@ void drawMark(QPainter & painter, const QPainterPath & path, const QRectF & box,
     };
     switch (end) {
     case diagram_end::many:
-        for (const QPointF & toe : toesOf(box, tip, alongSide(box, tip))) {
+        for (const QPointF & toe : toesOf(box, tip, way)) {
             painter.drawLine(QLineF(tip + way * FootLength, toe));
         }
         circle(FootLength);

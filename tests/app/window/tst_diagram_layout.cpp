@@ -213,11 +213,21 @@ private Q_SLOTS:
             request, support::json("{'objects': [{'name': 'n0', 'pos': '50,25'}], 'edges': [{'id': 'e0', "
                                    "'pos': 's,40,50 e,60,50 34,68 30,90 70,90 66,68'}]}"));
         const QPainterPath & path = places->routes[0].path;
-        QCOMPARE(path.pointAtPercent(0), QPointF(40, -50));
-        QCOMPARE(QPointF(path.elementAt(1)), QPointF(40, -68));
-        QCOMPARE(QPointF(path.elementAt(4)), QPointF(60, -68));
-        QCOMPARE(path.pointAtPercent(1), QPointF(60, -50));
+        QCOMPARE(path.pointAtPercent(0), QPointF(39, -50));
+        QCOMPARE(QPointF(path.elementAt(1)), QPointF(39, -68));
+        QCOMPARE(QPointF(path.elementAt(4)), QPointF(61, -68));
+        QCOMPARE(path.pointAtPercent(1), QPointF(61, -50));
         QVERIFY(qAbs(path.boundingRect().top() - -84.5) < 1); // as far as dot's
+        // A second one, farther out, has its legs beside those of the first, whichever dot names first.
+        request.lines << request.lines[0];
+        const auto two = app::readDotAnswer(
+            request, support::json("{'objects': [{'name': 'n0', 'pos': '50,25'}], 'edges': [{'id': 'e0', "
+                                   "'pos': 's,36,50 e,64,50 30,68 20,120 80,120 70,68'}, {'id': 'e1', "
+                                   "'pos': 's,40,50 e,60,50 34,68 30,90 70,90 66,68'}]}"));
+        QCOMPARE(two->routes[1].path.pointAtPercent(0), QPointF(39, -50));
+        QCOMPARE(two->routes[1].path.pointAtPercent(1), QPointF(61, -50));
+        QCOMPARE(two->routes[0].path.pointAtPercent(0), QPointF(25, -50));
+        QCOMPARE(two->routes[0].path.pointAtPercent(1), QPointF(75, -50));
     }
 
     void aGridHasAPlaceForEverything()
@@ -253,23 +263,61 @@ private Q_SLOTS:
         request.lines = {{0, 1, QSizeF(20, 10)}};
         const diagram_places places = app::gridLayout(request);
         QCOMPARE(places.boxes[0].topLeft(), QPointF(0, 0));
-        QCOMPARE(places.boxes[1].topLeft(), QPointF(210, 0));
-        QCOMPARE(places.routes[0].path.pointAtPercent(0), QPointF(100, 25));
-        QCOMPARE(places.routes[0].path.pointAtPercent(1), QPointF(210, 25));
-        QCOMPARE(places.routes[0].label, QPointF(155, 25));
+        QCOMPARE(places.boxes[1].topLeft(), QPointF(210, 36));
+        const QPainterPath & path = places.routes[0].path;
+        QCOMPARE(path.elementCount(), 2);
+        QVERIFY(QLineF(path.pointAtPercent(0), QPointF(100, 33.571)).length() < 0.01);
+        QVERIFY(QLineF(path.pointAtPercent(1), QPointF(210, 52.429)).length() < 0.01);
+        QCOMPARE(places.routes[0].label, QPointF(155, 43));
     }
 
-    void aLabelKeepsOffTheBoxes()
+    void aLabelKeepsOffBoxesAndLabels()
     {
-        diagram_request request = requestOf(9, {{0, 8}, {6, 8}, {0, 2}});
+        const diagram_request request =
+            requestOf(9, {{0, 8}, {6, 8}, {0, 2}, {0, 2}, {2, 0}, {2, 6}, {3, 3}, {3, 3}});
         const diagram_places places = app::gridLayout(request);
-        for (int i = 0; i < 3; ++i) {
+        QList<QRectF> taken = places.boxes;
+        for (int i = 0; i < request.lines.size(); ++i) {
             QRectF label(QPointF(), request.lines[i].label);
             label.moveCenter(places.routes[i].label);
-            for (const QRectF & box : places.boxes) {
-                QVERIFY2(!box.intersects(label), qPrintable(QString::number(i)));
+            for (const QRectF & other : std::as_const(taken)) {
+                QVERIFY2(!other.intersects(label), qPrintable(QString::number(i)));
             }
+            taken << label;
         }
+    }
+
+    void aGridHasRoomForItsLabels()
+    {
+        diagram_request request;
+        request.boxes = {{100, 50}, {100, 50}};
+        request.lines = {{0, 1, QSizeF(164, 10)}};
+        QCOMPARE(app::gridLayout(request).boxes[1].left(), 300.0); // 100 + 164 + twice the marks' 18
+        request.lines.clear();
+        QCOMPARE(app::gridLayout(request).boxes[1].topLeft(), QPointF(130, 0));
+    }
+
+    void boxesAloneStandInRowsBelow()
+    {
+        diagram_request request = requestOf(2, {{0, 1}});
+        request.boxes = {{100, 50}, {100, 50}};
+        for (int i = 0; i < 12; ++i) {
+            request.boxes << QSizeF(100, 40);
+        }
+        diagram_places places;
+        places.boxes.resize(14);
+        places.boxes[0] = QRectF(0, 0, 100, 50);
+        places.boxes[1] = QRectF(800, 0, 100, 50);
+        places.routes.resize(1);
+        app::drawMissingLines(request, places);
+        app::placeLoners(request, places);
+        QCOMPARE(faultOf(request, places), "");
+        for (int i = 2; i < 14; ++i) {
+            QVERIFY(places.boxes[i].top() >= 110 && places.boxes[i].right() <= 900);
+        }
+        QCOMPARE(places.boxes[2].topLeft(), QPointF(0, 110));
+        QCOMPARE(places.boxes[3].topLeft(), QPointF(130, 110));
+        QCOMPARE(places.boxes[9].topLeft(), QPointF(0, 180)); // as many in a row as the rest is wide
     }
 
     void dotHasAPlaceForEverything()
