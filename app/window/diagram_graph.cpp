@@ -70,7 +70,7 @@ int inverseOf(const held_relation & one, const QList<held_relation> & held, cons
 QList<int> pairsOf(const QList<held_relation> & held)
 {
     property_index places;
-    places.reserve(static_cast<qsizetype>(held.size()));
+    places.reserve(held.size());
     for (qsizetype i = 0; i < held.size(); ++i) {
         places.insert({held[i].holder, held[i].propertyId}, static_cast<int>(i));
     }
@@ -160,7 +160,7 @@ void copyProperties(const model::entity & from, int index, const QHash<long, int
                     diagram_entity & to, QList<held_relation> & held)
 {
     const auto properties = from.getListOfProperty(true, true, false)->values();
-    to.properties.reserve(properties.size());
+    to.properties.reserve(static_cast<qsizetype>(properties.size()));
     for (const std::shared_ptr<model::property> & property : properties) {
         if (!property) {
             continue;
@@ -188,7 +188,7 @@ diagram_graph::diagram_graph(const model::project & project)
     std::vector<std::shared_ptr<model::entity>> entities = list->values();
     std::erase(entities, nullptr);
     m_indexes.reserve(static_cast<qsizetype>(entities.size()));
-    m_entities.reserve(entities.size());
+    m_entities.reserve(static_cast<qsizetype>(entities.size()));
     for (const std::shared_ptr<model::entity> & entity : entities) {
         m_indexes.insert(entity->getId(), count());
         m_entities.append(

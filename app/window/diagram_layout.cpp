@@ -12,7 +12,7 @@ namespace {
 constexpr int TimeLimit = 10000; // milliseconds
 constexpr int EndLimit = 2000;   // milliseconds that a killed process may take to go
 // An answer to the largest request has some hundred kilobytes; a program that writes on and on is not dot.
-constexpr qsizetype LargestAnswer = 64 * 1024 * 1024;
+constexpr qsizetype LargestAnswer = qsizetype(64) * 1024 * 1024;
 
 /// What a program said of its failure: the first line that is not empty, cut where it would be too long.
 QString firstLineOf(const QByteArray & errors)
