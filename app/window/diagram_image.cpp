@@ -63,7 +63,6 @@ bool writeWhole(const QString & file, const QByteArray & bytes, QString & reason
         return true;
     }
     reason = failure(file, out.errorString());
-    out.cancelWriting();
     return false;
 }
 

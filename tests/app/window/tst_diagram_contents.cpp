@@ -3,6 +3,7 @@
 #include "app/window/diagram_contents.h"
 #include "app/window/diagram_items.h"
 #include "app/window/diagram_marks.h"
+#include "app/window/diagram_scene.h"
 #include "app/window/diagram_style.h"
 
 #include "support/model_builder.h"
@@ -321,6 +322,37 @@ private Q_SLOTS:
         QCOMPARE(inkInRow(none, 36).mid(0, 2), QList<int>({24, 25}));
         QCOMPARE(none.pixelColor(33, 40), QColor(Qt::yellow));
         QVERIFY(!isInk(none, 20, 35));
+    }
+
+    void eachEndHasItsMark()
+    {
+        app::diagram_picture picture;
+        picture.contents.boxes = {{1, "a", {}, {}, {}, 0}, {2, "b", {}, {}, {}, 0}};
+        picture.places.boxes = {QRectF(0, 0, 110, 60), QRectF(210, 0, 110, 60)};
+        picture.contents.lines = {{0, 1, diagram_end::exactly_one, diagram_end::many, {}, {}, {}}};
+        QPainterPath path(QPointF(110, 40));
+        path.lineTo(210, 40);
+        picture.places.routes = {{path, {}}};
+        app::diagram_scene scene(picture, diagram_style::printed(QFont()));
+        QImage image(320, 60, QImage::Format_RGB32);
+        QPainter painter(&image);
+        scene.render(&painter, image.rect(), QRectF(0, 0, 320, 60));
+        painter.end();
+        const auto isDark = [&image](int x, int y) { return qGray(image.pixel(x, y)) < 180; };
+        QVERIFY(isDark(115, 37) && isDark(120, 37)); // two bars, and no toes
+        QVERIFY(!isDark(112, 37));
+        QVERIFY(isDark(206, 36) && isDark(206, 43)); // toes, and no bars
+        QVERIFY(!isDark(200, 36));
+    }
+
+    void grazingLinesSpreadTheirToes()
+    {
+        const QRectF box(0, 20, 60, 40);
+        QPainterPath path(QPointF(30, 20));
+        path.lineTo(70, 12);
+        const QImage image = markOf(diagram_end::many, path, box);
+        QVERIFY(isInk(image, 19, 20) && isInk(image, 41, 20));
+        QVERIFY(!isInk(image, 14, 20) && !isInk(image, 46, 20));
     }
 
     void toesStandOnTheBoxHoweverTheLineArrives()

@@ -326,6 +326,18 @@ private Q_SLOTS:
         QCOMPARE(namesOf(graph, graph.neighbourhood(6, 3, 60)), QStringList({"e7"}));
     }
 
+    void neighboursKeepTheOrderOfTheModel()
+    {
+        model_builder model = entities(5);
+        refer(model, 1, 5, 101); // found before 2
+        refer(model, 1, 2, 102);
+        refer(model, 5, 3, 501); // found before 4
+        refer(model, 2, 4, 201);
+        const diagram_graph graph(model.project());
+        QCOMPARE(namesOf(graph, graph.neighbourhood(0, 2, 60)), QStringList({"e1", "e2", "e5", "e3", "e4"}));
+        QCOMPARE(namesOf(graph, graph.neighbourhood(0, 2, 2)), QStringList({"e1", "e2"}));
+    }
+
     void showsRelationshipsBetweenNeighbours()
     {
         model_builder model = entities(4);

@@ -389,6 +389,7 @@ private Q_SLOTS:
         QTEST(places.note, "note");
         QCOMPARE(faultOf(specialRequest(), places), "");
         QCOMPARE(layout.isRunning(), false);
+        QTRY_VERIFY(layout.findChildren<QProcess *>().isEmpty());
     }
 
     void fallsBackOnAGridWithoutDot()
@@ -474,6 +475,24 @@ private Q_SLOTS:
         QTest::qWait(50);
         QCOMPARE(spy.count(), 2);
         QCOMPARE(spy[1][0].value<diagram_places>().boxes.size(), 4);
+    }
+
+    void aFailedStartOfAFormerRequestIsNotTold()
+    {
+        const shell_program bad("");
+        QVERIFY(support::writeBytes(bad.path(), "#!/nonexistent/interpreter\n"));
+        const shell_program slow("echo $$ > \"$(dirname \"$0\")/pid\"; exec sleep 60");
+        diagram_layout layout;
+        QSignalSpy spy(&layout, &diagram_layout::finished);
+        layout.setProgram(bad.path());
+        layout.start(specialRequest());
+        layout.setProgram(slow.path());
+        layout.start(specialRequest());
+        QTRY_VERIFY(!support::bytesOf(slow.file("pid")).isEmpty());
+        QTest::qWait(50);
+        QCOMPARE(spy.count(), 0);
+        QCOMPARE(layout.isRunning(), true);
+        QCOMPARE(layout.findChildren<QProcess *>().size(), 1); // the former left nothing behind
     }
 
     void whatIsCancelledIsNotTold()

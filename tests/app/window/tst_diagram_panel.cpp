@@ -390,6 +390,20 @@ private Q_SLOTS:
         QCOMPARE(f.selected.count(), 0);
     }
 
+    void anotherLargeProjectHasNoCentreYet()
+    {
+        fixture f(support::chainOf(100));
+        f.panel.selectEntity(50);
+        f.await();
+        f.show(support::chainOf(80));
+        QCOMPARE(f.boxes(100).size(), 0);
+        QCOMPARE(f.shown(), "0 of 80 entities");
+        QCOMPARE(f.view()->hint(), "Select an entity in the tree to see it and its neighbours here.");
+        f.panel.selectEntity(50); // the same number, but not the same entity
+        f.await();
+        QCOMPARE(f.shown(), "3 of 80 entities: the neighbours of e50");
+    }
+
     void takesNoProjectWhileItLaysOut()
     {
         const shell_program slow(Slow);
@@ -457,6 +471,9 @@ private Q_SLOTS:
         QCOMPARE(f.view()->boxRect(2).width(), 281); // not wider than boxes get; both borders count
         f.panel.selectEntity(2);
         QVERIFY(f.view()->accessibleDescription().startsWith("Selected: " + longName));
+        for (const char * const label : {"m_lblShown", "m_lblNote"}) {
+            QCOMPARE(f.child<QLabel>(label)->textFormat(), Qt::PlainText); // a name is no mark-up
+        }
     }
 
     void zoomsByActions()

@@ -42,6 +42,7 @@ struct svg_texts
                 continue;
             }
             if (reader.name() == QLatin1String("svg")) {
+                width = reader.attributes().value("width").toString();
                 viewBox = reader.attributes().value("viewBox").toString();
             } else if (reader.name() == QLatin1String("title")) {
                 title = reader.readElementText();
@@ -49,7 +50,11 @@ struct svg_texts
                 description = reader.readElementText();
             } else if (reader.name() == QLatin1String("text")) {
                 families << reader.attributes().value("font-family").toString();
+                const bool isItalic = reader.attributes().value("font-style") == QLatin1String("italic");
                 texts << reader.readElementText().trimmed();
+                if (isItalic) {
+                    italics << texts.constLast();
+                }
             }
         }
         error = reader.hasError() ? reader.errorString() : QString();
@@ -57,10 +62,12 @@ struct svg_texts
     }
 
     QString error;
+    QString width;
     QString viewBox;
     QString title;
     QString description;
     QStringList texts;
+    QStringList italics;
     QStringList families;
 };
 
@@ -132,6 +139,8 @@ private Q_SLOTS:
         const QRectF box = renderer.viewBoxF();
         QCOMPARE(svg.viewBox, QStringLiteral("0 0 %1 %2").arg(box.width()).arg(box.height()));
         QVERIFY(box.width() > 300 && box.width() < 1500);
+        QVERIFY2(svg.width.endsWith("mm"), qPrintable(svg.width));
+        QVERIFY(qAbs(svg.width.chopped(2).toDouble() - box.width() * 25.4 / 96) < 0.01); // a browser's pixels
         QImage image(box.size().toSize(), QImage::Format_RGB32);
         image.fill(Qt::red); // the picture brings its own ground
         QPainter painter(&image);
@@ -148,6 +157,30 @@ private Q_SLOTS:
         QVERIFY(inkOf(image.copy(0, 0, 60, image.height())) > 0);
         QVERIFY(inkOf(image.copy(image.width() - 60, 0, 60, image.height())) > 0);
         QVERIFY(inkOf(image.copy(0, image.height() - 60, image.width(), 60)) > 0);
+    }
+
+    void whatIsNotInTheTableIsItalic()
+    {
+        model_builder model = support::smallShop();
+        support::entity_builder(model.entity(1)).property(19, "cache", "int").transient();
+        show(model);
+        QString reason;
+        QVERIFY(m_panel->saveSvg(path("x.svg"), reason));
+        QCOMPARE(svg_texts(path("x.svg")).italics, QStringList({"t_order_product", "cache"}));
+    }
+
+    void anSvgTellsWhatIsNotShown()
+    {
+        show(support::chainOf(1500));
+        QSignalSpy spy(m_panel.get(), &diagram_panel::layoutFinished);
+        m_panel->selectEntity(700);
+        QVERIFY(spy.wait(20000));
+        QString reason;
+        QVERIFY(m_panel->saveSvg(path("part.svg"), reason));
+        const svg_texts svg(path("part.svg"));
+        QCOMPARE(svg.description, "3 of 1,500 entities: the neighbours of e700");
+        QCOMPARE(svg.texts.count("+1"), 2);
+        QVERIFY(svg.texts.contains("e699") && !svg.texts.contains("e698"));
     }
 
     void textsThatFitAreWhole()
@@ -327,6 +360,23 @@ private Q_SLOTS:
         QTRY_COMPARE(files(), QStringList("my_shop.svg"));
         QCOMPARE(note(), "Saved as " + path("my_shop.svg"));
         QCOMPARE(svg_texts(path("my_shop.svg")).error, "");
+    }
+
+    void rememberTheFolderWhileTheProjectStays()
+    {
+        QVERIFY(QDir(m_folder->path()).mkdir("pictures") && QDir(m_folder->path()).mkdir("other"));
+        model_builder model = support::smallShop();
+        model.project().setLocation(m_folder->path());
+        show(model);
+        save(ask(), path("pictures/a.svg"));
+        QTRY_VERIFY(QFile::exists(path("pictures/a.svg")));
+        show(model); // the file was read again
+        QFileDialog * const again = ask();
+        QCOMPARE(QDir(again->directory()).absolutePath(), path("pictures"));
+        again->reject();
+        model.project().setLocation(path("other"));
+        show(model); // another file
+        QCOMPARE(QDir(ask()->directory()).absolutePath(), path("other"));
     }
 
     void theDialogAddsTheSuffix_data()

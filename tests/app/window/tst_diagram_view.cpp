@@ -146,6 +146,43 @@ private Q_SLOTS:
         QCOMPARE(spy.count(), 0);
     }
 
+    void anotherButtonMeanwhileChangesNothing()
+    {
+        const fixture f(Five);
+        QSignalSpy spy(f.view, &diagram_view::chosen);
+        QWidget * const port = f.view->viewport();
+        QTest::mousePress(port, Qt::LeftButton, {}, f.view->boxRect(1).center());
+        QTest::mousePress(port, Qt::MiddleButton, {}, f.emptyPlace());
+        QTest::mouseRelease(port, Qt::MiddleButton, {}, f.emptyPlace());
+        QCOMPARE(spy.count(), 0);
+        QTest::mouseRelease(port, Qt::LeftButton, {}, f.view->boxRect(1).center());
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(spy[0][0].toLongLong(), 1);
+        QTest::mouseClick(port, Qt::MiddleButton, {}, f.emptyPlace());
+        QTest::mouseClick(port, Qt::RightButton, {}, f.emptyPlace());
+        QCOMPARE(spy.count(), 1); // 1 is still chosen
+    }
+
+    void fromAfarTextsAreBars()
+    {
+        const fixture f({{0, 0}});
+        const auto picture = [&f](const QString & row, const QString & label, double zoom) {
+            diagram_picture result = pictureOf({{0, 0}, {300, 0}});
+            result.contents.boxes[0].rows = {{row, app::diagram_mark::none, false, false, false}};
+            result.contents.lines[0].label = label;
+            f.view->setPicture(result);
+            f.view->showActualSize();
+            while (f.view->zoom() > zoom) {
+                f.view->zoomOut();
+            }
+            return f.view->viewport()->grab().toImage();
+        };
+        QVERIFY(picture("abba", "baab", 1) != picture("baab", "baab", 1));
+        QVERIFY(picture("abba", "abba", 1) != picture("abba", "baab", 1));
+        QCOMPARE(picture("abba", "baab", 0.25), picture("baab", "abba", 0.25));
+        QVERIFY(picture("abba", "abba", 0.25) != picture("abbaabba", "abba", 0.25)); // as long as the text
+    }
+
     void aReleaseElsewhereChoosesNothing()
     {
         const fixture f(Five);
@@ -188,6 +225,52 @@ private Q_SLOTS:
         QVERIFY(!isLike(f.lineBetween(1, 2), highlight));
         f.view->choose(0);
         QVERIFY(!isLike(f.borderOf(4), highlight));
+    }
+
+    void chosenLinesLieAboveOthers()
+    {
+        // 1 - 2 - 3 - 4: the first and the last line cross.
+        const fixture f({{0, 0}, {400, 300}, {400, 0}, {0, 300}});
+        const auto crossing = [&f] {
+            return f.view->viewport()->grab().toImage().pixelColor(
+                (f.view->boxRect(1).center() + f.view->boxRect(2).center()) / 2);
+        };
+        const QColor highlight = f.view->diagramStyle().highlight;
+        f.view->choose(1);
+        QVERIFY(isLike(crossing(), highlight));
+        f.view->choose(4);
+        QVERIFY(isLike(crossing(), highlight));
+        f.view->choose(0);
+        QVERIFY(!isLike(crossing(), highlight));
+    }
+
+    void labelsOfChosenLinesStandOut()
+    {
+        const fixture f({{0, 0}});
+        diagram_picture picture = pictureOf(Five);
+        picture.contents.lines[0].label = "buyer";
+        picture.places.routes[0].label = QPointF(150, 120);
+        f.view->setPicture(picture);
+        const auto label = [&f] {
+            QRect place(0, 0, 60, 20);
+            place.moveCenter(f.view->mapFromScene(150, 120));
+            return f.view->viewport()->grab(place).toImage();
+        };
+        const QImage former = label();
+        f.view->choose(5);
+        QCOMPARE(label(), former);
+        f.view->choose(2);
+        QVERIFY(label() != former);
+    }
+
+    void aNewPictureShowsWhatIsChosen()
+    {
+        const fixture f(Five);
+        f.view->showActualSize();
+        f.view->choose(4);
+        f.view->setPicture(pictureOf(Far));
+        QCOMPARE(f.view->zoom(), 1.0);
+        QVERIFY(f.view->viewport()->rect().contains(f.view->boxRect(4)));
     }
 
     void bringsIntoSightWhatIsChosen()
