@@ -9,8 +9,9 @@ namespace app {
 
 namespace {
 
-constexpr int RowsOfFew = 8;  // an entity with no more properties shows them all
-constexpr int RowsOfMany = 7; // beside the row that tells how many more there are
+constexpr int RowsOfFew = 8;   // an entity with no more properties shows them all
+constexpr int MostMissing = 5; // targets that a tip names one by one
+constexpr int RowsOfMany = 7;  // beside the row that tells how many more there are
 
 /// tr() for what belongs to no object.
 struct texts
@@ -61,11 +62,15 @@ QStringList factsOf(const diagram_entity & entity, int hidden)
         texts::tr("Table: %1").arg(drawable(table)),
         texts::tr("Id: %1, version: %2").arg(QString::number(entity.id), QString::number(entity.version)),
         texts::tr("Properties: %1").arg(grouped(entity.properties.size()))};
+    QStringList missing;
     for (const diagram_property & property : entity.properties) {
         if (property.isTargetMissing) {
-            facts << texts::tr("The target of %1 is missing").arg(drawable(property.name));
+            missing << texts::tr("The target of %1 is missing").arg(drawable(property.name));
         }
     }
+    facts << (missing.size() <= MostMissing
+                  ? missing
+                  : QStringList(texts::tr("Missing targets: %1").arg(grouped(missing.size()))));
     if (hidden > 0) {
         facts << texts::tr("Neighbours that are not shown: %1").arg(grouped(hidden));
     }

@@ -45,14 +45,15 @@ diagram_style diagram_style::of(const QFont & font, const QPalette & palette)
     style.heading = style.text;
     style.heading.setBold(true);
     style.small = scaled(font, 0.8);
-    const QColor base = palette.color(QPalette::Base);
-    const QColor ink = palette.color(QPalette::Text);
+    // Not the current group: nothing changes its colours when another window becomes active.
+    const QColor base = palette.color(QPalette::Active, QPalette::Base);
+    const QColor ink = palette.color(QPalette::Active, QPalette::Text);
     const bool isDark = base.lightnessF() < ink.lightnessF();
     const QColor tint = isDark ? QColor(0x6f, 0x9b, 0xd8) : QColor(0x3d, 0x70, 0xb2);
     style.canvas = isDark ? mixed(base, Qt::black, 0.15) : mixed(base, ink, 0.025);
     style.body = isDark ? mixed(base, ink, 0.05) : base;
     style.header = mixed(style.body, tint, isDark ? 0.3 : 0.2);
-    style.highlight = palette.color(QPalette::Highlight);
+    style.highlight = palette.color(QPalette::Active, QPalette::Highlight);
     style.chosenHeader = mixed(style.body, style.highlight, isDark ? 0.55 : 0.45);
     style.frame = mixed(style.body, mixed(ink, tint, 0.5), isDark ? 0.5 : 0.45);
     style.ink = ink;

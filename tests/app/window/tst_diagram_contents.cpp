@@ -163,6 +163,18 @@ private Q_SLOTS:
                                          "No relationships are shown.");
     }
 
+    void aTipStaysShort()
+    {
+        model_builder model;
+        auto e = model.entity(1, "a");
+        for (int i = 1; i <= 5; ++i) {
+            e.relation(i, QStringLiteral("r%1").arg(i), i, relationship::many_to_one, 99);
+        }
+        QVERIFY(contentsOf(model).boxes[0].tip.endsWith("<br>The target of r5 is missing</p>"));
+        e.relation(6, "r6", 6, relationship::many_to_one, 99);
+        QVERIFY(contentsOf(model).boxes[0].tip.endsWith("<br>Properties: 6<br>Missing targets: 6</p>"));
+    }
+
     void tellsWhoIsConnected()
     {
         model_builder model;
@@ -397,6 +409,17 @@ private Q_SLOTS:
             QVERIFY(contrast(style.line, style.canvas) > 3);
             QCOMPARE(style.body.lightness() > 128, palette.color(QPalette::Base) == QColor(Qt::white));
         }
+        // Nor do they change when another window becomes active.
+        QPalette inactive = light;
+        inactive.setCurrentColorGroup(QPalette::Inactive);
+        for (const QPalette::ColorRole role : {QPalette::Base, QPalette::Text, QPalette::Highlight}) {
+            inactive.setColor(QPalette::Inactive, role, Qt::magenta);
+        }
+        const diagram_style active = diagram_style::of(QFont(), light);
+        const diagram_style other = diagram_style::of(QFont(), inactive);
+        QCOMPARE(other.body, active.body);
+        QCOMPARE(other.ink, active.ink);
+        QCOMPARE(other.highlight, active.highlight);
         QCOMPARE(diagram_style::printed(QFont()).canvas, QColor(Qt::white));
         QCOMPARE(diagram_style::printed(QFont()).body, QColor(Qt::white));
     }
