@@ -204,21 +204,22 @@ private Q_SLOTS:
     {
         model_builder model;
         auto stage = model.entity(1, "stage");
-        auto helper = model.entity(2, "helper");
+        auto volunteer = model.entity(2, "volunteer");
         stage.relation(1, "crew", 1, relationship::many_to_many, 2).linkTable("t_link", "a", "b", 2);
-        helper.relation(2, "stages", 2, relationship::many_to_many, 1).linkTable("t_link", "b", "a", 1);
+        volunteer.relation(2, "stages", 2, relationship::many_to_many, 1).linkTable("t_link", "b", "a", 1);
         stage.relation(3, "list", 3, relationship::one_to_many, 2).relation()->setInverseId(4);
-        helper.relation(4, "place", 4, relationship::many_to_one, 1);
+        volunteer.relation(4, "place", 4, relationship::many_to_one, 1);
         const diagram_contents contents = contentsOf(model);
         QCOMPARE(contents.lines.size(), 2);
         QCOMPARE(contents.lines[0].label, "crew");
         QCOMPARE(contents.lines[0].linkTable, "t_link");
-        QCOMPARE(contents.lines[0].tip,
-                 "<p style='white-space:pre'><b>stage.crew</b><br>stage: any number for each helper<br>"
-                 "helper: any number for each stage<br>Inverse: helper.stages<br>Link table: t_link</p>");
+        QCOMPARE(
+            contents.lines[0].tip,
+            "<p style='white-space:pre'><b>stage.crew</b><br>stage: any number for each volunteer<br>"
+            "volunteer: any number for each stage<br>Inverse: volunteer.stages<br>Link table: t_link</p>");
         QCOMPARE(contents.lines[1].label, "place");
         QCOMPARE(contents.lines[1].linkTable, "");
-        QVERIFY(contents.lines[1].tip.contains("<b>helper.place</b>"));
+        QVERIFY(contents.lines[1].tip.contains("<b>volunteer.place</b>"));
         QVERIFY(contents.lines[1].tip.contains("<br>Inverse: stage.list</p>"));
     }
 
