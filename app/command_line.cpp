@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <string>
@@ -12,7 +13,10 @@ namespace app {
 namespace {
 
 const char Examples[] =
+    "Without a command the main window opens.\n"
+    "\n"
     "Examples:\n"
+    "  korvane shop.korv                           open a project in the main window\n"
     "  korvane import shop.json shop.korv          make a project of a model written as text\n"
     "  korvane tag shop.korv -m \"first release\"    keep its state as a version\n"
     "  korvane export shop.korv -y --KorvGenericDDLExport_path=sql --KorvGenericDDLExport_db_type=3\n"
@@ -58,6 +62,7 @@ struct parser
         "korvane"};
     std::string modelFile;
     std::string projectFile;
+    std::string windowFile;
     std::string message;
     std::string pluginName;
     bool answerYes = false;
@@ -82,6 +87,7 @@ parser::parser()
     app.set_help_flag("-h,--help", "Print this help and end");
     app.footer(Examples);
     app.require_subcommand(0, 1);
+    app.add_option("PROJECT.korv", windowFile, "A project file to open in the main window")->type_name("");
 
     CLI::App * const import =
         add(command_line::import, "import", "Create a project from its text form, or replace its model");
@@ -114,14 +120,36 @@ command_line wrongLine(const QString & reason)
     return line;
 }
 
+/// A mistyped command is no project: a window that says so would be of no use in a terminal.
+command_line checkedWindow(const command_line & line)
+{
+    const QFileInfo file(line.projectFile);
+    const bool isMeant =
+        line.projectFile.isEmpty() || file.exists() || file.suffix().toLower() == QLatin1String("korv");
+    return isMeant ? line
+                   : wrongLine(QStringLiteral("korvane: '%1' is neither a command nor a project file "
+                                              "('korvane --help' tells how to call it)")
+                                   .arg(line.projectFile));
+}
+
 command_line parsed(const parser & p, export_request & request)
 {
-    command_line line = wrongLine(QStringLiteral("korvane: a command is needed"));
+    command_line line;
+    line.command = command_line::window;
+    line.projectFile = fromStd(p.windowFile);
     line.help = fromStd(p.app.help()).trimmed();
     for (const auto & [command, type] : p.commands) {
         if (command->parsed()) {
             line.command = type;
         }
+    }
+    if (line.command == command_line::window) {
+        return checkedWindow(line);
+    }
+    if (!p.windowFile.empty()) {
+        return wrongLine(QStringLiteral("korvane: '%1' stands before the command ('korvane --help' tells how "
+                                        "to call it)")
+                             .arg(line.projectFile));
     }
     line.modelFile = fromStd(p.modelFile);
     line.projectFile = fromStd(p.projectFile);

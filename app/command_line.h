@@ -18,7 +18,8 @@ struct command_line
         tag,
         log,
         export_project,
-        plugins
+        plugins,
+        window ///< the main window, with `projectFile` open if it is not empty
     };
 
     command_type command = wrong;

@@ -29,6 +29,9 @@ struct export_request
 int exportProject(const export_request & request);
 /// Lists the plug-ins found, with their description and command-line help. Needs a QApplication.
 int listPlugins();
+/// Shows the main window, with a project open if `projectFile` is not empty, until it is closed. Needs a
+/// QApplication.
+int showWindow(const QString & projectFile);
 
 /// Writes `text` as one line to standard error, with line ends and control characters made harmless.
 void printError(const QString & text);

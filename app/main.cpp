@@ -4,6 +4,7 @@
 #include <QApplication>
 
 #include <csignal>
+#include <cstdlib>
 #include <memory>
 
 namespace {
@@ -33,6 +34,8 @@ int run(const app::command_line & line)
         return app::exportProject(line.request);
     case command_line::plugins:
         return app::listPlugins();
+    case command_line::window:
+        return app::showWindow(line.projectFile);
     }
     return 2;
 }
@@ -50,13 +53,48 @@ void withoutSessionComplaints(QtMsgType type, const QMessageLogContext & context
     }
 }
 
+/// A display that cannot be reached ends the program inside Qt; the reason is told as all others are.
+void displayComplaints(QtMsgType type, const QMessageLogContext & context, const QString & text)
+{
+    if (type == QtFatalMsg) {
+        app::printError(
+            QStringLiteral("The window cannot be shown: no display can be reached ('korvane --help' "
+                           "lists the commands, which need none)"));
+        std::_Exit(1);
+    }
+    // Before that Qt tells the same in words of its own.
+    if (!QByteArray(context.category).startsWith("qt.qpa")) {
+        formerHandler(type, context, text);
+    }
+}
+
+bool hasDisplay()
+{
+#ifdef Q_OS_LINUX
+    return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+#else
+    return true;
+#endif
+}
+
+std::unique_ptr<QCoreApplication> makeWindowApplication(int & argc, char ** argv)
+{
+    formerHandler = qInstallMessageHandler(displayComplaints);
+    auto application = std::make_unique<QApplication>(argc, argv);
+    qInstallMessageHandler(formerHandler);
+    // Under these names the window's layout and the recent files are kept.
+    QCoreApplication::setOrganizationName(QStringLiteral("korvane"));
+    QCoreApplication::setApplicationName(QStringLiteral("korvane"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(KORVANE_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("korvane"));
+    return application;
+}
+
 /// Plug-ins use widgets, which need no display for a command: not even the one that the environment of the
 /// person's desktop asks for, which may be out of reach.
-std::unique_ptr<QCoreApplication> makeApplication(int & argc, char ** argv, bool withPlugins)
+std::unique_ptr<QCoreApplication> makeApplicationWithPlugins(int & argc, char ** argv)
 {
-    if (!withPlugins) {
-        return std::make_unique<QCoreApplication>(argc, argv);
-    }
     // Of the platforms without a display this one leaves the fonts alone until a window wants text.
     qputenv("QT_QPA_PLATFORM", "minimal");
     formerHandler = qInstallMessageHandler(withoutSessionComplaints);
@@ -64,6 +102,31 @@ std::unique_ptr<QCoreApplication> makeApplication(int & argc, char ** argv, bool
     // A question is the only window there is while it is shown: answering it must not end the program.
     QApplication::setQuitOnLastWindowClosed(false);
     return application;
+}
+
+std::unique_ptr<QCoreApplication> makeApplication(int & argc, char ** argv,
+                                                  app::command_line::command_type command)
+{
+    switch (command) {
+    case app::command_line::window:
+        return makeWindowApplication(argc, argv);
+    case app::command_line::export_project:
+    case app::command_line::plugins:
+        return makeApplicationWithPlugins(argc, argv);
+    default:
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+}
+
+/// What a command line without a command comes to where no window can be shown.
+app::command_line withoutWindow(app::command_line line)
+{
+    line.command = app::command_line::wrong;
+    if (!line.projectFile.isEmpty()) {
+        line.help.clear();
+    }
+    line.text = QStringLiteral("korvane: there is no display for the window; a command is needed");
+    return line;
 }
 
 } // namespace
@@ -76,11 +139,12 @@ int main(int argc, char ** argv)
     for (int i = 1; i < argc; ++i) {
         arguments << QString::fromLocal8Bit(argv[i]);
     }
-    const app::command_line line = app::parseCommandLine(arguments);
-    const bool withPlugins =
-        line.command == app::command_line::export_project || line.command == app::command_line::plugins;
+    app::command_line line = app::parseCommandLine(arguments);
+    if (line.command == app::command_line::window && !hasDisplay()) {
+        line = withoutWindow(line);
+    }
     int ownArguments = 1; // the rest is ours, Qt's own options are none of this program
-    const std::unique_ptr<QCoreApplication> application = makeApplication(ownArguments, argv, withPlugins);
+    const std::unique_ptr<QCoreApplication> application = makeApplication(ownArguments, argv, line.command);
     app::speakLanguageOfUser();
     return app::finishOutput(run(line));
 }

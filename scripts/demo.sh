@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install_dependencies.sh
 cmake --preset release >/dev/null
-cmake --build --preset release --target korvane KorvGenericDDLExport
+cmake --build --preset release --target korvane KorvGenericDDLExport manual translations
 
 folder=${1:-out}
 mkdir -p "$folder"

@@ -1,9 +1,14 @@
 #!/usr/bin/env bash
 # Takes the pictures of the manual (docs/images) anew, on a display that nobody sees.
 # Needs the Debian packages xvfb, xauth and fonts-dejavu-core.
+#
+# usage: screenshots.sh [FOLDER [all]]     "all" takes more states of the main window than the manual shows;
+#                                          QT_SCALE_FACTOR=2 in the environment takes them at double size
 set -euo pipefail
 cd "$(dirname "$0")/.."
 cmake --preset dev >/dev/null
 cmake --build --preset dev --target screenshots
-mkdir -p docs/images
-LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb xvfb-run -a -s "-screen 0 1600x1200x24" build/dev/bin/screenshots docs/images
+folder=${1:-docs/images}
+mkdir -p "$folder"
+LC_ALL=C.UTF-8 QT_QPA_PLATFORM=xcb xvfb-run -a -s "-screen 0 3200x2400x24" \
+    build/dev/bin/screenshots "$folder" ${2:+"$2"}

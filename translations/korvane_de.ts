@@ -2,6 +2,1186 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>app::diagram_contents</name>
+    <message>
+        <source>… %1 more</source>
+        <translation>… %1 weitere</translation>
+    </message>
+    <message>
+        <source>Table: %1</source>
+        <translation>Tabelle: %1</translation>
+    </message>
+    <message>
+        <source>Id: %1, version: %2</source>
+        <translation>Id: %1, Version: %2</translation>
+    </message>
+    <message>
+        <source>Properties: %1</source>
+        <translation>Eigenschaften: %1</translation>
+    </message>
+    <message>
+        <source>The target of %1 is missing</source>
+        <translation>Das Ziel von %1 fehlt</translation>
+    </message>
+    <message>
+        <source>Neighbours that are not shown: %1</source>
+        <translation>Nicht gezeigte Nachbarn: %1</translation>
+    </message>
+    <message>
+        <source>none or one</source>
+        <translation>keine oder eine</translation>
+    </message>
+    <message>
+        <source>exactly one</source>
+        <translation>genau eine</translation>
+    </message>
+    <message>
+        <source>any number</source>
+        <translation>beliebig viele</translation>
+    </message>
+    <message>
+        <source>%1: %2 for each %3</source>
+        <translation>%1: %2 je %3</translation>
+    </message>
+    <message>
+        <source>Inverse: %1.%2</source>
+        <translation>Invers: %1.%2</translation>
+    </message>
+    <message>
+        <source>Link table: %1</source>
+        <translation>Verknüpfungstabelle: %1</translation>
+    </message>
+    <message>
+        <source>. No relationships are shown.</source>
+        <translation>. Es werden keine Beziehungen gezeigt.</translation>
+    </message>
+    <message>
+        <source>. Connected with %1.</source>
+        <translation>. Verbunden mit %1.</translation>
+    </message>
+    <message>
+        <source>Missing targets: %1</source>
+        <translation>Fehlende Ziele: %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::diagram_image</name>
+    <message>
+        <source>The diagram was not written to %1: %2</source>
+        <translation>Das Diagramm wurde nicht nach %1 geschrieben: %2</translation>
+    </message>
+    <message>
+        <source>it is there, but it is no file</source>
+        <translation>Das ist vorhanden, aber keine Datei</translation>
+    </message>
+    <message>
+        <source>it cannot be drawn</source>
+        <translation>Es kann nicht gezeichnet werden</translation>
+    </message>
+    <message>
+        <source>there is not enough memory for the picture</source>
+        <translation>Der Speicher reicht für das Bild nicht aus</translation>
+    </message>
+    <message>
+        <source>The diagram is large: the picture was made smaller, %1 × %2 pixels</source>
+        <translation>Das Diagramm ist groß: Das Bild wurde auf %1 × %2 Pixel verkleinert</translation>
+    </message>
+</context>
+<context>
+    <name>app::diagram_items</name>
+    <message>
+        <source>PK</source>
+        <comment>primary key</comment>
+        <translation>PK</translation>
+    </message>
+    <message>
+        <source>FK</source>
+        <comment>foreign key</comment>
+        <translation>FK</translation>
+    </message>
+</context>
+<context>
+    <name>app::diagram_layout</name>
+    <message>
+        <source>Graphviz (dot) took longer than %1 s</source>
+        <translation>Graphviz (dot) hat länger als %1 s gebraucht</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) is not installed</source>
+        <translation>Graphviz (dot) ist nicht installiert</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) could not be started (%1)</source>
+        <translation>Graphviz (dot) konnte nicht gestartet werden (%1)</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) wrote more than a layout</source>
+        <translation>Graphviz (dot) hat mehr als eine Anordnung ausgegeben</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) crashed</source>
+        <translation>Graphviz (dot) ist abgestürzt</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) failed with status %1</source>
+        <translation>Graphviz (dot) ist mit dem Status %1 fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) failed with status %1 (%2)</source>
+        <translation>Graphviz (dot) ist mit dem Status %1 fehlgeschlagen (%2)</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) gave no layout that can be read</source>
+        <translation>Graphviz (dot) hat keine lesbare Anordnung geliefert</translation>
+    </message>
+    <message>
+        <source>%1: the entities stand in a grid</source>
+        <translation>%1: Die Entitäten stehen in einem Raster</translation>
+    </message>
+</context>
+<context>
+    <name>app::diagram_panel</name>
+    <message>
+        <source>Laying out…</source>
+        <translation>Wird angeordnet…</translation>
+    </message>
+    <message>
+        <source>No project is open.</source>
+        <translation>Es ist kein Projekt geöffnet.</translation>
+    </message>
+    <message>
+        <source>The project has no entities.</source>
+        <translation>Das Projekt hat keine Entitäten.</translation>
+    </message>
+    <message>
+        <source>Select an entity in the tree to see it and its neighbours here.</source>
+        <translation>Wählen Sie im Baum eine Entität, um sie und ihre Nachbarn hier zu sehen.</translation>
+    </message>
+    <message>
+        <source>1 entity</source>
+        <translation>1 Entität</translation>
+    </message>
+    <message>
+        <source>All %1 entities</source>
+        <translation>Alle %1 Entitäten</translation>
+    </message>
+    <message>
+        <source>%1 of %2 entities</source>
+        <translation>%1 von %2 Entitäten</translation>
+    </message>
+    <message>
+        <source>%1 of %2 entities: the neighbours of %3</source>
+        <translation>%1 von %2 Entitäten: die Nachbarn von %3</translation>
+    </message>
+    <message>
+        <source>%1 of %2 entities: the neighbours of %3 up to distance %4</source>
+        <translation>%1 von %2 Entitäten: die Nachbarn von %3 bis zum Abstand %4</translation>
+    </message>
+    <message>
+        <source>; %1 more are left out</source>
+        <translation>; %1 weitere sind weggelassen</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>There is no diagram to save.</source>
+        <translation>Es gibt kein Diagramm zu speichern.</translation>
+    </message>
+    <message>
+        <source>Diagram of the project</source>
+        <translation>Diagramm des Projekts</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;in</source>
+        <translation>Ver&amp;größern</translation>
+    </message>
+    <message>
+        <source>Show the diagram larger</source>
+        <translation>Das Diagramm größer zeigen</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;out</source>
+        <translation>Verk&amp;leinern</translation>
+    </message>
+    <message>
+        <source>Show the diagram smaller</source>
+        <translation>Das Diagramm kleiner zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Fit</source>
+        <translation>Ein&amp;passen</translation>
+    </message>
+    <message>
+        <source>Show the whole diagram</source>
+        <translation>Das ganze Diagramm zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Actual size (100 %)</source>
+        <translation>&amp;Originalgröße (100 %)</translation>
+    </message>
+    <message>
+        <source>Show the diagram at its own size</source>
+        <translation>Das Diagramm in seiner eigenen Größe zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;Save diagram…</source>
+        <translation>Diagramm &amp;speichern…</translation>
+    </message>
+    <message>
+        <source>Save the diagram as an SVG or PNG file</source>
+        <translation>Das Diagramm als SVG- oder PNG-Datei speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Distance</source>
+        <translation>&amp;Abstand</translation>
+    </message>
+    <message>
+        <source>Distance of the neighbours that are shown</source>
+        <translation>Abstand der gezeigten Nachbarn</translation>
+    </message>
+    <message>
+        <source>How many relationships away an entity may be to be shown (large projects only)</source>
+        <translation>Wie viele Beziehungen eine Entität entfernt sein darf, um gezeigt zu werden (nur bei großen Projekten)</translation>
+    </message>
+    <message>
+        <source>Diagram</source>
+        <translation>Diagramm</translation>
+    </message>
+    <message>
+        <source>Distance:</source>
+        <translation>Abstand:</translation>
+    </message>
+    <message>
+        <source>What the diagram shows</source>
+        <translation>Was das Diagramm zeigt</translation>
+    </message>
+    <message>
+        <source>Note on the diagram</source>
+        <translation>Hinweis zum Diagramm</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+    <message>
+        <source>Save diagram</source>
+        <translation>Diagramm speichern</translation>
+    </message>
+    <message>
+        <source>PNG picture (*.png)</source>
+        <translation>PNG-Bild (*.png)</translation>
+    </message>
+    <message>
+        <source>SVG picture (*.svg)</source>
+        <translation>SVG-Bild (*.svg)</translation>
+    </message>
+    <message>
+        <source>Korvane - Diagram</source>
+        <translation>Korvane - Diagramm</translation>
+    </message>
+    <message>
+        <source>%1 is already there. Is it to be replaced?</source>
+        <translation>%1 ist bereits vorhanden. Soll die Datei ersetzt werden?</translation>
+    </message>
+    <message>
+        <source>Saved as %1</source>
+        <translation>Gespeichert als %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::diagram_view</name>
+    <message>
+        <source>No entity is selected.</source>
+        <translation>Es ist keine Entität ausgewählt.</translation>
+    </message>
+    <message>
+        <source>Selected: %1</source>
+        <translation>Ausgewählt: %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::export_menu</name>
+    <message>
+        <source>&amp;Export</source>
+        <translation>&amp;Export</translation>
+    </message>
+    <message>
+        <source>No plug-in was found</source>
+        <translation>Es wurde kein Plugin gefunden</translation>
+    </message>
+    <message>
+        <source>%1 %2: %3</source>
+        <translation>%1 %2: %3</translation>
+    </message>
+    <message>
+        <source>Hold Shift to start the script debugger.</source>
+        <translation>Halten Sie die Umschalttaste gedrückt, um den Skript-Debugger zu starten.</translation>
+    </message>
+    <message>
+        <source>Settings of %1…</source>
+        <translation>Einstellungen von %1…</translation>
+    </message>
+    <message>
+        <source>Edit the settings that are stored in the project</source>
+        <translation>Die im Projekt gespeicherten Einstellungen bearbeiten</translation>
+    </message>
+</context>
+<context>
+    <name>app::find_bar</name>
+    <message>
+        <source>Match case</source>
+        <translation>Groß-/Kleinschreibung</translation>
+    </message>
+    <message>
+        <source>Text to find</source>
+        <translation>Gesuchter Text</translation>
+    </message>
+    <message>
+        <source>Matches</source>
+        <translation>Treffer</translation>
+    </message>
+    <message>
+        <source>Find:</source>
+        <translation>Suchen:</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <translation>Vorheriger</translation>
+    </message>
+    <message>
+        <source>Previous match (Shift+F3)</source>
+        <translation>Vorheriger Treffer (Umschalt+F3)</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Nächster</translation>
+    </message>
+    <message>
+        <source>Next match (F3)</source>
+        <translation>Nächster Treffer (F3)</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Close the search (Escape)</source>
+        <translation>Die Suche schließen (Esc)</translation>
+    </message>
+    <message>
+        <source>No match</source>
+        <translation>Kein Treffer</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <comment>matches</comment>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>1 match</source>
+        <translation>1 Treffer</translation>
+    </message>
+    <message>
+        <source>%1 matches</source>
+        <translation>%1 Treffer</translation>
+    </message>
+</context>
+<context>
+    <name>app::message_list</name>
+    <message>
+        <source>Error: %1</source>
+        <translation>Fehler: %1</translation>
+    </message>
+    <message>
+        <source>Warning: %1</source>
+        <translation>Warnung: %1</translation>
+    </message>
+    <message>
+        <source>%1 older lines were dropped</source>
+        <translation>%1 ältere Zeilen wurden verworfen</translation>
+    </message>
+</context>
+<context>
+    <name>app::message_panel</name>
+    <message>
+        <source>No messages</source>
+        <translation>Keine Meldungen</translation>
+    </message>
+    <message>
+        <source>1 message</source>
+        <translation>1 Meldung</translation>
+    </message>
+    <message>
+        <source>%1 messages</source>
+        <translation>%1 Meldungen</translation>
+    </message>
+    <message>
+        <source>no errors</source>
+        <translation>keine Fehler</translation>
+    </message>
+    <message>
+        <source>1 error</source>
+        <translation>1 Fehler</translation>
+    </message>
+    <message>
+        <source>%1 errors</source>
+        <translation>%1 Fehler</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>messages, errors</comment>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Errors only</source>
+        <translation>Nur Fehler</translation>
+    </message>
+    <message>
+        <source>Show errors only</source>
+        <translation>Nur Fehler zeigen</translation>
+    </message>
+    <message>
+        <source>Copy all</source>
+        <translation>Alles kopieren</translation>
+    </message>
+    <message>
+        <source>Copy all messages shown</source>
+        <translation>Alle gezeigten Meldungen kopieren</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Clear the messages</source>
+        <translation>Die Meldungen leeren</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>Gescheitert</translation>
+    </message>
+</context>
+<context>
+    <name>app::project_tree</name>
+    <message>
+        <source>Model</source>
+        <translation>Modell</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Shows what has each of these words in its name, type, table or columns</source>
+        <translation>Zeigt, was jedes dieser Wörter in Name, Typ, Tabelle oder Spalten enthält</translation>
+    </message>
+    <message>
+        <source>Entities, properties and relationships</source>
+        <translation>Entitäten, Eigenschaften und Beziehungen</translation>
+    </message>
+    <message>
+        <source>No project is open</source>
+        <translation>Es ist kein Projekt geöffnet</translation>
+    </message>
+    <message>
+        <source>The project has no entities</source>
+        <translation>Das Projekt hat keine Entitäten</translation>
+    </message>
+    <message>
+        <source>Nothing matches &apos;%1&apos;</source>
+        <translation>Nichts passt zu &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>%1 of 1 entity</source>
+        <translation>%1 von 1 Entität</translation>
+    </message>
+    <message>
+        <source>%1 of %2 entities</source>
+        <translation>%1 von %2 Entitäten</translation>
+    </message>
+    <message>
+        <source>1 entity</source>
+        <translation>1 Entität</translation>
+    </message>
+    <message>
+        <source>%1 entities</source>
+        <translation>%1 Entitäten</translation>
+    </message>
+</context>
+<context>
+    <name>app::project_tree_text</name>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>In the database</source>
+        <translation>Datenbank</translation>
+    </message>
+    <message>
+        <source>%1, inverse of %2</source>
+        <translation>%1, invers zu %2</translation>
+    </message>
+    <message>
+        <source>link table %1</source>
+        <translation>über %1</translation>
+    </message>
+    <message>
+        <source>Table: %1</source>
+        <translation>Tabelle: %1</translation>
+    </message>
+    <message>
+        <source>Id: %1</source>
+        <translation>Id: %1</translation>
+    </message>
+    <message>
+        <source>Version: %1</source>
+        <translation>Version: %1</translation>
+    </message>
+    <message>
+        <source>Soft-delete column: %1</source>
+        <translation>Soft-Delete-Spalte: %1</translation>
+    </message>
+    <message>
+        <source>Key: %1 (%2)</source>
+        <translation>Schlüssel: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Key: none</source>
+        <translation>Schlüssel: keiner</translation>
+    </message>
+    <message>
+        <source>Type: %1</source>
+        <translation>Typ: %1</translation>
+    </message>
+    <message>
+        <source>Transient: it is not stored in the database</source>
+        <translation>Transient: nicht in der Datenbank gespeichert</translation>
+    </message>
+    <message>
+        <source>In the database: %1</source>
+        <translation>In der Datenbank: %1</translation>
+    </message>
+    <message>
+        <source>In the database: no column</source>
+        <translation>In der Datenbank: keine Spalte</translation>
+    </message>
+    <message>
+        <source>SQL type: %1</source>
+        <translation>SQL-Typ: %1</translation>
+    </message>
+    <message>
+        <source>Relationship: %1</source>
+        <translation>Beziehung: %1</translation>
+    </message>
+    <message>
+        <source>Inverse of: %1</source>
+        <translation>Invers zu: %1</translation>
+    </message>
+    <message>
+        <source>Link table: %1</source>
+        <translation>Verknüpfungstabelle: %1</translation>
+    </message>
+    <message>
+        <source>entity %1</source>
+        <translation>Entität %1</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 zu %2</translation>
+    </message>
+    <message>
+        <source>relationship to %1</source>
+        <translation>Beziehung zu %1</translation>
+    </message>
+    <message>
+        <source>missing entity %1</source>
+        <translation>fehlende Entität %1</translation>
+    </message>
+    <message>
+        <source>one-to-one</source>
+        <translation>1:1</translation>
+    </message>
+    <message>
+        <source>one-to-many</source>
+        <translation>1:n</translation>
+    </message>
+    <message>
+        <source>many-to-one</source>
+        <translation>n:1</translation>
+    </message>
+    <message>
+        <source>many-to-many</source>
+        <translation>n:m</translation>
+    </message>
+    <message>
+        <source>(no type)</source>
+        <translation>(kein Typ)</translation>
+    </message>
+    <message>
+        <source>(transient)</source>
+        <translation>(transient)</translation>
+    </message>
+    <message>
+        <source>(no column)</source>
+        <translation>(keine Spalte)</translation>
+    </message>
+    <message>
+        <source>key</source>
+        <translation>Schlüssel</translation>
+    </message>
+    <message>
+        <source>unique</source>
+        <translation>eindeutig</translation>
+    </message>
+    <message>
+        <source>indexed</source>
+        <translation>indiziert</translation>
+    </message>
+    <message>
+        <source>not null</source>
+        <translation>nicht NULL</translation>
+    </message>
+    <message>
+        <source>transient</source>
+        <translation>transient</translation>
+    </message>
+</context>
+<context>
+    <name>app::project_tree_view</name>
+    <message>
+        <source>&amp;Copy name</source>
+        <translation>Namen &amp;kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Go to target</source>
+        <translation>&amp;Zum Ziel gehen</translation>
+    </message>
+    <message>
+        <source>&amp;Expand all</source>
+        <translation>Alles &amp;aufklappen</translation>
+    </message>
+    <message>
+        <source>C&amp;ollapse all</source>
+        <translation>Alles z&amp;uklappen</translation>
+    </message>
+</context>
+<context>
+    <name>app::project_window</name>
+    <message>
+        <source>Entities: %1   Properties: %2   Relationships: %3</source>
+        <translation>Entitäten: %1   Eigenschaften: %2   Beziehungen: %3</translation>
+    </message>
+    <message>
+        <source>Plug-ins</source>
+        <translation>Plugins</translation>
+    </message>
+    <message>
+        <source>Not every plug-in can be used</source>
+        <translation>Nicht alle Plugins können verwendet werden</translation>
+    </message>
+    <message>
+        <source>The window closes when the export has ended</source>
+        <translation>Das Fenster schließt sich, sobald der Export beendet ist</translation>
+    </message>
+    <message>
+        <source>Korvane - Open</source>
+        <translation>Korvane - Öffnen</translation>
+    </message>
+    <message>
+        <source>%1 opened</source>
+        <translation>%1 geöffnet</translation>
+    </message>
+    <message>
+        <source>Korvane - Project file</source>
+        <translation>Korvane - Projektdatei</translation>
+    </message>
+    <message>
+        <source>%1
+
+What is shown is the project as it was read last. &quot;File &gt; Save text…&quot; keeps its model.</source>
+        <translation>%1
+
+Gezeigt wird das Projekt, wie es zuletzt gelesen wurde. &quot;Datei &gt; Text speichern…&quot; bewahrt sein Modell.</translation>
+    </message>
+    <message>
+        <source>Korvane</source>
+        <translation>Korvane</translation>
+    </message>
+    <message>
+        <source>%1, cannot be read any more</source>
+        <translation>%1, nicht mehr lesbar</translation>
+    </message>
+    <message>
+        <source>%1 (%2) - Korvane</source>
+        <translation>%1 (%2) - Korvane</translation>
+    </message>
+    <message>
+        <source>No project was opened yet</source>
+        <translation>Es wurde noch kein Projekt geöffnet</translation>
+    </message>
+    <message>
+        <source>&amp;Clear this list</source>
+        <translation>Diese &amp;Liste leeren</translation>
+    </message>
+    <message>
+        <source>Projects (*.korv)</source>
+        <translation>Projekte (*.korv)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Korvane - Import text</source>
+        <translation>Korvane - Text importieren</translation>
+    </message>
+    <message>
+        <source>Models written as text (*.json)</source>
+        <translation>Modelle in Textform (*.json)</translation>
+    </message>
+    <message>
+        <source>Korvane - Import %1 into the project file</source>
+        <translation>Korvane - %1 in die Projektdatei importieren</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is there already.
+Do you want to replace its model by the one of &apos;%2&apos;? Its settings and its versions stay.</source>
+        <translation>&apos;%1&apos; ist bereits vorhanden.
+Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und Versionen bleiben erhalten.</translation>
+    </message>
+    <message>
+        <source>Import of %1</source>
+        <translation>Import von %1</translation>
+    </message>
+    <message>
+        <source>Project &apos;%1&apos; imported into %2. Entities: %3</source>
+        <translation>Projekt &apos;%1&apos; in %2 importiert. Entitäten: %3</translation>
+    </message>
+    <message>
+        <source>Korvane - Save text</source>
+        <translation>Korvane - Text speichern</translation>
+    </message>
+    <message>
+        <source>%1 written</source>
+        <translation>%1 geschrieben</translation>
+    </message>
+    <message>
+        <source>Korvane - Reload</source>
+        <translation>Korvane - Neu laden</translation>
+    </message>
+    <message>
+        <source>%1 is up to date</source>
+        <translation>%1 ist auf dem neuesten Stand</translation>
+    </message>
+    <message>
+        <source>Korvane - Tag project state</source>
+        <translation>Korvane - Projektstand markieren</translation>
+    </message>
+    <message>
+        <source>Version %1 of %2 tagged</source>
+        <translation>Version %1 von %2 angelegt</translation>
+    </message>
+    <message>
+        <source>Korvane - Versions</source>
+        <translation>Korvane - Versionen</translation>
+    </message>
+    <message>
+        <source>Korvane - Export</source>
+        <translation>Korvane - Export</translation>
+    </message>
+    <message>
+        <source>Export of &apos;%1&apos; with %2</source>
+        <translation>Export von &apos;%1&apos; mit %2</translation>
+    </message>
+    <message>
+        <source>The export failed</source>
+        <translation>Der Export ist fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>The export failed: see the messages</source>
+        <translation>Der Export ist fehlgeschlagen: siehe Meldungen</translation>
+    </message>
+    <message>
+        <source>Nothing was written: the export was cancelled, or it is one of the steps between versions and no version is tagged yet</source>
+        <translation>Es wurde nichts geschrieben: Der Export wurde abgebrochen, oder er betrifft die Schritte zwischen Versionen und es ist noch keine Version angelegt</translation>
+    </message>
+    <message>
+        <source>Scripts written to %1: %2</source>
+        <translation>Nach %1 geschriebene Skripte: %2</translation>
+    </message>
+    <message>
+        <source>Korvane - Settings</source>
+        <translation>Korvane - Einstellungen</translation>
+    </message>
+    <message>
+        <source>Korvane - Manual</source>
+        <translation>Korvane - Handbuch</translation>
+    </message>
+    <message>
+        <source>The manual cannot be shown; it is the file %1</source>
+        <translation>Das Handbuch kann nicht angezeigt werden; es ist die Datei %1</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;korvane %1&lt;/h3&gt;&lt;p&gt;Trustworthy migration scripts from a class model.&lt;/p&gt;&lt;p&gt;Runs on Qt %2. MIT license.&lt;/p&gt;</source>
+        <translation>&lt;h3&gt;korvane %1&lt;/h3&gt;&lt;p&gt;Verlässliche Migrationsskripte aus einem Klassenmodell.&lt;/p&gt;&lt;p&gt;Läuft mit Qt %2. MIT-Lizenz.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Korvane - About</source>
+        <translation>Korvane - Info</translation>
+    </message>
+    <message>
+        <source>Diagram and scripts</source>
+        <translation>Diagramm und Skripte</translation>
+    </message>
+    <message>
+        <source>Diagram</source>
+        <translation>Diagramm</translation>
+    </message>
+    <message>
+        <source>Scripts</source>
+        <translation>Skripte</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Modell</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Open…</source>
+        <translation>Ö&amp;ffnen…</translation>
+    </message>
+    <message>
+        <source>Open a project file</source>
+        <translation>Eine Projektdatei öffnen</translation>
+    </message>
+    <message>
+        <source>Open &amp;recent</source>
+        <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Re&amp;load</source>
+        <translation>&amp;Neu laden</translation>
+    </message>
+    <message>
+        <source>Read the project file again</source>
+        <translation>Die Projektdatei erneut lesen</translation>
+    </message>
+    <message>
+        <source>&amp;Close project</source>
+        <translation>Projekt &amp;schließen</translation>
+    </message>
+    <message>
+        <source>Close the project</source>
+        <translation>Das Projekt schließen</translation>
+    </message>
+    <message>
+        <source>&amp;Import text…</source>
+        <translation>Text &amp;importieren…</translation>
+    </message>
+    <message>
+        <source>Make a project of its text form, or replace the model of one</source>
+        <translation>Aus der Textform ein Projekt machen oder das Modell eines Projekts ersetzen</translation>
+    </message>
+    <message>
+        <source>&amp;Save text…</source>
+        <translation>&amp;Text speichern…</translation>
+    </message>
+    <message>
+        <source>Write the model as text, to edit it or to keep it under version control</source>
+        <translation>Das Modell als Text schreiben, um es zu bearbeiten oder in einer Versionsverwaltung zu führen</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;Actions</source>
+        <translation>&amp;Aktionen</translation>
+    </message>
+    <message>
+        <source>&amp;Tag project state…</source>
+        <translation>Projektstand &amp;markieren…</translation>
+    </message>
+    <message>
+        <source>Keep the project as it is now as a version</source>
+        <translation>Den jetzigen Stand des Projekts als Version festhalten</translation>
+    </message>
+    <message>
+        <source>&amp;Versions…</source>
+        <translation>&amp;Versionen…</translation>
+    </message>
+    <message>
+        <source>Show the versions of the project</source>
+        <translation>Die Versionen des Projekts zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>A&amp;nsicht</translation>
+    </message>
+    <message>
+        <source>Go to the &amp;model</source>
+        <translation>Zum &amp;Modell</translation>
+    </message>
+    <message>
+        <source>Go to the dia&amp;gram</source>
+        <translation>Zum &amp;Diagramm</translation>
+    </message>
+    <message>
+        <source>Go to the scri&amp;pts</source>
+        <translation>Zu den S&amp;kripten</translation>
+    </message>
+    <message>
+        <source>Go to the m&amp;essages</source>
+        <translation>Zu den M&amp;eldungen</translation>
+    </message>
+    <message>
+        <source>Fi&amp;lter the model</source>
+        <translation>Modell &amp;filtern</translation>
+    </message>
+    <message>
+        <source>Find in the scrip&amp;t</source>
+        <translation>&amp;Im Skript suchen</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;Manual</source>
+        <translation>&amp;Handbuch</translation>
+    </message>
+    <message>
+        <source>Open the manual</source>
+        <translation>Das Handbuch öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;About korvane</source>
+        <translation>Ü&amp;ber korvane</translation>
+    </message>
+    <message>
+        <source>Versions of the program and of its plug-ins</source>
+        <translation>Versionen des Programms und seiner Plugins</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation>Werkzeuge</translation>
+    </message>
+</context>
+<context>
+    <name>app::script_panel</name>
+    <message>
+        <source>Scripts</source>
+        <translation>Skripte</translation>
+    </message>
+    <message>
+        <source>The scripts of an export appear here</source>
+        <translation>Hier erscheinen die Skripte eines Exports</translation>
+    </message>
+    <message>
+        <source>Script</source>
+        <translation>Skript</translation>
+    </message>
+    <message>
+        <source>Wrap lines</source>
+        <translation>Zeilen umbrechen</translation>
+    </message>
+    <message>
+        <source>Wrap long lines</source>
+        <translation>Lange Zeilen umbrechen</translation>
+    </message>
+    <message>
+        <source>Script:</source>
+        <translation>Skript:</translation>
+    </message>
+    <message>
+        <source>Copy script</source>
+        <translation>Skript kopieren</translation>
+    </message>
+    <message>
+        <source>Copy the whole script</source>
+        <translation>Das ganze Skript kopieren</translation>
+    </message>
+    <message>
+        <source>Open folder</source>
+        <translation>Ordner öffnen</translation>
+    </message>
+    <message>
+        <source>Open the folder where the script is</source>
+        <translation>Den Ordner öffnen, in dem das Skript liegt</translation>
+    </message>
+</context>
+<context>
+    <name>app::script_view</name>
+    <message>
+        <source>Script %1</source>
+        <translation>Skript %1</translation>
+    </message>
+    <message>
+        <source>File of the script</source>
+        <translation>Datei des Skripts</translation>
+    </message>
+    <message>
+        <source>This is not a file that can be read as a script.</source>
+        <translation>Dies ist keine Datei, die als Skript gelesen werden kann.</translation>
+    </message>
+    <message>
+        <source>The file is not there. It may have been moved or deleted.</source>
+        <translation>Die Datei ist nicht vorhanden. Vielleicht wurde sie verschoben oder gelöscht.</translation>
+    </message>
+    <message>
+        <source>The file cannot be read: %1</source>
+        <translation>Die Datei kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>The script is very large. Only the first %1 of %2 are shown here.</source>
+        <translation>Das Skript ist sehr groß. Hier werden nur die ersten %1 von %2 gezeigt.</translation>
+    </message>
+    <message>
+        <source>The file has bytes that are no UTF-8. They are shown as %1.</source>
+        <translation>Die Datei enthält Bytes, die kein UTF-8 sind. Sie werden als %1 gezeigt.</translation>
+    </message>
+    <message>
+        <source>Lines of more than %1 characters are cut off here.</source>
+        <translation>Zeilen mit mehr als %1 Zeichen sind hier abgeschnitten.</translation>
+    </message>
+    <message>
+        <source>Only the first %1 characters of a line are coloured.</source>
+        <translation>Nur die ersten %1 Zeichen einer Zeile sind farbig.</translation>
+    </message>
+    <message>
+        <source>1 line</source>
+        <translation>1 Zeile</translation>
+    </message>
+    <message>
+        <source>%1 lines</source>
+        <translation>%1 Zeilen</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>lines, size</comment>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
+    <name>app::tag_dialog</name>
+    <message>
+        <source>Korvane - Tag project state</source>
+        <translation>Korvane - Projektstand markieren</translation>
+    </message>
+    <message>
+        <source>What this version is about</source>
+        <translation>Worum es in dieser Version geht</translation>
+    </message>
+    <message>
+        <source>for example: first release</source>
+        <translation>zum Beispiel: erste Veröffentlichung</translation>
+    </message>
+    <message>
+        <source>&amp;What this version is about:</source>
+        <translation>&amp;Worum es in dieser Version geht:</translation>
+    </message>
+    <message>
+        <source>Tag</source>
+        <translation>Markieren</translation>
+    </message>
+    <message>
+        <source>The model and the settings of &apos;%1&apos; as they are now are kept as version %2. Evolution scripts lead from one version to the next.</source>
+        <translation>Modell und Einstellungen von &apos;%1&apos; werden in ihrem jetzigen Stand als Version %2 festgehalten. Die Skripte der Schemaentwicklung führen von einer Version zur nächsten.</translation>
+    </message>
+</context>
+<context>
+    <name>app::versions_dialog</name>
+    <message>
+        <source>Korvane - Versions</source>
+        <translation>Korvane - Versionen</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Tagged</source>
+        <translation>Angelegt</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Beschreibung</translation>
+    </message>
+    <message>
+        <source>Versions of the project</source>
+        <translation>Versionen des Projekts</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no version yet. &quot;Actions &gt; Tag project state…&quot; makes one.</source>
+        <translation>&apos;%1&apos; hat noch keine Version. &quot;Aktionen &gt; Projektstand markieren…&quot; legt eine an.</translation>
+    </message>
+    <message>
+        <source>Versions of &apos;%1&apos;, the newest first:</source>
+        <translation>Versionen von &apos;%1&apos;, die neueste zuerst:</translation>
+    </message>
+</context>
+<context>
+    <name>app::welcome_page</name>
+    <message>
+        <source>Open a project…</source>
+        <translation>Projekt öffnen…</translation>
+    </message>
+    <message>
+        <source>A project file (*.korv). You can drop one on this window as well.</source>
+        <translation>Eine Projektdatei (*.korv). Sie können sie auch auf dieses Fenster ziehen.</translation>
+    </message>
+    <message>
+        <source>Import a model written as text…</source>
+        <translation>Modell in Textform importieren…</translation>
+    </message>
+    <message>
+        <source>Makes a project file of the text form of a model (*.json).</source>
+        <translation>Macht aus der Textform eines Modells (*.json) eine Projektdatei.</translation>
+    </message>
+    <message>
+        <source>Korvane</source>
+        <translation>Korvane</translation>
+    </message>
+    <message>
+        <source>Migration scripts from a class model</source>
+        <translation>Migrationsskripte aus einem Klassenmodell</translation>
+    </message>
+    <message>
+        <source>Recent projects</source>
+        <translation>Zuletzt geöffnete Projekte</translation>
+    </message>
+</context>
+<context>
     <name>plugin::ddl_export</name>
     <message>
         <source>Export to DDL SQL script file</source>
@@ -102,7 +1282,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>%1 : create extra-table DDL SQL script for relationship n-n &apos;%2&apos; (%3)</source>
-        <translation>%1: DDL-SQL-Skript zum Anlegen der Verknüpfungstabelle der n:n-Beziehung &apos;%2&apos; (%3)</translation>
+        <translation>%1: DDL-SQL-Skript zum Anlegen der Verknüpfungstabelle der n:m-Beziehung &apos;%2&apos; (%3)</translation>
     </message>
     <message>
         <source>%1 : add foreign key DDL SQL script for entity &apos;%2&apos; : property &apos;%3&apos;, target entity &apos;%4&apos; (%5)</source>
@@ -532,7 +1712,7 @@ Weiterer Hinweis: Der Debugger lässt sich auch starten, indem Sie beim Ausführ
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Note :&lt;/span&gt; to tag the project and create a new project version, go to Korvane main menu : &amp;quot;Actions &amp;gt;&amp;gt; Tag project state&amp;quot;.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Hinweis:&lt;/span&gt; Um das Projekt zu markieren und eine neue Projektversion anzulegen, wählen Sie im Hauptmenü von Korvane: &amp;quot;Actions &amp;gt;&amp;gt; Tag project state&amp;quot;.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Hinweis:&lt;/span&gt; Um das Projekt zu markieren und eine neue Projektversion anzulegen, wählen Sie im Hauptmenü von Korvane: &amp;quot;Aktionen &amp;gt;&amp;gt; Projektstand markieren&amp;quot;.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Build database schema evolution : 1 DDL SQL script file per project version</source>

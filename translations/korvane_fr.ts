@@ -2,6 +2,1186 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr" sourcelanguage="en">
 <context>
+    <name>app::diagram_contents</name>
+    <message>
+        <source>… %1 more</source>
+        <translation>… %1 autres</translation>
+    </message>
+    <message>
+        <source>Table: %1</source>
+        <translation>Table : %1</translation>
+    </message>
+    <message>
+        <source>Id: %1, version: %2</source>
+        <translation>Id : %1, version : %2</translation>
+    </message>
+    <message>
+        <source>Properties: %1</source>
+        <translation>Propriétés : %1</translation>
+    </message>
+    <message>
+        <source>The target of %1 is missing</source>
+        <translation>La cible de %1 est manquante</translation>
+    </message>
+    <message>
+        <source>Neighbours that are not shown: %1</source>
+        <translation>Entités voisines non affichées : %1</translation>
+    </message>
+    <message>
+        <source>none or one</source>
+        <translation>zéro ou un</translation>
+    </message>
+    <message>
+        <source>exactly one</source>
+        <translation>exactement un</translation>
+    </message>
+    <message>
+        <source>any number</source>
+        <translation>un nombre quelconque</translation>
+    </message>
+    <message>
+        <source>%1: %2 for each %3</source>
+        <translation>%1 : %2 pour chaque %3</translation>
+    </message>
+    <message>
+        <source>Inverse: %1.%2</source>
+        <translation>Inverse : %1.%2</translation>
+    </message>
+    <message>
+        <source>Link table: %1</source>
+        <translation>Table de liaison : %1</translation>
+    </message>
+    <message>
+        <source>. No relationships are shown.</source>
+        <translation>. Aucune relation n&apos;est affichée.</translation>
+    </message>
+    <message>
+        <source>. Connected with %1.</source>
+        <translation>. Reliée à %1.</translation>
+    </message>
+    <message>
+        <source>Missing targets: %1</source>
+        <translation>Cibles manquantes : %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::diagram_image</name>
+    <message>
+        <source>The diagram was not written to %1: %2</source>
+        <translation>Le diagramme n&apos;a pas été écrit dans %1 : %2</translation>
+    </message>
+    <message>
+        <source>it is there, but it is no file</source>
+        <translation>cet emplacement existe, mais n&apos;est pas un fichier</translation>
+    </message>
+    <message>
+        <source>it cannot be drawn</source>
+        <translation>impossible de le dessiner</translation>
+    </message>
+    <message>
+        <source>there is not enough memory for the picture</source>
+        <translation>mémoire insuffisante pour l&apos;image</translation>
+    </message>
+    <message>
+        <source>The diagram is large: the picture was made smaller, %1 × %2 pixels</source>
+        <translation>Le diagramme est grand : l&apos;image a été réduite à %1 × %2 pixels</translation>
+    </message>
+</context>
+<context>
+    <name>app::diagram_items</name>
+    <message>
+        <source>PK</source>
+        <comment>primary key</comment>
+        <translation>PK</translation>
+    </message>
+    <message>
+        <source>FK</source>
+        <comment>foreign key</comment>
+        <translation>FK</translation>
+    </message>
+</context>
+<context>
+    <name>app::diagram_layout</name>
+    <message>
+        <source>Graphviz (dot) took longer than %1 s</source>
+        <translation>Graphviz (dot) a mis plus de %1 s</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) is not installed</source>
+        <translation>Graphviz (dot) n&apos;est pas installé</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) could not be started (%1)</source>
+        <translation>Graphviz (dot) n&apos;a pas pu être démarré (%1)</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) wrote more than a layout</source>
+        <translation>Graphviz (dot) a écrit plus qu&apos;une disposition</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) crashed</source>
+        <translation>Graphviz (dot) s&apos;est arrêté brutalement</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) failed with status %1</source>
+        <translation>Graphviz (dot) a échoué avec le code %1</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) failed with status %1 (%2)</source>
+        <translation>Graphviz (dot) a échoué avec le code %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) gave no layout that can be read</source>
+        <translation>Graphviz (dot) n&apos;a pas fourni de disposition lisible</translation>
+    </message>
+    <message>
+        <source>%1: the entities stand in a grid</source>
+        <translation>%1 : les entités sont disposées en grille</translation>
+    </message>
+</context>
+<context>
+    <name>app::diagram_panel</name>
+    <message>
+        <source>Laying out…</source>
+        <translation>Disposition en cours…</translation>
+    </message>
+    <message>
+        <source>No project is open.</source>
+        <translation>Aucun projet n&apos;est ouvert.</translation>
+    </message>
+    <message>
+        <source>The project has no entities.</source>
+        <translation>Le projet n&apos;a aucune entité.</translation>
+    </message>
+    <message>
+        <source>Select an entity in the tree to see it and its neighbours here.</source>
+        <translation>Sélectionnez une entité dans l&apos;arborescence pour la voir ici avec ses voisines.</translation>
+    </message>
+    <message>
+        <source>1 entity</source>
+        <translation>1 entité</translation>
+    </message>
+    <message>
+        <source>All %1 entities</source>
+        <translation>Toutes les entités (%1)</translation>
+    </message>
+    <message>
+        <source>%1 of %2 entities</source>
+        <translation>%1 sur %2 entités</translation>
+    </message>
+    <message>
+        <source>%1 of %2 entities: the neighbours of %3</source>
+        <translation>%1 sur %2 entités : les voisines de %3</translation>
+    </message>
+    <message>
+        <source>%1 of %2 entities: the neighbours of %3 up to distance %4</source>
+        <translation>%1 sur %2 entités : les voisines de %3 jusqu&apos;à la distance %4</translation>
+    </message>
+    <message>
+        <source>; %1 more are left out</source>
+        <translation> ; voisines omises : %1</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>There is no diagram to save.</source>
+        <translation>Il n&apos;y a aucun diagramme à enregistrer.</translation>
+    </message>
+    <message>
+        <source>Diagram of the project</source>
+        <translation>Diagramme du projet</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;in</source>
+        <translation>Zoom &amp;avant</translation>
+    </message>
+    <message>
+        <source>Show the diagram larger</source>
+        <translation>Agrandir le diagramme</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;out</source>
+        <translation>Zoom arr&amp;ière</translation>
+    </message>
+    <message>
+        <source>Show the diagram smaller</source>
+        <translation>Réduire le diagramme</translation>
+    </message>
+    <message>
+        <source>&amp;Fit</source>
+        <translation>A&amp;juster</translation>
+    </message>
+    <message>
+        <source>Show the whole diagram</source>
+        <translation>Afficher tout le diagramme</translation>
+    </message>
+    <message>
+        <source>&amp;Actual size (100 %)</source>
+        <translation>&amp;Taille réelle (100 %)</translation>
+    </message>
+    <message>
+        <source>Show the diagram at its own size</source>
+        <translation>Afficher le diagramme à sa taille réelle</translation>
+    </message>
+    <message>
+        <source>&amp;Save diagram…</source>
+        <translation>Enregistrer le dia&amp;gramme…</translation>
+    </message>
+    <message>
+        <source>Save the diagram as an SVG or PNG file</source>
+        <translation>Enregistrer le diagramme dans un fichier SVG ou PNG</translation>
+    </message>
+    <message>
+        <source>&amp;Distance</source>
+        <translation>Dista&amp;nce</translation>
+    </message>
+    <message>
+        <source>Distance of the neighbours that are shown</source>
+        <translation>Distance des voisines affichées</translation>
+    </message>
+    <message>
+        <source>How many relationships away an entity may be to be shown (large projects only)</source>
+        <translation>Nombre maximal de relations entre l&apos;entité sélectionnée et les entités affichées (grands projets uniquement)</translation>
+    </message>
+    <message>
+        <source>Diagram</source>
+        <translation>Diagramme</translation>
+    </message>
+    <message>
+        <source>Distance:</source>
+        <translation>Distance :</translation>
+    </message>
+    <message>
+        <source>What the diagram shows</source>
+        <translation>Contenu du diagramme</translation>
+    </message>
+    <message>
+        <source>Note on the diagram</source>
+        <translation>Remarque sur le diagramme</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+    <message>
+        <source>Save diagram</source>
+        <translation>Enregistrer le diagramme</translation>
+    </message>
+    <message>
+        <source>PNG picture (*.png)</source>
+        <translation>Image PNG (*.png)</translation>
+    </message>
+    <message>
+        <source>SVG picture (*.svg)</source>
+        <translation>Image SVG (*.svg)</translation>
+    </message>
+    <message>
+        <source>Korvane - Diagram</source>
+        <translation>Korvane - Diagramme</translation>
+    </message>
+    <message>
+        <source>%1 is already there. Is it to be replaced?</source>
+        <translation>%1 existe déjà. Voulez-vous le remplacer ?</translation>
+    </message>
+    <message>
+        <source>Saved as %1</source>
+        <translation>Enregistré sous %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::diagram_view</name>
+    <message>
+        <source>No entity is selected.</source>
+        <translation>Aucune entité n&apos;est sélectionnée.</translation>
+    </message>
+    <message>
+        <source>Selected: %1</source>
+        <translation>Sélectionnée : %1</translation>
+    </message>
+</context>
+<context>
+    <name>app::export_menu</name>
+    <message>
+        <source>&amp;Export</source>
+        <translation>&amp;Export</translation>
+    </message>
+    <message>
+        <source>No plug-in was found</source>
+        <translation>Aucun plugin trouvé</translation>
+    </message>
+    <message>
+        <source>%1 %2: %3</source>
+        <translation>%1 %2 : %3</translation>
+    </message>
+    <message>
+        <source>Hold Shift to start the script debugger.</source>
+        <translation>Maintenez la touche MAJ enfoncée pour démarrer le débogueur de script.</translation>
+    </message>
+    <message>
+        <source>Settings of %1…</source>
+        <translation>Paramètres de %1…</translation>
+    </message>
+    <message>
+        <source>Edit the settings that are stored in the project</source>
+        <translation>Modifier les paramètres enregistrés dans le projet</translation>
+    </message>
+</context>
+<context>
+    <name>app::find_bar</name>
+    <message>
+        <source>Match case</source>
+        <translation>Respecter la casse</translation>
+    </message>
+    <message>
+        <source>Text to find</source>
+        <translation>Texte à rechercher</translation>
+    </message>
+    <message>
+        <source>Matches</source>
+        <translation>Occurrences</translation>
+    </message>
+    <message>
+        <source>Find:</source>
+        <translation>Rechercher :</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <translation>Précédent</translation>
+    </message>
+    <message>
+        <source>Previous match (Shift+F3)</source>
+        <translation>Occurrence précédente (Maj+F3)</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Suivant</translation>
+    </message>
+    <message>
+        <source>Next match (F3)</source>
+        <translation>Occurrence suivante (F3)</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Close the search (Escape)</source>
+        <translation>Fermer la recherche (Échap)</translation>
+    </message>
+    <message>
+        <source>No match</source>
+        <translation>Aucune occurrence</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <comment>matches</comment>
+        <translation>%1 sur %2</translation>
+    </message>
+    <message>
+        <source>1 match</source>
+        <translation>1 occurrence</translation>
+    </message>
+    <message>
+        <source>%1 matches</source>
+        <translation>%1 occurrences</translation>
+    </message>
+</context>
+<context>
+    <name>app::message_list</name>
+    <message>
+        <source>Error: %1</source>
+        <translation>Erreur : %1</translation>
+    </message>
+    <message>
+        <source>Warning: %1</source>
+        <translation>Avertissement : %1</translation>
+    </message>
+    <message>
+        <source>%1 older lines were dropped</source>
+        <translation>%1 lignes plus anciennes ont été supprimées</translation>
+    </message>
+</context>
+<context>
+    <name>app::message_panel</name>
+    <message>
+        <source>No messages</source>
+        <translation>Aucun message</translation>
+    </message>
+    <message>
+        <source>1 message</source>
+        <translation>1 message</translation>
+    </message>
+    <message>
+        <source>%1 messages</source>
+        <translation>%1 messages</translation>
+    </message>
+    <message>
+        <source>no errors</source>
+        <translation>aucune erreur</translation>
+    </message>
+    <message>
+        <source>1 error</source>
+        <translation>1 erreur</translation>
+    </message>
+    <message>
+        <source>%1 errors</source>
+        <translation>%1 erreurs</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>messages, errors</comment>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Messages</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Progression</translation>
+    </message>
+    <message>
+        <source>Errors only</source>
+        <translation>Erreurs uniquement</translation>
+    </message>
+    <message>
+        <source>Show errors only</source>
+        <translation>Afficher uniquement les erreurs</translation>
+    </message>
+    <message>
+        <source>Copy all</source>
+        <translation>Tout copier</translation>
+    </message>
+    <message>
+        <source>Copy all messages shown</source>
+        <translation>Copier tous les messages affichés</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Effacer</translation>
+    </message>
+    <message>
+        <source>Clear the messages</source>
+        <translation>Effacer les messages</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copier</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Terminé</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>Échec</translation>
+    </message>
+</context>
+<context>
+    <name>app::project_tree</name>
+    <message>
+        <source>Model</source>
+        <translation>Modèle</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filtre</translation>
+    </message>
+    <message>
+        <source>Shows what has each of these words in its name, type, table or columns</source>
+        <translation>Affiche ce qui contient chacun de ces mots dans son nom, son type, sa table ou ses colonnes</translation>
+    </message>
+    <message>
+        <source>Entities, properties and relationships</source>
+        <translation>Entités, propriétés et relations</translation>
+    </message>
+    <message>
+        <source>No project is open</source>
+        <translation>Aucun projet n&apos;est ouvert</translation>
+    </message>
+    <message>
+        <source>The project has no entities</source>
+        <translation>Le projet n&apos;a aucune entité</translation>
+    </message>
+    <message>
+        <source>Nothing matches &apos;%1&apos;</source>
+        <translation>Rien ne correspond à &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>%1 of 1 entity</source>
+        <translation>%1 sur 1 entité</translation>
+    </message>
+    <message>
+        <source>%1 of %2 entities</source>
+        <translation>%1 sur %2 entités</translation>
+    </message>
+    <message>
+        <source>1 entity</source>
+        <translation>1 entité</translation>
+    </message>
+    <message>
+        <source>%1 entities</source>
+        <translation>%1 entités</translation>
+    </message>
+</context>
+<context>
+    <name>app::project_tree_text</name>
+    <message>
+        <source>Name</source>
+        <translation>Nom</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Type</translation>
+    </message>
+    <message>
+        <source>In the database</source>
+        <translation>Dans la base</translation>
+    </message>
+    <message>
+        <source>%1, inverse of %2</source>
+        <translation>%1, inverse de %2</translation>
+    </message>
+    <message>
+        <source>link table %1</source>
+        <translation>liaison %1</translation>
+    </message>
+    <message>
+        <source>Table: %1</source>
+        <translation>Table : %1</translation>
+    </message>
+    <message>
+        <source>Id: %1</source>
+        <translation>Id : %1</translation>
+    </message>
+    <message>
+        <source>Version: %1</source>
+        <translation>Version : %1</translation>
+    </message>
+    <message>
+        <source>Soft-delete column: %1</source>
+        <translation>Colonne de suppression logique : %1</translation>
+    </message>
+    <message>
+        <source>Key: %1 (%2)</source>
+        <translation>Clé : %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Key: none</source>
+        <translation>Clé : aucune</translation>
+    </message>
+    <message>
+        <source>Type: %1</source>
+        <translation>Type : %1</translation>
+    </message>
+    <message>
+        <source>Transient: it is not stored in the database</source>
+        <translation>Transitoire : n&apos;est pas stockée dans la base de données</translation>
+    </message>
+    <message>
+        <source>In the database: %1</source>
+        <translation>Dans la base : %1</translation>
+    </message>
+    <message>
+        <source>In the database: no column</source>
+        <translation>Dans la base : aucune colonne</translation>
+    </message>
+    <message>
+        <source>SQL type: %1</source>
+        <translation>Type SQL : %1</translation>
+    </message>
+    <message>
+        <source>Relationship: %1</source>
+        <translation>Relation : %1</translation>
+    </message>
+    <message>
+        <source>Inverse of: %1</source>
+        <translation>Inverse de : %1</translation>
+    </message>
+    <message>
+        <source>Link table: %1</source>
+        <translation>Table de liaison : %1</translation>
+    </message>
+    <message>
+        <source>entity %1</source>
+        <translation>entité %1</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 vers %2</translation>
+    </message>
+    <message>
+        <source>relationship to %1</source>
+        <translation>relation vers %1</translation>
+    </message>
+    <message>
+        <source>missing entity %1</source>
+        <translation>entité manquante %1</translation>
+    </message>
+    <message>
+        <source>one-to-one</source>
+        <translation>1 à 1</translation>
+    </message>
+    <message>
+        <source>one-to-many</source>
+        <translation>1 à n</translation>
+    </message>
+    <message>
+        <source>many-to-one</source>
+        <translation>n à 1</translation>
+    </message>
+    <message>
+        <source>many-to-many</source>
+        <translation>n à n</translation>
+    </message>
+    <message>
+        <source>(no type)</source>
+        <translation>(sans type)</translation>
+    </message>
+    <message>
+        <source>(transient)</source>
+        <translation>(transitoire)</translation>
+    </message>
+    <message>
+        <source>(no column)</source>
+        <translation>(sans colonne)</translation>
+    </message>
+    <message>
+        <source>key</source>
+        <translation>clé</translation>
+    </message>
+    <message>
+        <source>unique</source>
+        <translation>unique</translation>
+    </message>
+    <message>
+        <source>indexed</source>
+        <translation>indexée</translation>
+    </message>
+    <message>
+        <source>not null</source>
+        <translation>non nulle</translation>
+    </message>
+    <message>
+        <source>transient</source>
+        <translation>transitoire</translation>
+    </message>
+</context>
+<context>
+    <name>app::project_tree_view</name>
+    <message>
+        <source>&amp;Copy name</source>
+        <translation>&amp;Copier le nom</translation>
+    </message>
+    <message>
+        <source>&amp;Go to target</source>
+        <translation>&amp;Aller à la cible</translation>
+    </message>
+    <message>
+        <source>&amp;Expand all</source>
+        <translation>&amp;Tout développer</translation>
+    </message>
+    <message>
+        <source>C&amp;ollapse all</source>
+        <translation>Tout &amp;réduire</translation>
+    </message>
+</context>
+<context>
+    <name>app::project_window</name>
+    <message>
+        <source>Entities: %1   Properties: %2   Relationships: %3</source>
+        <translation>Entités : %1   Propriétés : %2   Relations : %3</translation>
+    </message>
+    <message>
+        <source>Plug-ins</source>
+        <translation>Plugins</translation>
+    </message>
+    <message>
+        <source>Not every plug-in can be used</source>
+        <translation>Tous les plugins ne sont pas utilisables</translation>
+    </message>
+    <message>
+        <source>The window closes when the export has ended</source>
+        <translation>La fenêtre se fermera à la fin de l&apos;export</translation>
+    </message>
+    <message>
+        <source>Korvane - Open</source>
+        <translation>Korvane - Ouvrir</translation>
+    </message>
+    <message>
+        <source>%1 opened</source>
+        <translation>Projet ouvert : %1</translation>
+    </message>
+    <message>
+        <source>Korvane - Project file</source>
+        <translation>Korvane - Fichier de projet</translation>
+    </message>
+    <message>
+        <source>%1
+
+What is shown is the project as it was read last. &quot;File &gt; Save text…&quot; keeps its model.</source>
+        <translation>%1
+
+Le projet affiché est celui de la dernière lecture. &quot;Fichier &gt; Enregistrer en texte…&quot; en conserve le modèle.</translation>
+    </message>
+    <message>
+        <source>Korvane</source>
+        <translation>Korvane</translation>
+    </message>
+    <message>
+        <source>%1, cannot be read any more</source>
+        <translation>%1, désormais illisible</translation>
+    </message>
+    <message>
+        <source>%1 (%2) - Korvane</source>
+        <translation>%1 (%2) - Korvane</translation>
+    </message>
+    <message>
+        <source>No project was opened yet</source>
+        <translation>Aucun projet n&apos;a encore été ouvert</translation>
+    </message>
+    <message>
+        <source>&amp;Clear this list</source>
+        <translation>&amp;Effacer cette liste</translation>
+    </message>
+    <message>
+        <source>Projects (*.korv)</source>
+        <translation>Projets (*.korv)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Tous les fichiers (*)</translation>
+    </message>
+    <message>
+        <source>Korvane - Import text</source>
+        <translation>Korvane - Importer un texte</translation>
+    </message>
+    <message>
+        <source>Models written as text (*.json)</source>
+        <translation>Modèles sous forme de texte (*.json)</translation>
+    </message>
+    <message>
+        <source>Korvane - Import %1 into the project file</source>
+        <translation>Korvane - Importer %1 dans le fichier de projet</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is there already.
+Do you want to replace its model by the one of &apos;%2&apos;? Its settings and its versions stay.</source>
+        <translation>&apos;%1&apos; existe déjà.
+Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres et ses versions seront conservés.</translation>
+    </message>
+    <message>
+        <source>Import of %1</source>
+        <translation>Import de %1</translation>
+    </message>
+    <message>
+        <source>Project &apos;%1&apos; imported into %2. Entities: %3</source>
+        <translation>Projet &apos;%1&apos; importé dans %2. Entités : %3</translation>
+    </message>
+    <message>
+        <source>Korvane - Save text</source>
+        <translation>Korvane - Enregistrer en texte</translation>
+    </message>
+    <message>
+        <source>%1 written</source>
+        <translation>Fichier écrit : %1</translation>
+    </message>
+    <message>
+        <source>Korvane - Reload</source>
+        <translation>Korvane - Recharger</translation>
+    </message>
+    <message>
+        <source>%1 is up to date</source>
+        <translation>%1 est à jour</translation>
+    </message>
+    <message>
+        <source>Korvane - Tag project state</source>
+        <translation>Korvane - Étiqueter l&apos;état du projet</translation>
+    </message>
+    <message>
+        <source>Version %1 of %2 tagged</source>
+        <translation>Version %1 de %2 étiquetée</translation>
+    </message>
+    <message>
+        <source>Korvane - Versions</source>
+        <translation>Korvane - Versions</translation>
+    </message>
+    <message>
+        <source>Korvane - Export</source>
+        <translation>Korvane - Export</translation>
+    </message>
+    <message>
+        <source>Export of &apos;%1&apos; with %2</source>
+        <translation>Export de &apos;%1&apos; avec %2</translation>
+    </message>
+    <message>
+        <source>The export failed</source>
+        <translation>L&apos;export a échoué</translation>
+    </message>
+    <message>
+        <source>The export failed: see the messages</source>
+        <translation>L&apos;export a échoué : voir les messages</translation>
+    </message>
+    <message>
+        <source>Nothing was written: the export was cancelled, or it is one of the steps between versions and no version is tagged yet</source>
+        <translation>Rien n&apos;a été écrit : l&apos;export a été annulé, ou il porte sur l&apos;évolution et aucune version n&apos;est étiquetée</translation>
+    </message>
+    <message>
+        <source>Scripts written to %1: %2</source>
+        <translation>Scripts écrits dans %1 : %2</translation>
+    </message>
+    <message>
+        <source>Korvane - Settings</source>
+        <translation>Korvane - Paramètres</translation>
+    </message>
+    <message>
+        <source>Korvane - Manual</source>
+        <translation>Korvane - Manuel</translation>
+    </message>
+    <message>
+        <source>The manual cannot be shown; it is the file %1</source>
+        <translation>Impossible d&apos;afficher le manuel ; c&apos;est le fichier %1</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;korvane %1&lt;/h3&gt;&lt;p&gt;Trustworthy migration scripts from a class model.&lt;/p&gt;&lt;p&gt;Runs on Qt %2. MIT license.&lt;/p&gt;</source>
+        <translation>&lt;h3&gt;korvane %1&lt;/h3&gt;&lt;p&gt;Des scripts de migration fiables à partir d&apos;un modèle de classes.&lt;/p&gt;&lt;p&gt;Fonctionne avec Qt %2. Licence MIT.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Korvane - About</source>
+        <translation>Korvane - À propos</translation>
+    </message>
+    <message>
+        <source>Diagram and scripts</source>
+        <translation>Diagramme et scripts</translation>
+    </message>
+    <message>
+        <source>Diagram</source>
+        <translation>Diagramme</translation>
+    </message>
+    <message>
+        <source>Scripts</source>
+        <translation>Scripts</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Modèle</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Messages</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Fichier</translation>
+    </message>
+    <message>
+        <source>&amp;Open…</source>
+        <translation>&amp;Ouvrir…</translation>
+    </message>
+    <message>
+        <source>Open a project file</source>
+        <translation>Ouvrir un fichier de projet</translation>
+    </message>
+    <message>
+        <source>Open &amp;recent</source>
+        <translation>Ouvrir un projet &amp;récent</translation>
+    </message>
+    <message>
+        <source>Re&amp;load</source>
+        <translation>Re&amp;charger</translation>
+    </message>
+    <message>
+        <source>Read the project file again</source>
+        <translation>Relire le fichier de projet</translation>
+    </message>
+    <message>
+        <source>&amp;Close project</source>
+        <translation>&amp;Fermer le projet</translation>
+    </message>
+    <message>
+        <source>Close the project</source>
+        <translation>Fermer le projet</translation>
+    </message>
+    <message>
+        <source>&amp;Import text…</source>
+        <translation>&amp;Importer un texte…</translation>
+    </message>
+    <message>
+        <source>Make a project of its text form, or replace the model of one</source>
+        <translation>Créer un projet à partir de sa forme texte, ou remplacer le modèle d&apos;un projet</translation>
+    </message>
+    <message>
+        <source>&amp;Save text…</source>
+        <translation>&amp;Enregistrer en texte…</translation>
+    </message>
+    <message>
+        <source>Write the model as text, to edit it or to keep it under version control</source>
+        <translation>Écrire le modèle sous forme de texte, pour le modifier ou le placer sous gestion de versions</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Quitter</translation>
+    </message>
+    <message>
+        <source>&amp;Actions</source>
+        <translation>&amp;Actions</translation>
+    </message>
+    <message>
+        <source>&amp;Tag project state…</source>
+        <translation>É&amp;tiqueter l&apos;état du projet…</translation>
+    </message>
+    <message>
+        <source>Keep the project as it is now as a version</source>
+        <translation>Conserver l&apos;état actuel du projet comme version</translation>
+    </message>
+    <message>
+        <source>&amp;Versions…</source>
+        <translation>&amp;Versions…</translation>
+    </message>
+    <message>
+        <source>Show the versions of the project</source>
+        <translation>Afficher les versions du projet</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>Affic&amp;hage</translation>
+    </message>
+    <message>
+        <source>Go to the &amp;model</source>
+        <translation>Aller au &amp;modèle</translation>
+    </message>
+    <message>
+        <source>Go to the dia&amp;gram</source>
+        <translation>Aller au &amp;diagramme</translation>
+    </message>
+    <message>
+        <source>Go to the scri&amp;pts</source>
+        <translation>Aller aux &amp;scripts</translation>
+    </message>
+    <message>
+        <source>Go to the m&amp;essages</source>
+        <translation>Aller aux m&amp;essages</translation>
+    </message>
+    <message>
+        <source>Fi&amp;lter the model</source>
+        <translation>&amp;Filtrer le modèle</translation>
+    </message>
+    <message>
+        <source>Find in the scrip&amp;t</source>
+        <translation>&amp;Rechercher dans le script</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>Ai&amp;de</translation>
+    </message>
+    <message>
+        <source>&amp;Manual</source>
+        <translation>&amp;Manuel</translation>
+    </message>
+    <message>
+        <source>Open the manual</source>
+        <translation>Ouvrir le manuel</translation>
+    </message>
+    <message>
+        <source>&amp;About korvane</source>
+        <translation>À &amp;propos de korvane</translation>
+    </message>
+    <message>
+        <source>Versions of the program and of its plug-ins</source>
+        <translation>Versions du programme et de ses plugins</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation>Outils</translation>
+    </message>
+</context>
+<context>
+    <name>app::script_panel</name>
+    <message>
+        <source>Scripts</source>
+        <translation>Scripts</translation>
+    </message>
+    <message>
+        <source>The scripts of an export appear here</source>
+        <translation>Les scripts d&apos;un export apparaissent ici</translation>
+    </message>
+    <message>
+        <source>Script</source>
+        <translation>Script</translation>
+    </message>
+    <message>
+        <source>Wrap lines</source>
+        <translation>Renvoi à la ligne</translation>
+    </message>
+    <message>
+        <source>Wrap long lines</source>
+        <translation>Renvoyer à la ligne les lignes longues</translation>
+    </message>
+    <message>
+        <source>Script:</source>
+        <translation>Script :</translation>
+    </message>
+    <message>
+        <source>Copy script</source>
+        <translation>Copier le script</translation>
+    </message>
+    <message>
+        <source>Copy the whole script</source>
+        <translation>Copier tout le script</translation>
+    </message>
+    <message>
+        <source>Open folder</source>
+        <translation>Ouvrir le répertoire</translation>
+    </message>
+    <message>
+        <source>Open the folder where the script is</source>
+        <translation>Ouvrir le répertoire où se trouve le script</translation>
+    </message>
+</context>
+<context>
+    <name>app::script_view</name>
+    <message>
+        <source>Script %1</source>
+        <translation>Script %1</translation>
+    </message>
+    <message>
+        <source>File of the script</source>
+        <translation>Fichier du script</translation>
+    </message>
+    <message>
+        <source>This is not a file that can be read as a script.</source>
+        <translation>Ce n&apos;est pas un fichier lisible comme script.</translation>
+    </message>
+    <message>
+        <source>The file is not there. It may have been moved or deleted.</source>
+        <translation>Le fichier est introuvable. Il a peut-être été déplacé ou supprimé.</translation>
+    </message>
+    <message>
+        <source>The file cannot be read: %1</source>
+        <translation>Impossible de lire le fichier : %1</translation>
+    </message>
+    <message>
+        <source>The script is very large. Only the first %1 of %2 are shown here.</source>
+        <translation>Le script est très volumineux. Seuls les premiers %1 sur %2 sont affichés ici.</translation>
+    </message>
+    <message>
+        <source>The file has bytes that are no UTF-8. They are shown as %1.</source>
+        <translation>Le fichier contient des octets qui ne sont pas de l&apos;UTF-8. Ils sont affichés sous la forme %1.</translation>
+    </message>
+    <message>
+        <source>Lines of more than %1 characters are cut off here.</source>
+        <translation>Les lignes de plus de %1 caractères sont coupées ici.</translation>
+    </message>
+    <message>
+        <source>Only the first %1 characters of a line are coloured.</source>
+        <translation>Seuls les %1 premiers caractères d&apos;une ligne sont colorés.</translation>
+    </message>
+    <message>
+        <source>1 line</source>
+        <translation>1 ligne</translation>
+    </message>
+    <message>
+        <source>%1 lines</source>
+        <translation>%1 lignes</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>lines, size</comment>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
+    <name>app::tag_dialog</name>
+    <message>
+        <source>Korvane - Tag project state</source>
+        <translation>Korvane - Étiqueter l&apos;état du projet</translation>
+    </message>
+    <message>
+        <source>What this version is about</source>
+        <translation>Objet de cette version</translation>
+    </message>
+    <message>
+        <source>for example: first release</source>
+        <translation>par exemple : première livraison</translation>
+    </message>
+    <message>
+        <source>&amp;What this version is about:</source>
+        <translation>&amp;Objet de cette version :</translation>
+    </message>
+    <message>
+        <source>Tag</source>
+        <translation>Étiqueter</translation>
+    </message>
+    <message>
+        <source>The model and the settings of &apos;%1&apos; as they are now are kept as version %2. Evolution scripts lead from one version to the next.</source>
+        <translation>Le modèle et les paramètres de &apos;%1&apos; sont conservés dans leur état actuel comme version %2. Les scripts d&apos;évolution mènent d&apos;une version à la suivante.</translation>
+    </message>
+</context>
+<context>
+    <name>app::versions_dialog</name>
+    <message>
+        <source>Korvane - Versions</source>
+        <translation>Korvane - Versions</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Tagged</source>
+        <translation>Étiquetée le</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Objet</translation>
+    </message>
+    <message>
+        <source>Versions of the project</source>
+        <translation>Versions du projet</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no version yet. &quot;Actions &gt; Tag project state…&quot; makes one.</source>
+        <translation>&apos;%1&apos; n&apos;a pas encore de version. &quot;Actions &gt; Étiqueter l&apos;état du projet…&quot; en crée une.</translation>
+    </message>
+    <message>
+        <source>Versions of &apos;%1&apos;, the newest first:</source>
+        <translation>Versions de &apos;%1&apos;, de la plus récente à la plus ancienne :</translation>
+    </message>
+</context>
+<context>
+    <name>app::welcome_page</name>
+    <message>
+        <source>Open a project…</source>
+        <translation>Ouvrir un projet…</translation>
+    </message>
+    <message>
+        <source>A project file (*.korv). You can drop one on this window as well.</source>
+        <translation>Un fichier de projet (*.korv). Vous pouvez aussi en déposer un sur cette fenêtre.</translation>
+    </message>
+    <message>
+        <source>Import a model written as text…</source>
+        <translation>Importer un modèle sous forme de texte…</translation>
+    </message>
+    <message>
+        <source>Makes a project file of the text form of a model (*.json).</source>
+        <translation>Crée un fichier de projet à partir de la forme texte d&apos;un modèle (*.json).</translation>
+    </message>
+    <message>
+        <source>Korvane</source>
+        <translation>Korvane</translation>
+    </message>
+    <message>
+        <source>Migration scripts from a class model</source>
+        <translation>Des scripts de migration à partir d&apos;un modèle de classes</translation>
+    </message>
+    <message>
+        <source>Recent projects</source>
+        <translation>Projets récents</translation>
+    </message>
+</context>
+<context>
     <name>plugin::ddl_export</name>
     <message>
         <source>Export to DDL SQL script file</source>
@@ -532,7 +1712,7 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Note :&lt;/span&gt; to tag the project and create a new project version, go to Korvane main menu : &amp;quot;Actions &amp;gt;&amp;gt; Tag project state&amp;quot;.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Remarque :&lt;/span&gt; pour étiqueter le projet et en créer une nouvelle version, utilisez le menu principal de Korvane : &amp;quot;Actions &amp;gt;&amp;gt; Tag project state&amp;quot;.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Remarque :&lt;/span&gt; pour étiqueter le projet et en créer une nouvelle version, utilisez le menu principal de Korvane : &amp;quot;Actions &amp;gt;&amp;gt; Étiqueter l&apos;état du projet&amp;quot;.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Build database schema evolution : 1 DDL SQL script file per project version</source>

@@ -1,5 +1,8 @@
-// Takes the pictures of the manual from the real windows: screenshots FOLDER
+// Takes the pictures of the manual from the real windows: screenshots FOLDER; with "all", more states of the
+// main window than the manual shows.
 
+#include "docs/tools/picture_style.h"
+#include "docs/tools/window_pictures.h"
 #include "support/debugger_driver.h"
 #include "support/stored_project.h"
 
@@ -20,29 +23,6 @@
 using plugin::ddl_export;
 
 namespace {
-
-QPalette darkPalette()
-{
-    QPalette dark;
-    const QColor window(0x2b, 0x2d, 0x30);
-    const QColor text(0xe6, 0xe6, 0xe6);
-    const QColor quiet(0x8c, 0x8f, 0x94);
-    dark.setColor(QPalette::Window, window);
-    dark.setColor(QPalette::Base, QColor(0x1e, 0x1f, 0x22));
-    dark.setColor(QPalette::AlternateBase, QColor(0x26, 0x28, 0x2b));
-    dark.setColor(QPalette::Button, QColor(0x3a, 0x3d, 0x41));
-    dark.setColor(QPalette::ToolTipBase, window);
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
-                                           QPalette::ToolTipText, QPalette::BrightText}) {
-        dark.setColor(role, text);
-        dark.setColor(QPalette::Disabled, role, quiet);
-    }
-    dark.setColor(QPalette::PlaceholderText, quiet);
-    dark.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xca));
-    dark.setColor(QPalette::HighlightedText, Qt::white);
-    dark.setColor(QPalette::Link, QColor(0x6a, 0xa5, 0xff));
-    return dark;
-}
 
 /// Takes the pictures in one colour scheme.
 class photographer
@@ -125,12 +105,7 @@ private:
     }
     void save(QWidget & window, const char * name) const
     {
-        const QString file =
-            m_folder.filePath(QStringLiteral("%1_%2.png").arg(QLatin1String(name), m_sScheme));
-        if (!window.grab().save(file)) {
-            qFatal("cannot write %s", qPrintable(file));
-        }
-        std::cout << qPrintable(file) << '\n';
+        pictures::save(window, m_folder, name, m_sScheme);
     }
 
     static QByteArray sample()
@@ -150,19 +125,21 @@ private:
 int main(int argc, char ** argv)
 {
     QApplication application(argc, argv);
-    if (argc != 2) {
-        std::cerr << "usage: screenshots FOLDER\n";
+    if (argc != 2 && argc != 3) {
+        std::cerr << "usage: screenshots FOLDER [all]\n";
         return 2;
     }
+    const QDir folder(QString::fromLocal8Bit(argv[1]));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 10));
     const QPalette light = QApplication::palette();
     for (const bool isDark : {false, true}) {
-        QApplication::setPalette(isDark ? darkPalette() : light);
-        photographer camera(QDir(QString::fromLocal8Bit(argv[1])),
-                            isDark ? QStringLiteral("dark") : QStringLiteral("light"));
+        QApplication::setPalette(isDark ? pictures::darkPalette() : light);
+        const QString scheme = isDark ? QStringLiteral("dark") : QStringLiteral("light");
+        photographer camera(folder, scheme);
         camera.settings();
         camera.debugger();
+        pictures::takeWindow(folder, scheme, argc == 3);
     }
     return 0;
 }

@@ -63,7 +63,10 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QByteArray>("mentioned");
         QTest::newRow("no command") << QStringList() << QByteArray("command");
-        QTest::newRow("unknown command") << QStringList{"frobnicate"} << QByteArray("frobnicate");
+        QTest::newRow("unknown command") << QStringList{"frobnicate"} << QByteArray("neither a command");
+        QTest::newRow("project without a display") << QStringList{"a.korv"} << QByteArray("display");
+        QTest::newRow("file before the command")
+            << QStringList{"a.korv", "dump", "b.korv"} << QByteArray("'a.korv' stands before the command");
         QTest::newRow("unknown option") << QStringList{"dump", "a.korv", "--frob"} << QByteArray("--frob");
         QTest::newRow("unknown option before the command")
             << QStringList{"--frob", "dump", "a"} << QByteArray("--frob");
@@ -101,6 +104,36 @@ private Q_SLOTS:
         QCOMPARE(result.errors.count('\n'), 1);
         QVERIFY2(result.errors.contains(mentioned), result.errors.constData());
         QCOMPARE(result.output.isEmpty(), !arguments.isEmpty());
+    }
+
+    void displayThatCannotBeReached()
+    {
+        const program_result result = runProgram({m_sProject}, {{"DISPLAY", ":9777"}});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.output, QByteArray());
+        QCOMPARE(result.errors,
+                 QByteArray("The window cannot be shown: no display can be reached ('korvane --help' lists "
+                            "the commands, which need none)\n"));
+    }
+
+    void withoutCommandTheWindowOpensTheProject()
+    {
+        const QTemporaryDir config;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), config.path());
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        QProcess window;
+        window.setProcessEnvironment(environment);
+        window.start(QStringLiteral(KORVANE_PROGRAM), {m_sProject});
+        // A project that was opened is remembered.
+        const auto isRemembered = [&] {
+            QFile settings(config.filePath(QStringLiteral("korvane/korvane.conf")));
+            return settings.open(QIODevice::ReadOnly) && settings.readAll().contains(m_sProject.toUtf8());
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isRemembered(), 20000);
+        QCOMPARE(window.state(), QProcess::Running);
+        window.kill();
+        QVERIFY(window.waitForFinished());
     }
 
     void helpAndVersion()

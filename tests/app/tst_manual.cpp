@@ -57,6 +57,7 @@ private Q_SLOTS:
     void commands();
     void links_data();
     void links();
+    void webPages();
     void hasTheAnchorOfTheSettings();
 };
 
@@ -112,6 +113,34 @@ void tst_manual::links()
     while (matches.hasNext()) {
         const QString target = matches.next().captured(1);
         QVERIFY2(QFileInfo::exists(Docs + target), qPrintable(target));
+    }
+}
+
+// The pages that are installed, and that the program opens in a browser.
+void tst_manual::webPages()
+{
+    const QDir folder(QStringLiteral(KORVANE_MANUAL_FOLDER));
+    QStringList made = folder.entryList({QStringLiteral("*.html")}, QDir::Files, QDir::Name);
+    QCOMPARE(made, (QStringList{"custom_script.html", "databases.html", "evolution.html", "manual.html",
+                                "text_form.html", "types.html", "window.html"}));
+    static const QRegularExpression link(QStringLiteral("(?:href|src|srcset)=\"([^\"#:]*)(?:#([^\"]*))?\""));
+    for (const QString & name : std::as_const(made)) {
+        QFile page(folder.filePath(name));
+        QVERIFY(page.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(page.readAll());
+        QVERIFY2(text.contains(QStringLiteral("<h1>")), qPrintable(name));
+        QVERIFY2(!text.contains(QStringLiteral(".md")), qPrintable(name));
+        QRegularExpressionMatchIterator matches = link.globalMatch(text);
+        while (matches.hasNext()) {
+            const QRegularExpressionMatch match = matches.next();
+            const QString target = match.captured(1).isEmpty() ? name : match.captured(1);
+            QFile file(folder.filePath(target));
+            QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(name + QStringLiteral(": ") + target));
+            if (!match.captured(2).isEmpty()) {
+                const QByteArray anchor = "id=\"" + match.captured(2).toUtf8() + '"';
+                QVERIFY2(file.readAll().contains(anchor), anchor.constData());
+            }
+        }
     }
 }
 

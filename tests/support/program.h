@@ -20,7 +20,7 @@ inline program_result runProcess(const QString & program, const QStringList & ar
 {
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
     for (const char * const name : {"KORVANE_PLUGIN_PATH", "KORVANE_SCRIPT_TIMEOUT_MS", "QT_LOGGING_RULES",
-                                    "QT_QPA_PLATFORM", "DISPLAY"}) {
+                                    "QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
         variables.remove(QString::fromLatin1(name));
     }
     for (auto it = environment.constBegin(); it != environment.constEnd(); ++it) {

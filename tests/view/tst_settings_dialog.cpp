@@ -2,6 +2,7 @@
 
 #include "view/ddl_export_settings.h"
 
+#include "support/browser.h"
 #include "support/message_box_answerer.h"
 #include "support/stored_project.h"
 
@@ -12,7 +13,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QGroupBox>
@@ -129,20 +129,6 @@ public:
 
 private:
     QTimer m_timer;
-};
-
-/// Takes the place of the web browser.
-class browser : public QObject
-{
-    Q_OBJECT
-
-public:
-    browser() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open"); }
-    ~browser() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
-    QList<QUrl> opened;
-
-public slots:
-    void open(const QUrl & url) { opened.append(url); }
 };
 
 } // namespace
@@ -681,7 +667,7 @@ void tst_settings_dialog::helpButtonAndF1()
     fixture f;
     f.open();
     context::ctx_global::setAppHelpManualUrl(QStringLiteral("file:///manual/index.html"));
-    const browser b;
+    const support::browser b;
     f.click("m_btnHelpManual");
     QCOMPARE(b.opened.size(), 1);
     QCOMPARE(b.opened.at(0), QUrl(QStringLiteral("file:///manual/index.html#ddl_export_settings")));

@@ -2,7 +2,7 @@
 
 #include "tree_shop.h"
 
-#include "app/window/project_tree.h"
+#include "app/window/tree/project_tree.h"
 
 #include <QAbstractItemModelTester>
 #include <QAction>

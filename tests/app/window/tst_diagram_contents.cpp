@@ -1,10 +1,10 @@
 // The texts of a diagram, and how boxes and marks are drawn.
 
-#include "app/window/diagram_contents.h"
-#include "app/window/diagram_items.h"
-#include "app/window/diagram_marks.h"
-#include "app/window/diagram_scene.h"
-#include "app/window/diagram_style.h"
+#include "app/window/diagram/diagram_contents.h"
+#include "app/window/diagram/diagram_items.h"
+#include "app/window/diagram/diagram_marks.h"
+#include "app/window/diagram/diagram_scene.h"
+#include "app/window/diagram/diagram_style.h"
 
 #include "support/model_builder.h"
 

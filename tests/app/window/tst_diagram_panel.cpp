@@ -1,7 +1,7 @@
 // The diagram's panel: what of which project it shows, and how it gets on with the rest of a window.
 
-#include "app/window/diagram_panel.h"
-#include "app/window/diagram_view.h"
+#include "app/window/diagram/diagram_panel.h"
+#include "app/window/diagram/diagram_view.h"
 
 #include "support/diagram_models.h"
 #include "support/project_support.h"

@@ -1,8 +1,8 @@
 // The diagram as a file: SVG and PNG, and the dialog that asks for the file.
 
-#include "app/window/diagram_image.h"
-#include "app/window/diagram_panel.h"
-#include "app/window/diagram_view.h"
+#include "app/window/diagram/diagram_image.h"
+#include "app/window/diagram/diagram_panel.h"
+#include "app/window/diagram/diagram_view.h"
 
 #include "support/diagram_models.h"
 #include "support/full_disk.h"

@@ -1,7 +1,7 @@
 // The diagram as a person uses it: by mouse and by keys.
 
-#include "app/window/diagram_view.h"
-#include "app/window/diagram_ways.h"
+#include "app/window/diagram/diagram_view.h"
+#include "app/window/diagram/diagram_ways.h"
 
 #include <QApplication>
 #include <QHBoxLayout>

@@ -1,7 +1,7 @@
 // The messages of an export, as a person reads, filters and copies them.
 
-#include "app/window/message_list.h"
-#include "app/window/message_panel.h"
+#include "app/window/export/message_list.h"
+#include "app/window/export/message_panel.h"
 
 #include "app/window/contrast.h"
 
@@ -585,8 +585,7 @@ void tst_message_panel::copyWinsOverTheWindow()
     QVERIFY(QTest::qWaitForWindowActive(&window));
     panel->end(true, QStringLiteral("the last"));
     auto * const list = panel->findChild<QListView *>(QStringLiteral("m_lstMessages"));
-    panel->setFocus();
-    QVERIFY(list->hasFocus());
+    list->setFocus();
     QTest::keyClick(list, Qt::Key_Home);
     QTest::keyClick(list, Qt::Key_Space, Qt::ControlModifier);
     list->selectAll();
@@ -746,13 +745,16 @@ void tst_message_panel::tabLeavesTheList()
     panel->end(true, QStringLiteral("x"));
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
-    panel->setFocus();
+    panel->findChild<QCheckBox *>(QStringLiteral("m_chkErrorsOnly"))->setFocus();
     QStringList stops;
     for (int i = 0; i < 10 && !after->hasFocus(); ++i) {
         stops.append(QApplication::focusWidget()->objectName());
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
     QVERIFY2(after->hasFocus(), qPrintable(stops.join(QLatin1Char(' '))));
+    QCOMPARE(stops.join(QLatin1Char(' ')),
+             QStringLiteral("m_chkErrorsOnly m_btnCopyAll m_btnClear m_lstMessages"));
+    stops.clear();
     QTest::keyClick(after, Qt::Key_Tab, Qt::ShiftModifier);
     for (const char * const name : {"m_lstMessages", "m_btnClear", "m_btnCopyAll", "m_chkErrorsOnly"}) {
         stops.append(QApplication::focusWidget()->objectName());

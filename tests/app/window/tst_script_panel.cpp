@@ -1,8 +1,8 @@
 // The scripts of an export, as a person chooses, reads, searches and copies them.
 
-#include "app/window/script_panel.h"
+#include "app/window/export/script_panel.h"
 
-#include "app/window/sql_highlighter.h"
+#include "app/window/export/sql_highlighter.h"
 
 #include "app/window/contrast.h"
 

@@ -1,6 +1,6 @@
 // What is told apart in SQL, and which lines of a script are coloured.
 
-#include "app/window/sql_highlighter.h"
+#include "app/window/export/sql_highlighter.h"
 
 #include "app/window/contrast.h"
 

@@ -1,0 +1,139 @@
+#include "app/window/diagram/diagram_image.h"
+
+#include "app/window/diagram/diagram_scene.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QImage>
+#include <QPainter>
+#include <QSaveFile>
+#include <QSvgGenerator>
+
+#include <algorithm>
+#include <cmath>
+
+namespace app::diagram_image {
+
+namespace {
+
+constexpr qreal PixelsPerPoint = 2;
+constexpr qreal LargestSide = 12000;      // pixels
+constexpr qreal LargestArea = 32000000.0; // pixels: 128 MB of memory, what Qt programs read at the most
+constexpr int ScreenResolution = 96;      // pixels per inch, what SVG and browsers count with
+constexpr qreal InchesPerMetre = 39.37;
+
+struct texts
+{
+    Q_DECLARE_TR_FUNCTIONS(app::diagram_image)
+};
+
+QString failure(const QString & file, const QString & why)
+{
+    return texts::tr("The diagram was not written to %1: %2").arg(QDir::toNativeSeparators(file), why);
+}
+
+/// Writes all of `bytes`. A write that finds too little room takes what fits and says nothing; the next one
+/// says why.
+bool writeAll(QSaveFile & out, const QByteArray & bytes)
+{
+    qint64 done = 0;
+    while (done < bytes.size()) {
+        const qint64 taken = out.write(bytes.constData() + done, bytes.size() - done);
+        if (taken <= 0) {
+            return false;
+        }
+        done += taken;
+    }
+    // commit() alone does not notice that the last bytes found no room.
+    return out.flush();
+}
+
+bool writeWhole(const QString & file, const QByteArray & bytes, QString & reason)
+{
+    if (const QFileInfo former(file); former.exists() && !former.isFile()) {
+        // A folder, or a device, in whose place a file would be put.
+        reason = failure(file, texts::tr("it is there, but it is no file"));
+        return false;
+    }
+    QSaveFile out(file);
+    if (out.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(out, bytes) && out.commit()) {
+        reason.clear();
+        return true;
+    }
+    reason = failure(file, out.errorString());
+    return false;
+}
+
+/// A browser that does not have the font takes another one without serifs.
+QByteArray withFallbackFont(QByteArray svg, const QFont & font)
+{
+    // In texts the quotation marks are written as references, so that only attributes can match.
+    const QByteArray family = font.family().toHtmlEscaped().toUtf8();
+    return svg.replace("font-family=\"" + family + '"', "font-family=\"" + family + ", sans-serif\"");
+}
+
+} // namespace
+
+bool saveSvg(const diagram_picture & picture, const QFont & font, const QString & title,
+             const QString & description, const QString & file, QString & reason)
+{
+    const diagram_style style = diagram_style::printed(font);
+    diagram_scene scene(picture, style);
+    const QRectF place(QPointF(), scene.sceneRect().size());
+    QBuffer buffer;
+    QSvgGenerator generator;
+    generator.setOutputDevice(&buffer);
+    generator.setResolution(ScreenResolution);
+    generator.setSize(place.size().toSize());
+    generator.setViewBox(place);
+    generator.setTitle(drawable(title).toHtmlEscaped());
+    generator.setDescription(drawable(description).toHtmlEscaped());
+    QPainter painter;
+    if (!painter.begin(&generator)) {
+        reason = failure(file, texts::tr("it cannot be drawn"));
+        return false;
+    }
+    painter.fillRect(place, Qt::white);
+    scene.render(&painter, place, scene.sceneRect());
+    painter.end();
+    return writeWhole(file, withFallbackFont(buffer.data(), style.text), reason);
+}
+
+bool savePng(const diagram_picture & picture, const QFont & font, const QString & file, QString & reason)
+{
+    diagram_scene scene(picture, diagram_style::printed(font));
+    const QSizeF size = scene.sceneRect().size();
+    const qreal scale = std::min({PixelsPerPoint, LargestSide / std::max(size.width(), size.height()),
+                                  std::sqrt(LargestArea / (size.width() * size.height()))});
+    const QSize pixels(static_cast<int>(size.width() * scale), static_cast<int>(size.height() * scale));
+    QImage image(pixels.expandedTo({1, 1}), QImage::Format_RGB32);
+    if (image.isNull()) {
+        reason = failure(file, texts::tr("there is not enough memory for the picture"));
+        return false;
+    }
+    image.fill(Qt::white);
+    const int resolution = qRound(ScreenResolution * scale * InchesPerMetre);
+    image.setDotsPerMeterX(resolution);
+    image.setDotsPerMeterY(resolution);
+    QPainter painter(&image);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    scene.render(&painter, image.rect(), scene.sceneRect());
+    painter.end();
+    QBuffer buffer;
+    if (!image.save(&buffer, "PNG")) {
+        reason = failure(file, texts::tr("it cannot be drawn"));
+        return false;
+    }
+    if (!writeWhole(file, buffer.data(), reason)) {
+        return false;
+    }
+    if (scale < PixelsPerPoint) {
+        reason = texts::tr("The diagram is large: the picture was made smaller, %1 × %2 pixels")
+                     .arg(grouped(image.width()), grouped(image.height()));
+    }
+    return true;
+}
+
+} // namespace app::diagram_image

@@ -1,0 +1,334 @@
+// What the commands of the menus do.
+
+#include "app/window/diagram/diagram_panel.h"
+#include "app/window/export/message_panel.h"
+#include "app/window/export/script_panel.h"
+#include "app/window/project_session.h"
+#include "app/window/project_window.h"
+#include "app/window/version_dialogs.h"
+
+#include "app/export_run.h"
+#include "app/project_work.h"
+
+#include "context/ctx_global.h"
+#include "model/project.h"
+#include "plugin/export_interface.h"
+#include "storage/history.h"
+#include "tools/wait_cursor.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QDockWidget>
+#include <QFileDialog>
+#include <QLocale>
+#include <QMessageBox>
+#include <QStandardPaths>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QUrl>
+
+namespace app {
+
+namespace {
+
+constexpr int EventInterval = 40; ///< milliseconds between two looks at the window's events during an export
+constexpr int StatusTime = 8000;  ///< milliseconds
+
+const char ProjectSuffix[] = "korv";
+const char TextSuffix[] = "json";
+
+/// Asks for one file; the empty text when the person has none.
+QString chosenFile(QFileDialog & dialog, const QString & name)
+{
+    dialog.setObjectName(name);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+} // namespace
+
+/// While it lives an export is under way: commands that would meddle with it are off.
+class project_window::busy_scope
+{
+public:
+    explicit busy_scope(project_window & window) : m_window(window)
+    {
+        ++m_window.m_iBusy;
+        m_window.m_pSession->hold();
+        m_window.updateCommands();
+        m_window.m_sinceEvents.start();
+    }
+    ~busy_scope()
+    {
+        m_window.m_pSession->letGo();
+        --m_window.m_iBusy;
+        m_window.updateCommands();
+        if (m_window.m_bCloseWhenIdle && m_window.m_iBusy == 0) {
+            m_window.m_bCloseWhenIdle = false;
+            QMetaObject::invokeMethod(&m_window, "close", Qt::QueuedConnection);
+        }
+    }
+    busy_scope(const busy_scope &) = delete;
+    busy_scope & operator=(const busy_scope &) = delete;
+
+private:
+    project_window & m_window;
+};
+
+QString project_window::folderToStartIn() const
+{
+    const QString file = m_pSession->file().isEmpty() ? m_recent.files().value(0) : m_pSession->file();
+    return file.isEmpty() ? QDir::currentPath() : QFileInfo(file).absolutePath();
+}
+
+void project_window::chooseAndOpen()
+{
+    QFileDialog dialog(this, tr("Korvane - Open"), folderToStartIn(),
+                       tr("Projects (*.korv)") + QStringLiteral(";;") + tr("All files (*)"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    if (const QString file = chosenFile(dialog, QStringLiteral("wnd_open")); !file.isEmpty()) {
+        openFile(file);
+    }
+}
+
+void project_window::chooseAndImport()
+{
+    QFileDialog dialog(this, tr("Korvane - Import text"), folderToStartIn(),
+                       tr("Models written as text (*.json)") + QStringLiteral(";;") + tr("All files (*)"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    if (const QString file = chosenFile(dialog, QStringLiteral("wnd_import")); !file.isEmpty()) {
+        importModel(file);
+    }
+}
+
+void project_window::importModel(const QString & modelFile)
+{
+    const QFileInfo text(modelFile);
+    const QString proposed =
+        m_pSession->file().isEmpty()
+            ? text.absolutePath() + QLatin1Char('/') + text.completeBaseName() + QStringLiteral(".korv")
+            : m_pSession->file();
+    QFileDialog dialog(this, tr("Korvane - Import %1 into the project file").arg(text.fileName()),
+                       QFileInfo(proposed).absolutePath(), tr("Projects (*.korv)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QLatin1String(ProjectSuffix));
+    // The file is not overwritten: its settings and versions stay, and the question below says so.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.selectFile(QFileInfo(proposed).fileName());
+    const QString target = chosenFile(dialog, QStringLiteral("wnd_import_into"));
+    if (target.isEmpty()) {
+        return;
+    }
+    if (replacesModel(target) &&
+        QMessageBox::question(
+            this, tr("Korvane - Import text"),
+            tr("'%1' is there already.\nDo you want to replace its model by the one of '%2'? Its settings "
+               "and its versions stay.")
+                .arg(QDir::toNativeSeparators(target), text.fileName())) != QMessageBox::Yes) {
+        return;
+    }
+    import_result done;
+    {
+        const tools::wait_cursor cursor;
+        done = importText(modelFile, target);
+    }
+    if (!done.result) {
+        warn(tr("Korvane - Import text"), done.result.getDesc());
+        return;
+    }
+    m_pMessages->begin(tr("Import of %1").arg(QDir::toNativeSeparators(modelFile)));
+    for (const QString & warning : std::as_const(done.warnings)) {
+        m_pMessages->addMessage(warning, WarningMessage);
+    }
+    m_pMessages->end(true, tr("Project '%1' imported into %2. Entities: %3")
+                               .arg(done.projectName, QDir::toNativeSeparators(target),
+                                    QLocale().toString(static_cast<qlonglong>(done.entities))));
+    if (!done.warnings.isEmpty()) {
+        m_pMessageDock->show();
+    }
+    openFile(target);
+}
+
+void project_window::chooseAndSaveText()
+{
+    const std::shared_ptr<model::project> project = m_pSession->project();
+    if (!project) {
+        return;
+    }
+    QFileDialog dialog(this, tr("Korvane - Save text"), folderToStartIn(),
+                       tr("Models written as text (*.json)") + QStringLiteral(";;") + tr("All files (*)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QLatin1String(TextSuffix));
+    dialog.selectFile(QFileInfo(m_pSession->file()).completeBaseName() + QStringLiteral(".json"));
+    const QString file = chosenFile(dialog, QStringLiteral("wnd_save_text"));
+    if (file.isEmpty()) {
+        return;
+    }
+    const tools::wait_cursor cursor;
+    if (const zk::ZkBool saved = saveText(*project, file); !saved) {
+        warn(tr("Korvane - Save text"), saved.getDesc());
+        return;
+    }
+    statusBar()->showMessage(tr("%1 written").arg(QDir::toNativeSeparators(file)), StatusTime);
+}
+
+void project_window::reload()
+{
+    if (m_iBusy == 0 && refreshProject(tr("Korvane - Reload"))) {
+        statusBar()->showMessage(tr("%1 is up to date").arg(QDir::toNativeSeparators(m_pSession->file())),
+                                 StatusTime);
+    }
+}
+
+bool project_window::refreshProject(const QString & title)
+{
+    const zk::ZkBool result = m_pSession->refresh();
+    updateTitle();
+    if (!result) {
+        warn(title, result.getDesc());
+    }
+    return result.getValue() && m_pSession->project();
+}
+
+void project_window::closeProject()
+{
+    m_pSession->close();
+}
+
+void project_window::tag()
+{
+    const QString title = tr("Korvane - Tag project state");
+    if (m_iBusy > 0 || !refreshProject(title)) {
+        return;
+    }
+    QList<storage::history::version> versions;
+    if (const QSqlError error = storage::history::list(m_pSession->file(), versions); error.isValid()) {
+        warn(title, error.text());
+        return;
+    }
+    int number = versions.isEmpty() ? 1 : versions.constLast().number + 1;
+    tag_dialog dialog(m_pSession->project()->getName(), number, this);
+    if (dialog.exec() != QDialog::Accepted || !m_pSession->project()) {
+        return;
+    }
+    const tools::wait_cursor cursor;
+    if (const zk::ZkBool tagged = tagState(m_pSession->file(), dialog.message(), number); !tagged) {
+        warn(title, tagged.getDesc());
+        return;
+    }
+    m_pSession->keepOwnChange();
+    const QString told = tr("Version %1 of %2 tagged")
+                             .arg(QString::number(number), QDir::toNativeSeparators(m_pSession->file()));
+    m_pMessages->addMessage(told, ProgressMessage);
+    statusBar()->showMessage(told, StatusTime);
+}
+
+void project_window::showVersions()
+{
+    const QString title = tr("Korvane - Versions");
+    QList<storage::history::version> versions;
+    if (!refreshProject(title)) {
+        return;
+    }
+    if (const QSqlError error = storage::history::list(m_pSession->file(), versions); error.isValid()) {
+        warn(title, error.text());
+        return;
+    }
+    versions_dialog(m_pSession->project()->getName(), versions, this).exec();
+}
+
+void project_window::exportWith(plugin::export_interface * plugin)
+{
+    if (m_iBusy > 0 || !refreshProject(tr("Korvane - Export"))) {
+        return;
+    }
+    const std::shared_ptr<model::project> project = m_pSession->project();
+    export_listener listener;
+    listener.message = [this](const QString & text, int type) {
+        m_pMessages->addMessage(text, type);
+        giveWayToEvents();
+    };
+    listener.progress = [this](int done, int total) {
+        m_pMessages->setProgress(done, total);
+        giveWayToEvents();
+    };
+    const busy_scope busy(*this);
+    m_pMessages->begin(tr("Export of '%1' with %2").arg(project->getName(), plugin->getName()));
+    const export_report report = runPlugin(*plugin, *project, listener);
+    showExportEnd(report);
+}
+
+void project_window::showExportEnd(const export_report & report)
+{
+    // After a failure the scripts of an earlier export are no longer what is in the files.
+    if (!report.files.isEmpty() || !report.ok) {
+        m_pScripts->setScripts(report.files);
+    }
+    if (!report.ok) {
+        if (!report.untoldReason.isEmpty()) {
+            m_pMessages->addMessage(report.untoldReason, ErrorMessage);
+        }
+        m_pMessages->end(false, tr("The export failed"));
+        m_pMessageDock->show();
+        m_pMessageDock->raise();
+        statusBar()->showMessage(tr("The export failed: see the messages"), StatusTime);
+        return;
+    }
+    if (report.files.isEmpty()) {
+        const QString nothing =
+            tr("Nothing was written: the export was cancelled, or it is one of the steps between versions "
+               "and no version is tagged yet");
+        m_pMessages->end(true, nothing);
+        statusBar()->showMessage(nothing, StatusTime);
+        return;
+    }
+    const QString folder = QDir::toNativeSeparators(QFileInfo(report.files.constFirst()).absolutePath());
+    const QString written =
+        tr("Scripts written to %1: %2").arg(folder, QLocale().toString(report.files.size()));
+    m_pMessages->end(true, written);
+    m_tabPages->setCurrentWidget(m_pScripts);
+    statusBar()->showMessage(written, StatusTime);
+}
+
+/// An export runs on the thread of the window: from time to time it lets the window show what it was told.
+void project_window::giveWayToEvents()
+{
+    if (m_sinceEvents.elapsed() >= EventInterval) {
+        QCoreApplication::processEvents();
+        m_sinceEvents.start();
+    }
+}
+
+void project_window::showSettings(plugin::export_interface * plugin)
+{
+    if (m_iBusy > 0 || !refreshProject(tr("Korvane - Settings"))) {
+        return;
+    }
+    plugin->showSettings();
+    m_pSession->keepOwnChange();
+}
+
+void project_window::showManual()
+{
+    const QString url = context::ctx_global::getAppHelpManualUrl();
+    if (!QDesktopServices::openUrl(QUrl(url))) {
+        warn(tr("Korvane - Manual"), tr("The manual cannot be shown; it is the file %1")
+                                         .arg(QDir::toNativeSeparators(QUrl(url).toLocalFile())));
+    }
+}
+
+void project_window::showAbout()
+{
+    QString text = tr("<h3>korvane %1</h3><p>Trustworthy migration scripts from a class model.</p><p>Runs on "
+                      "Qt %2. MIT license.</p>")
+                       .arg(QStringLiteral(KORVANE_VERSION), QString::fromLatin1(qVersion()));
+    for (const auto & loaded : m_found.plugins) {
+        const plugin::export_interface & p = *loaded->getInterface();
+        text += QStringLiteral("<p><b>%1 %2</b><br/>%3</p>")
+                    .arg(p.getName().toHtmlEscaped(), p.getVersion().toHtmlEscaped(),
+                         p.getDescription().toHtmlEscaped());
+    }
+    QMessageBox::about(this, tr("Korvane - About"), text);
+}
+
+} // namespace app

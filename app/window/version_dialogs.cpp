@@ -1,0 +1,110 @@
+#include "app/window/version_dialogs.h"
+
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPushButton>
+#include <QStandardItemModel>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace app {
+
+namespace {
+
+constexpr int MessageLimit = 1000; // characters
+constexpr int DialogWidth = 480;
+constexpr int ListHeight = 320;
+
+QLabel * plainLabel(const QString & text)
+{
+    auto * const label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+} // namespace
+
+tag_dialog::tag_dialog(const QString & projectName, int number, QWidget * parent)
+    : QDialog(parent), m_txtMessage(new QLineEdit)
+{
+    setObjectName(QStringLiteral("wnd_tag"));
+    setWindowTitle(tr("Korvane - Tag project state"));
+    m_txtMessage->setObjectName(QStringLiteral("m_txtMessage"));
+    m_txtMessage->setAccessibleName(tr("What this version is about"));
+    m_txtMessage->setPlaceholderText(tr("for example: first release"));
+    m_txtMessage->setMaxLength(MessageLimit);
+    auto * const label = new QLabel(tr("&What this version is about:"));
+    label->setBuddy(m_txtMessage);
+
+    auto * const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    buttons->button(QDialogButtonBox::Ok)->setText(tr("Tag"));
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto * const layout = new QVBoxLayout(this);
+    layout->addWidget(plainLabel(tr("The model and the settings of '%1' as they are now are kept as version "
+                                    "%2. Evolution scripts lead "
+                                    "from one version to the next.")
+                                     .arg(projectName, QString::number(number))));
+    layout->addWidget(label);
+    layout->addWidget(m_txtMessage);
+    layout->addWidget(buttons);
+    m_txtMessage->setFocus();
+    resize(DialogWidth, sizeHint().height());
+}
+
+QString tag_dialog::message() const
+{
+    return m_txtMessage->text().trimmed();
+}
+
+versions_dialog::versions_dialog(const QString & projectName,
+                                 const QList<storage::history::version> & versions, QWidget * parent)
+    : QDialog(parent)
+{
+    setObjectName(QStringLiteral("wnd_versions"));
+    setWindowTitle(tr("Korvane - Versions"));
+    auto * const model = new QStandardItemModel(this);
+    model->setHorizontalHeaderLabels({tr("Version"), tr("Tagged"), tr("About")});
+    for (const storage::history::version & version : versions) {
+        QList<QStandardItem *> row{
+            new QStandardItem(QStringLiteral("v%1").arg(version.number)),
+            new QStandardItem(QLocale().toString(version.created.toLocalTime(), QLocale::ShortFormat)),
+            new QStandardItem(version.message)};
+        for (QStandardItem * const item : row) {
+            item->setEditable(false);
+            item->setToolTip(version.message.toHtmlEscaped());
+        }
+        model->insertRow(0, row);
+    }
+    auto * const list = new QTreeView;
+    list->setObjectName(QStringLiteral("m_lstVersions"));
+    list->setAccessibleName(tr("Versions of the project"));
+    list->setModel(model);
+    list->setRootIsDecorated(false);
+    list->setUniformRowHeights(true);
+    list->setAllColumnsShowFocus(true);
+    list->header()->setStretchLastSection(true);
+    for (int column = 0; column < model->columnCount(); ++column) {
+        list->resizeColumnToContents(column);
+    }
+    list->setCurrentIndex(model->index(0, 0));
+
+    auto * const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto * const layout = new QVBoxLayout(this);
+    layout->addWidget(plainLabel(
+        versions.isEmpty()
+            ? tr("'%1' has no version yet. \"Actions > Tag project state…\" makes one.").arg(projectName)
+            : tr("Versions of '%1', the newest first:").arg(projectName)));
+    layout->addWidget(list);
+    layout->addWidget(buttons);
+    list->setFocus();
+    resize(DialogWidth, ListHeight);
+}
+
+} // namespace app

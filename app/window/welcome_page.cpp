@@ -1,0 +1,92 @@
+#include "app/window/welcome_page.h"
+
+#include <QCommandLinkButton>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace app {
+
+namespace {
+
+constexpr int ShownFiles = 5;
+constexpr int PageWidth = 460;
+constexpr double TitleScale = 1.8;
+
+QLabel * heading(const QString & text, double scale)
+{
+    auto * const label = new QLabel(text);
+    QFont font = label->font();
+    font.setPointSizeF(font.pointSizeF() * scale);
+    font.setBold(true);
+    label->setFont(font);
+    return label;
+}
+
+QCommandLinkButton * command(const QString & name, const QString & text, const QString & about)
+{
+    auto * const button = new QCommandLinkButton(text, about);
+    button->setObjectName(name);
+    button->setAccessibleName(text);
+    button->setAccessibleDescription(about);
+    return button;
+}
+
+} // namespace
+
+welcome_page::welcome_page(QWidget * parent) : QWidget(parent), m_pRecent(new QVBoxLayout)
+{
+    auto * const open = command(QStringLiteral("m_btnOpen"), tr("Open a project…"),
+                                tr("A project file (*.korv). You can drop one on this window as well."));
+    auto * const import = command(QStringLiteral("m_btnImport"), tr("Import a model written as text…"),
+                                  tr("Makes a project file of the text form of a model (*.json)."));
+    connect(open, &QAbstractButton::clicked, this, &welcome_page::openRequested);
+    connect(import, &QAbstractButton::clicked, this, &welcome_page::importRequested);
+
+    auto * const column = new QVBoxLayout;
+    column->addStretch(1);
+    column->addWidget(heading(tr("Korvane"), TitleScale));
+    column->addWidget(new QLabel(tr("Migration scripts from a class model")));
+    column->addSpacing(12);
+    column->addWidget(open);
+    column->addWidget(import);
+    column->addLayout(m_pRecent);
+    column->addStretch(2);
+
+    auto * const page = new QWidget;
+    page->setLayout(column);
+    page->setMaximumWidth(PageWidth);
+    auto * const row = new QHBoxLayout(this);
+    row->addStretch(1);
+    row->addWidget(page, 4);
+    row->addStretch(1);
+}
+
+void welcome_page::setRecentFiles(const QStringList & files)
+{
+    while (QLayoutItem * const item = m_pRecent->takeAt(0)) {
+        if (QWidget * const widget = item->widget()) {
+            // It may be the very button whose click led here.
+            widget->hide();
+            widget->deleteLater();
+        }
+        delete item;
+    }
+    if (files.isEmpty()) {
+        return;
+    }
+    m_pRecent->addSpacing(8);
+    m_pRecent->addWidget(heading(tr("Recent projects"), 1.0));
+    for (const QString & file : files.mid(0, ShownFiles)) {
+        const QFileInfo info(file);
+        auto * const button = command(QStringLiteral("m_btnRecent"),
+                                      info.fileName().replace(QLatin1Char('&'), QLatin1String("&&")),
+                                      QDir::toNativeSeparators(info.absolutePath()));
+        button->setAccessibleName(info.fileName());
+        connect(button, &QAbstractButton::clicked, this, [this, file] { Q_EMIT fileRequested(file); });
+        m_pRecent->addWidget(button);
+    }
+}
+
+} // namespace app
