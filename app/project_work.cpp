@@ -1,5 +1,7 @@
 #include "app/project_work.h"
 
+#include "app/whole_file.h"
+
 #include "model/project.h"
 #include "storage/history.h"
 #include "storage/model_check.h"
@@ -9,7 +11,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace app {
 
@@ -105,26 +106,9 @@ import_result importText(const QString & modelFile, const QString & projectFile)
 
 zk::ZkBool saveText(const model::project & project, const QString & file)
 {
-    const QByteArray text = storage::text_form::write(project);
-    if (const QFileInfo existing(file); existing.exists() && !existing.isFile()) {
-        return fileFailure(file, QStringLiteral("is no file; choose another name"));
-    }
-    QSaveFile target(file);
-    if (!target.open(QIODevice::WriteOnly)) {
-        return fileFailure(file, QStringLiteral("cannot be written (%1)").arg(target.errorString()));
-    }
-    // A full disk shows when the text is flushed; commit() alone does not always notice.
-    const bool isWritten =
-        target.write(text) == text.size() && target.flush() && target.size() == text.size();
-    if (!isWritten) {
-        const QString reason = target.errorString();
-        target.cancelWriting();
-        return fileFailure(file, QStringLiteral("cannot be written (%1)").arg(reason));
-    }
-    if (!target.commit()) {
-        return fileFailure(file, QStringLiteral("cannot be written (%1)").arg(target.errorString()));
-    }
-    return zk::ZkBool::success();
+    const zk::ZkBool written = writeWholeFile(file, storage::text_form::write(project));
+    return written ? written
+                   : fileFailure(file, QStringLiteral("cannot be written (%1)").arg(written.getDesc()));
 }
 
 zk::ZkBool tagState(const QString & projectFile, const QString & message, int & number)

@@ -71,10 +71,6 @@
         <translation>Das Diagramm wurde nicht nach %1 geschrieben: %2</translation>
     </message>
     <message>
-        <source>it is there, but it is no file</source>
-        <translation>Das ist vorhanden, aber keine Datei</translation>
-    </message>
-    <message>
         <source>it cannot be drawn</source>
         <translation>Es kann nicht gezeichnet werden</translation>
     </message>
@@ -1179,6 +1175,13 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     <message>
         <source>Recent projects</source>
         <translation>Zuletzt geöffnete Projekte</translation>
+    </message>
+</context>
+<context>
+    <name>app::whole_file</name>
+    <message>
+        <source>it is there, but it is no file</source>
+        <translation>Das ist vorhanden, aber keine Datei</translation>
     </message>
 </context>
 <context>

@@ -71,10 +71,6 @@
         <translation>Le diagramme n&apos;a pas été écrit dans %1 : %2</translation>
     </message>
     <message>
-        <source>it is there, but it is no file</source>
-        <translation>cet emplacement existe, mais n&apos;est pas un fichier</translation>
-    </message>
-    <message>
         <source>it cannot be drawn</source>
         <translation>impossible de le dessiner</translation>
     </message>
@@ -1179,6 +1175,13 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
     <message>
         <source>Recent projects</source>
         <translation>Projets récents</translation>
+    </message>
+</context>
+<context>
+    <name>app::whole_file</name>
+    <message>
+        <source>it is there, but it is no file</source>
+        <translation>cet emplacement existe, mais n&apos;est pas un fichier</translation>
     </message>
 </context>
 <context>

@@ -5,6 +5,7 @@
 #include "plugin/builder/ddl_export_builder.h"
 
 #include "support/message_box_answerer.h"
+#include "support/shop_text.h"
 #include "support/stored_project.h"
 
 #include "context/ctx_global.h"
@@ -20,18 +21,9 @@
 #include <QTimer>
 
 using plugin::ddl_export;
+using support::ShopText;
 
 namespace {
-
-const QByteArray ShopText = R"({
-  "format": "korvane-project", "formatVersion": 1, "name": "shop",
-  "entities": [
-    { "id": 1, "name": "country", "properties": [
-      { "id": 10, "name": "id", "type": "long", "identifier": true } ] },
-    { "id": 2, "name": "person", "properties": [
-      { "id": 20, "name": "id", "type": "long", "identifier": true },
-      { "id": 21, "name": "country", "columnName": "country_id",
-        "relationship": { "id": 30, "type": "many-to-one", "target": 1 } } ] } ] })";
 
 /// A plug-in whose settings dialog and loading are played by the test.
 class probe : public ddl_export

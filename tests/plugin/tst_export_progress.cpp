@@ -2,6 +2,7 @@
 
 #include "plugin/ddl_export.h"
 
+#include "support/shop_text.h"
 #include "support/stored_project.h"
 
 #include "storage/history.h"
@@ -10,20 +11,7 @@
 #include <QTest>
 
 using plugin::ddl_export;
-
-namespace {
-
-const QByteArray ShopText = R"x({
-  "format": "korvane-project", "formatVersion": 1, "name": "shop",
-  "entities": [
-    { "id": 1, "name": "country", "properties": [
-      { "id": 10, "name": "id", "type": "long", "identifier": true } ] },
-    { "id": 2, "name": "person", "properties": [
-      { "id": 20, "name": "id", "type": "long", "identifier": true },
-      { "id": 21, "name": "country", "columnName": "country_id",
-        "relationship": { "id": 30, "type": "many-to-one", "target": 1 } } ] } ] })x";
-
-} // namespace
+using support::ShopText;
 
 class tst_export_progress : public QObject
 {

@@ -2,13 +2,13 @@
 
 #include "app/window/diagram/diagram_scene.h"
 
+#include "app/whole_file.h"
+
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
 #include <QImage>
 #include <QPainter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 #include <algorithm>
@@ -34,36 +34,11 @@ QString failure(const QString & file, const QString & why)
     return texts::tr("The diagram was not written to %1: %2").arg(QDir::toNativeSeparators(file), why);
 }
 
-/// Writes all of `bytes`. A write that finds too little room takes what fits and says nothing; the next one
-/// says why.
-bool writeAll(QSaveFile & out, const QByteArray & bytes)
+bool writePicture(const QString & file, const QByteArray & bytes, QString & reason)
 {
-    qint64 done = 0;
-    while (done < bytes.size()) {
-        const qint64 taken = out.write(bytes.constData() + done, bytes.size() - done);
-        if (taken <= 0) {
-            return false;
-        }
-        done += taken;
-    }
-    // commit() alone does not notice that the last bytes found no room.
-    return out.flush();
-}
-
-bool writeWhole(const QString & file, const QByteArray & bytes, QString & reason)
-{
-    if (const QFileInfo former(file); former.exists() && !former.isFile()) {
-        // A folder, or a device, in whose place a file would be put.
-        reason = failure(file, texts::tr("it is there, but it is no file"));
-        return false;
-    }
-    QSaveFile out(file);
-    if (out.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(out, bytes) && out.commit()) {
-        reason.clear();
-        return true;
-    }
-    reason = failure(file, out.errorString());
-    return false;
+    const zk::ZkBool written = writeWholeFile(file, bytes);
+    reason = written ? QString() : failure(file, written.getDesc());
+    return written.getValue();
 }
 
 /// A browser that does not have the font takes another one without serifs.
@@ -98,7 +73,7 @@ bool saveSvg(const diagram_picture & picture, const QFont & font, const QString 
     painter.fillRect(place, Qt::white);
     scene.render(&painter, place, scene.sceneRect());
     painter.end();
-    return writeWhole(file, withFallbackFont(buffer.data(), style.text), reason);
+    return writePicture(file, withFallbackFont(buffer.data(), style.text), reason);
 }
 
 bool savePng(const diagram_picture & picture, const QFont & font, const QString & file, QString & reason)
@@ -126,7 +101,7 @@ bool savePng(const diagram_picture & picture, const QFont & font, const QString 
         reason = failure(file, texts::tr("it cannot be drawn"));
         return false;
     }
-    if (!writeWhole(file, buffer.data(), reason)) {
+    if (!writePicture(file, buffer.data(), reason)) {
         return false;
     }
     if (scale < PixelsPerPoint) {

@@ -5,6 +5,7 @@
 #include "support/browser.h"
 #include "support/debugger_driver.h"
 #include "support/modal_driver.h"
+#include "support/shop_text.h"
 
 #include <QDockWidget>
 #include <QMenu>
@@ -17,19 +18,10 @@
 using support::debugger_driver;
 using support::debuggerWindow;
 using support::modal_driver;
+using support::ShopText;
 using support::window_bench;
 
 namespace {
-
-const QByteArray ShopText = R"x({
-  "format": "korvane-project", "formatVersion": 1, "name": "shop",
-  "entities": [
-    { "id": 1, "name": "country", "properties": [
-      { "id": 10, "name": "id", "type": "long", "identifier": true } ] },
-    { "id": 2, "name": "person", "properties": [
-      { "id": 20, "name": "id", "type": "long", "identifier": true },
-      { "id": 21, "name": "country", "columnName": "country_id",
-        "relationship": { "id": 30, "type": "many-to-one", "target": 1 } } ] } ] })x";
 
 const QByteArray UpperScript = "function exportStep(project, entity, property, enumeration, parameters) {\n"
                                "    return parameters.action + ' ' + (entity ? entity.getName() : '');\n"
