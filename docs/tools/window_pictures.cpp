@@ -96,6 +96,9 @@ public:
         filter->setText(QStringLiteral("visitor"));
         QTest::qWait(300);
         take("window_filter");
+        filter->clear();
+        m_bench.find<QWidget>("m_btnCloseFind")->setFocus();
+        QTest::mouseClick(m_bench.find<QWidget>("m_btnCloseFind"), Qt::LeftButton);
     }
     void lostFile()
     {
@@ -168,9 +171,11 @@ void takeWindow(const QDir & folder, const QString & scheme, bool all)
         camera.dialogs();
     }
     camera.scripts();
-    camera.failure();
     if (all) {
         camera.find();
+    }
+    camera.failure();
+    if (all) {
         camera.lostFile();
     }
 }

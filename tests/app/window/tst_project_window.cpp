@@ -46,6 +46,24 @@ QStringList shownEntities(const window_bench & bench)
     return names;
 }
 
+/// The controls of the window that assistive software has no name for, one a line.
+QString nameless(const QWidget & window)
+{
+    QStringList lines;
+    for (QWidget * const widget : window.findChildren<QWidget *>()) {
+        // A number of parts of Qt's own take the focus for the control that they belong to.
+        if (widget->window() != &window || widget->focusPolicy() == Qt::NoFocus || widget->focusProxy() ||
+            widget->objectName().startsWith("qt_")) {
+            continue;
+        }
+        QAccessibleInterface * const control = QAccessible::queryAccessibleInterface(widget);
+        if (!control || control->text(QAccessible::Name).trimmed().isEmpty()) {
+            lines << QString("%1 %2").arg(widget->metaObject()->className(), widget->objectName());
+        }
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
 /// Changes a project file in a way that no program of ours does.
 void execute(const QString & file, const QString & sql)
 {
@@ -611,19 +629,15 @@ void tst_project_window::pluginThatCannotBeLoaded()
 void tst_project_window::everyControlHasAName()
 {
     m_bench->open();
-    QStringList nameless;
-    for (QWidget * const widget : m_bench->window().findChildren<QWidget *>()) {
-        // A number of parts of Qt's own take the focus for the control that they belong to.
-        if (widget->window() != &m_bench->window() || widget->focusPolicy() == Qt::NoFocus ||
-            widget->focusProxy() || widget->objectName().startsWith("qt_")) {
-            continue;
-        }
-        QAccessibleInterface * const control = QAccessible::queryAccessibleInterface(widget);
-        if (!control || control->text(QAccessible::Name).trimmed().isEmpty()) {
-            nameless << QString("%1 %2").arg(widget->metaObject()->className(), widget->objectName());
-        }
-    }
-    QCOMPARE(nameless.join(QLatin1Char('\n')), QString());
+    QCOMPARE(nameless(m_bench->window()), QString());
+    const auto look = [](QWidget * dialog) {
+        QCOMPARE(nameless(*dialog), QString());
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    };
+    modal_driver driver({look, look});
+    m_bench->action("m_actTag")->trigger();
+    m_bench->action("m_actVersions")->trigger();
+    QVERIFY(driver.isDone());
 }
 
 void tst_project_window::keyboardReachesEveryControl()
