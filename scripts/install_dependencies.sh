@@ -4,13 +4,9 @@ set -euo pipefail
 
 build=(build-essential cmake ninja-build ccache mold qt6-base-dev qt6-declarative-dev qt6-svg-dev
     qt6-base-private-dev qt6-declarative-private-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
-<<<<<<< HEAD
-    libqt6sql6-sqlite libboost-serialization-dev libcli11-dev nlohmann-json3-dev libsqlite3-dev zlib1g-dev cmark-gfm graphviz qt6-translations-l10n)
+    libqt6sql6-sqlite libboost-serialization-dev libcli11-dev nlohmann-json3-dev libsqlite3-dev zlib1g-dev
+    cmark-gfm graphviz qt6-translations-l10n)
 tests=(clang-format eatmydata git libqt6sql6-mysql libqt6sql6-psql mariadb-server postgresql-15 sqlfluff
-=======
-    libqt6sql6-sqlite libboost-serialization-dev libcli11-dev nlohmann-json3-dev libsqlite3-dev zlib1g-dev)
-tests=(clang-format eatmydata git libqt6sql6-mysql libqt6sql6-psql mariadb-server postgresql-15 sqlfluff
->>>>>>> diagram
     sqlite3)
 
 packages=("${build[@]}")
