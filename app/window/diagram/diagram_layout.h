@@ -20,7 +20,7 @@ public:
 
     /// Name or path of dot's program; "dot" unless it is set.
     void setProgram(const QString & program) { m_sProgram = program; }
-    /// How long dot may take, in milliseconds; 10,000 unless it is set.
+    /// How long dot may take, in milliseconds; 10,000 unless it is set. While dot runs, from now on.
     void setTimeLimit(int milliseconds) { m_limit.setInterval(milliseconds); }
 
     /// Begins with `request`; finished() tells its places, never before this returns.

@@ -290,22 +290,27 @@ void tst_window_export::messagesComeWhileItRuns()
     m_bench->write("hook.js", UpperScript);
     m_bench->open();
     setUp(m_bench->path("sql"), 0, m_bench->path("hook.js"));
+    // Each step stops before and after the script's answer: the first statement, the first table, the second.
+    const QStringList expected{"0 of 1000, 0", "0 of 1000, 0", "300 of 1000, 0", "300 of 1000, 0",
+                               "600 of 1000, 1"};
     QStringList seen;
-    const auto look = [&](debugger_driver & d) {
-        QTest::qWait(100);
+    const auto shown = [&] {
         const auto * const bar = m_bench->messages().findChild<QProgressBar *>();
-        seen << QStringLiteral("%1 of %2, %3")
-                    .arg(bar->value())
-                    .arg(bar->maximum())
-                    .arg(m_bench->told().count("create table DDL SQL script"));
+        return QStringLiteral("%1 of %2, %3")
+            .arg(bar->value())
+            .arg(bar->maximum())
+            .arg(m_bench->told().count("create table DDL SQL script"));
+    };
+    const auto look = [&](debugger_driver & d) {
+        QTest::qWait(100); // what comes too early is there by then
+        (void)QTest::qWaitFor([&] { return shown() == expected.value(seen.size()); });
+        seen << shown();
         d.find<QAction>("m_actStep")->trigger();
     };
     const debugger_driver driver({look, look, look, look, look, debugger_driver::command("m_actDetach")});
     exportWithShift();
     QTRY_COMPARE(tabs().size(), 1);
-    // Each step stops before and after the script's answer: the first statement, the first table, the second.
-    QCOMPARE(seen, (QStringList{"0 of 1000, 0", "0 of 1000, 0", "300 of 1000, 0", "300 of 1000, 0",
-                                "600 of 1000, 1"}));
+    QCOMPARE(seen, expected);
     QTRY_COMPARE(m_bench->told().count("create table DDL SQL script"), 2);
 }
 
