@@ -167,6 +167,10 @@ void project_window::projectChanged()
     const QString file = m_pSession->file();
     if (file != m_sShownFile) {
         m_sShownFile = file;
+        // A debugger that waits for the next export would run the script of the former project.
+        for (const auto & loaded : m_found.plugins) {
+            loaded->getInterface()->setCustomScript(nullptr);
+        }
         m_pScripts->setScripts({});
         m_tabPages->setCurrentWidget(m_pDiagram);
     }

@@ -254,6 +254,8 @@ void project_window::exportWith(plugin::export_interface * plugin)
     };
     const busy_scope busy(*this);
     m_pMessages->begin(tr("Export of '%1' with %2").arg(project->getName(), plugin->getName()));
+    // What another project left in the plug-in's memory is none of this one's.
+    plugin->clearSettings();
     const export_report report = runPlugin(*plugin, *project, listener);
     showExportEnd(report);
 }
@@ -304,6 +306,8 @@ void project_window::showSettings(plugin::export_interface * plugin)
     if (m_iBusy > 0 || !refreshProject(tr("Korvane - Settings"))) {
         return;
     }
+    // What another project left in the plug-in's memory is none of this one's.
+    plugin->clearSettings();
     plugin->showSettings();
     m_pSession->keepOwnChange();
 }

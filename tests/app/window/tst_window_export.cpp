@@ -6,11 +6,15 @@
 #include "support/debugger_driver.h"
 #include "support/modal_driver.h"
 
+#include <QComboBox>
 #include <QDockWidget>
+#include <QDropEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QProgressBar>
 #include <QTabWidget>
+#include <QTextDocument>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -66,6 +70,8 @@ private slots:
     void debuggerOutlivesTheExport();
     void folderIsOpened();
     void otherProjectTakesTheScriptsAway();
+    void settingsAreThoseOfTheProject();
+    void debuggerGoesWithItsProject();
 
 private:
     /// Stores the settings of the export as the dialog of the plug-in does.
@@ -399,6 +405,60 @@ void tst_window_export::otherProjectTakesTheScriptsAway()
     m_bench->window().openFile(other);
     QCOMPARE(tabs(), QStringList());
     QVERIFY(!m_bench->scripts().isVisible());
+}
+
+void tst_window_export::settingsAreThoseOfTheProject()
+{
+    const QString other = m_bench->path("other.korv");
+    QVERIFY(QFile::copy(m_bench->file(), other));
+    m_bench->open();
+    setUp(m_bench->path("sql"), 2);
+    exportByKey();
+    m_bench->window().openFile(other);
+    // Nothing is stored in this project: no setting of the other one is shown for it.
+    QString folder = "not looked at";
+    bool isFull = false;
+    modal_driver settings({[&](QWidget * w) {
+        folder = w->findChild<QLineEdit *>("m_txtFileLocation")->text();
+        isFull = w->findChild<QAbstractButton *>("m_optSchemaFull")->isChecked();
+        QTest::keyClick(w, Qt::Key_Escape);
+    }});
+    m_bench->action("m_actSettings_KorvGenericDDLExport")->trigger();
+    QVERIFY(settings.isDone());
+    QCOMPARE(folder, "");
+    QVERIFY(isFull);
+    // Nor is it exported to the folder of the other one.
+    QVERIFY(QDir(m_bench->path("sql")).removeRecursively() && QDir().mkpath(m_bench->path("sql")));
+    m_bench->window().openFile(m_bench->file());
+    exportByKey();
+    QCOMPARE(tabs().size(), 1);
+    QVERIFY(QDir(m_bench->path("sql")).removeRecursively() && QDir().mkpath(m_bench->path("sql")));
+    m_bench->window().openFile(other);
+    modal_driver driver({modal_driver::key(Qt::Key_Escape)});
+    exportByKey();
+    QVERIFY(driver.isDone());
+    QCOMPARE(tabs(), QStringList());
+    QCOMPARE(QDir(m_bench->path("sql")).entryList(QDir::Files), QStringList());
+}
+
+void tst_window_export::debuggerGoesWithItsProject()
+{
+    const QString other = m_bench->path("other.korv");
+    QVERIFY(QFile::copy(m_bench->file(), other));
+    m_bench->write("hook.js", UpperScript);
+    m_bench->open();
+    setUp(m_bench->path("sql"), 0, m_bench->path("hook.js"));
+    const debugger_driver driver({debugger_driver::command("m_actStep")});
+    exportWithShift();
+    QTRY_COMPARE(tabs().size(), 1);
+    QVERIFY(debuggerWindow());
+    m_bench->window().openFile(other);
+    QVERIFY(!debuggerWindow());
+    // Its script is none of the other project's.
+    setUp(m_bench->path("sql"));
+    exportByKey();
+    QCOMPARE(tabs().size(), 1);
+    QVERIFY2(shownScript().contains("CREATE TABLE person"), qPrintable(shownScript()));
 }
 
 QTEST_MAIN(tst_window_export)
