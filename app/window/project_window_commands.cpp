@@ -151,17 +151,15 @@ void project_window::importModel(const QString & modelFile)
 
 void project_window::chooseAndSaveText()
 {
-    const std::shared_ptr<model::project> project = m_pSession->project();
-    if (!project) {
-        return;
-    }
     QFileDialog dialog(this, tr("Korvane - Save text"), folderToStartIn(),
                        tr("Models written as text (*.json)") + QStringLiteral(";;") + tr("All files (*)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QLatin1String(TextSuffix));
     dialog.selectFile(QFileInfo(m_pSession->file()).completeBaseName() + QStringLiteral(".json"));
     const QString file = chosenFile(dialog, QStringLiteral("wnd_save_text"));
-    if (file.isEmpty()) {
+    // While the dialog was open the project may have been read again.
+    const std::shared_ptr<model::project> project = m_pSession->project();
+    if (file.isEmpty() || !project) {
         return;
     }
     const tools::wait_cursor cursor;
@@ -208,7 +206,8 @@ void project_window::tag()
     }
     int number = versions.isEmpty() ? 1 : versions.constLast().number + 1;
     tag_dialog dialog(m_pSession->project()->getName(), number, this);
-    if (dialog.exec() != QDialog::Accepted || !m_pSession->project()) {
+    // While the dialog was open another program may have changed the model that is tagged.
+    if (dialog.exec() != QDialog::Accepted || !refreshProject(title)) {
         return;
     }
     const tools::wait_cursor cursor;
@@ -309,7 +308,6 @@ void project_window::showSettings(plugin::export_interface * plugin)
     // What another project left in the plug-in's memory is none of this one's.
     plugin->clearSettings();
     plugin->showSettings();
-    m_pSession->keepOwnChange();
 }
 
 void project_window::showManual()

@@ -1,6 +1,7 @@
 // The main window, used as a person uses it: open, look, tag, import, save; files that go bad; what it
 // remembers.
 
+#include "app/window/recent_files.h"
 #include "app/window/window_bench.h"
 #include "support/browser.h"
 #include "support/full_disk.h"
@@ -8,6 +9,7 @@
 
 #include <QAccessible>
 #include <QComboBox>
+#include <QCommandLinkButton>
 #include <QDockWidget>
 #include <QDropEvent>
 #include <QLabel>
@@ -18,6 +20,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTabWidget>
+#include <QTextDocument>
 
 using support::modal_driver;
 using support::window_bench;
@@ -92,6 +95,9 @@ private slots:
     void replacedByAnotherFile();
     void otherVersionsLeaveTheViewAlone();
     void dropped();
+    void savedTextIsWhatIsShown();
+    void changeWhileItIsTagged();
+    void removedWhileItIsTagged();
     void recentFilesAreRemembered();
     void layoutIsRemembered();
     void manualAndAbout();
@@ -490,6 +496,46 @@ void tst_project_window::dropped()
     QVERIFY(drop({QUrl::fromLocalFile(m_bench->path("shop.json"))}));
     QTRY_VERIFY(driver.isDone());
     QCOMPARE(driver.titles, QStringList{"Korvane - Import shop.json into the project file"});
+}
+
+void tst_project_window::savedTextIsWhatIsShown()
+{
+    m_bench->open();
+    modal_driver driver({[this](QWidget * w) {
+        m_bench->import(QByteArray(ShopText).replace("\"person\"", "\"customer\""));
+        QTest::qWait(800);
+        modal_driver::file(m_bench->path("saved.json"))(w);
+    }});
+    m_bench->action("m_actSaveText")->trigger();
+    QVERIFY(driver.isDone());
+    QCOMPARE(m_bench->content("saved.json"), window_bench::run({"dump", m_bench->file()}));
+}
+
+void tst_project_window::changeWhileItIsTagged()
+{
+    m_bench->open();
+    modal_driver driver({[this](QWidget * w) {
+        m_bench->import(QByteArray(ShopText).replace("\"person\"", "\"customer\""));
+        QTest::keyClick(w, Qt::Key_Return);
+    }});
+    m_bench->action("m_actTag")->trigger();
+    QVERIFY(driver.isDone());
+    QTRY_COMPARE(shownEntities(*m_bench), (QStringList{"country", "customer"}));
+}
+
+void tst_project_window::removedWhileItIsTagged()
+{
+    m_bench->open();
+    modal_driver driver({[this](QWidget * w) {
+                             QVERIFY(QFile::remove(m_bench->file()));
+                             QTest::keyClick(w, Qt::Key_Return);
+                         },
+                         modal_driver::click(QMessageBox::Ok)});
+    m_bench->action("m_actTag")->trigger();
+    QVERIFY(driver.isDone());
+    QCOMPARE(driver.titles, (QStringList{"Korvane - Tag project state", "Korvane - Tag project state"}));
+    QCOMPARE(m_bench->window().windowTitle(), "shop (shop.korv, cannot be read any more) - Korvane");
+    QVERIFY(!QFile::exists(m_bench->file()));
 }
 
 void tst_project_window::recentFilesAreRemembered()

@@ -72,6 +72,8 @@ private slots:
     void otherProjectTakesTheScriptsAway();
     void settingsAreThoseOfTheProject();
     void debuggerGoesWithItsProject();
+    void settingsOfAFileThatIsRemovedMeanwhile();
+    void changeWhileTheSettingsAreShown();
 
 private:
     /// Stores the settings of the export as the dialog of the plug-in does.
@@ -459,6 +461,38 @@ void tst_window_export::debuggerGoesWithItsProject()
     exportByKey();
     QCOMPARE(tabs().size(), 1);
     QVERIFY2(shownScript().contains("CREATE TABLE person"), qPrintable(shownScript()));
+}
+
+void tst_window_export::settingsOfAFileThatIsRemovedMeanwhile()
+{
+    m_bench->open();
+    setUp(m_bench->path("sql"));
+    // The plug-in says that it cannot store them; the window, that the file is lost.
+    modal_driver driver({[this](QWidget * w) {
+                             QVERIFY(QFile::remove(m_bench->file()));
+                             QTest::mouseClick(w->findChild<QWidget *>("m_btnOk"), Qt::LeftButton);
+                             QTest::keyClick(w, Qt::Key_Escape);
+                         },
+                         modal_driver::click(QMessageBox::Ok), modal_driver::click(QMessageBox::Ok)});
+    m_bench->action("m_actSettings_KorvGenericDDLExport")->trigger();
+    QTRY_VERIFY(driver.isDone());
+    QCOMPARE(driver.titles.constLast(), "Korvane - Project file");
+    QVERIFY2(driver.texts[1].contains("does not exist"), qPrintable(driver.texts[1]));
+    QVERIFY(!QFile::exists(m_bench->file()));
+}
+
+void tst_window_export::changeWhileTheSettingsAreShown()
+{
+    m_bench->open();
+    modal_driver driver({[this](QWidget * w) {
+        m_bench->import(QByteArray(ShopText).replace("\"person\"", "\"visitor\""));
+        w->findChild<QLineEdit *>("m_txtFileLocation")->setText(m_bench->path("sql"));
+        QTest::mouseClick(w->findChild<QWidget *>("m_btnOk"), Qt::LeftButton);
+    }});
+    m_bench->action("m_actSettings_KorvGenericDDLExport")->trigger();
+    QVERIFY(driver.isDone());
+    const auto * const model = m_bench->tree().findChild<QTreeView *>()->model();
+    QTRY_COMPARE(model->index(1, 0).data().toString(), "visitor");
 }
 
 QTEST_MAIN(tst_window_export)
