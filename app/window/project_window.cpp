@@ -227,7 +227,7 @@ void project_window::updateRecentFiles()
     for (const QString & file : m_recent.files()) {
         QString name = QFileInfo(file).fileName();
         QAction * const action = m_mnuRecent->addAction(name.replace(QLatin1Char('&'), QLatin1String("&&")));
-        action->setToolTip(QDir::toNativeSeparators(file).toHtmlEscaped());
+        action->setToolTip(QStringLiteral("<qt>%1</qt>").arg(QDir::toNativeSeparators(file).toHtmlEscaped()));
         action->setStatusTip(QDir::toNativeSeparators(file));
         connect(action, &QAction::triggered, this, [this, file] { openFile(file); });
     }

@@ -45,6 +45,22 @@ QString chosenFile(QFileDialog & dialog, const QString & name)
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
+/// Asks Yes or No; what is asked about may have any name, which is no mark-up.
+bool isConfirmed(QWidget * parent, const QString & title, const QString & question)
+{
+    QMessageBox box(QMessageBox::Question, title, question, QMessageBox::Yes | QMessageBox::No, parent);
+    box.setTextFormat(Qt::PlainText);
+    return box.exec() == QMessageBox::Yes;
+}
+
+/// What `work` gives. The busy cursor is gone when it is told.
+template <class Work>
+auto whileBusy(const Work & work)
+{
+    const tools::wait_cursor cursor;
+    return work();
+}
+
 } // namespace
 
 /// While it lives an export is under way: commands that would meddle with it are off.
@@ -103,6 +119,9 @@ void project_window::chooseAndImport()
 
 void project_window::importModel(const QString & modelFile)
 {
+    if (m_iBusy > 0) {
+        return;
+    }
     const QFileInfo text(modelFile);
     const QString proposed =
         m_pSession->file().isEmpty()
@@ -120,18 +139,14 @@ void project_window::importModel(const QString & modelFile)
         return;
     }
     if (replacesModel(target) &&
-        QMessageBox::question(
+        !isConfirmed(
             this, tr("Korvane - Import text"),
             tr("'%1' is there already.\nDo you want to replace its model by the one of '%2'? Its settings "
                "and its versions stay.")
-                .arg(QDir::toNativeSeparators(target), text.fileName())) != QMessageBox::Yes) {
+                .arg(QDir::toNativeSeparators(target), text.fileName()))) {
         return;
     }
-    import_result done;
-    {
-        const tools::wait_cursor cursor;
-        done = importText(modelFile, target);
-    }
+    const import_result done = whileBusy([&] { return importText(modelFile, target); });
     if (!done.result) {
         warn(tr("Korvane - Import text"), done.result.getDesc());
         return;
@@ -162,8 +177,7 @@ void project_window::chooseAndSaveText()
     if (file.isEmpty() || !project) {
         return;
     }
-    const tools::wait_cursor cursor;
-    if (const zk::ZkBool saved = saveText(*project, file); !saved) {
+    if (const zk::ZkBool saved = whileBusy([&] { return saveText(*project, file); }); !saved) {
         warn(tr("Korvane - Save text"), saved.getDesc());
         return;
     }
@@ -210,8 +224,9 @@ void project_window::tag()
     if (dialog.exec() != QDialog::Accepted || !refreshProject(title)) {
         return;
     }
-    const tools::wait_cursor cursor;
-    if (const zk::ZkBool tagged = tagState(m_pSession->file(), dialog.message(), number); !tagged) {
+    if (const zk::ZkBool tagged =
+            whileBusy([&] { return tagState(m_pSession->file(), dialog.message(), number); });
+        !tagged) {
         warn(title, tagged.getDesc());
         return;
     }

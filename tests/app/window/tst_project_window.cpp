@@ -49,6 +49,14 @@ QStringList shownEntities(const window_bench & bench)
     return names;
 }
 
+/// What a person reads of a tool tip, which is plain text unless it looks like mark-up.
+QString shownTip(const QString & tip)
+{
+    QTextDocument shown;
+    Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
+    return shown.toPlainText();
+}
+
 /// Changes a project file in a way that no program of ours does.
 void execute(const QString & file, const QString & sql)
 {
@@ -95,9 +103,12 @@ private slots:
     void replacedByAnotherFile();
     void otherVersionsLeaveTheViewAlone();
     void dropped();
+    void droppedOnAPane();
+    void namesAreNoMarkup();
     void savedTextIsWhatIsShown();
     void changeWhileItIsTagged();
     void removedWhileItIsTagged();
+    void noBusyCursorOverAWarning();
     void recentFilesAreRemembered();
     void layoutIsRemembered();
     void manualAndAbout();
@@ -498,6 +509,57 @@ void tst_project_window::dropped()
     QCOMPARE(driver.titles, QStringList{"Korvane - Import shop.json into the project file"});
 }
 
+void tst_project_window::droppedOnAPane()
+{
+    m_bench->open();
+    const QString other = m_bench->path("other.korv");
+    QVERIFY(QFile::copy(m_bench->file(), other));
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(other)});
+    auto * const view = m_bench->diagram().findChild<QAbstractScrollArea *>()->viewport();
+    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent event(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view, &event);
+    QTRY_COMPARE(m_bench->window().windowTitle(), "shop (other.korv) - Korvane");
+}
+
+void tst_project_window::namesAreNoMarkup()
+{
+    const QString file = m_bench->path("R&D/a <b>bold<i> & b.korv");
+    QVERIFY(QDir().mkpath(m_bench->path("R&D")));
+    QVERIFY(QFile::copy(m_bench->file(), file));
+    m_bench->show();
+    m_bench->window().openFile(file);
+    const auto * const button = m_bench->find<QCommandLinkButton>("m_btnRecent");
+    QCOMPARE(button->text(), "a <b>bold<i> && b.korv");
+    QCOMPARE(button->accessibleName(), "a <b>bold<i> & b.korv");
+    QCOMPARE(button->description(), m_bench->path("R&&D"));
+    QCOMPARE(button->accessibleDescription(), m_bench->path("R&D"));
+    QCOMPARE(shownTip(m_bench->find<QMenu>("m_mnuRecent")->actions()[0]->toolTip()), file);
+    window_bench::run({"tag", file, "-m", "bugs & <i>features"});
+    QString about;
+    modal_driver versions({[&about](QWidget * w) {
+        about = w->findChild<QTreeView *>()->model()->index(0, 0).data(Qt::ToolTipRole).toString();
+        QTest::keyClick(w, Qt::Key_Escape);
+    }});
+    m_bench->action("m_actVersions")->trigger();
+    QVERIFY(versions.isDone());
+    QCOMPARE(shownTip(about), "bugs & <i>features");
+
+    Qt::TextFormat format = Qt::AutoText;
+    modal_driver driver({modal_driver::file(m_bench->path("shop.json")), modal_driver::key(Qt::Key_Return),
+                         [&format](QWidget * w) {
+                             format = qobject_cast<QMessageBox *>(w)->textFormat();
+                             modal_driver::click(QMessageBox::No)(w);
+                         }});
+    m_bench->action("m_actImport")->trigger();
+    QVERIFY(driver.isDone());
+    QCOMPARE(format, Qt::PlainText);
+    QVERIFY2(driver.texts.constLast().contains(file), qPrintable(driver.texts.constLast()));
+}
+
 void tst_project_window::savedTextIsWhatIsShown()
 {
     m_bench->open();
@@ -536,6 +598,42 @@ void tst_project_window::removedWhileItIsTagged()
     QCOMPARE(driver.titles, (QStringList{"Korvane - Tag project state", "Korvane - Tag project state"}));
     QCOMPARE(m_bench->window().windowTitle(), "shop (shop.korv, cannot be read any more) - Korvane");
     QVERIFY(!QFile::exists(m_bench->file()));
+}
+
+void tst_project_window::noBusyCursorOverAWarning()
+{
+    m_bench->open();
+    QStringList busy;
+    const auto look = [&busy](QWidget * w) {
+        if (QGuiApplication::overrideCursor()) {
+            busy << w->windowTitle();
+        }
+        modal_driver::click(QMessageBox::Ok)(w);
+    };
+    // The folder of the name is removed while the dialog is asked.
+    const QString folder = m_bench->path("folder");
+    QVERIFY(QDir().mkpath(folder));
+    m_bench->write("folder/x.json", "x");
+    modal_driver saves({modal_driver::file(folder + "/x.json"),
+                        [&folder](QWidget * w) {
+                            QDir(folder).removeRecursively();
+                            modal_driver::click(QMessageBox::Yes)(w);
+                        },
+                        look});
+    m_bench->action("m_actSaveText")->trigger();
+    QVERIFY(saves.isDone());
+    std::unique_ptr<support::full_disk> full;
+    modal_driver tags({[&full](QWidget * w) {
+                           full = std::make_unique<support::full_disk>(40);
+                           QTest::keyClick(w, Qt::Key_Return);
+                       },
+                       [&](QWidget * w) {
+                           full.reset();
+                           look(w);
+                       }});
+    m_bench->action("m_actTag")->trigger();
+    QVERIFY(tags.isDone());
+    QCOMPARE(busy, QStringList());
 }
 
 void tst_project_window::recentFilesAreRemembered()

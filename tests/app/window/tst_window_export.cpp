@@ -74,6 +74,8 @@ private slots:
     void debuggerGoesWithItsProject();
     void settingsOfAFileThatIsRemovedMeanwhile();
     void changeWhileTheSettingsAreShown();
+    void nothingDroppedBeginsMeanwhile();
+    void toolTipsOfScripts();
 
 private:
     /// Stores the settings of the export as the dialog of the plug-in does.
@@ -493,6 +495,53 @@ void tst_window_export::changeWhileTheSettingsAreShown()
     QVERIFY(driver.isDone());
     const auto * const model = m_bench->tree().findChild<QTreeView *>()->model();
     QTRY_COMPARE(model->index(1, 0).data().toString(), "visitor");
+}
+
+void tst_window_export::nothingDroppedBeginsMeanwhile()
+{
+    m_bench->write("hook.js", UpperScript);
+    m_bench->open();
+    setUp(m_bench->path("sql"), 0, m_bench->path("hook.js"));
+    modal_driver dialogs({});
+    const debugger_driver driver({[](debugger_driver & d) {
+        QTest::qWait(100);
+        d.find<QAction>("m_actDetach")->trigger();
+    }});
+    // What is dropped begins when the drop is over; by then the export is under way.
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(m_bench->path("shop.json"))});
+    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&m_bench->window(), &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&m_bench->window(), &drop);
+    exportWithShift();
+    QTRY_COMPARE(tabs().size(), 1);
+    QCOMPARE(dialogs.titles, QStringList());
+}
+
+void tst_window_export::toolTipsOfScripts()
+{
+    m_bench->open();
+    const QString folder = m_bench->path("R&D");
+    QVERIFY(QDir().mkpath(folder));
+    setUp(folder);
+    exportByKey();
+    const QString file = folder + "/shop_sqlite_db_schema_full.sql";
+    const auto * const names = m_bench->scripts().findChild<QComboBox *>();
+    QStringList tips = {m_bench->scripts().findChild<QTabWidget *>()->tabToolTip(0),
+                        names->itemData(0, Qt::ToolTipRole).toString()};
+    for (const QLineEdit * const field : m_bench->scripts().findChildren<QLineEdit *>()) {
+        if (field->accessibleDescription() == file) {
+            tips << field->toolTip();
+        }
+    }
+    QCOMPARE(tips.size(), 3);
+    for (const QString & tip : std::as_const(tips)) {
+        QTextDocument shown;
+        Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
+        QCOMPARE(shown.toPlainText(), file);
+    }
 }
 
 QTEST_MAIN(tst_window_export)
