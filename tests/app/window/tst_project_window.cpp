@@ -109,6 +109,7 @@ private slots:
     void changeWhileItIsTagged();
     void removedWhileItIsTagged();
     void noBusyCursorOverAWarning();
+    void recentFilesOfTwoWindows();
     void recentFilesAreRemembered();
     void layoutIsRemembered();
     void manualAndAbout();
@@ -634,6 +635,17 @@ void tst_project_window::noBusyCursorOverAWarning()
     m_bench->action("m_actTag")->trigger();
     QVERIFY(tags.isDone());
     QCOMPARE(busy, QStringList());
+}
+
+void tst_project_window::recentFilesOfTwoWindows()
+{
+    app::recent_files one;
+    app::recent_files two;
+    one.add("/a/one.korv");
+    two.add("/a/two.korv");
+    QCOMPARE(app::recent_files().files(), (QStringList{"/a/two.korv", "/a/one.korv"}));
+    one.remove("/a/one.korv");
+    QCOMPARE(app::recent_files().files(), QStringList{"/a/two.korv"});
 }
 
 void tst_project_window::recentFilesAreRemembered()
