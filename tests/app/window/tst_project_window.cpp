@@ -98,6 +98,7 @@ private slots:
     void filesThatCannotBeOpened();
     void removedWhileOpen();
     void comesBackAsItWas();
+    void comesBackWithItsFolder();
     void damagedWhileOpen();
     void changedByAnotherProgram();
     void replacedByAnotherFile();
@@ -429,6 +430,19 @@ void tst_project_window::comesBackAsItWas()
     QTRY_VERIFY(driver.isDone());
     QCOMPARE(m_bench->window().windowTitle(), "shop (shop.korv, cannot be read any more) - Korvane");
     QVERIFY(QFile::rename(m_bench->path("away"), m_bench->file()));
+    QTRY_COMPARE(m_bench->window().windowTitle(), "shop (shop.korv) - Korvane");
+}
+
+void tst_project_window::comesBackWithItsFolder()
+{
+    const QString folder = m_bench->path("shops");
+    QVERIFY(QDir().mkpath(folder) && QFile::copy(m_bench->file(), folder + "/shop.korv"));
+    m_bench->show();
+    m_bench->window().openFile(folder + "/shop.korv");
+    modal_driver driver({modal_driver::click(QMessageBox::Ok)});
+    QVERIFY(QDir(folder).removeRecursively());
+    QTRY_VERIFY(driver.isDone());
+    QVERIFY(QDir().mkpath(folder) && QFile::copy(m_bench->file(), folder + "/shop.korv"));
     QTRY_COMPARE(m_bench->window().windowTitle(), "shop (shop.korv) - Korvane");
 }
 
