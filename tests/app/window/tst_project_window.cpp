@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -113,6 +114,7 @@ private slots:
     void recentFilesOfTwoWindows();
     void recentFilesAreRemembered();
     void layoutIsRemembered();
+    void firstLayoutFitsTheScreen();
     void manualAndAbout();
     void pluginsInTheMenu();
     void pluginThatCannotBeLoaded();
@@ -707,6 +709,15 @@ void tst_project_window::layoutIsRemembered()
     QVERIFY(!m_bench->find<QDockWidget>("m_pMessageDock")->isVisible());
     QCOMPARE(m_bench->window().dockWidgetArea(m_bench->find<QDockWidget>("m_pTreeDock")),
              Qt::RightDockWidgetArea);
+}
+
+void tst_project_window::firstLayoutFitsTheScreen()
+{
+    m_bench->show();
+    const QSize screen = m_bench->window().screen()->availableSize();
+    const QSize size = m_bench->window().size();
+    QVERIFY2(size.width() <= screen.width() && size.height() <= screen.height(),
+             qPrintable(QStringLiteral("%1 x %2").arg(size.width()).arg(size.height())));
 }
 
 void tst_project_window::manualAndAbout()
