@@ -22,7 +22,8 @@ export_menu::export_menu(const found_plugins & found, QWidget * parent) : QMenu(
     if (found.plugins.empty()) {
         QAction * const none = addAction(tr("No plug-in was found"));
         none->setEnabled(false);
-        none->setToolTip(plugin::pluginFolders().join(QLatin1Char('\n')).toHtmlEscaped());
+        none->setToolTip(QStringLiteral("<p style='white-space:pre'>%1</p>")
+                             .arg(plugin::pluginFolders().join(QLatin1Char('\n')).toHtmlEscaped()));
     }
 }
 
@@ -48,7 +49,7 @@ void export_menu::addPlugin(plugin::export_interface * plugin)
     QAction * const settings =
         addAction(plugin->getIconSettings(), tr("Settings of %1…").arg(menuText(plugin->getName())));
     settings->setObjectName(QStringLiteral("m_actSettings_") + plugin->getName());
-    settings->setToolTip(tr("Edit the settings that are stored in the project").toHtmlEscaped());
+    settings->setToolTip(tr("Edit the settings that are stored in the project"));
     settings->setStatusTip(tr("Edit the settings that are stored in the project"));
     connect(settings, &QAction::triggered, this, [this, plugin] { Q_EMIT settingsRequested(plugin); });
     m_commands.append(settings);

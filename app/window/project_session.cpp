@@ -138,6 +138,7 @@ void project_session::adopt(const std::shared_ptr<model::project> & project, con
 }
 
 /// A file that is replaced by another of its name drops out of the watch; its folder tells of the new one.
+/// When the folder is gone as well, the nearest one above tells that it is back.
 void project_session::watch()
 {
     const QStringList former = m_watcher.files() + m_watcher.directories();
@@ -147,7 +148,11 @@ void project_session::watch()
     if (m_sFile.isEmpty()) {
         return;
     }
-    for (const QString & path : {m_sFile, QFileInfo(m_sFile).absolutePath()}) {
+    QString folder = QFileInfo(m_sFile).absolutePath();
+    while (!QFileInfo::exists(folder) && folder != QFileInfo(folder).absolutePath()) {
+        folder = QFileInfo(folder).absolutePath();
+    }
+    for (const QString & path : {m_sFile, folder}) {
         if (QFileInfo::exists(path)) {
             m_watcher.addPath(path);
         }

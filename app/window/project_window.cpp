@@ -167,6 +167,10 @@ void project_window::projectChanged()
     const QString file = m_pSession->file();
     if (file != m_sShownFile) {
         m_sShownFile = file;
+        // A debugger that waits for the next export would run the script of the former project.
+        for (const auto & loaded : m_found.plugins) {
+            loaded->getInterface()->setCustomScript(nullptr);
+        }
         m_pScripts->setScripts({});
         m_tabPages->setCurrentWidget(m_pDiagram);
     }
@@ -223,7 +227,7 @@ void project_window::updateRecentFiles()
     for (const QString & file : m_recent.files()) {
         QString name = QFileInfo(file).fileName();
         QAction * const action = m_mnuRecent->addAction(name.replace(QLatin1Char('&'), QLatin1String("&&")));
-        action->setToolTip(QDir::toNativeSeparators(file).toHtmlEscaped());
+        action->setToolTip(QStringLiteral("<qt>%1</qt>").arg(QDir::toNativeSeparators(file).toHtmlEscaped()));
         action->setStatusTip(QDir::toNativeSeparators(file));
         connect(action, &QAction::triggered, this, [this, file] { openFile(file); });
     }

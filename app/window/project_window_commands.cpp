@@ -45,6 +45,22 @@ QString chosenFile(QFileDialog & dialog, const QString & name)
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
+/// Asks Yes or No; what is asked about may have any name, which is no mark-up.
+bool isConfirmed(QWidget * parent, const QString & title, const QString & question)
+{
+    QMessageBox box(QMessageBox::Question, title, question, QMessageBox::Yes | QMessageBox::No, parent);
+    box.setTextFormat(Qt::PlainText);
+    return box.exec() == QMessageBox::Yes;
+}
+
+/// What `work` gives. The busy cursor is gone when it is told.
+template <class Work>
+auto whileBusy(const Work & work)
+{
+    const tools::wait_cursor cursor;
+    return work();
+}
+
 } // namespace
 
 /// While it lives an export is under way: commands that would meddle with it are off.
@@ -103,6 +119,9 @@ void project_window::chooseAndImport()
 
 void project_window::importModel(const QString & modelFile)
 {
+    if (m_iBusy > 0) {
+        return;
+    }
     const QFileInfo text(modelFile);
     const QString proposed =
         m_pSession->file().isEmpty()
@@ -120,18 +139,14 @@ void project_window::importModel(const QString & modelFile)
         return;
     }
     if (replacesModel(target) &&
-        QMessageBox::question(
+        !isConfirmed(
             this, tr("Korvane - Import text"),
             tr("'%1' is there already.\nDo you want to replace its model by the one of '%2'? Its settings "
                "and its versions stay.")
-                .arg(QDir::toNativeSeparators(target), text.fileName())) != QMessageBox::Yes) {
+                .arg(QDir::toNativeSeparators(target), text.fileName()))) {
         return;
     }
-    import_result done;
-    {
-        const tools::wait_cursor cursor;
-        done = importText(modelFile, target);
-    }
+    const import_result done = whileBusy([&] { return importText(modelFile, target); });
     if (!done.result) {
         warn(tr("Korvane - Import text"), done.result.getDesc());
         return;
@@ -151,21 +166,18 @@ void project_window::importModel(const QString & modelFile)
 
 void project_window::chooseAndSaveText()
 {
-    const std::shared_ptr<model::project> project = m_pSession->project();
-    if (!project) {
-        return;
-    }
     QFileDialog dialog(this, tr("Korvane - Save text"), folderToStartIn(),
                        tr("Models written as text (*.json)") + QStringLiteral(";;") + tr("All files (*)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QLatin1String(TextSuffix));
     dialog.selectFile(QFileInfo(m_pSession->file()).completeBaseName() + QStringLiteral(".json"));
     const QString file = chosenFile(dialog, QStringLiteral("wnd_save_text"));
-    if (file.isEmpty()) {
+    // While the dialog was open the project may have been read again.
+    const std::shared_ptr<model::project> project = m_pSession->project();
+    if (file.isEmpty() || !project) {
         return;
     }
-    const tools::wait_cursor cursor;
-    if (const zk::ZkBool saved = saveText(*project, file); !saved) {
+    if (const zk::ZkBool saved = whileBusy([&] { return saveText(*project, file); }); !saved) {
         warn(tr("Korvane - Save text"), saved.getDesc());
         return;
     }
@@ -208,11 +220,13 @@ void project_window::tag()
     }
     int number = versions.isEmpty() ? 1 : versions.constLast().number + 1;
     tag_dialog dialog(m_pSession->project()->getName(), number, this);
-    if (dialog.exec() != QDialog::Accepted || !m_pSession->project()) {
+    // While the dialog was open another program may have changed the model that is tagged.
+    if (dialog.exec() != QDialog::Accepted || !refreshProject(title)) {
         return;
     }
-    const tools::wait_cursor cursor;
-    if (const zk::ZkBool tagged = tagState(m_pSession->file(), dialog.message(), number); !tagged) {
+    if (const zk::ZkBool tagged =
+            whileBusy([&] { return tagState(m_pSession->file(), dialog.message(), number); });
+        !tagged) {
         warn(title, tagged.getDesc());
         return;
     }
@@ -254,6 +268,8 @@ void project_window::exportWith(plugin::export_interface * plugin)
     };
     const busy_scope busy(*this);
     m_pMessages->begin(tr("Export of '%1' with %2").arg(project->getName(), plugin->getName()));
+    // What another project left in the plug-in's memory is none of this one's.
+    plugin->clearSettings();
     const export_report report = runPlugin(*plugin, *project, listener);
     showExportEnd(report);
 }
@@ -304,8 +320,9 @@ void project_window::showSettings(plugin::export_interface * plugin)
     if (m_iBusy > 0 || !refreshProject(tr("Korvane - Settings"))) {
         return;
     }
+    // What another project left in the plug-in's memory is none of this one's.
+    plugin->clearSettings();
     plugin->showSettings();
-    m_pSession->keepOwnChange();
 }
 
 void project_window::showManual()

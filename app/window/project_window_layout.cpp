@@ -14,6 +14,7 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QMenuBar>
+#include <QScreen>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -228,7 +229,7 @@ void project_window::createToolBar()
 void project_window::readState()
 {
     const QSettings settings;
-    resize(FirstSize);
+    resize(FirstSize.boundedTo(screen()->availableSize()));
     restoreGeometry(settings.value(QStringLiteral("window/geometry")).toByteArray());
     if (!restoreState(settings.value(QStringLiteral("window/state")).toByteArray(), StateVersion)) {
         resizeDocks({m_pTreeDock}, {TreeWidth}, Qt::Horizontal);

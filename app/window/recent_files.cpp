@@ -10,10 +10,20 @@ const QString Key = QStringLiteral("recentFiles");
 
 } // namespace
 
-recent_files::recent_files() : m_files(QSettings().value(Key).toStringList().mid(0, Limit)) {}
+recent_files::recent_files()
+{
+    read();
+}
+
+void recent_files::read()
+{
+    m_files = QSettings().value(Key).toStringList().mid(0, Limit);
+}
 
 void recent_files::add(const QString & file)
 {
+    // Another window of the program may have opened files meanwhile.
+    read();
     m_files.removeAll(file);
     m_files.prepend(file);
     m_files = m_files.mid(0, Limit);
@@ -22,6 +32,7 @@ void recent_files::add(const QString & file)
 
 void recent_files::remove(const QString & file)
 {
+    read();
     m_files.removeAll(file);
     store();
 }

@@ -20,6 +20,7 @@ public:
     void clear();
 
 private:
+    void read();
     void store() const;
 
     QStringList m_files;

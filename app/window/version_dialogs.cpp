@@ -77,7 +77,10 @@ versions_dialog::versions_dialog(const QString & projectName,
             new QStandardItem(version.message)};
         for (QStandardItem * const item : row) {
             item->setEditable(false);
-            item->setToolTip(version.message.toHtmlEscaped());
+            if (!version.message.isEmpty()) {
+                item->setToolTip(QStringLiteral("<p style='white-space:pre-wrap'>%1</p>")
+                                     .arg(version.message.toHtmlEscaped()));
+            }
         }
         model->insertRow(0, row);
     }

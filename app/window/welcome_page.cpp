@@ -24,9 +24,11 @@ QLabel * heading(const QString & text, double scale)
     return label;
 }
 
+/// The button draws either text with mnemonics; what it says to others has none.
 QCommandLinkButton * command(const QString & name, const QString & text, const QString & about)
 {
-    auto * const button = new QCommandLinkButton(text, about);
+    const auto drawn = [](QString plain) { return plain.replace(QLatin1Char('&'), QLatin1String("&&")); };
+    auto * const button = new QCommandLinkButton(drawn(text), drawn(about));
     button->setObjectName(name);
     button->setAccessibleName(text);
     button->setAccessibleDescription(about);
@@ -80,10 +82,8 @@ void welcome_page::setRecentFiles(const QStringList & files)
     m_pRecent->addWidget(heading(tr("Recent projects"), 1.0));
     for (const QString & file : files.mid(0, ShownFiles)) {
         const QFileInfo info(file);
-        auto * const button = command(QStringLiteral("m_btnRecent"),
-                                      info.fileName().replace(QLatin1Char('&'), QLatin1String("&&")),
+        auto * const button = command(QStringLiteral("m_btnRecent"), info.fileName(),
                                       QDir::toNativeSeparators(info.absolutePath()));
-        button->setAccessibleName(info.fileName());
         connect(button, &QAbstractButton::clicked, this, [this, file] { Q_EMIT fileRequested(file); });
         m_pRecent->addWidget(button);
     }

@@ -148,9 +148,10 @@ void script_panel::setScripts(const QStringList & absoluteFiles)
             const QString name = shortName(file);
             const QString path = QDir::toNativeSeparators(file);
             const int index = m_tabScripts->addTab(page, withoutMnemonic(name));
-            m_tabScripts->setTabToolTip(index, path.toHtmlEscaped());
+            const QString tip = QStringLiteral("<qt>%1</qt>").arg(path.toHtmlEscaped());
+            m_tabScripts->setTabToolTip(index, tip);
             m_cboScript->addItem(name);
-            m_cboScript->setItemData(index, path.toHtmlEscaped(), Qt::ToolTipRole);
+            m_cboScript->setItemData(index, tip, Qt::ToolTipRole);
         }
         m_tabScripts->setCurrentIndex(0);
     }

@@ -25,7 +25,7 @@ public:
     {
         setReadOnly(true);
         setFrame(false);
-        setToolTip(path.toHtmlEscaped());
+        setToolTip(QStringLiteral("<qt>%1</qt>").arg(path.toHtmlEscaped()));
         setAccessibleDescription(path);
         QPalette plain;
         plain.setBrush(QPalette::Base, Qt::NoBrush);

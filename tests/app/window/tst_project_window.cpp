@@ -1,6 +1,7 @@
 // The main window, used as a person uses it: open, look, tag, import, save; files that go bad; what it
 // remembers.
 
+#include "app/window/recent_files.h"
 #include "app/window/window_bench.h"
 #include "support/browser.h"
 #include "support/full_disk.h"
@@ -8,16 +9,19 @@
 
 #include <QAccessible>
 #include <QComboBox>
+#include <QCommandLinkButton>
 #include <QDockWidget>
 #include <QDropEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTabWidget>
+#include <QTextDocument>
 
 using support::modal_driver;
 using support::window_bench;
@@ -64,6 +68,14 @@ QString nameless(const QWidget & window)
     return lines.join(QLatin1Char('\n'));
 }
 
+/// What a person reads of a tool tip, which is plain text unless it looks like mark-up.
+QString shownTip(const QString & tip)
+{
+    QTextDocument shown;
+    Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
+    return shown.toPlainText();
+}
+
 /// Changes a project file in a way that no program of ours does.
 void execute(const QString & file, const QString & sql)
 {
@@ -105,13 +117,22 @@ private slots:
     void filesThatCannotBeOpened();
     void removedWhileOpen();
     void comesBackAsItWas();
+    void comesBackWithItsFolder();
     void damagedWhileOpen();
     void changedByAnotherProgram();
     void replacedByAnotherFile();
     void otherVersionsLeaveTheViewAlone();
     void dropped();
+    void droppedOnAPane();
+    void namesAreNoMarkup();
+    void savedTextIsWhatIsShown();
+    void changeWhileItIsTagged();
+    void removedWhileItIsTagged();
+    void noBusyCursorOverAWarning();
+    void recentFilesOfTwoWindows();
     void recentFilesAreRemembered();
     void layoutIsRemembered();
+    void firstLayoutFitsTheScreen();
     void manualAndAbout();
     void pluginsInTheMenu();
     void pluginThatCannotBeLoaded();
@@ -432,6 +453,19 @@ void tst_project_window::comesBackAsItWas()
     QTRY_COMPARE(m_bench->window().windowTitle(), "shop (shop.korv) - Korvane");
 }
 
+void tst_project_window::comesBackWithItsFolder()
+{
+    const QString folder = m_bench->path("shops");
+    QVERIFY(QDir().mkpath(folder) && QFile::copy(m_bench->file(), folder + "/shop.korv"));
+    m_bench->show();
+    m_bench->window().openFile(folder + "/shop.korv");
+    modal_driver driver({modal_driver::click(QMessageBox::Ok)});
+    QVERIFY(QDir(folder).removeRecursively());
+    QTRY_VERIFY(driver.isDone());
+    QVERIFY(QDir().mkpath(folder) && QFile::copy(m_bench->file(), folder + "/shop.korv"));
+    QTRY_COMPARE(m_bench->window().windowTitle(), "shop (shop.korv) - Korvane");
+}
+
 void tst_project_window::damagedWhileOpen()
 {
     m_bench->open();
@@ -510,6 +544,144 @@ void tst_project_window::dropped()
     QCOMPARE(driver.titles, QStringList{"Korvane - Import shop.json into the project file"});
 }
 
+void tst_project_window::droppedOnAPane()
+{
+    m_bench->open();
+    const QString other = m_bench->path("other.korv");
+    QVERIFY(QFile::copy(m_bench->file(), other));
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(other)});
+    auto * const view = m_bench->diagram().findChild<QAbstractScrollArea *>()->viewport();
+    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent event(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view, &event);
+    QTRY_COMPARE(m_bench->window().windowTitle(), "shop (other.korv) - Korvane");
+}
+
+void tst_project_window::namesAreNoMarkup()
+{
+    const QString file = m_bench->path("R&D/a <b>bold<i> & b.korv");
+    QVERIFY(QDir().mkpath(m_bench->path("R&D")));
+    QVERIFY(QFile::copy(m_bench->file(), file));
+    m_bench->show();
+    m_bench->window().openFile(file);
+    const auto * const button = m_bench->find<QCommandLinkButton>("m_btnRecent");
+    QCOMPARE(button->text(), "a <b>bold<i> && b.korv");
+    QCOMPARE(button->accessibleName(), "a <b>bold<i> & b.korv");
+    QCOMPARE(button->description(), m_bench->path("R&&D"));
+    QCOMPARE(button->accessibleDescription(), m_bench->path("R&D"));
+    QCOMPARE(shownTip(m_bench->find<QMenu>("m_mnuRecent")->actions()[0]->toolTip()), file);
+    window_bench::run({"tag", file, "-m", "bugs & <i>features"});
+    QString about;
+    modal_driver versions({[&about](QWidget * w) {
+        about = w->findChild<QTreeView *>()->model()->index(0, 0).data(Qt::ToolTipRole).toString();
+        QTest::keyClick(w, Qt::Key_Escape);
+    }});
+    m_bench->action("m_actVersions")->trigger();
+    QVERIFY(versions.isDone());
+    QCOMPARE(shownTip(about), "bugs & <i>features");
+
+    Qt::TextFormat format = Qt::AutoText;
+    modal_driver driver({modal_driver::file(m_bench->path("shop.json")), modal_driver::key(Qt::Key_Return),
+                         [&format](QWidget * w) {
+                             format = qobject_cast<QMessageBox *>(w)->textFormat();
+                             modal_driver::click(QMessageBox::No)(w);
+                         }});
+    m_bench->action("m_actImport")->trigger();
+    QVERIFY(driver.isDone());
+    QCOMPARE(format, Qt::PlainText);
+    QVERIFY2(driver.texts.constLast().contains(file), qPrintable(driver.texts.constLast()));
+}
+
+void tst_project_window::savedTextIsWhatIsShown()
+{
+    m_bench->open();
+    modal_driver driver({[this](QWidget * w) {
+        m_bench->import(QByteArray(ShopText).replace("\"person\"", "\"customer\""));
+        QTest::qWait(800);
+        modal_driver::file(m_bench->path("saved.json"))(w);
+    }});
+    m_bench->action("m_actSaveText")->trigger();
+    QVERIFY(driver.isDone());
+    QCOMPARE(m_bench->content("saved.json"), window_bench::run({"dump", m_bench->file()}));
+}
+
+void tst_project_window::changeWhileItIsTagged()
+{
+    m_bench->open();
+    modal_driver driver({[this](QWidget * w) {
+        m_bench->import(QByteArray(ShopText).replace("\"person\"", "\"customer\""));
+        QTest::keyClick(w, Qt::Key_Return);
+    }});
+    m_bench->action("m_actTag")->trigger();
+    QVERIFY(driver.isDone());
+    QTRY_COMPARE(shownEntities(*m_bench), (QStringList{"country", "customer"}));
+}
+
+void tst_project_window::removedWhileItIsTagged()
+{
+    m_bench->open();
+    modal_driver driver({[this](QWidget * w) {
+                             QVERIFY(QFile::remove(m_bench->file()));
+                             QTest::keyClick(w, Qt::Key_Return);
+                         },
+                         modal_driver::click(QMessageBox::Ok)});
+    m_bench->action("m_actTag")->trigger();
+    QVERIFY(driver.isDone());
+    QCOMPARE(driver.titles, (QStringList{"Korvane - Tag project state", "Korvane - Tag project state"}));
+    QCOMPARE(m_bench->window().windowTitle(), "shop (shop.korv, cannot be read any more) - Korvane");
+    QVERIFY(!QFile::exists(m_bench->file()));
+}
+
+void tst_project_window::noBusyCursorOverAWarning()
+{
+    m_bench->open();
+    QStringList busy;
+    const auto look = [&busy](QWidget * w) {
+        if (QGuiApplication::overrideCursor()) {
+            busy << w->windowTitle();
+        }
+        modal_driver::click(QMessageBox::Ok)(w);
+    };
+    // The folder of the name is removed while the dialog is asked.
+    const QString folder = m_bench->path("folder");
+    QVERIFY(QDir().mkpath(folder));
+    m_bench->write("folder/x.json", "x");
+    modal_driver saves({modal_driver::file(folder + "/x.json"),
+                        [&folder](QWidget * w) {
+                            QDir(folder).removeRecursively();
+                            modal_driver::click(QMessageBox::Yes)(w);
+                        },
+                        look});
+    m_bench->action("m_actSaveText")->trigger();
+    QVERIFY(saves.isDone());
+    std::unique_ptr<support::full_disk> full;
+    modal_driver tags({[&full](QWidget * w) {
+                           full = std::make_unique<support::full_disk>(40);
+                           QTest::keyClick(w, Qt::Key_Return);
+                       },
+                       [&](QWidget * w) {
+                           full.reset();
+                           look(w);
+                       }});
+    m_bench->action("m_actTag")->trigger();
+    QVERIFY(tags.isDone());
+    QCOMPARE(busy, QStringList());
+}
+
+void tst_project_window::recentFilesOfTwoWindows()
+{
+    app::recent_files one;
+    app::recent_files two;
+    one.add("/a/one.korv");
+    two.add("/a/two.korv");
+    QCOMPARE(app::recent_files().files(), (QStringList{"/a/two.korv", "/a/one.korv"}));
+    one.remove("/a/one.korv");
+    QCOMPARE(app::recent_files().files(), QStringList{"/a/two.korv"});
+}
+
 void tst_project_window::recentFilesAreRemembered()
 {
     const auto entries = [this] {
@@ -555,6 +727,15 @@ void tst_project_window::layoutIsRemembered()
     QVERIFY(!m_bench->find<QDockWidget>("m_pMessageDock")->isVisible());
     QCOMPARE(m_bench->window().dockWidgetArea(m_bench->find<QDockWidget>("m_pTreeDock")),
              Qt::RightDockWidgetArea);
+}
+
+void tst_project_window::firstLayoutFitsTheScreen()
+{
+    m_bench->show();
+    const QSize screen = m_bench->window().screen()->availableSize();
+    const QSize size = m_bench->window().size();
+    QVERIFY2(size.width() <= screen.width() && size.height() <= screen.height(),
+             qPrintable(QStringLiteral("%1 x %2").arg(size.width()).arg(size.height())));
 }
 
 void tst_project_window::manualAndAbout()

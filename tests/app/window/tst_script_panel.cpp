@@ -257,8 +257,8 @@ void tst_script_panel::namesTabs()
     f.panel.setScripts({path});
     QCOMPARE(f.tabs()->tabText(0), tab);
     QCOMPARE(f.names()->itemText(0), name);
-    QCOMPARE(f.tabs()->tabToolTip(0), path.toHtmlEscaped());
-    QCOMPARE(f.names()->itemData(0, Qt::ToolTipRole).toString(), path.toHtmlEscaped());
+    QCOMPARE(f.tabs()->tabToolTip(0), "<qt>" + path.toHtmlEscaped() + "</qt>");
+    QCOMPARE(f.names()->itemData(0, Qt::ToolTipRole).toString(), "<qt>" + path.toHtmlEscaped() + "</qt>");
 }
 
 void tst_script_panel::showsFirstInFront()
@@ -413,7 +413,7 @@ void tst_script_panel::elidesALongPath()
     auto * const field = f.front<QLineEdit>("m_txtFile");
     QTRY_VERIFY(field->text().contains(QChar(0x2026)));
     QVERIFY(field->text().endsWith(QStringLiteral("xx.sql")));
-    QCOMPARE(field->toolTip(), path.toHtmlEscaped());
+    QCOMPARE(field->toolTip(), "<qt>" + path.toHtmlEscaped() + "</qt>");
     field->setFocus(Qt::TabFocusReason);
     QCOMPARE(field->text(), path);
     fixture::press(Qt::Key_A, Qt::ControlModifier);

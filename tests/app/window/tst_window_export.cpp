@@ -7,11 +7,15 @@
 #include "support/modal_driver.h"
 #include "support/shop_text.h"
 
+#include <QComboBox>
 #include <QDockWidget>
+#include <QDropEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QProgressBar>
 #include <QTabWidget>
+#include <QTextDocument>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -58,6 +62,12 @@ private slots:
     void debuggerOutlivesTheExport();
     void folderIsOpened();
     void otherProjectTakesTheScriptsAway();
+    void settingsAreThoseOfTheProject();
+    void debuggerGoesWithItsProject();
+    void settingsOfAFileThatIsRemovedMeanwhile();
+    void changeWhileTheSettingsAreShown();
+    void nothingDroppedBeginsMeanwhile();
+    void toolTipsOfScripts();
 
 private:
     /// Stores the settings of the export as the dialog of the plug-in does.
@@ -396,6 +406,139 @@ void tst_window_export::otherProjectTakesTheScriptsAway()
     m_bench->window().openFile(other);
     QCOMPARE(tabs(), QStringList());
     QVERIFY(!m_bench->scripts().isVisible());
+}
+
+void tst_window_export::settingsAreThoseOfTheProject()
+{
+    const QString other = m_bench->path("other.korv");
+    QVERIFY(QFile::copy(m_bench->file(), other));
+    m_bench->open();
+    setUp(m_bench->path("sql"), 2);
+    exportByKey();
+    m_bench->window().openFile(other);
+    // Nothing is stored in this project: no setting of the other one is shown for it.
+    QString folder = "not looked at";
+    bool isFull = false;
+    modal_driver settings({[&](QWidget * w) {
+        folder = w->findChild<QLineEdit *>("m_txtFileLocation")->text();
+        isFull = w->findChild<QAbstractButton *>("m_optSchemaFull")->isChecked();
+        QTest::keyClick(w, Qt::Key_Escape);
+    }});
+    m_bench->action("m_actSettings_KorvGenericDDLExport")->trigger();
+    QVERIFY(settings.isDone());
+    QCOMPARE(folder, "");
+    QVERIFY(isFull);
+    // Nor is it exported to the folder of the other one.
+    QVERIFY(QDir(m_bench->path("sql")).removeRecursively() && QDir().mkpath(m_bench->path("sql")));
+    m_bench->window().openFile(m_bench->file());
+    exportByKey();
+    QCOMPARE(tabs().size(), 1);
+    QVERIFY(QDir(m_bench->path("sql")).removeRecursively() && QDir().mkpath(m_bench->path("sql")));
+    m_bench->window().openFile(other);
+    modal_driver driver({modal_driver::key(Qt::Key_Escape)});
+    exportByKey();
+    QVERIFY(driver.isDone());
+    QCOMPARE(tabs(), QStringList());
+    QCOMPARE(QDir(m_bench->path("sql")).entryList(QDir::Files), QStringList());
+}
+
+void tst_window_export::debuggerGoesWithItsProject()
+{
+    const QString other = m_bench->path("other.korv");
+    QVERIFY(QFile::copy(m_bench->file(), other));
+    m_bench->write("hook.js", UpperScript);
+    m_bench->open();
+    setUp(m_bench->path("sql"), 0, m_bench->path("hook.js"));
+    const debugger_driver driver({debugger_driver::command("m_actStep")});
+    exportWithShift();
+    QTRY_COMPARE(tabs().size(), 1);
+    QVERIFY(debuggerWindow());
+    m_bench->window().openFile(other);
+    QVERIFY(!debuggerWindow());
+    // Its script is none of the other project's.
+    setUp(m_bench->path("sql"));
+    exportByKey();
+    QCOMPARE(tabs().size(), 1);
+    QVERIFY2(shownScript().contains("CREATE TABLE person"), qPrintable(shownScript()));
+}
+
+void tst_window_export::settingsOfAFileThatIsRemovedMeanwhile()
+{
+    m_bench->open();
+    setUp(m_bench->path("sql"));
+    // The plug-in says that it cannot store them; the window, that the file is lost.
+    modal_driver driver({[this](QWidget * w) {
+                             QVERIFY(QFile::remove(m_bench->file()));
+                             QTest::mouseClick(w->findChild<QWidget *>("m_btnOk"), Qt::LeftButton);
+                             QTest::keyClick(w, Qt::Key_Escape);
+                         },
+                         modal_driver::click(QMessageBox::Ok), modal_driver::click(QMessageBox::Ok)});
+    m_bench->action("m_actSettings_KorvGenericDDLExport")->trigger();
+    QTRY_VERIFY(driver.isDone());
+    QCOMPARE(driver.titles.constLast(), "Korvane - Project file");
+    QVERIFY2(driver.texts[1].contains("does not exist"), qPrintable(driver.texts[1]));
+    QVERIFY(!QFile::exists(m_bench->file()));
+}
+
+void tst_window_export::changeWhileTheSettingsAreShown()
+{
+    m_bench->open();
+    modal_driver driver({[this](QWidget * w) {
+        m_bench->import(QByteArray(ShopText).replace("\"person\"", "\"visitor\""));
+        w->findChild<QLineEdit *>("m_txtFileLocation")->setText(m_bench->path("sql"));
+        QTest::mouseClick(w->findChild<QWidget *>("m_btnOk"), Qt::LeftButton);
+    }});
+    m_bench->action("m_actSettings_KorvGenericDDLExport")->trigger();
+    QVERIFY(driver.isDone());
+    const auto * const model = m_bench->tree().findChild<QTreeView *>()->model();
+    QTRY_COMPARE(model->index(1, 0).data().toString(), "visitor");
+}
+
+void tst_window_export::nothingDroppedBeginsMeanwhile()
+{
+    m_bench->write("hook.js", UpperScript);
+    m_bench->open();
+    setUp(m_bench->path("sql"), 0, m_bench->path("hook.js"));
+    modal_driver dialogs({});
+    const debugger_driver driver({[](debugger_driver & d) {
+        QTest::qWait(100);
+        d.find<QAction>("m_actDetach")->trigger();
+    }});
+    // What is dropped begins when the drop is over; by then the export is under way.
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(m_bench->path("shop.json"))});
+    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&m_bench->window(), &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&m_bench->window(), &drop);
+    exportWithShift();
+    QTRY_COMPARE(tabs().size(), 1);
+    QCOMPARE(dialogs.titles, QStringList());
+}
+
+void tst_window_export::toolTipsOfScripts()
+{
+    m_bench->open();
+    const QString folder = m_bench->path("R&D");
+    QVERIFY(QDir().mkpath(folder));
+    setUp(folder);
+    exportByKey();
+    const QString file = folder + "/shop_sqlite_db_schema_full.sql";
+    const auto * const names = m_bench->scripts().findChild<QComboBox *>();
+    QStringList tips = {m_bench->scripts().findChild<QTabWidget *>()->tabToolTip(0),
+                        names->itemData(0, Qt::ToolTipRole).toString()};
+    for (const QLineEdit * const field : m_bench->scripts().findChildren<QLineEdit *>()) {
+        if (field->accessibleDescription() == file) {
+            tips << field->toolTip();
+        }
+    }
+    QCOMPARE(tips.size(), 3);
+    for (const QString & tip : std::as_const(tips)) {
+        QTextDocument shown;
+        Qt::mightBeRichText(tip) ? shown.setHtml(tip) : shown.setPlainText(tip);
+        QCOMPARE(shown.toPlainText(), file);
+    }
 }
 
 QTEST_MAIN(tst_window_export)
