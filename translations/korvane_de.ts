@@ -992,6 +992,18 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <source>Tools</source>
         <translation>Werkzeuge</translation>
     </message>
+    <message>
+        <source>A project file is not replaced by text: %1. Choose a name that ends with .json</source>
+        <translation>Eine Projektdatei wird nicht durch Text ersetzt: %1. Wählen Sie einen Namen, der auf .json endet</translation>
+    </message>
+    <message>
+        <source>The folder cannot be shown: %1</source>
+        <translation>Der Ordner kann nicht angezeigt werden: %1</translation>
+    </message>
+    <message>
+        <source>Korvane - Scripts</source>
+        <translation>Korvane - Skripte</translation>
+    </message>
 </context>
 <context>
     <name>app::script_panel</name>

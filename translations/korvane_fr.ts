@@ -992,6 +992,18 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
         <source>Tools</source>
         <translation>Outils</translation>
     </message>
+    <message>
+        <source>A project file is not replaced by text: %1. Choose a name that ends with .json</source>
+        <translation>Un fichier de projet n&apos;est pas remplacé par un texte : %1. Choisissez un nom qui se termine par .json</translation>
+    </message>
+    <message>
+        <source>The folder cannot be shown: %1</source>
+        <translation>Impossible d&apos;afficher le répertoire : %1</translation>
+    </message>
+    <message>
+        <source>Korvane - Scripts</source>
+        <translation>Korvane - Scripts</translation>
+    </message>
 </context>
 <context>
     <name>app::script_panel</name>

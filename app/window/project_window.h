@@ -10,6 +10,7 @@
 
 #include <QElapsedTimer>
 
+class QFileInfo;
 class QLabel;
 class QStackedWidget;
 class QTabWidget;
@@ -62,6 +63,7 @@ private:
     // What the commands do.
     void chooseAndOpen();
     void chooseAndImport();
+    QString chooseImportTarget(const QFileInfo & text);
     void importModel(const QString & modelFile);
     void chooseAndSaveText();
     void reload();
@@ -71,6 +73,7 @@ private:
     void exportWith(plugin::export_interface * plugin);
     void showSettings(plugin::export_interface * plugin);
     void showManual();
+    void showFolder(const QString & folder);
     void showAbout();
     void findInScript();
 

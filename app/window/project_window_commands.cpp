@@ -50,6 +50,7 @@ bool isConfirmed(QWidget * parent, const QString & title, const QString & questi
 {
     QMessageBox box(QMessageBox::Question, title, question, QMessageBox::Yes | QMessageBox::No, parent);
     box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
 }
 
@@ -117,12 +118,9 @@ void project_window::chooseAndImport()
     }
 }
 
-void project_window::importModel(const QString & modelFile)
+/// Asks into which project file the text is to go; the empty text when the person thinks better of it.
+QString project_window::chooseImportTarget(const QFileInfo & text)
 {
-    if (m_iBusy > 0) {
-        return;
-    }
-    const QFileInfo text(modelFile);
     const QString proposed =
         m_pSession->file().isEmpty()
             ? text.absolutePath() + QLatin1Char('/') + text.completeBaseName() + QStringLiteral(".korv")
@@ -135,15 +133,24 @@ void project_window::importModel(const QString & modelFile)
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     dialog.selectFile(QFileInfo(proposed).fileName());
     const QString target = chosenFile(dialog, QStringLiteral("wnd_import_into"));
-    if (target.isEmpty()) {
-        return;
-    }
-    if (replacesModel(target) &&
+    if (!target.isEmpty() && replacesModel(target) &&
         !isConfirmed(
             this, tr("Korvane - Import text"),
             tr("'%1' is there already.\nDo you want to replace its model by the one of '%2'? Its settings "
                "and its versions stay.")
                 .arg(QDir::toNativeSeparators(target), text.fileName()))) {
+        return {};
+    }
+    return target;
+}
+
+void project_window::importModel(const QString & modelFile)
+{
+    if (m_iBusy > 0) {
+        return;
+    }
+    const QString target = chooseImportTarget(QFileInfo(modelFile));
+    if (target.isEmpty()) {
         return;
     }
     const import_result done = whileBusy([&] { return importText(modelFile, target); });
@@ -175,6 +182,13 @@ void project_window::chooseAndSaveText()
     // While the dialog was open the project may have been read again.
     const std::shared_ptr<model::project> project = m_pSession->project();
     if (file.isEmpty() || !project) {
+        return;
+    }
+    if (QFileInfo(file).suffix().toLower() == QLatin1String(ProjectSuffix)) {
+        // The dialog's question speaks of one file that is replaced, not of the versions that would be lost.
+        warn(tr("Korvane - Save text"),
+             tr("A project file is not replaced by text: %1. Choose a name that ends with .json")
+                 .arg(QDir::toNativeSeparators(file)));
         return;
     }
     if (const zk::ZkBool saved = whileBusy([&] { return saveText(*project, file); }); !saved) {
@@ -331,6 +345,14 @@ void project_window::showManual()
     if (!QDesktopServices::openUrl(QUrl(url))) {
         warn(tr("Korvane - Manual"), tr("The manual cannot be shown; it is the file %1")
                                          .arg(QDir::toNativeSeparators(QUrl(url).toLocalFile())));
+    }
+}
+
+void project_window::showFolder(const QString & folder)
+{
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder))) {
+        warn(tr("Korvane - Scripts"),
+             tr("The folder cannot be shown: %1").arg(QDir::toNativeSeparators(folder)));
     }
 }
 

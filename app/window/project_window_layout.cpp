@@ -10,7 +10,6 @@
 #include "app/window/welcome_page.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QDockWidget>
 #include <QLabel>
 #include <QMenuBar>
@@ -20,7 +19,6 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBar>
-#include <QUrl>
 
 namespace app {
 
@@ -52,8 +50,7 @@ void project_window::createPanels()
 
     m_pMessages = new message_panel;
     m_pScripts = new script_panel;
-    connect(m_pScripts, &script_panel::openFolderRequested, this,
-            [](const QString & folder) { QDesktopServices::openUrl(QUrl::fromLocalFile(folder)); });
+    connect(m_pScripts, &script_panel::openFolderRequested, this, &project_window::showFolder);
 
     m_pWelcome = new welcome_page;
     connect(m_pWelcome, &welcome_page::openRequested, this, &project_window::chooseAndOpen);

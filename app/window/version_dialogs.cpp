@@ -62,12 +62,8 @@ QString tag_dialog::message() const
     return m_txtMessage->text().trimmed();
 }
 
-versions_dialog::versions_dialog(const QString & projectName,
-                                 const QList<storage::history::version> & versions, QWidget * parent)
-    : QDialog(parent)
+QStandardItemModel * versions_dialog::createModel(const QList<storage::history::version> & versions)
 {
-    setObjectName(QStringLiteral("wnd_versions"));
-    setWindowTitle(tr("Korvane - Versions"));
     auto * const model = new QStandardItemModel(this);
     model->setHorizontalHeaderLabels({tr("Version"), tr("Tagged"), tr("About")});
     for (const storage::history::version & version : versions) {
@@ -84,6 +80,16 @@ versions_dialog::versions_dialog(const QString & projectName,
         }
         model->insertRow(0, row);
     }
+    return model;
+}
+
+versions_dialog::versions_dialog(const QString & projectName,
+                                 const QList<storage::history::version> & versions, QWidget * parent)
+    : QDialog(parent)
+{
+    setObjectName(QStringLiteral("wnd_versions"));
+    setWindowTitle(tr("Korvane - Versions"));
+    QStandardItemModel * const model = createModel(versions);
     auto * const list = new QTreeView;
     list->setObjectName(QStringLiteral("m_lstVersions"));
     list->setAccessibleName(tr("Versions of the project"));

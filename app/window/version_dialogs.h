@@ -6,6 +6,7 @@
 #include <QString>
 
 class QLineEdit;
+class QStandardItemModel;
 
 namespace app {
 
@@ -32,6 +33,9 @@ class versions_dialog : public QDialog
 public:
     versions_dialog(const QString & projectName, const QList<storage::history::version> & versions,
                     QWidget * parent);
+
+private:
+    QStandardItemModel * createModel(const QList<storage::history::version> & versions);
 };
 
 } // namespace app

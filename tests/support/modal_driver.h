@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QFileSystemModel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
@@ -58,8 +59,7 @@ public:
             if (!edit) {
                 qFatal("the window '%s' is no file dialog", qPrintable(w->windowTitle()));
             }
-            // While it reads the folder the dialog chooses what it was told to propose.
-            QTest::qWait(150);
+            waitForFolder(*w, *edit);
             // At once: typed letter by letter it brings up proposals, which take the Return key.
             edit->setText(name);
             auto * const buttons = w->findChild<QDialogButtonBox *>();
@@ -80,6 +80,21 @@ public:
     QStringList unexpected;
 
 private:
+    /// The dialog reads its folder in a thread of its own, then chooses what it was told to propose and looks
+    /// at its button anew: only after that a name counts.
+    static void waitForFolder(const QWidget & dialog, const QLineEdit & edit)
+    {
+        const auto * const files = dialog.findChild<QFileSystemModel *>();
+        QString last;
+        int calm = 0; // steps without a change
+        for (int step = 0; step < 400 && calm < 8; ++step) {
+            QTest::qWait(25);
+            const bool isRead = !files || files->rowCount(files->index(files->rootPath())) > 0;
+            calm = isRead && edit.text() == last ? calm + 1 : 0;
+            last = edit.text();
+        }
+    }
+
     void look()
     {
         QWidget * const window = QApplication::activeModalWidget();

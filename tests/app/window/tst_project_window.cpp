@@ -113,6 +113,7 @@ private slots:
     void importWarnings();
     void savedTextIsTheDump();
     void textThatCannotBeSaved();
+    void textDoesNotReplaceAProject();
     void filesThatCannotBeOpened_data();
     void filesThatCannotBeOpened();
     void removedWhileOpen();
@@ -287,7 +288,7 @@ void tst_project_window::importIsAskedForBeforeItReplaces()
     const auto choose = modal_driver::file(m_bench->path("changed.json"));
     // The open project is proposed.
     const auto confirm = modal_driver::key(Qt::Key_Return);
-    modal_driver no({choose, confirm, modal_driver::click(QMessageBox::No)});
+    modal_driver no({choose, confirm, modal_driver::key(Qt::Key_Return)}); // No is proposed
     m_bench->action("m_actImport")->trigger();
     QVERIFY(no.isDone());
     QCOMPARE(no.texts.constLast(),
@@ -362,6 +363,19 @@ void tst_project_window::textThatCannotBeSaved()
              qPrintable(driver.texts[2]));
     QCOMPARE(m_bench->content("kept.json"), QByteArray("what was there"));
     QCOMPARE(QDir(m_bench->path()).entryList({"kept*"}), QStringList{"kept.json"});
+}
+
+void tst_project_window::textDoesNotReplaceAProject()
+{
+    m_bench->open();
+    const QByteArray before = m_bench->content("shop.korv");
+    modal_driver driver({modal_driver::file(m_bench->file()), modal_driver::click(QMessageBox::Yes),
+                         modal_driver::click(QMessageBox::Ok)});
+    m_bench->action("m_actSaveText")->trigger();
+    QVERIFY(driver.isDone());
+    QCOMPARE(driver.texts.constLast(), "A project file is not replaced by text: " + m_bench->file() +
+                                           ". Choose a name that ends with .json");
+    QCOMPARE(m_bench->content("shop.korv"), before);
 }
 
 void tst_project_window::filesThatCannotBeOpened_data()
