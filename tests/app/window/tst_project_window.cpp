@@ -135,6 +135,7 @@ private slots:
     void layoutIsRemembered();
     void firstLayoutFitsTheScreen();
     void manualAndAbout();
+    void manualWithoutABrowser();
     void pluginsInTheMenu();
     void pluginThatCannotBeLoaded();
     void everyControlHasAName();
@@ -781,6 +782,18 @@ void tst_project_window::manualAndAbout()
     QVERIFY(driver.isDone());
     QVERIFY2(driver.texts[0].contains("korvane 1.1.7") &&
                  driver.texts[0].contains("KorvGenericDDLExport 1.1.7"),
+             qPrintable(driver.texts[0]));
+}
+
+void tst_project_window::manualWithoutABrowser()
+{
+    m_bench->show();
+    modal_driver driver({modal_driver::click(QMessageBox::Ok)});
+    m_bench->press(Qt::Key_F1);
+    QVERIFY(driver.isDone());
+    QCOMPARE(driver.titles, QStringList{"Korvane - Manual"});
+    const QString file = driver.texts[0].section(QLatin1String("it is the file "), 1);
+    QVERIFY2(driver.texts[0].startsWith("The manual cannot be shown; ") && QFile::exists(file),
              qPrintable(driver.texts[0]));
 }
 

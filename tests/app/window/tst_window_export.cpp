@@ -61,6 +61,7 @@ private slots:
     void windowClosedMeanwhile();
     void debuggerOutlivesTheExport();
     void folderIsOpened();
+    void folderThatNothingCanShow();
     void otherProjectTakesTheScriptsAway();
     void settingsAreThoseOfTheProject();
     void debuggerGoesWithItsProject();
@@ -393,6 +394,17 @@ void tst_window_export::folderIsOpened()
     const support::browser files;
     QTest::mouseClick(m_bench->find<QAbstractButton>("m_btnOpenFolder"), Qt::LeftButton);
     QCOMPARE(files.opened, QList<QUrl>{QUrl::fromLocalFile(m_bench->path("sql"))});
+}
+
+void tst_window_export::folderThatNothingCanShow()
+{
+    m_bench->open();
+    setUp(m_bench->path("sql"));
+    exportByKey();
+    modal_driver driver({modal_driver::click(QMessageBox::Ok)});
+    QTest::mouseClick(m_bench->find<QAbstractButton>("m_btnOpenFolder"), Qt::LeftButton);
+    QVERIFY(driver.isDone());
+    QCOMPARE(driver.texts, QStringList{"The folder cannot be shown: " + m_bench->path("sql")});
 }
 
 void tst_window_export::otherProjectTakesTheScriptsAway()
