@@ -1,6 +1,7 @@
 #include "app/window/export_menu.h"
 
 #include "plugin/export_interface.h"
+
 namespace app {
 
 namespace {

@@ -3,6 +3,8 @@
 #include "app/window/export/message_delegate.h"
 #include "app/window/export/message_list.h"
 
+#include "app/export_run.h"
+
 #include <QAction>
 #include <QCheckBox>
 #include <QClipboard>
@@ -231,7 +233,9 @@ void message_panel::begin(const QString & title)
 void message_panel::addMessage(const QString & text, int type)
 {
     ++m_iMessages;
-    add(text, type == 3 ? message_kind::error : type == 2 ? message_kind::warning : message_kind::progress);
+    add(text, type == ErrorMessage     ? message_kind::error
+              : type == WarningMessage ? message_kind::warning
+                                       : message_kind::progress);
 }
 
 void message_panel::add(const QString & text, message_kind kind)

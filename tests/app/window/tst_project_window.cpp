@@ -132,6 +132,7 @@ private slots:
     void noBusyCursorOverAWarning();
     void recentFilesOfTwoWindows();
     void recentFilesAreRemembered();
+    void recentFilesAreFew();
     void layoutIsRemembered();
     void firstLayoutFitsTheScreen();
     void manualAndAbout();
@@ -728,6 +729,18 @@ void tst_project_window::recentFilesAreRemembered()
     QCOMPARE(entries(), (QStringList{"shop.korv", "", "&Clear this list"}));
     m_bench->action("m_actClearRecent")->trigger();
     QCOMPARE(entries(), QStringList{"No project was opened yet"});
+}
+
+void tst_project_window::recentFilesAreFew()
+{
+    app::recent_files recent;
+    for (int i = 1; i <= 12; ++i) {
+        recent.add(QStringLiteral("/%1.korv").arg(i));
+    }
+    const QStringList newest{"/12.korv", "/11.korv", "/10.korv", "/9.korv", "/8.korv",
+                             "/7.korv",  "/6.korv",  "/5.korv",  "/4.korv", "/3.korv"};
+    QCOMPARE(recent.files(), newest);
+    QCOMPARE(app::recent_files().files(), newest);
 }
 
 void tst_project_window::layoutIsRemembered()
