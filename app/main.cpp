@@ -1,11 +1,15 @@
 #include "app/command_line.h"
 #include "app/translation.h"
 
+#include "tools/program_end.h"
+#include "tools/unfinished_files.h"
+
 #include <QApplication>
 
 #include <csignal>
 #include <cstdlib>
 #include <memory>
+#include <new>
 
 namespace {
 
@@ -131,10 +135,10 @@ app::command_line withoutWindow(app::command_line line)
 
 } // namespace
 
-int main(int argc, char ** argv)
+namespace {
+
+int runProgram(int argc, char ** argv)
 {
-    // A reader that goes away ("korvane dump x.korv | head") is noticed at the next write.
-    std::signal(SIGPIPE, SIG_IGN);
     QStringList arguments;
     for (int i = 1; i < argc; ++i) {
         arguments << QString::fromLocal8Bit(argv[i]);
@@ -147,4 +151,19 @@ int main(int argc, char ** argv)
     const std::unique_ptr<QCoreApplication> application = makeApplication(ownArguments, argv, line.command);
     app::speakLanguageOfUser();
     return app::finishOutput(run(line));
+}
+
+} // namespace
+
+int main(int argc, char ** argv)
+{
+    // A reader that goes away ("korvane dump x.korv | head") is noticed at the next write.
+    std::signal(SIGPIPE, SIG_IGN);
+    tools::removeUnfinishedOnSignals();
+    tools::endOrderlyWithoutMemory();
+    try {
+        return runProgram(argc, argv);
+    } catch (const std::bad_alloc &) {
+        tools::endProgram(tools::OutOfMemory);
+    }
 }
