@@ -6,6 +6,10 @@ class project;
 
 namespace storage {
 
+/// The largest id that a text can give or an import hands out: custom scripts see ids as JavaScript's
+/// numbers, which tell larger ones no longer apart.
+constexpr long LargestId = 9007199254740991;
+
 /// The largest ids that a project has had so far, those of objects that are gone included. An id is an
 /// object's identity in all versions of the project, so a new object must not get the id of an old one.
 struct id_marks

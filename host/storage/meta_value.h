@@ -12,11 +12,11 @@ namespace storage {
 {
     switch (value.typeId()) {
     case QMetaType::Bool:
-    case QMetaType::Double:
     case QMetaType::LongLong:
         return value;
+    case QMetaType::Double:
     case QMetaType::Float:
-        return value.toDouble();
+        return value.toDouble() + 0.0; // a negative zero becomes the zero that it equals
     case QMetaType::ULongLong:
     case QMetaType::ULong:
         if (value.toULongLong() > static_cast<qulonglong>(std::numeric_limits<qlonglong>::max())) {

@@ -2,6 +2,7 @@
 
 #include "model/project.h"
 #include "model/property_type.h"
+#include "tools/visible_text.h"
 
 #include <QHash>
 #include <QRegularExpression>
@@ -18,11 +19,6 @@ using found = std::optional<finding>;
 
 constexpr qsizetype NameBytes = 180; // leaves room for what scripts and temporary files append to it
 constexpr qsizetype PrintedLength = 100;
-
-QString nameOf(const QString & name)
-{
-    return QLatin1Char('\'') + printable(name) + QLatin1Char('\'');
-}
 
 /// The first number that occurs twice.
 std::optional<long> firstTwice(std::vector<long> & ids)
@@ -44,7 +40,7 @@ public:
     found run()
     {
         if (const QString problem = projectNameProblem(m_project.getName()); !problem.isEmpty()) {
-            return finding{QString(), QStringLiteral("project name ") + problem};
+            return finding{QString(), namedProblem(QStringLiteral("project name"), problem)};
         }
         qsizetype index = 0;
         for (const auto & entity : m_project.getListOfAllEntities()->values()) {
@@ -74,7 +70,9 @@ private:
             QString reason = checkProperty(*property);
             if (property->isIdentifier()) {
                 if (reason.isEmpty() && hasIdentifier) {
-                    reason = QStringLiteral("the entity has a second identifier");
+                    reason = QStringLiteral("only one property of an entity can be the identifier; for a "
+                                            "composite key give that one several columns, such as "
+                                            "\"columnName\": \"a|b\"");
                 }
                 hasIdentifier = true;
             }
@@ -92,7 +90,7 @@ private:
             return QStringLiteral("field 'name' must not be empty");
         }
         if (property.getAutoIncrement() && !isOfIntegers(property)) {
-            return QStringLiteral("field 'autoIncrement' needs a 'type', all of it integer types");
+            return QStringLiteral("field 'autoIncrement' works only with integer types such as \"long\"");
         }
         return property.hasRelationship() ? checkRelationship(*property.getRelation()) : QString();
     }
@@ -106,7 +104,7 @@ private:
         }
         if (relation.getInverseId() != 0 && !target->getPropertyById(relation.getInverseId())) {
             return QStringLiteral("relationship inverse %1 does not exist in the target %2")
-                .arg(QString::number(relation.getInverseId()), nameOf(target->getName()));
+                .arg(QString::number(relation.getInverseId()), quotedName(target->getName()));
         }
         return {};
     }
@@ -160,11 +158,12 @@ private:
             QStringList names;
             std::shared_ptr<model::property> key;
             for (std::shared_ptr<model::entity> e = entity; e && !finished.contains(e->getId());) {
-                names.append(nameOf(e->getName()));
+                names.append(quotedName(e->getName()));
                 if (onWay.contains(e->getId())) {
                     return finding{placeOfEntity(index, entity->getName()),
                                    QStringLiteral("identifiers refer to each other in a circle: ") +
-                                       shortened(names).join(QStringLiteral(" -> "))};
+                                       shortened(names).join(QStringLiteral(" -> ")) +
+                                       QStringLiteral("; give one of them a plain type")};
                 }
                 onWay.insert(e->getId());
                 key = e->getPropertyId(true);
@@ -187,43 +186,6 @@ private:
     std::vector<long> m_lstRelationId;
 };
 
-/// The names of the columns that the table of `entity` gets.
-QSet<QString> columnsOf(const model::entity & entity)
-{
-    QSet<QString> columns;
-    for (const auto & p : entity.getListOfProperty(true, true, false)->values()) {
-        const bool ownColumn = !p->hasRelationship() || p->isIdentifier() ||
-                               p->getRelation()->getType() == model::relationship::many_to_one;
-        if (p->isTransient() || !ownColumn) {
-            continue;
-        }
-        for (int i = 0; i < p->getColumnNameCount(); ++i) {
-            columns.insert(p->getColumnName().isEmpty() ? p->getName() : p->getColumnName(i));
-        }
-    }
-    return columns;
-}
-
-QStringList warningsOf(const model::property & p, const QSet<QString> & columns)
-{
-    QStringList result;
-    const qsizetype types = p.getType() ? p.getType()->getCppTypes().size() : 0;
-    if (types > 1 && types != p.getColumnNameCount()) {
-        result.append(QStringLiteral("the type has %1 parts for %2 columns")
-                          .arg(QString::number(types), QString::number(p.getColumnNameCount())));
-    }
-    if (p.hasRelationship() && !p.isTransient() && !p.isIdentifier() &&
-        p.getRelation()->getType() == model::relationship::one_to_one) {
-        for (int i = 0; i < p.getRelation()->getColumnNameCount(); ++i) {
-            if (const QString column = p.getRelation()->getColumnName(i); !columns.contains(column)) {
-                result.append(
-                    QStringLiteral("one-to-one column %1 is not a column of its table").arg(nameOf(column)));
-            }
-        }
-    }
-    return result;
-}
-
 } // namespace
 
 QString finding::text(const QString & source) const
@@ -236,19 +198,22 @@ QString printable(const QString & text)
 {
     QString result = text.size() > PrintedLength ? text.left(PrintedLength) + QStringLiteral("...") : text;
     for (QChar & c : result) {
-        const bool breaksLine =
-            c.category() == QChar::Separator_Line || c.category() == QChar::Separator_Paragraph;
-        if (breaksLine || (!c.isPrint() && !c.isSurrogate())) {
+        if (!c.isPrint() && !c.isSurrogate() && !tools::isHiddenControl(c)) {
             c = QLatin1Char('?');
         }
     }
-    return result;
+    return tools::visibleText(result);
+}
+
+QString quotedName(const QString & name)
+{
+    return QLatin1Char('\'') + printable(name) + QLatin1Char('\'');
 }
 
 QString placeOf(const QString & list, qsizetype index, const QString & name)
 {
     const QString place = QStringLiteral("%1[%2]").arg(list).arg(index);
-    return name.isEmpty() ? place : place + QLatin1Char(' ') + nameOf(name);
+    return name.isEmpty() ? place : place + QLatin1Char(' ') + quotedName(name);
 }
 
 QString placeOfEntity(qsizetype index, const QString & name)
@@ -275,11 +240,18 @@ QString projectNameProblem(const QString & name)
         return QStringLiteral("is longer than %1 bytes").arg(NameBytes);
     }
     if (name.startsWith(QLatin1Char(':')) || name.startsWith(QLatin1Char('.'))) {
-        return QStringLiteral("%1 must not begin with ':' or '.'").arg(nameOf(name));
+        return QStringLiteral("%1 must not begin with ':' or '.'").arg(quotedName(name));
     }
     for (const QChar c : name) {
         if (c == QLatin1Char('/') || c == QLatin1Char('\\') || c.category() == QChar::Other_Control) {
-            return QStringLiteral("%1 must not hold '/', '\\' or a control character").arg(nameOf(name));
+            return QStringLiteral("%1 must not contain '/', '\\' or control characters")
+                .arg(quotedName(name));
+        }
+        if (tools::isHiddenControl(c)) {
+            return QStringLiteral(
+                       "%1 must not contain characters that turn the direction of text or separate "
+                       "lines")
+                .arg(quotedName(name));
         }
     }
     // Windows takes these for devices whatever extension and blanks follow.
@@ -288,9 +260,14 @@ QString projectNameProblem(const QString & name)
                        "[ ]*([.:].*)?$"),
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
     if (device.match(name).hasMatch()) {
-        return QStringLiteral("%1 is a reserved device name of Windows").arg(nameOf(name));
+        return QStringLiteral("%1 is a reserved device name of Windows").arg(quotedName(name));
     }
     return {};
+}
+
+QString namedProblem(const QString & what, const QString & problem)
+{
+    return what + QLatin1String(problem.startsWith(QLatin1Char('\'')) ? ": " : " ") + problem;
 }
 
 QString usedTwice(const QString & kind, long id)
@@ -301,25 +278,6 @@ QString usedTwice(const QString & kind, long id)
 std::optional<finding> firstError(const model::project & project)
 {
     return checker(project).run();
-}
-
-QStringList warnings(const model::project & project)
-{
-    QStringList result;
-    qsizetype entityIndex = 0;
-    for (const auto & entity : project.getListOfAllEntities()->values()) {
-        const QString place = placeOfEntity(entityIndex++, entity->getName());
-        const QSet<QString> columns = columnsOf(*entity);
-        qsizetype index = 0;
-        for (const auto & property : entity->getListOfProperty(true, true, false)->values()) {
-            for (const QString & warning : warningsOf(*property, columns)) {
-                result.append(placeOfProperty(place, index, property->getName()) + QStringLiteral(": ") +
-                              warning);
-            }
-            ++index;
-        }
-    }
-    return result;
 }
 
 } // namespace storage::model_check

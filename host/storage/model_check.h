@@ -34,11 +34,18 @@ struct finding
 [[nodiscard]] QString placeOfProperty(const QString & entity, qsizetype index, const QString & name);
 [[nodiscard]] QString placeOfEnumeration(qsizetype index, const QString & name);
 
-/// `text` fit for a message of one line: control characters replaced, shortened when very long.
+/// `text` fit for a message of one line: control characters replaced or shown, shortened when very long.
 [[nodiscard]] QString printable(const QString & text);
+
+/// `name` as printable text in quotation marks.
+[[nodiscard]] QString quotedName(const QString & name);
 
 /// Why `name` cannot name a project, whose name becomes part of file names; empty when it can.
 [[nodiscard]] KORVANE_EXPORT QString projectNameProblem(const QString & name);
+
+/// `problem`, which projectNameProblem() gave, said of `what`: "what must not be empty", "what: 'a/b' must
+/// ...".
+[[nodiscard]] QString namedProblem(const QString & what, const QString & problem);
 
 /// The text for an id that two objects of one kind have.
 [[nodiscard]] QString usedTwice(const QString & kind, long id);

@@ -64,7 +64,7 @@ public:
         const QVariant value = m_query.value(column);
         const qlonglong n = value.toLongLong();
         if (value.typeId() != QMetaType::LongLong || n < min || n > max) {
-            fail(QStringLiteral("column %1 holds no number of the expected range").arg(column + 1));
+            fail(QStringLiteral("column %1 is not a number of the expected range").arg(column + 1));
             return min;
         }
         return n;
@@ -75,7 +75,7 @@ public:
     {
         const QVariant value = m_query.value(column);
         if (value.typeId() != QMetaType::QString || value.isNull()) {
-            fail(QStringLiteral("column %1 holds no text").arg(column + 1));
+            fail(QStringLiteral("column %1 is not a text").arg(column + 1));
         }
         return value.toString();
     }

@@ -1,5 +1,6 @@
 #include "storage/text_draft.h"
 
+#include "storage/id_marks.h"
 #include "storage/text_tree.h"
 
 #include <QHash>
@@ -14,6 +15,7 @@ namespace {
 using json = nlohmann::json;
 using text_tree::text_error;
 
+constexpr unsigned FormatVersion = 1;
 constexpr long MaxNumber = std::numeric_limits<long>::max();
 
 /// An object's place in the text, put into words only when an error needs it.
@@ -42,7 +44,8 @@ public:
         : m_object(object), m_where(where), m_prefix(prefix)
     {
         if (!object.is_object()) {
-            fail(QString::fromLatin1(prefix) + QStringLiteral("must be an object"));
+            fail((where ? QString::fromLatin1(prefix) : QStringLiteral("the project ")) +
+                 QStringLiteral("must be an object"));
         }
     }
 
@@ -74,7 +77,7 @@ public:
     QString textOf(const char * name, const json & value) const
     {
         if (!value.is_string()) {
-            failField(name, QStringLiteral("must be a text"));
+            failField(name, QStringLiteral("must be a string"));
         }
         return QString::fromStdString(value.get_ref<const std::string &>());
     }
@@ -93,20 +96,22 @@ public:
         return value;
     }
 
-    long numberOf(const char * name, const json & value, long min) const
+    long numberOf(const char * name, const json & value, long min, long max = MaxNumber) const
     {
-        const bool tooLarge =
-            value.is_number_unsigned() && value.get<std::uint64_t>() > static_cast<std::uint64_t>(MaxNumber);
+        const bool tooLarge = value.is_number_unsigned()
+                                  ? value.get<std::uint64_t>() > static_cast<std::uint64_t>(max)
+                                  : value.is_number_integer() && value.get<std::int64_t>() > max;
         if (!value.is_number_integer() || tooLarge || value.get<std::int64_t>() < min) {
-            failField(name, QStringLiteral("must be an integer from %1 to %2").arg(min).arg(MaxNumber));
+            failField(name, QStringLiteral("must be an integer from %1 to %2").arg(min).arg(max));
         }
         return static_cast<long>(value.get<std::int64_t>());
     }
+    long idOf(const char * name, const json & value) const { return numberOf(name, value, 1, LargestId); }
     /// An id, 0 when it is absent.
     long id(const char * name)
     {
         const json * value = find(name);
-        return value ? numberOf(name, *value, 1) : 0;
+        return value ? idOf(name, *value) : 0;
     }
 
     bool flagOf(const char * name, const json & value) const
@@ -128,7 +133,7 @@ public:
         static const json none = json::array();
         const json * value = find(name);
         if (value && !value->is_array()) {
-            failField(name, QStringLiteral("must be a list"));
+            failField(name, QStringLiteral("must be an array"));
         }
         return value ? *value : none;
     }
@@ -161,7 +166,7 @@ public:
         project result;
         result.name = f.requiredText("name");
         if (const QString problem = model_check::projectNameProblem(result.name); !problem.isEmpty()) {
-            f.failField("name", problem);
+            f.fail(model_check::namedProblem(QStringLiteral("field 'name'"), problem));
         }
         const json & enumerations = f.list("enumerations");
         for (std::size_t i = 0; i < enumerations.size(); ++i) {
@@ -182,9 +187,16 @@ private:
         if (f.requiredText("format") != QStringLiteral("korvane-project")) {
             f.failField("format", QStringLiteral("must be \"korvane-project\""));
         }
-        if (const json & version = f.require("formatVersion");
-            !version.is_number_integer() || version != json(1)) {
-            f.failField("formatVersion", QStringLiteral("must be 1"));
+        const json & version = f.require("formatVersion");
+        if (version.is_number_unsigned() && version.get<std::uint64_t>() > FormatVersion) {
+            f.fail(
+                QStringLiteral("field 'formatVersion': the text was written for a newer korvane (format %1; "
+                               "this one reads %2); update korvane")
+                    .arg(version.get<std::uint64_t>())
+                    .arg(FormatVersion));
+        }
+        if (!version.is_number_integer() || version != json(FormatVersion)) {
+            f.failField("formatVersion", QStringLiteral("must be %1").arg(FormatVersion));
         }
     }
 
@@ -192,7 +204,7 @@ private:
     {
         fields f(object, &where);
         const auto result = std::make_shared<model::enumeration>(f.id("id"));
-        result->setName(f.requiredText("name"));
+        result->setName(f.nonEmptyText("name"));
         QList<model::enumeration::value> values;
         const json & list = f.list("values");
         for (std::size_t i = 0; i < list.size(); ++i) {
@@ -249,7 +261,7 @@ private:
             } else if (value.is_number_integer()) {
                 entity.setMetaData(key, qlonglong(value.get<std::int64_t>()));
             } else {
-                f.failField("metaData", QStringLiteral("'%1' must be a text, a number or a boolean")
+                f.failField("metaData", QStringLiteral("'%1' must be a string, a number or a boolean")
                                             .arg(model_check::printable(key)));
             }
         }
@@ -327,7 +339,7 @@ private:
                         QStringLiteral("must be one-to-one, one-to-many, many-to-one or many-to-many"));
         }
         const auto result = std::make_shared<model::relationship>(id, *type);
-        result->setEntityTargetId(f.numberOf("target", f.require("target"), 1));
+        result->setEntityTargetId(f.idOf("target", f.require("target")));
         result->setInverseId(f.id("inverse"));
         result->setExtraTable(f.text("extraTable"));
         result->setForeignKey(f.text("foreignKey"));

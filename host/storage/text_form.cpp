@@ -50,8 +50,8 @@ bool differs(const model::entity & a, const model::entity & b)
     return text_writer::entityContents(a) != text_writer::entityContents(b);
 }
 
-/// The version of an entity for which the text gives none.
-long followingVersion(const model::entity & entity, const model::project * existing)
+/// The version of an entity for which the text gives none; `place` is where it stands.
+long followingVersion(const model::entity & entity, const QString & place, const model::project * existing)
 {
     const auto stored = existing ? existing->getEntityById(entity.getId()) : nullptr;
     if (!stored) {
@@ -59,7 +59,7 @@ long followingVersion(const model::entity & entity, const model::project * exist
     }
     const bool changed = differs(entity, *stored);
     if (changed && stored->getVersion() == std::numeric_limits<long>::max()) {
-        throw text_error{{QString(), QStringLiteral("entity %1 has no version left").arg(entity.getId())}};
+        throw text_error{{place, QStringLiteral("the version cannot be raised any further")}};
     }
     return stored->getVersion() + (changed ? 1 : 0);
 }
@@ -74,9 +74,11 @@ void readDraft(text_draft::project & draft, const model::project * existing, mod
     if (const auto finding = model_check::firstError(project)) {
         throw text_error{*finding};
     }
+    qsizetype index = 0;
     for (const text_draft::entity & entity : draft.entities) {
+        const QString place = model_check::placeOfEntity(index++, entity.object->getName());
         entity.object->setVersion(entity.version ? *entity.version
-                                                 : followingVersion(*entity.object, existing));
+                                                 : followingVersion(*entity.object, place, existing));
     }
 }
 
@@ -107,8 +109,9 @@ QStringList versionWarnings(const model::project & project, const model::project
         const auto entity = entities->getByIndex(i);
         const auto stored = existing.getEntityById(entity->getId());
         if (stored && stored->getVersion() == entity->getVersion() && differs(*entity, *stored)) {
-            warnings << QStringLiteral("%1: changed, but version %2 is given as before, so evolution scripts "
-                                       "leave the change out; raise the version or leave it out")
+            warnings << QStringLiteral(
+                            "%1: changed, but its \"version\" is still %2, so no evolution script will "
+                            "contain the change; delete the \"version\" field or raise it")
                             .arg(model_check::placeOfEntity(i, entity->getName()),
                                  QString::number(entity->getVersion()));
         }

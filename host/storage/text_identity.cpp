@@ -8,7 +8,6 @@
 #include <QHash>
 
 #include <algorithm>
-#include <limits>
 #include <unordered_set>
 
 namespace storage::text_draft {
@@ -42,8 +41,8 @@ public:
     template <class Place>
     long fresh(const Place & where)
     {
-        if (m_iMax == std::numeric_limits<long>::max()) {
-            throw text_error{{where(), QStringLiteral("no %1 id is left").arg(m_sKind)}};
+        if (m_iMax >= LargestId) {
+            throw text_error{{where(), QStringLiteral("all %1 ids are used up").arg(m_sKind)}};
         }
         m_used.insert(++m_iMax);
         return m_iMax;

@@ -31,6 +31,41 @@ QString reasonOf(const std::exception & e)
     return model_check::printable(QString::fromUtf8(e.what()).remove(numbering));
 }
 
+/// The encoding of `text` when it is a wide one, by its mark or by where the first two characters, which JSON
+/// has from ASCII, leave their bytes empty; null for UTF-8.
+const char * wideEncoding(const QByteArray & text)
+{
+    const auto at = [&text](qsizetype i) { return i < text.size() ? int(uchar(text.at(i))) : -1; };
+    const auto isZero = [&at](qsizetype i) { return at(i) == 0; };
+    const auto isFull = [&at](qsizetype i) { return at(i) > 0; };
+    if ((at(0) == 0xff && at(1) == 0xfe) || (at(0) == 0xfe && at(1) == 0xff)) {
+        return isZero(2) && isZero(3) ? "UTF-32" : "UTF-16";
+    }
+    if (isZero(0) && isZero(1) && ((at(2) == 0xfe && at(3) == 0xff) || (isZero(2) && isFull(3)))) {
+        return "UTF-32";
+    }
+    if (isFull(0) && isZero(1) && isZero(2) && isZero(3)) {
+        return "UTF-32";
+    }
+    const bool isWide = (isFull(0) && isZero(1) && isFull(2) && isZero(3)) ||
+                        (isZero(0) && isFull(1) && isZero(2) && isFull(3));
+    return isWide ? "UTF-16" : nullptr;
+}
+
+/// Names what somebody may well have taken for a text, in place of the parser's first stumble.
+void refuseOtherForms(const QByteArray & text)
+{
+    if (text.startsWith(QByteArrayLiteral("SQLite format 3\0"))) {
+        throw text_error{{QString(), QStringLiteral("is a project file, not a model in text form; 'korvane "
+                                                    "dump' writes one")}};
+    }
+    if (const char * const encoding = wideEncoding(text)) {
+        throw text_error{
+            {QString(),
+             QStringLiteral("the text is in %1; save it in UTF-8").arg(QString::fromLatin1(encoding))}};
+    }
+}
+
 /// Builds the tree from the parser's events.
 class tree_builder : public nlohmann::json_sax<json>
 {
@@ -107,17 +142,19 @@ private:
         return true;
     }
 
-    /// The innermost list entries being read, such as "entities[0] 'customer' / properties[5]".
+    /// The list entries and fields being read, such as "entities[0] 'customer' / metaData".
     [[nodiscard]] QString place() const
     {
         constexpr std::size_t shown = 8; // a text can be nested deeper than anybody wants to read
         QStringList parts;
         for (std::size_t i = 1; i < std::min(m_stack.size(), shown); ++i) {
-            const json & list = *m_stack[i].value;
-            if (list.is_array() && !list.empty()) {
-                parts.append(
-                    model_check::placeOf(model_check::printable(QString::fromStdString(m_stack[i - 1].key)),
-                                         static_cast<qsizetype>(list.size()) - 1, nameIn(list.back())));
+            const json & value = *m_stack[i].value;
+            const QString field = model_check::printable(QString::fromStdString(m_stack[i - 1].key));
+            if (value.is_array() && !value.empty()) {
+                parts.append(model_check::placeOf(field, static_cast<qsizetype>(value.size()) - 1,
+                                                  nameIn(value.back())));
+            } else if (value.is_object() && !field.isEmpty()) {
+                parts.append(field);
             }
         }
         return parts.join(QStringLiteral(" / "));
@@ -132,9 +169,11 @@ private:
 
 json parse(const QByteArray & text)
 {
+    refuseOtherForms(text);
     // The parser takes this byte for the end of the text and would not look at what follows.
     if (const qsizetype nul = text.indexOf('\0'); nul >= 0) {
-        throw text_error{{lineAndColumn(text, nul + 1), QStringLiteral("a NUL byte is no JSON")}};
+        throw text_error{
+            {lineAndColumn(text, nul + 1), QStringLiteral("contains a NUL byte, which JSON does not allow")}};
     }
     tree_builder builder(text);
     json::sax_parse(text.constData(), text.constData() + text.size(), &builder);

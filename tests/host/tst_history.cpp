@@ -148,8 +148,9 @@ private Q_SLOTS:
         const support::run_result imported = support::runKorvane({"import", text, file});
         QCOMPARE(imported.status, 0);
         QCOMPARE(imported.err, text.toUtf8() +
-                                   ": warning: entities[0] 'a' / properties[0] 'x': one-to-one column "
-                                   "'x' is not a column of its table\n");
+                                   ": warning: entities[0] 'a' / properties[0] 'x': the foreign key needs a "
+                                   "column 'x', which no property makes; name an existing one in "
+                                   "'columnName'\n");
         const support::run_result dumped = support::runKorvane({"dump", file});
         QCOMPARE(dumped.status, 0);
         QCOMPARE(dumped.out, support::storedText(file));
@@ -187,8 +188,9 @@ private Q_SLOTS:
         const support::run_result kept = support::runKorvane({"import", text, file});
         QCOMPARE(kept.status, 0);
         QCOMPARE(kept.err, text.toUtf8() +
-                               ": warning: entities[1] 'c': changed, but version 1 is given as before, so "
-                               "evolution scripts leave the change out; raise the version or leave it out\n");
+                               ": warning: entities[1] 'c': changed, but its \"version\" is still 1, so no "
+                               "evolution script will contain the change; delete the \"version\" field or "
+                               "raise it\n");
         QCOMPARE(support::runKorvane({"dump", file}).out, renamed);
         QVERIFY(support::writeBytes(text, QByteArray(dumped).replace("\"version\": 1", "\"version\": 2")));
         QCOMPARE(support::runKorvane({"import", text, file}).err, QByteArray());

@@ -228,7 +228,7 @@ private Q_SLOTS:
                      ": entities[0] 'customer' / properties[2] 'r': relationship target 99 does not exist");
         QCOMPARE(support::bytesOf(m_sFile), before);
         p->setName("a/b");
-        QVERIFY(write(m_sFile, *p).text().startsWith(m_sFile + ": project name 'a/b' "));
+        QVERIFY(write(m_sFile, *p).text().startsWith(m_sFile + ": project name: 'a/b' must not contain "));
     }
 
     void badFiles_data()
@@ -300,7 +300,7 @@ private Q_SLOTS:
         damaged("no project", "DELETE FROM t_project", "table t_project has 0 rows");
         damaged("two projects", "INSERT INTO t_project SELECT * FROM t_project",
                 "table t_project has 2 rows");
-        const QString number = "column %1 holds no number of the expected range";
+        const QString number = "column %1 is not a number of the expected range";
         damaged("entity id 0", "UPDATE t_entity SET id = 0 WHERE id = 2",
                 "table t_entity, row 2: " + number.arg(1));
         damaged("entity id as text", "UPDATE t_entity SET id = 'x' WHERE id = 2",
@@ -310,15 +310,26 @@ private Q_SLOTS:
         damaged("negative version", "UPDATE t_entity SET version = -1 WHERE id = 2",
                 "table t_entity, row 2: " + number.arg(6));
         damaged("name as bytes", "UPDATE t_entity SET name = x'00ff' WHERE id = 2",
-                "table t_entity, row 2: column 2 holds no text");
+                "table t_entity, row 2: column 2 is not a text");
         damaged("entity id twice", "UPDATE t_entity SET id = 1",
                 "table t_entity, row 2: entity id 1 is used twice");
         row("empty name", {"UPDATE t_entity SET name = '' WHERE id = 2"},
             "entities[1]: field 'name' must not be empty");
         row("project name", {"UPDATE t_project SET name = 'a/b'"},
-            "project name 'a/b' must not hold '/', '\\' or a control character");
+            "project name: 'a/b' must not contain '/', '\\' or control characters");
+        row("project name that leaves the folder", {"UPDATE t_project SET name = '..'"},
+            "project name: '..' must not begin with ':' or '.'");
+        row("project name with a control", {"UPDATE t_project SET name = 'a' || char(10) || 'b'"},
+            "project name: 'a?b' must not contain '/', '\\' or control characters");
+        row("project name that turns direction", {"UPDATE t_project SET name = 'a' || char(8238) || 'b'"},
+            "project name: 'a<U+202E>b' must not contain characters that turn the direction of text or "
+            "separate lines");
+        row("project name of two lines", {"UPDATE t_project SET name = 'a' || char(8232) || 'b'"},
+            "project name: 'a<U+2028>b' must not contain characters that turn the direction of text or "
+            "separate lines");
+        row("empty project name", {"UPDATE t_project SET name = ''"}, "project name must not be empty");
         row("device name", {"UPDATE t_project SET name = 'NUL'"},
-            "project name 'NUL' is a reserved device name of Windows");
+            "project name: 'NUL' is a reserved device name of Windows");
         damaged("enumeration twice", "INSERT INTO t_enumeration VALUES (7, 'x')",
                 "table t_enumeration, row 2: enumeration id 7 is used twice");
         damaged("value of nothing", "UPDATE t_enumeration_value SET enumeration_id = 8",
@@ -336,6 +347,8 @@ private Q_SLOTS:
                 "table t_property_type, row 3: the type is neither a C++ type nor an enumeration");
         damaged("type of both kinds", "UPDATE t_property_type SET enumeration_id = 7",
                 "table t_property_type, row 1: the type is neither a C++ type nor an enumeration");
+        damaged("type that becomes another kind", "UPDATE t_property_type SET type_id = 1 WHERE rowid = 3",
+                "table t_property_type, row 3: the type is neither a C++ type nor an enumeration");
         damaged("type of neither kind", "UPDATE t_property_type SET cpp_type = ''",
                 "table t_property_type, row 1: the type is neither a C++ type nor an enumeration");
         damaged("type twice", "UPDATE t_property_type SET type_id = 1 WHERE rowid = 4",
@@ -358,6 +371,8 @@ private Q_SLOTS:
                 "table t_property, row 1: the details of the property are missing");
         damaged("detail twice", "INSERT INTO t_property_detail SELECT * FROM t_property_detail",
                 "table t_property_detail, row 2: property id 100 is used twice");
+        damaged("detail of nothing", "INSERT INTO t_property_detail VALUES (999, 'key', NULL)",
+                "details of a property that does not exist");
         damaged("relationship of nothing",
                 "INSERT INTO t_relationship SELECT 999, 999, type, target_id, NULL, NULL, NULL, NULL FROM "
                 "t_relationship LIMIT 1",
@@ -375,12 +390,15 @@ private Q_SLOTS:
             "entities[0] 'customer' / properties[2] 'r': relationship inverse 9 does not exist in the target "
             "'customer'");
         row("circle", {"UPDATE t_relationship SET target_id = 2 WHERE id = 502"},
-            "entities[1] 'f': identifiers refer to each other in a circle: 'f' -> 'f'");
+            "entities[1] 'f': identifiers refer to each other in a circle: 'f' -> 'f'; give one of them a "
+            "plain type");
         row("two identifiers", {"UPDATE t_property SET flags = 1 WHERE rowid = 4"},
-            "entities[0] 'customer' / properties[3] 'q': the entity has a second identifier");
+            "entities[0] 'customer' / properties[3] 'q': only one property of an entity can be the "
+            "identifier; for "
+            "a composite key give that one several columns, such as \"columnName\": \"a|b\"");
         row("counted up without type", {"UPDATE t_property SET flags = 96 WHERE rowid = 6"},
-            "entities[0] 'customer' / properties[5] 'n': field 'autoIncrement' needs a 'type', all of it "
-            "integer types");
+            "entities[0] 'customer' / properties[5] 'n': field 'autoIncrement' works only with integer "
+            "types such as \"long\"");
     }
     void hostileContents()
     {

@@ -3,6 +3,8 @@
 #include "model/property_type.h"
 #include "storage/model_check.h"
 
+#include <QStringConverter>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <limits>
@@ -17,6 +19,7 @@ using support::textOf;
 namespace {
 
 const QByteArray Max = "9223372036854775807";
+const QByteArray MaxId = "9007199254740991"; // the largest number that JavaScript holds and counts on from
 
 /// An entity "e" that has the property "p" with `fields`, beside the target entity 9 with property 90.
 QByteArray withProperty(const QByteArray & fields)
@@ -128,7 +131,8 @@ private Q_SLOTS:
         const auto root = [&](const char * name, const QByteArray & text, const QString & expected) {
             row(name, text, expected);
         };
-        root("no object", "[]", "must be an object");
+        root("no object", "[]", "the project must be an object");
+        root("no object but a number", "7", "the project must be an object");
         root("no format", json("{'formatVersion': 1, 'name': 'x'}"), "field 'format' is missing");
         root("other format", json("{'format': 'x', 'formatVersion': 1, 'name': 'x'}"),
              "field 'format' must be \"korvane-project\"");
@@ -136,6 +140,13 @@ private Q_SLOTS:
              "field 'formatVersion' is missing");
         root("newer version",
              json("{'format': 'korvane-project', 'formatVersion': 2, 'name': 'x', 'new': 1}"),
+             "field 'formatVersion': the text was written for a newer korvane (format 2; this one reads 1); "
+             "update korvane");
+        root("much newer version",
+             json("{'format': 'korvane-project', 'formatVersion': 18446744073709551615, 'name': 'x'}"),
+             "field 'formatVersion': the text was written for a newer korvane (format 18446744073709551615; "
+             "this one reads 1); update korvane");
+        root("older version", json("{'format': 'korvane-project', 'formatVersion': 0, 'name': 'x'}"),
              "field 'formatVersion' must be 1");
         root("version as text", json("{'format': 'korvane-project', 'formatVersion': '1', 'name': 'x'}"),
              "field 'formatVersion' must be 1");
@@ -143,7 +154,7 @@ private Q_SLOTS:
              "field 'formatVersion' must be 1");
         root("no name", json("{'format': 'korvane-project', 'formatVersion': 1}"), "field 'name' is missing");
         root("name as number", json("{'format': 'korvane-project', 'formatVersion': 1, 'name': 5}"),
-             "field 'name' must be a text");
+             "field 'name' must be a string");
         root("empty name", json("{'format': 'korvane-project', 'formatVersion': 1, 'name': ''}"),
              "field 'name' must not be empty");
         root("unknown field",
@@ -151,7 +162,7 @@ private Q_SLOTS:
              "unknown field 'Name'");
         root("entities no list",
              json("{'format': 'korvane-project', 'formatVersion': 1, 'name': 'x', 'entities': {}}"),
-             "field 'entities' must be a list");
+             "field 'entities' must be an array");
         root("field twice",
              json("{'format': 'korvane-project', 'name': 'a', 'formatVersion': 1, 'name': 'b'}"),
              "field 'name' is given twice");
@@ -180,7 +191,9 @@ private Q_SLOTS:
         QTest::newRow("behind the end") << QByteArray("{}\n\n x") << "line 3, column 2: ";
         QTest::newRow("comment") << QByteArray("{} // x") << "line 1, column 4: ";
         QTest::newRow("NUL byte") << QByteArray("{\"a\":\n 1}\0 x", 12)
-                                  << "line 2, column 4: a NUL byte is no JSON";
+                                  << "line 2, column 4: contains a NUL byte, which JSON does not allow";
+        QTest::newRow("NUL byte at the very beginning")
+            << QByteArray(5, '\0') << "line 1, column 1: contains a NUL byte, which JSON does not allow";
         QTest::newRow("control character") << QByteArray("{\"a\": \"\n\"}") << "line 1, column ";
         QTest::newRow("no UTF-8") << QByteArray("{\"a\": \"\xff\"}") << "line 1, column ";
         QTest::newRow("half a surrogate pair") << QByteArray(json("{'a': '\\ud800'}")) << "line 1, column ";
@@ -197,12 +210,45 @@ private Q_SLOTS:
         QVERIFY2(!error.contains('\n') && !error.contains("json.exception"), qPrintable(error));
         QVERIFY(error.size() > 11 + place.size() || place.contains("NUL"));
     }
+    void otherEncodingsAreNamed_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("encoding");
+        const QString text = QString::fromUtf8(textOf(""));
+        const auto row = [&text](const char * name, QStringConverter::Encoding encoding, bool mark,
+                                 const char * expected) {
+            QStringEncoder encode(encoding,
+                                  mark ? QStringConverter::Flag::WriteBom : QStringConverter::Flag::Default);
+            QTest::newRow(name) << QByteArray(encode(text)) << expected;
+        };
+        for (const bool mark : {true, false}) {
+            row(mark ? "UTF-16LE, mark" : "UTF-16LE", QStringConverter::Utf16LE, mark, "UTF-16");
+            row(mark ? "UTF-16BE, mark" : "UTF-16BE", QStringConverter::Utf16BE, mark, "UTF-16");
+            row(mark ? "UTF-32LE, mark" : "UTF-32LE", QStringConverter::Utf32LE, mark, "UTF-32");
+            row(mark ? "UTF-32BE, mark" : "UTF-32BE", QStringConverter::Utf32BE, mark, "UTF-32");
+        }
+        QTest::newRow("mark alone") << QByteArray("\xff\xfe") << "UTF-16";
+    }
+    void otherEncodingsAreNamed()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QString, encoding);
+        QCOMPARE(errorOf(text), "shop.json: the text is in " + encoding + "; save it in UTF-8");
+    }
+    void aProjectFileIsNoText()
+    {
+        QCOMPARE(
+            errorOf(QByteArray("SQLite format 3\0\x10", 17)),
+            QString("shop.json: is a project file, not a model in text form; 'korvane dump' writes one"));
+    }
     void aByteOrderMarkIsTaken() { QVERIFY(projectOf("\xEF\xBB\xBF" + textOf(""))); }
     void deepNesting()
     {
         for (const QByteArray & open : {QByteArray("["), QByteArray("{\"a\":")}) {
             const QString error = errorOf(open.repeated(1000));
             QVERIFY2(error.contains("is nested deeper than 64 levels"), qPrintable(error));
+            QVERIFY2(error.startsWith(open == "[" ? "shop.json: [0] / [0]" : "shop.json: a / a / a"),
+                     qPrintable(error));
             QVERIFY(error.size() < 400);
             QVERIFY(errorOf(open.repeated(1000000)).contains("is nested deeper than 64 levels"));
         }
@@ -212,9 +258,10 @@ private Q_SLOTS:
     void messagesStayOneLine()
     {
         const QString error = errorOf(textOf(json("{'name': 'a\\nb\\u0007\\u2028c', 'version': 'x'}")));
-        QCOMPARE(error,
-                 QString("shop.json: entities[0] 'a?b??c': field 'version' must be an integer from 0 to ") +
-                     Max);
+        QCOMPARE(
+            error,
+            QString("shop.json: entities[0] 'a?b?<U+2028>c': field 'version' must be an integer from 0 to ") +
+                Max);
         QVERIFY(
             errorOf(textOf("{\"name\": \"" + QByteArray(100000, 'x') + json("', 'version': 'x'}"))).size() <
             300);
@@ -240,6 +287,13 @@ private Q_SLOTS:
             QTest::newRow(name) << QString::fromUtf8(name) << false;
         }
         QTest::newRow("NUL character") << QString(QChar(0)) + "a" << false;
+        for (const char16_t control : {u'\u061c', u'\u200e', u'\u200f', u'\u2028', u'\u2029', u'\u202a',
+                                       u'\u202e', u'\u2066', u'\u2069'}) {
+            QTest::newRow(qPrintable(QString("U+%1").arg(int(control), 4, 16, QChar('0'))))
+                << QString("a") + QChar(control) + "b" << false;
+        }
+        // Neighbours of theirs, which letters need.
+        QTest::newRow("joiner") << QString("a") + QChar(0x200d) + "b" << true;
         QTest::newRow("180 bytes") << QString(180, 'x') << true;
         QTest::newRow("181 bytes") << QString(181, 'x') << false;
         QTest::newRow("180 bytes of two-byte letters") << QString(90, QChar(0xe4)) << true;
@@ -256,7 +310,28 @@ private Q_SLOTS:
         const QString error = errorOf("{\"format\": \"korvane-project\", \"formatVersion\": 1, \"name\": \"" +
                                       escaped.toUtf8() + "\"}");
         QCOMPARE(error.isEmpty(), good);
-        QVERIFY2(good || error.startsWith("shop.json: field 'name' "), qPrintable(error));
+        QVERIFY2(good || error.startsWith("shop.json: field 'name'"), qPrintable(error));
+    }
+    void projectNameReasons()
+    {
+        using storage::model_check::projectNameProblem;
+        QCOMPARE(projectNameProblem("a/b"),
+                 QString("'a/b' must not contain '/', '\\' or control characters"));
+        QCOMPARE(projectNameProblem("CON"), QString("'CON' is a reserved device name of Windows"));
+        QCOMPARE(projectNameProblem("com0"), QString("'com0' is a reserved device name of Windows"));
+        QCOMPARE(projectNameProblem(QString::fromUtf8("a\u202eb")),
+                 QString("'a<U+202E>b' must not contain characters that turn the direction of text or "
+                         "separate lines"));
+        QCOMPARE(errorOf(json("{'format': 'korvane-project', 'formatVersion': 1, 'name': 'a/b'}")),
+                 QString("shop.json: field 'name': 'a/b' must not contain '/', '\\' or control characters"));
+    }
+    void namesAreShownWithoutTheirControls()
+    {
+        QCOMPARE(errorOf(textOf(json("{'name': 'a\\u202eb\\u2066c\\u061c', 'x': 1}"))),
+                 QString("shop.json: entities[0] 'a<U+202E>b<U+2066>c<U+061C>': unknown field 'x'"));
+        // Two units of UTF-16 that are one character stay one.
+        QCOMPARE(errorOf(textOf(json("{'name': '\\ud83d\\ude00', 'x': 1}"))),
+                 QString::fromUtf8("shop.json: entities[0] '\U0001F600': unknown field 'x'"));
     }
 
     void warnings_data()
@@ -266,17 +341,90 @@ private Q_SLOTS:
         const QByteArray oneToOne = json("'relationship': {'type': 'one-to-one', 'target': 9}");
         const QString place = "entities[0] 'e' / properties[0] 'p': ";
         QTest::newRow("column is missing")
-            << oneToOne << QStringList{place + "one-to-one column 'p' is not a column of its table"};
+            << oneToOne
+            << QStringList{
+                   place +
+                   "the foreign key needs a column 'p', which no property makes; name an existing one "
+                   "in 'columnName'"};
         QTest::newRow("one of two is missing")
             << oneToOne + ", \"columnName\": \"own|other\""
-            << QStringList{place + "one-to-one column 'other' is not a column of its table"};
+            << QStringList{
+                   place +
+                   "the foreign key needs a column 'other', which no property makes; name an existing "
+                   "one in 'columnName'"};
         QTest::newRow("column is there") << oneToOne + ", \"columnName\": \"own\"" << QStringList{};
         QTest::newRow("transient") << oneToOne + json(", 'transient': true") << QStringList{};
         QTest::newRow("it is the key") << oneToOne + json(", 'identifier': true") << QStringList{};
         QTest::newRow("other parts than columns")
             << QByteArray(json("'type': ['int', 'int']"))
-            << QStringList{place + "the type has 2 parts for 1 columns"};
+            << QStringList{
+                   place +
+                   "'type' lists 2 types, but 'columnName' gives the number of columns as 1; they must be as "
+                   "many"};
         QTest::newRow("nothing") << QByteArray("\"type\": \"int\", \"columnName\": \"a|b\"") << QStringList{};
+    }
+    void manyToManyWithoutItsFields_data()
+    {
+        QTest::addColumn<QByteArray>("fields");
+        QTest::addColumn<QStringList>("expected");
+        const QString begin = "entities[0] 'e' / properties[0] 'p': a many-to-many needs relationship field ";
+        const QString end = ", or the scripts make no usable link table";
+        QTest::newRow("all there") << QByteArray(json("'inverse': 90, 'extraTable': 'l', 'foreignKey': 'a', "
+                                                      "'foreignKeyOwner': 'b'"))
+                                   << QStringList{};
+        QTest::newRow("no inverse") << QByteArray(json(
+                                           "'extraTable': 'l', 'foreignKey': 'a', 'foreignKeyOwner': 'b'"))
+                                    << QStringList{begin + "'inverse'" + end};
+        QTest::newRow("no link table")
+            << QByteArray(json("'inverse': 90, 'foreignKey': 'a', 'foreignKeyOwner': 'b'"))
+            << QStringList{begin + "'extraTable'" + end};
+        QTest::newRow("no own columns")
+            << QByteArray(json("'inverse': 90, 'extraTable': 'l', 'foreignKeyOwner': 'b'"))
+            << QStringList{begin + "'foreignKey'" + end};
+        QTest::newRow("no columns of the target")
+            << QByteArray(json("'inverse': 90, 'extraTable': 'l', 'foreignKey': 'a'"))
+            << QStringList{begin + "'foreignKeyOwner'" + end};
+        QTest::newRow("nothing") << QByteArray()
+                                 << QStringList{begin +
+                                                "'inverse', 'extraTable', 'foreignKey', 'foreignKeyOwner'" +
+                                                end};
+    }
+    void manyToManyWithoutItsFields()
+    {
+        QFETCH(QByteArray, fields);
+        const auto p = projectOf(withRelation(json("'type': 'many-to-many', 'target': 9") +
+                                              (fields.isEmpty() ? "" : ", ") + fields));
+        QVERIFY(p);
+        QTEST(storage::model_check::warnings(*p), "expected");
+    }
+    void aTransientManyToManyNeedsNothing()
+    {
+        const auto p = projectOf(
+            withProperty(json("'transient': true, 'relationship': {'type': 'many-to-many', 'target': 9}")));
+        QVERIFY(p);
+        QCOMPARE(storage::model_check::warnings(*p), QStringList());
+    }
+    void namesThatAreUsedTwice()
+    {
+        const auto p = projectOf(
+            textOf(json("{'name': 'a'}, {'name': 'b', 'tableName': 'A'}, {'name': 'c', 'tableName': 't'}, "
+                        "{'name': 'c', 'tableName': 'u'}, {'name': 'C', 'tableName': 'v'}")));
+        QVERIFY(p);
+        QCOMPARE(storage::model_check::warnings(*p),
+                 (QStringList{"entities[1] 'b': its table 'A' is the table of entities[0] 'a' as well; give "
+                              "one of them another 'tableName'",
+                              "entities[3] 'c': entities[2] has the same name; give one of them another, "
+                              "since an entity without 'id' is known by its name"}));
+    }
+    void aKeyOfARelationshipMakesItsColumn()
+    {
+        // The one-to-one is the key of its entity, so its column is there for the other one.
+        const auto p = projectOf(textOf(
+            json("{'name': 'e', 'properties': [{'name': 'k', 'columnName': 'c', 'identifier': true, "
+                 "'relationship': {'type': 'one-to-one', 'target': 9}}, {'name': 'o', 'columnName': 'c', "
+                 "'relationship': {'type': 'one-to-one', 'target': 9}}]}, {'id': 9, 'name': 't'}")));
+        QVERIFY(p);
+        QCOMPARE(storage::model_check::warnings(*p), QStringList());
     }
     void warnings()
     {
@@ -355,9 +503,9 @@ private Q_SLOTS:
     }
     void noIdIsLeft()
     {
-        QCOMPARE(errorOf(textOf(json("{'id': ") + Max + json(", 'name': 'a'}, {'name': 'b'}"))),
-                 QString("shop.json: entities[1] 'b': no entity id is left"));
-        QVERIFY(projectOf(textOf(json("{'id': ") + Max + json(", 'name': 'a'}"))));
+        QCOMPARE(errorOf(textOf(json("{'id': ") + MaxId + json(", 'name': 'a'}, {'name': 'b'}"))),
+                 QString("shop.json: entities[1] 'b': all entity ids are used up"));
+        QVERIFY(projectOf(textOf(json("{'id': ") + MaxId + json(", 'name': 'a'}"))));
     }
 
     void versions_data()
@@ -429,12 +577,45 @@ private Q_SLOTS:
         // The other entity did not change.
         QCOMPARE(entityOf(*p, 0)->getVersion(), 2L);
     }
+    void aListOfOneTypeIsThatType()
+    {
+        const auto text = projectOf(withProperty("\"type\": \"long\""));
+        const auto list = projectOf(withProperty(json("'type': ['long']")), text.get());
+        QVERIFY(text && list);
+        QCOMPARE(storage::text_form::write(*list), storage::text_form::write(*text));
+        QVERIFY(storage::text_form::write(*list).contains(json("'type': 'long'")));
+        QCOMPARE(entityOf(*list, 0)->getVersion(), 1L);
+    }
+    void numbersOfTheMetaDataStayTheSame_data()
+    {
+        QTest::addColumn<QByteArray>("number");
+        for (const char * number : {"-0.0", "0.0", "-0", "0.1", "0.30000000000000004", "5e-324",
+                                    "1.7976931348623157e308", "1e2", "9007199254740993"}) {
+            QTest::newRow(number) << QByteArray(number);
+        }
+    }
+    void numbersOfTheMetaDataStayTheSame()
+    {
+        QFETCH(QByteArray, number);
+        const QTemporaryDir folder;
+        const QString file = folder.filePath("x.korv");
+        const QByteArray text = textOf(json("{'name': 'e', 'metaData': {'n': ") + number + json("}}"));
+        const auto first = projectOf(text);
+        QVERIFY(first);
+        QVERIFY(!storage::project_file::write(file, *first).isValid());
+        model::project stored(1);
+        QVERIFY(!storage::project_file::read(file, stored).isValid());
+        const auto again = projectOf(text, &stored);
+        QVERIFY(again);
+        QCOMPARE(entityOf(*again, 0)->getVersion(), 1L);
+        QVERIFY(!storage::text_form::write(*again).contains("-0"));
+    }
     void noVersionIsLeft()
     {
         const auto old = projectOf(textOf(json("{'id': 1, 'name': 'a', 'version': ") + Max + "}"));
         QVERIFY(projectOf(textOf(json("{'id': 1, 'name': 'a'}")), old.get()));
         QCOMPARE(errorOf(textOf(json("{'id': 1, 'name': 'b'}")), old.get()),
-                 QString("shop.json: entity 1 has no version left"));
+                 QString("shop.json: entities[0] 'b': the version cannot be raised any further"));
     }
 
     void canonicalLayout()
@@ -542,13 +723,15 @@ private:
         row("enumeration without name", enumeration(json("'id': 1")),
             "enumerations[0]: field 'name' is missing");
         row("enumeration name", enumeration(json("'name': 1")),
-            "enumerations[0]: field 'name' must be a text");
+            "enumerations[0]: field 'name' must be a string");
         row("enumeration id", enumeration("\"id\": \"1\", \"name\": \"n\""),
-            "enumerations[0] 'n': field 'id' must be an integer from 1 to " + Max);
+            "enumerations[0] 'n': field 'id' must be an integer from 1 to " + MaxId);
         row("enumeration values", enumeration("\"name\": \"n\", \"values\": \"x\""),
-            "enumerations[0] 'n': field 'values' must be a list");
+            "enumerations[0] 'n': field 'values' must be an array");
         row("enumeration unknown", enumeration(json("'name': 'n', 'x': 1")),
             "enumerations[0] 'n': unknown field 'x'");
+        row("enumeration empty name", enumeration(json("'name': ''")),
+            "enumerations[0]: field 'name' must not be empty");
         row("value no object", enumeration(json("'name': 'n', 'values': [5]")),
             "enumerations[0] 'n' / values[0]: must be an object");
         row("value without name", enumeration(json("'name': 'n', 'values': [{'value': 1}]")),
@@ -575,18 +758,18 @@ private:
         row("entity no object", textOf("7"), "entities[0]: must be an object");
         row("entity without name", entity(json("'id': 1")), "entities[0]: field 'name' is missing");
         row("entity empty name", entity("\"name\": \"\""), "entities[0]: field 'name' must not be empty");
-        row("entity name", entity(json("'name': ['x']")), "entities[0]: field 'name' must be a text");
+        row("entity name", entity(json("'name': ['x']")), "entities[0]: field 'name' must be a string");
         for (const char * field : {"key", "tableName", "softDeleteColumn"}) {
             for (const char * value : {"5", "null", "[]"}) {
                 row(qPrintable(QString("entity %1 %2").arg(field, value)),
                     entity("\"name\": \"e\", \"" + QByteArray(field) + "\": " + value),
-                    place + "field '" + field + "' must be a text");
+                    place + "field '" + field + "' must be a string");
             }
         }
-        for (const char * id :
-             {"0", "-1", "1.0", "\"1\"", "null", "9223372036854775808", "18446744073709551616", "true"}) {
+        for (const char * id : {"0", "-1", "1.0", "\"1\"", "null", "9007199254740992", "9223372036854775807",
+                                "9223372036854775808", "18446744073709551616", "true"}) {
             row(qPrintable(QString("entity id ") + id), entity(json("'name': 'e', 'id': ") + QByteArray(id)),
-                place + "field 'id' must be an integer from 1 to " + Max);
+                place + "field 'id' must be an integer from 1 to " + MaxId);
         }
         for (const char * version : {"-1", "0.5", "\"1\""}) {
             row(qPrintable(QString("entity version ") + version),
@@ -598,18 +781,18 @@ private:
         for (const char * value : {"null", "{}", "[1]"}) {
             row(qPrintable(QString("metaData of ") + value),
                 entity(json("'name': 'e', 'metaData': {'k': ") + QByteArray(value) + "}"),
-                place + "field 'metaData' 'k' must be a text, a number or a boolean");
+                place + "field 'metaData' 'k' must be a string, a number or a boolean");
         }
         row("metaData twice", entity(json("'name': 'e', 'metaData': {'k': 1, 'k': 1}")),
-            place + "field 'k' is given twice");
+            "entities[0] 'e' / metaData: field 'k' is given twice");
         row("properties no list", entity(json("'name': 'e', 'properties': {}")),
-            place + "field 'properties' must be a list");
+            place + "field 'properties' must be an array");
         row("entity unknown", entity("\"name\": \"e\", \"table_name\": \"x\""),
             place + "unknown field 'table_name'");
         row("entity field twice", entity(json("'name': 'e', 'id': 1, 'id': 1")),
             place + "field 'id' is given twice");
         row("second entity", textOf(json("{'name': 'e'}, {'name': 'f', 'id': 0}")),
-            "entities[1] 'f': field 'id' must be an integer from 1 to " + Max);
+            "entities[1] 'f': field 'id' must be an integer from 1 to " + MaxId);
     }
     template <class Row>
     static void propertyErrors(const Row & row)
@@ -625,7 +808,7 @@ private:
             "entities[0] 'e' / properties[0]: field 'name' must not be empty");
         for (const char * field : {"key", "columnName", "forceSqlType"}) {
             row(qPrintable(QString("property ") + field), withProperty('"' + QByteArray(field) + "\": 1"),
-                place + "field '" + field + "' must be a text");
+                place + "field '" + field + "' must be a string");
         }
         for (const char * field :
              {"identifier", "unique", "index", "transient", "allowNull", "autoIncrement"}) {
@@ -636,26 +819,29 @@ private:
             }
         }
         row("property id", withProperty(json("'id': 0")),
-            place + "field 'id' must be an integer from 1 to " + Max);
-        row("type number", withProperty(json("'type': 1")), place + "field 'type' must be a text");
-        row("type null", withProperty(json("'type': null")), place + "field 'type' must be a text");
+            place + "field 'id' must be an integer from 1 to " + MaxId);
+        row("type number", withProperty(json("'type': 1")), place + "field 'type' must be a string");
+        row("type null", withProperty(json("'type': null")), place + "field 'type' must be a string");
         row("type empty", withProperty("\"type\": \"\""), place + "field 'type' must not be empty");
         row("type empty list", withProperty(json("'type': []")), place + "field 'type' must not be empty");
         row("type empty in list", withProperty(json("'type': ['int', '']")),
             place + "field 'type' must not be empty");
         row("type number in list", withProperty(json("'type': ['int', 5]")),
-            place + "field 'type' must be a text");
+            place + "field 'type' must be a string");
         row("type and enumeration", withProperty(json("'type': 'int', 'enumeration': 1")),
             place + "fields 'type' and 'enumeration' exclude each other");
         row("enumeration as text", withProperty("\"enumeration\": \"state\""),
-            place + "field 'enumeration' must be an integer from 1 to " + Max);
+            place + "field 'enumeration' must be an integer from 1 to " + MaxId);
         row("enumeration missing", withProperty(json("'enumeration': 2")),
             place + "enumeration 2 does not exist");
         row("two identifiers",
             textOf(json("{'name': 'e', 'properties': [{'name': 'p', 'identifier': true}, {'name': 'q', "
                         "'identifier': true}]}")),
-            "entities[0] 'e' / properties[1] 'q': the entity has a second identifier");
-        const QString integers = place + "field 'autoIncrement' needs a 'type', all of it integer types";
+            "entities[0] 'e' / properties[1] 'q': only one property of an entity can be the identifier; for "
+            "a composite key give that one "
+            "several columns, such as \"columnName\": \"a|b\"");
+        const QString integers =
+            place + "field 'autoIncrement' works only with integer types such as \"long\"";
         row("autoIncrement without type", withProperty(json("'autoIncrement': true")), integers);
         row("autoIncrement false without type", withProperty(json("'autoIncrement': false")), integers);
         row("autoIncrement of a text", withProperty(json("'type': 'QString', 'autoIncrement': true")),
@@ -689,15 +875,15 @@ private:
                     "relationship field 'type' must be one-to-one, one-to-many, many-to-one or many-to-many");
         }
         row("relationship type 2", withRelation(json("'target': 9, 'type': 2")),
-            place + "relationship field 'type' must be a text");
+            place + "relationship field 'type' must be a string");
         row("relationship without target", withRelation("\"type\": \"many-to-one\""),
             place + "relationship field 'target' is missing");
         row("target as text", withRelation("\"type\": \"many-to-one\", \"target\": \"target\""),
-            place + "relationship field 'target' must be an integer from 1 to " + Max);
+            place + "relationship field 'target' must be an integer from 1 to " + MaxId);
         row("relationship id", withRelation(good + json(", 'id': -5")),
-            place + "relationship field 'id' must be an integer from 1 to " + Max);
+            place + "relationship field 'id' must be an integer from 1 to " + MaxId);
         row("inverse as text", withRelation(good + ", \"inverse\": \"t\""),
-            place + "relationship field 'inverse' must be an integer from 1 to " + Max);
+            place + "relationship field 'inverse' must be an integer from 1 to " + MaxId);
         row("inverse missing", withRelation(good + json(", 'inverse': 91")),
             place + "relationship inverse 91 does not exist in the target 'target'");
         row("inverse of another entity",
@@ -706,12 +892,12 @@ private:
             place + "relationship inverse 5 does not exist in the target 'target'");
         for (const char * field : {"extraTable", "foreignKey", "foreignKeyOwner"}) {
             row(qPrintable(QString("relationship ") + field), withRelation(good + ", \"" + field + "\": 1"),
-                place + "relationship field '" + field + "' must be a text");
+                place + "relationship field '" + field + "' must be a string");
         }
         row("relationship unknown", withRelation(good + json(", 'cascade': true")),
             place + "unknown relationship field 'cascade'");
         row("relationship twice", withRelation(good + json(", 'target': 9")),
-            place + "field 'target' is given twice");
+            "entities[0] 'e' / properties[0] 'p' / relationship: field 'target' is given twice");
         row("target missing",
             textOf(json("{'id': 10, 'name': 'customer', 'properties': [{'name': 'a'}, {'name': 'b'}, "
                         "{'name': 'c'}, {'name': 'd'}, {'name': 'e'}, {'id': 105, 'name': 'country', "
@@ -746,13 +932,17 @@ private:
                 .toUtf8();
         };
         row("circle of one", textOf(key(1, "a", 1)),
-            "entities[0] 'a': identifiers refer to each other in a circle: 'a' -> 'a'");
+            "entities[0] 'a': identifiers refer to each other in a circle: 'a' -> 'a'; give one of them a "
+            "plain type");
         row("circle of two", textOf(key(1, "a", 2) + "," + key(2, "b", 1)),
-            "entities[0] 'a': identifiers refer to each other in a circle: 'a' -> 'b' -> 'a'");
+            "entities[0] 'a': identifiers refer to each other in a circle: 'a' -> 'b' -> 'a'; give one of "
+            "them a plain type");
         row("way into a circle",
             textOf(json("{'id': 4, 'name': 'x'},") + key(1, "a", 2) + "," + key(2, "b", 3) + "," +
                    key(3, "c", 2)),
-            "entities[1] 'a': identifiers refer to each other in a circle: 'a' -> 'b' -> 'c' -> 'b'");
+            "entities[1] 'a': identifiers refer to each other in a circle: 'a' -> 'b' -> 'c' -> 'b'; give "
+            "one of them a plain "
+            "type");
     }
 };
 

@@ -1,0 +1,137 @@
+// What is allowed in a model, but hardly meant.
+
+#include "storage/model_check.h"
+
+#include "model/project.h"
+#include "model/property_type.h"
+
+#include <QHash>
+#include <QSet>
+
+namespace storage::model_check {
+
+namespace {
+
+/// The names of the columns that the table of `entity` gets.
+QSet<QString> columnsOf(const model::entity & entity)
+{
+    QSet<QString> columns;
+    for (const auto & p : entity.getListOfProperty(true, true, false)->values()) {
+        const bool ownColumn = !p->hasRelationship() || p->isIdentifier() ||
+                               p->getRelation()->getType() == model::relationship::many_to_one;
+        if (p->isTransient() || !ownColumn) {
+            continue;
+        }
+        for (int i = 0; i < p->getColumnNameCount(); ++i) {
+            columns.insert(p->getColumnName().isEmpty() ? p->getName() : p->getColumnName(i));
+        }
+    }
+    return columns;
+}
+
+/// What a many-to-many of `p` lacks for its link table.
+QStringList missingLinkFields(const model::property & p)
+{
+    QStringList missing;
+    if (!p.hasRelationship() || p.isTransient() ||
+        p.getRelation()->getType() != model::relationship::many_to_many) {
+        return missing;
+    }
+    const model::relationship & relation = *p.getRelation();
+    const auto need = [&missing](bool isThere, const QString & field) {
+        if (!isThere) {
+            missing.append(field);
+        }
+    };
+    need(relation.getInverseId() != 0, QStringLiteral("'inverse'"));
+    need(!relation.getExtraTable().isEmpty(), QStringLiteral("'extraTable'"));
+    need(!relation.getForeignKey().isEmpty(), QStringLiteral("'foreignKey'"));
+    need(!relation.getForeignKeyOwner().isEmpty(), QStringLiteral("'foreignKeyOwner'"));
+    return missing;
+}
+
+QStringList warningsOf(const model::property & p, const QSet<QString> & columns)
+{
+    QStringList result;
+    if (const QStringList missing = missingLinkFields(p); !missing.isEmpty()) {
+        result.append(
+            QStringLiteral("a many-to-many needs relationship field %1, or the scripts make no usable "
+                           "link table")
+                .arg(missing.join(QStringLiteral(", "))));
+    }
+    const qsizetype types = p.getType() ? p.getType()->getCppTypes().size() : 0;
+    if (types > 1 && types != p.getColumnNameCount()) {
+        result.append(QStringLiteral("'type' lists %1 types, but 'columnName' gives the number of columns as "
+                                     "%2; they must be as many")
+                          .arg(QString::number(types), QString::number(p.getColumnNameCount())));
+    }
+    if (p.hasRelationship() && !p.isTransient() && !p.isIdentifier() &&
+        p.getRelation()->getType() == model::relationship::one_to_one) {
+        for (int i = 0; i < p.getRelation()->getColumnNameCount(); ++i) {
+            if (const QString column = p.getRelation()->getColumnName(i); !columns.contains(column)) {
+                result.append(QStringLiteral("the foreign key needs a column %1, which no property makes; "
+                                             "name an existing one in 'columnName'")
+                                  .arg(quotedName(column)));
+            }
+        }
+    }
+    return result;
+}
+
+/// Finds what several entities share that each should have for itself.
+class name_watcher
+{
+public:
+    QStringList warningsOf(const model::entity & entity, qsizetype index)
+    {
+        QStringList result;
+        const QString table = entity.getTableName().isEmpty() ? entity.getName() : entity.getTableName();
+        // Most databases take names that differ in case only for one name.
+        if (const auto it = m_tables.constFind(table.toCaseFolded()); it != m_tables.constEnd()) {
+            result.append(QStringLiteral("its table %1 is the table of %2 as well; give one of them another "
+                                         "'tableName'")
+                              .arg(quotedName(table), *it));
+        } else {
+            m_tables.insert(table.toCaseFolded(), placeOfEntity(index, entity.getName()));
+        }
+        if (const auto it = m_names.constFind(entity.getName()); it != m_names.constEnd()) {
+            result.append(QStringLiteral("%1 has the same name; give one of them another, since an entity "
+                                         "without 'id' is known by its name")
+                              .arg(placeOfEntity(*it, QString())));
+        } else {
+            m_names.insert(entity.getName(), index);
+        }
+        return result;
+    }
+
+private:
+    QHash<QString, QString> m_tables; ///< where the first entity of a table stands
+    QHash<QString, qsizetype> m_names;
+};
+
+} // namespace
+
+QStringList warnings(const model::project & project)
+{
+    QStringList result;
+    name_watcher watcher;
+    qsizetype entityIndex = 0;
+    for (const auto & entity : project.getListOfAllEntities()->values()) {
+        const QString place = placeOfEntity(entityIndex, entity->getName());
+        for (const QString & warning : watcher.warningsOf(*entity, entityIndex++)) {
+            result.append(place + QStringLiteral(": ") + warning);
+        }
+        const QSet<QString> columns = columnsOf(*entity);
+        qsizetype index = 0;
+        for (const auto & property : entity->getListOfProperty(true, true, false)->values()) {
+            for (const QString & warning : warningsOf(*property, columns)) {
+                result.append(placeOfProperty(place, index, property->getName()) + QStringLiteral(": ") +
+                              warning);
+            }
+            ++index;
+        }
+    }
+    return result;
+}
+
+} // namespace storage::model_check
