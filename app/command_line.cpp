@@ -66,6 +66,7 @@ struct parser
     std::string message;
     std::string pluginName;
     bool answerYes = false;
+    bool ifChanged = false;
     std::vector<std::pair<CLI::App *, command_line::command_type>> commands;
 
     parser();
@@ -97,6 +98,7 @@ parser::parser()
     CLI::App * const tag = add(command_line::tag, "tag", "Store the state of a project as a new version");
     addProject(tag);
     tag->add_option("-m,--message", message, "What the version is about")->type_name("TEXT");
+    tag->add_flag("--if-changed", ifChanged, "Do nothing when the model is still that of the newest version");
     addProject(add(command_line::log, "log", "List the versions of a project"));
     CLI::App * const exportCommand = add(command_line::export_project, "export", "Run an export plug-in");
     addProject(exportCommand);
@@ -154,6 +156,7 @@ command_line parsed(const parser & p, export_request & request)
     line.modelFile = fromStd(p.modelFile);
     line.projectFile = fromStd(p.projectFile);
     line.message = fromStd(p.message);
+    line.ifChanged = p.ifChanged;
     request.projectFile = line.projectFile;
     request.pluginName = fromStd(p.pluginName);
     request.answerYes = p.answerYes;

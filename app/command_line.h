@@ -28,6 +28,7 @@ struct command_line
     QString modelFile;
     QString projectFile;
     QString message;
+    bool ifChanged = false; ///< of tag
     export_request request;
 };
 

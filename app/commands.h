@@ -13,8 +13,9 @@ namespace app {
 int importModel(const QString & modelFile, const QString & projectFile);
 /// Prints the text form of a project.
 int dumpProject(const QString & projectFile);
-/// Stores the state of a project as a new version.
-int tagProject(const QString & projectFile, const QString & message);
+/// Stores the state of a project as a new version; with `ifChanged` only when the model is another one than
+/// that of the newest version.
+int tagProject(const QString & projectFile, const QString & message, bool ifChanged);
 /// Lists the versions of a project.
 int logVersions(const QString & projectFile);
 

@@ -31,7 +31,7 @@ int run(const app::command_line & line)
     case command_line::dump:
         return app::dumpProject(line.projectFile);
     case command_line::tag:
-        return app::tagProject(line.projectFile, line.message);
+        return app::tagProject(line.projectFile, line.message, line.ifChanged);
     case command_line::log:
         return app::logVersions(line.projectFile);
     case command_line::export_project:

@@ -45,14 +45,23 @@ int dumpProject(const QString & projectFile)
     return 0;
 }
 
-int tagProject(const QString & projectFile, const QString & message)
+int tagProject(const QString & projectFile, const QString & message, bool ifChanged)
 {
-    int number = 0;
-    if (const zk::ZkBool tagged = tagState(projectFile, message, number); !tagged) {
-        return failed(tagged.getDesc());
+    using namespace storage::history;
+    tag_result tagged;
+    if (const zk::ZkBool done =
+            tagState(projectFile, message, ifChanged ? tag_when::if_changed : tag_when::always, tagged);
+        !done) {
+        return failed(done.getDesc());
     }
-    printLine(oneLine(QStringLiteral("Version %1 of %2 tagged")
-                          .arg(QString::number(number), QDir::toNativeSeparators(projectFile))));
+    const QString file = QDir::toNativeSeparators(projectFile);
+    const QString newest = QStringLiteral("the model has not changed since v%1").arg(tagged.unchanged);
+    if (tagged.number == 0) {
+        printLine(oneLine(QStringLiteral("No version of %1 tagged: %2").arg(file, newest)));
+        return 0;
+    }
+    const QString done = QStringLiteral("Version %1 of %2 tagged").arg(QString::number(tagged.number), file);
+    printLine(oneLine(tagged.unchanged == 0 ? done : done + QStringLiteral("; ") + newest));
     return 0;
 }
 

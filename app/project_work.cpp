@@ -3,7 +3,6 @@
 #include "app/whole_file.h"
 
 #include "model/project.h"
-#include "storage/history.h"
 #include "storage/model_check.h"
 #include "storage/project_file.h"
 #include "storage/text_form.h"
@@ -111,9 +110,10 @@ zk::ZkBool saveText(const model::project & project, const QString & file)
                    : fileFailure(file, QStringLiteral("cannot be written (%1)").arg(written.getDesc()));
 }
 
-zk::ZkBool tagState(const QString & projectFile, const QString & message, int & number)
+zk::ZkBool tagState(const QString & projectFile, const QString & message, storage::history::tag_when when,
+                    storage::history::tag_result & tagged)
 {
-    return resultOf(storage::history::tag(projectFile, message, number));
+    return resultOf(storage::history::tag(projectFile, message, when, tagged));
 }
 
 } // namespace app

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "storage/history.h"
 #include "zk/zk_bool.h"
 
 #include <QString>
@@ -35,7 +36,8 @@ struct import_result
 /// Writes the text form of `project` to `file`. A file that could not be written whole stays as it was.
 [[nodiscard]] zk::ZkBool saveText(const model::project & project, const QString & file);
 
-/// Stores the state of a project file as a new version, whose number `number` receives.
-[[nodiscard]] zk::ZkBool tagState(const QString & projectFile, const QString & message, int & number);
+/// Stores the state of a project file as a new version.
+[[nodiscard]] zk::ZkBool tagState(const QString & projectFile, const QString & message,
+                                  storage::history::tag_when when, storage::history::tag_result & tagged);
 
 } // namespace app

@@ -232,21 +232,27 @@ void project_window::tag()
         warn(title, error.text());
         return;
     }
-    int number = versions.isEmpty() ? 1 : versions.constLast().number + 1;
+    const int number = versions.isEmpty() ? 1 : versions.constLast().number + 1;
+    storage::history::tag_result result;
     tag_dialog dialog(m_pSession->project()->getName(), number, this);
     // While the dialog was open another program may have changed the model that is tagged.
     if (dialog.exec() != QDialog::Accepted || !refreshProject(title)) {
         return;
     }
-    if (const zk::ZkBool tagged =
-            whileBusy([&] { return tagState(m_pSession->file(), dialog.message(), number); });
+    if (const zk::ZkBool tagged = whileBusy([&] {
+            return tagState(m_pSession->file(), dialog.message(), storage::history::tag_when::always, result);
+        });
         !tagged) {
         warn(title, tagged.getDesc());
         return;
     }
     m_pSession->keepOwnChange();
-    const QString told = tr("Version %1 of %2 tagged")
-                             .arg(QString::number(number), QDir::toNativeSeparators(m_pSession->file()));
+    const QString file = QDir::toNativeSeparators(m_pSession->file());
+    const QString told =
+        result.unchanged == 0
+            ? tr("Version %1 of %2 tagged").arg(QString::number(result.number), file)
+            : tr("Version %1 of %2 tagged; the model has not changed since version %3")
+                  .arg(QString::number(result.number), file, QString::number(result.unchanged));
     m_pMessages->addMessage(told, ProgressMessage);
     statusBar()->showMessage(told, StatusTime);
 }

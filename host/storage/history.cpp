@@ -6,6 +6,8 @@
 #include "storage/new_project_file.h"
 #include "storage/project_reader.h"
 #include "storage/project_schema.h"
+#include "storage/same_model.h"
+#include "tools/bounded_uncompress.h"
 #include "zk/sqlite_connection.h"
 #include "zk/zk_dao.h"
 #include "zk/zk_session.h"
@@ -83,8 +85,30 @@ QSqlError readMessages(const QSqlDatabase & database, QHash<int, QString> & mess
     return query.lastError();
 }
 
+/// Whether the model is still that of `newest`; `bytes` is what would be stored of it now.
+bool isUnchanged(const QSqlDatabase & database, const model::project_historic & newest,
+                 const QByteArray & bytes)
+{
+    const QByteArray former = tools::boundedUncompress(newest.getProjectFile());
+    // Equal states give equal bytes; other ones may still differ in the settings only.
+    return former == bytes || holdsModelOf(database, former);
+}
+
+/// The moment of a version that follows `versions`.
+QDateTime creationTimeAfter(const list_of_versions & versions)
+{
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    if (versions.isEmpty()) {
+        return now;
+    }
+    // The clock may stand still or go back; the order of the versions must not.
+    const QDateTime newest = versions.getByIndex(versions.count() - 1)->getCreationTime();
+    return newest.isValid() && newest > now ? newest : now;
+}
+
 /// Adds the version to the open and checked project file.
-QSqlError addVersion(const QString & file, zk::ZkSession & session, const QString & message, int & number)
+QSqlError addVersion(const QString & file, zk::ZkSession & session, const QString & message, tag_when when,
+                     tag_result & result)
 {
     list_of_versions versions;
     if (const QSqlError error = fetchVersions(session.database(), versions); error.isValid()) {
@@ -94,29 +118,38 @@ QSqlError addVersion(const QString & file, zk::ZkSession & session, const QStrin
     if (const QSqlError error = snapshot(file, session.database(), bytes); error.isValid()) {
         return error;
     }
-    const auto record = std::make_shared<model::project_historic>();
-    QDateTime created = QDateTime::currentDateTimeUtc();
-    if (!versions.isEmpty()) {
-        // The clock may stand still or go back; the order of the versions must not.
-        if (const QDateTime newest = versions.getByIndex(versions.count() - 1)->getCreationTime();
-            newest.isValid() && newest > created) {
-            created = newest;
+    const int newest = static_cast<int>(versions.count());
+    if (newest > 0 && isUnchanged(session.database(), *versions.getByIndex(newest - 1), bytes)) {
+        result.unchanged = newest;
+        if (when == tag_when::if_changed) {
+            return {};
         }
     }
-    record->setCreationTime(created);
+    const auto record = std::make_shared<model::project_historic>();
+    record->setCreationTime(creationTimeAfter(versions));
     record->setProjectFile(qCompress(bytes));
     list_of_versions added;
     added.insert(0, record);
     if (const QSqlError error = zk::dao::insert(added, session.database()); error.isValid()) {
         return error;
     }
-    number = static_cast<int>(versions.count()) + 1;
-    return addMessage(session.database(), number, message);
+    result.number = newest + 1;
+    return addMessage(session.database(), result.number, message);
 }
 
 } // namespace
 
 QSqlError tag(const QString & file, const QString & message, int & number)
+{
+    tag_result result;
+    const QSqlError error = tag(file, message, tag_when::always, result);
+    if (!error.isValid()) {
+        number = result.number;
+    }
+    return error;
+}
+
+QSqlError tag(const QString & file, const QString & message, tag_when when, tag_result & result)
 {
     if (const QSqlError error = zk::sqlite::checkFile(file); error.isValid()) {
         return error;
@@ -130,13 +163,13 @@ QSqlError tag(const QString & file, const QString & message, int & number)
         return zk::sqlite::describe(file, session.end());
     }
     session.addError(project_schema::check(file, connection.database(), true));
-    int added = 0;
+    tag_result done;
     if (session.isValid()) {
-        session.addError(addVersion(file, session, message, added));
+        session.addError(addVersion(file, session, message, when, done));
     }
     const QSqlError error = zk::sqlite::describe(file, session.end());
     if (!error.isValid()) {
-        number = added;
+        result = done;
     }
     return error;
 }

@@ -21,7 +21,23 @@ struct version
     QString message;
 };
 
-/// Stores the state of the project file `file` as a new version; `number` receives its number.
+/// When tag() stores a version.
+enum class tag_when
+{
+    always,
+    if_changed ///< only when the model is another one than that of the newest version
+};
+
+struct tag_result
+{
+    int number = 0;    ///< of the new version; 0 when none was stored
+    int unchanged = 0; ///< number of the newest version before, when the model is still the same; else 0
+};
+
+/// Stores the state of the project file `file` as a new version.
+KORVANE_EXPORT QSqlError tag(const QString & file, const QString & message, tag_when when,
+                             tag_result & result);
+/// Stores the state in any case; `number` receives the number of the version.
 KORVANE_EXPORT QSqlError tag(const QString & file, const QString & message, int & number);
 
 /// The versions of the project file `file`, oldest first.

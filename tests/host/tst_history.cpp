@@ -138,6 +138,53 @@ private Q_SLOTS:
         QCOMPARE(failed.err, QByteArray("/nowhere/x.korv: does not exist; check the name\n"));
         QCOMPARE(support::runKorvane({"tag", "/nowhere/x.korv"}).status, 1);
     }
+    void anUnchangedModelIsNoticed()
+    {
+        using storage::history::tag_result;
+        using storage::history::tag_when;
+        const auto tagged = [this](tag_when when) {
+            tag_result result;
+            const QSqlError error = storage::history::tag(m_sFile, "x", when, result);
+            return error.isValid() ? error.text() : QString("%1 %2").arg(result.number).arg(result.unchanged);
+        };
+        QCOMPARE(tagged(tag_when::if_changed), QString("1 0"));
+        QCOMPARE(tagged(tag_when::if_changed), QString("0 1"));
+        QCOMPARE(versions().size(), 1);
+        QCOMPARE(tagged(tag_when::always), QString("2 1"));
+        QCOMPARE(versions().size(), 2);
+        // What is stored beside the model does not count.
+        execute("INSERT INTO t_plugin_params VALUES ('guid', 'key', 5)");
+        QCOMPARE(tagged(tag_when::if_changed), QString("0 2"));
+        execute("UPDATE t_project SET last_entity_id = 500");
+        QCOMPARE(tagged(tag_when::if_changed), QString("0 2"));
+        // Each of these is a change of the model, and the former state is one again.
+        QVERIFY(store("renamed"));
+        QCOMPARE(tagged(tag_when::if_changed), QString("3 0"));
+        execute("UPDATE t_project SET name = 'other'");
+        QCOMPARE(tagged(tag_when::if_changed), QString("4 0"));
+        execute("INSERT INTO t_meta_data VALUES (1, 'k', 'QString', 'v')");
+        QCOMPARE(tagged(tag_when::if_changed), QString("5 0"));
+        execute("DELETE FROM t_meta_data");
+        QCOMPARE(tagged(tag_when::if_changed), QString("6 0"));
+        QCOMPARE(tagged(tag_when::if_changed), QString("0 6"));
+        // A newest version that cannot be read is no reason to keep no other.
+        execute("UPDATE t_project_historic SET project_file = x'00' WHERE rowid = 6");
+        QCOMPARE(tagged(tag_when::if_changed), QString("7 0"));
+    }
+    void aTagTellsThatNothingChanged()
+    {
+        const QByteArray file = m_sFile.toUtf8();
+        QCOMPARE(support::runKorvane({"tag", m_sFile, "--if-changed"}).out,
+                 "Version 1 of " + file + " tagged\n");
+        const support::run_result again = support::runKorvane({"tag", m_sFile});
+        QCOMPARE(again.status, 0);
+        QCOMPARE(again.out, "Version 2 of " + file + " tagged; the model has not changed since v1\n");
+        const support::run_result nothing = support::runKorvane({"tag", m_sFile, "--if-changed"});
+        QCOMPARE(nothing.status, 0);
+        QCOMPARE(nothing.err, QByteArray());
+        QCOMPARE(nothing.out, "No version of " + file + " tagged: the model has not changed since v2\n");
+        QCOMPARE(versions().size(), 2);
+    }
     void importAndDump()
     {
         const QString text = m_folder->filePath("shop.json");
