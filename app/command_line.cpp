@@ -1,9 +1,12 @@
 #include "app/command_line.h"
 
+#include "app/nearest_word.h"
+
 #include <CLI/CLI.hpp>
 
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QStringDecoder>
 
 #include <string>
 #include <vector>
@@ -17,13 +20,13 @@ const char Examples[] =
     "\n"
     "Examples:\n"
     "  korvane shop.korv                           open a project in the main window\n"
-    "  korvane import shop.json shop.korv          make a project of a model written as text\n"
-    "  korvane tag shop.korv -m \"first release\"    keep its state as a version\n"
+    "  korvane import shop.json shop.korv          create a project from a model in text form\n"
+    "  korvane tag shop.korv -m \"first release\"    tag its current state as a new version\n"
     "  korvane export shop.korv -y --KorvGenericDDLExport_path=sql --KorvGenericDDLExport_db_type=3\n"
     "                                              write the PostgreSQL scripts to the folder sql\n"
     "  korvane plugins                             list the plug-ins and their options\n"
     "\n"
-    "Exit status: 0 done; 1 it failed, with one line on standard error; 2 the command line was wrong.";
+    "Exit status: 0 success; 1 failure (one line on standard error says why); 2 wrong usage.";
 
 const char ExportHelp[] = "--PLUGIN_OPTION=VALUE hands an option to the plug-in whose name it begins with; "
                           "'korvane plugins' lists the\n"
@@ -76,6 +79,20 @@ struct parser
         commands.emplace_back(command, type);
         return command;
     }
+    /// The command that was given, or the program itself.
+    const CLI::App & given() const
+    {
+        const std::vector<const CLI::App *> parsed = app.get_subcommands(nullptr);
+        const auto it =
+            std::find_if(parsed.begin(), parsed.end(), [](const CLI::App * a) { return a->parsed(); });
+        return it == parsed.end() ? app : **it;
+    }
+    /// How the command that was given is called.
+    QString call() const
+    {
+        return &given() == &app ? QStringLiteral("korvane")
+                                : QStringLiteral("korvane ") + QString::fromStdString(given().get_name());
+    }
     void addProject(CLI::App * command)
     {
         command->add_option("PROJECT.korv", projectFile, "The project file")->required()->type_name("");
@@ -84,21 +101,23 @@ struct parser
 
 parser::parser()
 {
-    app.set_version_flag("--version", "korvane " KORVANE_VERSION, "Print the version and end");
-    app.set_help_flag("-h,--help", "Print this help and end");
+    app.set_version_flag("--version", "korvane " KORVANE_VERSION, "Print the version and exit");
+    app.set_help_flag("-h,--help", "Print this help and exit");
     app.footer(Examples);
     app.require_subcommand(0, 1);
     app.add_option("PROJECT.korv", windowFile, "A project file to open in the main window")->type_name("");
 
-    CLI::App * const import =
-        add(command_line::import, "import", "Create a project from its text form, or replace its model");
-    import->add_option("MODEL.json", modelFile, "The text form of the model")->required()->type_name("");
+    CLI::App * const import = add(command_line::import, "import",
+                                  "Create a project from a model in text form, or replace a project's model");
+    import->add_option("MODEL.json", modelFile, "The model in text form")->required()->type_name("");
     addProject(import);
     addProject(add(command_line::dump, "dump", "Print the text form of a project"));
-    CLI::App * const tag = add(command_line::tag, "tag", "Store the state of a project as a new version");
+    CLI::App * const tag =
+        add(command_line::tag, "tag", "Tag the current state of a project as a new version");
     addProject(tag);
-    tag->add_option("-m,--message", message, "What the version is about")->type_name("TEXT");
-    tag->add_flag("--if-changed", ifChanged, "Do nothing when the model is still that of the newest version");
+    tag->add_option("-m,--message", message, "Description of the version")->type_name("TEXT");
+    tag->add_flag("--if-changed", ifChanged,
+                  "Do nothing when the model has not changed since the newest version");
     addProject(add(command_line::log, "log", "List the versions of a project"));
     CLI::App * const exportCommand = add(command_line::export_project, "export", "Run an export plug-in");
     addProject(exportCommand);
@@ -122,16 +141,79 @@ command_line wrongLine(const QString & reason)
     return line;
 }
 
-/// A mistyped command is no project: a window that says so would be of no use in a terminal.
-command_line checkedWindow(const command_line & line)
+QStringList namesOf(const std::vector<std::string> & names)
 {
-    const QFileInfo file(line.projectFile);
-    const bool isMeant =
-        line.projectFile.isEmpty() || file.exists() || file.suffix().toLower() == QLatin1String("korv");
-    return isMeant ? line
-                   : wrongLine(QStringLiteral("korvane: '%1' is neither a command nor a project file "
-                                              "('korvane --help' tells how to call it)")
-                                   .arg(line.projectFile));
+    QStringList result;
+    for (const std::string & name : names) {
+        result << fromStd(name);
+    }
+    return result;
+}
+
+/// What a command takes, such as "PROJECT.korv, -m,--message TEXT, -h,--help".
+QString argumentsOf(const CLI::App & command)
+{
+    QStringList own;
+    QStringList general;
+    for (const CLI::Option * const option : command.get_options()) {
+        const QString type = option->get_positional() ? QString() : fromStd(option->get_type_name());
+        const QString name = fromStd(option->get_name(option->get_positional(), true));
+        const bool isGeneral = option == command.get_help_ptr() || option == command.get_version_ptr();
+        (isGeneral ? general : own) << (name + QLatin1Char(' ') + type).trimmed();
+    }
+    return (own + general).join(QStringLiteral(", "));
+}
+
+/// Why a file name that is there, but empty, is wrong: most likely a variable of a script that was not set.
+QString emptyName(const parser & p)
+{
+    for (const CLI::App * const app : {&p.app, &p.given()}) {
+        for (const CLI::Option * const option : app->get_options()) {
+            if (option->get_positional() && option->count() > 0 && option->results().front().empty()) {
+                return QStringLiteral("%1 is empty; give a file name (see '%2 --help')")
+                    .arg(fromStd(option->get_name(true)), p.call());
+            }
+        }
+    }
+    return {};
+}
+
+/// What is wrong with the arguments that are left over.
+QString leftOver(const parser & p)
+{
+    QStringList options;
+    QStringList others;
+    for (const QString & text : namesOf(p.app.remaining(true))) {
+        (text.startsWith(QLatin1Char('-')) ? options : others) << text;
+    }
+    const QString taken = argumentsOf(p.given());
+    const QString more =
+        p.given().get_name() == "export"
+            ? QStringLiteral(", and the options of the plug-ins ('korvane plugins' lists them)")
+            : QString();
+    return options.isEmpty() ? QStringLiteral("Too many arguments: %1; '%2' takes %3%4")
+                                   .arg(others.join(QLatin1Char(' ')), p.call(), taken, more)
+                             : QStringLiteral("Unknown option %1; '%2' takes %3%4")
+                                   .arg(options.join(QLatin1Char(' ')), p.call(), taken, more);
+}
+
+/// Why the first argument cannot be what it should be: a command, or a project for the window, where a
+/// mistyped command would be of no use.
+QString wrongFirst(const parser & p, const QString & first)
+{
+    const QFileInfo file(first);
+    QStringList commands;
+    for (const auto & [command, type] : p.commands) {
+        commands << fromStd(command->get_name());
+    }
+    if (first.isEmpty() || first.startsWith(QLatin1Char('-')) || commands.contains(first) ||
+        (file.exists() && !file.isDir()) || file.suffix().toLower() == QLatin1String("korv")) {
+        return {};
+    }
+    const QString nearest = nearestWord(first, commands);
+    return QStringLiteral("'%1' is neither a command nor a project file%2 (the commands are %3)")
+        .arg(first, nearest.isEmpty() ? QString() : QStringLiteral("; did you mean '%1'?").arg(nearest),
+             commands.join(QStringLiteral(", ")));
 }
 
 command_line parsed(const parser & p, export_request & request)
@@ -145,13 +227,19 @@ command_line parsed(const parser & p, export_request & request)
             line.command = type;
         }
     }
+    if (const QString empty = emptyName(p); !empty.isEmpty()) {
+        return wrongLine(empty);
+    }
     if (line.command == command_line::window) {
-        return checkedWindow(line);
+        return line;
     }
     if (!p.windowFile.empty()) {
-        return wrongLine(QStringLiteral("korvane: '%1' stands before the command ('korvane --help' tells how "
-                                        "to call it)")
-                             .arg(line.projectFile));
+        return wrongLine(
+            QStringLiteral("'%1' stands before the command (see 'korvane --help')").arg(line.projectFile));
+    }
+    if (line.command == command_line::import && p.projectFile == "-") {
+        return wrongLine(QStringLiteral("PROJECT.korv is '-', but a project cannot be written to standard "
+                                        "output; give a file name ('./-' for a file of that name)"));
     }
     line.modelFile = fromStd(p.modelFile);
     line.projectFile = fromStd(p.projectFile);
@@ -166,6 +254,29 @@ command_line parsed(const parser & p, export_request & request)
 
 } // namespace
 
+bool decodeArguments(int count, const char * const * arguments, QStringList & decoded, QString & reason)
+{
+    for (int i = 1; i < count; ++i) {
+        const QByteArray bytes(arguments[i]);
+        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        const QString text = decoder(bytes);
+        if (!decoder.hasError()) {
+            decoded << text;
+            continue;
+        }
+        QString shown;
+        for (const char byte : bytes) {
+            const auto code = static_cast<unsigned char>(byte);
+            shown +=
+                code < 0x80 ? QString(QLatin1Char(byte)) : QStringLiteral("\\x") + QString::number(code, 16);
+        }
+        reason = QStringLiteral("Argument %1 is not UTF-8: '%2'; give the file a name in UTF-8")
+                     .arg(QString::number(i), shown);
+        return false;
+    }
+    return true;
+}
+
 command_line parseCommandLine(const QStringList & arguments)
 {
     QStringList own = arguments;
@@ -176,6 +287,9 @@ command_line parseCommandLine(const QStringList & arguments)
         }
     }
     parser p;
+    if (const QString wrong = wrongFirst(p, own.value(0)); !wrong.isEmpty()) {
+        return wrongLine(wrong);
+    }
     std::vector<std::string> reversed;
     for (qsizetype i = own.size() - 1; i >= 0; --i) {
         reversed.push_back(own[i].toStdString());
@@ -189,9 +303,10 @@ command_line parseCommandLine(const QStringList & arguments)
         help.text = fromStd(p.app.help()).trimmed();
     } catch (const CLI::CallForVersion & version) {
         help.text = fromStd(version.what());
+    } catch (const CLI::ExtrasError &) {
+        return wrongLine(leftOver(p));
     } catch (const CLI::ParseError & error) {
-        return wrongLine(QStringLiteral("korvane: ") + fromStd(error.what()) +
-                         QStringLiteral(" ('korvane --help' tells how to call it)"));
+        return wrongLine(QStringLiteral("%1 (see '%2 --help')").arg(fromStd(error.what()), p.call()));
     }
     return help;
 }

@@ -32,6 +32,11 @@ struct command_line
     export_request request;
 };
 
+/// The `count` arguments of main() as text; false with the reason when one is not UTF-8: its text would name
+/// another file.
+[[nodiscard]] bool decodeArguments(int count, const char * const * arguments, QStringList & decoded,
+                                   QString & reason);
+
 /// Reads the arguments that follow the program's name.
 [[nodiscard]] command_line parseCommandLine(const QStringList & arguments);
 

@@ -38,7 +38,12 @@ int showWindow(const QString & projectFile);
 void printError(const QString & text);
 /// Writes `text` and a line end to standard output.
 void printLine(const QString & text);
-/// `text` as one line: a blank for each line end, and no control characters.
+/// Writes `text`, which tells of something that is kept in a file, like printLine(). Should the output turn
+/// out to be unwritable, the failure says that it was done all the same: who repeats the command does it
+/// twice.
+void printDone(const QString & text);
+/// `text` as one line: a blank for each line end and control character, and what would turn the direction of
+/// the line shown by its number.
 [[nodiscard]] QString oneLine(const QString & text);
 /// Writes out what printLine() holds back. `status`, or 1 with the reason on standard error when not
 /// everything could be written; a reader that has gone away is no failure.

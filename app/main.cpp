@@ -44,6 +44,9 @@ int run(const app::command_line & line)
     return 2;
 }
 
+const char NoDisplay[] = "The window needs a display and none was found; 'korvane --help' lists the commands "
+                         "that work without one";
+
 QtMessageHandler formerHandler = nullptr;
 
 /// Drops what Qt says about the session and the display that a command does without: what a command writes to
@@ -61,9 +64,7 @@ void withoutSessionComplaints(QtMsgType type, const QMessageLogContext & context
 void displayComplaints(QtMsgType type, const QMessageLogContext & context, const QString & text)
 {
     if (type == QtFatalMsg) {
-        app::printError(
-            QStringLiteral("The window cannot be shown: no display can be reached ('korvane --help' "
-                           "lists the commands, which need none)"));
+        app::printError(QString::fromLatin1(NoDisplay));
         std::_Exit(1);
     }
     // Before that Qt tells the same in words of its own.
@@ -129,7 +130,7 @@ app::command_line withoutWindow(app::command_line line)
     if (!line.projectFile.isEmpty()) {
         line.help.clear();
     }
-    line.text = QStringLiteral("korvane: there is no display for the window; a command is needed");
+    line.text = QString::fromLatin1(NoDisplay);
     return line;
 }
 
@@ -140,16 +141,19 @@ namespace {
 int runProgram(int argc, char ** argv)
 {
     QStringList arguments;
-    for (int i = 1; i < argc; ++i) {
-        arguments << QString::fromLocal8Bit(argv[i]);
+    app::command_line line;
+    if (app::decodeArguments(argc, argv, arguments, line.text)) {
+        line = app::parseCommandLine(arguments);
     }
-    app::command_line line = app::parseCommandLine(arguments);
     if (line.command == app::command_line::window && !hasDisplay()) {
         line = withoutWindow(line);
     }
     int ownArguments = 1; // the rest is ours, Qt's own options are none of this program
     const std::unique_ptr<QCoreApplication> application = makeApplication(ownArguments, argv, line.command);
-    app::speakLanguageOfUser();
+    if (line.command == app::command_line::window) {
+        // What commands say is read by scripts and searched for: it stays in one language.
+        app::speakLanguageOfUser();
+    }
     return app::finishOutput(run(line));
 }
 

@@ -1,5 +1,7 @@
 #include "app/commands.h"
 
+#include "tools/visible_text.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -12,6 +14,9 @@ namespace {
 /// The first error of standard output, as errno tells it.
 int outputError = 0;
 
+/// What was done and told on standard output, which may not have taken it.
+QString doneText;
+
 void note(bool written)
 {
     if (!written && outputError == 0) {
@@ -23,14 +28,14 @@ void note(bool written)
 bool breaksLine(QChar c)
 {
     const char16_t u = c.unicode();
-    return u < 0x20 || (u >= 0x7f && u < 0xa0) || c == QChar::LineSeparator || c == QChar::ParagraphSeparator;
+    return u < 0x20 || (u >= 0x7f && u < 0xa0);
 }
 
 } // namespace
 
 QString oneLine(const QString & text)
 {
-    QString line = text.trimmed();
+    QString line = tools::visibleText(text.trimmed());
     if (std::none_of(line.cbegin(), line.cend(), breaksLine)) {
         return line;
     }
@@ -49,6 +54,12 @@ void printLine(const QString & text)
          static_cast<size_t>(bytes.size()));
 }
 
+void printDone(const QString & text)
+{
+    doneText = oneLine(text);
+    printLine(doneText);
+}
+
 void printError(const QString & text)
 {
     // In a terminal both go to one place, and an error belongs after the progress that led to it.
@@ -63,7 +74,11 @@ int finishOutput(int status)
     if (outputError == 0 || outputError == EPIPE) {
         return status;
     }
-    printError(QStringLiteral("Standard output: ") + QString::fromLocal8Bit(std::strerror(outputError)));
+    const QString reason = QString::fromLocal8Bit(std::strerror(outputError));
+    printError(
+        doneText.isEmpty()
+            ? QStringLiteral("Standard output: ") + reason
+            : QStringLiteral("%1; only telling it on standard output failed (%2)").arg(doneText, reason));
     return status == 0 ? 1 : status;
 }
 

@@ -28,9 +28,9 @@ int importModel(const QString & modelFile, const QString & projectFile)
     for (const QString & warning : done.warnings) {
         printError(warning);
     }
-    printLine(oneLine(
-        QStringLiteral("Project '%1' with %2 entities imported into %3")
-            .arg(done.projectName, QString::number(done.entities), QDir::toNativeSeparators(projectFile))));
+    printDone(
+        QStringLiteral("Project '%1' imported into %2 (entities: %3)")
+            .arg(done.projectName, QDir::toNativeSeparators(projectFile), QString::number(done.entities)));
     return 0;
 }
 
@@ -61,7 +61,7 @@ int tagProject(const QString & projectFile, const QString & message, bool ifChan
         return 0;
     }
     const QString done = QStringLiteral("Version %1 of %2 tagged").arg(QString::number(tagged.number), file);
-    printLine(oneLine(tagged.unchanged == 0 ? done : done + QStringLiteral("; ") + newest));
+    printDone(tagged.unchanged == 0 ? done : done + QStringLiteral("; ") + newest);
     return 0;
 }
 
@@ -72,14 +72,10 @@ int logVersions(const QString & projectFile)
         return failed(error.text());
     }
     for (const storage::history::version & version : versions) {
-        QString message = version.message;
-        for (QChar & c : message) {
-            c = c.isPrint() || c.isSurrogate() ? c : QChar(QLatin1Char(' '));
-        }
         printLine(QStringLiteral("v%1  %2  %3")
                       .arg(QString::number(version.number),
                            version.created.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")),
-                           message)
+                           oneLine(version.message))
                       .trimmed());
     }
     return 0;

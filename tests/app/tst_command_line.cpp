@@ -2,6 +2,7 @@
 
 #include "support/program.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -63,20 +64,81 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QByteArray>("mentioned");
         QTest::newRow("no command") << QStringList() << QByteArray("command");
-        QTest::newRow("unknown command") << QStringList{"frobnicate"} << QByteArray("neither a command");
+        QTest::newRow("unknown command")
+            << QStringList{"frobnicate"}
+            << QByteArray("'frobnicate' is neither a command nor a project file (the commands are import, "
+                          "dump, tag, log, export, plugins)\n");
+        QTest::newRow("mistyped command")
+            << QStringList{"exprot"}
+            << QByteArray("'exprot' is neither a command nor a project file; did you mean 'export'? (the "
+                          "commands are import, dump, tag, log, export, plugins)\n");
+        QTest::newRow("mistyped command with arguments")
+            << QStringList{"exprot", "p.korv", "-y"} << QByteArray("did you mean 'export'?");
+        QTest::newRow("mistyped command with two values")
+            << QStringList{"imprt", "a.json", "b.korv"} << QByteArray("did you mean 'import'?");
+        QTest::newRow("mistyped command and option of a plug-in")
+            << QStringList{"Export", "p.korv", "--KorvGenericDDLExport_path=x"}
+            << QByteArray("did you mean 'export'?");
+        QTest::newRow("two letters swapped") << QStringList{"lgo", "p.korv"} << QByteArray("mean 'log'?");
+        QTest::newRow("letter missing") << QStringList{"plugin"} << QByteArray("mean 'plugins'?");
+        QTest::newRow("far from every command")
+            << QStringList{"cat"} << QByteArray("'cat' is neither a command nor a project file (the");
+        QTest::newRow("folder") << QStringList{"/tmp"} << QByteArray("'/tmp' is neither a command nor a");
+        QTest::newRow("very long command") << QStringList{QString(100000, 'x')}
+                                           << QByteArray("is neither a command nor a project file (the");
+        QTest::newRow("project in capitals without a display")
+            << QStringList{"SHOP.KORV"} << QByteArray("needs a display");
+        QTest::newRow("two commands")
+            << QStringList{"dump", "a.korv", "log", "b.korv"}
+            << QByteArray("Too many arguments: log b.korv; 'korvane dump' takes PROJECT.korv, -h,--help\n");
         QTest::newRow("project without a display") << QStringList{"a.korv"} << QByteArray("display");
         QTest::newRow("file before the command")
-            << QStringList{"a.korv", "dump", "b.korv"} << QByteArray("'a.korv' stands before the command");
-        QTest::newRow("unknown option") << QStringList{"dump", "a.korv", "--frob"} << QByteArray("--frob");
+            << QStringList{"a.korv", "dump", "b.korv"}
+            << QByteArray("'a.korv' stands before the command (see 'korvane --help')\n");
+        QTest::newRow("unknown option")
+            << QStringList{"dump", "a.korv", "--frob"}
+            << QByteArray("Unknown option --frob; 'korvane dump' takes PROJECT.korv, -h,--help\n");
+        QTest::newRow("unknown option of tag")
+            << QStringList{"tag", "a.korv", "--frob"}
+            << QByteArray("Unknown option --frob; 'korvane tag' takes PROJECT.korv, -m,--message TEXT, "
+                          "--if-changed, -h,--help\n");
+        QTest::newRow("unknown option of export")
+            << QStringList{"export", "a.korv", "-x"}
+            << QByteArray(
+                   "Unknown option -x; 'korvane export' takes PROJECT.korv, --plugin NAME, -y,--yes, ");
+        QTest::newRow("unknown option of the window")
+            << QStringList{"a.korv", "-y"}
+            << QByteArray("Unknown option -y; 'korvane' takes PROJECT.korv, --version, -h,--help\n");
         QTest::newRow("unknown option before the command")
-            << QStringList{"--frob", "dump", "a"} << QByteArray("--frob");
-        QTest::newRow("import without arguments") << QStringList{"import"} << QByteArray("MODEL.json");
+            << QStringList{"--frob", "dump", "a"}
+            << QByteArray("Unknown option --frob; 'korvane dump' takes");
+        QTest::newRow("import without arguments")
+            << QStringList{"import"} << QByteArray("MODEL.json is required (see 'korvane import --help')\n");
         QTest::newRow("import without project")
             << QStringList{"import", "a.json"} << QByteArray("PROJECT.korv");
-        QTest::newRow("import with too much") << QStringList{"import", "a", "b", "c"} << QByteArray("c");
+        QTest::newRow("import with too much")
+            << QStringList{"import", "a", "b", "c", "d"}
+            << QByteArray("Too many arguments: c d; 'korvane import' takes MODEL.json, PROJECT.korv, "
+                          "-h,--help\n");
+        QTest::newRow("import to standard output")
+            << QStringList{"import", "a.json", "-"}
+            << QByteArray("PROJECT.korv is '-', but a project cannot be written to standard output; give a "
+                          "file name ('./-' for a file of that name)\n");
+        QTest::newRow("empty name of a text")
+            << QStringList{"import", "", "a.korv"}
+            << QByteArray("MODEL.json is empty; give a file name (see 'korvane import --help')\n");
+        QTest::newRow("empty name of an imported project")
+            << QStringList{"import", "a.json", ""}
+            << QByteArray("PROJECT.korv is empty; give a file");
+        QTest::newRow("empty name of a project")
+            << QStringList{"tag", ""} << QByteArray("PROJECT.korv is empty; give a file name");
+        QTest::newRow("empty name for the window")
+            << QStringList{""}
+            << QByteArray("PROJECT.korv is empty; give a file name (see 'korvane --help')\n");
         QTest::newRow("dump without project") << QStringList{"dump"} << QByteArray("PROJECT.korv");
         QTest::newRow("tag without project") << QStringList{"tag"} << QByteArray("PROJECT.korv");
-        QTest::newRow("tag without text") << QStringList{"tag", "a.korv", "-m"} << QByteArray("-m");
+        QTest::newRow("tag without text")
+            << QStringList{"tag", "a.korv", "-m"} << QByteArray("(see 'korvane tag --help')\n");
         QTest::newRow("log without project") << QStringList{"log"} << QByteArray("PROJECT.korv");
         QTest::newRow("export without project") << QStringList{"export"} << QByteArray("PROJECT.korv");
         QTest::newRow("export without plug-in name")
@@ -112,8 +174,36 @@ private Q_SLOTS:
         QCOMPARE(result.status, 1);
         QCOMPARE(result.output, QByteArray());
         QCOMPARE(result.errors,
-                 QByteArray("The window cannot be shown: no display can be reached ('korvane --help' lists "
-                            "the commands, which need none)\n"));
+                 QByteArray("The window needs a display and none was found; 'korvane --help' lists the "
+                            "commands that work without one\n"));
+    }
+
+    void argumentsThatAreNotUtf8()
+    {
+        // Decoded with replacements the name would be that of the second file.
+        const QByteArray shown = file(QStringLiteral("caf")).toUtf8() + "\\xe9.korv";
+        const program_result result = support::runShell(
+            QStringLiteral("cp '%1' \"$(printf '%2/caf\\351.korv')\" && exec '%3' log \"$(printf "
+                           "'%2/caf\\351.korv')\"")
+                .arg(m_sProject, m_dir->path(), QStringLiteral(KORVANE_PROGRAM)),
+            {});
+        QCOMPARE(result.errors, "Argument 2 is not UTF-8: '" + shown + "'; give the file a name in UTF-8\n");
+        QCOMPARE(result.status, 2);
+        const program_result made = support::runShell(
+            QStringLiteral("'%1' import '%2' \"$(printf '%3/n\\377.korv')\"; ls '%3'")
+                .arg(QStringLiteral(KORVANE_PROGRAM), file(QStringLiteral("shop.json")), m_dir->path()),
+            {});
+        QVERIFY2(made.errors.contains("n\\xff.korv'"), made.errors.constData());
+        QCOMPARE(QString::fromLatin1(made.output).split('\n', Qt::SkipEmptyParts).size(), 3);
+    }
+
+    void commandsSpeakEnglish()
+    {
+        const program_result result = runProgram(
+            {QStringLiteral("export"), m_sProject, QStringLiteral("--KorvGenericDDLExport_path=new")},
+            {{QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8")}});
+        QCOMPARE(result.status, 1);
+        QVERIFY2(result.errors.startsWith("Export directory '"), result.errors.constData());
     }
 
     void withoutCommandTheWindowOpensTheProject()
@@ -169,6 +259,8 @@ private Q_SLOTS:
             << QStringList{"--AskingPlugin_report=--x"} << QByteArray("1 values: '--x'");
         QTest::newRow("twice") << QStringList{"--AskingPlugin_report=1", "--AskingPlugin_report=2"}
                                << QByteArray("2 values: '1' '2'");
+        QTest::newRow("two lines") << QStringList{"--AskingPlugin_report=a\nb"}
+                                   << QByteArray("1 values: 'a b'");
         QTest::newRow("not ASCII") << QStringList{QStringLiteral("--AskingPlugin_report=Zürich")}
                                    << QByteArray("1 values: 'Z\xc3\xbcrich'");
     }
@@ -467,6 +559,66 @@ private Q_SLOTS:
             QStringLiteral("exec '%1' --help >/dev/full").arg(QStringLiteral(KORVANE_PROGRAM)), {});
         QCOMPARE(result.status, 1);
         QCOMPARE(result.errors, QByteArray("Standard output: No space left on device\n"));
+        // The command line was wrong all the same.
+        const program_result wrong = support::runShell(
+            QStringLiteral("exec '%1' >/dev/full").arg(QStringLiteral(KORVANE_PROGRAM)), {});
+        QCOMPARE(wrong.status, 2);
+        QCOMPARE(wrong.errors.count('\n'), 2);
+    }
+
+    void whatIsDoneIsToldThoughTheOutputIsFull()
+    {
+        const auto fullOutput = [this](const QString & command) {
+            return support::runShell(
+                QStringLiteral("exec '%1' %2 >/dev/full").arg(QStringLiteral(KORVANE_PROGRAM), command), {});
+        };
+        const QByteArray project = m_sProject.toUtf8();
+        const QByteArray end = "; only telling it on standard output failed (No space left on device)\n";
+        const program_result tagged = fullOutput(QStringLiteral("tag '%1'").arg(m_sProject));
+        QCOMPARE(tagged.status, 1);
+        QCOMPARE(tagged.errors, "Version 1 of " + project + " tagged" + end);
+        const program_result imported =
+            fullOutput(QStringLiteral("import '%1' '%2'").arg(file(QStringLiteral("shop.json")), m_sProject));
+        QCOMPARE(imported.status, 1);
+        QCOMPARE(imported.errors, "Project 'shop' imported into " + project + " (entities: 1)" + end);
+        // Nothing is done here, so nothing is said to be.
+        const program_result nothing = fullOutput(QStringLiteral("tag --if-changed '%1'").arg(m_sProject));
+        QCOMPARE(nothing.status, 1);
+        QCOMPARE(nothing.errors, QByteArray("Standard output: No space left on device\n"));
+    }
+
+    void versionsAreListedInLocalTimeAndOnOneLineEach()
+    {
+        QCOMPARE(runProgram({QStringLiteral("tag"), m_sProject, QStringLiteral("-m"),
+                             QStringLiteral("one\ntwo\a") + QChar(0x202e) + QStringLiteral("three") +
+                                 QChar(0x2028) + QStringLiteral("four")})
+                     .status,
+                 0);
+        const auto logIn = [this](const char * zone) {
+            return runProgram({QStringLiteral("log"), m_sProject},
+                              {{QStringLiteral("TZ"), QString::fromLatin1(zone)}})
+                .output;
+        };
+        const QByteArray utc = logIn("UTC0");
+        const QByteArray east = logIn("EAST-5:30");
+        QCOMPARE(utc.count('\n'), 1);
+        QCOMPARE(utc.mid(23), QByteArray("  one two <U+202E>three<U+2028>four\n"));
+        const QString format = QStringLiteral("yyyy-MM-dd HH:mm:ss");
+        const QDateTime inUtc = QDateTime::fromString(QString::fromLatin1(utc.mid(4, 19)), format);
+        const QDateTime inEast = QDateTime::fromString(QString::fromLatin1(east.mid(4, 19)), format);
+        QVERIFY2(inUtc.isValid(), utc.constData());
+        QCOMPARE(inUtc.secsTo(inEast), qint64(19800));
+    }
+
+    void controlsAreNotPrinted()
+    {
+        const program_result result = runProgram(
+            {QStringLiteral("dump"), QStringLiteral("a") + QChar(0x9b) + QStringLiteral("b") + QChar(0x7f) +
+                                         QStringLiteral("c") + QChar(0x85) + QStringLiteral("d") +
+                                         QChar(0x200f) + QStringLiteral("e.korv")});
+        QCOMPARE(result.status, 1);
+        QVERIFY2(result.errors.endsWith("/a b c d<U+200F>e.korv: does not exist; check the name\n"),
+                 result.errors.constData());
     }
 
     void importIntoAnEmptyFile();
@@ -667,7 +819,7 @@ void tst_command_line::fileNamesAreToldInOneLine()
     const program_result import =
         runProgram({QStringLiteral("import"), file(QStringLiteral("shop.json")), project});
     QCOMPARE(import.status, 0);
-    QCOMPARE(import.output, "Project 'shop' with 1 entities imported into " + told + "\n");
+    QCOMPARE(import.output, "Project 'shop' imported into " + told + " (entities: 1)\n");
     const program_result tag = runProgram({QStringLiteral("tag"), project});
     QCOMPARE(tag.output, "Version 1 of " + told + " tagged\n");
 }

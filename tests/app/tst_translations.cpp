@@ -1,5 +1,8 @@
 // The languages: every text has a translation that fits, and the program speaks the user's language.
 
+#include "app/translation.h"
+
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -9,6 +12,8 @@
 #include <QTest>
 #include <QTranslator>
 #include <QXmlStreamReader>
+
+#include <cstdio>
 
 namespace {
 
@@ -69,6 +74,9 @@ QStringList found(const QString & text, const char * pattern)
     return result;
 }
 
+/// Makes this program print one translated word in place of testing.
+const QString SayFailed = QStringLiteral("--say-failed");
+
 QString sourceFile(const QString & language)
 {
     return QStringLiteral(KORVANE_SOURCE_DIR "/translations/korvane_%1.ts").arg(language);
@@ -89,10 +97,14 @@ private slots:
     void noTextOfTheSourcesIsMissing();
     void builtFilesHoldEverything_data() { languages(); }
     void builtFilesHoldEverything();
-    void programSpeaksTheLanguageOfTheUser_data();
-    void programSpeaksTheLanguageOfTheUser();
+    void theWindowSpeaksTheLanguageOfTheUser_data();
+    void theWindowSpeaksTheLanguageOfTheUser();
+    void commandsSpeakEnglish_data() { theWindowSpeaksTheLanguageOfTheUser_data(); }
+    void commandsSpeakEnglish();
 
 private:
+    static QString printed(const QStringList & environment, const QString & program,
+                           const QStringList & arguments);
     static void languages()
     {
         QTest::addColumn<QString>("language");
@@ -183,16 +195,13 @@ void tst_translations::builtFilesHoldEverything()
     }
 }
 
-void tst_translations::programSpeaksTheLanguageOfTheUser_data()
+void tst_translations::theWindowSpeaksTheLanguageOfTheUser_data()
 {
     QTest::addColumn<QStringList>("environment");
     QTest::addColumn<QString>("text");
-    const QString english =
-        QStringLiteral("This plugin exports current opened project to a DDL SQL script file.");
-    const QString french =
-        QStringLiteral("Ce plugin exporte le projet ouvert vers un fichier script SQL DDL.");
-    const QString german =
-        QStringLiteral("Dieses Plugin exportiert das geöffnete Projekt in eine DDL-SQL-Skriptdatei.");
+    const QString english = QStringLiteral("Failed");
+    const QString french = QStringLiteral("Échec");
+    const QString german = QStringLiteral("Gescheitert");
     QTest::newRow("nothing") << QStringList() << english;
     QTest::newRow("C") << QStringList{"LC_ALL=C.UTF-8"} << english;
     QTest::newRow("C overrules LANGUAGE and LANG")
@@ -205,10 +214,10 @@ void tst_translations::programSpeaksTheLanguageOfTheUser_data()
     QTest::newRow("German of Austria") << QStringList{"LC_ALL=de_AT.UTF-8", "LANG=fr_FR.UTF-8"} << german;
 }
 
-void tst_translations::programSpeaksTheLanguageOfTheUser()
+/// What `program` prints in `environment`, in which nothing else says a language.
+QString tst_translations::printed(const QStringList & environment, const QString & program,
+                                  const QStringList & arguments)
 {
-    QFETCH(QStringList, environment);
-    QFETCH(QString, text);
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
     for (const char * const name : {"LC_ALL", "LC_MESSAGES", "LANG", "LANGUAGE"}) {
         variables.remove(QString::fromLatin1(name));
@@ -216,15 +225,42 @@ void tst_translations::programSpeaksTheLanguageOfTheUser()
     for (const QString & variable : environment) {
         variables.insert(variable.section(QLatin1Char('='), 0, 0), variable.section(QLatin1Char('='), 1));
     }
-    QProcess program;
-    program.setProcessEnvironment(variables);
-    program.start(QStringLiteral(KORVANE_PROGRAM), {QStringLiteral("plugins")});
-    QVERIFY(program.waitForFinished());
-    QCOMPARE(program.exitCode(), 0);
-    const QString output = QString::fromUtf8(program.readAllStandardOutput());
-    QVERIFY2(output.contains(text), qPrintable(output));
-    QVERIFY(output.contains(QStringLiteral("--KorvGenericDDLExport_custom_javacript=")));
+    QProcess process;
+    process.setProcessEnvironment(variables);
+    process.start(program, arguments);
+    return process.waitForFinished() && process.exitCode() == 0
+               ? QString::fromUtf8(process.readAllStandardOutput())
+               : QString();
 }
 
-QTEST_APPLESS_MAIN(tst_translations)
+void tst_translations::theWindowSpeaksTheLanguageOfTheUser()
+{
+    QFETCH(QStringList, environment);
+    QFETCH(QString, text);
+    // The language is chosen once in a process.
+    QCOMPARE(printed(environment, QCoreApplication::applicationFilePath(), {SayFailed}), text);
+}
+
+void tst_translations::commandsSpeakEnglish()
+{
+    QFETCH(QStringList, environment);
+    const QString output = printed(environment, QStringLiteral(KORVANE_PROGRAM), {QStringLiteral("plugins")});
+    QVERIFY2(output.contains(
+                 QStringLiteral("This plugin exports current opened project to a DDL SQL script file.")),
+             qPrintable(output));
+}
+
+int main(int argc, char ** argv)
+{
+    QCoreApplication application(argc, argv);
+    if (application.arguments().value(1) == SayFailed) {
+        app::speakLanguageOfUser();
+        const QString word = QCoreApplication::translate("app::message_panel", "Failed");
+        std::fputs(word.toUtf8().constData(), stdout);
+        return 0;
+    }
+    tst_translations test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_translations.moc"
