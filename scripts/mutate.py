@@ -1,0 +1,299 @@
+#!/usr/bin/env python3
+"""Puts small faults into the sources, one at a time, and tells which of them no test notices.
+
+usage: scripts/mutate.py [--list] [--build FOLDER] [--only N,N...] [--sample N] [--jobs N] [--report FILE] [PATH...]
+
+PATH is a source file or a folder of them; by default plugin and host/storage. Every function is compiled with all
+of its faulty versions beside the right one, so the whole set costs one build; KORVANE_FAULT=N in the environment
+chooses the version that runs. A first run without a fault records which tests reach which function. Then each fault is
+tried against the tests that reach it, quickest first, until one fails. What does not compile is no fault.
+
+Exit status: 0 when every fault was noticed or is explained in tests/MUTANTS.md, 3 when some was not, 1 when it could not
+be tried.
+"""
+
+import argparse
+import collections
+import concurrent.futures
+import json
+import os
+import pathlib
+import random
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
+from mutation_faults import Fault, faulty_source  # noqa: E402
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+DEFAULT_PATHS = ["plugin", "host/storage"]
+EXPLAINED = ROOT / "tests" / "MUTANTS.md"
+# Tests of the window and of servers take long and reach nothing that the others do not.
+LEFT_OUT = re.compile(r"tst_(script_syntax|scripts_on_databases|manual|translations|project_window|window_|diagram_|message_panel|"
+                      r"script_panel|project_tree|sql_highlighter|script_debugger)")
+SHORTEST_LIMIT = 20.0  # seconds; a fault may make a test run for ever
+
+FAULT_HEADER = r"""#pragma once
+#include <cstdlib>
+#include <fcntl.h>
+#include <string>
+#include <unistd.h>
+
+/// The number of the fault that is to happen if it is one from `first` to `last`, else 0. Without a chosen one the
+/// function that asks is written to the file KORVANE_FAULT_TRACE, once a process.
+inline int korvane_fault(int first, int last)
+{
+    static const int chosen = [] {
+        const char * const text = std::getenv("KORVANE_FAULT");
+        return text ? std::atoi(text) : 0;
+    }();
+    static const char * const trace = std::getenv("KORVANE_FAULT_TRACE");
+    static bool seen[1 << 16] = {};
+    if (trace && !seen[first]) {
+        seen[first] = true;
+        const std::string line = std::to_string(first) + "\n";
+        const int file = ::open(trace, O_WRONLY | O_APPEND | O_CREAT, 0600);
+        (void)!::write(file, line.data(), line.size());
+        ::close(file);
+    }
+    return first <= chosen && chosen <= last ? chosen : 0;
+}
+"""
+
+
+class CannotTry(Exception):
+    """The faults could not be tried at all; the text says why."""
+
+
+def source_files(paths):
+    files = []
+    for name in paths or DEFAULT_PATHS:
+        path = ROOT / name
+        found = sorted(path.rglob("*.cpp")) if path.is_dir() else [path]
+        if not found or not all(f.is_file() for f in found):
+            raise CannotTry(f"{name}: there is no source file; give a path below {ROOT.name}/")
+        files += [f.relative_to(ROOT) for f in found]
+    return files
+
+
+def collect_faults(files):
+    """All faults of `files`, numbered from 1 in the order of the text; the numbers change with the sources."""
+    faults = []
+    for file in files:
+        faults += faulty_source(ROOT / file, str(file), len(faults) + 1).faults
+    return faults
+
+
+class Tree:
+    """A copy of the sources with the faults in it, and its build."""
+
+    def __init__(self, folder, files):
+        self.folder = folder
+        self.source = folder / "source"
+        self.build = folder / "build"
+        self.files = files
+        self.dropped = set()
+        self.generated = {}
+
+    def copy_sources(self):
+        listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=ROOT, check=True,
+                                capture_output=True, text=True).stdout.splitlines()
+        for name in listed:
+            target = self.source / name
+            origin = ROOT / name
+            if pathlib.PurePath(name) in set(self.files) or not origin.is_file():
+                continue
+            target.parent.mkdir(parents=True, exist_ok=True)
+            if not target.exists() or target.read_bytes() != origin.read_bytes():
+                shutil.copyfile(origin, target)
+                shutil.copymode(origin, target)
+        (self.source / "korvane_fault.h").write_text(FAULT_HEADER)
+
+    def write_faulty_sources(self):
+        number = 1
+        for file in self.files:
+            made = faulty_source(ROOT / file, str(file), number, self.dropped)
+            number += len(made.faults)
+            self.generated[file] = made
+            target = self.source / file
+            target.parent.mkdir(parents=True, exist_ok=True)
+            text = f'#include "{self.source}/korvane_fault.h"\n' + made.text
+            if not target.exists() or target.read_text() != text:
+                target.write_text(text)
+
+    def configure(self):
+        run_or_fail(["cmake", "-G", "Ninja", "-S", self.source, "-B", self.build, "-DCMAKE_BUILD_TYPE=Debug",
+                     "-DCMAKE_CXX_FLAGS=-w", "-DCMAKE_CXX_FLAGS_DEBUG=-O0", "-DKORVANE_BENCHMARKS=OFF",
+                     "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache",
+                     "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold", "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=mold",
+                     "-DCMAKE_MODULE_LINKER_FLAGS=-fuse-ld=mold"], "configure")
+
+    def compile(self, targets):
+        """Builds `targets`; what does not compile is dropped and the rest built anew."""
+        while True:
+            self.write_faulty_sources()
+            built = subprocess.run(["ninja", "-k", "0", "-C", self.build, *targets], capture_output=True, text=True)
+            if built.returncode == 0:
+                return
+            bad = self.faults_in_errors(built.stdout)
+            if not bad - self.dropped:
+                raise CannotTry("The build failed, and not for a fault:\n" + built.stdout[-3000:] + built.stderr)
+            self.dropped |= bad
+
+    def faults_in_errors(self, output):
+        bad = set()
+        for file, made in self.generated.items():
+            place = re.escape(f"source/{file}") + r":(\d+):\d+:\s+(?:error|required from)"
+            for line in re.findall(place, output):
+                bad |= made.faults_at(int(line) - 1)  # the include stands before the text
+        return bad
+
+
+def run_or_fail(command, what):
+    done = subprocess.run([str(part) for part in command], capture_output=True, text=True)
+    if done.returncode != 0:
+        raise CannotTry(f"{what} failed:\n{done.stdout[-1500:]}{done.stderr[-1500:]}")
+
+
+Test = collections.namedtuple("Test", "name command environment")
+
+
+def tests_of(build):
+    """The tests that may notice a fault; their commands are known once they are built."""
+    shown = json.loads(subprocess.run(["ctest", "--show-only=json-v1"], cwd=build, check=True, capture_output=True,
+                                      text=True).stdout)
+    tests = []
+    for test in shown["tests"]:
+        properties = {p["name"]: p["value"] for p in test.get("properties", [])}
+        if test["name"].startswith("tst_") and not LEFT_OUT.match(test["name"]):
+            environment = dict(entry.split("=", 1) for entry in properties.get("ENVIRONMENT", []))
+            tests.append(Test(test["name"], test.get("command"), environment))
+    return tests
+
+
+def run_test(test, extra, limit):
+    """Whether `test` passes within `limit` seconds; in a folder and a group of processes of its own."""
+    with tempfile.TemporaryDirectory(prefix="korvane-mutate-") as folder:
+        environment = {**os.environ, **test.environment, "TMPDIR": folder, **extra}
+        process = subprocess.Popen(test.command, env=environment, cwd=folder, stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
+        try:
+            return process.wait(limit) == 0
+        except subprocess.TimeoutExpired:
+            return False
+        finally:
+            try:
+                os.killpg(process.pid, 9)
+            except ProcessLookupError:
+                pass
+            process.wait()
+
+
+def measure(tests, folder):
+    """Runs every test without a fault: how long it takes, and which functions it reaches."""
+    seconds, reached = {}, {}
+    for test in tests:
+        trace = folder / f"{test.name}.trace"
+        trace.write_text("")
+        begin = time.monotonic()
+        if not run_test(test, {"KORVANE_FAULT_TRACE": str(trace)}, 600):
+            raise CannotTry(f"{test.name} fails without a fault; mend it first")
+        seconds[test.name] = time.monotonic() - begin
+        reached[test.name] = {int(line) for line in trace.read_text().split()}
+    return seconds, reached
+
+
+def notice(fault, tests, seconds, reached):
+    """The name of the test that notices `fault`, or None."""
+    for test in sorted(tests, key=lambda t: seconds[t.name]):
+        if fault.function in reached[test.name]:
+            limit = max(SHORTEST_LIMIT, 6 * seconds[test.name])
+            if not run_test(test, {"KORVANE_FAULT": str(fault.number)}, limit):
+                return test.name
+    return None
+
+
+def explained_faults():
+    """(file, text before, text after) of the faults that the table of MUTANTS.md explains."""
+    rows = set()
+    if EXPLAINED.exists():
+        for line in EXPLAINED.read_text().splitlines():
+            cells = [c.strip() for c in re.split(r"(?<!\\)\|", line)]
+            if len(cells) >= 6 and cells[1].startswith("`"):
+                rows.add(tuple(c.strip("`").replace("\\|", "|") for c in cells[1:4]))
+    return rows
+
+
+def try_all(faults, tests, seconds, reached, jobs):
+    survivors = []
+    begin = time.monotonic()
+    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+        tried = {pool.submit(notice, fault, tests, seconds, reached): fault for fault in faults}
+        for count, future in enumerate(concurrent.futures.as_completed(tried), 1):
+            fault = tried[future]
+            if future.result() is None:
+                survivors.append(fault)
+                print(f"not noticed: {fault}", flush=True)
+            if count % 50 == 0:
+                print(f"{count} of {len(faults)} tried, {len(survivors)} not noticed, "
+                      f"{time.monotonic() - begin:.0f} s", flush=True)
+    return sorted(survivors, key=lambda f: f.number)
+
+
+def chosen_faults(faults, arguments):
+    if arguments.only:
+        wanted = {int(n) for n in arguments.only.split(",")}
+        return [f for f in faults if f.number in wanted]
+    if arguments.sample and arguments.sample < len(faults):
+        return random.Random(arguments.seed).sample(faults, arguments.sample)
+    return faults
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("paths", nargs="*", metavar="PATH")
+    parser.add_argument("--list", action="store_true", help="print the faults and try none")
+    parser.add_argument("--build", default=str(ROOT / "build" / "mutate"), help="folder for the faulty tree")
+    parser.add_argument("--only", help="numbers of the faults to try, as --list prints them")
+    parser.add_argument("--sample", type=int, help="try as many faults, drawn by chance")
+    parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--jobs", type=int, default=os.cpu_count())
+    parser.add_argument("--report", help="file for the faults that were not noticed, a line each")
+    arguments = parser.parse_args()
+    files = source_files(arguments.paths)
+    if arguments.list:
+        for fault in collect_faults(files):
+            print(fault)
+        return 0
+    tree = Tree(pathlib.Path(arguments.build), files)
+    tree.copy_sources()
+    tree.write_faulty_sources()
+    tree.configure()
+    tree.compile([test.name for test in tests_of(tree.build)])
+    tests = tests_of(tree.build)
+    faults = [f for made in tree.generated.values() for f in made.faults if f.number not in tree.dropped]
+    seconds, reached = measure(tests, tree.folder)
+    tests = [t for t in tests if reached[t.name]]
+    chosen = chosen_faults(faults, arguments)
+    print(f"{len(chosen)} of {len(faults)} faults, {len(tests)} tests", flush=True)
+    survivors = try_all(chosen, tests, seconds, reached, arguments.jobs)
+    known = explained_faults()
+    unknown = [f for f in survivors if (f.file, f.before, f.after) not in known]
+    if arguments.report:
+        pathlib.Path(arguments.report).write_text("".join(f"{f}\n" for f in survivors))
+    noticed = len(chosen) - len(survivors)
+    print(f"{noticed} of {len(chosen)} noticed ({100 * noticed / max(1, len(chosen)):.1f} %), "
+          f"{len(survivors) - len(unknown)} explained, {len(unknown)} neither")
+    return 3 if unknown else 0
+
+
+if __name__ == "__main__":
+    try:
+        sys.exit(main())
+    except CannotTry as problem:
+        print(problem, file=sys.stderr)
+        sys.exit(1)

@@ -1,0 +1,64 @@
+// Text forms from anywhere: refused with one line, or taken and then stored, read and dumped without a difference.
+
+#include "fuzz_support.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+const char Existing[] = R"json({"format": "korvane-project", "formatVersion": 1, "name": "shop", "enumerations": [
+ {"id": 1, "name": "state", "values": [{"name": "open", "value": 0}]}], "entities": [
+ {"id": 10, "name": "customer", "version": 3, "properties": [{"id": 100, "name": "id", "type": "long", "identifier": true},
+ {"id": 101, "name": "tags", "relationship": {"id": 500, "type": "many-to-many", "target": 11, "inverse": 110}}]},
+ {"id": 11, "name": "tag", "version": 1, "properties": [{"id": 110, "name": "customers"}]}]})json";
+
+std::shared_ptr<model::project> existingProject()
+{
+    const auto project = std::make_shared<model::project>(1);
+    const zk::ZkBool read =
+        storage::text_form::read(QByteArray(Existing), QStringLiteral("existing.json"), nullptr, *project);
+    fuzz::promise(bool(read), "the stored project is taken", read.getDesc());
+    return project;
+}
+
+void promiseStored(const model::project & project, const QByteArray & text)
+{
+    const QString file = fuzz::folder() + QStringLiteral("/stored.korv");
+    const QSqlError written = storage::project_file::write(file, project);
+    fuzz::promise(!written.isValid(), "what was taken can be stored:", written.text());
+    model::project stored(1);
+    const QSqlError read = storage::project_file::read(file, stored);
+    fuzz::promise(!read.isValid(), "what was stored can be read:", read.text());
+    fuzz::promise(storage::text_form::write(stored) == text, "what was stored is what was taken");
+    QFile::remove(file);
+}
+
+void readText(const QByteArray & text, const model::project * existing)
+{
+    model::project project(1);
+    const QString name = QStringLiteral("fuzz.json");
+    if (const zk::ZkBool read = storage::text_form::read(text, name, existing, project); !read) {
+        fuzz::promiseLine(read.getDesc(), name);
+        return;
+    }
+    const QByteArray dumped = fuzz::promiseRoundTrip(project);
+    if (!existing) {
+        promiseStored(project, dumped);
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t * data, size_t size)
+{
+    static int argumentCount = 1;
+    static char programName[] = "fuzz_text";
+    static char * arguments[] = {programName, nullptr};
+    static const QCoreApplication application(argumentCount, arguments);
+    static const std::shared_ptr<model::project> existing = existingProject();
+    const QByteArray text(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+    readText(text, nullptr);
+    readText(text, existing.get());
+    fuzz::promiseNothingElse({});
+    return 0;
+}
