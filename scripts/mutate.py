@@ -178,6 +178,7 @@ def tests_of(build):
 def run_test(test, extra, limit):
     """Whether `test` passes within `limit` seconds; in a folder and a group of processes of its own."""
     with tempfile.TemporaryDirectory(prefix="korvane-mutate-") as folder:
+        os.chmod(folder, 0o1777)  # some tests start programs as a user with fewer rights
         environment = {**os.environ, **test.environment, "TMPDIR": folder, **extra}
         process = subprocess.Popen(test.command, env=environment, cwd=folder, stdin=subprocess.DEVNULL,
                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
@@ -199,6 +200,7 @@ def measure(tests, folder):
     for test in tests:
         trace = folder / f"{test.name}.trace"
         trace.write_text("")
+        trace.chmod(0o666)
         begin = time.monotonic()
         if not run_test(test, {"KORVANE_FAULT_TRACE": str(trace)}, 600):
             raise CannotTry(f"{test.name} fails without a fault; mend it first")
