@@ -21,7 +21,7 @@ namespace {
 
 using namespace project_schema;
 
-constexpr qlonglong MaxId = std::numeric_limits<long>::max();
+constexpr qlonglong MaxNumber = std::numeric_limits<long>::max();
 
 /// Hands out one shared copy of equal texts, as long as they come close together: models repeat the names of
 /// their columns. Its memory does not grow with the model.
@@ -69,7 +69,7 @@ public:
         }
         return n;
     }
-    long id(int column) { return static_cast<long>(number(column, 1, MaxId)); }
+    long id(int column) { return static_cast<long>(number(column, 1, LargestId)); }
     long optionalId(int column) { return m_query.isNull(column) ? 0 : id(column); }
     QString text(int column)
     {
@@ -147,7 +147,7 @@ private:
         for (; rows.next(); ++count) {
             m_project.setName(rows.text(0));
             const auto mark = [&rows](int column) {
-                return static_cast<long>(rows.number(column, 0, MaxId));
+                return static_cast<long>(rows.number(column, 0, MaxNumber));
             };
             remember(m_project, {mark(1), mark(2), mark(3), mark(4)});
         }
@@ -202,7 +202,7 @@ private:
             entity->setKey(rows.optionalText(2));
             entity->setTableName(rows.optionalText(3));
             entity->setSoftDeleteColumn(rows.optionalText(4));
-            entity->setVersion(static_cast<long>(rows.number(5, 0, MaxId)));
+            entity->setVersion(static_cast<long>(rows.number(5, 0, MaxNumber)));
             if (!m_project.addEntity(entity)) {
                 rows.fail(model_check::usedTwice(QStringLiteral("entity"), entity->getId()));
             }

@@ -13,8 +13,8 @@ QByteArray textWith(const QByteArray & name)
     QByteArray entities;
     for (int e = 1; e <= 6; ++e) {
         const QByteArray number = QByteArray::number(e);
-        entities += (e > 1 ? ", " : "") + QByteArray("{\"id\": ") + number + ", \"name\": \"" + name + number +
-                    "\", \"tableName\": \"t" + number + "\", \"properties\": [{\"id\": " + number +
+        entities += (e > 1 ? ", " : "") + QByteArray("{\"id\": ") + number + ", \"name\": \"" + name +
+                    number + "\", \"tableName\": \"t" + number + "\", \"properties\": [{\"id\": " + number +
                     ", \"name\": \"" + name + "\", \"columnName\": \"" + name +
                     "\", \"type\": \"long\", \"identifier\": true}]}";
     }
@@ -42,7 +42,8 @@ bool command_runs::init()
     const bool isMade =
         m_folder.isValid() && QDir().mkpath(path("runtime")) &&
         QFile::setPermissions(path("runtime"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner) &&
-        support::writeBytes(path("old.json"), textWith("old")) && support::writeBytes(path("new.json"), textWith("new")) &&
+        support::writeBytes(path("old.json"), textWith("old")) &&
+        support::writeBytes(path("new.json"), textWith("new")) &&
         support::runKorvane({"import", path("old.json"), path("project.korv")}).status == 0 &&
         support::runKorvane({"tag", path("project.korv"), "-m", "first"}).status == 0;
     for (const QString & command : Commands) {
@@ -64,8 +65,8 @@ bool command_runs::init()
 
 void command_runs::prepare(const QString & command) const
 {
-    const bool isReady = QDir(workFolder()).removeRecursively() && QDir().mkpath(work("sql")) && QDir().mkpath(work("tmp")) &&
-                         QFile::copy(path("new.json"), work("model.json")) &&
+    const bool isReady = QDir(workFolder()).removeRecursively() && QDir().mkpath(work("sql")) &&
+                         QDir().mkpath(work("tmp")) && QFile::copy(path("new.json"), work("model.json")) &&
                          support::writeBytes(work("user.txt"), "the user's") &&
                          support::writeBytes(work("tmp/user.txt"), "the user's") &&
                          support::writeBytes(work(".korvane-user.new"), "the user's, too") &&
@@ -145,7 +146,8 @@ QByteArray command_runs::state(const QString & command) const
 
 bool command_runs::usersFilesAreWhole() const
 {
-    return support::bytesOf(work("user.txt")) == "the user's" && support::bytesOf(work("tmp/user.txt")) == "the user's" &&
+    return support::bytesOf(work("user.txt")) == "the user's" &&
+           support::bytesOf(work("tmp/user.txt")) == "the user's" &&
            support::bytesOf(work(".korvane-user.new")) == "the user's, too" &&
            support::bytesOf(work("model.json")) == support::bytesOf(path("new.json"));
 }
@@ -168,7 +170,8 @@ QString command_runs::wrongAfterNextRun(const QString & command) const
 QStringList command_runs::entries() const
 {
     QStringList found;
-    QDirIterator all(workFolder(), QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDirIterator::Subdirectories);
+    QDirIterator all(workFolder(), QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden,
+                     QDirIterator::Subdirectories);
     while (all.hasNext()) {
         found << all.next();
     }

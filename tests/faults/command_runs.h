@@ -12,8 +12,9 @@
 namespace faults {
 
 /// The commands that change something, by the names that the tests give them.
-inline const QStringList Commands = {QStringLiteral("import new"), QStringLiteral("import over"), QStringLiteral("tag"),
-                                     QStringLiteral("export"), QStringLiteral("settings")};
+inline const QStringList Commands = {QStringLiteral("import new"), QStringLiteral("import over"),
+                                     QStringLiteral("tag"), QStringLiteral("export"),
+                                     QStringLiteral("settings")};
 
 /// How a command ended.
 struct ended
@@ -24,12 +25,13 @@ struct ended
     QByteArray err;
 };
 
-/// A folder in which commands are run again and again from the same beginning: a project with a version, a model, and
-/// files of the user's, one with a name that is much like those of unfinished files.
+/// A folder in which commands are run again and again from the same beginning: a project with a version, a
+/// model, and files of the user's, one with a name that is much like those of unfinished files.
 class command_runs
 {
 public:
-    /// Makes the project, and runs each command once to know what it does. False, with a warning, when one fails.
+    /// Makes the project, and runs each command once to know what it does. False, with a warning, when one
+    /// fails.
     [[nodiscard]] bool init();
 
     /// The folder as it is before `command`.
@@ -48,15 +50,18 @@ public:
 
     /// Whether nothing of the user's was touched.
     [[nodiscard]] bool usersFilesAreWhole() const;
-    /// Runs the command once more without a fault; the empty text when it then left all as it should be, else what is
-    /// wrong.
+    /// Runs the command once more without a fault; the empty text when it then left all as it should be, else
+    /// what is wrong.
     [[nodiscard]] QString wrongAfterNextRun(const QString & command) const;
 
     [[nodiscard]] QString workFolder() const { return m_folder.filePath(QStringLiteral("work")); }
     [[nodiscard]] QString path(const QString & name) const { return m_folder.filePath(name); }
 
 private:
-    [[nodiscard]] QString work(const QString & name) const { return m_folder.filePath(QStringLiteral("work/") + name); }
+    [[nodiscard]] QString work(const QString & name) const
+    {
+        return m_folder.filePath(QStringLiteral("work/") + name);
+    }
     [[nodiscard]] QStringList commandLine(const QString & command) const;
     [[nodiscard]] QStringList entries() const;
 

@@ -1,12 +1,12 @@
 /*
  * Loaded before the C library, lets one chosen call fail that touches a file below a chosen folder.
  *
- *   KORVANE_FAULT_FOLDER   the folder; calls on other files, on pipes and on the program itself are not counted
- *   KORVANE_FAULT_AT       number of the call, counted from 1; absent or 0: none fails
- *   KORVANE_FAULT_KIND     fail: an input or output error; short: half of the bytes; full: no space, for calls that
- *                          write; from: an input or output error in this call and all later ones
- *   KORVANE_FAULT_COUNT    file that receives the number of calls when the process ends
- *   KORVANE_FAULT_NAMES    file that receives the name of each call, a line each
+ *   KORVANE_FAULT_FOLDER   the folder; calls on other files, on pipes and on the program itself are not
+ * counted KORVANE_FAULT_AT       number of the call, counted from 1; absent or 0: none fails
+ *   KORVANE_FAULT_KIND     fail: an input or output error; short: half of the bytes; full: no space, for
+ * calls that write; from: an input or output error in this call and all later ones KORVANE_FAULT_COUNT file
+ * that receives the number of calls when the process ends KORVANE_FAULT_NAMES    file that receives the name
+ * of each call, a line each
  */
 #define _GNU_SOURCE
 #include <dlfcn.h>
@@ -20,7 +20,10 @@
 #include <sys/types.h>
 #include <unistd.h>
 
-enum { most_files = 4096 };
+enum
+{
+    most_files = 4096
+};
 
 static char is_ours[most_files];
 static const char * folder;
@@ -106,64 +109,65 @@ static int opened(int file, const char * path)
     return file;
 }
 
-#define OPEN(name)                                                                                                     \
-    int name(const char * path, int flags, ...)                                                                        \
-    {                                                                                                                  \
-        va_list rest;                                                                                                  \
-        va_start(rest, flags);                                                                                         \
-        const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) ? va_arg(rest, mode_t) : 0;                                 \
-        va_end(rest);                                                                                                  \
-        if (path_is_ours(path) && fate(#name, flags & O_CREAT) == 1) {                                                 \
-            return -1;                                                                                                 \
-        }                                                                                                              \
-        return opened(REAL(name)(path, flags, mode), path);                                                            \
+#define OPEN(name)                                                                                           \
+    int name(const char * path, int flags, ...)                                                              \
+    {                                                                                                        \
+        va_list rest;                                                                                        \
+        va_start(rest, flags);                                                                               \
+        const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) ? va_arg(rest, mode_t) : 0;                      \
+        va_end(rest);                                                                                        \
+        if (path_is_ours(path) && fate(#name, flags & O_CREAT) == 1) {                                       \
+            return -1;                                                                                       \
+        }                                                                                                    \
+        return opened(REAL(name)(path, flags, mode), path);                                                  \
     }
 OPEN(open)
 OPEN(open64)
 
-#define OPENAT(name)                                                                                                   \
-    int name(int where, const char * path, int flags, ...)                                                             \
-    {                                                                                                                  \
-        va_list rest;                                                                                                  \
-        va_start(rest, flags);                                                                                         \
-        const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) ? va_arg(rest, mode_t) : 0;                                 \
-        va_end(rest);                                                                                                  \
-        if (path_is_ours(path) && fate(#name, flags & O_CREAT) == 1) {                                                 \
-            return -1;                                                                                                 \
-        }                                                                                                              \
-        return opened(REAL(name)(where, path, flags, mode), path);                                                     \
+#define OPENAT(name)                                                                                         \
+    int name(int where, const char * path, int flags, ...)                                                   \
+    {                                                                                                        \
+        va_list rest;                                                                                        \
+        va_start(rest, flags);                                                                               \
+        const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) ? va_arg(rest, mode_t) : 0;                      \
+        va_end(rest);                                                                                        \
+        if (path_is_ours(path) && fate(#name, flags & O_CREAT) == 1) {                                       \
+            return -1;                                                                                       \
+        }                                                                                                    \
+        return opened(REAL(name)(where, path, flags, mode), path);                                           \
     }
 OPENAT(openat)
 OPENAT(openat64)
 
-#define TRANSFER(name, buffer, writes, places, values)                                                                 \
-    ssize_t name places                                                                                                \
-    {                                                                                                                  \
-        if (file_is_ours(file)) {                                                                                      \
-            const int what = fate(#name, writes);                                                                      \
-            if (what == 1) {                                                                                           \
-                return -1;                                                                                             \
-            }                                                                                                          \
-            if (what == 2) {                                                                                           \
-                size /= 2;                                                                                             \
-            }                                                                                                          \
-        }                                                                                                              \
-        return REAL(name) values;                                                                                      \
+#define TRANSFER(name, buffer, writes, places, values)                                                       \
+    ssize_t name places                                                                                      \
+    {                                                                                                        \
+        if (file_is_ours(file)) {                                                                            \
+            const int what = fate(#name, writes);                                                            \
+            if (what == 1) {                                                                                 \
+                return -1;                                                                                   \
+            }                                                                                                \
+            if (what == 2) {                                                                                 \
+                size /= 2;                                                                                   \
+            }                                                                                                \
+        }                                                                                                    \
+        return REAL(name) values;                                                                            \
     }
 TRANSFER(read, buffer, 0, (int file, void * buffer, size_t size), (file, buffer, size))
 TRANSFER(pread, buffer, 0, (int file, void * buffer, size_t size, off_t at), (file, buffer, size, at))
 TRANSFER(pread64, buffer, 0, (int file, void * buffer, size_t size, off64_t at), (file, buffer, size, at))
 TRANSFER(write, buffer, 1, (int file, const void * buffer, size_t size), (file, buffer, size))
 TRANSFER(pwrite, buffer, 1, (int file, const void * buffer, size_t size, off_t at), (file, buffer, size, at))
-TRANSFER(pwrite64, buffer, 1, (int file, const void * buffer, size_t size, off64_t at), (file, buffer, size, at))
+TRANSFER(pwrite64, buffer, 1, (int file, const void * buffer, size_t size, off64_t at),
+         (file, buffer, size, at))
 
-#define ON_FILE(type, name, writes, places, values)                                                                    \
-    type name places                                                                                                   \
-    {                                                                                                                  \
-        if (file_is_ours(file) && fate(#name, writes) == 1) {                                                          \
-            return -1;                                                                                                 \
-        }                                                                                                              \
-        return REAL(name) values;                                                                                      \
+#define ON_FILE(type, name, writes, places, values)                                                          \
+    type name places                                                                                         \
+    {                                                                                                        \
+        if (file_is_ours(file) && fate(#name, writes) == 1) {                                                \
+            return -1;                                                                                       \
+        }                                                                                                    \
+        return REAL(name) values;                                                                            \
     }
 ON_FILE(int, fsync, 1, (int file), (file))
 ON_FILE(int, fdatasync, 1, (int file), (file))
@@ -194,28 +198,28 @@ int close(int file)
 }
 
 /* Only the calls that lock. */
-#define LOCK(name)                                                                                                     \
-    int name(int file, int what, ...)                                                                                  \
-    {                                                                                                                  \
-        va_list rest;                                                                                                  \
-        va_start(rest, what);                                                                                          \
-        void * const value = va_arg(rest, void *);                                                                     \
-        va_end(rest);                                                                                                  \
-        if (file_is_ours(file) && (what == F_SETLK || what == F_SETLKW) && fate(#name, 0) == 1) {                      \
-            return -1;                                                                                                 \
-        }                                                                                                              \
-        return REAL(name)(file, what, value);                                                                          \
+#define LOCK(name)                                                                                           \
+    int name(int file, int what, ...)                                                                        \
+    {                                                                                                        \
+        va_list rest;                                                                                        \
+        va_start(rest, what);                                                                                \
+        void * const value = va_arg(rest, void *);                                                           \
+        va_end(rest);                                                                                        \
+        if (file_is_ours(file) && (what == F_SETLK || what == F_SETLKW) && fate(#name, 0) == 1) {            \
+            return -1;                                                                                       \
+        }                                                                                                    \
+        return REAL(name)(file, what, value);                                                                \
     }
 LOCK(fcntl)
 LOCK(fcntl64)
 
-#define ON_PATH(name, writes, places, values)                                                                          \
-    int name places                                                                                                    \
-    {                                                                                                                  \
-        if (path_is_ours(path) && fate(#name, writes) == 1) {                                                          \
-            return -1;                                                                                                 \
-        }                                                                                                              \
-        return REAL(name) values;                                                                                      \
+#define ON_PATH(name, writes, places, values)                                                                \
+    int name places                                                                                          \
+    {                                                                                                        \
+        if (path_is_ours(path) && fate(#name, writes) == 1) {                                                \
+            return -1;                                                                                       \
+        }                                                                                                    \
+        return REAL(name) values;                                                                            \
     }
 ON_PATH(stat, 0, (const char * path, struct stat * what), (path, what))
 ON_PATH(stat64, 0, (const char * path, struct stat64 * what), (path, what))

@@ -1,4 +1,5 @@
-// Stores the export's settings in a project file, as the settings dialog does: settings_program PROJECT.korv FOLDER
+// Stores the export's settings in a project file, as the settings dialog does: settings_program PROJECT.korv
+// FOLDER
 
 #include "plugin/ddl_export.h"
 

@@ -1,7 +1,8 @@
-// One fault at each call that reads, writes, locks or names a file: the command either does its work and says so, or leaves
-// what there was and says why; it never crashes, hangs, or touches what is not its own.
+// One fault at each call that reads, writes, locks or names a file: the command either does its work and says
+// so, or leaves what there was and says why; it never crashes, hangs, or touches what is not its own.
 //
-// KORVANE_FAULT_STEP=1 tries every call; by default every fifth is tried, begun at another one for each kind of fault.
+// KORVANE_FAULT_STEP=1 tries every call; by default every fifth is tried, begun at another one for each kind
+// of fault.
 
 #include "faults/command_runs.h"
 
@@ -13,7 +14,10 @@ private Q_SLOTS:
     void initTestCase() { QVERIFY(m_runs.init()); }
     void atEveryCall_data();
     void atEveryCall();
-    void cleanupTestCase() { qInfo("%d faults, after %d of them the command had done its work", m_iTried, m_iDone); }
+    void cleanupTestCase()
+    {
+        qInfo("%d faults, after %d of them the command had done its work", m_iTried, m_iDone);
+    }
 
 private:
     [[nodiscard]] QStringList faultAt(int call, const QString & kind) const;

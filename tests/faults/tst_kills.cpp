@@ -1,5 +1,5 @@
-// Commands that are ended at any moment: the project is as it was before or as it is afterwards, the user's files are as they
-// were, and the next run leaves nothing of the former one behind.
+// Commands that are ended at any moment: the project is as it was before or as it is afterwards, the user's
+// files are as they were, and the next run leaves nothing of the former one behind.
 //
 // KORVANE_KILLS is how many runs are ended, 120 by default.
 
@@ -49,7 +49,8 @@ void tst_kills::endOne(const QString & command, int signal)
     QProcess process;
     m_runs.start(process, command);
     QVERIFY(process.waitForStarted());
-    QThread::usleep(static_cast<unsigned long>(m_random.bounded(static_cast<int>(m_runs.duration(command) * 11 / 10))));
+    QThread::usleep(
+        static_cast<unsigned long>(m_random.bounded(static_cast<int>(m_runs.duration(command) * 11 / 10))));
     ::kill(static_cast<pid_t>(process.processId()), signal);
     QVERIFY(process.waitForFinished());
     const bool wasEnded = process.exitStatus() == QProcess::CrashExit;

@@ -31,7 +31,8 @@ class own_folder
 public:
     own_folder()
     {
-        const QString base = QDir(QStringLiteral("/dev/shm")).exists() ? QStringLiteral("/dev/shm") : QDir::tempPath();
+        const QString base =
+            QDir(QStringLiteral("/dev/shm")).exists() ? QStringLiteral("/dev/shm") : QDir::tempPath();
         m_sName = base + QStringLiteral("/korvane-fuzz-%1").arg(::getpid());
         promise(QDir().mkpath(m_sName), "a folder for the files can be made", m_sName);
     }
@@ -53,14 +54,16 @@ inline QString folder()
 inline void writeFile(const QString & name, const QByteArray & bytes)
 {
     QFile file(name);
-    promise(file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size() && file.flush(),
+    promise(file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size() &&
+                file.flush(),
             "a file can be written", name);
 }
 
 /// Every file that a run may leave is one of `expected`.
 inline void promiseNothingElse(const QStringList & expected)
 {
-    for (const QString & name : QDir(folder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden)) {
+    for (const QString & name :
+         QDir(folder()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden)) {
         promise(expected.contains(name), "nothing is left behind:", name);
     }
 }

@@ -1,4 +1,5 @@
-// Text forms from anywhere: refused with one line, or taken and then stored, read and dumped without a difference.
+// Text forms from anywhere: refused with one line, or taken and then stored, read and dumped without a
+// difference.
 
 #include "fuzz_support.h"
 
@@ -6,7 +7,8 @@
 
 namespace {
 
-const char Existing[] = R"json({"format": "korvane-project", "formatVersion": 1, "name": "shop", "enumerations": [
+const char Existing[] =
+    R"json({"format": "korvane-project", "formatVersion": 1, "name": "shop", "enumerations": [
  {"id": 1, "name": "state", "values": [{"name": "open", "value": 0}]}], "entities": [
  {"id": 10, "name": "customer", "version": 3, "properties": [{"id": 100, "name": "id", "type": "long", "identifier": true},
  {"id": 101, "name": "tags", "relationship": {"id": 500, "type": "many-to-many", "target": 11, "inverse": 110}}]},

@@ -1,5 +1,5 @@
-// Gives each file of the folders on the command line to the fuzz target, without the fuzzer: what was found once is looked
-// at in every run of the tests, with every compiler.
+// Gives each file of the folders on the command line to the fuzz target, without the fuzzer: what was found
+// once is looked at in every run of the tests, with every compiler.
 
 #include <QByteArray>
 #include <QDir>
@@ -23,7 +23,8 @@ int main(int argc, char ** argv)
             }
             const QByteArray bytes = file.readAll();
             std::fprintf(stderr, "%s\n", qPrintable(name));
-            LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t *>(bytes.constData()), static_cast<size_t>(bytes.size()));
+            LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t *>(bytes.constData()),
+                                   static_cast<size_t>(bytes.size()));
             ++count;
         }
     }

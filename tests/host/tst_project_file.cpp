@@ -298,6 +298,8 @@ private Q_SLOTS:
         row("other case", {"DROP TABLE t_project", "CREATE TABLE T_PROJECT (name TEXT NOT NULL)"},
             "is damaged (table t_project is not as it was created); restore it from a copy");
         damaged("no project", "DELETE FROM t_project", "table t_project has 0 rows");
+        damaged("id too large for a text", "UPDATE t_enumeration SET id = 9007199254740992",
+                "table t_enumeration, row 1: column 1 is not a number of the expected range");
         damaged("two projects", "INSERT INTO t_project SELECT * FROM t_project",
                 "table t_project has 2 rows");
         const QString number = "column %1 is not a number of the expected range";
