@@ -32,8 +32,8 @@ from mutation_faults import Fault, faulty_source  # noqa: E402
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 DEFAULT_PATHS = ["plugin", "host/storage"]
 EXPLAINED = ROOT / "tests" / "MUTANTS.md"
-# Tests of the window and of servers take long and reach nothing that the others do not.
-LEFT_OUT = re.compile(r"tst_(script_syntax|scripts_on_databases|manual|translations|project_window|window_|diagram_|message_panel|"
+# These take long and reach nothing that the others do not.
+LEFT_OUT = re.compile(r"tst_(script_syntax|scripts_on_databases|faults|kills|manual|translations|project_window|window_|diagram_|message_panel|"
                       r"script_panel|project_tree|sql_highlighter|script_debugger)")
 SHORTEST_LIMIT = 20.0  # seconds; a fault may make a test run for ever
 
