@@ -5,8 +5,10 @@
 #include "storage/text_draft.h"
 #include "storage/text_tree.h"
 #include "storage/text_writer.h"
+#include "tools/program_end.h"
 
 #include <limits>
+#include <new>
 
 namespace storage::text_form {
 
@@ -96,7 +98,9 @@ zk::ZkBool read(const QByteArray & text, const QString & sourceName, const model
         return zk::ZkBool::success();
     } catch (const text_error & error) {
         return failure(error.finding);
-    } catch (const std::exception & e) { // the parser's own, such as memory that has run out
+    } catch (const std::bad_alloc &) {
+        return failure({QString(), QString::fromLatin1(tools::OutOfMemory)});
+    } catch (const std::exception & e) { // the parser's own
         return failure({QString(), model_check::printable(QString::fromLocal8Bit(e.what()))});
     }
 }
