@@ -76,8 +76,7 @@ QString ddl_export_builder_sqlite::addConstraintFKInCreateTable(std::shared_ptr<
 QString ddl_export_builder_sqlite::dropColumn(std::shared_ptr<model::property> property)
 {
     const std::shared_ptr<model::entity> entity = currentEntityOf(property);
-    // What has no column, such as the side of a link table, leaves nothing undone.
-    if (!entity || property->getColumnNameCount() == 0) {
+    if (!entity) {
         return {};
     }
     return warning(QStringLiteral("DROP COLUMN"), "DROP COLUMN '" % getSqlColumnName(property, -1, true) %
@@ -88,7 +87,7 @@ QString ddl_export_builder_sqlite::renameColumn(std::shared_ptr<model::property>
                                                 std::shared_ptr<model::property> current)
 {
     const std::shared_ptr<model::entity> entity = previous ? currentEntityOf(current) : nullptr;
-    if (!entity || (previous->getColumnNameCount() == 0 && current->getColumnNameCount() == 0)) {
+    if (!entity) {
         return {};
     }
     // The old name has no closing quote: scripts are compared with earlier ones to the letter.

@@ -30,7 +30,10 @@ CREATE INDEX idx_t_customer_phone ON t_customer (phone);
 ALTER TABLE t_customer ADD COLUMN external TEXT;
 ALTER TABLE t_customer ADD COLUMN unkeyed_ref TEXT;
 CREATE TABLE country (code TEXT NOT NULL PRIMARY KEY, label TEXT);
-
+--
+-- WARNING : SQLite database doesn't support DROP COLUMN DDL script ! --
+--           Cannot DROP COLUMN 'regions' for table 'order_line'
+--
 --
 -- WARNING : SQLite database doesn't support RENAME COLUMN DDL script ! --
 --           Cannot RENAME COLUMN from 'order_id|line_no to 'order_id|line_code' for table 'order_line'
