@@ -136,6 +136,7 @@ private:
     zk::ZkBool writeIndexes(ddl_export_script & script);
     zk::ZkBool writeIndex(ddl_export_script & script, const std::shared_ptr<model::property> & property,
                           model::entity * entity);
+    zk::ZkBool writeTables(ddl_export_script & script, const list_of_tables & tables);
     zk::ZkBool writeForeignKeys(ddl_export_script & script, const list_of_tables & tables);
     /// Writes nothing for a relationship that has no foreign key of its own.
     zk::ZkBool writeForeignKey(ddl_export_script & script, const std::shared_ptr<model::entity> & entity,
@@ -149,6 +150,9 @@ private:
     [[nodiscard]] std::vector<entity_change> changedEntities() const;
     zk::ZkBool writeChanges(ddl_export_script & script);
     zk::ZkBool writeDroppedTables(ddl_export_script & script);
+    zk::ZkBool writeChangedTables(ddl_export_script & script, const std::vector<entity_change> & changes);
+    zk::ZkBool writeChangedForeignKeys(ddl_export_script & script,
+                                       const std::vector<entity_change> & changes);
     zk::ZkBool writeTableChanges(ddl_export_script & script, const entity_change & change);
     zk::ZkBool writeDroppedColumns(ddl_export_script & script, const std::shared_ptr<model::entity> & entity,
                                    const list_of_property & before, const list_of_property & after);

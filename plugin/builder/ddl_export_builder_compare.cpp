@@ -118,10 +118,8 @@ zk::ZkBool ddl_export_builder::writeChanges(ddl_export_script & script)
 {
     const std::vector<entity_change> changes = changedEntities();
     zk::ZkBool result = writeDroppedTables(script);
-    m_progress.pass(static_cast<int>(changes.size()), ChangeShare);
-    for (auto it = changes.begin(); result && it != changes.end(); ++it) {
-        m_progress.step();
-        result = it->previous ? writeTableChanges(script, *it) : writeTable(script, it->current);
+    if (result) {
+        result = writeChangedTables(script, changes);
     }
     if (result) {
         result = writeLinkTables(script);
@@ -129,14 +127,38 @@ zk::ZkBool ddl_export_builder::writeChanges(ddl_export_script & script)
     if (result) {
         result = writeIndexes(script);
     }
-    if (m_pPlugin->getExportRelationships()) {
-        m_progress.pass(static_cast<int>(changes.size()), ForeignKeyShare);
-        for (auto it = changes.begin(); result && it != changes.end(); ++it) {
-            m_progress.step();
-            result = writeForeignKeyChanges(script, *it);
-        }
+    if (result && m_pPlugin->getExportRelationships()) {
+        result = writeChangedForeignKeys(script, changes);
     }
     return result;
+}
+
+zk::ZkBool ddl_export_builder::writeChangedTables(ddl_export_script & script,
+                                                  const std::vector<entity_change> & changes)
+{
+    m_progress.pass(static_cast<int>(changes.size()), ChangeShare);
+    for (const entity_change & change : changes) {
+        m_progress.step();
+        if (const zk::ZkBool result =
+                change.previous ? writeTableChanges(script, change) : writeTable(script, change.current);
+            !result) {
+            return result;
+        }
+    }
+    return zk::ZkBool::success();
+}
+
+zk::ZkBool ddl_export_builder::writeChangedForeignKeys(ddl_export_script & script,
+                                                       const std::vector<entity_change> & changes)
+{
+    m_progress.pass(static_cast<int>(changes.size()), ForeignKeyShare);
+    for (const entity_change & change : changes) {
+        m_progress.step();
+        if (const zk::ZkBool result = writeForeignKeyChanges(script, change); !result) {
+            return result;
+        }
+    }
+    return zk::ZkBool::success();
 }
 
 zk::ZkBool ddl_export_builder::writeDroppedTables(ddl_export_script & script)

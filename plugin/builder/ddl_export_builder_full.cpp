@@ -43,10 +43,8 @@ zk::ZkBool ddl_export_builder::buildSchemaFull(model::project & project, bool fi
         result = writeBegin(*script);
     }
     const list_of_tables tables = tablesOf(*entities);
-    m_progress.pass(static_cast<int>(tables.size()), TableShare);
-    for (auto it = tables.begin(); result && it != tables.end(); ++it) {
-        m_progress.step();
-        result = writeTable(*script, *it);
+    if (result) {
+        result = writeTables(*script, tables);
     }
     if (result) {
         result = writeLinkTables(*script);
@@ -58,6 +56,18 @@ zk::ZkBool ddl_export_builder::buildSchemaFull(model::project & project, bool fi
         result = writeForeignKeys(*script, tables);
     }
     return result ? writeEnd(*script, project.getName()) : result;
+}
+
+zk::ZkBool ddl_export_builder::writeTables(ddl_export_script & script, const list_of_tables & tables)
+{
+    m_progress.pass(static_cast<int>(tables.size()), TableShare);
+    for (const std::shared_ptr<model::entity> & entity : tables) {
+        m_progress.step();
+        if (const zk::ZkBool result = writeTable(script, entity); !result) {
+            return result;
+        }
+    }
+    return zk::ZkBool::success();
 }
 
 zk::ZkBool ddl_export_builder::writeForeignKeys(ddl_export_script & script, const list_of_tables & tables)

@@ -13,6 +13,23 @@
 using plugin::ddl_export;
 using support::ShopText;
 
+namespace {
+
+/// ShopText after every kind of change: "country" is dropped, "person" renamed and without its relationship,
+/// "tag" is new, with an index and a link table.
+const QByteArray NextShopText = R"x({
+  "format": "korvane-project", "formatVersion": 1, "name": "shop",
+  "entities": [
+    { "id": 2, "name": "person", "tableName": "people", "properties": [
+      { "id": 20, "name": "id", "type": "long", "identifier": true } ] },
+    { "id": 3, "name": "tag", "properties": [
+      { "id": 31, "name": "id", "type": "long", "identifier": true },
+      { "id": 32, "name": "label", "type": "QString", "index": true },
+      { "id": 33, "name": "people", "relationship": { "id": 40, "type": "many-to-many", "target": 2,
+          "extraTable": "l", "foreignKey": "a", "foreignKeyOwner": "b" } } ] } ] })x";
+
+} // namespace
+
 class tst_export_progress : public QObject
 {
     Q_OBJECT
@@ -25,6 +42,8 @@ private slots:
     void evolutionWithoutTags();
     void filesAreToldWhenTheyAreComplete();
     void failedScriptIsNoFile();
+    void endsWithTheFirstFailure_data();
+    void endsWithTheFirstFailure();
 
 private:
     /// Exports the project with the settings that `prepare` makes; keeps what was told.
@@ -145,6 +164,49 @@ void tst_export_progress::failedScriptIsNoFile()
     QVERIFY(!run(stored, [](ddl_export &) {}));
     QVERIFY(m_files.isEmpty());
     QCOMPARE(m_done, QList<int>{0});
+}
+
+void tst_export_progress::endsWithTheFirstFailure_data()
+{
+    QTest::addColumn<int>("schema");
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<QList<int>>("done");
+    // 1000 units a script: of a full one 600 for tables, 100 for link tables, 100 for indexes, 200 for
+    // foreign keys; of a comparison 600 for changed entities, the rest alike.
+    const QList<int> firstScript = {0, 300, 600, 700, 800, 900, 1000};
+    QTest::newRow("begin") << 0 << "DDL_EXPORT_BEGIN" << QList<int>{0};
+    QTest::newRow("table") << 0 << "CREATE_TABLE" << QList<int>{0, 300};
+    QTest::newRow("foreign key") << 0 << "ADD_FOREIGN_KEY" << QList<int>{0, 300, 600, 700, 800, 900, 1000};
+    QTest::newRow("dropped table") << 1 << "DROP_TABLE" << firstScript;
+    QTest::newRow("renamed table") << 1 << "RENAME_TABLE" << firstScript + QList<int>{1300};
+    QTest::newRow("link table") << 1 << "CREATE_EXTRA_TABLE" << firstScript + QList<int>{1300, 1600, 1700};
+    QTest::newRow("index") << 1 << "CREATE_INDEX" << firstScript + QList<int>{1300, 1600, 1700, 1800};
+    QTest::newRow("dropped foreign key")
+        << 1 << "DROP_FOREIGN_KEY" << firstScript + QList<int>{1300, 1600, 1700, 1800, 1900};
+}
+
+void tst_export_progress::endsWithTheFirstFailure()
+{
+    QFETCH(int, schema);
+    QFETCH(QString, action);
+    QFETCH(QList<int>, done);
+    support::stored_project stored(ShopText);
+    int number = 0;
+    QVERIFY(!storage::history::tag(stored.file(), QString(), number).isValid());
+    if (schema == ddl_export::evolution) {
+        stored.replaceModel(NextShopText);
+    }
+    QFile script(stored.path() + QStringLiteral("/hook.js"));
+    QVERIFY(script.open(QIODevice::WriteOnly));
+    script.write("function exportStep(a, b, c, d, p) { if (p.action === '" + action.toUtf8() +
+                 "') throw new Error('stop'); }");
+    script.close();
+    const zk::ZkBool result = run(stored, [&](ddl_export & plugin) {
+        plugin.setExportDatabaseSchema(static_cast<ddl_export::export_db_schema>(schema));
+        plugin.setCustomScriptFile(script.fileName());
+    });
+    QVERIFY2(result.getDesc().contains("Error: stop"), qPrintable(result.getDesc()));
+    QCOMPARE(m_done, done);
 }
 
 QTEST_MAIN(tst_export_progress)
