@@ -6,6 +6,7 @@
 #include "context/ctx_project.h"
 #include "model/project.h"
 #include "tools/custom_javascript.h"
+#include "tools/held_dialog.h"
 #include "tools/wait_cursor.h"
 #include "view/ddl_export_settings.h"
 #include "view/main_wnd.h"
@@ -89,9 +90,9 @@ bool ddl_export::hasSettings() const
 
 bool ddl_export::showSettings()
 {
-    view::ddl_export_settings dialog(context::ctx_global::getMainWnd());
-    dialog.setModal(true);
-    dialog.init(this);
+    const tools::held_dialog<view::ddl_export_settings> dialog(context::ctx_global::getMainWnd());
+    dialog->setModal(true);
+    dialog->init(this);
     return dialog.exec() != 0;
 }
 

@@ -7,13 +7,13 @@
 #include "context/ctx_global.h"
 #include "context/ctx_project.h"
 #include "tools/custom_javascript.h"
+#include "tools/held_dialog.h"
 #include "tools/wait_cursor.h"
 
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QShortcut>
 #include <QUrl>
 
@@ -158,32 +158,39 @@ void ddl_export_settings::doBtnRestoreDefaultTypeMapping()
 
 void ddl_export_settings::doBtnFileLocation()
 {
-    QFileDialog dialog(this, QString(), QString(), QString());
-    dialog.setFileMode(QFileDialog::Directory);
-    dialog.setOption(QFileDialog::ShowDirsOnly, true);
-    dialog.setOption(QFileDialog::DontUseNativeDialog, false);
+    const tools::held_dialog<QFileDialog> dialog(this, QString(), QString(), QString());
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly, true);
+    dialog->setOption(QFileDialog::DontUseNativeDialog, false);
     const QString typed = m_txtFileLocation->text();
     if (!typed.isEmpty() && QDir(typed).exists()) {
-        dialog.setDirectory(typed);
+        dialog->setDirectory(typed);
     }
-    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+    if (dialog.exec() == QDialog::Accepted && !dialog->selectedFiles().isEmpty()) {
         m_txtFileLocation->setText(
-            QDir::toNativeSeparators(QDir(dialog.selectedFiles().constFirst()).absolutePath()));
+            QDir::toNativeSeparators(QDir(dialog->selectedFiles().constFirst()).absolutePath()));
     }
 }
 
 void ddl_export_settings::doBtnCustomScriptLocation()
 {
-    QFileDialog dialog(this, QString(), QString(), QString());
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
-        m_txtCustomScript->setText(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
+    const tools::held_dialog<QFileDialog> dialog(this, QString(), QString(), QString());
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    if (dialog.exec() == QDialog::Accepted && !dialog->selectedFiles().isEmpty()) {
+        m_txtCustomScript->setText(QDir::toNativeSeparators(dialog->selectedFiles().constFirst()));
     }
+}
+
+void ddl_export_settings::showMessage(QMessageBox::Icon icon, const QString & text)
+{
+    const tools::held_dialog<QMessageBox> box(icon, m_pPlugin ? m_pPlugin->getName() : QString(), text,
+                                              QMessageBox::Ok, this);
+    box.exec();
 }
 
 void ddl_export_settings::warn(const QString & text)
 {
-    QMessageBox::warning(this, m_pPlugin ? m_pPlugin->getName() : QString(), text, QMessageBox::Ok);
+    showMessage(QMessageBox::Warning, text);
 }
 
 void ddl_export_settings::doBtnDebugCustomScript()
@@ -211,8 +218,8 @@ void ddl_export_settings::doBtnDebugCustomScript()
         return;
     }
     m_pPlugin->setCustomScript(engine);
-    QMessageBox::information(
-        this, m_pPlugin->getName(),
+    showMessage(
+        QMessageBox::Information,
         tr("A new debugger window has been attached to the DDL SQL export process ('KorvGenericDDLExport' "
            "plugin) :\n") +
             tr("  1- save your settings and close this settings window ;\n") +
@@ -223,8 +230,7 @@ void ddl_export_settings::doBtnDebugCustomScript()
                "closing "
                "the debugger window.") +
             tr("\n\nOther note : another way to start the debugger is to press the SHIFT key on the keyboard "
-               "when executing the export process."),
-        QMessageBox::Ok);
+               "when executing the export process."));
 }
 
 void ddl_export_settings::doClickBtnHelpManual()

@@ -3,6 +3,7 @@
 #include "ui_wnd_ddl_export_settings.h"
 
 #include <QDialog>
+#include <QMessageBox>
 
 #include <memory>
 
@@ -46,6 +47,7 @@ private:
     [[nodiscard]] int selectedDatabase() const;
     void loadTypeMapping();
     [[nodiscard]] bool checkInput();
+    void showMessage(QMessageBox::Icon icon, const QString & text);
     void warn(const QString & text);
 
     plugin::ddl_export * m_pPlugin = nullptr;

@@ -13,6 +13,7 @@
 #include "context/ctx_global.h"
 #include "model/project.h"
 #include "plugin/export_interface.h"
+#include "tools/held_dialog.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -266,9 +267,9 @@ void project_window::findInScript()
 
 void project_window::warn(const QString & title, const QString & text)
 {
-    QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::Ok, this);
-    box.setTextFormat(Qt::PlainText);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    const tools::held_dialog<QMessageBox> box(QMessageBox::Warning, title, text, QMessageBox::Ok, this);
+    box->setTextFormat(Qt::PlainText);
+    box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box.exec();
 }
 

@@ -14,6 +14,7 @@
 #include "model/project.h"
 #include "plugin/export_interface.h"
 #include "storage/history.h"
+#include "tools/held_dialog.h"
 #include "tools/wait_cursor.h"
 
 #include <QCoreApplication>
@@ -39,18 +40,19 @@ const char ProjectSuffix[] = "korv";
 const char TextSuffix[] = "json";
 
 /// Asks for one file; the empty text when the person has none.
-QString chosenFile(QFileDialog & dialog, const QString & name)
+QString chosenFile(const tools::held_dialog<QFileDialog> & dialog, const QString & name)
 {
-    dialog.setObjectName(name);
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+    dialog->setObjectName(name);
+    return dialog.exec() == QDialog::Accepted ? dialog->selectedFiles().value(0) : QString();
 }
 
 /// Asks Yes or No; what is asked about may have any name, which is no mark-up.
 bool isConfirmed(QWidget * parent, const QString & title, const QString & question)
 {
-    QMessageBox box(QMessageBox::Question, title, question, QMessageBox::Yes | QMessageBox::No, parent);
-    box.setTextFormat(Qt::PlainText);
-    box.setDefaultButton(QMessageBox::No);
+    const tools::held_dialog<QMessageBox> box(QMessageBox::Question, title, question,
+                                              QMessageBox::Yes | QMessageBox::No, parent);
+    box->setTextFormat(Qt::PlainText);
+    box->setDefaultButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
 }
 
@@ -100,9 +102,10 @@ QString project_window::folderToStartIn() const
 
 void project_window::chooseAndOpen()
 {
-    QFileDialog dialog(this, tr("Korvane - Open"), folderToStartIn(),
-                       tr("Projects (*.korv)") + QStringLiteral(";;") + tr("All files (*)"));
-    dialog.setFileMode(QFileDialog::ExistingFile);
+    const tools::held_dialog<QFileDialog> dialog(this, tr("Korvane - Open"), folderToStartIn(),
+                                                 tr("Projects (*.korv)") + QStringLiteral(";;") +
+                                                     tr("All files (*)"));
+    dialog->setFileMode(QFileDialog::ExistingFile);
     if (const QString file = chosenFile(dialog, QStringLiteral("wnd_open")); !file.isEmpty()) {
         openFile(file);
     }
@@ -110,9 +113,10 @@ void project_window::chooseAndOpen()
 
 void project_window::chooseAndImport()
 {
-    QFileDialog dialog(this, tr("Korvane - Import text"), folderToStartIn(),
-                       tr("Models written as text (*.json)") + QStringLiteral(";;") + tr("All files (*)"));
-    dialog.setFileMode(QFileDialog::ExistingFile);
+    const tools::held_dialog<QFileDialog> dialog(this, tr("Korvane - Import text"), folderToStartIn(),
+                                                 tr("Models written as text (*.json)") +
+                                                     QStringLiteral(";;") + tr("All files (*)"));
+    dialog->setFileMode(QFileDialog::ExistingFile);
     if (const QString file = chosenFile(dialog, QStringLiteral("wnd_import")); !file.isEmpty()) {
         importModel(file);
     }
@@ -125,13 +129,14 @@ QString project_window::chooseImportTarget(const QFileInfo & text)
         m_pSession->file().isEmpty()
             ? text.absolutePath() + QLatin1Char('/') + text.completeBaseName() + QStringLiteral(".korv")
             : m_pSession->file();
-    QFileDialog dialog(this, tr("Korvane - Import %1 into the project file").arg(text.fileName()),
-                       QFileInfo(proposed).absolutePath(), tr("Projects (*.korv)"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QLatin1String(ProjectSuffix));
+    const tools::held_dialog<QFileDialog> dialog(
+        this, tr("Korvane - Import %1 into the project file").arg(text.fileName()),
+        QFileInfo(proposed).absolutePath(), tr("Projects (*.korv)"));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QLatin1String(ProjectSuffix));
     // The file is not overwritten: its settings and versions stay, and the question below says so.
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
-    dialog.selectFile(QFileInfo(proposed).fileName());
+    dialog->setOption(QFileDialog::DontConfirmOverwrite);
+    dialog->selectFile(QFileInfo(proposed).fileName());
     const QString target = chosenFile(dialog, QStringLiteral("wnd_import_into"));
     if (!target.isEmpty() && replacesModel(target) &&
         !isConfirmed(
@@ -173,15 +178,19 @@ void project_window::importModel(const QString & modelFile)
 
 void project_window::chooseAndSaveText()
 {
-    QFileDialog dialog(this, tr("Korvane - Save text"), folderToStartIn(),
-                       tr("Models written as text (*.json)") + QStringLiteral(";;") + tr("All files (*)"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QLatin1String(TextSuffix));
-    dialog.selectFile(QFileInfo(m_pSession->file()).completeBaseName() + QStringLiteral(".json"));
+    const tools::held_dialog<QFileDialog> dialog(this, tr("Korvane - Save text"), folderToStartIn(),
+                                                 tr("Models written as text (*.json)") +
+                                                     QStringLiteral(";;") + tr("All files (*)"));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QLatin1String(TextSuffix));
+    dialog->selectFile(QFileInfo(m_pSession->file()).completeBaseName() + QStringLiteral(".json"));
     const QString file = chosenFile(dialog, QStringLiteral("wnd_save_text"));
+    if (file.isEmpty()) {
+        return;
+    }
     // While the dialog was open the project may have been read again.
     const std::shared_ptr<model::project> project = m_pSession->project();
-    if (file.isEmpty() || !project) {
+    if (!project) {
         return;
     }
     if (QFileInfo(file).suffix().toLower() == QLatin1String(ProjectSuffix)) {
@@ -234,13 +243,14 @@ void project_window::tag()
     }
     const int number = versions.isEmpty() ? 1 : versions.constLast().number + 1;
     storage::history::tag_result result;
-    tag_dialog dialog(m_pSession->project()->getName(), number, this);
+    const tools::held_dialog<tag_dialog> dialog(m_pSession->project()->getName(), number, this);
     // While the dialog was open another program may have changed the model that is tagged.
     if (dialog.exec() != QDialog::Accepted || !refreshProject(title)) {
         return;
     }
     if (const zk::ZkBool tagged = whileBusy([&] {
-            return tagState(m_pSession->file(), dialog.message(), storage::history::tag_when::always, result);
+            return tagState(m_pSession->file(), dialog->message(), storage::history::tag_when::always,
+                            result);
         });
         !tagged) {
         warn(title, tagged.getDesc());
@@ -268,7 +278,8 @@ void project_window::showVersions()
         warn(title, error.text());
         return;
     }
-    versions_dialog(m_pSession->project()->getName(), versions, this).exec();
+    const tools::held_dialog<versions_dialog> dialog(m_pSession->project()->getName(), versions, this);
+    dialog.exec();
 }
 
 void project_window::exportWith(plugin::export_interface * plugin)

@@ -128,8 +128,7 @@ private Q_SLOTS:
             << QStringList{"import", "", "a.korv"}
             << QByteArray("MODEL.json is empty; give a file name (see 'korvane import --help')\n");
         QTest::newRow("empty name of an imported project")
-            << QStringList{"import", "a.json", ""}
-            << QByteArray("PROJECT.korv is empty; give a file");
+            << QStringList{"import", "a.json", ""} << QByteArray("PROJECT.korv is empty; give a file");
         QTest::newRow("empty name of a project")
             << QStringList{"tag", ""} << QByteArray("PROJECT.korv is empty; give a file name");
         QTest::newRow("empty name for the window")

@@ -142,6 +142,8 @@ private slots:
     void everyControlHasAName();
     void keyboardReachesEveryControl();
     void panesByKeyboard();
+    void goesWhileADialogIsShown_data();
+    void goesWhileADialogIsShown();
 
 private:
     std::unique_ptr<window_bench> m_bench;
@@ -898,6 +900,31 @@ void tst_project_window::panesByKeyboard()
     QVERIFY(isIn(m_bench->diagram()));
     m_bench->press(Qt::Key_4, Qt::AltModifier);
     QVERIFY(isIn(m_bench->messages()));
+}
+
+void tst_project_window::goesWhileADialogIsShown_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<bool>("isFileGone");
+    for (const char * const action :
+         {"m_actOpen", "m_actImport", "m_actSaveText", "m_actTag", "m_actVersions", "m_actAbout"}) {
+        QTest::newRow(action) << action << false;
+    }
+    QTest::newRow("a warning") << "m_actTag" << true;
+}
+
+void tst_project_window::goesWhileADialogIsShown()
+{
+    QFETCH(QString, action);
+    QFETCH(bool, isFileGone);
+    m_bench->open();
+    if (isFileGone) {
+        QVERIFY(QFile::remove(m_bench->file()));
+    }
+    modal_driver driver({[this](QWidget *) { m_bench->closeWindow(); }});
+    m_bench->action(action.toLatin1().constData())->trigger();
+    QVERIFY(driver.isDone());
+    QVERIFY(!QApplication::activeModalWidget());
 }
 
 QTEST_MAIN(tst_project_window)
