@@ -103,16 +103,8 @@
         <translation>Graphviz (dot) hat länger als %1 s gebraucht</translation>
     </message>
     <message>
-        <source>Graphviz (dot) is not installed</source>
-        <translation>Graphviz (dot) ist nicht installiert</translation>
-    </message>
-    <message>
         <source>Graphviz (dot) could not be started (%1)</source>
         <translation>Graphviz (dot) konnte nicht gestartet werden (%1)</translation>
-    </message>
-    <message>
-        <source>Graphviz (dot) wrote more than a layout</source>
-        <translation>Graphviz (dot) hat mehr als eine Anordnung ausgegeben</translation>
     </message>
     <message>
         <source>Graphviz (dot) crashed</source>
@@ -127,12 +119,20 @@
         <translation>Graphviz (dot) ist mit dem Status %1 fehlgeschlagen (%2)</translation>
     </message>
     <message>
-        <source>Graphviz (dot) gave no layout that can be read</source>
-        <translation>Graphviz (dot) hat keine lesbare Anordnung geliefert</translation>
+        <source>Graphviz (dot) is not installed; install Graphviz for a layout</source>
+        <translation>Graphviz (dot) ist nicht installiert; installieren Sie Graphviz für eine Anordnung</translation>
     </message>
     <message>
-        <source>%1: the entities stand in a grid</source>
-        <translation>%1: Die Entitäten stehen in einem Raster</translation>
+        <source>Graphviz (dot) returned too much output</source>
+        <translation>Graphviz (dot) hat eine zu große Ausgabe geliefert</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) returned a layout that could not be read</source>
+        <translation>Graphviz (dot) hat eine Anordnung geliefert, die nicht gelesen werden konnte</translation>
+    </message>
+    <message>
+        <source>%1. The entities are arranged in a grid</source>
+        <translation>%1. Die Entitäten sind in einem Raster angeordnet</translation>
     </message>
 </context>
 <context>
@@ -174,10 +174,6 @@
         <translation>%1 von %2 Entitäten: die Nachbarn von %3 bis zum Abstand %4</translation>
     </message>
     <message>
-        <source>; %1 more are left out</source>
-        <translation>; %1 weitere sind weggelassen</translation>
-    </message>
-    <message>
         <source>%1 %</source>
         <translation>%1 %</translation>
     </message>
@@ -194,16 +190,8 @@
         <translation>Ver&amp;größern</translation>
     </message>
     <message>
-        <source>Show the diagram larger</source>
-        <translation>Das Diagramm größer zeigen</translation>
-    </message>
-    <message>
         <source>Zoom &amp;out</source>
         <translation>Verk&amp;leinern</translation>
-    </message>
-    <message>
-        <source>Show the diagram smaller</source>
-        <translation>Das Diagramm kleiner zeigen</translation>
     </message>
     <message>
         <source>&amp;Fit</source>
@@ -216,10 +204,6 @@
     <message>
         <source>&amp;Actual size (100 %)</source>
         <translation>&amp;Originalgröße (100 %)</translation>
-    </message>
-    <message>
-        <source>Show the diagram at its own size</source>
-        <translation>Das Diagramm in seiner eigenen Größe zeigen</translation>
     </message>
     <message>
         <source>&amp;Save diagram…</source>
@@ -236,10 +220,6 @@
     <message>
         <source>Distance of the neighbours that are shown</source>
         <translation>Abstand der gezeigten Nachbarn</translation>
-    </message>
-    <message>
-        <source>How many relationships away an entity may be to be shown (large projects only)</source>
-        <translation>Wie viele Beziehungen eine Entität entfernt sein darf, um gezeigt zu werden (nur bei großen Projekten)</translation>
     </message>
     <message>
         <source>Diagram</source>
@@ -278,12 +258,32 @@
         <translation>Korvane - Diagramm</translation>
     </message>
     <message>
-        <source>%1 is already there. Is it to be replaced?</source>
-        <translation>%1 ist bereits vorhanden. Soll die Datei ersetzt werden?</translation>
-    </message>
-    <message>
         <source>Saved as %1</source>
         <translation>Gespeichert als %1</translation>
+    </message>
+    <message>
+        <source>; not shown: %1</source>
+        <translation>; nicht gezeigt: %1</translation>
+    </message>
+    <message>
+        <source>Enlarge the diagram</source>
+        <translation>Das Diagramm vergrößern</translation>
+    </message>
+    <message>
+        <source>Shrink the diagram</source>
+        <translation>Das Diagramm verkleinern</translation>
+    </message>
+    <message>
+        <source>Show the diagram at 100 %</source>
+        <translation>Das Diagramm mit 100 % zeigen</translation>
+    </message>
+    <message>
+        <source>How many relationships away from the selected entity to show (large projects only)</source>
+        <translation>Bis zu wie vielen Beziehungen Abstand von der ausgewählten Entität gezeigt wird (nur große Projekte)</translation>
+    </message>
+    <message>
+        <source>%1 already exists. Replace it?</source>
+        <translation>%1 ist bereits vorhanden. Soll die Datei ersetzt werden?</translation>
     </message>
 </context>
 <context>
@@ -486,10 +486,6 @@
         <translation>Filter</translation>
     </message>
     <message>
-        <source>Shows what has each of these words in its name, type, table or columns</source>
-        <translation>Zeigt, was jedes dieser Wörter in Name, Typ, Tabelle oder Spalten enthält</translation>
-    </message>
-    <message>
         <source>Entities, properties and relationships</source>
         <translation>Entitäten, Eigenschaften und Beziehungen</translation>
     </message>
@@ -520,6 +516,10 @@
     <message>
         <source>%1 entities</source>
         <translation>%1 Entitäten</translation>
+    </message>
+    <message>
+        <source>Show only what has all of these words in its name, type, table or columns</source>
+        <translation>Nur zeigen, was alle diese Wörter in Name, Typ, Tabelle oder Spalten hat</translation>
     </message>
 </context>
 <context>
@@ -559,14 +559,6 @@
     <message>
         <source>Soft-delete column: %1</source>
         <translation>Soft-Delete-Spalte: %1</translation>
-    </message>
-    <message>
-        <source>Key: %1 (%2)</source>
-        <translation>Schlüssel: %1 (%2)</translation>
-    </message>
-    <message>
-        <source>Key: none</source>
-        <translation>Schlüssel: keiner</translation>
     </message>
     <message>
         <source>Type: %1</source>
@@ -645,10 +637,6 @@
         <translation>(keine Spalte)</translation>
     </message>
     <message>
-        <source>key</source>
-        <translation>Schlüssel</translation>
-    </message>
-    <message>
         <source>unique</source>
         <translation>eindeutig</translation>
     </message>
@@ -663,6 +651,18 @@
     <message>
         <source>transient</source>
         <translation>transient</translation>
+    </message>
+    <message>
+        <source>Primary key: %1 (%2)</source>
+        <translation>Primärschlüssel: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Primary key: none</source>
+        <translation>Primärschlüssel: keiner</translation>
+    </message>
+    <message>
+        <source>primary key</source>
+        <translation>Primärschlüssel</translation>
     </message>
 </context>
 <context>
@@ -715,14 +715,6 @@
         <translation>Korvane - Projektdatei</translation>
     </message>
     <message>
-        <source>%1
-
-What is shown is the project as it was read last. &quot;File &gt; Save text…&quot; keeps its model.</source>
-        <translation>%1
-
-Gezeigt wird das Projekt, wie es zuletzt gelesen wurde. &quot;Datei &gt; Text speichern…&quot; bewahrt sein Modell.</translation>
-    </message>
-    <message>
         <source>Korvane</source>
         <translation>Korvane</translation>
     </message>
@@ -733,10 +725,6 @@ Gezeigt wird das Projekt, wie es zuletzt gelesen wurde. &quot;Datei &gt; Text sp
     <message>
         <source>%1 (%2) - Korvane</source>
         <translation>%1 (%2) - Korvane</translation>
-    </message>
-    <message>
-        <source>No project was opened yet</source>
-        <translation>Es wurde noch kein Projekt geöffnet</translation>
     </message>
     <message>
         <source>&amp;Clear this list</source>
@@ -751,34 +739,12 @@ Gezeigt wird das Projekt, wie es zuletzt gelesen wurde. &quot;Datei &gt; Text sp
         <translation>Alle Dateien (*)</translation>
     </message>
     <message>
-        <source>Korvane - Import text</source>
-        <translation>Korvane - Text importieren</translation>
-    </message>
-    <message>
-        <source>Models written as text (*.json)</source>
-        <translation>Modelle in Textform (*.json)</translation>
-    </message>
-    <message>
         <source>Korvane - Import %1 into the project file</source>
         <translation>Korvane - %1 in die Projektdatei importieren</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is there already.
-Do you want to replace its model by the one of &apos;%2&apos;? Its settings and its versions stay.</source>
-        <translation>&apos;%1&apos; ist bereits vorhanden.
-Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und Versionen bleiben erhalten.</translation>
-    </message>
-    <message>
         <source>Import of %1</source>
         <translation>Import von %1</translation>
-    </message>
-    <message>
-        <source>Project &apos;%1&apos; imported into %2. Entities: %3</source>
-        <translation>Projekt &apos;%1&apos; in %2 importiert. Entitäten: %3</translation>
-    </message>
-    <message>
-        <source>Korvane - Save text</source>
-        <translation>Korvane - Text speichern</translation>
     </message>
     <message>
         <source>%1 written</source>
@@ -825,24 +791,12 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <translation>Es wurde nichts geschrieben: Der Export wurde abgebrochen, oder er betrifft die Schritte zwischen Versionen und es ist noch keine Version angelegt</translation>
     </message>
     <message>
-        <source>Scripts written to %1: %2</source>
-        <translation>Nach %1 geschriebene Skripte: %2</translation>
-    </message>
-    <message>
         <source>Korvane - Settings</source>
         <translation>Korvane - Einstellungen</translation>
     </message>
     <message>
         <source>Korvane - Manual</source>
         <translation>Korvane - Handbuch</translation>
-    </message>
-    <message>
-        <source>The manual cannot be shown; it is the file %1</source>
-        <translation>Das Handbuch kann nicht angezeigt werden; es ist die Datei %1</translation>
-    </message>
-    <message>
-        <source>&lt;h3&gt;korvane %1&lt;/h3&gt;&lt;p&gt;Trustworthy migration scripts from a class model.&lt;/p&gt;&lt;p&gt;Runs on Qt %2. MIT license.&lt;/p&gt;</source>
-        <translation>&lt;h3&gt;korvane %1&lt;/h3&gt;&lt;p&gt;Verlässliche Migrationsskripte aus einem Klassenmodell.&lt;/p&gt;&lt;p&gt;Läuft mit Qt %2. MIT-Lizenz.&lt;/p&gt;</translation>
     </message>
     <message>
         <source>Korvane - About</source>
@@ -901,18 +855,6 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <translation>Das Projekt schließen</translation>
     </message>
     <message>
-        <source>&amp;Import text…</source>
-        <translation>Text &amp;importieren…</translation>
-    </message>
-    <message>
-        <source>Make a project of its text form, or replace the model of one</source>
-        <translation>Aus der Textform ein Projekt machen oder das Modell eines Projekts ersetzen</translation>
-    </message>
-    <message>
-        <source>&amp;Save text…</source>
-        <translation>&amp;Text speichern…</translation>
-    </message>
-    <message>
         <source>Write the model as text, to edit it or to keep it under version control</source>
         <translation>Das Modell als Text schreiben, um es zu bearbeiten oder in einer Versionsverwaltung zu führen</translation>
     </message>
@@ -927,10 +869,6 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     <message>
         <source>&amp;Tag project state…</source>
         <translation>Projektstand &amp;markieren…</translation>
-    </message>
-    <message>
-        <source>Keep the project as it is now as a version</source>
-        <translation>Den jetzigen Stand des Projekts als Version festhalten</translation>
     </message>
     <message>
         <source>&amp;Versions…</source>
@@ -981,10 +919,6 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <translation>Das Handbuch öffnen</translation>
     </message>
     <message>
-        <source>&amp;About korvane</source>
-        <translation>Ü&amp;ber korvane</translation>
-    </message>
-    <message>
         <source>Versions of the program and of its plug-ins</source>
         <translation>Versionen des Programms und seiner Plugins</translation>
     </message>
@@ -993,16 +927,90 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <translation>Werkzeuge</translation>
     </message>
     <message>
-        <source>A project file is not replaced by text: %1. Choose a name that ends with .json</source>
-        <translation>Eine Projektdatei wird nicht durch Text ersetzt: %1. Wählen Sie einen Namen, der auf .json endet</translation>
-    </message>
-    <message>
-        <source>The folder cannot be shown: %1</source>
-        <translation>Der Ordner kann nicht angezeigt werden: %1</translation>
-    </message>
-    <message>
         <source>Korvane - Scripts</source>
         <translation>Korvane - Skripte</translation>
+    </message>
+    <message>
+        <source>%1
+
+The window still shows the project as last read. To keep its model, use &quot;File &gt; Save model as text…&quot;.</source>
+        <translation>%1
+
+Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein Modell zu behalten, verwenden Sie &quot;Datei &gt; Modell als Text speichern…&quot;.</translation>
+    </message>
+    <message>
+        <source>No recent projects</source>
+        <translation>Keine zuletzt verwendeten Projekte</translation>
+    </message>
+    <message>
+        <source>Korvane - Import model</source>
+        <translation>Korvane - Modell importieren</translation>
+    </message>
+    <message>
+        <source>Models in text form (*.json)</source>
+        <translation>Modelle in Textform (*.json)</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; already exists.
+Replace its model with the one from &apos;%2&apos;? Settings and versions are kept.</source>
+        <translation>&apos;%1&apos; ist bereits vorhanden.
+Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und Versionen bleiben erhalten.</translation>
+    </message>
+    <message>
+        <source>Project &apos;%1&apos; imported into %2 (entities: %3)</source>
+        <translation>Projekt &apos;%1&apos; in %2 importiert (Entitäten: %3)</translation>
+    </message>
+    <message>
+        <source>Korvane - Save model as text</source>
+        <translation>Korvane - Modell als Text speichern</translation>
+    </message>
+    <message>
+        <source>%1 is a project file and was not overwritten. Choose a name that ends in .json</source>
+        <translation>%1 ist eine Projektdatei und wurde nicht überschrieben. Wählen Sie einen Namen, der auf .json endet</translation>
+    </message>
+    <message>
+        <source>Version %1 of %2 tagged; the model has not changed since version %3</source>
+        <translation>Version %1 von %2 angelegt; das Modell hat sich seit Version %3 nicht geändert</translation>
+    </message>
+    <message>
+        <source>1 script written to %1</source>
+        <translation>1 Skript nach %1 geschrieben</translation>
+    </message>
+    <message>
+        <source>%1 scripts written to %2</source>
+        <translation>%1 Skripte nach %2 geschrieben</translation>
+    </message>
+    <message>
+        <source>The manual could not be opened. Open this file in a browser: %1</source>
+        <translation>Das Handbuch konnte nicht geöffnet werden. Öffnen Sie diese Datei im Browser: %1</translation>
+    </message>
+    <message>
+        <source>The folder could not be opened: %1</source>
+        <translation>Der Ordner konnte nicht geöffnet werden: %1</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;Korvane %1&lt;/h3&gt;&lt;p&gt;Trustworthy migration scripts from a class model.&lt;/p&gt;&lt;p&gt;Runs on Qt %2. MIT license.&lt;/p&gt;</source>
+        <translation>&lt;h3&gt;Korvane %1&lt;/h3&gt;&lt;p&gt;Verlässliche Migrationsskripte aus einem Klassenmodell.&lt;/p&gt;&lt;p&gt;Läuft mit Qt %2. MIT-Lizenz.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>&amp;Import model…</source>
+        <translation>Modell &amp;importieren…</translation>
+    </message>
+    <message>
+        <source>Create a project from a model in text form, or replace a project&apos;s model</source>
+        <translation>Aus einem Modell in Textform ein Projekt erstellen oder das Modell eines Projekts ersetzen</translation>
+    </message>
+    <message>
+        <source>&amp;Save model as text…</source>
+        <translation>Modell als &amp;Text speichern…</translation>
+    </message>
+    <message>
+        <source>Tag the current state of the project as a new version</source>
+        <translation>Den jetzigen Stand des Projekts als neue Version markieren</translation>
+    </message>
+    <message>
+        <source>&amp;About Korvane</source>
+        <translation>Ü&amp;ber Korvane</translation>
     </message>
 </context>
 <context>
@@ -1059,10 +1067,6 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <translation>Datei des Skripts</translation>
     </message>
     <message>
-        <source>This is not a file that can be read as a script.</source>
-        <translation>Dies ist keine Datei, die als Skript gelesen werden kann.</translation>
-    </message>
-    <message>
         <source>The file is not there. It may have been moved or deleted.</source>
         <translation>Die Datei ist nicht vorhanden. Vielleicht wurde sie verschoben oder gelöscht.</translation>
     </message>
@@ -1073,10 +1077,6 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     <message>
         <source>The script is very large. Only the first %1 of %2 are shown here.</source>
         <translation>Das Skript ist sehr groß. Hier werden nur die ersten %1 von %2 gezeigt.</translation>
-    </message>
-    <message>
-        <source>The file has bytes that are no UTF-8. They are shown as %1.</source>
-        <translation>Die Datei enthält Bytes, die kein UTF-8 sind. Sie werden als %1 gezeigt.</translation>
     </message>
     <message>
         <source>Lines of more than %1 characters are cut off here.</source>
@@ -1099,6 +1099,14 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <comment>lines, size</comment>
         <translation>%1, %2</translation>
     </message>
+    <message>
+        <source>This is a folder or a special file, not a script.</source>
+        <translation>Das ist ein Ordner oder eine besondere Datei, kein Skript.</translation>
+    </message>
+    <message>
+        <source>The file has bytes that are not UTF-8. They are shown as %1.</source>
+        <translation>Die Datei enthält Bytes, die kein UTF-8 sind. Sie werden als %1 gezeigt.</translation>
+    </message>
 </context>
 <context>
     <name>app::tag_dialog</name>
@@ -1107,24 +1115,24 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <translation>Korvane - Projektstand markieren</translation>
     </message>
     <message>
-        <source>What this version is about</source>
-        <translation>Worum es in dieser Version geht</translation>
-    </message>
-    <message>
         <source>for example: first release</source>
         <translation>zum Beispiel: erste Veröffentlichung</translation>
-    </message>
-    <message>
-        <source>&amp;What this version is about:</source>
-        <translation>&amp;Worum es in dieser Version geht:</translation>
     </message>
     <message>
         <source>Tag</source>
         <translation>Markieren</translation>
     </message>
     <message>
-        <source>The model and the settings of &apos;%1&apos; as they are now are kept as version %2. Evolution scripts lead from one version to the next.</source>
-        <translation>Modell und Einstellungen von &apos;%1&apos; werden in ihrem jetzigen Stand als Version %2 festgehalten. Die Skripte der Schemaentwicklung führen von einer Version zur nächsten.</translation>
+        <source>Description</source>
+        <translation>Beschreibung</translation>
+    </message>
+    <message>
+        <source>&amp;Description:</source>
+        <translation>&amp;Beschreibung:</translation>
+    </message>
+    <message>
+        <source>This tags the current state of &apos;%1&apos;, its model and its settings, as version %2. Evolution scripts lead from one version to the next.</source>
+        <translation>Damit wird der jetzige Stand von &apos;%1&apos;, sein Modell und seine Einstellungen, als Version %2 markiert. Evolutionsskripte führen von einer Version zur nächsten.</translation>
     </message>
 </context>
 <context>
@@ -1142,10 +1150,6 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <translation>Angelegt</translation>
     </message>
     <message>
-        <source>About</source>
-        <translation>Beschreibung</translation>
-    </message>
-    <message>
         <source>Versions of the project</source>
         <translation>Versionen des Projekts</translation>
     </message>
@@ -1156,6 +1160,10 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     <message>
         <source>Versions of &apos;%1&apos;, the newest first:</source>
         <translation>Versionen von &apos;%1&apos;, die neueste zuerst:</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>Beschreibung</translation>
     </message>
 </context>
 <context>
@@ -1169,14 +1177,6 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <translation>Eine Projektdatei (*.korv). Sie können sie auch auf dieses Fenster ziehen.</translation>
     </message>
     <message>
-        <source>Import a model written as text…</source>
-        <translation>Modell in Textform importieren…</translation>
-    </message>
-    <message>
-        <source>Makes a project file of the text form of a model (*.json).</source>
-        <translation>Macht aus der Textform eines Modells (*.json) eine Projektdatei.</translation>
-    </message>
-    <message>
         <source>Korvane</source>
         <translation>Korvane</translation>
     </message>
@@ -1187,6 +1187,14 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     <message>
         <source>Recent projects</source>
         <translation>Zuletzt geöffnete Projekte</translation>
+    </message>
+    <message>
+        <source>Import a model…</source>
+        <translation>Modell importieren…</translation>
+    </message>
+    <message>
+        <source>Creates a project from a model in text form (*.json), or replaces a project&apos;s model.</source>
+        <translation>Erstellt aus einem Modell in Textform (*.json) ein Projekt oder ersetzt das Modell eines Projekts.</translation>
     </message>
 </context>
 <context>

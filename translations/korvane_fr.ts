@@ -103,16 +103,8 @@
         <translation>Graphviz (dot) a mis plus de %1 s</translation>
     </message>
     <message>
-        <source>Graphviz (dot) is not installed</source>
-        <translation>Graphviz (dot) n&apos;est pas installé</translation>
-    </message>
-    <message>
         <source>Graphviz (dot) could not be started (%1)</source>
         <translation>Graphviz (dot) n&apos;a pas pu être démarré (%1)</translation>
-    </message>
-    <message>
-        <source>Graphviz (dot) wrote more than a layout</source>
-        <translation>Graphviz (dot) a écrit plus qu&apos;une disposition</translation>
     </message>
     <message>
         <source>Graphviz (dot) crashed</source>
@@ -127,12 +119,20 @@
         <translation>Graphviz (dot) a échoué avec le code %1 (%2)</translation>
     </message>
     <message>
-        <source>Graphviz (dot) gave no layout that can be read</source>
-        <translation>Graphviz (dot) n&apos;a pas fourni de disposition lisible</translation>
+        <source>Graphviz (dot) is not installed; install Graphviz for a layout</source>
+        <translation>Graphviz (dot) n&apos;est pas installé ; installez Graphviz pour une disposition</translation>
     </message>
     <message>
-        <source>%1: the entities stand in a grid</source>
-        <translation>%1 : les entités sont disposées en grille</translation>
+        <source>Graphviz (dot) returned too much output</source>
+        <translation>Graphviz (dot) a produit une sortie trop volumineuse</translation>
+    </message>
+    <message>
+        <source>Graphviz (dot) returned a layout that could not be read</source>
+        <translation>Graphviz (dot) a produit une disposition illisible</translation>
+    </message>
+    <message>
+        <source>%1. The entities are arranged in a grid</source>
+        <translation>%1. Les entités sont disposées en grille</translation>
     </message>
 </context>
 <context>
@@ -174,10 +174,6 @@
         <translation>%1 sur %2 entités : les voisines de %3 jusqu&apos;à la distance %4</translation>
     </message>
     <message>
-        <source>; %1 more are left out</source>
-        <translation> ; voisines omises : %1</translation>
-    </message>
-    <message>
         <source>%1 %</source>
         <translation>%1 %</translation>
     </message>
@@ -194,16 +190,8 @@
         <translation>Zoom &amp;avant</translation>
     </message>
     <message>
-        <source>Show the diagram larger</source>
-        <translation>Agrandir le diagramme</translation>
-    </message>
-    <message>
         <source>Zoom &amp;out</source>
         <translation>Zoom arr&amp;ière</translation>
-    </message>
-    <message>
-        <source>Show the diagram smaller</source>
-        <translation>Réduire le diagramme</translation>
     </message>
     <message>
         <source>&amp;Fit</source>
@@ -216,10 +204,6 @@
     <message>
         <source>&amp;Actual size (100 %)</source>
         <translation>&amp;Taille réelle (100 %)</translation>
-    </message>
-    <message>
-        <source>Show the diagram at its own size</source>
-        <translation>Afficher le diagramme à sa taille réelle</translation>
     </message>
     <message>
         <source>&amp;Save diagram…</source>
@@ -236,10 +220,6 @@
     <message>
         <source>Distance of the neighbours that are shown</source>
         <translation>Distance des voisines affichées</translation>
-    </message>
-    <message>
-        <source>How many relationships away an entity may be to be shown (large projects only)</source>
-        <translation>Nombre maximal de relations entre l&apos;entité sélectionnée et les entités affichées (grands projets uniquement)</translation>
     </message>
     <message>
         <source>Diagram</source>
@@ -278,12 +258,32 @@
         <translation>Korvane - Diagramme</translation>
     </message>
     <message>
-        <source>%1 is already there. Is it to be replaced?</source>
-        <translation>%1 existe déjà. Voulez-vous le remplacer ?</translation>
-    </message>
-    <message>
         <source>Saved as %1</source>
         <translation>Enregistré sous %1</translation>
+    </message>
+    <message>
+        <source>; not shown: %1</source>
+        <translation> ; non affichées : %1</translation>
+    </message>
+    <message>
+        <source>Enlarge the diagram</source>
+        <translation>Agrandir le diagramme</translation>
+    </message>
+    <message>
+        <source>Shrink the diagram</source>
+        <translation>Réduire le diagramme</translation>
+    </message>
+    <message>
+        <source>Show the diagram at 100 %</source>
+        <translation>Afficher le diagramme à 100 %</translation>
+    </message>
+    <message>
+        <source>How many relationships away from the selected entity to show (large projects only)</source>
+        <translation>Jusqu&apos;à combien de relations de l&apos;entité sélectionnée afficher (grands projets seulement)</translation>
+    </message>
+    <message>
+        <source>%1 already exists. Replace it?</source>
+        <translation>%1 existe déjà. Voulez-vous le remplacer ?</translation>
     </message>
 </context>
 <context>
@@ -486,10 +486,6 @@
         <translation>Filtre</translation>
     </message>
     <message>
-        <source>Shows what has each of these words in its name, type, table or columns</source>
-        <translation>Affiche ce qui contient chacun de ces mots dans son nom, son type, sa table ou ses colonnes</translation>
-    </message>
-    <message>
         <source>Entities, properties and relationships</source>
         <translation>Entités, propriétés et relations</translation>
     </message>
@@ -520,6 +516,10 @@
     <message>
         <source>%1 entities</source>
         <translation>%1 entités</translation>
+    </message>
+    <message>
+        <source>Show only what has all of these words in its name, type, table or columns</source>
+        <translation>N&apos;afficher que ce qui contient tous ces mots dans son nom, son type, sa table ou ses colonnes</translation>
     </message>
 </context>
 <context>
@@ -559,14 +559,6 @@
     <message>
         <source>Soft-delete column: %1</source>
         <translation>Colonne de suppression logique : %1</translation>
-    </message>
-    <message>
-        <source>Key: %1 (%2)</source>
-        <translation>Clé : %1 (%2)</translation>
-    </message>
-    <message>
-        <source>Key: none</source>
-        <translation>Clé : aucune</translation>
     </message>
     <message>
         <source>Type: %1</source>
@@ -645,10 +637,6 @@
         <translation>(sans colonne)</translation>
     </message>
     <message>
-        <source>key</source>
-        <translation>clé</translation>
-    </message>
-    <message>
         <source>unique</source>
         <translation>unique</translation>
     </message>
@@ -663,6 +651,18 @@
     <message>
         <source>transient</source>
         <translation>transitoire</translation>
+    </message>
+    <message>
+        <source>Primary key: %1 (%2)</source>
+        <translation>Clé primaire : %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Primary key: none</source>
+        <translation>Clé primaire : aucune</translation>
+    </message>
+    <message>
+        <source>primary key</source>
+        <translation>clé primaire</translation>
     </message>
 </context>
 <context>
@@ -715,14 +715,6 @@
         <translation>Korvane - Fichier de projet</translation>
     </message>
     <message>
-        <source>%1
-
-What is shown is the project as it was read last. &quot;File &gt; Save text…&quot; keeps its model.</source>
-        <translation>%1
-
-Le projet affiché est celui de la dernière lecture. &quot;Fichier &gt; Enregistrer en texte…&quot; en conserve le modèle.</translation>
-    </message>
-    <message>
         <source>Korvane</source>
         <translation>Korvane</translation>
     </message>
@@ -733,10 +725,6 @@ Le projet affiché est celui de la dernière lecture. &quot;Fichier &gt; Enregis
     <message>
         <source>%1 (%2) - Korvane</source>
         <translation>%1 (%2) - Korvane</translation>
-    </message>
-    <message>
-        <source>No project was opened yet</source>
-        <translation>Aucun projet n&apos;a encore été ouvert</translation>
     </message>
     <message>
         <source>&amp;Clear this list</source>
@@ -751,34 +739,12 @@ Le projet affiché est celui de la dernière lecture. &quot;Fichier &gt; Enregis
         <translation>Tous les fichiers (*)</translation>
     </message>
     <message>
-        <source>Korvane - Import text</source>
-        <translation>Korvane - Importer un texte</translation>
-    </message>
-    <message>
-        <source>Models written as text (*.json)</source>
-        <translation>Modèles sous forme de texte (*.json)</translation>
-    </message>
-    <message>
         <source>Korvane - Import %1 into the project file</source>
         <translation>Korvane - Importer %1 dans le fichier de projet</translation>
     </message>
     <message>
-        <source>&apos;%1&apos; is there already.
-Do you want to replace its model by the one of &apos;%2&apos;? Its settings and its versions stay.</source>
-        <translation>&apos;%1&apos; existe déjà.
-Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres et ses versions seront conservés.</translation>
-    </message>
-    <message>
         <source>Import of %1</source>
         <translation>Import de %1</translation>
-    </message>
-    <message>
-        <source>Project &apos;%1&apos; imported into %2. Entities: %3</source>
-        <translation>Projet &apos;%1&apos; importé dans %2. Entités : %3</translation>
-    </message>
-    <message>
-        <source>Korvane - Save text</source>
-        <translation>Korvane - Enregistrer en texte</translation>
     </message>
     <message>
         <source>%1 written</source>
@@ -825,24 +791,12 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
         <translation>Rien n&apos;a été écrit : l&apos;export a été annulé, ou il porte sur l&apos;évolution et aucune version n&apos;est étiquetée</translation>
     </message>
     <message>
-        <source>Scripts written to %1: %2</source>
-        <translation>Scripts écrits dans %1 : %2</translation>
-    </message>
-    <message>
         <source>Korvane - Settings</source>
         <translation>Korvane - Paramètres</translation>
     </message>
     <message>
         <source>Korvane - Manual</source>
         <translation>Korvane - Manuel</translation>
-    </message>
-    <message>
-        <source>The manual cannot be shown; it is the file %1</source>
-        <translation>Impossible d&apos;afficher le manuel ; c&apos;est le fichier %1</translation>
-    </message>
-    <message>
-        <source>&lt;h3&gt;korvane %1&lt;/h3&gt;&lt;p&gt;Trustworthy migration scripts from a class model.&lt;/p&gt;&lt;p&gt;Runs on Qt %2. MIT license.&lt;/p&gt;</source>
-        <translation>&lt;h3&gt;korvane %1&lt;/h3&gt;&lt;p&gt;Des scripts de migration fiables à partir d&apos;un modèle de classes.&lt;/p&gt;&lt;p&gt;Fonctionne avec Qt %2. Licence MIT.&lt;/p&gt;</translation>
     </message>
     <message>
         <source>Korvane - About</source>
@@ -901,18 +855,6 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
         <translation>Fermer le projet</translation>
     </message>
     <message>
-        <source>&amp;Import text…</source>
-        <translation>&amp;Importer un texte…</translation>
-    </message>
-    <message>
-        <source>Make a project of its text form, or replace the model of one</source>
-        <translation>Créer un projet à partir de sa forme texte, ou remplacer le modèle d&apos;un projet</translation>
-    </message>
-    <message>
-        <source>&amp;Save text…</source>
-        <translation>&amp;Enregistrer en texte…</translation>
-    </message>
-    <message>
         <source>Write the model as text, to edit it or to keep it under version control</source>
         <translation>Écrire le modèle sous forme de texte, pour le modifier ou le placer sous gestion de versions</translation>
     </message>
@@ -927,10 +869,6 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
     <message>
         <source>&amp;Tag project state…</source>
         <translation>É&amp;tiqueter l&apos;état du projet…</translation>
-    </message>
-    <message>
-        <source>Keep the project as it is now as a version</source>
-        <translation>Conserver l&apos;état actuel du projet comme version</translation>
     </message>
     <message>
         <source>&amp;Versions…</source>
@@ -981,10 +919,6 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
         <translation>Ouvrir le manuel</translation>
     </message>
     <message>
-        <source>&amp;About korvane</source>
-        <translation>À &amp;propos de korvane</translation>
-    </message>
-    <message>
         <source>Versions of the program and of its plug-ins</source>
         <translation>Versions du programme et de ses plugins</translation>
     </message>
@@ -993,16 +927,90 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
         <translation>Outils</translation>
     </message>
     <message>
-        <source>A project file is not replaced by text: %1. Choose a name that ends with .json</source>
-        <translation>Un fichier de projet n&apos;est pas remplacé par un texte : %1. Choisissez un nom qui se termine par .json</translation>
-    </message>
-    <message>
-        <source>The folder cannot be shown: %1</source>
-        <translation>Impossible d&apos;afficher le répertoire : %1</translation>
-    </message>
-    <message>
         <source>Korvane - Scripts</source>
         <translation>Korvane - Scripts</translation>
+    </message>
+    <message>
+        <source>%1
+
+The window still shows the project as last read. To keep its model, use &quot;File &gt; Save model as text…&quot;.</source>
+        <translation>%1
+
+La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour conserver son modèle, utilisez &quot;Fichier &gt; Enregistrer le modèle en texte…&quot;.</translation>
+    </message>
+    <message>
+        <source>No recent projects</source>
+        <translation>Aucun projet récent</translation>
+    </message>
+    <message>
+        <source>Korvane - Import model</source>
+        <translation>Korvane - Importer un modèle</translation>
+    </message>
+    <message>
+        <source>Models in text form (*.json)</source>
+        <translation>Modèles sous forme de texte (*.json)</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; already exists.
+Replace its model with the one from &apos;%2&apos;? Settings and versions are kept.</source>
+        <translation>&apos;%1&apos; existe déjà.
+Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versions sont conservés.</translation>
+    </message>
+    <message>
+        <source>Project &apos;%1&apos; imported into %2 (entities: %3)</source>
+        <translation>Projet &apos;%1&apos; importé dans %2 (entités : %3)</translation>
+    </message>
+    <message>
+        <source>Korvane - Save model as text</source>
+        <translation>Korvane - Enregistrer le modèle en texte</translation>
+    </message>
+    <message>
+        <source>%1 is a project file and was not overwritten. Choose a name that ends in .json</source>
+        <translation>%1 est un fichier de projet et n&apos;a pas été remplacé. Choisissez un nom qui se termine par .json</translation>
+    </message>
+    <message>
+        <source>Version %1 of %2 tagged; the model has not changed since version %3</source>
+        <translation>Version %1 de %2 étiquetée ; le modèle n&apos;a pas changé depuis la version %3</translation>
+    </message>
+    <message>
+        <source>1 script written to %1</source>
+        <translation>1 script écrit dans %1</translation>
+    </message>
+    <message>
+        <source>%1 scripts written to %2</source>
+        <translation>%1 scripts écrits dans %2</translation>
+    </message>
+    <message>
+        <source>The manual could not be opened. Open this file in a browser: %1</source>
+        <translation>Le manuel n&apos;a pas pu être ouvert. Ouvrez ce fichier dans un navigateur : %1</translation>
+    </message>
+    <message>
+        <source>The folder could not be opened: %1</source>
+        <translation>Le dossier n&apos;a pas pu être ouvert : %1</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;Korvane %1&lt;/h3&gt;&lt;p&gt;Trustworthy migration scripts from a class model.&lt;/p&gt;&lt;p&gt;Runs on Qt %2. MIT license.&lt;/p&gt;</source>
+        <translation>&lt;h3&gt;Korvane %1&lt;/h3&gt;&lt;p&gt;Des scripts de migration fiables à partir d&apos;un modèle de classes.&lt;/p&gt;&lt;p&gt;Fonctionne avec Qt %2. Licence MIT.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>&amp;Import model…</source>
+        <translation>&amp;Importer un modèle…</translation>
+    </message>
+    <message>
+        <source>Create a project from a model in text form, or replace a project&apos;s model</source>
+        <translation>Créer un projet à partir d&apos;un modèle sous forme de texte, ou remplacer le modèle d&apos;un projet</translation>
+    </message>
+    <message>
+        <source>&amp;Save model as text…</source>
+        <translation>&amp;Enregistrer le modèle en texte…</translation>
+    </message>
+    <message>
+        <source>Tag the current state of the project as a new version</source>
+        <translation>Étiqueter l&apos;état actuel du projet comme nouvelle version</translation>
+    </message>
+    <message>
+        <source>&amp;About Korvane</source>
+        <translation>À &amp;propos de Korvane</translation>
     </message>
 </context>
 <context>
@@ -1059,10 +1067,6 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
         <translation>Fichier du script</translation>
     </message>
     <message>
-        <source>This is not a file that can be read as a script.</source>
-        <translation>Ce n&apos;est pas un fichier lisible comme script.</translation>
-    </message>
-    <message>
         <source>The file is not there. It may have been moved or deleted.</source>
         <translation>Le fichier est introuvable. Il a peut-être été déplacé ou supprimé.</translation>
     </message>
@@ -1073,10 +1077,6 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
     <message>
         <source>The script is very large. Only the first %1 of %2 are shown here.</source>
         <translation>Le script est très volumineux. Seuls les premiers %1 sur %2 sont affichés ici.</translation>
-    </message>
-    <message>
-        <source>The file has bytes that are no UTF-8. They are shown as %1.</source>
-        <translation>Le fichier contient des octets qui ne sont pas de l&apos;UTF-8. Ils sont affichés sous la forme %1.</translation>
     </message>
     <message>
         <source>Lines of more than %1 characters are cut off here.</source>
@@ -1099,6 +1099,14 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
         <comment>lines, size</comment>
         <translation>%1, %2</translation>
     </message>
+    <message>
+        <source>This is a folder or a special file, not a script.</source>
+        <translation>Ceci est un dossier ou un fichier spécial, pas un script.</translation>
+    </message>
+    <message>
+        <source>The file has bytes that are not UTF-8. They are shown as %1.</source>
+        <translation>Le fichier contient des octets qui ne sont pas de l&apos;UTF-8. Ils sont affichés comme %1.</translation>
+    </message>
 </context>
 <context>
     <name>app::tag_dialog</name>
@@ -1107,24 +1115,24 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
         <translation>Korvane - Étiqueter l&apos;état du projet</translation>
     </message>
     <message>
-        <source>What this version is about</source>
-        <translation>Objet de cette version</translation>
-    </message>
-    <message>
         <source>for example: first release</source>
         <translation>par exemple : première livraison</translation>
-    </message>
-    <message>
-        <source>&amp;What this version is about:</source>
-        <translation>&amp;Objet de cette version :</translation>
     </message>
     <message>
         <source>Tag</source>
         <translation>Étiqueter</translation>
     </message>
     <message>
-        <source>The model and the settings of &apos;%1&apos; as they are now are kept as version %2. Evolution scripts lead from one version to the next.</source>
-        <translation>Le modèle et les paramètres de &apos;%1&apos; sont conservés dans leur état actuel comme version %2. Les scripts d&apos;évolution mènent d&apos;une version à la suivante.</translation>
+        <source>Description</source>
+        <translation>Description</translation>
+    </message>
+    <message>
+        <source>&amp;Description:</source>
+        <translation>&amp;Description :</translation>
+    </message>
+    <message>
+        <source>This tags the current state of &apos;%1&apos;, its model and its settings, as version %2. Evolution scripts lead from one version to the next.</source>
+        <translation>L&apos;état actuel de &apos;%1&apos;, son modèle et ses paramètres, est étiqueté comme version %2. Les scripts d&apos;évolution mènent d&apos;une version à la suivante.</translation>
     </message>
 </context>
 <context>
@@ -1142,10 +1150,6 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
         <translation>Étiquetée le</translation>
     </message>
     <message>
-        <source>About</source>
-        <translation>Objet</translation>
-    </message>
-    <message>
         <source>Versions of the project</source>
         <translation>Versions du projet</translation>
     </message>
@@ -1156,6 +1160,10 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
     <message>
         <source>Versions of &apos;%1&apos;, the newest first:</source>
         <translation>Versions de &apos;%1&apos;, de la plus récente à la plus ancienne :</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>Description</translation>
     </message>
 </context>
 <context>
@@ -1169,14 +1177,6 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
         <translation>Un fichier de projet (*.korv). Vous pouvez aussi en déposer un sur cette fenêtre.</translation>
     </message>
     <message>
-        <source>Import a model written as text…</source>
-        <translation>Importer un modèle sous forme de texte…</translation>
-    </message>
-    <message>
-        <source>Makes a project file of the text form of a model (*.json).</source>
-        <translation>Crée un fichier de projet à partir de la forme texte d&apos;un modèle (*.json).</translation>
-    </message>
-    <message>
         <source>Korvane</source>
         <translation>Korvane</translation>
     </message>
@@ -1187,6 +1187,14 @@ Voulez-vous remplacer son modèle par celui de &apos;%2&apos; ? Ses paramètres 
     <message>
         <source>Recent projects</source>
         <translation>Projets récents</translation>
+    </message>
+    <message>
+        <source>Import a model…</source>
+        <translation>Importer un modèle…</translation>
+    </message>
+    <message>
+        <source>Creates a project from a model in text form (*.json), or replaces a project&apos;s model.</source>
+        <translation>Crée un projet à partir d&apos;un modèle sous forme de texte (*.json), ou remplace le modèle d&apos;un projet.</translation>
     </message>
 </context>
 <context>

@@ -14,6 +14,7 @@
 #include "model/project.h"
 #include "plugin/export_interface.h"
 #include "tools/held_dialog.h"
+#include "tools/visible_text.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -159,7 +160,7 @@ void project_window::openFile(const QString & file)
     }
     m_recent.add(absolute);
     updateRecentFiles();
-    statusBar()->showMessage(tr("%1 opened").arg(QDir::toNativeSeparators(absolute)), 5000);
+    showStatus(tr("%1 opened").arg(QDir::toNativeSeparators(absolute)));
 }
 
 void project_window::projectChanged()
@@ -187,9 +188,9 @@ void project_window::projectChanged()
 void project_window::fileLost(const QString & reason)
 {
     updateTitle();
-    warn(tr("Korvane - Project file"),
-         tr("%1\n\nWhat is shown is the project as it was read last. \"File > Save text…\" keeps its model.")
-             .arg(reason));
+    warn(tr("Korvane - Project file"), tr("%1\n\nThe window still shows the project as last read. To keep "
+                                          "its model, use \"File > Save model as text…\".")
+                                           .arg(reason));
 }
 
 void project_window::updateTitle()
@@ -200,7 +201,7 @@ void project_window::updateTitle()
         setWindowFilePath({});
         return;
     }
-    const QString file = QFileInfo(m_pSession->file()).fileName();
+    const QString file = tools::visibleText(QFileInfo(m_pSession->file()).fileName());
     const QString shown = m_pSession->isLost() ? tr("%1, cannot be read any more").arg(file) : file;
     setWindowTitle(tr("%1 (%2) - Korvane").arg(project->getName(), shown));
 }
@@ -226,14 +227,15 @@ void project_window::updateRecentFiles()
     m_pWelcome->setRecentFiles(m_recent.files());
     m_mnuRecent->clear();
     for (const QString & file : m_recent.files()) {
-        QString name = QFileInfo(file).fileName();
+        QString name = tools::visibleText(QFileInfo(file).fileName());
+        const QString path = tools::visibleText(QDir::toNativeSeparators(file));
         QAction * const action = m_mnuRecent->addAction(name.replace(QLatin1Char('&'), QLatin1String("&&")));
-        action->setToolTip(QStringLiteral("<qt>%1</qt>").arg(QDir::toNativeSeparators(file).toHtmlEscaped()));
-        action->setStatusTip(QDir::toNativeSeparators(file));
+        action->setToolTip(QStringLiteral("<qt>%1</qt>").arg(path.toHtmlEscaped()));
+        action->setStatusTip(path);
         connect(action, &QAction::triggered, this, [this, file] { openFile(file); });
     }
     if (m_recent.files().isEmpty()) {
-        m_mnuRecent->addAction(tr("No project was opened yet"))->setEnabled(false);
+        m_mnuRecent->addAction(tr("No recent projects"))->setEnabled(false);
         return;
     }
     m_mnuRecent->addSeparator();
@@ -265,9 +267,16 @@ void project_window::findInScript()
     m_pScripts->find();
 }
 
+void project_window::showStatus(const QString & text)
+{
+    constexpr int time = 8000; // milliseconds
+    statusBar()->showMessage(tools::visibleText(text), time);
+}
+
 void project_window::warn(const QString & title, const QString & text)
 {
-    const tools::held_dialog<QMessageBox> box(QMessageBox::Warning, title, text, QMessageBox::Ok, this);
+    const tools::held_dialog<QMessageBox> box(QMessageBox::Warning, title, tools::visibleText(text),
+                                              QMessageBox::Ok, this);
     box->setTextFormat(Qt::PlainText);
     box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box.exec();

@@ -88,6 +88,7 @@ private:
     void showExportEnd(const export_report & report);
     void giveWayToEvents();
     void warn(const QString & title, const QString & text);
+    void showStatus(const QString & text);
     [[nodiscard]] QString folderToStartIn() const;
 
     found_plugins m_found;

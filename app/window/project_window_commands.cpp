@@ -15,6 +15,7 @@
 #include "plugin/export_interface.h"
 #include "storage/history.h"
 #include "tools/held_dialog.h"
+#include "tools/visible_text.h"
 #include "tools/wait_cursor.h"
 
 #include <QCoreApplication>
@@ -34,7 +35,6 @@ namespace app {
 namespace {
 
 constexpr int EventInterval = 40; ///< milliseconds between two looks at the window's events during an export
-constexpr int StatusTime = 8000;  ///< milliseconds
 
 const char ProjectSuffix[] = "korv";
 const char TextSuffix[] = "json";
@@ -49,7 +49,7 @@ QString chosenFile(const tools::held_dialog<QFileDialog> & dialog, const QString
 /// Asks Yes or No; what is asked about may have any name, which is no mark-up.
 bool isConfirmed(QWidget * parent, const QString & title, const QString & question)
 {
-    const tools::held_dialog<QMessageBox> box(QMessageBox::Question, title, question,
+    const tools::held_dialog<QMessageBox> box(QMessageBox::Question, title, tools::visibleText(question),
                                               QMessageBox::Yes | QMessageBox::No, parent);
     box->setTextFormat(Qt::PlainText);
     box->setDefaultButton(QMessageBox::No);
@@ -113,9 +113,9 @@ void project_window::chooseAndOpen()
 
 void project_window::chooseAndImport()
 {
-    const tools::held_dialog<QFileDialog> dialog(this, tr("Korvane - Import text"), folderToStartIn(),
-                                                 tr("Models written as text (*.json)") +
-                                                     QStringLiteral(";;") + tr("All files (*)"));
+    const tools::held_dialog<QFileDialog> dialog(this, tr("Korvane - Import model"), folderToStartIn(),
+                                                 tr("Models in text form (*.json)") + QStringLiteral(";;") +
+                                                     tr("All files (*)"));
     dialog->setFileMode(QFileDialog::ExistingFile);
     if (const QString file = chosenFile(dialog, QStringLiteral("wnd_import")); !file.isEmpty()) {
         importModel(file);
@@ -140,9 +140,9 @@ QString project_window::chooseImportTarget(const QFileInfo & text)
     const QString target = chosenFile(dialog, QStringLiteral("wnd_import_into"));
     if (!target.isEmpty() && replacesModel(target) &&
         !isConfirmed(
-            this, tr("Korvane - Import text"),
-            tr("'%1' is there already.\nDo you want to replace its model by the one of '%2'? Its settings "
-               "and its versions stay.")
+            this, tr("Korvane - Import model"),
+            tr("'%1' already exists.\nReplace its model with the one from '%2'? Settings and versions are "
+               "kept.")
                 .arg(QDir::toNativeSeparators(target), text.fileName()))) {
         return {};
     }
@@ -160,14 +160,14 @@ void project_window::importModel(const QString & modelFile)
     }
     const import_result done = whileBusy([&] { return importText(modelFile, target); });
     if (!done.result) {
-        warn(tr("Korvane - Import text"), done.result.getDesc());
+        warn(tr("Korvane - Import model"), done.result.getDesc());
         return;
     }
     m_pMessages->begin(tr("Import of %1").arg(QDir::toNativeSeparators(modelFile)));
     for (const QString & warning : std::as_const(done.warnings)) {
         m_pMessages->addMessage(warning, WarningMessage);
     }
-    m_pMessages->end(true, tr("Project '%1' imported into %2. Entities: %3")
+    m_pMessages->end(true, tr("Project '%1' imported into %2 (entities: %3)")
                                .arg(done.projectName, QDir::toNativeSeparators(target),
                                     QLocale().toString(static_cast<qlonglong>(done.entities))));
     if (!done.warnings.isEmpty()) {
@@ -178,9 +178,9 @@ void project_window::importModel(const QString & modelFile)
 
 void project_window::chooseAndSaveText()
 {
-    const tools::held_dialog<QFileDialog> dialog(this, tr("Korvane - Save text"), folderToStartIn(),
-                                                 tr("Models written as text (*.json)") +
-                                                     QStringLiteral(";;") + tr("All files (*)"));
+    const tools::held_dialog<QFileDialog> dialog(this, tr("Korvane - Save model as text"), folderToStartIn(),
+                                                 tr("Models in text form (*.json)") + QStringLiteral(";;") +
+                                                     tr("All files (*)"));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(QLatin1String(TextSuffix));
     dialog->selectFile(QFileInfo(m_pSession->file()).completeBaseName() + QStringLiteral(".json"));
@@ -195,23 +195,22 @@ void project_window::chooseAndSaveText()
     }
     if (QFileInfo(file).suffix().toLower() == QLatin1String(ProjectSuffix)) {
         // The dialog's question speaks of one file that is replaced, not of the versions that would be lost.
-        warn(tr("Korvane - Save text"),
-             tr("A project file is not replaced by text: %1. Choose a name that ends with .json")
+        warn(tr("Korvane - Save model as text"),
+             tr("%1 is a project file and was not overwritten. Choose a name that ends in .json")
                  .arg(QDir::toNativeSeparators(file)));
         return;
     }
     if (const zk::ZkBool saved = whileBusy([&] { return saveText(*project, file); }); !saved) {
-        warn(tr("Korvane - Save text"), saved.getDesc());
+        warn(tr("Korvane - Save model as text"), saved.getDesc());
         return;
     }
-    statusBar()->showMessage(tr("%1 written").arg(QDir::toNativeSeparators(file)), StatusTime);
+    showStatus(tr("%1 written").arg(QDir::toNativeSeparators(file)));
 }
 
 void project_window::reload()
 {
     if (m_iBusy == 0 && refreshProject(tr("Korvane - Reload"))) {
-        statusBar()->showMessage(tr("%1 is up to date").arg(QDir::toNativeSeparators(m_pSession->file())),
-                                 StatusTime);
+        showStatus(tr("%1 is up to date").arg(QDir::toNativeSeparators(m_pSession->file())));
     }
 }
 
@@ -264,7 +263,7 @@ void project_window::tag()
             : tr("Version %1 of %2 tagged; the model has not changed since version %3")
                   .arg(QString::number(result.number), file, QString::number(result.unchanged));
     m_pMessages->addMessage(told, ProgressMessage);
-    statusBar()->showMessage(told, StatusTime);
+    showStatus(told);
 }
 
 void project_window::showVersions()
@@ -318,7 +317,7 @@ void project_window::showExportEnd(const export_report & report)
         m_pMessages->end(false, tr("The export failed"));
         m_pMessageDock->show();
         m_pMessageDock->raise();
-        statusBar()->showMessage(tr("The export failed: see the messages"), StatusTime);
+        showStatus(tr("The export failed: see the messages"));
         return;
     }
     if (report.files.isEmpty()) {
@@ -326,15 +325,17 @@ void project_window::showExportEnd(const export_report & report)
             tr("Nothing was written: the export was cancelled, or it is one of the steps between versions "
                "and no version is tagged yet");
         m_pMessages->end(true, nothing);
-        statusBar()->showMessage(nothing, StatusTime);
+        showStatus(nothing);
         return;
     }
     const QString folder = QDir::toNativeSeparators(QFileInfo(report.files.constFirst()).absolutePath());
     const QString written =
-        tr("Scripts written to %1: %2").arg(folder, QLocale().toString(report.files.size()));
+        report.files.size() == 1
+            ? tr("1 script written to %1").arg(folder)
+            : tr("%1 scripts written to %2").arg(QLocale().toString(report.files.size()), folder);
     m_pMessages->end(true, written);
     m_tabPages->setCurrentWidget(m_pScripts);
-    statusBar()->showMessage(written, StatusTime);
+    showStatus(written);
 }
 
 /// An export runs on the thread of the window: from time to time it lets the window show what it was told.
@@ -360,7 +361,7 @@ void project_window::showManual()
 {
     const QString url = context::ctx_global::getAppHelpManualUrl();
     if (!QDesktopServices::openUrl(QUrl(url))) {
-        warn(tr("Korvane - Manual"), tr("The manual cannot be shown; it is the file %1")
+        warn(tr("Korvane - Manual"), tr("The manual could not be opened. Open this file in a browser: %1")
                                          .arg(QDir::toNativeSeparators(QUrl(url).toLocalFile())));
     }
 }
@@ -369,13 +370,13 @@ void project_window::showFolder(const QString & folder)
 {
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder))) {
         warn(tr("Korvane - Scripts"),
-             tr("The folder cannot be shown: %1").arg(QDir::toNativeSeparators(folder)));
+             tr("The folder could not be opened: %1").arg(QDir::toNativeSeparators(folder)));
     }
 }
 
 void project_window::showAbout()
 {
-    QString text = tr("<h3>korvane %1</h3><p>Trustworthy migration scripts from a class model.</p><p>Runs on "
+    QString text = tr("<h3>Korvane %1</h3><p>Trustworthy migration scripts from a class model.</p><p>Runs on "
                       "Qt %2. MIT license.</p>")
                        .arg(QStringLiteral(KORVANE_VERSION), QString::fromLatin1(qVersion()));
     for (const auto & loaded : m_found.plugins) {

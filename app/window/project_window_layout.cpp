@@ -129,12 +129,12 @@ void project_window::createFileMenu()
         addCommand(menu, QStringLiteral("m_actClose"), tr("&Close project"), Qt::CTRL | Qt::Key_W,
                    tr("Close the project"), &project_window::closeProject);
     menu->addSeparator();
-    m_actImport = addCommand(menu, QStringLiteral("m_actImport"), tr("&Import text…"), Qt::CTRL | Qt::Key_I,
-                             tr("Make a project of its text form, or replace the model of one"),
+    m_actImport = addCommand(menu, QStringLiteral("m_actImport"), tr("&Import model…"), Qt::CTRL | Qt::Key_I,
+                             tr("Create a project from a model in text form, or replace a project's model"),
                              &project_window::chooseAndImport);
     m_actImport->setIcon(icon("import"));
     QAction * const save =
-        addCommand(menu, QStringLiteral("m_actSaveText"), tr("&Save text…"), Qt::CTRL | Qt::Key_S,
+        addCommand(menu, QStringLiteral("m_actSaveText"), tr("&Save model as text…"), Qt::CTRL | Qt::Key_S,
                    tr("Write the model as text, to edit it or to keep it under version control"),
                    &project_window::chooseAndSaveText);
     save->setIcon(icon("save"));
@@ -153,7 +153,7 @@ void project_window::createActionsMenu()
 {
     QMenu * const menu = menuBar()->addMenu(tr("&Actions"));
     m_actTag = addCommand(menu, QStringLiteral("m_actTag"), tr("&Tag project state…"), Qt::CTRL | Qt::Key_T,
-                          tr("Keep the project as it is now as a version"), &project_window::tag);
+                          tr("Tag the current state of the project as a new version"), &project_window::tag);
     m_actTag->setIcon(icon("tag"));
     QAction * const versions =
         addCommand(menu, QStringLiteral("m_actVersions"), tr("&Versions…"), Qt::CTRL | Qt::SHIFT | Qt::Key_T,
@@ -204,7 +204,7 @@ void project_window::createHelpMenu()
     addCommand(menu, QStringLiteral("m_actManual"), tr("&Manual"), Qt::Key_F1, tr("Open the manual"),
                &project_window::showManual)
         ->setIcon(QIcon(QStringLiteral(":/korvane/window/icons/manual.svg")));
-    addCommand(menu, QStringLiteral("m_actAbout"), tr("&About korvane"), {},
+    addCommand(menu, QStringLiteral("m_actAbout"), tr("&About Korvane"), {},
                tr("Versions of the program and of its plug-ins"), &project_window::showAbout)
         ->setMenuRole(QAction::AboutRole);
 }

@@ -1,5 +1,7 @@
 #include "app/window/version_dialogs.h"
 
+#include "tools/visible_text.h"
+
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -34,10 +36,10 @@ tag_dialog::tag_dialog(const QString & projectName, int number, QWidget * parent
     setObjectName(QStringLiteral("wnd_tag"));
     setWindowTitle(tr("Korvane - Tag project state"));
     m_txtMessage->setObjectName(QStringLiteral("m_txtMessage"));
-    m_txtMessage->setAccessibleName(tr("What this version is about"));
+    m_txtMessage->setAccessibleName(tr("Description"));
     m_txtMessage->setPlaceholderText(tr("for example: first release"));
     m_txtMessage->setMaxLength(MessageLimit);
-    auto * const label = new QLabel(tr("&What this version is about:"));
+    auto * const label = new QLabel(tr("&Description:"));
     label->setBuddy(m_txtMessage);
 
     auto * const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
@@ -46,9 +48,8 @@ tag_dialog::tag_dialog(const QString & projectName, int number, QWidget * parent
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto * const layout = new QVBoxLayout(this);
-    layout->addWidget(plainLabel(tr("The model and the settings of '%1' as they are now are kept as version "
-                                    "%2. Evolution scripts lead "
-                                    "from one version to the next.")
+    layout->addWidget(plainLabel(tr("This tags the current state of '%1', its model and its settings, as "
+                                    "version %2. Evolution scripts lead from one version to the next.")
                                      .arg(projectName, QString::number(number))));
     layout->addWidget(label);
     layout->addWidget(m_txtMessage);
@@ -65,17 +66,18 @@ QString tag_dialog::message() const
 QStandardItemModel * versions_dialog::createModel(const QList<storage::history::version> & versions)
 {
     auto * const model = new QStandardItemModel(this);
-    model->setHorizontalHeaderLabels({tr("Version"), tr("Tagged"), tr("About")});
+    model->setHorizontalHeaderLabels({tr("Version"), tr("Tagged"), tr("Description")});
     for (const storage::history::version & version : versions) {
+        const QString message = tools::visibleText(version.message);
         QList<QStandardItem *> row{
             new QStandardItem(QStringLiteral("v%1").arg(version.number)),
             new QStandardItem(QLocale().toString(version.created.toLocalTime(), QLocale::ShortFormat)),
-            new QStandardItem(version.message)};
+            new QStandardItem(message)};
         for (QStandardItem * const item : row) {
             item->setEditable(false);
-            if (!version.message.isEmpty()) {
-                item->setToolTip(QStringLiteral("<p style='white-space:pre-wrap'>%1</p>")
-                                     .arg(version.message.toHtmlEscaped()));
+            if (!message.isEmpty()) {
+                item->setToolTip(
+                    QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(message.toHtmlEscaped()));
             }
         }
         model->insertRow(0, row);

@@ -1,5 +1,7 @@
 #include "app/window/welcome_page.h"
 
+#include "tools/visible_text.h"
+
 #include <QCommandLinkButton>
 #include <QDir>
 #include <QFileInfo>
@@ -41,8 +43,9 @@ welcome_page::welcome_page(QWidget * parent) : QWidget(parent), m_pRecent(new QV
 {
     auto * const open = command(QStringLiteral("m_btnOpen"), tr("Open a project…"),
                                 tr("A project file (*.korv). You can drop one on this window as well."));
-    auto * const import = command(QStringLiteral("m_btnImport"), tr("Import a model written as text…"),
-                                  tr("Makes a project file of the text form of a model (*.json)."));
+    auto * const import =
+        command(QStringLiteral("m_btnImport"), tr("Import a model…"),
+                tr("Creates a project from a model in text form (*.json), or replaces a project's model."));
     connect(open, &QAbstractButton::clicked, this, &welcome_page::openRequested);
     connect(import, &QAbstractButton::clicked, this, &welcome_page::importRequested);
 
@@ -82,8 +85,8 @@ void welcome_page::setRecentFiles(const QStringList & files)
     m_pRecent->addWidget(heading(tr("Recent projects"), 1.0));
     for (const QString & file : files.mid(0, ShownFiles)) {
         const QFileInfo info(file);
-        auto * const button = command(QStringLiteral("m_btnRecent"), info.fileName(),
-                                      QDir::toNativeSeparators(info.absolutePath()));
+        auto * const button = command(QStringLiteral("m_btnRecent"), tools::visibleText(info.fileName()),
+                                      tools::visibleText(QDir::toNativeSeparators(info.absolutePath())));
         connect(button, &QAbstractButton::clicked, this, [this, file] { Q_EMIT fileRequested(file); });
         m_pRecent->addWidget(button);
     }

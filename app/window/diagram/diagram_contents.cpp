@@ -1,5 +1,7 @@
 #include "app/window/diagram/diagram_contents.h"
 
+#include "tools/visible_text.h"
+
 #include <QCoreApplication>
 #include <QLocale>
 
@@ -148,7 +150,7 @@ void tellNeighbours(diagram_contents & contents)
 QString drawable(const QString & text)
 {
     QString result;
-    for (const uint c : text.toUcs4()) {
+    for (const uint c : tools::visibleText(text).toUcs4()) {
         const bool isLegal =
             c >= 0x20 && (c < 0x7f || c > 0x9f) && !QChar::isSurrogate(c) && !QChar::isNonCharacter(c);
         const char32_t shown = QChar::isSpace(c) ? U' ' : isLegal ? c : U'\ufffd';

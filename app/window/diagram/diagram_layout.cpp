@@ -36,7 +36,7 @@ diagram_layout::diagram_layout(QObject * parent) : QObject(parent)
         if (m_request.lines.isEmpty()) {
             tell(gridLayout(m_request)); // nothing that a layout could make better
         } else {
-            useGrid(tr("Graphviz (dot) is not installed"));
+            useGrid(tr("Graphviz (dot) is not installed; install Graphviz for a layout"));
         }
     });
 }
@@ -102,7 +102,7 @@ void diagram_layout::readOutput()
     m_output += m_pProcess->readAllStandardOutput();
     if (m_output.size() > LargestAnswer) {
         dropProcess();
-        useGrid(tr("Graphviz (dot) wrote more than a layout"));
+        useGrid(tr("Graphviz (dot) returned too much output"));
     }
 }
 
@@ -121,7 +121,7 @@ void diagram_layout::takeEnd(int status, QProcess::ExitStatus how)
     } else if (const auto places = readDotAnswer(m_request, output)) {
         tell(*places);
     } else {
-        useGrid(tr("Graphviz (dot) gave no layout that can be read"));
+        useGrid(tr("Graphviz (dot) returned a layout that could not be read"));
     }
 }
 
@@ -158,7 +158,7 @@ void diagram_layout::dropProcess()
 void diagram_layout::useGrid(const QString & reason)
 {
     diagram_places places = gridLayout(m_request);
-    places.note = tr("%1: the entities stand in a grid").arg(reason);
+    places.note = tr("%1. The entities are arranged in a grid").arg(reason);
     tell(places);
 }
 

@@ -149,7 +149,7 @@ QString diagram_panel::lineAbout(const diagram_piece & piece) const
                                     : tr("%1 of %2 entities: the neighbours of %3 up to distance %4")
                                           .arg(shown, all, name, QString::number(m_iDistance));
     if (piece.leftOut > 0) {
-        line += tr("; %1 more are left out").arg(grouped(piece.leftOut));
+        line += tr("; not shown: %1").arg(grouped(piece.leftOut));
     }
     return line;
 }

@@ -60,16 +60,15 @@ QAction * diagram_panel::addCommand(const QString & name, const QString & text, 
 
 void diagram_panel::createCommands()
 {
-    addCommand(QStringLiteral("m_actZoomIn"), tr("Zoom &in"), tr("Show the diagram larger"),
+    addCommand(QStringLiteral("m_actZoomIn"), tr("Zoom &in"), tr("Enlarge the diagram"),
                {QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)},
                [this] { m_grvDiagram->zoomIn(); });
-    addCommand(QStringLiteral("m_actZoomOut"), tr("Zoom &out"), tr("Show the diagram smaller"),
+    addCommand(QStringLiteral("m_actZoomOut"), tr("Zoom &out"), tr("Shrink the diagram"),
                {QKeySequence(Qt::CTRL | Qt::Key_Minus)}, [this] { m_grvDiagram->zoomOut(); });
     addCommand(QStringLiteral("m_actFit"), tr("&Fit"), tr("Show the whole diagram"),
                {QKeySequence(Qt::CTRL | Qt::Key_0)}, [this] { m_grvDiagram->fit(); });
-    addCommand(QStringLiteral("m_actActualSize"), tr("&Actual size (100 %)"),
-               tr("Show the diagram at its own size"), {QKeySequence(Qt::CTRL | Qt::Key_1)},
-               [this] { m_grvDiagram->showActualSize(); });
+    addCommand(QStringLiteral("m_actActualSize"), tr("&Actual size (100 %)"), tr("Show the diagram at 100 %"),
+               {QKeySequence(Qt::CTRL | Qt::Key_1)}, [this] { m_grvDiagram->showActualSize(); });
     createDistances();
     addCommand(QStringLiteral("m_actSaveDiagram"), tr("&Save diagram…"),
                tr("Save the diagram as an SVG or PNG file"), {}, [this] { askForFile(); });
@@ -83,7 +82,7 @@ void diagram_panel::createDistances()
     m_cboDistance->setObjectName(QStringLiteral("m_cboDistance"));
     m_cboDistance->setAccessibleName(tr("Distance of the neighbours that are shown"));
     m_cboDistance->setToolTip(
-        tr("How many relationships away an entity may be to be shown (large projects only)"));
+        tr("How many relationships away from the selected entity to show (large projects only)"));
     auto * const group = new QActionGroup(this);
     for (int distance = 1; distance <= LargestDistance; ++distance) {
         const QString text = QString::number(distance);

@@ -67,7 +67,7 @@ void diagram_panel::saveChosen(const QString & file, const QString & suffix)
     }
     auto * const box =
         new QMessageBox(QMessageBox::Question, tr("Korvane - Diagram"),
-                        tr("%1 is already there. Is it to be replaced?").arg(QDir::toNativeSeparators(whole)),
+                        tr("%1 already exists. Replace it?").arg(QDir::toNativeSeparators(whole)),
                         QMessageBox::Yes | QMessageBox::No, this);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);

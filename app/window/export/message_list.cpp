@@ -2,6 +2,8 @@
 
 #include "app/commands.h"
 
+#include "tools/visible_text.h"
+
 #include <QLocale>
 #include <QPalette>
 
@@ -77,7 +79,7 @@ message_list::message_list(QObject * parent, int limit)
 
 void message_list::add(const QString & text, message_kind kind)
 {
-    m_pending.push_back({text, kind});
+    m_pending.push_back({tools::visibleText(text), kind});
     if (m_pending.size() * 10 >= static_cast<std::size_t>(m_iLimit)) {
         flush(); // where no event is handled for long, what is held back is not to grow without end
     } else if (!m_flushTimer.isActive()) {

@@ -2,6 +2,8 @@
 
 #include "app/window/export/script_text.h"
 
+#include "tools/visible_text.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -56,7 +58,7 @@ private:
         if (!hasFocus()) {
             const QMargins margins = textMargins();
             const int room = contentsRect().width() - margins.left() - margins.right() - Frame;
-            setText(fontMetrics().elidedText(m_sPath, Qt::ElideMiddle, room));
+            setText(fontMetrics().elidedText(tools::visibleText(m_sPath), Qt::ElideMiddle, room));
         }
     }
 
@@ -126,7 +128,7 @@ void script_view::read(const QString & name)
     const QFileInfo info(name);
     // A pipe would hold up the window until somebody writes into it.
     if (!info.isFile()) {
-        showProblem(info.exists() ? tr("This is not a file that can be read as a script.")
+        showProblem(info.exists() ? tr("This is a folder or a special file, not a script.")
                                   : tr("The file is not there. It may have been moved or deleted."));
         return;
     }
@@ -158,7 +160,7 @@ void script_view::take(const QByteArray & bytes, bool isWhole)
                           isWhole ? QStringDecoder::Flag::Stateless : QStringDecoder::Flag::Default);
     m_sText = decode(bytes);
     if (decode.hasError()) {
-        addNote(tr("The file has bytes that are no UTF-8. They are shown as %1.").arg(QChar(0xfffd)));
+        addNote(tr("The file has bytes that are not UTF-8. They are shown as %1.").arg(QChar(0xfffd)));
     }
     m_sText.replace(QLatin1String("\r\n"), QLatin1String("\n"));
 }

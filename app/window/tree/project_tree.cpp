@@ -53,7 +53,7 @@ void project_tree::createFilter()
     m_txtFilter->setObjectName(QStringLiteral("m_txtFilter"));
     m_txtFilter->setAccessibleName(tr("Filter"));
     m_txtFilter->setPlaceholderText(tr("Filter"));
-    m_txtFilter->setToolTip(tr("Shows what has each of these words in its name, type, table or columns"));
+    m_txtFilter->setToolTip(tr("Show only what has all of these words in its name, type, table or columns"));
     m_txtFilter->setClearButtonEnabled(true);
     m_txtFilter->installEventFilter(this);
     m_lblCount = new QLabel;

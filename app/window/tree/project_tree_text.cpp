@@ -4,6 +4,7 @@
 #include "model/property.h"
 #include "model/property_type.h"
 #include "model/relationship.h"
+#include "tools/visible_text.h"
 
 namespace app {
 
@@ -16,7 +17,7 @@ QString breakable(const QString & text)
 {
     QString result;
     int run = 0;
-    for (const QChar c : text) {
+    for (const QChar c : tools::visibleText(text)) {
         if (run >= UnbrokenLength && !c.isLowSurrogate() && !c.isMark()) {
             result += QChar(0x200b); // zero-width space
             run = 0;
@@ -110,7 +111,7 @@ QString project_tree_text::toolTip(const model::entity & entity)
         lines << tr("Soft-delete column: %1").arg(entity.getSoftDeleteColumn());
     }
     const std::shared_ptr<model::property> key = entity.getPropertyId(true);
-    lines << (key ? tr("Key: %1 (%2)").arg(key->getName(), typeOf(*key)) : tr("Key: none"));
+    lines << (key ? tr("Primary key: %1 (%2)").arg(key->getName(), typeOf(*key)) : tr("Primary key: none"));
     return richText(entity.getName(), lines);
 }
 
@@ -237,7 +238,7 @@ QStringList project_tree_text::flags(const model::property & property)
 {
     QStringList result;
     if (property.isIdentifier()) {
-        result << tr("key");
+        result << tr("primary key");
     }
     if (property.getUnique()) {
         result << tr("unique");

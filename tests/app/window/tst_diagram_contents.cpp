@@ -253,7 +253,8 @@ private Q_SLOTS:
     void replacesWhatCannotBeDrawn()
     {
         QCOMPARE(app::drawable("café Ω 漢字 😀"), "café Ω 漢字 😀");
-        QCOMPARE(app::drawable("a\nb\tc\u2028d\u00a0e"), "a b c d e");
+        QCOMPARE(app::drawable("a\nb\tc\u2028d\u00a0e"), "a b c<U+2028>d e");
+        QCOMPARE(app::drawable(QString("x%1y").arg(QChar(0x202e))), "x<U+202E>y");
         QCOMPARE(app::drawable(QString("a%1b\x7f%2").arg(QChar(1)).arg(QChar(0xfffe))), "a\ufffd"
                                                                                         "b\ufffd\ufffd");
         QCOMPARE(app::drawable(QString("x") + QChar(0xd800) + QChar('y')), "x\ufffdy");

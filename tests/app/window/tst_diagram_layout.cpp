@@ -362,22 +362,23 @@ private Q_SLOTS:
         QTest::addColumn<QString>("note");
         QTest::newRow("garbage")
             << QByteArray("cat >/dev/null; echo no graph")
-            << "Graphviz (dot) gave no layout that can be read: the entities stand in a grid";
+            << "Graphviz (dot) returned a layout that could not be read. The entities are arranged in a grid";
         QTest::newRow("other JSON")
             << QByteArray("cat >/dev/null; echo '{\"objects\": []}'")
-            << "Graphviz (dot) gave no layout that can be read: the entities stand in a grid";
+            << "Graphviz (dot) returned a layout that could not be read. The entities are arranged in a grid";
         QTest::newRow("nothing")
             << QByteArray("exit 0")
-            << "Graphviz (dot) gave no layout that can be read: the entities stand in a grid";
+            << "Graphviz (dot) returned a layout that could not be read. The entities are arranged in a grid";
         QTest::newRow("status") << QByteArray("exit 1")
-                                << "Graphviz (dot) failed with status 1: the entities stand in a grid";
+                                << "Graphviz (dot) failed with status 1. The entities are arranged in a grid";
         QTest::newRow("status and reason")
             << QByteArray("echo; echo 'Error: no layout' >&2; echo 'more' >&2; exit 3")
-            << "Graphviz (dot) failed with status 3 (Error: no layout): the entities stand in a grid";
+            << "Graphviz (dot) failed with status 3 (Error: no layout). The entities are arranged in a grid";
         QTest::newRow("crash") << QByteArray("kill -9 $$")
-                               << "Graphviz (dot) crashed: the entities stand in a grid";
-        QTest::newRow("endless") << QByteArray("exec yes")
-                                 << "Graphviz (dot) wrote more than a layout: the entities stand in a grid";
+                               << "Graphviz (dot) crashed. The entities are arranged in a grid";
+        QTest::newRow("endless")
+            << QByteArray("exec yes")
+            << "Graphviz (dot) returned too much output. The entities are arranged in a grid";
     }
     void fallsBackOnAGrid()
     {
@@ -397,7 +398,8 @@ private Q_SLOTS:
         diagram_layout layout;
         layout.setProgram("/nonexistent/dot");
         const diagram_places places = resultOf(layout, specialRequest());
-        QCOMPARE(places.note, "Graphviz (dot) is not installed: the entities stand in a grid");
+        QCOMPARE(places.note, "Graphviz (dot) is not installed; install Graphviz for a layout. The entities "
+                              "are arranged in a grid");
         QCOMPARE(faultOf(specialRequest(), places), "");
     }
 
@@ -409,7 +411,7 @@ private Q_SLOTS:
         layout.setProgram(dot.path());
         const diagram_places places = resultOf(layout, specialRequest());
         QVERIFY2(places.note.startsWith("Graphviz (dot) could not be started ("), qPrintable(places.note));
-        QVERIFY2(places.note.endsWith("): the entities stand in a grid"), qPrintable(places.note));
+        QVERIFY2(places.note.endsWith("). The entities are arranged in a grid"), qPrintable(places.note));
         QCOMPARE(faultOf(specialRequest(), places), "");
     }
 
@@ -426,7 +428,7 @@ private Q_SLOTS:
         QVERIFY(spy.wait(20000));
         QCOMPARE(spy.count(), 1);
         const diagram_places places = spy[0][0].value<diagram_places>();
-        QCOMPARE(places.note, "Graphviz (dot) took longer than 0.5 s: the entities stand in a grid");
+        QCOMPARE(places.note, "Graphviz (dot) took longer than 0.5 s. The entities are arranged in a grid");
         QCOMPARE(faultOf(specialRequest(), places), "");
         QVERIFY(isEnded(dot));
     }
@@ -558,7 +560,7 @@ private Q_SLOTS:
         QVERIFY(spy.wait(20000));
         QCOMPARE(spy.count(), 1);
         QCOMPARE(spy[0][0].value<diagram_places>().note,
-                 "Graphviz (dot) took longer than 0.3 s: the entities stand in a grid");
+                 "Graphviz (dot) took longer than 0.3 s. The entities are arranged in a grid");
         QVERIFY(isEnded(slow));
     }
 

@@ -26,7 +26,8 @@ using support::shell_program;
 namespace {
 
 const char * const NoDot = "/nonexistent/dot";
-const char * const GridNote = "Graphviz (dot) is not installed: the entities stand in a grid";
+const char * const GridNote =
+    "Graphviz (dot) is not installed; install Graphviz for a layout. The entities are arranged in a grid";
 const char * const Slow = "echo $$ > \"$(dirname \"$0\")/pid\"; exec sleep 60";
 
 /// The panel, shown; it lays out in a grid unless another program is set.
@@ -220,7 +221,7 @@ private Q_SLOTS:
         f.panel.selectEntity(1);
         f.await();
         QCOMPARE(f.boxes(100).size(), 60);
-        QCOMPARE(f.shown(), "60 of 100 entities: the neighbours of hub; 40 more are left out");
+        QCOMPARE(f.shown(), "60 of 100 entities: the neighbours of hub; not shown: 40");
         f.panel.selectEntity(7);
         f.await();
         QCOMPARE(f.boxes(100), QList<long>({1, 7}));
@@ -355,7 +356,7 @@ private Q_SLOTS:
         f.await();
         QCOMPARE(f.view()->hint(), "");
         QCOMPARE(f.shown(), "All 4 entities");
-        QCOMPARE(f.note(), "Graphviz (dot) took longer than 0.4 s: the entities stand in a grid");
+        QCOMPARE(f.note(), "Graphviz (dot) took longer than 0.4 s. The entities are arranged in a grid");
         QCOMPARE(f.boxes(9).size(), 4);
     }
 

@@ -304,7 +304,7 @@ void tst_project_tree::accessibility()
     QVERIFY(tree && tree->tableInterface());
     QCOMPARE(tree->tableInterface()->rowCount(), 7);
     QCOMPARE(tree->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), "entity country");
-    QCOMPARE(tree->tableInterface()->cellAt(1, 0)->text(QAccessible::Name), "code, key, not null");
+    QCOMPARE(tree->tableInterface()->cellAt(1, 0)->text(QAccessible::Name), "code, primary key, not null");
     QCOMPARE(tree->tableInterface()->cellAt(3, 1)->text(QAccessible::Name), "one-to-many to customer");
 }
 

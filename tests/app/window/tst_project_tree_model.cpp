@@ -96,12 +96,12 @@ void tst_project_tree_model::textsForScreenReaders()
     QCOMPARE(rowsOf(m.rows, Qt::AccessibleTextRole),
              (QStringList{
                  "entity country |  | t_country",
-                 " code, key, not null | QString | code",
+                 " code, primary key, not null | QString | code",
                  " title, unique | QString | title",
                  " people | one-to-many to customer | (no column)",
                  "  relationship to customer | one-to-many, inverse of home | ",
                  "entity customer |  | customer",
-                 " id, key | long long | customer_id",
+                 " id, primary key | long long | customer_id",
                  " name, indexed, not null | QString | name",
                  " place | double|float | lat, lon",
                  " home | many-to-one to country | country_code",
@@ -126,8 +126,9 @@ void tst_project_tree_model::toolTipOfEntity()
 {
     const watched_model m(treeShop());
     QCOMPARE(m.toolTip({0}), "<qt><b>country</b><br/>Table: t_country<br/>Id: 1<br/>Version: 7<br/>"
-                             "Soft-delete column: gone_at<br/>Key: code (QString)</qt>");
-    QCOMPARE(m.toolTip({3}), "<qt><b>empty</b><br/>Table: empty<br/>Id: 4<br/>Version: 1<br/>Key: none</qt>");
+                             "Soft-delete column: gone_at<br/>Primary key: code (QString)</qt>");
+    QCOMPARE(m.toolTip({3}),
+             "<qt><b>empty</b><br/>Table: empty<br/>Id: 4<br/>Version: 1<br/>Primary key: none</qt>");
     QCOMPARE(m.at({3}, 2).data(Qt::ToolTipRole).toString(), m.toolTip({3}));
 }
 
@@ -136,7 +137,7 @@ void tst_project_tree_model::toolTipOfProperty_data()
     QTest::addColumn<QList<int>>("path");
     QTest::addColumn<QString>("expected");
     QTest::newRow("key") << QList<int>{1, 0}
-                         << "Type: long long<br/>In the database: customer_id<br/>key<br/>Id: 21";
+                         << "Type: long long<br/>In the database: customer_id<br/>primary key<br/>Id: 21";
     QTest::newRow("unique") << QList<int>{0, 1}
                             << "Type: QString<br/>In the database: title<br/>unique<br/>Id: 12";
     QTest::newRow("index") << QList<int>{1, 1}
@@ -179,7 +180,7 @@ void tst_project_tree_model::namesAreNoMarkUp()
     const watched_model m(b.get());
     QCOMPARE(m.at({0}).data().toString(), "<img src='x'> & %1 %2");
     QCOMPARE(m.toolTip({0}), "<qt><b>&lt;img src='x'&gt; &amp; %1 %2</b><br/>Table: &lt;b&gt;<br/>Id: 1<br/>"
-                             "Version: 1<br/>Key: none</qt>");
+                             "Version: 1<br/>Primary key: none</qt>");
     QCOMPARE(m.toolTip({0, 0}), "<qt><b>%1&lt;i&gt;</b><br/>Type: QList&lt;int&gt;<br/>"
                                 "In the database: %1&lt;i&gt;<br/>Id: 11</qt>");
 }

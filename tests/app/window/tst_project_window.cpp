@@ -20,6 +20,7 @@
 #include <QSignalSpy>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTextDocument>
 
@@ -106,6 +107,7 @@ private slots:
     void filterAndSelection();
     void tagAndVersions();
     void cancelledTag();
+    void namesShowWhatTurnsTheirDirection();
     void projectWithoutVersions();
     void importTextIntoANewProject();
     void importIsAskedForBeforeItReplaces();
@@ -218,8 +220,9 @@ void tst_project_window::tagAndVersions()
 {
     m_bench->open();
     modal_driver driver({[](QWidget * w) {
-                             QVERIFY(w->findChild<QLabel *>()->text().contains("'shop' as they are now are "
-                                                                               "kept as version 1."));
+                             QCOMPARE(w->findChild<QLabel *>()->text(),
+                                      "This tags the current state of 'shop', its model and its settings, as "
+                                      "version 1. Evolution scripts lead from one version to the next.");
                              QTest::keyClicks(w->findChild<QLineEdit *>("m_txtMessage"), "  first release ");
                              QTest::keyClick(w, Qt::Key_Return);
                          },
@@ -259,6 +262,43 @@ void tst_project_window::cancelledTag()
     QCOMPARE(window_bench::run({"log", m_bench->file()}), QByteArray());
 }
 
+void tst_project_window::namesShowWhatTurnsTheirDirection()
+{
+    const QString turned = QStringLiteral("per%1son").arg(QChar(0x202e));
+    m_bench->import(QByteArray(ShopText).replace("\"person\"", "\"" + turned.toUtf8() + "\""));
+    window_bench::run({"tag", m_bench->file(), "-m", QStringLiteral("a%1b").arg(QChar(0x2066))});
+    const QString file = m_bench->path(QStringLiteral("sh%1op.korv").arg(QChar(0x2028)));
+    QVERIFY(QFile::rename(m_bench->file(), file));
+    m_bench->show();
+    m_bench->window().openFile(file);
+    QCOMPARE(m_bench->window().windowTitle(), "shop (sh<U+2028>op.korv) - Korvane");
+    QVERIFY(m_bench->window().statusBar()->currentMessage().contains("sh<U+2028>op.korv"));
+    const QAbstractItemModel * const tree = m_bench->find<QTreeView>("m_treModel")->model();
+    QStringList told;
+    for (int row = 0; row < tree->rowCount(); ++row) {
+        const QModelIndex entity = tree->index(row, 0);
+        told << entity.data().toString() << entity.data(Qt::ToolTipRole).toString()
+             << entity.data(Qt::AccessibleTextRole).toString();
+    }
+    QCOMPARE(told.filter("per<U+202E>son").size(), 2);
+    QCOMPARE(told.filter("per&lt;U+202E&gt;son").size(), 1);
+    QCOMPARE(told.filter(turned).size(), 0);
+    QCOMPARE(m_bench->find<QMenu>("m_mnuRecent")->actions().constFirst()->text(), "sh<U+2028>op.korv");
+    m_bench->messages().addMessage(turned, 0);
+    QTRY_VERIFY(m_bench->told().contains("per<U+202E>son"));
+    modal_driver driver({[](QWidget * w) {
+                             QCOMPARE(w->findChild<QTreeView *>()->model()->index(0, 2).data().toString(),
+                                      "a<U+2066>b");
+                             QTest::keyClick(w, Qt::Key_Escape);
+                         },
+                         modal_driver::click(QMessageBox::Ok)});
+    m_bench->action("m_actVersions")->trigger();
+    QVERIFY(QFile::remove(file));
+    QTRY_VERIFY(driver.isDone());
+    QVERIFY2(driver.texts.constLast().contains("sh<U+2028>op.korv: does not exist"),
+             qPrintable(driver.texts.constLast()));
+}
+
 void tst_project_window::projectWithoutVersions()
 {
     m_bench->open();
@@ -282,7 +322,7 @@ void tst_project_window::importTextIntoANewProject()
     QVERIFY(driver.isDone());
     QCOMPARE(m_bench->window().windowTitle(), "shop (other.korv) - Korvane");
     QVERIFY(QFile::exists(target));
-    QTRY_VERIFY(m_bench->told().contains("Project 'shop' imported into " + target + ". Entities: 2"));
+    QTRY_VERIFY(m_bench->told().contains("Project 'shop' imported into " + target + " (entities: 2)"));
 }
 
 void tst_project_window::importIsAskedForBeforeItReplaces()
@@ -296,8 +336,8 @@ void tst_project_window::importIsAskedForBeforeItReplaces()
     m_bench->action("m_actImport")->trigger();
     QVERIFY(no.isDone());
     QCOMPARE(no.texts.constLast(),
-             QStringLiteral("'%1' is there already.\nDo you want to replace its model by the one of "
-                            "'changed.json'? Its settings and its versions stay.")
+             QStringLiteral("'%1' already exists.\nReplace its model with the one from 'changed.json'? "
+                            "Settings and versions are kept.")
                  .arg(m_bench->file()));
     QCOMPARE(shownEntities(*m_bench), (QStringList{"country", "person"}));
 
@@ -377,8 +417,9 @@ void tst_project_window::textDoesNotReplaceAProject()
                          modal_driver::click(QMessageBox::Ok)});
     m_bench->action("m_actSaveText")->trigger();
     QVERIFY(driver.isDone());
-    QCOMPARE(driver.texts.constLast(), "A project file is not replaced by text: " + m_bench->file() +
-                                           ". Choose a name that ends with .json");
+    QCOMPARE(driver.texts.constLast(),
+             m_bench->file() +
+                 " is a project file and was not overwritten. Choose a name that ends in .json");
     QCOMPARE(m_bench->content("shop.korv"), before);
 }
 
@@ -430,8 +471,8 @@ void tst_project_window::removedWhileOpen()
     QCOMPARE(driver.titles, QStringList{"Korvane - Project file"});
     QVERIFY2(driver.texts[0].startsWith(m_bench->file() + ": does not exist"), qPrintable(driver.texts[0]));
     QVERIFY(driver.texts[0].endsWith(
-        "What is shown is the project as it was read last. \"File > Save text…\" keeps "
-        "its model."));
+        "The window still shows the project as last read. To keep its model, use \"File > Save model as "
+        "text…\"."));
     QCOMPARE(m_bench->window().windowTitle(), "shop (shop.korv, cannot be read any more) - Korvane");
     QCOMPARE(shownEntities(*m_bench), (QStringList{"country", "person"}));
     // It is told once, however much goes on in the folder.
@@ -710,7 +751,7 @@ void tst_project_window::recentFilesAreRemembered()
         return texts;
     };
     m_bench->show();
-    QCOMPARE(entries(), QStringList{"No project was opened yet"});
+    QCOMPARE(entries(), QStringList{"No recent projects"});
     m_bench->window().openFile(m_bench->file());
     const QString other = m_bench->path("other.korv");
     QVERIFY(QFile::copy(m_bench->file(), other));
@@ -730,7 +771,7 @@ void tst_project_window::recentFilesAreRemembered()
     QVERIFY(driver.isDone());
     QCOMPARE(entries(), (QStringList{"shop.korv", "", "&Clear this list"}));
     m_bench->action("m_actClearRecent")->trigger();
-    QCOMPARE(entries(), QStringList{"No project was opened yet"});
+    QCOMPARE(entries(), QStringList{"No recent projects"});
 }
 
 void tst_project_window::recentFilesAreFew()
@@ -795,7 +836,7 @@ void tst_project_window::manualAndAbout()
     modal_driver driver({modal_driver::click(QMessageBox::Ok)});
     m_bench->action("m_actAbout")->trigger();
     QVERIFY(driver.isDone());
-    QVERIFY2(driver.texts[0].contains("korvane 1.1.7") &&
+    QVERIFY2(driver.texts[0].contains("Korvane 1.1.7") &&
                  driver.texts[0].contains("KorvGenericDDLExport 1.1.7"),
              qPrintable(driver.texts[0]));
 }
@@ -807,8 +848,9 @@ void tst_project_window::manualWithoutABrowser()
     m_bench->press(Qt::Key_F1);
     QVERIFY(driver.isDone());
     QCOMPARE(driver.titles, QStringList{"Korvane - Manual"});
-    const QString file = driver.texts[0].section(QLatin1String("it is the file "), 1);
-    QVERIFY2(driver.texts[0].startsWith("The manual cannot be shown; ") && QFile::exists(file),
+    const QString file = driver.texts[0].section(QLatin1String("in a browser: "), 1);
+    QVERIFY2(driver.texts[0].startsWith("The manual could not be opened. Open this file in a browser: ") &&
+                 QFile::exists(file),
              qPrintable(driver.texts[0]));
 }
 

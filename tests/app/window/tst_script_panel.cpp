@@ -434,7 +434,7 @@ void tst_script_panel::readsUtf8()
 
 void tst_script_panel::tellsOfOtherBytes()
 {
-    const QString note = QStringLiteral("The file has bytes that are no UTF-8. They are shown as \ufffd.");
+    const QString note = QStringLiteral("The file has bytes that are not UTF-8. They are shown as \ufffd.");
     fixture f;
     f.open("gr\xf6sse");
     QCOMPARE(f.text()->toPlainText(), QStringLiteral("gr\ufffdsse"));
@@ -591,7 +591,7 @@ void tst_script_panel::tellsOfAFolder()
     fixture f;
     f.panel.setScripts({f.folder.path()});
     QCOMPARE(f.front<QLabel>("m_lblProblem")->text(),
-             QStringLiteral("This is not a file that can be read as a script."));
+             QStringLiteral("This is a folder or a special file, not a script."));
     QVERIFY(!f.child<QPushButton>("m_btnCopyScript")->isEnabled());
 }
 

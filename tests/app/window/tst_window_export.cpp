@@ -136,7 +136,7 @@ void tst_window_export::scriptsAreShown()
     waitForLine("Export of 'shop' with KorvGenericDDLExport");
     waitForLine("Full database schema : create table DDL SQL script for entity 'person' (" +
                 m_bench->path("sql/shop_sqlite_db_schema_full.sql") + ")");
-    waitForLine("Scripts written to " + m_bench->path("sql") + ": 1");
+    waitForLine("1 script written to " + m_bench->path("sql"));
     QCOMPARE(m_bench->messages().errorCount(), 0);
     auto * const bar = m_bench->messages().findChild<QProgressBar *>();
     QCOMPARE(bar->value(), bar->maximum());
@@ -404,7 +404,7 @@ void tst_window_export::folderThatNothingCanShow()
     modal_driver driver({modal_driver::click(QMessageBox::Ok)});
     QTest::mouseClick(m_bench->find<QAbstractButton>("m_btnOpenFolder"), Qt::LeftButton);
     QVERIFY(driver.isDone());
-    QCOMPARE(driver.texts, QStringList{"The folder cannot be shown: " + m_bench->path("sql")});
+    QCOMPARE(driver.texts, QStringList{"The folder could not be opened: " + m_bench->path("sql")});
 }
 
 void tst_window_export::otherProjectTakesTheScriptsAway()
