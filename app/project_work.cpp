@@ -6,6 +6,7 @@
 #include "storage/model_check.h"
 #include "storage/project_file.h"
 #include "storage/text_form.h"
+#include "tools/file_status.h"
 
 #include <QDir>
 #include <QFile>
@@ -29,14 +30,20 @@ zk::ZkBool resultOf(const QSqlError & error)
 
 zk::ZkBool readText(const QString & name, QByteArray & text)
 {
-    const QFileInfo info(name);
-    if (!info.exists()) {
+    const tools::file_status status = tools::fileStatus(name);
+    if (status.kind == tools::file_status::missing) {
         return fileFailure(name, QStringLiteral("does not exist; check the name"));
     }
-    if (!info.isFile()) {
-        return fileFailure(name, QStringLiteral("is no file; give the text form of a project"));
+    if (status.kind == tools::file_status::unknown) {
+        return fileFailure(
+            name,
+            QStringLiteral("cannot be read (%1); check the name").arg(tools::systemReason(status.error)));
     }
-    if (info.size() > TextLimit) {
+    if (status.kind != tools::file_status::regular) {
+        return fileFailure(
+            name, QStringLiteral("is %1, not a file with the text form of a project").arg(status.kindName));
+    }
+    if (status.size > TextLimit) {
         return fileFailure(name, QStringLiteral("is too large for the text form of a project"));
     }
     QFile file(name);
@@ -76,30 +83,25 @@ import_result importText(const QString & modelFile, const QString & projectFile)
     if (done.result = readText(modelFile, text); !done.result) {
         return done;
     }
-    std::shared_ptr<model::project> existing;
-    if (replacesModel(projectFile)) {
-        if (done.result = openProject(projectFile, existing); !done.result) {
-            return done;
-        }
-    }
-    const auto project = std::make_shared<model::project>(1);
     const QString source = QDir::toNativeSeparators(modelFile);
-    done.result = storage::text_form::read(text, source, existing.get(), *project);
-    if (done.result) {
-        done.result = resultOf(storage::project_file::write(projectFile, *project));
-    }
-    if (!done.result) {
-        return done;
-    }
-    QStringList warnings = storage::model_check::warnings(*project);
-    if (existing) {
-        warnings << storage::text_form::versionWarnings(*project, *existing);
-    }
-    for (const QString & warning : std::as_const(warnings)) {
-        done.warnings << source + QStringLiteral(": warning: ") + warning;
-    }
-    done.projectName = project->getName();
-    done.entities = project->getListOfAllEntities()->count();
+    done.result = resultOf(storage::project_file::replace(
+        projectFile, [&](const model::project * existing, model::project & project) {
+            done.warnings.clear();
+            const zk::ZkBool read = storage::text_form::read(text, source, existing, project);
+            if (!read) {
+                return QSqlError(QString(), read.getDesc(), QSqlError::StatementError);
+            }
+            QStringList warnings = storage::model_check::warnings(project);
+            if (existing) {
+                warnings << storage::text_form::versionWarnings(project, *existing);
+            }
+            for (const QString & warning : std::as_const(warnings)) {
+                done.warnings << source + QStringLiteral(": warning: ") + warning;
+            }
+            done.projectName = project.getName();
+            done.entities = project.getListOfAllEntities()->count();
+            return QSqlError();
+        }));
     return done;
 }
 

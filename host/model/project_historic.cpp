@@ -16,20 +16,38 @@ const QString TimeFormat = QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzzZ");
 
 QByteArray project_historic::getProjectFile() const
 {
+    QByteArray compressed;
+    return readProjectFile(compressed).isValid() ? QByteArray() : compressed;
+}
+
+QSqlError project_historic::readProjectFile(QByteArray & compressed) const
+{
     if (m_sDatabaseFile.isEmpty()) {
-        return m_projectFile;
-    }
-    const QSqlDatabase database = zk::ZkSqlDatabase::getDatabase(m_sDatabaseFile);
-    if (!database.isOpen()) {
+        compressed = m_projectFile;
         return {};
+    }
+    return readProjectFile(zk::ZkSqlDatabase::getDatabase(m_sDatabaseFile), compressed);
+}
+
+QSqlError project_historic::readProjectFile(const QSqlDatabase & database, QByteArray & compressed) const
+{
+    if (const QSqlError error = zk::ZkSqlDatabase::openError(database); error.isValid()) {
+        return error;
     }
     QSqlQuery query(database);
     query.setForwardOnly(true);
-    if (!query.prepare(QStringLiteral("SELECT project_file FROM t_project_historic WHERE rowid = ?"))) {
-        return {};
+    if (query.prepare(QStringLiteral("SELECT project_file FROM t_project_historic WHERE rowid = ?"))) {
+        query.addBindValue(m_iRow);
+        if (query.exec() && query.next()) {
+            compressed = query.value(0).toByteArray();
+            return {};
+        }
     }
-    query.addBindValue(m_iRow);
-    return query.exec() && query.next() ? query.value(0).toByteArray() : QByteArray();
+    return query.lastError().isValid()
+               ? zk::sqlite::describe(m_sDatabaseFile, query.lastError(), database)
+               : zk::sqlite::failure(m_sDatabaseFile,
+                                     QStringLiteral("the version tagged at %1 is not there any more")
+                                         .arg(m_dtCreation.toUTC().toString(TimeFormat)));
 }
 
 QStringList project_historic::zkColumns()

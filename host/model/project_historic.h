@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QSqlError>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -24,6 +25,10 @@ public:
     void setCreationTime(const QDateTime & time) { m_dtCreation = time; }
     /// The version's project file, compressed in the format of qCompress; empty when it cannot be read.
     [[nodiscard]] QByteArray getProjectFile() const;
+    /// The same, with the reason when it cannot be read.
+    [[nodiscard]] QSqlError readProjectFile(QByteArray & compressed) const;
+    /// The same for a record that was fetched, through the connection `database` to its file.
+    [[nodiscard]] QSqlError readProjectFile(const QSqlDatabase & database, QByteArray & compressed) const;
     void setProjectFile(const QByteArray & compressed)
     {
         m_projectFile = compressed;

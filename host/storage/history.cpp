@@ -1,29 +1,24 @@
 #include "storage/history.h"
 
-#include "model/plugin_params.h"
 #include "model/project.h"
 #include "model/project_historic.h"
 #include "storage/new_project_file.h"
+#include "storage/project_file.h"
 #include "storage/project_reader.h"
 #include "storage/project_schema.h"
 #include "storage/same_model.h"
-#include "tools/bounded_uncompress.h"
 #include "zk/sqlite_connection.h"
 #include "zk/zk_dao.h"
 #include "zk/zk_session.h"
 
-#include <QFile>
 #include <QHash>
 #include <QSqlQuery>
-#include <QTemporaryDir>
-
-#include <limits>
+#include <QSqlRecord>
 
 namespace storage::history {
 
 namespace {
 
-using list_of_params = zk::ZkCollection<long, std::shared_ptr<model::plugin_params>>;
 using list_of_versions = zk::ZkCollection<long, std::shared_ptr<model::project_historic>>;
 
 QSqlError fetchVersions(const QSqlDatabase & database, list_of_versions & versions)
@@ -32,35 +27,74 @@ QSqlError fetchVersions(const QSqlDatabase & database, list_of_versions & versio
         versions, zk::ZkSqlQuery().orderAsc(QStringLiteral("t_project_historic.dt_creation")), database);
 }
 
-/// The bytes of a project file that holds what `database` holds, without its history.
-QSqlError snapshot(const QString & file, const QSqlDatabase & database, QByteArray & bytes)
+/// Copies all rows of a table, in their order and as they are.
+QSqlError copyRows(const QString & table, const QSqlDatabase & from, const QSqlDatabase & to)
 {
-    model::project project(1);
-    if (const QSqlError error = readModel(file, database, project); error.isValid()) {
-        return error;
+    QSqlQuery rows(from);
+    rows.setForwardOnly(true);
+    if (!rows.exec(QStringLiteral("SELECT * FROM %1 ORDER BY rowid").arg(table))) {
+        return rows.lastError();
     }
-    list_of_params params;
-    if (const QSqlError error = zk::dao::fetchByQuery(params, zk::ZkSqlQuery(), database); error.isValid()) {
-        return error;
+    const int columns = rows.record().count();
+    const QStringList marks(columns, QStringLiteral("?"));
+    QSqlQuery copy(to);
+    if (!copy.prepare(
+            QStringLiteral("INSERT INTO %1 VALUES (%2)").arg(table, marks.join(QStringLiteral(", "))))) {
+        return copy.lastError();
     }
-    const QTemporaryDir folder;
-    if (!folder.isValid()) {
-        return zk::sqlite::failure(
-            file, QStringLiteral("cannot be tagged: no temporary folder (%1)").arg(folder.errorString()));
+    while (rows.next()) {
+        for (int i = 0; i < columns; ++i) {
+            copy.bindValue(i, rows.value(i));
+        }
+        if (!copy.exec()) {
+            return copy.lastError();
+        }
     }
-    const QString copy = folder.filePath(QStringLiteral("version.korv"));
-    if (const QSqlError error = new_project_file::write(
-            copy, project, [&params](const QSqlDatabase & d) { return zk::dao::insert(params, d); });
-        error.isValid()) {
-        return error;
+    return rows.lastError();
+}
+
+QSqlError copyState(const QSqlDatabase & from, const QSqlDatabase & to)
+{
+    for (const project_schema::table & t : project_schema::tables()) {
+        if (t.holds == project_schema::of_history) {
+            continue;
+        }
+        if (const QSqlError error = copyRows(t.name, from, to); error.isValid()) {
+            return error;
+        }
     }
-    QFile opened(copy);
-    if (opened.open(QIODevice::ReadOnly)) {
-        bytes = opened.readAll();
+    return {};
+}
+
+/// The bytes of a project file that holds what `database` holds, without its history. What could not be
+/// loaded again from them is refused.
+QSqlError snapshot(const QString & file, const QSqlDatabase & database, qsizetype limit, QByteArray & bytes)
+{
+    const auto load = [&](const QString & copy) {
+        model::project project(1);
+        const QSqlError error = project_file::read(copy, project);
+        if (!error.isValid()) {
+            return error;
+        }
+        // The project itself tells better what is wrong with it than its copy.
+        model::project original(1);
+        const QSqlError own = readModel(file, database, original);
+        return own.isValid()
+                   ? own
+                   : zk::sqlite::failure(file, QStringLiteral("cannot be tagged, as the version could "
+                                                              "not be loaded again (%1)")
+                                                   .arg(error.text()));
+    };
+    const QSqlError error = new_project_file::bytesOf(
+        [&database](const QSqlDatabase & copy) { return copyState(database, copy); }, load, bytes);
+    if (!error.isValid() && bytes.size() > limit) {
+        return zk::sqlite::failure(file,
+                                   QStringLiteral("cannot be tagged: its state of %1 bytes is larger than "
+                                                  "the %2 bytes that a version may have")
+                                       .arg(bytes.size())
+                                       .arg(limit));
     }
-    return bytes.size() == opened.size() && !bytes.isEmpty()
-               ? QSqlError()
-               : zk::sqlite::failure(copy, QStringLiteral("cannot be read back"));
+    return error;
 }
 
 QSqlError addMessage(const QSqlDatabase & database, int version, const QString & message)
@@ -89,7 +123,12 @@ QSqlError readMessages(const QSqlDatabase & database, QHash<int, QString> & mess
 bool isUnchanged(const QSqlDatabase & database, const model::project_historic & newest,
                  const QByteArray & bytes)
 {
-    const QByteArray former = tools::boundedUncompress(newest.getProjectFile());
+    QByteArray compressed;
+    // What cannot be read any more does not keep anybody from storing a version.
+    if (newest.readProjectFile(database, compressed).isValid()) {
+        return false;
+    }
+    const QByteArray former = tools::boundedUncompress(compressed);
     // Equal states give equal bytes; other ones may still differ in the settings only.
     return former == bytes || holdsModelOf(database, former);
 }
@@ -108,14 +147,14 @@ QDateTime creationTimeAfter(const list_of_versions & versions)
 
 /// Adds the version to the open and checked project file.
 QSqlError addVersion(const QString & file, zk::ZkSession & session, const QString & message, tag_when when,
-                     tag_result & result)
+                     qsizetype limit, tag_result & result)
 {
     list_of_versions versions;
     if (const QSqlError error = fetchVersions(session.database(), versions); error.isValid()) {
         return error;
     }
     QByteArray bytes;
-    if (const QSqlError error = snapshot(file, session.database(), bytes); error.isValid()) {
+    if (const QSqlError error = snapshot(file, session.database(), limit, bytes); error.isValid()) {
         return error;
     }
     const int newest = static_cast<int>(versions.count());
@@ -128,6 +167,9 @@ QSqlError addVersion(const QString & file, zk::ZkSession & session, const QStrin
     const auto record = std::make_shared<model::project_historic>();
     record->setCreationTime(creationTimeAfter(versions));
     record->setProjectFile(qCompress(bytes));
+    if (record->getProjectFile().isEmpty()) {
+        return zk::sqlite::failure(file, QStringLiteral("cannot be tagged: there is not enough memory"));
+    }
     list_of_versions added;
     added.insert(0, record);
     if (const QSqlError error = zk::dao::insert(added, session.database()); error.isValid()) {
@@ -149,25 +191,23 @@ QSqlError tag(const QString & file, const QString & message, int & number)
     return error;
 }
 
-QSqlError tag(const QString & file, const QString & message, tag_when when, tag_result & result)
+QSqlError tag(const QString & file, const QString & message, tag_when when, tag_result & result,
+              qsizetype limit)
 {
-    if (const QSqlError error = zk::sqlite::checkFile(file); error.isValid()) {
-        return error;
-    }
     zk::sqlite::scoped_connection connection;
     if (const QSqlError error = connection.open(file); error.isValid()) {
         return error;
     }
     zk::ZkSession session(connection.database());
     if (!session.isValid()) {
-        return zk::sqlite::describe(file, session.end());
+        return zk::sqlite::describe(file, session.end(), connection.database());
     }
     session.addError(project_schema::check(file, connection.database(), true));
     tag_result done;
     if (session.isValid()) {
-        session.addError(addVersion(file, session, message, when, done));
+        session.addError(addVersion(file, session, message, when, limit, done));
     }
-    const QSqlError error = zk::sqlite::describe(file, session.end());
+    const QSqlError error = zk::sqlite::describe(file, session.end(), connection.database());
     if (!error.isValid()) {
         result = done;
     }
@@ -176,9 +216,6 @@ QSqlError tag(const QString & file, const QString & message, tag_when when, tag_
 
 QSqlError list(const QString & file, QList<version> & versions)
 {
-    if (const QSqlError error = zk::sqlite::checkFile(file); error.isValid()) {
-        return error;
-    }
     zk::sqlite::scoped_connection connection;
     if (const QSqlError error = connection.open(file); error.isValid()) {
         return error;
@@ -193,7 +230,7 @@ QSqlError list(const QString & file, QList<version> & versions)
         error = readMessages(connection.database(), messages);
     }
     if (error.isValid()) {
-        return zk::sqlite::describe(file, error);
+        return zk::sqlite::describe(file, error, connection.database());
     }
     versions.clear();
     for (const std::shared_ptr<model::project_historic> & record : records.values()) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "korvane_global.h"
+#include "tools/bounded_uncompress.h"
 
 #include <QDateTime>
 #include <QList>
@@ -34,9 +35,11 @@ struct tag_result
     int unchanged = 0; ///< number of the newest version before, when the model is still the same; else 0
 };
 
-/// Stores the state of the project file `file` as a new version.
+/// Stores the state of the project file `file` as a new version. A state that could not be restored from the
+/// version is not stored.
+/// @param limit how many bytes a version may have before it is compressed
 KORVANE_EXPORT QSqlError tag(const QString & file, const QString & message, tag_when when,
-                             tag_result & result);
+                             tag_result & result, qsizetype limit = tools::LargestUncompressed);
 /// Stores the state in any case; `number` receives the number of the version.
 KORVANE_EXPORT QSqlError tag(const QString & file, const QString & message, int & number);
 

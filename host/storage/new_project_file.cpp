@@ -1,98 +1,158 @@
 #include "storage/new_project_file.h"
 
 #include "storage/project_schema.h"
-#include "storage/project_writer.h"
+#include "storage/temporary_file.h"
+#include "tools/file_status.h"
 #include "zk/sqlite_connection.h"
 #include "zk/zk_session.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRandomGenerator>
-#include <QScopeGuard>
 
-#include <filesystem>
+#include <cerrno>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace storage::new_project_file {
 
 namespace {
 
-/// Makes an empty file of a new name beside `target`.
-QSqlError createBeside(const QFileInfo & target, QString & name)
+/// What a name leads to through links of which the last one leads nowhere.
+QString targetOf(const QString & file, int & error)
 {
-    constexpr int attempts = 16;
-    QFile file;
-    for (int i = 0; i < attempts; ++i) {
-        file.setFileName(target.dir().absoluteFilePath(
-            QStringLiteral(".korvane-%1.new").arg(QRandomGenerator::global()->generate64(), 16, 36)));
-        if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-            name = file.fileName();
-            return {};
+    constexpr int longestChain = 40; // the system's own limit
+    QString target = QFileInfo(file).absoluteFilePath();
+    for (int i = 0; i < longestChain; ++i) {
+        const tools::file_status status = tools::fileStatus(target, tools::links::seen);
+        if (status.kind != tools::file_status::link) {
+            error = status.kind == tools::file_status::unknown ? status.error : 0;
+            return target;
         }
+        target = QFileInfo(QFileInfo(target).symLinkTarget()).absoluteFilePath();
     }
-    return zk::sqlite::failure(
-        target.filePath(),
-        QStringLiteral("cannot be created (%1); check its folder").arg(file.errorString()));
+    error = ELOOP;
+    return target;
 }
 
-QSqlError fill(const QString & name, const model::project & project,
-               const std::function<QSqlError(const QSqlDatabase &)> & more)
+QSqlError cannotCreate(const QString & file, const QString & reason)
+{
+    return zk::sqlite::failure(file, QStringLiteral("cannot be created (%1); check its folder").arg(reason));
+}
+
+/// @param told the file or folder that messages name, as nobody knows `name`
+QSqlError fillFile(const QString & name, const QString & told, const filler & fill)
 {
     zk::sqlite::scoped_connection connection;
-    if (const QSqlError error = connection.open(name); error.isValid()) {
+    if (const QSqlError error = connection.openUnseen(name); error.isValid()) {
         return error;
     }
     // Nobody sees the file before it is whole, so nothing has to be rolled back from disk.
     if (const QSqlError error =
             zk::sqlite::execute(connection.database(), QStringLiteral("PRAGMA journal_mode = MEMORY"));
         error.isValid()) {
-        return error;
+        return zk::sqlite::describe(told, error, connection.database());
     }
     zk::ZkSession session(connection.database());
     if (session.isValid()) {
         session.addError(project_schema::create(session.database()));
     }
     if (session.isValid()) {
-        session.addError(writeModel(session.database(), project));
+        session.addError(fill(session.database()));
     }
-    if (session.isValid() && more) {
-        session.addError(more(session.database()));
-    }
-    return session.end();
+    return zk::sqlite::describe(told, session.end(), connection.database());
 }
 
-QSqlError moveTo(const QString & name, const QString & target)
+/// Gives `from` the name `to` unless that is taken. The errno, 0 when it worked. On a file system that has no
+/// way to do so the name is taken by an empty file then, which whoever comes next may fill.
+int renameToFree(const QByteArray & from, const QByteArray & to)
 {
-    // A journal that an earlier database of this name left behind would be played back into the new one.
-    for (const QLatin1StringView suffix :
-         {QLatin1StringView("-journal"), QLatin1StringView("-wal"), QLatin1StringView("-shm")}) {
-        QFile::remove(target + suffix);
+    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0) {
+        return 0;
     }
-    std::error_code code;
-    std::filesystem::rename(QFileInfo(name).filesystemFilePath(), QFileInfo(target).filesystemFilePath(),
-                            code);
-    if (code) {
-        return zk::sqlite::failure(target, QStringLiteral("cannot be created (%1); check its folder")
-                                               .arg(QString::fromLocal8Bit(code.message().c_str())));
+    if (errno != EINVAL && errno != ENOSYS) {
+        return errno;
     }
-    return {};
+    if (::link(from.constData(), to.constData()) == 0) {
+        ::unlink(from.constData());
+        return 0;
+    }
+    if (errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS) {
+        return errno;
+    }
+    const int taken = ::open(to.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (taken < 0) {
+        return errno;
+    }
+    ::close(taken);
+    return EEXIST;
 }
 
 } // namespace
 
-QSqlError write(const QString & file, const model::project & project,
-                const std::function<QSqlError(const QSqlDatabase &)> & more)
+outcome create(const QString & file, const filler & fill)
 {
-    const QFileInfo info(file);
-    // Through a link the file that it leads to is meant.
-    const QString target = info.isSymLink() ? info.symLinkTarget() : info.absoluteFilePath();
-    QString name;
-    if (const QSqlError error = createBeside(QFileInfo(target), name); error.isValid()) {
+    outcome result;
+    int error = 0;
+    const QString target = targetOf(file, error);
+    if (error != 0) {
+        result.error = cannotCreate(file, tools::systemReason(error));
+        return result;
+    }
+    const QString folder = QFileInfo(target).path();
+    removeLeftovers(folder);
+    if (result.error = zk::sqlite::checkNewName(target); result.error.isValid()) {
+        // The journal of somebody who has made the project in the meantime and works on it.
+        result.isTaken = QFileInfo::exists(target);
+        return result;
+    }
+    temporary_file made;
+    if (const QString reason = made.create(folder, temporary_file::readers::as_usual); !reason.isEmpty()) {
+        result.error = cannotCreate(file, reason);
+        return result;
+    }
+    if (result.error = fillFile(made.name(), file, fill); result.error.isValid()) {
+        return result;
+    }
+    const tools::ending_held held;
+    error = renameToFree(QFile::encodeName(made.name()), QFile::encodeName(target));
+    if (error == 0) {
+        made.keep();
+    } else {
+        result.isTaken = error == EEXIST;
+        result.error = cannotCreate(file, tools::systemReason(error));
+    }
+    return result;
+}
+
+QSqlError bytesOf(const filler & fill, const std::function<QSqlError(const QString &)> & look,
+                  QByteArray & bytes)
+{
+    const QString folder = QDir::tempPath();
+    removeLeftovers(folder);
+    temporary_file made;
+    if (const QString reason = made.create(folder, temporary_file::readers::owner); !reason.isEmpty()) {
+        return zk::sqlite::failure(folder,
+                                   QStringLiteral("no temporary file can be made there (%1)").arg(reason));
+    }
+    QSqlError error = fillFile(made.name(), folder, fill);
+    if (!error.isValid() && look) {
+        const zk::sqlite::final_file final(made.name());
+        error = look(made.name());
+    }
+    if (error.isValid()) {
         return error;
     }
-    const auto cleanUp = qScopeGuard([&name] { QFile::remove(name); });
-    const QSqlError error = fill(name, project, more);
-    return error.isValid() ? zk::sqlite::describe(file, error) : moveTo(name, target);
+    QFile opened(made.name());
+    if (opened.open(QIODevice::ReadOnly)) {
+        bytes = opened.readAll();
+    }
+    return opened.error() == QFileDevice::NoError && bytes.size() == opened.size() && !bytes.isEmpty()
+               ? QSqlError()
+               : zk::sqlite::failure(made.name(),
+                                     QStringLiteral("cannot be read back (%1)").arg(opened.errorString()));
 }
 
 } // namespace storage::new_project_file

@@ -13,10 +13,25 @@ class project;
 /// Project files that do not exist yet.
 namespace storage::new_project_file {
 
-/// Writes `project` to the new project file `file`, which may exist as an empty one. The file appears under
-/// its name when it is whole.
-/// @param more what else to write into the new database in the same transaction, may be null
-[[nodiscard]] QSqlError write(const QString & file, const model::project & project,
-                              const std::function<QSqlError(const QSqlDatabase &)> & more = nullptr);
+/// Writes something into a new database, within its transaction.
+using filler = std::function<QSqlError(const QSqlDatabase &)>;
+
+/// What became of a new file.
+struct outcome
+{
+    QSqlError error;
+    bool isTaken = false; ///< something has that name already, or has got it meanwhile; it is as it was
+};
+
+/// Makes the project file `file` with what `fill` writes into its tables. It appears under its name when it
+/// is whole, and never in place of anything. Through a link that leads nowhere the file that it names is
+/// made.
+[[nodiscard]] outcome create(const QString & file, const filler & fill);
+
+/// The bytes of a project file with what `fill` writes into its tables. It exists in a temporary folder only
+/// as long as this takes.
+/// @param look is called with the name of the whole file, may be null
+[[nodiscard]] QSqlError bytesOf(const filler & fill, const std::function<QSqlError(const QString &)> & look,
+                                QByteArray & bytes);
 
 } // namespace storage::new_project_file

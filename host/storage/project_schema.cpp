@@ -29,7 +29,7 @@ QSqlError readPragma(const QString & file, const QSqlDatabase & database, const 
     if (query.next()) {
         value = query.value(0);
     }
-    return zk::sqlite::describe(file, query.lastError());
+    return zk::sqlite::describe(file, query.lastError(), database);
 }
 
 QSqlError checkMarks(const QString & file, const QSqlDatabase & database)
@@ -44,13 +44,12 @@ QSqlError checkMarks(const QString & file, const QSqlDatabase & database)
         return e;
     }
     if (id.toLongLong() != ApplicationId) {
-        return zk::sqlite::failure(file,
-                                   QStringLiteral("is a SQLite file of something else; give a project file"));
+        return zk::sqlite::failure(file, QStringLiteral("is a SQLite database, but not a Korvane project"));
     }
     if (version.toLongLong() > FormatVersion) {
         return zk::sqlite::failure(
-            file, QStringLiteral("was written by a newer version (format %1, this program knows %2); "
-                                 "use that version")
+            file, QStringLiteral("was written by a newer korvane (format %1; this one reads up to %2); "
+                                 "update korvane")
                       .arg(version.toString(), QString::number(FormatVersion)));
     }
     if (version.toLongLong() != FormatVersion) {
@@ -89,7 +88,7 @@ QSqlError checkTables(const QString & file, const QSqlDatabase & database)
         }
     }
     if (query.lastError().isValid()) {
-        return zk::sqlite::describe(file, query.lastError());
+        return zk::sqlite::describe(file, query.lastError(), database);
     }
     for (const table & t : tables()) {
         if (missing.contains(t.name)) {
@@ -121,35 +120,38 @@ const QList<table> & tables()
          QStringLiteral(
              "name TEXT NOT NULL, last_enumeration_id INTEGER NOT NULL, last_entity_id INTEGER NOT NULL, "
              "last_property_id INTEGER NOT NULL, last_relationship_id INTEGER NOT NULL"),
-         true},
-        {QStringLiteral("t_enumeration"), QStringLiteral("id INTEGER NOT NULL, name TEXT NOT NULL"), true},
+         of_model},
+        {QStringLiteral("t_enumeration"), QStringLiteral("id INTEGER NOT NULL, name TEXT NOT NULL"),
+         of_model},
         {QStringLiteral("t_enumeration_value"),
-         QStringLiteral("enumeration_id INTEGER NOT NULL, name TEXT NOT NULL, value INTEGER NOT NULL"), true},
+         QStringLiteral("enumeration_id INTEGER NOT NULL, name TEXT NOT NULL, value INTEGER NOT NULL"),
+         of_model},
         {QStringLiteral("t_entity"),
          QStringLiteral("id INTEGER NOT NULL, name TEXT NOT NULL, entity_key TEXT, table_name TEXT, "
                         "soft_delete_column TEXT, version INTEGER NOT NULL"),
-         true},
+         of_model},
         {QStringLiteral("t_meta_data"),
          QStringLiteral("entity_id INTEGER NOT NULL, meta_key TEXT NOT NULL, value_type TEXT NOT NULL, "
                         "meta_value TEXT NOT NULL"),
-         true},
+         of_model},
         {QStringLiteral("t_property_type"),
-         QStringLiteral("type_id INTEGER NOT NULL, cpp_type TEXT, enumeration_id INTEGER"), true},
+         QStringLiteral("type_id INTEGER NOT NULL, cpp_type TEXT, enumeration_id INTEGER"), of_model},
         {QStringLiteral("t_property"),
          QStringLiteral("entity_id INTEGER NOT NULL, id INTEGER NOT NULL, name TEXT NOT NULL, "
                         "column_name TEXT, type_id INTEGER, flags INTEGER NOT NULL"),
-         true},
+         of_model},
         {QStringLiteral("t_property_detail"),
-         QStringLiteral("property_id INTEGER NOT NULL, property_key TEXT, force_sql_type TEXT"), true},
+         QStringLiteral("property_id INTEGER NOT NULL, property_key TEXT, force_sql_type TEXT"), of_model},
         {QStringLiteral("t_relationship"),
          QStringLiteral("property_id INTEGER NOT NULL, id INTEGER NOT NULL, type INTEGER NOT NULL, "
                         "target_id INTEGER NOT NULL, inverse_id INTEGER, extra_table TEXT, "
                         "foreign_key TEXT, foreign_key_owner TEXT"),
-         true},
-        {QStringLiteral("t_plugin_params"), QStringLiteral("plugin_guid, param_key, param_value"), false},
-        {HistoryTable, QStringLiteral("dt_creation, project_file"), false},
+         of_model},
+        {QStringLiteral("t_plugin_params"), QStringLiteral("plugin_guid, param_key, param_value"),
+         of_settings},
+        {HistoryTable, QStringLiteral("dt_creation, project_file"), of_history},
         {QStringLiteral("t_project_tag"),
-         QStringLiteral("version INTEGER PRIMARY KEY, message TEXT NOT NULL"), false}};
+         QStringLiteral("version INTEGER PRIMARY KEY, message TEXT NOT NULL"), of_history}};
     return all;
 }
 

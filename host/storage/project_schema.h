@@ -23,11 +23,18 @@ enum property_flag : long
     all_flags = 511
 };
 
+enum table_contents
+{
+    of_model,    ///< which an import replaces
+    of_settings, ///< of plug-ins
+    of_history   ///< the tagged versions
+};
+
 struct table
 {
     QString name;
     QString columns; ///< the column definitions between the brackets
-    bool isModel;    ///< part of the model, which an import replaces
+    table_contents holds;
 };
 
 /// All tables. Rows are kept in model order; nothing but their order in the table says it.

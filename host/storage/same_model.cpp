@@ -1,12 +1,12 @@
 #include "storage/same_model.h"
 
 #include "storage/project_schema.h"
+#include "storage/temporary_file.h"
 #include "zk/sqlite_connection.h"
 
-#include <QFile>
+#include <QDir>
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <QTemporaryDir>
 #include <QVariant>
 
 namespace storage {
@@ -47,7 +47,7 @@ bool sameTables(const QSqlDatabase & a, const QSqlDatabase & b)
     for (const project_schema::table & table : project_schema::tables()) {
         QSqlQuery rowsOfA(a);
         QSqlQuery rowsOfB(b);
-        if (table.isModel &&
+        if (table.holds == project_schema::of_model &&
             !(select(rowsOfA, table) && select(rowsOfB, table) && sameRows(rowsOfA, rowsOfB))) {
             return false;
         }
@@ -59,16 +59,14 @@ bool sameTables(const QSqlDatabase & a, const QSqlDatabase & b)
 
 bool holdsModelOf(const QSqlDatabase & database, const QByteArray & other)
 {
-    const QTemporaryDir folder;
-    const QString name = folder.filePath(QStringLiteral("version.korv"));
-    QFile file(name);
-    if (!folder.isValid() || !file.open(QIODevice::WriteOnly | QIODevice::NewOnly) ||
-        file.write(other) != other.size() || !file.flush()) {
+    temporary_file file;
+    if (!file.create(QDir::tempPath(), temporary_file::readers::owner).isEmpty() || !file.append(other)) {
         return false;
     }
+    const zk::sqlite::final_file final(file.name());
     zk::sqlite::scoped_connection connection;
-    return !connection.open(name).isValid() &&
-           !project_schema::check(name, connection.database(), false).isValid() &&
+    return !connection.open(file.name()).isValid() &&
+           !project_schema::check(file.name(), connection.database(), false).isValid() &&
            sameTables(database, connection.database());
 }
 

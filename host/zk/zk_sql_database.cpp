@@ -93,10 +93,7 @@ QSqlDatabase ZkSqlDatabase::getDatabase(const QString & file)
     forget(key);
     const QString name = newConnectionName();
     QSqlDatabase database;
-    QSqlError error = sqlite::checkFile(file);
-    if (!error.isValid()) {
-        error = sqlite::open(file, name, database);
-    }
+    QSqlError error = sqlite::open(file, name, database);
     if (!error.isValid()) {
         error = sqlite::refuseCode(file, database);
     }

@@ -19,9 +19,15 @@ class property;
 class relationship;
 } // namespace model
 
+namespace storage {
+class restored_version;
+}
+
 namespace tools {
 class custom_javascript;
 }
+
+class QSqlError;
 
 namespace plugin {
 
@@ -121,7 +127,7 @@ private:
 
     static zk::ZkBool noPluginFailure();
     /// How many scripts the settings ask for.
-    [[nodiscard]] int countScripts() const;
+    [[nodiscard]] int countScripts();
     /// The project in which getSqlPrimaryKeyName() and getSqlIndexName() look an entity up; may be null.
     [[nodiscard]] const model::project * projectForNames(bool current) const;
     /// The entities that get a table, in order.
@@ -162,9 +168,13 @@ private:
                                const property_change & property);
     zk::ZkBool writeForeignKeyChanges(ddl_export_script & script, const entity_change & change);
 
+    struct fetched_tags;
+    /// The tags of the project that is exported, asked for once a build, by countScripts().
+    [[nodiscard]] const fetched_tags & tags();
+    [[nodiscard]] static zk::ZkBool tagsFailure(const QSqlError & error);
     /// Writes what `tag` holds into a new file of the folder `temp`, whose name begins with `start`.
     zk::ZkBool restoreTag(const model::project_historic & tag, const QString & temp, const QString & start,
-                          QString & fileName);
+                          storage::restored_version & file);
     /// Writes the script that leads to the version `tag`; `previous` is the version before it, and becomes
     /// this one.
     zk::ZkBool buildTaggedVersion(const model::project_historic & tag, const QString & temp,
@@ -172,6 +182,7 @@ private:
                                   std::shared_ptr<model::project> & previous);
 
     ddl_export_progress m_progress;
+    std::shared_ptr<fetched_tags> m_tags;
     QString m_sExportPath; ///< resolved once, as the scripts of one build belong into one folder
 };
 

@@ -2,10 +2,12 @@
 
 #include "model/plugin_params.h"
 #include "model/project_historic.h"
+#include "zk/sqlite_locks.h"
 #include "zk/zk_dao.h"
 #include "zk/zk_session.h"
 #include "zk/zk_sql_database.h"
 
+#include <QScopeGuard>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
@@ -97,7 +99,6 @@ private Q_SLOTS:
         QTest::newRow("schema") << "trusted_schema" << 0;
         QTest::newRow("cells") << "cell_size_check" << 1;
         QTest::newRow("mapping") << "mmap_size" << 0;
-        QTest::newRow("waits for locks") << "busy_timeout" << 2000;
     }
     void protectedAgainstHostileFiles()
     {
@@ -116,11 +117,11 @@ private Q_SLOTS:
         QTest::newRow("missing") << "missing.korv"
                                  << "missing.korv: does not exist; check the name";
         QTest::newRow("folder") << "."
-                                << "is a folder; give a project file";
+                                << "is a folder, not a project file";
         QTest::newRow("empty") << "empty.korv"
-                               << "empty.korv: is empty; give a project file";
+                               << "empty.korv: is empty, not a Korvane project";
         QTest::newRow("text") << "text.korv"
-                              << "text.korv: is no SQLite file; give a project file";
+                              << "text.korv: is not a Korvane project file (.korv)";
     }
     void refusals()
     {
@@ -153,7 +154,7 @@ private Q_SLOTS:
                      .isValid());
         zk::ZkSqlDatabase::clearAllDatabases();
         QVERIFY(!database().isOpen());
-        QVERIFY(database().lastError().text().contains("holds the trigger 'evil'"));
+        QVERIFY(database().lastError().text().contains("contains a trigger 'evil'"));
     }
     void theDefaultConnectionFails()
     {
@@ -262,6 +263,9 @@ private Q_SLOTS:
 
     void aSessionMeetsAnotherWriterAtItsBegin()
     {
+        const auto patience = zk::sqlite::lockPatience();
+        zk::sqlite::setLockPatience(std::chrono::milliseconds(200));
+        const auto restored = qScopeGuard([patience] { zk::sqlite::setLockPatience(patience); });
         {
             QSqlDatabase other = QSqlDatabase::addDatabase("QSQLITE", "other");
             other.setDatabaseName(m_sFile);

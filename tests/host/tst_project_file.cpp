@@ -3,14 +3,17 @@
 #include "model/plugin_params.h"
 #include "model/property_type.h"
 #include "storage/history.h"
+#include "zk/sqlite_locks.h"
 #include "zk/zk_dao.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
+#include <QScopeGuard>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 using storage::project_file::read;
@@ -108,8 +111,86 @@ private Q_SLOTS:
     void anEmptyFileCountsAsNotThere()
     {
         QVERIFY(support::writeBytes(m_sFile, ""));
+        const QFile::Permissions permissions =
+            QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser | QFile::WriteGroup;
+        QVERIFY(QFile::setPermissions(m_sFile, permissions));
+        struct stat before = {};
+        QCOMPARE(stat(QFile::encodeName(m_sFile).constData(), &before), 0);
         QVERIFY(!write(m_sFile, *everything()).isValid());
         QCOMPARE(storedText(m_sFile), storage::text_form::write(*everything()));
+        struct stat after = {};
+        QCOMPARE(stat(QFile::encodeName(m_sFile).constData(), &after), 0);
+        QCOMPARE(after.st_mode, before.st_mode);
+        QCOMPARE(after.st_ino, before.st_ino);
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList{"shop.korv"});
+    }
+    void anEmptyFileStaysEmptyAfterAFailure()
+    {
+        QVERIFY(support::writeBytes(m_sFile, ""));
+        QVERIFY(write(m_sFile, model::project(1)).isValid());
+        QCOMPARE(QFileInfo(m_sFile).size(), qint64(0));
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList{"shop.korv"});
+    }
+    void aChainOfLinks()
+    {
+        QVERIFY(QFile::link("second.korv", path("first.korv")));
+        QVERIFY(QFile::link("real.korv", path("second.korv")));
+        QVERIFY(!write(path("first.korv"), *everything()).isValid());
+        QVERIFY(QFileInfo(path("second.korv")).isSymLink());
+        QCOMPARE(storedText(path("real.korv")), storage::text_form::write(*everything()));
+        QVERIFY(QFile::link("round.korv", m_sFile));
+        QVERIFY(QFile::link("shop.korv", path("round.korv")));
+        const QString expected =
+            m_sFile + ": cannot be opened (Too many levels of symbolic links); check the name";
+        QCOMPARE(write(m_sFile, *everything()).text(), expected);
+        model::project project(1);
+        QCOMPARE(read(m_sFile, project).text(), expected);
+    }
+    void longNames()
+    {
+        // SQLite's journal beside the file has a name of eight bytes more.
+        const QString longest = path(QString(242, 'a') + ".korv");
+        QVERIFY(!write(longest, *everything()).isValid());
+        int number = 0;
+        QCOMPARE(storage::history::tag(longest, "x", number).text(), QString());
+        const QString tooLong = path(QString(243, 'a') + ".korv");
+        const QString expected =
+            tooLong + ": cannot be changed: its name of 248 bytes is too long, as the name of its journal is "
+                      "8 bytes longer and the limit is 255; choose a shorter one";
+        QCOMPARE(write(tooLong, *everything()).text(), expected);
+        QVERIFY(!QFile::exists(tooLong));
+        // One that is there can still be read.
+        QVERIFY(QFile::copy(longest, tooLong));
+        QCOMPARE(storedText(tooLong), storage::text_form::write(*everything()));
+        QCOMPARE(storage::history::tag(tooLong, "x", number).text(), expected);
+        QCOMPARE(write(tooLong, *everything()).text(), expected);
+        const QString noName = path(QString(256, 'a'));
+        QCOMPARE(write(noName, *everything()).text(),
+                 noName + ": cannot be opened (File name too long); check the name");
+    }
+    void longPaths()
+    {
+        // SQLite knows paths of less than 512 bytes.
+        QString folder = m_folder->path();
+        while (folder.size() < 400) {
+            folder += "/" + QString(50, 'b');
+        }
+        QVERIFY(QDir().mkpath(folder));
+        const qsizetype room = 503 - folder.size() - 1;
+        const QString longest = folder + "/" + QString(room - 5, 'a') + ".korv";
+        QCOMPARE(write(longest, *everything()).text(), QString());
+        QCOMPARE(write(longest, *everything()).text(), QString());
+        const QString tooLong = folder + "/" + QString(room - 4, 'a') + ".korv";
+        QCOMPARE(write(tooLong, *everything()).text(),
+                 tooLong + ": cannot be changed: its path of 504 bytes is too long, as the name of its "
+                           "journal is 8 bytes longer and the limit is 511; choose a shorter one");
+    }
+    void aFailedRead()
+    {
+        // A regular file whose first bytes the system refuses to read.
+        model::project project(1);
+        QCOMPARE(read("/proc/self/mem", project).text(),
+                 QString("/proc/self/mem: cannot be read (Input/output error); check the disk"));
     }
     void aLinkStaysALink()
     {
@@ -120,20 +201,25 @@ private Q_SLOTS:
         QVERIFY(!write(m_sFile, *projectOf(textOf(""))).isValid());
         QCOMPARE(storedText(path("real.korv")), storage::text_form::write(*projectOf(textOf(""))));
     }
+    void aForeignJournalIsNotPlayedBack_data()
+    {
+        QTest::addColumn<QString>("suffix");
+        QTest::newRow("journal") << "-journal";
+        QTest::newRow("log") << "-wal";
+    }
     void aForeignJournalIsNotPlayedBack()
     {
-        // A journal that belongs to an earlier file of this name, and would be taken for the new file's.
-        QVERIFY(!write(m_sFile, *everything()).isValid());
-        const QByteArray good = support::bytesOf(m_sFile);
-        QProcess shell;
-        shell.start("/bin/sh", {"-c", "cp \"$1\" \"$1-journal\"", "sh", m_sFile});
-        QVERIFY(shell.waitForFinished());
-        QVERIFY(QFile::remove(m_sFile));
-        QVERIFY(!write(m_sFile, *everything()).isValid());
-        QVERIFY(!QFile::exists(m_sFile + "-journal"));
-        QCOMPARE(support::bytesOf(m_sFile), good);
+        QFETCH(QString, suffix);
+        // It may be all that is left to mend a database that somebody has moved away.
+        QVERIFY(support::writeBytes(m_sFile + suffix, "of another database"));
+        QCOMPARE(write(m_sFile, *everything()).text(),
+                 m_sFile + suffix +
+                     ": belongs to a database that is not there, and would be taken for a part of the new "
+                     "project; move it away and try again");
+        QCOMPARE(support::bytesOf(m_sFile + suffix), QByteArray("of another database"));
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden),
+                 QStringList{"shop.korv" + suffix});
     }
-
     void parametersAndHistoryStay()
     {
         QVERIFY(!write(m_sFile, *everything()).isValid());
@@ -235,12 +321,13 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("empty") << QByteArray("") << "is empty; give a project file";
+        QTest::newRow("empty") << QByteArray("") << "is empty, not a Korvane project";
         QTest::newRow("text") << QByteArray("{\"format\": \"korvane-project\"}")
-                              << "is no SQLite file; give a project file";
-        QTest::newRow("zeros") << QByteArray(8192, '\0') << "is no SQLite file; give a project file";
+                              << "is a model in text form, not a project; import it first (korvane import "
+                                 "MODEL.json PROJECT.korv)";
+        QTest::newRow("zeros") << QByteArray(8192, '\0') << "is not a Korvane project file (.korv)";
         QTest::newRow("only the magic")
-            << QByteArray("SQLite format 3\0", 16) << "is no SQLite file; give a project file";
+            << QByteArray("SQLite format 3\0", 16) << "is not a Korvane project file (.korv)";
     }
     void badFiles()
     {
@@ -257,10 +344,10 @@ private Q_SLOTS:
     {
         refused("does not exist; check the name");
         m_sFile = m_folder->path();
-        refused("is a folder; give a project file");
-        QCOMPARE(write(m_sFile, *everything()).text(), m_sFile + ": is a folder; give a project file");
+        refused("is a folder, not a project file");
+        QCOMPARE(write(m_sFile, *everything()).text(), m_sFile + ": is a folder, not a project file");
         m_sFile = "/dev/null";
-        refused("is no regular file; give a project file");
+        refused("is a device, not a project file");
         QVERIFY(write(m_sFile, *everything()).isValid());
         model::project project(1);
         QCOMPARE(read("", project).text(), QString("no project file is named"));
@@ -278,16 +365,21 @@ private Q_SLOTS:
             row(name, {statement}, "is damaged (" + where + "); restore it from a copy");
         };
         row("something else", {"PRAGMA application_id = 1"},
-            "is a SQLite file of something else; give a project file");
+            "is a SQLite database, but not a Korvane project");
         row("newer", {"PRAGMA user_version = 2"},
-            "was written by a newer version (format 2, this program knows 1); use that version");
+            "was written by a newer korvane (format 2; this one reads up to 1); update korvane");
         row("older", {"PRAGMA user_version = 0"}, "is damaged (format 0); restore it from a copy");
         row("trigger", {"CREATE TRIGGER tr AFTER INSERT ON t_entity BEGIN SELECT 1; END"},
-            "holds the trigger 'tr', which a project file does not have; remove it");
+            "contains a trigger 'tr', which does not belong in a project file; remove it, or restore the "
+            "file "
+            "from a backup");
         row("view", {"CREATE VIEW v AS SELECT 1"},
-            "holds the view 'v', which a project file does not have; remove it");
+            "contains a view 'v', which does not belong in a project file; remove it, or restore the file "
+            "from a backup");
         row("view for a table", {"DROP TABLE t_entity", "CREATE VIEW t_entity AS SELECT 1"},
-            "holds the view 't_entity', which a project file does not have; remove it");
+            "contains a view 't_entity', which does not belong in a project file; remove it, or restore the "
+            "file "
+            "from a backup");
         damaged("index", "CREATE INDEX i ON t_entity (name)", "table t_entity is not as it was created");
         damaged("table gone", "DROP TABLE t_relationship", "table t_relationship is missing");
         damaged("column too many", "ALTER TABLE t_property ADD COLUMN x",
@@ -416,9 +508,9 @@ private Q_SLOTS:
         QVERIFY(execute(
             m_sFile, {"CREATE TABLE seen (a)",
                       "CREATE TRIGGER tr AFTER DELETE ON t_entity BEGIN INSERT INTO seen VALUES (1); END"}));
-        QVERIFY(write(m_sFile, *everything()).text().contains("holds the trigger 'tr'"));
+        QVERIFY(write(m_sFile, *everything()).text().contains("contains a trigger 'tr'"));
         int number = 0;
-        QVERIFY(storage::history::tag(m_sFile, "x", number).text().contains("holds the trigger 'tr'"));
+        QVERIFY(storage::history::tag(m_sFile, "x", number).text().contains("contains a trigger 'tr'"));
         QCOMPARE(query(m_sFile, "SELECT count(*) FROM seen"), QString("0"));
     }
 
@@ -429,15 +521,27 @@ private Q_SLOTS:
         other.setDatabaseName(m_sFile);
         QVERIFY(other.open());
         QVERIFY(!QSqlQuery("BEGIN EXCLUSIVE", other).lastError().isValid());
-        const QString expected = m_sFile + ": is locked by another process; close it there and try again";
+        const QString expected = m_sFile + ": is in use by another process (waited 1.5 s for it); wait until "
+                                           "that one has ended, or end it, and try again";
+        const auto patience = zk::sqlite::lockPatience();
+        QCOMPARE(patience.count(), std::chrono::milliseconds(30000).count());
+        const auto restored = qScopeGuard([patience] { zk::sqlite::setLockPatience(patience); });
+        zk::sqlite::setLockPatience(std::chrono::milliseconds(1500));
+        QStringList waitedFor;
+        zk::sqlite::setWaitListener([&waitedFor](const QString & file) { waitedFor << file; });
+        const auto silent = qScopeGuard([] { zk::sqlite::setWaitListener(nullptr); });
         QElapsedTimer timer;
         timer.start();
         model::project project(1);
         QCOMPARE(read(m_sFile, project).text(), expected);
-        QVERIFY(timer.elapsed() > 1500 && timer.elapsed() < 5000);
+        QVERIFY(timer.elapsed() > 1400 && timer.elapsed() < 5000);
+        QCOMPARE(waitedFor, QStringList{m_sFile});
         QCOMPARE(write(m_sFile, *everything()).text(), expected);
         int number = 0;
         QCOMPARE(storage::history::tag(m_sFile, "x", number).text(), expected);
+        QList<storage::history::version> versions;
+        QCOMPARE(storage::history::list(m_sFile, versions).text(), expected);
+        QCOMPARE(waitedFor, QStringList(4, m_sFile));
         other.close();
         other = QSqlDatabase();
         QSqlDatabase::removeDatabase("other");

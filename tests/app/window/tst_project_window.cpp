@@ -430,9 +430,9 @@ void tst_project_window::filesThatCannotBeOpened_data()
     QTest::addColumn<QString>("reason");
     QTest::newRow("newer")
         << "PRAGMA user_version = 2" << QByteArray()
-        << "was written by a newer version (format 2, this program knows 1); use that version";
+        << "was written by a newer korvane (format 2; this one reads up to 1); update korvane";
     QTest::newRow("no database") << "" << QByteArray("this is a text, and a long one, ").repeated(20)
-                                 << "is no SQLite file; give a project file";
+                                 << "is not a Korvane project file (.korv)";
     QTest::newRow("table missing") << "DROP TABLE t_plugin_params" << QByteArray() << "t_plugin_params";
     QTest::newRow("missing") << "-" << QByteArray() << "does not exist";
 }

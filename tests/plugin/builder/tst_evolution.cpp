@@ -444,19 +444,12 @@ void tst_evolution::cannotLoadATag()
     const zk::ZkBool result = build();
     QVERIFY(!result);
     QCOMPARE(result.getCode(), 0L);
-    // The file stays, so that one can see what is wrong with it.
-    const QStringList kept = temporaryFiles();
-    QCOMPARE(kept.size(), 1);
-    QVERIFY(kept.constFirst().startsWith("shop_v2_"));
-    QCOMPARE(contentOf(m_temp->filePath(kept.constFirst())), content);
-    const QString start =
-        "An error occurred loading project tag '" + m_temp->filePath(kept.constFirst()) + "' :\n";
-    QVERIFY2(result.getDesc().startsWith(start), qPrintable(result.getDesc()));
-    QVERIFY(result.getDesc().size() > start.size());
+    const QRegularExpression expected(QRegularExpression::anchoredPattern(
+        "An error occurred loading project tag '" + QRegularExpression::escape(m_temp->path()) +
+        "/shop_v2_\\d{17}\\.korv' :\n.+"));
+    QVERIFY2(expected.match(result.getDesc()).hasMatch(), qPrintable(result.getDesc()));
+    QCOMPARE(temporaryFiles(), QStringList());
     QCOMPARE(m_bench->files(), QStringList{"shop_default_db_schema_v1.sql"});
-    QCOMPARE(QFile::permissions(m_temp->filePath(kept.constFirst())) &
-                 (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther),
-             QFile::Permissions());
 }
 
 void tst_evolution::cannotWriteTemporaryFiles_data()

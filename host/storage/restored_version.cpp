@@ -1,0 +1,110 @@
+#include "storage/restored_version.h"
+
+#include "storage/temporary_file.h"
+#include "tools/file_status.h"
+#include "zk/sqlite_connection.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QThread>
+
+#include <optional>
+
+namespace storage {
+
+namespace {
+
+bool isTaken(const QString & name)
+{
+    return tools::fileStatus(name, tools::links::seen).kind != tools::file_status::missing;
+}
+
+bool writeWhole(QFile & file, const QByteArray & bytes)
+{
+    const bool isWritten = file.write(bytes) == bytes.size() && file.flush();
+    file.close();
+    return isWritten && file.error() == QFileDevice::NoError;
+}
+
+} // namespace
+
+struct restored_version::data
+{
+    QString fileName;
+    // Destroyed last: without the claim nobody would know whose file the version is.
+    std::optional<temporary_file> claim;
+    std::optional<tools::unfinished_file> file;
+    std::optional<zk::sqlite::final_file> isFinal;
+
+    /// Claims the name of this moment and makes the file; false when that did not work.
+    bool open(QFile & opened, const QString & folder, const QString & start)
+    {
+        fileName = momentName(folder, start);
+        claim.emplace();
+        if (!claim->create(folder, temporary_file::readers::owner, temporary_file::purpose::claim)
+                 .isEmpty() ||
+            !claim->append(claim_text::begin(QFileInfo(fileName).fileName()))) {
+            return false;
+        }
+        opened.setFileName(fileName);
+        const tools::ending_held held;
+        if (!opened.open(QIODevice::WriteOnly | QIODevice::NewOnly,
+                         QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
+            return false;
+        }
+        file.emplace().note(fileName);
+        isFinal.emplace(fileName);
+        return claim->append(claim_text::identity(fileName));
+    }
+    void removeAll()
+    {
+        isFinal.reset();
+        file.reset();
+        claim.reset();
+    }
+};
+
+restored_version::restored_version() = default;
+restored_version::~restored_version() = default;
+
+bool restored_version::create(const QString & folder, const QString & start, const QByteArray & bytes)
+{
+    constexpr int attempts = 300;
+    for (int i = 0; i < attempts; ++i) {
+        m_data = std::make_unique<data>();
+        QFile file;
+        if (m_data->open(file, folder, start)) {
+            if (writeWhole(file, bytes)) {
+                return true;
+            }
+            break;
+        }
+        if (m_data->file || !isTaken(m_data->fileName)) {
+            break;
+        }
+        QThread::msleep(1);
+    }
+    m_data->removeAll();
+    return false;
+}
+
+QString restored_version::fileName() const
+{
+    return m_data ? m_data->fileName : QString();
+}
+
+QString restored_version::momentName(const QString & folder, const QString & start)
+{
+    return QDir(folder).absoluteFilePath(
+        start + QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmsszzz")) +
+        QStringLiteral(".korv"));
+}
+
+void removeLeftVersions(const QString & folder)
+{
+    removeLeftovers(folder);
+}
+
+} // namespace storage
