@@ -4,10 +4,12 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QStringDecoder>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -24,11 +26,11 @@ const char Examples[] =
     "  korvane tag shop.korv -m \"first release\"    tag its current state as a new version\n"
     "  korvane export shop.korv -y --KorvGenericDDLExport_path=sql --KorvGenericDDLExport_db_type=3\n"
     "                                              write the PostgreSQL scripts to the folder sql\n"
-    "  korvane plugins                             list the plug-ins and their options\n"
+    "  korvane plugins                             list the plugins and their options\n"
     "\n"
     "Exit status: 0 success; 1 failure (one line on standard error says why); 2 wrong usage.";
 
-const char ExportHelp[] = "--PLUGIN_OPTION=VALUE hands an option to the plug-in whose name it begins with; "
+const char ExportHelp[] = "--PLUGIN_OPTION=VALUE hands an option to the plugin whose name it begins with; "
                           "'korvane plugins' lists the\n"
                           "options. Relative paths in them are taken from the folder of the project file.\n"
                           "\n"
@@ -119,14 +121,14 @@ parser::parser()
     tag->add_flag("--if-changed", ifChanged,
                   "Do nothing when the model has not changed since the newest version");
     addProject(add(command_line::log, "log", "List the versions of a project"));
-    CLI::App * const exportCommand = add(command_line::export_project, "export", "Run an export plug-in");
+    CLI::App * const exportCommand = add(command_line::export_project, "export", "Run an export plugin");
     addProject(exportCommand);
     exportCommand
-        ->add_option("--plugin", pluginName, "Name or file of the plug-in; by default the only one found")
+        ->add_option("--plugin", pluginName, "Name or file of the plugin; by default the only one found")
         ->type_name("NAME");
     exportCommand->add_flag("-y,--yes", answerYes, "Answer every question with Yes");
     exportCommand->footer(ExportHelp);
-    add(command_line::plugins, "plugins", "List the plug-ins found, with their command-line help");
+    add(command_line::plugins, "plugins", "List the plugins found, with their command-line help");
 }
 
 QString fromStd(const std::string & text)
@@ -139,6 +141,22 @@ command_line wrongLine(const QString & reason)
     command_line line;
     line.text = oneLine(reason);
     return line;
+}
+
+/// The text of `bytes`; false with bytes that are not UTF-8 shown by their numbers.
+bool decode(const QByteArray & bytes, QString & text)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    text = decoder(bytes);
+    if (!decoder.hasError()) {
+        return true;
+    }
+    text.clear();
+    for (const char byte : bytes) {
+        const auto code = static_cast<unsigned char>(byte);
+        text += code < 0x80 ? QString(QLatin1Char(byte)) : QStringLiteral("\\x") + QString::number(code, 16);
+    }
+    return false;
 }
 
 QStringList namesOf(const std::vector<std::string> & names)
@@ -189,7 +207,7 @@ QString leftOver(const parser & p)
     const QString taken = argumentsOf(p.given());
     const QString more =
         p.given().get_name() == "export"
-            ? QStringLiteral(", and the options of the plug-ins ('korvane plugins' lists them)")
+            ? QStringLiteral(", and the options of the plugins ('korvane plugins' lists them)")
             : QString();
     return options.isEmpty() ? QStringLiteral("Too many arguments: %1; '%2' takes %3%4")
                                    .arg(others.join(QLatin1Char(' ')), p.call(), taken, more)
@@ -257,24 +275,32 @@ command_line parsed(const parser & p, export_request & request)
 bool decodeArguments(int count, const char * const * arguments, QStringList & decoded, QString & reason)
 {
     for (int i = 1; i < count; ++i) {
-        const QByteArray bytes(arguments[i]);
-        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-        const QString text = decoder(bytes);
-        if (!decoder.hasError()) {
-            decoded << text;
-            continue;
+        QString text;
+        if (!decode(arguments[i], text)) {
+            reason = QStringLiteral("Argument %1 is not UTF-8: '%2'; give the file a name in UTF-8")
+                         .arg(QString::number(i), text);
+            return false;
         }
-        QString shown;
-        for (const char byte : bytes) {
-            const auto code = static_cast<unsigned char>(byte);
-            shown +=
-                code < 0x80 ? QString(QLatin1Char(byte)) : QStringLiteral("\\x") + QString::number(code, 16);
-        }
-        reason = QStringLiteral("Argument %1 is not UTF-8: '%2'; give the file a name in UTF-8")
-                     .arg(QString::number(i), shown);
-        return false;
+        decoded << text;
     }
     return true;
+}
+
+QString workingFolderProblem(const command_line & line)
+{
+    const QStringList files{line.modelFile, line.projectFile};
+    const auto relative = std::find_if(files.cbegin(), files.cend(), [](const QString & file) {
+        return !file.isEmpty() && QDir::isRelativePath(file);
+    });
+    std::error_code error;
+    QString folder;
+    if (relative == files.cend() || decode(std::filesystem::current_path(error).c_str(), folder)) {
+        return {};
+    }
+    return QStringLiteral(
+               "The name of the current folder is not UTF-8: '%1'; give %2 with its whole path, or use "
+               "another folder")
+        .arg(folder, *relative);
 }
 
 command_line parseCommandLine(const QStringList & arguments)

@@ -37,6 +37,10 @@ struct command_line
 [[nodiscard]] bool decodeArguments(int count, const char * const * arguments, QStringList & decoded,
                                    QString & reason);
 
+/// Why the files that `line` names cannot be found by their names: one is relative to a folder whose own name
+/// is not UTF-8. Empty when they can.
+[[nodiscard]] QString workingFolderProblem(const command_line & line);
+
 /// Reads the arguments that follow the program's name.
 [[nodiscard]] command_line parseCommandLine(const QStringList & arguments);
 

@@ -148,6 +148,10 @@ int runProgram(int argc, char ** argv)
     if (line.command == app::command_line::window && !hasDisplay()) {
         line = withoutWindow(line);
     }
+    if (const QString problem = app::workingFolderProblem(line); !problem.isEmpty()) {
+        app::printError(problem);
+        return 1;
+    }
     int ownArguments = 1; // the rest is ours, Qt's own options are none of this program
     const std::unique_ptr<QCoreApplication> application = makeApplication(ownArguments, argv, line.command);
     if (line.command == app::command_line::window) {

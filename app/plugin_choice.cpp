@@ -36,20 +36,34 @@ const plugin::export_interface * pluginOfOption(const found_plugins & found, con
     return nullptr;
 }
 
+/// The options that `plugin` tells of in its command-line help.
+QStringList optionsOf(const plugin::export_interface & plugin)
+{
+    const QRegularExpression option(
+        QStringLiteral("(?<![\\w-])--%1_\\w+").arg(QRegularExpression::escape(plugin.getName())),
+        QRegularExpression::UseUnicodePropertiesOption);
+    QStringList options;
+    QRegularExpressionMatchIterator matches = option.globalMatch(plugin.getCommandLineInfos());
+    while (matches.hasNext()) {
+        options << matches.next().captured();
+    }
+    options.removeDuplicates();
+    return options;
+}
+
 /// Why the options of the command line are wrong; empty when they are right.
 QString wrongOption(const found_plugins & found, const export_request & request)
 {
     for (const auto & [option, value] : request.pluginOptions) {
         const plugin::export_interface * const owner = pluginOfOption(found, option);
         if (!owner) {
-            return QStringLiteral("Unknown option %1: it begins with the name of no plug-in (there is %2)")
-                .arg(option, namesOf(found).join(QStringLiteral(", ")));
+            return QStringLiteral("Unknown option %1: no plugin is called %2 (installed: %3)")
+                .arg(option, option.section(QLatin1Char('_'), 0, 0).mid(2),
+                     namesOf(found).join(QStringLiteral(", ")));
         }
         if (!hasOption(*owner, option)) {
-            return QStringLiteral(
-                       "Unknown option %1: the plug-in %2 has no such option ('korvane plugins' lists "
-                       "them)")
-                .arg(option, owner->getName());
+            return QStringLiteral("Unknown option %1; the plugin's options are %2 (see 'korvane plugins')")
+                .arg(option, optionsOf(*owner).join(QStringLiteral(", ")));
         }
     }
     return {};
@@ -57,12 +71,17 @@ QString wrongOption(const found_plugins & found, const export_request & request)
 
 QString nothingFound(const found_plugins & found)
 {
-    return found.problems.isEmpty() ? QStringLiteral("No plug-in was found in ") +
-                                          plugin::pluginFolders().join(QStringLiteral(", "))
-                                    : found.problems.constFirst();
+    return found.problems.isEmpty() ? noPluginText() : found.problems.constFirst();
 }
 
 } // namespace
+
+QString noPluginText()
+{
+    return QStringLiteral("No plugin was found in %1; reinstall korvane, or name their folder in "
+                          "KORVANE_PLUGIN_PATH")
+        .arg(plugin::pluginFolders().join(QStringLiteral(", ")));
+}
 
 found_plugins found_plugins::forRequest(const export_request & request)
 {
@@ -97,7 +116,7 @@ found_plugins found_plugins::inFolders()
         if (first == found.plugins.end()) {
             found.plugins.push_back(std::move(one.plugins.front()));
         } else {
-            found.problems << QStringLiteral("%1: not used, %2 is a plug-in of the same name")
+            found.problems << QStringLiteral("%1: not used, %2 is a plugin of the same name")
                                   .arg(file, (*first)->getFileName());
         }
     }
@@ -127,14 +146,14 @@ plugin::export_interface * choosePlugin(const found_plugins & found, const expor
                 return p->getInterface()->getName() == request.pluginName;
             });
         if (named == found.plugins.end()) {
-            reason = QStringLiteral("There is no plug-in '%1' (there is %2)")
+            reason = QStringLiteral("No plugin is called '%1' (installed: %2)")
                          .arg(request.pluginName, namesOf(found).join(QStringLiteral(", ")));
             return nullptr;
         }
         chosen = (*named)->getInterface();
     } else if (found.plugins.size() > 1) {
         status = 2;
-        reason = QStringLiteral("There are several plug-ins, choose one with --plugin: ") +
+        reason = QStringLiteral("There are several plugins, choose one with --plugin: ") +
                  namesOf(found).join(QStringLiteral(", "));
         return nullptr;
     }

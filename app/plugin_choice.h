@@ -30,6 +30,9 @@ struct found_plugins
 plugin::export_interface * choosePlugin(const found_plugins & found, const export_request & request,
                                         int & status, QString & reason);
 
+/// Says that the plug-in folders have none, and what to do.
+[[nodiscard]] QString noPluginText();
+
 /// Whether the plug-in tells of `option` ("--Plugin_option") in its command-line help.
 [[nodiscard]] bool hasOption(const plugin::export_interface & plugin, const QString & option);
 

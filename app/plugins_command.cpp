@@ -23,8 +23,7 @@ int listPlugins()
         }
     }
     if (found.plugins.empty()) {
-        printLine(QStringLiteral("No plug-in was found in ") +
-                  plugin::pluginFolders().join(QStringLiteral(", ")));
+        printLine(noPluginText());
     }
     for (const QString & problem : found.problems) {
         printError(problem);

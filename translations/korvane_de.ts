@@ -304,10 +304,6 @@
         <translation>&amp;Export</translation>
     </message>
     <message>
-        <source>No plug-in was found</source>
-        <translation>Es wurde kein Plugin gefunden</translation>
-    </message>
-    <message>
         <source>%1 %2: %3</source>
         <translation>%1 %2: %3</translation>
     </message>
@@ -322,6 +318,10 @@
     <message>
         <source>Edit the settings that are stored in the project</source>
         <translation>Die im Projekt gespeicherten Einstellungen bearbeiten</translation>
+    </message>
+    <message>
+        <source>No plugin was found</source>
+        <translation>Es wurde kein Plugin gefunden</translation>
     </message>
 </context>
 <context>
@@ -691,14 +691,6 @@
         <translation>Entitäten: %1   Eigenschaften: %2   Beziehungen: %3</translation>
     </message>
     <message>
-        <source>Plug-ins</source>
-        <translation>Plugins</translation>
-    </message>
-    <message>
-        <source>Not every plug-in can be used</source>
-        <translation>Nicht alle Plugins können verwendet werden</translation>
-    </message>
-    <message>
         <source>The window closes when the export has ended</source>
         <translation>Das Fenster schließt sich, sobald der Export beendet ist</translation>
     </message>
@@ -919,10 +911,6 @@
         <translation>Das Handbuch öffnen</translation>
     </message>
     <message>
-        <source>Versions of the program and of its plug-ins</source>
-        <translation>Versionen des Programms und seiner Plugins</translation>
-    </message>
-    <message>
         <source>Tools</source>
         <translation>Werkzeuge</translation>
     </message>
@@ -1011,6 +999,18 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     <message>
         <source>&amp;About Korvane</source>
         <translation>Ü&amp;ber Korvane</translation>
+    </message>
+    <message>
+        <source>Plugins</source>
+        <translation>Plugins</translation>
+    </message>
+    <message>
+        <source>Some plugins could not be loaded; see the messages</source>
+        <translation>Einige Plugins konnten nicht geladen werden; siehe die Meldungen</translation>
+    </message>
+    <message>
+        <source>Versions of the program and of its plugins</source>
+        <translation>Versionen des Programms und seiner Plugins</translation>
     </message>
 </context>
 <context>
@@ -1446,20 +1446,12 @@ Soll es angelegt und der Export gestartet werden?</translation>
         <translation>Schritt h&amp;inein</translation>
     </message>
     <message>
-        <source>Go to the next line of the script, in the functions it calls as well</source>
-        <translation>Zur nächsten Zeile des Skripts gehen, auch in aufgerufenen Funktionen</translation>
-    </message>
-    <message>
         <source>&amp;Run to action…</source>
         <translation>Bis zur &amp;Aktion ausführen…</translation>
     </message>
     <message>
         <source>Toggle &amp;breakpoint</source>
         <translation>&amp;Haltepunkt umschalten</translation>
-    </message>
-    <message>
-        <source>Stop at the line of the cursor, or no longer (F9)</source>
-        <translation>An der Zeile der Schreibmarke anhalten oder nicht mehr anhalten (F9)</translation>
     </message>
     <message>
         <source>&amp;Detach</source>
@@ -1486,10 +1478,6 @@ Soll es angelegt und der Export gestartet werden?</translation>
         <translation>Skript (ein Klick auf eine Zeilennummer setzt einen Haltepunkt)</translation>
     </message>
     <message>
-        <source>Script (this program stops at steps and actions only, not at lines)</source>
-        <translation>Skript (dieses Programm hält nur an Schritten und Aktionen an, nicht an Zeilen)</translation>
-    </message>
-    <message>
         <source>What the step is about</source>
         <translation>Worum es in dem Schritt geht</translation>
     </message>
@@ -1508,10 +1496,6 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>Answer of the script</source>
         <translation>Antwort des Skripts</translation>
-    </message>
-    <message>
-        <source>Functions that are running</source>
-        <translation>Laufende Funktionen</translation>
     </message>
     <message>
         <source>Function</source>
@@ -1592,6 +1576,22 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>failed: %1</source>
         <translation>fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>Go to the next line, entering functions</source>
+        <translation>Zur nächsten Zeile gehen, auch in aufgerufene Funktionen</translation>
+    </message>
+    <message>
+        <source>Set or remove a breakpoint on the current line (F9)</source>
+        <translation>Einen Haltepunkt in der aktuellen Zeile setzen oder entfernen (F9)</translation>
+    </message>
+    <message>
+        <source>Script (this build cannot stop at lines, only at steps and actions)</source>
+        <translation>Skript (dieser Build kann nicht bei Zeilen anhalten, nur bei Schritten und Aktionen)</translation>
+    </message>
+    <message>
+        <source>Call stack</source>
+        <translation>Aufrufliste</translation>
     </message>
 </context>
 <context>

@@ -304,10 +304,6 @@
         <translation>&amp;Export</translation>
     </message>
     <message>
-        <source>No plug-in was found</source>
-        <translation>Aucun plugin trouvé</translation>
-    </message>
-    <message>
         <source>%1 %2: %3</source>
         <translation>%1 %2 : %3</translation>
     </message>
@@ -322,6 +318,10 @@
     <message>
         <source>Edit the settings that are stored in the project</source>
         <translation>Modifier les paramètres enregistrés dans le projet</translation>
+    </message>
+    <message>
+        <source>No plugin was found</source>
+        <translation>Aucun plugin trouvé</translation>
     </message>
 </context>
 <context>
@@ -691,14 +691,6 @@
         <translation>Entités : %1   Propriétés : %2   Relations : %3</translation>
     </message>
     <message>
-        <source>Plug-ins</source>
-        <translation>Plugins</translation>
-    </message>
-    <message>
-        <source>Not every plug-in can be used</source>
-        <translation>Tous les plugins ne sont pas utilisables</translation>
-    </message>
-    <message>
         <source>The window closes when the export has ended</source>
         <translation>La fenêtre se fermera à la fin de l&apos;export</translation>
     </message>
@@ -919,10 +911,6 @@
         <translation>Ouvrir le manuel</translation>
     </message>
     <message>
-        <source>Versions of the program and of its plug-ins</source>
-        <translation>Versions du programme et de ses plugins</translation>
-    </message>
-    <message>
         <source>Tools</source>
         <translation>Outils</translation>
     </message>
@@ -1011,6 +999,18 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     <message>
         <source>&amp;About Korvane</source>
         <translation>À &amp;propos de Korvane</translation>
+    </message>
+    <message>
+        <source>Plugins</source>
+        <translation>Plugins</translation>
+    </message>
+    <message>
+        <source>Some plugins could not be loaded; see the messages</source>
+        <translation>Certains plugins n&apos;ont pas pu être chargés ; voir les messages</translation>
+    </message>
+    <message>
+        <source>Versions of the program and of its plugins</source>
+        <translation>Versions du programme et de ses plugins</translation>
     </message>
 </context>
 <context>
@@ -1446,20 +1446,12 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
         <translation>Pas à pas &amp;détaillé</translation>
     </message>
     <message>
-        <source>Go to the next line of the script, in the functions it calls as well</source>
-        <translation>Aller à la ligne suivante du script, y compris dans les fonctions qu&apos;elle appelle</translation>
-    </message>
-    <message>
         <source>&amp;Run to action…</source>
         <translation>&amp;Exécuter jusqu&apos;à l&apos;action…</translation>
     </message>
     <message>
         <source>Toggle &amp;breakpoint</source>
         <translation>&amp;Basculer le point d&apos;arrêt</translation>
-    </message>
-    <message>
-        <source>Stop at the line of the cursor, or no longer (F9)</source>
-        <translation>S&apos;arrêter, ou ne plus s&apos;arrêter, à la ligne du curseur (F9)</translation>
     </message>
     <message>
         <source>&amp;Detach</source>
@@ -1486,10 +1478,6 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
         <translation>Script (un clic sur un numéro de ligne pose un point d&apos;arrêt)</translation>
     </message>
     <message>
-        <source>Script (this program stops at steps and actions only, not at lines)</source>
-        <translation>Script (ce programme ne s&apos;arrête qu&apos;aux étapes et aux actions, pas aux lignes)</translation>
-    </message>
-    <message>
         <source>What the step is about</source>
         <translation>Ce que concerne l&apos;étape</translation>
     </message>
@@ -1508,10 +1496,6 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <message>
         <source>Answer of the script</source>
         <translation>Réponse du script</translation>
-    </message>
-    <message>
-        <source>Functions that are running</source>
-        <translation>Fonctions en cours d&apos;exécution</translation>
     </message>
     <message>
         <source>Function</source>
@@ -1592,6 +1576,22 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <message>
         <source>failed: %1</source>
         <translation>échec : %1</translation>
+    </message>
+    <message>
+        <source>Go to the next line, entering functions</source>
+        <translation>Aller à la ligne suivante, en entrant dans les fonctions</translation>
+    </message>
+    <message>
+        <source>Set or remove a breakpoint on the current line (F9)</source>
+        <translation>Placer ou retirer un point d&apos;arrêt sur la ligne courante (F9)</translation>
+    </message>
+    <message>
+        <source>Script (this build cannot stop at lines, only at steps and actions)</source>
+        <translation>Script (cette version ne peut pas s&apos;arrêter aux lignes, seulement aux étapes et aux actions)</translation>
+    </message>
+    <message>
+        <source>Call stack</source>
+        <translation>Pile d&apos;appels</translation>
     </message>
 </context>
 <context>

@@ -21,7 +21,7 @@ export_menu::export_menu(const found_plugins & found, QWidget * parent) : QMenu(
         addPlugin(loaded->getInterface());
     }
     if (found.plugins.empty()) {
-        QAction * const none = addAction(tr("No plug-in was found"));
+        QAction * const none = addAction(tr("No plugin was found"));
         none->setEnabled(false);
         none->setToolTip(QStringLiteral("<p style='white-space:pre'>%1</p>")
                              .arg(plugin::pluginFolders().join(QLatin1Char('\n')).toHtmlEscaped()));

@@ -87,11 +87,11 @@ project_window::project_window(QWidget * parent) : view::main_wnd(parent), m_fou
     projectChanged();
     updateRecentFiles();
     if (!m_found.problems.isEmpty()) {
-        m_pMessages->begin(tr("Plug-ins"));
+        m_pMessages->begin(tr("Plugins"));
         for (const QString & problem : std::as_const(m_found.problems)) {
             m_pMessages->addMessage(problem, ErrorMessage);
         }
-        m_pMessages->end(false, tr("Not every plug-in can be used"));
+        m_pMessages->end(false, tr("Some plugins could not be loaded; see the messages"));
     }
 }
 

@@ -205,7 +205,7 @@ void project_window::createHelpMenu()
                &project_window::showManual)
         ->setIcon(QIcon(QStringLiteral(":/korvane/window/icons/manual.svg")));
     addCommand(menu, QStringLiteral("m_actAbout"), tr("&About Korvane"), {},
-               tr("Versions of the program and of its plug-ins"), &project_window::showAbout)
+               tr("Versions of the program and of its plugins"), &project_window::showAbout)
         ->setMenuRole(QAction::AboutRole);
 }
 

@@ -159,7 +159,8 @@ zk::ZkBool custom_javascript::impl::exceptionFailure(const QJSValue & thrown, co
 zk::ZkBool custom_javascript::impl::load(const QString & scriptFile, plugin::base_interface * owner)
 {
     if (m_bRunning) {
-        return zk::ZkBool::failure(QStringLiteral("The custom script cannot be loaded anew while it runs"));
+        return zk::ZkBool::failure(
+            QStringLiteral("The custom script cannot be reloaded while it is running"));
     }
     m_pDebugger.reset();
     m_pScript.reset();
@@ -280,8 +281,8 @@ zk::ZkBool custom_javascript::impl::answer(const QJSValue & result,
         return zk::ZkBool::success(parameters.value(QStringLiteral("default_value")).toString());
     }
     return failure(m_iLineOfFunction,
-                   QStringLiteral("exportStep returned %1 for the action %2; a text, undefined or null was "
-                                  "expected")
+                   QStringLiteral("exportStep returned %1 for the action %2; expected a string, "
+                                  "undefined or null")
                        .arg(kindOf(result), parameters.value(QStringLiteral("action")).toString()));
 }
 

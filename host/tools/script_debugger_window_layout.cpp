@@ -66,15 +66,14 @@ void script_debugger_window::createCommands()
                               tr("Run this step of the export, or this line of the script"),
                               &script_debugger::step),
                    addCommand(QStringLiteral("m_actStepInto"), tr("Step &into"), QKeySequence(Qt::Key_F11),
-                              tr("Go to the next line of the script, in the functions it calls as well"),
-                              &script_debugger::stepInto)};
+                              tr("Go to the next line, entering functions"), &script_debugger::stepInto)};
     m_whileHeld.constLast()->setEnabled(m_pDebugger->canStopAtLines());
     m_pRunToAction = new QMenu(tr("&Run to action…"), this);
     m_pRunToAction->menuAction()->setObjectName(QStringLiteral("m_actRunToAction"));
     m_pToggle = new QAction(tr("Toggle &breakpoint"), this);
     m_pToggle->setObjectName(QStringLiteral("m_actToggleBreakpoint"));
     m_pToggle->setShortcut(QKeySequence(Qt::Key_F9));
-    m_pToggle->setToolTip(tr("Stop at the line of the cursor, or no longer (F9)"));
+    m_pToggle->setToolTip(tr("Set or remove a breakpoint on the current line (F9)"));
     m_pToggle->setEnabled(m_pDebugger->canStopAtLines());
     connect(m_pToggle, &QAction::triggered, this,
             [this] { m_txtSource->toggleBreakpoint(m_txtSource->cursorLine()); });
@@ -150,7 +149,7 @@ QWidget * script_debugger_window::createSourcePane(const QString & source)
     });
     QWidget * const pane =
         labelled(lines ? tr("Script (a click on a line number sets a breakpoint)")
-                       : tr("Script (this program stops at steps and actions only, not at lines)"),
+                       : tr("Script (this build cannot stop at lines, only at steps and actions)"),
                  m_txtSource);
     pane->findChild<QLabel *>()->setObjectName(QStringLiteral("m_lblSource"));
     return pane;
@@ -174,8 +173,7 @@ QWidget * script_debugger_window::createStepPane()
 
 QWidget * script_debugger_window::createPlacePane()
 {
-    m_lstStack = createTree(QStringLiteral("m_lstStack"), tr("Functions that are running"),
-                            {tr("Function"), tr("Line")});
+    m_lstStack = createTree(QStringLiteral("m_lstStack"), tr("Call stack"), {tr("Function"), tr("Line")});
     m_lstVariables =
         createTree(QStringLiteral("m_lstVariables"), tr("Variables"), {tr("Variable"), tr("Value")});
     connect(m_lstStack, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem * item) {

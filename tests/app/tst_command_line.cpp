@@ -144,10 +144,15 @@ private Q_SLOTS:
             << QStringList{"export", "a.korv", "--plugin"} << QByteArray("--plugin");
         QTest::newRow("plugins with an argument") << QStringList{"plugins", "x"} << QByteArray("x");
         QTest::newRow("option of no plug-in")
-            << QStringList{"export", "a.korv", "--Foo_bar=1"} << QByteArray("--Foo_bar");
+            << QStringList{"export", "a.korv", "--Foo_bar=1"}
+            << QByteArray("Unknown option --Foo_bar: no plugin is called Foo (installed: "
+                          "KorvGenericDDLExport)\n");
         QTest::newRow("unknown option of the plug-in")
             << QStringList{"export", "a.korv", "--KorvGenericDDLExport_typo=1"}
-            << QByteArray("--KorvGenericDDLExport_typo");
+            << QByteArray("Unknown option --KorvGenericDDLExport_typo; the plugin's options are "
+                          "--KorvGenericDDLExport_path, --KorvGenericDDLExport_db_type, "
+                          "--KorvGenericDDLExport_relation_as_fk, --KorvGenericDDLExport_schema_type, "
+                          "--KorvGenericDDLExport_custom_javacript (see 'korvane plugins')\n");
         QTest::newRow("part of an option") << QStringList{"export", "a.korv", "--KorvGenericDDLExport_db=1"}
                                            << QByteArray("--KorvGenericDDLExport_db");
         QTest::newRow("option of a plug-in without value")
@@ -194,6 +199,21 @@ private Q_SLOTS:
             {});
         QVERIFY2(made.errors.contains("n\\xff.korv'"), made.errors.constData());
         QCOMPARE(QString::fromLatin1(made.output).split('\n', Qt::SkipEmptyParts).size(), 3);
+    }
+
+    void workingFolderThatIsNotUtf8()
+    {
+        const program_result result = support::runShell(
+            QStringLiteral(
+                "cd '%1' && d=$(printf 'd\\377') && mkdir \"$d\" && cp shop.json \"$d\" && cd \"$d\" && "
+                "'%2' import shop.json new.korv; echo $?; ls; '%2' import '%1/shop.json' "
+                "'%1/other.korv'")
+                .arg(m_dir->path(), QStringLiteral(KORVANE_PROGRAM)),
+            {});
+        QCOMPARE(result.errors, "The name of the current folder is not UTF-8: '" + m_dir->path().toUtf8() +
+                                    "/d\\xff'; give shop.json with its whole path, or use another folder\n");
+        QCOMPARE(result.output, QByteArray("1\nshop.json\nProject 'shop' imported into ") +
+                                    m_dir->path().toUtf8() + "/other.korv (entities: 1)\n");
     }
 
     void commandsSpeakEnglish()
@@ -410,6 +430,21 @@ private Q_SLOTS:
         QCOMPARE(result.errors, QByteArray("asking_plugin terminated\nasking_plugin deleted\n"));
     }
 
+    void noPluginAtAll()
+    {
+        const QTemporaryDir copy;
+        const QString program = copy.filePath(QStringLiteral("korvane"));
+        QVERIFY(QFile::copy(QStringLiteral(KORVANE_PROGRAM), program));
+        const program_result listed = support::runProcess(program, {QStringLiteral("plugins")}, {}, {});
+        QVERIFY2(listed.output.startsWith("No plugin was found in "), listed.output.constData());
+        QVERIFY(listed.output.endsWith("; reinstall korvane, or name their folder in KORVANE_PLUGIN_PATH\n"));
+        QCOMPARE(listed.output.count('\n'), 1);
+        const program_result result =
+            support::runProcess(program, {QStringLiteral("export"), m_sProject}, {}, {});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.errors, listed.output);
+    }
+
     void choiceOfThePlugin()
     {
         const QHash<QString, QString> two = {
@@ -417,21 +452,22 @@ private Q_SLOTS:
         const program_result unclear = runProgram({QStringLiteral("export"), m_sProject}, two);
         QCOMPARE(unclear.status, 2);
         QCOMPARE(unclear.errors,
-                 QByteArray("There are several plug-ins, choose one with --plugin: AskingPlugin, "
+                 QByteArray("There are several plugins, choose one with --plugin: AskingPlugin, "
                             "KorvGenericDDLExport\n"));
         const program_result unknown =
             runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--plugin=Nobody")}, two);
         QCOMPARE(unknown.status, 1);
-        QCOMPARE(unknown.errors,
-                 QByteArray("There is no plug-in 'Nobody' (there is AskingPlugin, KorvGenericDDLExport)\n"));
+        QCOMPARE(
+            unknown.errors,
+            QByteArray("No plugin is called 'Nobody' (installed: AskingPlugin, KorvGenericDDLExport)\n"));
         const program_result missing =
             runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--plugin=/no/such.so")});
         QCOMPARE(missing.status, 1);
-        QCOMPARE(missing.errors, QByteArray("/no/such.so: the plug-in file does not exist\n"));
+        QCOMPARE(missing.errors, QByteArray("/no/such.so: the plugin file does not exist\n"));
         const program_result path =
             runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--plugin=/no/such")});
         QCOMPARE(path.status, 1);
-        QCOMPARE(path.errors, QByteArray("/no/such: the plug-in file does not exist\n"));
+        QCOMPARE(path.errors, QByteArray("/no/such: the plugin file does not exist\n"));
     }
 
     void projectThatIsNotThere()
@@ -490,12 +526,12 @@ private Q_SLOTS:
         QVERIFY(result.output.contains("/tests/plugins/asking/asking_plugin.so"));
         const QList<QByteArray> errors = result.errors.trimmed().split('\n');
         QCOMPARE(errors.size(), 3);
-        QVERIFY(errors[0].startsWith(file(QStringLiteral("text.so")).toUtf8() + ": this is no plug-in: "));
+        QVERIFY(errors[0].startsWith(file(QStringLiteral("text.so")).toUtf8() + ": is not a plugin: "));
         QCOMPARE(errors[1], TestPlugins.toUtf8() +
-                                "other/other_interface.so: the plug-in was built for another interface");
+                                "other/other_interface.so: the plugin was built for another interface");
         QCOMPARE(errors[2], TestPlugins.toUtf8() + "asking_again/asking_plugin_again.so: not used, " +
                                 TestPlugins.toUtf8() +
-                                "asking/asking_plugin.so is a plug-in of the same name");
+                                "asking/asking_plugin.so is a plugin of the same name");
     }
 
     void manyMessagesAreFast()

@@ -202,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(result.getCode(), 0L);
         QCOMPARE(result.getDesc(),
                  m_dir->filePath(QStringLiteral("hook.js")) + ":1: exportStep returned " + kind +
-                     " for the action CREATE_TABLE; a text, undefined or null was expected");
+                     " for the action CREATE_TABLE; expected a string, undefined or null");
     }
 
     void exceptionsTellFileLineAndReason_data()
@@ -394,7 +394,7 @@ private Q_SLOTS:
         });
         QCOMPARE(step(script).getDesc(), QStringLiteral("outer"));
         QCOMPARE(inner, QStringList({"The custom script is running already",
-                                     "The custom script cannot be loaded anew while it runs"}));
+                                     "The custom script cannot be reloaded while it is running"}));
         disconnect(&m_plugin, nullptr, this, nullptr);
     }
 

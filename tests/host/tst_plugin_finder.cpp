@@ -65,20 +65,20 @@ private Q_SLOTS:
         const QString missing = dir.filePath(QStringLiteral("missing.so"));
         QVERIFY(!loaded_plugin::load(missing, why));
         QVERIFY(!why.getValue());
-        QCOMPARE(why.getDesc(), missing + ": the plug-in file does not exist");
+        QCOMPARE(why.getDesc(), missing + ": the plugin file does not exist");
 
         QVERIFY(!loaded_plugin::load(dir.path(), why));
-        QCOMPARE(why.getDesc(), dir.path() + ": this is no plug-in: it is not a file");
+        QCOMPARE(why.getDesc(), dir.path() + ": is not a plugin: it is not a file");
 
         const QString text = writeFile(dir.filePath(QStringLiteral("text.so")), "just text");
         QVERIFY(!loaded_plugin::load(text, why));
         QVERIFY(!why.getValue());
-        QVERIFY2(why.getDesc().startsWith(text + ": this is no plug-in: "), qPrintable(why.getDesc()));
+        QVERIFY2(why.getDesc().startsWith(text + ": is not a plugin: "), qPrintable(why.getDesc()));
         QVERIFY(!why.getDesc().contains(QLatin1Char('\n')));
 
         const QString empty = writeFile(dir.filePath(QStringLiteral("empty.so")), "");
         QVERIFY(!loaded_plugin::load(empty, why));
-        QCOMPARE(why.getDesc(), empty + ": this is no plug-in: it is empty");
+        QCOMPARE(why.getDesc(), empty + ": is not a plugin: it is empty");
 
         QFile whole(AskingPlugin);
         QVERIFY(whole.open(QIODevice::ReadOnly));
@@ -94,7 +94,7 @@ private Q_SLOTS:
         zk::ZkBool why(true);
         const QString library = QStringLiteral(KORVANE_BUILD_DIR "/lib/libKorvaneCore.so.1");
         QVERIFY(!loaded_plugin::load(library, why));
-        QVERIFY2(why.getDesc().startsWith(library + ": this is no plug-in: "), qPrintable(why.getDesc()));
+        QVERIFY2(why.getDesc().startsWith(library + ": is not a plugin: "), qPrintable(why.getDesc()));
     }
 
     void aPluginOfAnotherInterface()
@@ -102,7 +102,7 @@ private Q_SLOTS:
         zk::ZkBool why(true);
         QVERIFY(!loaded_plugin::load(OtherInterface, why));
         QVERIFY(!why.getValue());
-        QCOMPARE(why.getDesc(), OtherInterface + ": the plug-in was built for another interface");
+        QCOMPARE(why.getDesc(), OtherInterface + ": the plugin was built for another interface");
         QVERIFY(!QPluginLoader(OtherInterface).isLoaded());
     }
 
