@@ -3,6 +3,7 @@
 #include "tools/script_debugger.h"
 #include "tools/script_source_view.h"
 #include "tools/script_values.h"
+#include "tools/visible_text.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -130,7 +131,8 @@ void script_debugger_window::showStep(const script_step & step)
     addAction(step.action);
     m_lstStep->clear();
     new QTreeWidgetItem(m_lstStep, {tr("Action"), step.action});
-    for (const auto & [label, text] : step.details) {
+    for (const auto & [label, detail] : step.details) {
+        const QString text = visibleText(detail);
         auto * const item = new QTreeWidgetItem(m_lstStep, {label, text});
         item->setToolTip(1, text);
     }
@@ -172,7 +174,7 @@ void script_debugger_window::showFrame(int row)
     }
     m_txtSource->setCurrentLine(m_frames[row].line);
     for (const script_variable & variable : m_frames[row].variables) {
-        const QString text = describe(variable.value);
+        const QString text = visibleText(describe(variable.value));
         auto * const item = new QTreeWidgetItem(m_lstVariables, {variable.name, text});
         item->setToolTip(1, text);
     }

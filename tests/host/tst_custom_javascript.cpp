@@ -200,9 +200,9 @@ private Q_SLOTS:
         const zk::ZkBool result = run(body);
         QVERIFY(!result.getValue());
         QCOMPARE(result.getCode(), 0L);
-        QCOMPARE(result.getDesc(),
-                 m_dir->filePath(QStringLiteral("hook.js")) + ":1: exportStep returned " + kind +
-                     " for the action CREATE_TABLE; expected a string, undefined or null");
+        QCOMPARE(result.getDesc(), m_dir->filePath(QStringLiteral("hook.js")) + ":1: exportStep returned " +
+                                       kind +
+                                       " for the action CREATE_TABLE; expected a string, undefined or null");
     }
 
     void exceptionsTellFileLineAndReason_data()

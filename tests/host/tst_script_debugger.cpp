@@ -94,6 +94,7 @@ private slots:
     void isDebuggingUntilClosed();
     void secondRunShowsTheSameWindow();
     void showsTheStep();
+    void showsWhatTurnsTheDirectionOfNames();
     void stepShowsTheAnswer();
     void emptyAnswer();
     void continueRunsToTheEnd();
@@ -190,6 +191,19 @@ void tst_script_debugger::secondRunShowsTheSameWindow()
     const QMainWindow * const window = debuggerWindow();
     QVERIFY(m_script->runDebugger());
     QCOMPARE(debuggerWindow(), window);
+}
+
+void tst_script_debugger::showsWhatTurnsTheDirectionOfNames()
+{
+    m_pProject->getEntityById(10)->setName(QStringLiteral("per%1son").arg(QChar(0x202e)));
+    attach();
+    QString seen;
+    debugger_driver driver({[&](debugger_driver & d) {
+        seen = d.row("m_lstStep", QStringLiteral("Entity"));
+        d.find<QAction>("m_actContinue")->trigger();
+    }});
+    QVERIFY(step());
+    QCOMPARE(seen, QStringLiteral("p1 / per<U+202E>son"));
 }
 
 void tst_script_debugger::showsTheStep()
