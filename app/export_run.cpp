@@ -4,7 +4,7 @@
 
 #include "plugin/export_interface.h"
 
-#include <QSet>
+#include <algorithm>
 
 namespace app {
 
@@ -36,13 +36,13 @@ export_report runPlugin(plugin::export_interface & plugin, model::project & proj
                         const export_listener & listener)
 {
     export_report report;
-    QSet<QString> toldErrors;
+    QStringList toldErrors;
     zk::ZkBool result;
     {
         connections during;
         during.add(plugin, &plugin::base_interface::onMessage, [&](const QString & text, int type, int) {
             if (type == ErrorMessage) {
-                toldErrors.insert(oneLine(text));
+                toldErrors.append(oneLine(text));
             }
             if (listener.message) {
                 listener.message(text, type);
@@ -62,9 +62,12 @@ export_report runPlugin(plugin::export_interface & plugin, model::project & proj
     report.ok = result.getValue();
     if (!report.ok) {
         const QString reason = result.getDesc().isEmpty()
-                                   ? QStringLiteral("The export failed without a reason")
+                                   ? QStringLiteral("The export failed; the plug-in gave no reason")
                                    : oneLine(result.getDesc());
-        report.untoldReason = toldErrors.contains(reason) ? QString() : reason;
+        // A message may say more than the result does.
+        const bool isTold = std::any_of(toldErrors.cbegin(), toldErrors.cend(),
+                                        [&reason](const QString & told) { return told.startsWith(reason); });
+        report.untoldReason = isTold ? QString() : reason;
     }
     return report;
 }

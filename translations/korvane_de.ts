@@ -1200,8 +1200,8 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
 <context>
     <name>app::whole_file</name>
     <message>
-        <source>it is there, but it is no file</source>
-        <translation>Das ist vorhanden, aber keine Datei</translation>
+        <source>it exists, but is not a file</source>
+        <translation>unter diesem Namen gibt es etwas, das keine Datei ist</translation>
     </message>
 </context>
 <context>
@@ -1398,6 +1398,22 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>An error occurred writing SQL file : %1</source>
         <translation>Beim Schreiben der SQL-Datei ist ein Fehler aufgetreten: %1</translation>
+    </message>
+    <message>
+        <source>it is a symbolic link that leads nowhere; remove it</source>
+        <translation>ist ein symbolischer Link, der ins Leere führt; entfernen Sie ihn</translation>
+    </message>
+    <message>
+        <source>it is a symbolic link that leads out of the export folder, to %1; remove it</source>
+        <translation>ist ein symbolischer Link, der aus dem Exportverzeichnis hinausführt, nach %1; entfernen Sie ihn</translation>
+    </message>
+    <message>
+        <source>it exists, but is not a file</source>
+        <translation>unter diesem Namen gibt es etwas, das keine Datei ist</translation>
+    </message>
+    <message>
+        <source>The SQL file is incomplete : %1</source>
+        <translation>Die SQL-Datei ist unvollständig: %1</translation>
     </message>
 </context>
 <context>

@@ -1200,8 +1200,8 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
 <context>
     <name>app::whole_file</name>
     <message>
-        <source>it is there, but it is no file</source>
-        <translation>cet emplacement existe, mais n&apos;est pas un fichier</translation>
+        <source>it exists, but is not a file</source>
+        <translation>ce nom existe, mais ce n&apos;est pas un fichier</translation>
     </message>
 </context>
 <context>
@@ -1398,6 +1398,22 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <message>
         <source>An error occurred writing SQL file : %1</source>
         <translation>Une erreur est survenue à l&apos;écriture du fichier SQL : %1</translation>
+    </message>
+    <message>
+        <source>it is a symbolic link that leads nowhere; remove it</source>
+        <translation>c&apos;est un lien symbolique qui ne mène nulle part ; supprimez-le</translation>
+    </message>
+    <message>
+        <source>it is a symbolic link that leads out of the export folder, to %1; remove it</source>
+        <translation>c&apos;est un lien symbolique qui mène hors du répertoire d&apos;export, vers %1 ; supprimez-le</translation>
+    </message>
+    <message>
+        <source>it exists, but is not a file</source>
+        <translation>ce nom existe, mais ce n&apos;est pas un fichier</translation>
+    </message>
+    <message>
+        <source>The SQL file is incomplete : %1</source>
+        <translation>Le fichier SQL est incomplet : %1</translation>
     </message>
 </context>
 <context>

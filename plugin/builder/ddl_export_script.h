@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tools/unfinished_files.h"
 #include "zk/zk_bool.h"
 
 #include <QFile>
@@ -44,8 +45,9 @@ inline constexpr QLatin1String End("DDL_EXPORT_END");
 
 /// One script file while it is written, statement by statement.
 ///
-/// Every operation that fails gives the failure that ends the script. What was written until then stays on
-/// disk.
+/// Every operation that fails gives the failure that ends the script, and tells it by a message, with the
+/// reason. What was written until then stays on disk, and a second message names the file. When the program
+/// itself ends before the script does, a file that is new goes.
 class ddl_export_script
 {
 public:
@@ -69,7 +71,7 @@ public:
     ddl_export_script(ddl_export_builder & builder, const QString & fileName, const QString & title,
                       const origin & from);
 
-    [[nodiscard]] QString fileName() const { return m_file.fileName(); }
+    [[nodiscard]] QString fileName() const { return m_sFileName; }
     [[nodiscard]] QString title() const { return m_sTitle; }
 
     zk::ZkBool open();
@@ -83,13 +85,18 @@ public:
     zk::ZkBool close();
 
 private:
-    [[nodiscard]] zk::ZkBool writeFailure() const;
+    bool openFile(QString & reason);
+    [[nodiscard]] zk::ZkBool writeFailure();
+    [[nodiscard]] zk::ZkBool failure(const QString & text, const QString & reason);
 
     ddl_export_builder & m_builder;
+    QString m_sFileName;
     QString m_sTitle;
     origin m_origin;
+    tools::unfinished_file m_new; ///< the file, when there was none before
     QFile m_file;
     QTextStream m_stream;
+    bool m_bOpened = false;
     QHash<QString, QVariant> m_parameters;
 };
 

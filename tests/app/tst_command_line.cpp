@@ -334,7 +334,8 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("errors");
         QTest::newRow("result only") << "fail" << QByteArray("first line second line\n");
         QTest::newRow("shown before") << "fail_shown" << QByteArray("shown once\n");
-        QTest::newRow("without text") << "fail_silent" << QByteArray("The export failed without a reason\n");
+        QTest::newRow("without text")
+            << "fail_silent" << QByteArray("The export failed; the plug-in gave no reason\n");
     }
     void failuresAreToldOnce()
     {
@@ -752,21 +753,24 @@ void tst_command_line::exportFolderThatCannotBeMade()
 void tst_command_line::scriptsThatCannotBeOpened_data()
 {
     QTest::addColumn<QString>("folder");
-    QTest::newRow("the script's name is a folder") << "blocked";
-    QTest::newRow("the export folder is a file") << "file";
-    QTest::newRow("nobody may write there") << "/proc";
+    QTest::addColumn<QByteArray>("reason");
+    QTest::newRow("the script's name is a folder") << "blocked" << QByteArray("it exists, but is not a file");
+    QTest::newRow("the export folder is a file") << "file" << QByteArray("Not a directory");
+    QTest::newRow("nobody may write there") << "/proc" << QByteArray("No such file or directory");
 }
 
 void tst_command_line::scriptsThatCannotBeOpened()
 {
     QFETCH(QString, folder);
+    QFETCH(QByteArray, reason);
     write(QStringLiteral("file"), "no folder");
     QVERIFY(QDir(m_dir->path()).mkpath(QStringLiteral("blocked/shop_sqlite_db_schema_full.sql")));
     const program_result result = runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("-y"),
                                               QStringLiteral("--KorvGenericDDLExport_path=") + folder});
     const QString script =
         QDir(m_dir->path()).absoluteFilePath(folder) + QStringLiteral("/shop_sqlite_db_schema_full.sql");
-    QCOMPARE(result.errors, "An error occurred opening SQL file : " + script.toUtf8() + "\n");
+    QCOMPARE(result.errors,
+             "An error occurred opening SQL file : " + script.toUtf8() + " (" + reason + ")\n");
     QCOMPARE(result.output, QByteArray());
     QCOMPARE(result.status, 1);
 }
@@ -887,7 +891,10 @@ void tst_command_line::exportWithAScript()
         write(QStringLiteral("hook.js"), "function exportStep(p, e) {\n  return e.getName();\n}\n");
     const program_result failed = runProgram(arguments);
     QCOMPARE(failed.status, 1);
-    QCOMPARE(failed.errors, broken.toUtf8() + ":2: TypeError: Cannot call method 'getName' of null\n");
+    QCOMPARE(failed.errors, broken.toUtf8() +
+                                ":2: TypeError: Cannot call method 'getName' of null\n"
+                                "The SQL file is incomplete : " +
+                                sql.fileName().toUtf8() + "\n");
 }
 
 void tst_command_line::scriptThatDoesNotEnd()
@@ -898,7 +905,9 @@ void tst_command_line::scriptThatDoesNotEnd()
          QStringLiteral("--KorvGenericDDLExport_custom_javacript=") + hook},
         {{QStringLiteral("KORVANE_SCRIPT_TIMEOUT_MS"), QStringLiteral("200")}});
     QCOMPARE(result.status, 1);
-    QCOMPARE(result.errors, hook.toUtf8() + ":1: exportStep did not end within 200 ms\n");
+    QCOMPARE(result.errors, hook.toUtf8() +
+                                ":1: exportStep did not end within 200 ms\nThe SQL file is incomplete : " +
+                                file(QStringLiteral("shop_sqlite_db_schema_full.sql")).toUtf8() + "\n");
 }
 
 QTEST_GUILESS_MAIN(tst_command_line)

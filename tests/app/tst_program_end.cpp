@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
+
 using support::program_result;
 
 namespace {
@@ -92,6 +94,53 @@ private Q_SLOTS:
             QCOMPARE(names(), before);
         }
         QVERIFY2(missed > 0, "no limit was the right one to be noticed");
+        QCOMPARE(support::runProgram({"dump", path("large.korv")}).output, m_stored);
+    }
+
+    void signalEndsAnExport_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::newRow("SIGINT") << SIGINT;
+        QTest::newRow("SIGTERM") << SIGTERM;
+        QTest::newRow("SIGHUP") << SIGHUP;
+    }
+    void signalEndsAnExport()
+    {
+        QFETCH(int, signal);
+        const QTemporaryDir scripts;
+        const QTemporaryDir temp;
+        // The call that waits comes in the second script: the first one is whole, and a version is restored.
+        QFile hook(scripts.filePath("hook.js"));
+        QVERIFY(hook.open(QIODevice::WriteOnly));
+        hook.write("function exportStep(project, entity, property, enumeration, p) {"
+                   " if (p.current_file.endsWith('_v1.sql') && p.action === 'CREATE_TABLE') {"
+                   " console.log('now'); for (;;) {} } }");
+        hook.close();
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("TMPDIR", temp.path());
+        environment.insert("KORVANE_SCRIPT_TIMEOUT_MS", "60000");
+        process.setProcessEnvironment(environment);
+        // What was held back of the output would be lost with the program.
+        process.start("stdbuf", {"-oL", KORVANE_PROGRAM, "export", path("large.korv"),
+                                 "--KorvGenericDDLExport_path=" + scripts.path(),
+                                 "--KorvGenericDDLExport_schema_type=2",
+                                 "--KorvGenericDDLExport_custom_javacript=" + hook.fileName()});
+        QVERIFY(process.waitForStarted());
+        QByteArray output;
+        while (!output.contains("now") && process.waitForReadyRead(30000)) {
+            output += process.readAllStandardOutput();
+        }
+        QVERIFY(output.contains("now"));
+        QVERIFY(QFile::exists(scripts.filePath("large_sqlite_db_schema_v1.sql")));
+        QVERIFY(!QDir(temp.path()).isEmpty());
+        QCOMPARE(::kill(static_cast<pid_t>(process.processId()), signal), 0);
+        QVERIFY(process.waitForFinished(30000));
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(process.exitCode(), signal);
+        QCOMPARE(process.readAllStandardError(), QByteArray());
+        QCOMPARE(QDir(scripts.path()).entryList(QDir::Files, QDir::Name),
+                 (QStringList{"hook.js", "large_sqlite_db_schema_full.sql"}));
         QCOMPARE(support::runProgram({"dump", path("large.korv")}).output, m_stored);
     }
 

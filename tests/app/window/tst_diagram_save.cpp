@@ -307,7 +307,7 @@ private Q_SLOTS:
         QCOMPARE(mkfifo(QFile::encodeName(path("pipe.svg")).constData(), 0600), 0);
         for (const QString & other : {path("folder.svg"), path("pipe.svg")}) {
             QVERIFY(!m_panel->saveSvg(other, reason));
-            QCOMPARE(reason, "The diagram was not written to " + other + ": it is there, but it is no file");
+            QCOMPARE(reason, "The diagram was not written to " + other + ": it exists, but is not a file");
         }
         QVERIFY(QFileInfo(path("folder.svg")).isDir());
         QVERIFY(QFileInfo::exists(path("pipe.svg")) && !QFileInfo(path("pipe.svg")).isFile());

@@ -154,8 +154,10 @@ void tst_failing_steps::check(const zk::ZkBool & result, const QString & script,
         QCOMPARE(messages.filter(QRegularExpression("^1/10000/")).size(), steps.size() + 1);
         return;
     }
-    QCOMPARE(messages.size(), last);
-    QCOMPARE(messages.constLast(), "3/10000/" + result.getDesc());
+    QCOMPARE(messages.size(), last + 1);
+    QCOMPARE(messages.mid(last - 1),
+             (QStringList{"3/10000/" + result.getDesc(),
+                          "3/10000/The SQL file is incomplete : " + m_bench->path(script)}));
     QVERIFY2(result.getDesc().endsWith("Error: stop"), qPrintable(result.getDesc()));
 }
 

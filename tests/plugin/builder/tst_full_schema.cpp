@@ -320,9 +320,18 @@ void tst_full_schema::writesUtf8WithoutMark()
 void tst_full_schema::refusesTargetsThatAreNoFiles_data()
 {
     QTest::addColumn<QString>("kind");
-    for (const char * kind : {"folder", "fifo", "device", "missing folder", "link to fifo"}) {
-        QTest::newRow(kind) << QString(kind);
-    }
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("folder") << "folder"
+                            << "it exists, but is not a file";
+    QTest::newRow("fifo") << "fifo"
+                          << "it exists, but is not a file";
+    QTest::newRow("device")
+        << "device"
+        << "it is a symbolic link that leads out of the export folder, to /dev/full; remove it";
+    QTest::newRow("missing folder") << "missing folder"
+                                    << "No such file or directory";
+    QTest::newRow("link to fifo") << "link to fifo"
+                                  << "it exists, but is not a file";
 }
 
 void tst_full_schema::refusesTargetsThatAreNoFiles()
@@ -348,7 +357,9 @@ void tst_full_schema::refusesTargetsThatAreNoFiles()
     QVERIFY(!result);
     QCOMPARE(result.getCode(), 0L);
     QCOMPARE(result.getDesc(), "An error occurred opening SQL file : " + file);
-    QCOMPARE(bench.messages(), QStringList());
+    QFETCH(QString, reason);
+    QCOMPARE(bench.messages(),
+             QStringList("3/10000/" + result.getDesc() + " (" + reason.arg(bench.folder()) + ")"));
 
     const zk::ZkBool evolution = bench.builder().compare(model.get(), model.get(), 3);
     QCOMPARE(evolution.getValue(), kind != "missing folder");
@@ -380,6 +391,9 @@ void tst_full_schema::reportsAFullDisk()
     QCOMPARE(result.getCode(), 0L);
     QCOMPARE(result.getDesc(), "An error occurred writing SQL file : " + file);
     QCOMPARE(bench.messages().filter("script created"), QStringList());
+    QCOMPARE(bench.messages().mid(bench.messages().size() - 2),
+             (QStringList{"3/10000/An error occurred writing SQL file : " + file + " (File too large)",
+                          "3/10000/The SQL file is incomplete : " + file}));
     QCOMPARE(bench.content("shop_default_db_schema_full.sql"), QString(ShopScript).left(room));
 }
 
