@@ -18,6 +18,7 @@ namespace {
 using found = std::optional<finding>;
 
 constexpr qsizetype NameBytes = 180; // leaves room for what scripts and temporary files append to it
+const char EmptyName[] = "field 'name' must not be empty";
 constexpr qsizetype PrintedLength = 100;
 
 /// The first number that occurs twice.
@@ -43,6 +44,13 @@ public:
             return finding{QString(), namedProblem(QStringLiteral("project name"), problem)};
         }
         qsizetype index = 0;
+        for (const auto & enumeration : m_project.getListOfEnumeration()->values()) {
+            if (enumeration->getName().isEmpty()) {
+                return finding{placeOfEnumeration(index, QString()), QString::fromLatin1(EmptyName)};
+            }
+            ++index;
+        }
+        index = 0;
         for (const auto & entity : m_project.getListOfAllEntities()->values()) {
             if (found f = checkEntity(*entity, placeOfEntity(index++, entity->getName()))) {
                 return f;
@@ -61,7 +69,7 @@ private:
     found checkEntity(const model::entity & entity, const QString & place)
     {
         if (entity.getName().isEmpty()) {
-            return finding{place, QStringLiteral("field 'name' must not be empty")};
+            return finding{place, QString::fromLatin1(EmptyName)};
         }
         const auto properties = entity.getListOfProperty(true, true, false);
         bool hasIdentifier = false;
@@ -87,7 +95,7 @@ private:
     {
         m_lstPropertyId.push_back(property.getId());
         if (property.getName().isEmpty()) {
-            return QStringLiteral("field 'name' must not be empty");
+            return QString::fromLatin1(EmptyName);
         }
         if (property.getAutoIncrement() && !isOfIntegers(property)) {
             return QStringLiteral("field 'autoIncrement' works only with integer types such as \"long\"");

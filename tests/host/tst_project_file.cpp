@@ -424,6 +424,8 @@ private Q_SLOTS:
         row("empty project name", {"UPDATE t_project SET name = ''"}, "project name must not be empty");
         row("device name", {"UPDATE t_project SET name = 'NUL'"},
             "project name: 'NUL' is a reserved device name of Windows");
+        row("enumeration without a name", {"UPDATE t_enumeration SET name = ''"},
+            "enumerations[0]: field 'name' must not be empty");
         damaged("enumeration twice", "INSERT INTO t_enumeration VALUES (7, 'x')",
                 "table t_enumeration, row 2: enumeration id 7 is used twice");
         damaged("value of nothing", "UPDATE t_enumeration_value SET enumeration_id = 8",
