@@ -45,6 +45,9 @@ void printDone(const QString & text);
 /// `text` as one line: a blank for each line end and control character, and what would turn the direction of
 /// the line shown by its number.
 [[nodiscard]] QString oneLine(const QString & text);
+/// Takes the places of standard streams that the program was started without, so that no file that is opened
+/// later gets one and is written into; what uses such a stream still fails. Belongs before everything else.
+void holdStandardStreams();
 /// Writes out what printLine() holds back. `status`, or 1 with the reason on standard error when not
 /// everything could be written; a reader that has gone away is no failure.
 [[nodiscard]] int finishOutput(int status);

@@ -165,6 +165,7 @@ int runProgram(int argc, char ** argv)
 
 int main(int argc, char ** argv)
 {
+    app::holdStandardStreams();
     // A reader that goes away ("korvane dump x.korv | head") is noticed at the next write.
     std::signal(SIGPIPE, SIG_IGN);
     tools::removeUnfinishedOnSignals();

@@ -7,6 +7,9 @@
 #include <cstdio>
 #include <cstring>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace app {
 
 namespace {
@@ -66,6 +69,16 @@ void printError(const QString & text)
     note(std::fflush(stdout) == 0);
     const QByteArray bytes = oneLine(text).toUtf8() + '\n';
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
+}
+
+void holdStandardStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) < 0 && errno == EBADF) {
+            // The lowest free number is taken, which is this one; opened for what it is not used for.
+            (void)open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+        }
+    }
 }
 
 int finishOutput(int status)

@@ -602,6 +602,36 @@ private Q_SLOTS:
         QCOMPARE(wrong.errors.count('\n'), 2);
     }
 
+    void filesDoNotTakeThePlaceOfClosedStreams()
+    {
+        QByteArray entities;
+        for (int i = 0; i < 400; ++i) {
+            entities += (i > 0 ? ", " : "") + QByteArray("{\"name\": \"entity_") + QByteArray::number(i) +
+                        "\", \"softDeleteColumn\": \"gone\"}";
+        }
+        const QString model =
+            write(QStringLiteral("many.json"),
+                  R"({"format": "korvane-project", "formatVersion": 1, "name": "many", "entities": [)" +
+                      entities + "]}");
+        const QString project = file(QStringLiteral("many.korv"));
+        QCOMPARE(runProgram({QStringLiteral("import"), model, project}).status, 0);
+        const QString command = QStringLiteral("'%1' export '%2' -y --KorvGenericDDLExport_path=%3")
+                                    .arg(QStringLiteral(KORVANE_PROGRAM), project);
+        QCOMPARE(support::runShell(command.arg(QStringLiteral("open")), {}).status, 0);
+        const program_result closed =
+            support::runShell(command.arg(QStringLiteral("closed")) + QStringLiteral(" <&- >&- 2>&-"), {});
+        QCOMPARE(closed.status, 1); // what was to be told could not be told
+        const auto script = [this](const QString & folder) {
+            QFile f(file(folder + QStringLiteral("/many_sqlite_db_schema_full.sql")));
+            return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("missing");
+        };
+        QCOMPARE(script(QStringLiteral("closed")), script(QStringLiteral("open")));
+        QVERIFY(script(QStringLiteral("open")).endsWith("END TRANSACTION;\n"));
+        const program_result told = support::runShell(
+            QStringLiteral("'%1' dump '%2' >&-").arg(QStringLiteral(KORVANE_PROGRAM), m_sProject), {});
+        QCOMPARE(told.errors, QByteArray("Standard output: Bad file descriptor\n"));
+    }
+
     void whatIsDoneIsToldThoughTheOutputIsFull()
     {
         const auto fullOutput = [this](const QString & command) {
