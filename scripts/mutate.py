@@ -5,8 +5,8 @@ usage: scripts/mutate.py [--list] [--build FOLDER] [--only N,N...] [--sample N] 
 
 PATH is a source file or a folder of them; by default plugin and host/storage. Every function is compiled with all
 of its faulty versions beside the right one, so the whole set costs one build; KORVANE_FAULT=N in the environment
-chooses the version that runs. A first run without a fault records which tests reach which function. Then each fault is
-tried against the tests that reach it, quickest first, until one fails. What does not compile is no fault.
+chooses the version that runs. A first run without a fault records which functions of the tests reach which function
+of the sources. Then each fault is tried against those that reach it, quickest first, until one fails. What does not compile is no fault.
 
 Exit status: 0 when every fault was noticed or is explained in tests/MUTANTS.md, 3 when some was not, 1 when it could not
 be tried.
@@ -159,20 +159,29 @@ def run_or_fail(command, what):
         raise CannotTry(f"{what} failed:\n{done.stdout[-1500:]}{done.stderr[-1500:]}")
 
 
+# One function of a test program.
 Test = collections.namedtuple("Test", "name command environment")
 
 
-def tests_of(build):
-    """The tests that may notice a fault; their commands are known once they are built."""
+def programs_of(build):
+    """The test programs that may notice a fault; their commands are known once they are built."""
     shown = json.loads(subprocess.run(["ctest", "--show-only=json-v1"], cwd=build, check=True, capture_output=True,
                                       text=True).stdout)
-    tests = []
+    programs = []
     for test in shown["tests"]:
         properties = {p["name"]: p["value"] for p in test.get("properties", [])}
         if test["name"].startswith("tst_") and not LEFT_OUT.match(test["name"]):
             environment = dict(entry.split("=", 1) for entry in properties.get("ENVIRONMENT", []))
-            tests.append(Test(test["name"], test.get("command"), environment))
-    return tests
+            programs.append(Test(test["name"], test.get("command"), environment))
+    return programs
+
+
+def functions_of(program):
+    """The functions of a program of Qt Test, each a test of its own."""
+    listed = subprocess.run([*program.command, "-functions"], env={**os.environ, **program.environment}, check=True,
+                            capture_output=True, text=True).stdout
+    return [Test(f"{program.name}::{name}", [*program.command, name], program.environment)
+            for name in (line.strip().removesuffix("()") for line in listed.splitlines()) if name]
 
 
 def run_test(test, extra, limit):
@@ -194,28 +203,35 @@ def run_test(test, extra, limit):
             process.wait()
 
 
-def measure(tests, folder):
-    """Runs every test without a fault: how long it takes, and which functions it reaches."""
-    seconds, reached = {}, {}
-    for test in tests:
-        trace = folder / f"{test.name}.trace"
+def measure(tests, folder, jobs):
+    """Runs every test without a fault: how long it takes, and which functions of the sources it reaches."""
+    folder.mkdir(exist_ok=True)
+
+    def measured(test):
+        trace = folder / f"{test.name.replace('::', '.')}.trace"
         trace.write_text("")
         trace.chmod(0o666)
         begin = time.monotonic()
         if not run_test(test, {"KORVANE_FAULT_TRACE": str(trace)}, 600):
             raise CannotTry(f"{test.name} fails without a fault; mend it first")
-        seconds[test.name] = time.monotonic() - begin
-        reached[test.name] = {int(line) for line in trace.read_text().split()}
-    return seconds, reached
+        return time.monotonic() - begin, {int(line) for line in trace.read_text().split()}
+
+    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+        results = dict(zip((t.name for t in tests), pool.map(measured, tests)))
+    return {n: r[0] for n, r in results.items()}, {n: r[1] for n, r in results.items()}
 
 
-def notice(fault, tests, seconds, reached):
-    """The name of the test that notices `fault`, or None."""
-    for test in sorted(tests, key=lambda t: seconds[t.name]):
-        if fault.function in reached[test.name]:
-            limit = max(SHORTEST_LIMIT, 6 * seconds[test.name])
-            if not run_test(test, {"KORVANE_FAULT": str(fault.number)}, limit):
-                return test.name
+def notice(fault, tests, seconds, reached, noticed):
+    """The name of the test that notices `fault`, or None. Those that noticed one nearby are asked first."""
+    def order(test):
+        return (-noticed[fault.function, test.name], -noticed[fault.file, test.name], seconds[test.name])
+
+    for test in sorted((t for t in tests if fault.function in reached[t.name]), key=order):
+        limit = max(SHORTEST_LIMIT, 6 * seconds[test.name])
+        if not run_test(test, {"KORVANE_FAULT": str(fault.number)}, limit):
+            noticed[fault.function, test.name] += 1
+            noticed[fault.file, test.name] += 1
+            return test.name
     return None
 
 
@@ -232,9 +248,10 @@ def explained_faults():
 
 def try_all(faults, tests, seconds, reached, jobs):
     survivors = []
+    noticed = collections.Counter()
     begin = time.monotonic()
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
-        tried = {pool.submit(notice, fault, tests, seconds, reached): fault for fault in faults}
+        tried = {pool.submit(notice, fault, tests, seconds, reached, noticed): fault for fault in faults}
         for count, future in enumerate(concurrent.futures.as_completed(tried), 1):
             fault = tried[future]
             if future.result() is None:
@@ -264,6 +281,7 @@ def main():
     parser.add_argument("--sample", type=int, help="try as many faults, drawn by chance")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
+    parser.add_argument("--slowest", type=float, default=8, help="seconds that a function of a test may take")
     parser.add_argument("--report", help="file for the faults that were not noticed, a line each")
     arguments = parser.parse_args()
     files = source_files(arguments.paths)
@@ -275,11 +293,14 @@ def main():
     tree.copy_sources()
     tree.write_faulty_sources()
     tree.configure()
-    tree.compile([test.name for test in tests_of(tree.build)])
-    tests = tests_of(tree.build)
+    tree.compile([program.name for program in programs_of(tree.build)])
+    tests = [test for program in programs_of(tree.build) for test in functions_of(program)]
     faults = [f for made in tree.generated.values() for f in made.faults if f.number not in tree.dropped]
-    seconds, reached = measure(tests, tree.folder)
-    tests = [t for t in tests if reached[t.name]]
+    seconds, reached = measure(tests, tree.folder / "traces", arguments.jobs)
+    slow = [t.name for t in tests if reached[t.name] and seconds[t.name] > arguments.slowest]
+    if slow:
+        print("left out, too slow:", *slow)
+    tests = [t for t in tests if reached[t.name] and t.name not in slow]
     chosen = chosen_faults(faults, arguments)
     print(f"{len(chosen)} of {len(faults)} faults, {len(tests)} tests", flush=True)
     survivors = try_all(chosen, tests, seconds, reached, arguments.jobs)
