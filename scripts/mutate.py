@@ -33,7 +33,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 DEFAULT_PATHS = ["plugin", "host/storage"]
 EXPLAINED = ROOT / "tests" / "MUTANTS.md"
 # These take long and reach nothing that the others do not.
-LEFT_OUT = re.compile(r"tst_(script_syntax|scripts_on_databases|faults|kills|manual|translations|project_window|window_|diagram_|message_panel|"
+LEFT_OUT = re.compile(r"tst_(script_syntax|scripts_on_|faults|kills|manual|translations|project_window|window_|diagram_|message_panel|"
                       r"script_panel|project_tree|sql_highlighter|script_debugger)")
 SHORTEST_LIMIT = 20.0  # seconds; a fault may make a test run for ever
 
@@ -96,7 +96,9 @@ class Tree:
         self.source = folder / "source"
         self.build = folder / "build"
         self.files = files
-        self.dropped = set()
+        self.bad_list = folder / "uncompilable.json"
+        known = {tuple(f) for f in json.loads(self.bad_list.read_text())} if self.bad_list.exists() else set()
+        self.dropped = {f.number for f in collect_faults(files) if (f.file, f.before, f.after) in known}
         self.generated = {}
 
     def copy_sources(self):
@@ -143,6 +145,14 @@ class Tree:
             if not bad - self.dropped:
                 raise CannotTry("The build failed, and not for a fault:\n" + built.stdout[-3000:] + built.stderr)
             self.dropped |= bad
+            self.remember_dropped()
+
+    def remember_dropped(self):
+        """Spares the next run the builds that fail."""
+        known = json.loads(self.bad_list.read_text()) if self.bad_list.exists() else []
+        known += [[f.file, f.before, f.after] for made in self.generated.values() for f in made.faults
+                  if f.number in self.dropped and [f.file, f.before, f.after] not in known]
+        self.bad_list.write_text(json.dumps(known))
 
     def faults_in_errors(self, output):
         bad = set()
