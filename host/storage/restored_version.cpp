@@ -32,8 +32,11 @@ bool writeWhole(QFile & file, const QByteArray & bytes)
 
 struct restored_version::data
 {
+    data() = default;
+    data(const data &) = delete;
+    data & operator=(const data &) = delete;
+
     QString fileName;
-    // Destroyed last: without the claim nobody would know whose file the version is.
     std::optional<temporary_file> claim;
     std::optional<tools::unfinished_file> file;
     std::optional<zk::sqlite::final_file> isFinal;
@@ -58,10 +61,16 @@ struct restored_version::data
         isFinal.emplace(fileName);
         return claim->append(claim_text::identity(fileName));
     }
+    ~data() { removeAll(); }
     void removeAll()
     {
+        const bool isMade = file.has_value();
         isFinal.reset();
         file.reset();
+        if (claim && isMade && isTaken(fileName)) {
+            // Without the claim the next run would not know whose file it is.
+            claim->keep();
+        }
         claim.reset();
     }
 };
