@@ -779,10 +779,6 @@
         <translation>Der Export ist fehlgeschlagen: siehe Meldungen</translation>
     </message>
     <message>
-        <source>Nothing was written: the export was cancelled, or it is one of the steps between versions and no version is tagged yet</source>
-        <translation>Es wurde nichts geschrieben: Der Export wurde abgebrochen, oder er betrifft die Schritte zwischen Versionen und es ist noch keine Version angelegt</translation>
-    </message>
-    <message>
         <source>Korvane - Settings</source>
         <translation>Korvane - Einstellungen</translation>
     </message>
@@ -1011,6 +1007,18 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     <message>
         <source>Versions of the program and of its plugins</source>
         <translation>Versionen des Programms und seiner Plugins</translation>
+    </message>
+    <message>
+        <source>Nothing was written: evolution scripts need a tagged version. Use &quot;Actions &gt; Tag project state…&quot; first</source>
+        <translation>Es wurde nichts geschrieben: Für Evolutionsskripte muss erst eine Version angelegt werden. Verwenden Sie zuerst &quot;Aktionen &gt; Projektstand markieren…&quot;</translation>
+    </message>
+    <message>
+        <source>Nothing was written: the settings of the export ask for no script</source>
+        <translation>Es wurde nichts geschrieben: Die Einstellungen des Exports verlangen kein Skript</translation>
+    </message>
+    <message>
+        <source>The export was cancelled; nothing was written</source>
+        <translation>Der Export wurde abgebrochen; es wurde nichts geschrieben</translation>
     </message>
 </context>
 <context>

@@ -779,10 +779,6 @@
         <translation>L&apos;export a échoué : voir les messages</translation>
     </message>
     <message>
-        <source>Nothing was written: the export was cancelled, or it is one of the steps between versions and no version is tagged yet</source>
-        <translation>Rien n&apos;a été écrit : l&apos;export a été annulé, ou il porte sur l&apos;évolution et aucune version n&apos;est étiquetée</translation>
-    </message>
-    <message>
         <source>Korvane - Settings</source>
         <translation>Korvane - Paramètres</translation>
     </message>
@@ -1011,6 +1007,18 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     <message>
         <source>Versions of the program and of its plugins</source>
         <translation>Versions du programme et de ses plugins</translation>
+    </message>
+    <message>
+        <source>Nothing was written: evolution scripts need a tagged version. Use &quot;Actions &gt; Tag project state…&quot; first</source>
+        <translation>Rien n&apos;a été écrit : les scripts d&apos;évolution demandent une version étiquetée. Utilisez d&apos;abord &quot;Actions &gt; Étiqueter l&apos;état du projet…&quot;</translation>
+    </message>
+    <message>
+        <source>Nothing was written: the settings of the export ask for no script</source>
+        <translation>Rien n&apos;a été écrit : les paramètres de l&apos;export ne demandent aucun script</translation>
+    </message>
+    <message>
+        <source>The export was cancelled; nothing was written</source>
+        <translation>L&apos;export a été annulé ; rien n&apos;a été écrit</translation>
     </message>
 </context>
 <context>

@@ -85,7 +85,8 @@ private:
     void showPane(QWidget * pane);
     /// Makes sure that the project is as its file says; false after the reason was shown.
     bool refreshProject(const QString & title);
-    void showExportEnd(const export_report & report);
+    void showExportEnd(const export_report & report, bool isCancelled);
+    [[nodiscard]] QString whyNothing() const;
     void giveWayToEvents();
     void warn(const QString & title, const QString & text);
     void showStatus(const QString & text);
