@@ -1,5 +1,6 @@
 #include "app/command_line.h"
 #include "app/translation.h"
+#include "app/wait_notice.h"
 
 #include "tools/program_end.h"
 #include "tools/unfinished_files.h"
@@ -157,6 +158,8 @@ int runProgram(int argc, char ** argv)
     if (line.command == app::command_line::window) {
         // What commands say is read by scripts and searched for: it stays in one language.
         app::speakLanguageOfUser();
+    } else {
+        app::tellWaiting();
     }
     return app::finishOutput(run(line));
 }
