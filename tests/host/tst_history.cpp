@@ -1,3 +1,4 @@
+#include "support/damaged_database.h"
 #include "support/project_support.h"
 
 #include "model/project_historic.h"
@@ -6,9 +7,12 @@
 #include "zk/zk_dao.h"
 
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <ctime>
 
 using storage::history::version;
 using support::json;
@@ -70,6 +74,13 @@ private Q_SLOTS:
         QVERIFY(!record(0)->getProjectFile().isEmpty());
         QCOMPARE(record(0)->getProjectFile(), record(1)->getProjectFile());
     }
+    void laterVersionsHaveLaterTimes()
+    {
+        tag("one");
+        QTest::qWait(5);
+        tag("two");
+        QVERIFY(versions().at(0).created < versions().at(1).created);
+    }
     void theClockMayGoBack()
     {
         tag("one");
@@ -90,6 +101,88 @@ private Q_SLOTS:
                      .match(time)
                      .hasMatch(),
                  qPrintable(time));
+    }
+    void timesAreStoredInUtc()
+    {
+        qputenv("TZ", "Asia/Tokyo");
+        tzset();
+        const auto back = qScopeGuard([] {
+            qunsetenv("TZ");
+            tzset();
+        });
+        model::project_historic record;
+        record.setCreationTime(QDateTime(QDate(2026, 3, 1), QTime(8, 30), Qt::LocalTime));
+        QCOMPARE(record.zkBind().at(0).toString(), QString("2026-02-28T23:30:00.000Z"));
+    }
+    void aDamagedHistoryIsNotAddedTo()
+    {
+        tag("one");
+        tag("two");
+        zk::ZkSqlDatabase::clearAllDatabases();
+        QVERIFY(support::swapRows(m_sFile, "t_project_historic"));
+        const QByteArray before = support::bytesOf(m_sFile);
+        const QString expected = m_sFile + ": is damaged (table t_project_historic: ";
+        int number = 0;
+        const QString told = storage::history::tag(m_sFile, "three", number).text();
+        QVERIFY2(told.startsWith(expected), qPrintable(told));
+        const auto p = projectOf(textOf("{\"id\": 1, \"name\": \"other\"}"));
+        QVERIFY(storage::project_file::write(m_sFile, *p).text().startsWith(expected));
+        QCOMPARE(support::bytesOf(m_sFile), before);
+        // The model itself is whole, and may be saved elsewhere.
+        QVERIFY(!support::storedText(m_sFile).isEmpty());
+    }
+    void whatCouldNotBeRestoredIsNotStored()
+    {
+        const QByteArray before = support::bytesOf(m_sFile);
+        storage::history::tag_result result;
+        const QString told =
+            storage::history::tag(m_sFile, "x", storage::history::tag_when::always, result, 10000).text();
+        const QRegularExpression expected(QRegularExpression::anchoredPattern(
+            QRegularExpression::escape(m_sFile) +
+            ": cannot be tagged: its state of \\d{5} bytes is larger than the 10000 bytes that a version may "
+            "have"));
+        QVERIFY2(expected.match(told).hasMatch(), qPrintable(told));
+        QCOMPARE(result.number, 0);
+        QCOMPARE(support::bytesOf(m_sFile), before);
+        QCOMPARE(
+            storage::history::tag(m_sFile, "x", storage::history::tag_when::always, result, 1000000).text(),
+            QString());
+        QCOMPARE(result.number, 1);
+    }
+    void aTagLeavesNoTemporaryFiles()
+    {
+        const QString folder = m_folder->filePath("tmp");
+        QVERIFY(QDir().mkpath(folder));
+        qputenv("TMPDIR", folder.toLocal8Bit());
+        const auto back = qScopeGuard([] { qunsetenv("TMPDIR"); });
+        tag("one");
+        QVERIFY(store("second"));
+        tag("two");
+        execute("DELETE FROM t_project");
+        int number = 0;
+        QVERIFY(storage::history::tag(m_sFile, "x", number).isValid());
+        QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 QStringList());
+    }
+    void theLogOfAnotherDatabase()
+    {
+        const QString other = m_folder->filePath("other.sqlite");
+        QCOMPARE(support::run("sqlite3", {other, "CREATE TABLE bookmarks (url TEXT)"}).status, 0);
+        const support::run_result log = support::runKorvane({"log", other});
+        QCOMPARE(log.status, 1);
+        QCOMPARE(log.err, other.toUtf8() + ": is a SQLite database, but not a Korvane project\n");
+    }
+    void aTextThatIsTooLarge()
+    {
+        const QString text = m_folder->filePath("huge.json");
+        {
+            // Takes no room on the disk.
+            QFile file(text);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(qint64(512) * 1024 * 1024 + 1));
+        }
+        const support::run_result imported = support::runKorvane({"import", text, m_sFile});
+        QCOMPARE(imported.status, 1);
+        QCOMPARE(imported.err, text.toUtf8() + ": is too large for the text form of a project\n");
     }
     void aHistoryThatWasEmptied()
     {

@@ -1,3 +1,4 @@
+#include "support/damaged_database.h"
 #include "support/project_support.h"
 
 #include "model/plugin_params.h"
@@ -9,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QScopeGuard>
+#include <QSet>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
@@ -18,6 +20,7 @@
 
 using storage::project_file::read;
 using storage::project_file::write;
+using support::entityOf;
 using support::json;
 using support::projectOf;
 using support::storedText;
@@ -641,6 +644,76 @@ private Q_SLOTS:
             QFile::remove(m_sFile + "-journal");
         }
         QVERIFY2(refusals > 50, qPrintable(QString::number(refusals)));
+    }
+    void swappedRows()
+    {
+        QVERIFY(!write(m_sFile, *projectOf(textOf("{\"name\": \"a\"}, {\"name\": \"b\"}"))).isValid());
+        QVERIFY(support::swapRows(m_sFile, "t_entity"));
+        model::project project(1);
+        const QString told = read(m_sFile, project).text();
+        QVERIFY2(told.startsWith(m_sFile + ": is damaged (table t_entity: "), qPrintable(told));
+    }
+    void numbersKeepEveryDigit()
+    {
+        const auto p = projectOf(textOf("{\"name\": \"a\"}"));
+        entityOf(*p, 0)->setMetaData("sum", 0.1 + 0.2);
+        QVERIFY(!write(m_sFile, *p).isValid());
+        model::project project(1);
+        QVERIFY(!read(m_sFile, project).isValid());
+        QVERIFY(entityOf(project, 0)->getMetaData("sum").toDouble() == 0.30000000000000004);
+    }
+    void aNewLocationIsWhatCounts()
+    {
+        QVERIFY(QDir().mkpath(path("elsewhere")));
+        QVERIFY(!write(m_sFile, *projectOf(textOf("{\"name\": \"here\"}"))).isValid());
+        QVERIFY(!write(path("elsewhere/shop.korv"), *projectOf(textOf("{\"name\": \"there\"}"))).isValid());
+        model::project project(1);
+        project.setFileName(m_sFile);
+        QVERIFY(!project.load().isValid());
+        project.setLocation(path("elsewhere"));
+        QCOMPARE(project.getFileName(), path("elsewhere/shop.korv"));
+        QVERIFY(!project.load().isValid());
+        QCOMPARE(entityOf(project, 0)->getName(), QString("there"));
+    }
+    void oneStateIsRead()
+    {
+        // A reader never meets the enumerations of one state with the entities of another.
+        QByteArray entities;
+        QByteArray enumerations;
+        for (int i = 0; i < 1500; ++i) {
+            const QByteArray next = (i > 0 ? ", " : "") + QByteArray("{\"name\": \"a");
+            enumerations += next + QByteArray::number(i) + "\"}";
+            entities += next + QByteArray::number(i) + "\"}";
+        }
+        QVERIFY(!write(m_sFile, *projectOf(textOf(entities, enumerations))).isValid());
+        QProcess writer;
+        writer.start("sqlite3", {m_sFile});
+        writer.write("PRAGMA busy_timeout = 10000; PRAGMA synchronous = OFF;\n");
+        for (int i = 0; i < 5000; ++i) {
+            const QByteArray name = i % 2 == 0 ? "'b'" : "'a'";
+            writer.write("BEGIN IMMEDIATE; UPDATE t_enumeration SET name = " + name +
+                         " || id; UPDATE t_entity SET name = " + name + " || id; COMMIT;\n");
+        }
+        writer.closeWriteChannel();
+        const auto ended = qScopeGuard([&writer] {
+            writer.kill();
+            writer.waitForFinished();
+        });
+        QElapsedTimer timer;
+        timer.start();
+        QSet<QString> states;
+        while (timer.elapsed() < 2000) {
+            QCoreApplication::processEvents(); // feeds the writer
+            model::project project(1);
+            const QSqlError error = read(m_sFile, project);
+            QVERIFY2(!error.isValid(), qPrintable(error.text()));
+            const QString state = project.getListOfEnumeration()->getByIndex(0)->getName().left(1);
+            states.insert(state);
+            for (const auto & entity : project.getListOfAllEntities()->values()) {
+                QVERIFY2(entity->getName().startsWith(state), qPrintable(entity->getName()));
+            }
+        }
+        QCOMPARE(states.size(), 2);
     }
     void cutFiles()
     {

@@ -14,6 +14,11 @@
 #include <QSqlQuery>
 #include <QtTest>
 
+#include <functional>
+#include <utility>
+
+#include <sys/stat.h>
+
 using plugin::ddl_export;
 using support::entity_builder;
 using support::model_builder;
@@ -62,6 +67,11 @@ private Q_SLOTS:
     void cannotWriteTemporaryFiles();
     void leavesTakenNamesAlone_data();
     void leavesTakenNamesAlone();
+    void doesNotLookAtWhatLiesBesideAVersion();
+    void keepsVersionsFromOthers();
+    void asksForTheTagsOnce();
+    void endsWhenAVersionCannotBeRead_data();
+    void endsWhenAVersionCannotBeRead();
     void needsATemporaryFolder();
     void stopsAtTheFirstFailure_data();
     void stopsAtTheFirstFailure();
@@ -73,6 +83,11 @@ private:
     void addHistoric(const QByteArray & projectFile, const QDateTime & time = QDateTime::currentDateTime());
     std::shared_ptr<model::project> load() const;
     zk::ZkBool build();
+    /// Puts something under every name that version 1 could get within the next moments, each with `suffix`,
+    /// and returns when the first of them has come.
+    QStringList plant(const QString & suffix, const std::function<bool(const QString &)> & put);
+    /// Does something when the first message of the coming build is there.
+    void atTheFirstMessage(const std::function<void()> & act);
     QStringList temporaryFiles() const
     {
         return QDir(m_temp->path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
@@ -487,46 +502,144 @@ void tst_evolution::cannotWriteTemporaryFiles()
     QCOMPARE(m_bench->files(), QStringList());
 }
 
-void tst_evolution::leavesTakenNamesAlone_data()
+QStringList tst_evolution::plant(const QString & suffix, const std::function<bool(const QString &)> & put)
 {
-    QTest::addColumn<bool>("links");
-    QTest::newRow("files of another export") << false;
-    QTest::newRow("links of somebody who guessed the names") << true;
-}
-
-void tst_evolution::leavesTakenNamesAlone()
-{
-    QFETCH(bool, links);
-    store(1);
-    tag();
-    const QString victim = m_folder->filePath("victim");
-    QVERIFY(support::writeBytes(victim, "untouched"));
-    // The name of every moment is taken for a while.
     constexpr int milliseconds = 250;
     QStringList taken;
     QDateTime begin;
     for (int lead = 100; taken.isEmpty() || QDateTime::currentDateTime() >= begin; lead *= 2) {
         for (const QString & name : std::as_const(taken)) {
-            QVERIFY(QFile::remove(m_temp->filePath(name)));
+            QFile::remove(m_temp->filePath(name));
         }
         taken.clear();
         begin = QDateTime::currentDateTime().addMSecs(lead);
         for (int i = 0; i < milliseconds; ++i) {
-            taken << "shop_v1_" + begin.addMSecs(i).toString("yyyyMMddhhmmsszzz") + ".korv";
-            const QString name = m_temp->filePath(taken.constLast());
-            QVERIFY(links ? QFile::link(victim, name) : support::writeBytes(name, "untouched"));
+            taken << "shop_v1_" + begin.addMSecs(i).toString("yyyyMMddhhmmsszzz") + ".korv" + suffix;
+            if (!put(m_temp->filePath(taken.constLast()))) {
+                return {};
+            }
         }
     }
     QTest::qWait(static_cast<int>(std::max<qint64>(0, QDateTime::currentDateTime().msecsTo(begin))));
+    return taken;
+}
+
+void tst_evolution::atTheFirstMessage(const std::function<void()> & act)
+{
+    connect(&m_bench->builder().builder(), &plugin::ddl_export_builder::onMessage, this,
+            [act, isDone = false]() mutable {
+                if (!std::exchange(isDone, true)) {
+                    act();
+                }
+            });
+}
+
+void tst_evolution::leavesTakenNamesAlone_data()
+{
+    QTest::addColumn<QString>("link");
+    QTest::newRow("files of another export") << QString();
+    QTest::newRow("links of somebody who guessed the names") << "victim";
+    QTest::newRow("links that lead nowhere") << "missing";
+}
+
+void tst_evolution::leavesTakenNamesAlone()
+{
+    QFETCH(QString, link);
+    store(1);
+    tag();
+    QVERIFY(support::writeBytes(m_folder->filePath("victim"), "untouched"));
+    const QStringList taken = plant(QString(), [&](const QString & name) {
+        return link.isEmpty() ? support::writeBytes(name, "untouched")
+                              : QFile::link(m_folder->filePath(link), name);
+    });
+    QVERIFY(!taken.isEmpty());
     const zk::ZkBool result = build();
     QVERIFY2(result, qPrintable(result.getDesc()));
     QCOMPARE(m_bench->files(),
              (QStringList{"shop_default_db_schema_v1.sql", "shop_default_db_schema_v1_to_v2.sql"}));
     QCOMPARE(temporaryFiles(), taken);
+    QVERIFY(!QFile::exists(m_folder->filePath("missing")));
     for (const QString & name : std::as_const(taken)) {
-        QCOMPARE(QFileInfo(m_temp->filePath(name)).isSymLink(), links);
-        QCOMPARE(contentOf(m_temp->filePath(name)), QByteArray("untouched"));
+        QCOMPARE(QFileInfo(m_temp->filePath(name)).isSymLink(), !link.isEmpty());
+        QCOMPARE(contentOf(m_temp->filePath(name)), QByteArray(link == "missing" ? "" : "untouched"));
     }
+}
+
+void tst_evolution::doesNotLookAtWhatLiesBesideAVersion()
+{
+    store(1);
+    tag();
+    // Who opened one of them would wait for ever.
+    const QStringList planted = plant("-journal", [](const QString & name) {
+        return mkfifo(QFile::encodeName(name).constData(), 0600) == 0;
+    });
+    QVERIFY(!planted.isEmpty());
+    const zk::ZkBool result = build();
+    QVERIFY2(result, qPrintable(result.getDesc()));
+    QCOMPARE(m_bench->files(),
+             (QStringList{"shop_default_db_schema_v1.sql", "shop_default_db_schema_v1_to_v2.sql"}));
+    QCOMPARE(temporaryFiles(), planted);
+}
+
+void tst_evolution::keepsVersionsFromOthers()
+{
+    store(1);
+    tag();
+    QStringList seen;
+    atTheFirstMessage([&] {
+        for (const QString & name : temporaryFiles()) {
+            seen << name.left(name.startsWith('.') ? 9 : 8);
+            QCOMPARE(QFile::permissions(m_temp->filePath(name)),
+                     QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser);
+        }
+    });
+    QVERIFY(build());
+    QCOMPARE(seen, (QStringList{".korvane-", "shop_v1_"}));
+    QCOMPARE(temporaryFiles(), QStringList());
+}
+
+void tst_evolution::asksForTheTagsOnce()
+{
+    m_bench->plugin.setExportDatabaseSchema(ddl_export::full_and_evolution);
+    store(1);
+    tag();
+    // What is tagged after an export has begun belongs to the next one.
+    atTheFirstMessage([this] { tag(); });
+    QVERIFY(build());
+    QCOMPARE(m_bench->files(),
+             (QStringList{"shop_default_db_schema_full.sql", "shop_default_db_schema_v1.sql",
+                          "shop_default_db_schema_v1_to_v2.sql"}));
+    QVERIFY(build());
+    QVERIFY(m_bench->files().contains("shop_default_db_schema_v2_to_v3.sql"));
+}
+
+void tst_evolution::endsWhenAVersionCannotBeRead_data()
+{
+    QTest::addColumn<QString>("statement");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("gone") << "DELETE FROM t_project_historic"
+                          << "stored\\.korv: the version tagged at .* is not there any more";
+    QTest::newRow("error of the database") << "DROP TABLE t_project_historic"
+                                           << "stored\\.korv: no such table: t_project_historic";
+}
+
+void tst_evolution::endsWhenAVersionCannotBeRead()
+{
+    QFETCH(QString, statement);
+    QFETCH(QString, reason);
+    m_bench->plugin.setExportDatabaseSchema(ddl_export::full_and_evolution);
+    store(1);
+    tag();
+    atTheFirstMessage([&] { QCOMPARE(support::run("sqlite3", {m_file, statement}).status, 0); });
+    const zk::ZkBool result = build();
+    QVERIFY(!result);
+    QCOMPARE(result.getCode(), 0L);
+    const QRegularExpression expected(
+        QRegularExpression::anchoredPattern("Error loading all project historics :\n" +
+                                            QRegularExpression::escape(m_folder->path()) + "/" + reason));
+    QVERIFY2(expected.match(result.getDesc()).hasMatch(), qPrintable(result.getDesc()));
+    QCOMPARE(m_bench->files(), QStringList{"shop_default_db_schema_full.sql"});
+    QCOMPARE(temporaryFiles(), QStringList());
 }
 
 void tst_evolution::needsATemporaryFolder()
