@@ -151,6 +151,7 @@ QString temporary_file::create(const QString & folder, readers mayRead, purpose 
             m_iDescriptor = descriptor;
             return {};
         }
+        ::unlink(QFile::encodeName(name).constData());
         ::close(descriptor);
         error = EEXIST;
     }
@@ -171,7 +172,7 @@ void removeLeftovers(const QString & folder)
 {
     const QStringList names = QDir(folder).entryList(
         {NameBegin + QLatin1Char('*') + ContentsEnd, NameBegin + QLatin1Char('*') + ClaimEnd},
-        QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot);
+        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     for (const QString & name : names) {
         if (!isOurName(name)) {
             continue;

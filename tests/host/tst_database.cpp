@@ -280,6 +280,18 @@ private Q_SLOTS:
         QVERIFY(zk::ZkSession(database()).isValid());
     }
 
+    void anotherConnectionDoesNotTakeTheLockAway()
+    {
+        // The system takes all locks of a process on a file away when the process closes the file once.
+        zk::ZkSession session(database());
+        QVERIFY(session.isValid());
+        model::project project(1);
+        QVERIFY(!storage::project_file::read(m_sFile, project).isValid());
+        QVERIFY(support::run("sqlite3", {m_sFile, "BEGIN IMMEDIATE"}).err.contains("locked"));
+        QVERIFY(!session.end().isValid());
+        QCOMPARE(support::run("sqlite3", {m_sFile, "BEGIN IMMEDIATE"}).err, QByteArray());
+    }
+
     void versionsKeepTheirOrder()
     {
         const QDateTime time = QDateTime::fromString("2026-01-02T03:04:05.678Z", Qt::ISODateWithMs);

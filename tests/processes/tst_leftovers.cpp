@@ -11,6 +11,7 @@
 
 #include <csignal>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 class tst_leftovers : public QObject
@@ -54,6 +55,17 @@ private:
                 .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
         names.removeAll("new.korv");
         return names;
+    }
+    /// A file that has only just been made is not locked yet; to try would be to lock it oneself.
+    static bool isLocked(const QString & name)
+    {
+        struct stat found = {};
+        ::stat(QFile::encodeName(name).constData(), &found);
+        const QList<QByteArray> locks = support::bytesOf("/proc/locks").split('\n');
+        const QByteArray end = ':' + QByteArray::number(static_cast<quint64>(found.st_ino)) + " 0 EOF";
+        return std::any_of(locks.cbegin(), locks.cend(), [&end](const QByteArray & lock) {
+            return lock.contains("FLOCK") && lock.endsWith(end);
+        });
     }
     /// Starts the command and waits until its temporary files are there.
     void startUntilFilesAreThere(QProcess & process, const QString & command);
@@ -222,6 +234,10 @@ void tst_leftovers::whatOnlyHasSuchANameStays()
         QCOMPARE(support::bytesOf(place + name), QByteArray("of the user"));
     }
     QCOMPARE(support::bytesOf(path("victim")), QByteArray("of the user"));
+    QVERIFY(QFile::remove(place + left));
+    QCOMPARE(mkfifo(QFile::encodeName(place + left).constData(), 0600), 0);
+    runWhole(command);
+    QVERIFY(QFileInfo::exists(place + left));
     if (isRoot) {
         QVERIFY(QFile::remove(place + left));
         QVERIFY(support::writeBytes(place + left, "of the user"));
