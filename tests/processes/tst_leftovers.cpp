@@ -67,6 +67,15 @@ private:
             return lock.contains("FLOCK") && lock.endsWith(end);
         });
     }
+    /// Holds a process, which goes on for a moment after it was told to.
+    static void stop(const QProcess & process)
+    {
+        ::kill(static_cast<pid_t>(process.processId()), SIGSTOP);
+        const QString status = QString("/proc/%1/stat").arg(process.processId());
+        while (!support::bytesOf(status).contains(") T ")) {
+            QThread::usleep(200);
+        }
+    }
     /// Starts the command and waits until its temporary files are there.
     void startUntilFilesAreThere(QProcess & process, const QString & command);
     void runWhole(const QString & command);
@@ -131,7 +140,8 @@ void tst_leftovers::startUntilFilesAreThere(QProcess & process, const QString & 
     // An export claims the name of a restored version before it is there.
     const QString wanted = command == "export" ? "shop_v1_" : ".korvane-";
     const auto isNew = [&](const QString & name) {
-        return name.startsWith(wanted) && !before.contains(name);
+        return name.startsWith(wanted) && !before.contains(name) &&
+               (command == "export" || isLocked(placeOf(command) + '/' + name));
     };
     for (QStringList now; std::none_of(now.cbegin(), now.cend(), isNew); now = found(command)) {
         QVERIFY(timer.elapsed() < 20000);
@@ -177,7 +187,7 @@ void tst_leftovers::whatALivingCommandUsesStays()
     }
     QProcess process;
     startUntilFilesAreThere(process, command);
-    ::kill(static_cast<pid_t>(process.processId()), SIGSTOP);
+    stop(process);
     const QStringList used = found(command);
     QVERIFY(!used.isEmpty());
     if (command == "tag") {
