@@ -328,7 +328,7 @@
     <name>app::find_bar</name>
     <message>
         <source>Match case</source>
-        <translation>Groß-/Kleinschreibung</translation>
+        <translation>Groß/klein beachten</translation>
     </message>
     <message>
         <source>Text to find</source>
@@ -460,7 +460,7 @@
     </message>
     <message>
         <source>Clear the messages</source>
-        <translation>Die Meldungen leeren</translation>
+        <translation>Alle Meldungen löschen</translation>
     </message>
     <message>
         <source>Copy</source>
@@ -472,7 +472,7 @@
     </message>
     <message>
         <source>Failed</source>
-        <translation>Gescheitert</translation>
+        <translation>Fehlgeschlagen</translation>
     </message>
 </context>
 <context>
@@ -542,7 +542,7 @@
     </message>
     <message>
         <source>link table %1</source>
-        <translation>über %1</translation>
+        <translation>Verknüpfungstabelle %1</translation>
     </message>
     <message>
         <source>Table: %1</source>
@@ -752,11 +752,11 @@
     </message>
     <message>
         <source>Korvane - Tag project state</source>
-        <translation>Korvane - Projektstand markieren</translation>
+        <translation>Korvane - Projektstand festhalten</translation>
     </message>
     <message>
         <source>Version %1 of %2 tagged</source>
-        <translation>Version %1 von %2 angelegt</translation>
+        <translation>Version %1 von %2 festgehalten</translation>
     </message>
     <message>
         <source>Korvane - Versions</source>
@@ -788,7 +788,7 @@
     </message>
     <message>
         <source>Korvane - About</source>
-        <translation>Korvane - Info</translation>
+        <translation>Korvane - Über</translation>
     </message>
     <message>
         <source>Diagram and scripts</source>
@@ -856,7 +856,7 @@
     </message>
     <message>
         <source>&amp;Tag project state…</source>
-        <translation>Projektstand &amp;markieren…</translation>
+        <translation>Projektstand &amp;festhalten…</translation>
     </message>
     <message>
         <source>&amp;Versions…</source>
@@ -908,7 +908,7 @@
     </message>
     <message>
         <source>Tools</source>
-        <translation>Werkzeuge</translation>
+        <translation>Werkzeugleiste</translation>
     </message>
     <message>
         <source>Korvane - Scripts</source>
@@ -954,7 +954,7 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     </message>
     <message>
         <source>Version %1 of %2 tagged; the model has not changed since version %3</source>
-        <translation>Version %1 von %2 angelegt; das Modell hat sich seit Version %3 nicht geändert</translation>
+        <translation>Version %1 von %2 festgehalten; das Modell hat sich seit Version %3 nicht geändert</translation>
     </message>
     <message>
         <source>1 script written to %1</source>
@@ -990,7 +990,7 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     </message>
     <message>
         <source>Tag the current state of the project as a new version</source>
-        <translation>Den jetzigen Stand des Projekts als neue Version markieren</translation>
+        <translation>Den jetzigen Stand des Projekts als neue Version festhalten</translation>
     </message>
     <message>
         <source>&amp;About Korvane</source>
@@ -1010,7 +1010,7 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     </message>
     <message>
         <source>Nothing was written: evolution scripts need a tagged version. Use &quot;Actions &gt; Tag project state…&quot; first</source>
-        <translation>Es wurde nichts geschrieben: Für Evolutionsskripte muss erst eine Version angelegt werden. Verwenden Sie zuerst &quot;Aktionen &gt; Projektstand markieren…&quot;</translation>
+        <translation>Es wurde nichts geschrieben: Für Evolutionsskripte muss erst eine Version festgehalten werden. Verwenden Sie zuerst &quot;Aktionen &gt; Projektstand festhalten…&quot;</translation>
     </message>
     <message>
         <source>Nothing was written: the settings of the export ask for no script</source>
@@ -1120,7 +1120,7 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     <name>app::tag_dialog</name>
     <message>
         <source>Korvane - Tag project state</source>
-        <translation>Korvane - Projektstand markieren</translation>
+        <translation>Korvane - Projektstand festhalten</translation>
     </message>
     <message>
         <source>for example: first release</source>
@@ -1128,7 +1128,7 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     </message>
     <message>
         <source>Tag</source>
-        <translation>Markieren</translation>
+        <translation>Festhalten</translation>
     </message>
     <message>
         <source>Description</source>
@@ -1140,7 +1140,7 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     </message>
     <message>
         <source>This tags the current state of &apos;%1&apos;, its model and its settings, as version %2. Evolution scripts lead from one version to the next.</source>
-        <translation>Damit wird der jetzige Stand von &apos;%1&apos;, sein Modell und seine Einstellungen, als Version %2 markiert. Evolutionsskripte führen von einer Version zur nächsten.</translation>
+        <translation>Damit wird der jetzige Stand von &apos;%1&apos;, sein Modell und seine Einstellungen, als Version %2 festgehalten. Evolutionsskripte führen von einer Version zur nächsten.</translation>
     </message>
 </context>
 <context>
@@ -1155,7 +1155,7 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     </message>
     <message>
         <source>Tagged</source>
-        <translation>Angelegt</translation>
+        <translation>Festgehalten am</translation>
     </message>
     <message>
         <source>Versions of the project</source>
@@ -1163,7 +1163,7 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     </message>
     <message>
         <source>&apos;%1&apos; has no version yet. &quot;Actions &gt; Tag project state…&quot; makes one.</source>
-        <translation>&apos;%1&apos; hat noch keine Version. &quot;Aktionen &gt; Projektstand markieren…&quot; legt eine an.</translation>
+        <translation>&apos;%1&apos; hat noch keine Version. &quot;Aktionen &gt; Projektstand festhalten…&quot; legt eine an.</translation>
     </message>
     <message>
         <source>Versions of &apos;%1&apos;, the newest first:</source>
@@ -1337,7 +1337,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>Database schema evolution</source>
-        <translation>Entwicklung des Datenbankschemas</translation>
+        <translation>Evolution des Datenbankschemas</translation>
     </message>
     <message>
         <source>%1 : drop table DDL SQL script for entity &apos;%2&apos; (%3)</source>
@@ -1375,12 +1375,12 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>Cannot get temp directory to extract tag project state</source>
-        <translation>Für das Entpacken des markierten Projektstands ist kein temporäres Verzeichnis verfügbar</translation>
+        <translation>Für das Entpacken des festgehaltenen Projektstands ist kein temporäres Verzeichnis verfügbar</translation>
     </message>
     <message>
         <source>An error occurred loading project tag &apos;%1&apos; :
 %2</source>
-        <translation>Beim Laden des markierten Projektstands &apos;%1&apos; ist ein Fehler aufgetreten:
+        <translation>Beim Laden des festgehaltenen Projektstands &apos;%1&apos; ist ein Fehler aufgetreten:
 %2</translation>
     </message>
     <message>
@@ -1471,7 +1471,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>&amp;Run to action…</source>
-        <translation>Bis zur &amp;Aktion ausführen…</translation>
+        <translation>Bis zu &amp;Aktion…</translation>
     </message>
     <message>
         <source>Toggle &amp;breakpoint</source>
@@ -1539,7 +1539,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>Actions to stop at</source>
-        <translation>Aktionen, an denen angehalten wird</translation>
+        <translation>Aktionen, bei denen angehalten wird</translation>
     </message>
     <message>
         <source>&amp;Variables</source>
@@ -1547,7 +1547,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>Stop at &amp;actions</source>
-        <translation>An A&amp;ktionen anhalten</translation>
+        <translation>Bei A&amp;ktionen anhalten</translation>
     </message>
     <message>
         <source>Evaluated expressions</source>
@@ -1591,11 +1591,11 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>Attached: the next export stops at its first step</source>
-        <translation>Verbunden: Der nächste Export hält an seinem ersten Schritt an</translation>
+        <translation>Verbunden: Der nächste Export hält beim ersten Schritt an</translation>
     </message>
     <message>
         <source>Attached: the next export stops at the breakpoints</source>
-        <translation>Verbunden: Der nächste Export hält an den Haltepunkten an</translation>
+        <translation>Verbunden: Der nächste Export hält bei den Haltepunkten an</translation>
     </message>
     <message>
         <source>failed: %1</source>
@@ -1759,15 +1759,15 @@ Weiterer Hinweis: Der Debugger lässt sich auch starten, indem Sie beim Ausführ
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Note :&lt;/span&gt; to tag the project and create a new project version, go to Korvane main menu : &amp;quot;Actions &amp;gt;&amp;gt; Tag project state&amp;quot;.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Hinweis:&lt;/span&gt; Um das Projekt zu markieren und eine neue Projektversion anzulegen, wählen Sie im Hauptmenü von Korvane: &amp;quot;Aktionen &amp;gt;&amp;gt; Projektstand markieren&amp;quot;.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Hinweis:&lt;/span&gt; Um den Projektstand als neue Version festzuhalten, wählen Sie im Hauptmenü von Korvane: &amp;quot;Aktionen &amp;gt;&amp;gt; Projektstand festhalten&amp;quot;.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Build database schema evolution : 1 DDL SQL script file per project version</source>
-        <translation>Entwicklung des Datenbankschemas erzeugen: 1 DDL-SQL-Skriptdatei je Projektversion</translation>
+        <translation>Evolution des Datenbankschemas erzeugen: 1 DDL-SQL-Skriptdatei je Projektversion</translation>
     </message>
     <message>
         <source>Build full database schema + schema evolution</source>
-        <translation>Vollständiges Datenbankschema + Schemaentwicklung erzeugen</translation>
+        <translation>Vollständiges Datenbankschema + Schemaevolution erzeugen</translation>
     </message>
     <message>
         <source>Mapping C++ type to database SQL type</source>
@@ -1807,7 +1807,7 @@ Weiterer Hinweis: Der Debugger lässt sich auch starten, indem Sie beim Ausführ
     </message>
     <message>
         <source>Ok</source>
-        <translation>Ok</translation>
+        <translation>OK</translation>
     </message>
     <message>
         <source>Cancel</source>

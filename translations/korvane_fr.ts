@@ -29,11 +29,11 @@
     </message>
     <message>
         <source>none or one</source>
-        <translation>zéro ou un</translation>
+        <translation>zéro ou une</translation>
     </message>
     <message>
         <source>exactly one</source>
-        <translation>exactement un</translation>
+        <translation>exactement une</translation>
     </message>
     <message>
         <source>any number</source>
@@ -309,7 +309,7 @@
     </message>
     <message>
         <source>Hold Shift to start the script debugger.</source>
-        <translation>Maintenez la touche MAJ enfoncée pour démarrer le débogueur de script.</translation>
+        <translation>Maintenez la touche Maj enfoncée pour démarrer le débogueur de script.</translation>
     </message>
     <message>
         <source>Settings of %1…</source>
@@ -344,7 +344,7 @@
     </message>
     <message>
         <source>Previous</source>
-        <translation>Précédent</translation>
+        <translation>Précédente</translation>
     </message>
     <message>
         <source>Previous match (Shift+F3)</source>
@@ -352,7 +352,7 @@
     </message>
     <message>
         <source>Next</source>
-        <translation>Suivant</translation>
+        <translation>Suivante</translation>
     </message>
     <message>
         <source>Next match (F3)</source>
@@ -440,7 +440,7 @@
     </message>
     <message>
         <source>Errors only</source>
-        <translation>Erreurs uniquement</translation>
+        <translation>Erreurs seules</translation>
     </message>
     <message>
         <source>Show errors only</source>
@@ -456,7 +456,7 @@
     </message>
     <message>
         <source>Clear</source>
-        <translation>Effacer</translation>
+        <translation>Vider</translation>
     </message>
     <message>
         <source>Clear the messages</source>
@@ -542,7 +542,7 @@
     </message>
     <message>
         <source>link table %1</source>
-        <translation>liaison %1</translation>
+        <translation>table de liaison %1</translation>
     </message>
     <message>
         <source>Table: %1</source>
@@ -610,19 +610,19 @@
     </message>
     <message>
         <source>one-to-one</source>
-        <translation>1 à 1</translation>
+        <translation>1-1</translation>
     </message>
     <message>
         <source>one-to-many</source>
-        <translation>1 à n</translation>
+        <translation>1-n</translation>
     </message>
     <message>
         <source>many-to-one</source>
-        <translation>n à 1</translation>
+        <translation>n-1</translation>
     </message>
     <message>
         <source>many-to-many</source>
-        <translation>n à n</translation>
+        <translation>n-m</translation>
     </message>
     <message>
         <source>(no type)</source>
@@ -646,7 +646,7 @@
     </message>
     <message>
         <source>not null</source>
-        <translation>non nulle</translation>
+        <translation>NOT NULL</translation>
     </message>
     <message>
         <source>transient</source>
@@ -720,7 +720,7 @@
     </message>
     <message>
         <source>&amp;Clear this list</source>
-        <translation>&amp;Effacer cette liste</translation>
+        <translation>&amp;Vider cette liste</translation>
     </message>
     <message>
         <source>Projects (*.korv)</source>
@@ -908,7 +908,7 @@
     </message>
     <message>
         <source>Tools</source>
-        <translation>Outils</translation>
+        <translation>Barre d&apos;outils</translation>
     </message>
     <message>
         <source>Korvane - Scripts</source>
@@ -1057,11 +1057,11 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     </message>
     <message>
         <source>Open folder</source>
-        <translation>Ouvrir le répertoire</translation>
+        <translation>Ouvrir le dossier</translation>
     </message>
     <message>
         <source>Open the folder where the script is</source>
-        <translation>Ouvrir le répertoire où se trouve le script</translation>
+        <translation>Ouvrir le dossier où se trouve le script</translation>
     </message>
 </context>
 <context>
@@ -1084,7 +1084,7 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     </message>
     <message>
         <source>The script is very large. Only the first %1 of %2 are shown here.</source>
-        <translation>Le script est très volumineux. Seuls les premiers %1 sur %2 sont affichés ici.</translation>
+        <translation>Le script est très volumineux. Seul le début est affiché ici (%1 sur %2).</translation>
     </message>
     <message>
         <source>Lines of more than %1 characters are cut off here.</source>
@@ -1190,7 +1190,7 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     </message>
     <message>
         <source>Migration scripts from a class model</source>
-        <translation>Des scripts de migration à partir d&apos;un modèle de classes</translation>
+        <translation>Scripts de migration à partir d&apos;un modèle de classes</translation>
     </message>
     <message>
         <source>Recent projects</source>
@@ -1216,11 +1216,11 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     <name>plugin::ddl_export</name>
     <message>
         <source>Export to DDL SQL script file</source>
-        <translation>Exporter vers un fichier script SQL DDL</translation>
+        <translation>Exporter vers un fichier de script SQL DDL</translation>
     </message>
     <message>
         <source>This plugin exports current opened project to a DDL SQL script file.</source>
-        <translation>Ce plugin exporte le projet ouvert vers un fichier script SQL DDL.</translation>
+        <translation>Ce plugin exporte le projet ouvert vers un fichier de script SQL DDL.</translation>
     </message>
     <message>
         <source>
@@ -1256,7 +1256,7 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
         <source>
   --KorvGenericDDLExport_custom_javacript=&quot;&lt;Custom JS&gt;&quot; : [Optional] Custom script (javascript file) to change the default behaviour of the export process</source>
         <translation>
-  --KorvGenericDDLExport_custom_javacript=&quot;&lt;JS personnalisé&gt;&quot; : [Optionnel] Script personnalisé (fichier javascript) pour modifier le comportement par défaut de l&apos;export</translation>
+  --KorvGenericDDLExport_custom_javacript=&quot;&lt;JS personnalisé&gt;&quot; : [Optionnel] Script personnalisé (fichier JavaScript) pour modifier le comportement par défaut de l&apos;export</translation>
     </message>
     <message>
         <source>Error loading plugin settings : </source>
@@ -1273,7 +1273,7 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     <message>
         <source>Export directory &apos;%1&apos; doesn&apos;t exist.
 Do you want to create it and start the export process ?</source>
-        <translation>Le répertoire d&apos;export &apos;%1&apos; n&apos;existe pas.
+        <translation>Le dossier d&apos;export &apos;%1&apos; n&apos;existe pas.
 Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
@@ -1285,7 +1285,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <name>plugin::ddl_export_builder</name>
     <message>
         <source>Directory to create DDL SQL script doesn&apos;t exist : %1</source>
-        <translation>Le répertoire où créer le script SQL DDL n&apos;existe pas : %1</translation>
+        <translation>Le dossier où créer le script SQL DDL n&apos;existe pas : %1</translation>
     </message>
     <message>
         <source>There is no plugin associated to the DDL builder class</source>
@@ -1313,7 +1313,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>%1 : create extra-table DDL SQL script for relationship n-n &apos;%2&apos; (%3)</source>
-        <translation>%1 : script SQL DDL de création de la table de liaison de la relation n-n &apos;%2&apos; (%3)</translation>
+        <translation>%1 : script SQL DDL de création de la table de liaison de la relation n-m &apos;%2&apos; (%3)</translation>
     </message>
     <message>
         <source>%1 : add foreign key DDL SQL script for entity &apos;%2&apos; : property &apos;%3&apos;, target entity &apos;%4&apos; (%5)</source>
@@ -1375,7 +1375,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>Cannot get temp directory to extract tag project state</source>
-        <translation>Impossible d&apos;obtenir un répertoire temporaire pour extraire la version étiquetée du projet</translation>
+        <translation>Impossible d&apos;obtenir un dossier temporaire pour extraire la version étiquetée du projet</translation>
     </message>
     <message>
         <source>An error occurred loading project tag &apos;%1&apos; :
@@ -1413,7 +1413,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>it is a symbolic link that leads out of the export folder, to %1; remove it</source>
-        <translation>c&apos;est un lien symbolique qui mène hors du répertoire d&apos;export, vers %1 ; supprimez-le</translation>
+        <translation>c&apos;est un lien symbolique qui mène hors du dossier d&apos;export, vers %1 ; supprimez-le</translation>
     </message>
     <message>
         <source>it exists, but is not a file</source>
@@ -1471,7 +1471,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>&amp;Run to action…</source>
-        <translation>&amp;Exécuter jusqu&apos;à l&apos;action…</translation>
+        <translation>&amp;Jusqu&apos;à l&apos;action…</translation>
     </message>
     <message>
         <source>Toggle &amp;breakpoint</source>
@@ -1622,7 +1622,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <name>tools::script_step</name>
     <message>
         <source>none</source>
-        <translation>aucun</translation>
+        <translation>aucune</translation>
     </message>
     <message>
         <source>Project</source>
@@ -1663,7 +1663,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
         <source>  2- execute the export process : you will be able to debug your custom javascript (putting a breakpoint for example).
 
 </source>
-        <translation>  2- lancez l&apos;export : vous pourrez déboguer votre script javascript (en posant un point d&apos;arrêt par exemple).
+        <translation>  2- lancez l&apos;export : vous pourrez déboguer votre script JavaScript (en posant un point d&apos;arrêt par exemple).
 
 </translation>
     </message>
@@ -1677,11 +1677,11 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
 Other note : another way to start the debugger is to press the SHIFT key on the keyboard when executing the export process.</source>
         <translation>
 
-Autre remarque : le débogueur démarre également si vous maintenez la touche MAJ du clavier enfoncée en lançant l&apos;export.</translation>
+Autre remarque : le débogueur démarre également si vous maintenez la touche Maj du clavier enfoncée en lançant l&apos;export.</translation>
     </message>
     <message>
         <source>Directory doesn&apos;t exist : &apos;%1&apos;</source>
-        <translation>Le répertoire n&apos;existe pas : &apos;%1&apos;</translation>
+        <translation>Le dossier n&apos;existe pas : &apos;%1&apos;</translation>
     </message>
     <message>
         <source>Custom script file doesn&apos;t exist : &apos;%1&apos;</source>
@@ -1763,7 +1763,7 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>Build database schema evolution : 1 DDL SQL script file per project version</source>
-        <translation>Générer l&apos;évolution du schéma : 1 fichier script SQL DDL par version du projet</translation>
+        <translation>Générer l&apos;évolution du schéma : 1 fichier de script SQL DDL par version du projet</translation>
     </message>
     <message>
         <source>Build full database schema + schema evolution</source>
@@ -1779,11 +1779,11 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>Custom script (javascript file) to change the default behaviour of the export process</source>
-        <translation>Script personnalisé (fichier javascript) pour modifier le comportement par défaut de l&apos;export</translation>
+        <translation>Script personnalisé (fichier JavaScript) pour modifier le comportement par défaut de l&apos;export</translation>
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Note :&lt;/span&gt; to change the default behaviour of the export process, you can write your own custom javascript file.&lt;br/&gt;There is a custom javascript example file in the &lt;span style=&quot; font-style:italic;&quot;&gt;./samples/&lt;/span&gt; directory of Korvane package (&lt;span style=&quot; font-style:italic;&quot;&gt;./samples/custom_script.js&lt;/span&gt;).&lt;br/&gt;You can open this example file to have more details about how to implement your own custom javascript file.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Remarque :&lt;/span&gt; pour modifier le comportement par défaut de l&apos;export, vous pouvez écrire votre propre fichier javascript.&lt;br/&gt;Un exemple se trouve dans le répertoire &lt;span style=&quot; font-style:italic;&quot;&gt;./samples/&lt;/span&gt; de Korvane (&lt;span style=&quot; font-style:italic;&quot;&gt;./samples/custom_script.js&lt;/span&gt;).&lt;br/&gt;Ouvrez ce fichier d&apos;exemple pour savoir comment écrire votre propre fichier javascript.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Remarque :&lt;/span&gt; pour modifier le comportement par défaut de l&apos;export, vous pouvez écrire votre propre fichier JavaScript.&lt;br/&gt;Un exemple se trouve dans le dossier &lt;span style=&quot; font-style:italic;&quot;&gt;./samples/&lt;/span&gt; de Korvane (&lt;span style=&quot; font-style:italic;&quot;&gt;./samples/custom_script.js&lt;/span&gt;).&lt;br/&gt;Ouvrez ce fichier d&apos;exemple pour savoir comment écrire votre propre fichier JavaScript.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Custom script file :</source>
@@ -1799,7 +1799,7 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>Debug custom javascript file</source>
-        <translation>Déboguer le fichier javascript personnalisé</translation>
+        <translation>Déboguer le fichier JavaScript personnalisé</translation>
     </message>
     <message>
         <source>Documentation - Manual - User guide</source>
@@ -1807,7 +1807,7 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>Ok</source>
-        <translation>Ok</translation>
+        <translation>OK</translation>
     </message>
     <message>
         <source>Cancel</source>

@@ -201,7 +201,7 @@ void tst_translations::theWindowSpeaksTheLanguageOfTheUser_data()
     QTest::addColumn<QString>("text");
     const QString english = QStringLiteral("Failed");
     const QString french = QStringLiteral("Échec");
-    const QString german = QStringLiteral("Gescheitert");
+    const QString german = QStringLiteral("Fehlgeschlagen");
     QTest::newRow("nothing") << QStringList() << english;
     QTest::newRow("C") << QStringList{"LC_ALL=C.UTF-8"} << english;
     QTest::newRow("C overrules LANGUAGE and LANG")
