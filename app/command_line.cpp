@@ -111,7 +111,9 @@ parser::parser()
 
     CLI::App * const import = add(command_line::import, "import",
                                   "Create a project from a model in text form, or replace a project's model");
-    import->add_option("MODEL.json", modelFile, "The model in text form")->required()->type_name("");
+    import->add_option("MODEL.json", modelFile, "The model in text form; - reads it from standard input")
+        ->required()
+        ->type_name("");
     addProject(import);
     addProject(add(command_line::dump, "dump", "Print the text form of a project"));
     CLI::App * const tag =
@@ -290,7 +292,7 @@ QString workingFolderProblem(const command_line & line)
 {
     const QStringList files{line.modelFile, line.projectFile};
     const auto relative = std::find_if(files.cbegin(), files.cend(), [](const QString & file) {
-        return !file.isEmpty() && QDir::isRelativePath(file);
+        return !file.isEmpty() && file != QLatin1String("-") && QDir::isRelativePath(file);
     });
     std::error_code error;
     QString folder;

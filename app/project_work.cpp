@@ -12,6 +12,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cstdio>
+
 namespace app {
 
 namespace {
@@ -28,8 +30,41 @@ zk::ZkBool resultOf(const QSqlError & error)
     return error.isValid() ? zk::ZkBool::failure(error.text()) : zk::ZkBool::success();
 }
 
+const QString StandardInput = QStringLiteral("-");
+
+/// What messages call the text `name`.
+QString sourceOf(const QString & name)
+{
+    return name == StandardInput ? QStringLiteral("standard input") : QDir::toNativeSeparators(name);
+}
+
+/// Reads what comes to its end when the other side ends, however large that turns out to be.
+zk::ZkBool readStandardInput(QByteArray & text)
+{
+    QFile input;
+    if (!input.open(stdin, QIODevice::ReadOnly)) {
+        return fileFailure(sourceOf(StandardInput),
+                           QStringLiteral("cannot be read (%1)").arg(input.errorString()));
+    }
+    constexpr qint64 piece = 1024 * 1024; // bytes
+    for (QByteArray more = input.read(piece); !more.isEmpty(); more = input.read(piece)) {
+        text += more;
+        if (text.size() > TextLimit) {
+            return fileFailure(sourceOf(StandardInput),
+                               QStringLiteral("is too large for the text form of a project"));
+        }
+    }
+    return input.error() == QFileDevice::NoError
+               ? zk::ZkBool::success()
+               : fileFailure(sourceOf(StandardInput),
+                             QStringLiteral("cannot be read (%1)").arg(input.errorString()));
+}
+
 zk::ZkBool readText(const QString & name, QByteArray & text)
 {
+    if (name == StandardInput) {
+        return readStandardInput(text);
+    }
     const tools::file_status status = tools::fileStatus(name);
     if (status.kind == tools::file_status::missing) {
         return fileFailure(name, QStringLiteral("does not exist; check the name"));
@@ -83,7 +118,7 @@ import_result importText(const QString & modelFile, const QString & projectFile)
     if (done.result = readText(modelFile, text); !done.result) {
         return done;
     }
-    const QString source = QDir::toNativeSeparators(modelFile);
+    const QString source = sourceOf(modelFile);
     done.result = resultOf(storage::project_file::replace(
         projectFile, [&](const model::project * existing, model::project & project) {
             done.warnings.clear();

@@ -26,8 +26,8 @@ struct import_result
     long entities = 0;
     QStringList warnings; ///< one line each, beginning with the name of the text
 };
-/// Creates the project file `projectFile` from the text form in `modelFile`, or replaces its model; settings
-/// and versions stay.
+/// Creates the project file `projectFile` from the text form in `modelFile` ("-" is standard input), or
+/// replaces its model; settings and versions stay.
 [[nodiscard]] import_result importText(const QString & modelFile, const QString & projectFile);
 
 /// Whether an import into `projectFile` would replace the model of what is there.

@@ -687,6 +687,7 @@ private Q_SLOTS:
                  result.errors.constData());
     }
 
+    void importFromStandardInput();
     void importIntoAnEmptyFile();
     void exportEndToEnd();
     void exportNeedsNoDisplay();
@@ -700,6 +701,28 @@ private Q_SLOTS:
     void exportWithAScript();
     void scriptThatDoesNotEnd();
 };
+
+void tst_command_line::importFromStandardInput()
+{
+    QFile model(file(QStringLiteral("shop.json")));
+    QVERIFY(model.open(QIODevice::ReadOnly));
+    const QString project = file(QStringLiteral("piped.korv"));
+    const program_result result =
+        runProgram({QStringLiteral("import"), QStringLiteral("-"), project}, {}, model.readAll());
+    QCOMPARE(result.errors, QByteArray());
+    QCOMPARE(result.status, 0);
+    QCOMPARE(runProgram({QStringLiteral("dump"), project}).output,
+             runProgram({QStringLiteral("dump"), m_sProject}).output);
+    const program_result bad =
+        runProgram({QStringLiteral("import"), QStringLiteral("-"), project}, {}, "{\"name\": 1}");
+    QCOMPARE(bad.status, 1);
+    QCOMPARE(bad.errors, QByteArray("standard input: field 'format' is missing\n"));
+    const program_result closed = support::runShell(
+        QStringLiteral("'%1' import - '%2' <&-").arg(QStringLiteral(KORVANE_PROGRAM), project), {});
+    QCOMPARE(closed.status, 1);
+    QCOMPARE(closed.errors, QByteArray("standard input: cannot be read (Bad file descriptor)\n"));
+    QVERIFY(!QFile::exists(file(QStringLiteral("-"))));
+}
 
 void tst_command_line::importIntoAnEmptyFile()
 {
