@@ -176,7 +176,7 @@ private:
         bool ok = false;
         const long count = m_sText.trimmed().toLong(&ok);
         if (!ok || count < 0) {
-            fail(QStringLiteral("the count is no number of items"));
+            fail(QStringLiteral("the count is not a number of items"));
             return;
         }
         while (m_iItems < count && expectItem()) {

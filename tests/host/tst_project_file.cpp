@@ -552,6 +552,25 @@ private Q_SLOTS:
         QSqlDatabase::removeDatabase("other");
         QVERIFY(!read(m_sFile, project).isValid());
     }
+    void rightsStay()
+    {
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        const QByteArray name = QFile::encodeName(m_sFile);
+        QCOMPARE(chmod(name.constData(), 0640), 0);
+        if (geteuid() == 0) {
+            QCOMPARE(chown(name.constData(), 65534, 65533), 0);
+        }
+        struct stat before = {};
+        QCOMPARE(stat(name.constData(), &before), 0);
+        QVERIFY(!write(m_sFile, *projectOf(textOf(""))).isValid());
+        int number = 0;
+        QVERIFY(!storage::history::tag(m_sFile, "x", number).isValid());
+        struct stat after = {};
+        QCOMPARE(stat(name.constData(), &after), 0);
+        QCOMPARE(after.st_mode, before.st_mode);
+        QCOMPARE(after.st_uid, before.st_uid);
+        QCOMPARE(after.st_gid, before.st_gid);
+    }
     void readOnly()
     {
         // Permissions do not bind the super-user, who lets somebody else try.
@@ -589,7 +608,13 @@ private Q_SLOTS:
                                                             QFile::ReadOther | QFile::ExeOther));
         const support::run_result imported = korvane({"import", path("shop.json"), path("new.korv")});
         QVERIFY(QFile::setPermissions(m_folder->path(), former));
-        QVERIFY(imported.err.startsWith(path("new.korv").toUtf8() + ": cannot be created ("));
+        QCOMPARE(imported.err,
+                 path("new.korv").toUtf8() + ": cannot be created (Permission denied); check its folder\n");
+        // What is there cannot be told from what is not.
+        QVERIFY(
+            QFile::setPermissions(m_folder->path(), QFile::ReadOwner | QFile::ExeOwner | QFile::WriteOwner));
+        QCOMPARE(korvane({"dump", m_sFile}).err, m_sFile.toUtf8() + ": cannot be opened (Permission denied); "
+                                                                    "check the permissions of its folder\n");
     }
     void aFullDisk()
     {
