@@ -15,6 +15,7 @@
 ///   static QString zkTable(), static QStringList zkColumns() (what an insert binds),
 ///   static QStringList zkFetchColumns() (what a fetch reads),
 ///   void zkRead(const QSqlQuery &, const QSqlDatabase &), QVariantList zkBind() const.
+/// An error names the file of the database and the reason.
 namespace zk::dao {
 
 /// Appends every record that `query` selects to `list`, keyed by its 0-based position. On an error the list
@@ -30,13 +31,13 @@ QSqlError fetchByQuery(ZkCollection<long, std::shared_ptr<R>> & list, const ZkSq
     q.setForwardOnly(true);
     if (!q.prepare(QStringLiteral("SELECT ") + R::zkFetchColumns().join(QStringLiteral(", ")) +
                    QStringLiteral(" FROM ") + R::zkTable() + query.getSql())) {
-        return q.lastError();
+        return ZkSqlDatabase::describe(database, q.lastError());
     }
     for (const QVariant & value : query.getBoundValues()) {
         q.addBindValue(value);
     }
     if (!q.exec()) {
-        return q.lastError();
+        return ZkSqlDatabase::describe(database, q.lastError());
     }
     ZkCollection<long, std::shared_ptr<R>> fetched;
     while (q.next()) {
@@ -45,7 +46,7 @@ QSqlError fetchByQuery(ZkCollection<long, std::shared_ptr<R>> & list, const ZkSq
         fetched.insert(fetched.count(), record);
     }
     if (q.lastError().isValid()) {
-        return q.lastError();
+        return ZkSqlDatabase::describe(database, q.lastError());
     }
     const std::lock_guard lock(list.mutex());
     for (const std::shared_ptr<R> & record : fetched.values()) {
@@ -63,12 +64,12 @@ QSqlError deleteByQuery(const ZkSqlQuery & query, const QSqlDatabase & database)
     }
     QSqlQuery q(database);
     if (!q.prepare(QStringLiteral("DELETE FROM ") + R::zkTable() + query.getSql())) {
-        return q.lastError();
+        return ZkSqlDatabase::describe(database, q.lastError());
     }
     for (const QVariant & value : query.getBoundValues()) {
         q.addBindValue(value);
     }
-    return q.exec() ? QSqlError() : q.lastError();
+    return q.exec() ? QSqlError() : ZkSqlDatabase::describe(database, q.lastError());
 }
 
 /// Inserts all records of `list`, in order; stops at the first error.
@@ -84,7 +85,7 @@ QSqlError insert(const ZkCollection<long, std::shared_ptr<R>> & list, const QSql
     if (!q.prepare(QStringLiteral("INSERT INTO ") + R::zkTable() + QStringLiteral(" (") +
                    columns.join(QStringLiteral(", ")) + QStringLiteral(") VALUES (") +
                    marks.join(QStringLiteral(", ")) + QLatin1Char(')'))) {
-        return q.lastError();
+        return ZkSqlDatabase::describe(database, q.lastError());
     }
     for (const std::shared_ptr<R> & record : list.values()) {
         const QVariantList values = record->zkBind();
@@ -92,7 +93,7 @@ QSqlError insert(const ZkCollection<long, std::shared_ptr<R>> & list, const QSql
             q.bindValue(static_cast<int>(i), values.at(i));
         }
         if (!q.exec()) {
-            return q.lastError();
+            return ZkSqlDatabase::describe(database, q.lastError());
         }
     }
     return {};

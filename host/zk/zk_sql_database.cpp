@@ -125,4 +125,9 @@ QSqlError ZkSqlDatabase::openError(const QSqlDatabase & database)
                : QSqlError(QString(), QStringLiteral("The database is not open"), QSqlError::ConnectionError);
 }
 
+QSqlError ZkSqlDatabase::describe(const QSqlDatabase & database, const QSqlError & error)
+{
+    return sqlite::describe(sqlite::fileOf(database), error, database);
+}
+
 } // namespace zk

@@ -23,6 +23,10 @@ public:
 
     /// Why `database` is not open; invalid when it is.
     [[nodiscard]] static QSqlError openError(const QSqlDatabase & database);
+
+    /// `error` of the open `database` with the name of its file, the reason and what to do; an invalid one
+    /// stays so.
+    [[nodiscard]] static QSqlError describe(const QSqlDatabase & database, const QSqlError & error);
 };
 
 } // namespace zk

@@ -214,6 +214,16 @@ private Q_SLOTS:
         QCOMPARE(list.count(), 1L);
     }
 
+    void errorsNameTheFile()
+    {
+        const QSqlDatabase db = database();
+        QVERIFY(!QSqlQuery("DROP TABLE t_plugin_params", db).lastError().isValid());
+        const QString expected = m_sFile + ": no such table: t_plugin_params";
+        list_of_params list;
+        QCOMPARE(zk::dao::fetchByQuery(list, zk::ZkSqlQuery(), db).text(), expected);
+        QCOMPARE(zk::dao::deleteByQuery<plugin_params>(zk::ZkSqlQuery(), db).text(), expected);
+        QCOMPARE(zk::dao::insert(list, db).text(), expected);
+    }
     void aSessionCommits()
     {
         {
