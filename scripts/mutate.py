@@ -247,14 +247,23 @@ def notice(fault, tests, seconds, reached, noticed):
 
 
 def explained_faults():
-    """(file, text before, text after) of the faults that the table of MUTANTS.md explains."""
-    rows = set()
+    """The rows of the table in MUTANTS.md, as patterns of (file, line before, line after); "…" stands for any text."""
+    def pattern(cell):
+        parts = cell.strip("`").replace("\\|", "|").split("…")
+        return re.compile(".*".join(re.escape(part) for part in parts) + r"\Z")
+
+    rows = []
     if EXPLAINED.exists():
         for line in EXPLAINED.read_text().splitlines():
             cells = [c.strip() for c in re.split(r"(?<!\\)\|", line)]
             if len(cells) >= 6 and cells[1].startswith("`"):
-                rows.add(tuple(c.strip("`").replace("\\|", "|") for c in cells[1:4]))
+                rows.append(tuple(pattern(cell) for cell in cells[1:4]))
     return rows
+
+
+def is_explained(fault, rows):
+    return any(file.match(fault.file) and before.match(fault.before) and after.match(fault.after)
+               for file, before, after in rows)
 
 
 def try_all(faults, tests, seconds, reached, jobs):
@@ -315,8 +324,8 @@ def main():
     chosen = chosen_faults(faults, arguments)
     print(f"{len(chosen)} of {len(faults)} faults, {len(tests)} tests", flush=True)
     survivors = try_all(chosen, tests, seconds, reached, arguments.jobs)
-    known = explained_faults()
-    unknown = [f for f in survivors if (f.file, f.before, f.after) not in known]
+    rows = explained_faults()
+    unknown = [f for f in survivors if not is_explained(f, rows)]
     if arguments.report:
         pathlib.Path(arguments.report).write_text("".join(f"{f}\n" for f in survivors))
     noticed = len(chosen) - len(survivors)
