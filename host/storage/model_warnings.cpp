@@ -4,6 +4,7 @@
 
 #include "model/project.h"
 #include "model/property_type.h"
+#include "model/relationship.h"
 
 #include <QHash>
 #include <QSet>
@@ -29,12 +30,27 @@ QSet<QString> columnsOf(const model::entity & entity)
     return columns;
 }
 
+bool isManyToMany(const model::property & p)
+{
+    return p.hasRelationship() && !p.isTransient() &&
+           p.getRelation()->getType() == model::relationship::many_to_many;
+}
+
+/// Whether the other side of the many-to-many `relation` describes the link table, and this one leaves it to
+/// it.
+bool isDescribedByInverse(const model::relationship & relation)
+{
+    const auto inverse = relation.getInverse();
+    return relation.getExtraTable().isEmpty() && relation.getForeignKey().isEmpty() &&
+           relation.getForeignKeyOwner().isEmpty() && inverse && isManyToMany(*inverse) &&
+           !inverse->getRelation()->getExtraTable().isEmpty();
+}
+
 /// What a many-to-many of `p` lacks for its link table.
 QStringList missingLinkFields(const model::property & p)
 {
     QStringList missing;
-    if (!p.hasRelationship() || p.isTransient() ||
-        p.getRelation()->getType() != model::relationship::many_to_many) {
+    if (!isManyToMany(p) || isDescribedByInverse(*p.getRelation())) {
         return missing;
     }
     const model::relationship & relation = *p.getRelation();
