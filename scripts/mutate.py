@@ -198,7 +198,7 @@ def run_test(test, extra, limit):
     """Whether `test` passes within `limit` seconds; in a folder and a group of processes of its own."""
     with tempfile.TemporaryDirectory(prefix="korvane-mutate-") as folder:
         os.chmod(folder, 0o1777)  # some tests start programs as a user with fewer rights
-        environment = {**os.environ, **test.environment, "TMPDIR": folder, **extra}
+        environment = {**os.environ, **test.environment, "QTEST_DISABLE_STACK_DUMP": "1", "TMPDIR": folder, **extra}
         process = subprocess.Popen(test.command, env=environment, cwd=folder, stdin=subprocess.DEVNULL,
                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
         try:
