@@ -131,6 +131,52 @@ private Q_SLOTS:
         QVERIFY(project);
         QCOMPARE(propertyOf(*project, 0, 6)->getRelation()->getId(), 8L);
     }
+    void namesThePlaceOfANamelessEnumeration()
+    {
+        const auto project = support::projectOf(m_text);
+        QVERIFY(project);
+        project->getListOfEnumeration()->getByIndex(1)->setName(QString());
+        const QTemporaryDir folder;
+        const QSqlError error = storage::project_file::write(folder.filePath("shop.korv"), *project);
+        QVERIFY2(error.text().endsWith("shop.korv: enumerations[1]: field 'name' must not be empty"),
+                 qPrintable(error.text()));
+    }
+    void namesThePlaceOfANamelessProperty()
+    {
+        const auto project = support::projectOf(m_text);
+        QVERIFY(project);
+        propertyOf(*project, 1, 2)->setName(QString());
+        const QTemporaryDir folder;
+        const QSqlError error = storage::project_file::write(folder.filePath("shop.korv"), *project);
+        QVERIFY2(error.text().endsWith(
+                     "shop.korv: entities[1] 'tag' / properties[2]: field 'name' must not be empty"),
+                 qPrintable(error.text()));
+    }
+    void showsTheEndsOfALongCircle_data()
+    {
+        QTest::addColumn<int>("entities");
+        QTest::addColumn<QString>("circle");
+        QTest::newRow("all") << 5 << "'e1' -> 'e2' -> 'e3' -> 'e4' -> 'e5' -> 'e1'";
+        QTest::newRow("cut") << 6 << "'e1' -> 'e2' -> 'e3' -> 'e4' -> 'e5' -> ... -> 'e1'";
+        QTest::newRow("long") << 9 << "'e1' -> 'e2' -> 'e3' -> 'e4' -> 'e5' -> ... -> 'e1'";
+    }
+    void showsTheEndsOfALongCircle()
+    {
+        QFETCH(int, entities);
+        QFETCH(QString, circle);
+        QByteArray text;
+        for (int e = 1; e <= entities; ++e) {
+            const QByteArray number = QByteArray::number(e);
+            const QByteArray next = QByteArray::number(e % entities + 1);
+            text += (e > 1 ? ", " : "") + QByteArray("{\"id\": ") + number + ", \"name\": \"e" + number +
+                    "\", \"properties\": [{\"name\": \"k\", \"identifier\": true, \"relationship\": "
+                    "{\"type\": \"many-to-one\", \"target\": " +
+                    next + "}}]}";
+        }
+        QCOMPARE(support::errorOf(support::textOf(text)),
+                 "shop.json: entities[0] 'e1': identifiers refer to each other in a circle: " + circle +
+                     "; give one of them a plain type");
+    }
 
 private:
     QByteArray m_text;

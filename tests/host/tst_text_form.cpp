@@ -229,6 +229,29 @@ private Q_SLOTS:
         }
         QTest::newRow("mark alone") << QByteArray("\xff\xfe") << "UTF-16";
     }
+    void bytesOfNoEncodingAreNotNamedOne_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::newRow("half of a mark") << QByteArray("\xff{", 2);
+        QTest::newRow("other half of a mark") << QByteArray("{\xfe", 2);
+        QTest::newRow("half of the other mark") << QByteArray("\xfe{", 2);
+        QTest::newRow("other half of the other mark") << QByteArray("{\xff", 2);
+        QTest::newRow("mark of four, cut") << QByteArray("{\0\xfe\xff", 4);
+        QTest::newRow("mark of four, half") << QByteArray("\0\0\xfe{", 4);
+        QTest::newRow("mark of four, other half") << QByteArray("\0\0{\xff", 4);
+        QTest::newRow("one empty byte") << QByteArray("{\0ab", 4);
+        QTest::newRow("one empty byte in front") << QByteArray("\0{ab", 4);
+        QTest::newRow("an empty byte at the end") << QByteArray("{ab\0", 4);
+        QTest::newRow("two empty bytes at the end") << QByteArray("{a\0\0", 4);
+        QTest::newRow("empty in the third place") << QByteArray("{a\0b", 4);
+    }
+    void bytesOfNoEncodingAreNotNamedOne()
+    {
+        QFETCH(QByteArray, text);
+        const QString error = errorOf(text);
+        QVERIFY(!error.isEmpty());
+        QVERIFY2(!error.contains("the text is in UTF"), qPrintable(error));
+    }
     void otherEncodingsAreNamed()
     {
         QFETCH(QByteArray, text);
