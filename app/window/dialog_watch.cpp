@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QEvent>
+#include <QMessageBox>
 
 namespace app {
 
@@ -15,8 +16,10 @@ bool dialog_watch::eventFilter(QObject * watched, QEvent * event)
 {
     if (event->type() == QEvent::Show && watched->isWidgetType()) {
         if (auto * const dialog = qobject_cast<QDialog *>(watched)) {
-            connect(dialog, &QDialog::finished, this,
-                    [this](int result) { m_bGivenUp = result == QDialog::Rejected; });
+            // A message box tells its button, any other dialog only whether it was accepted.
+            connect(dialog, &QDialog::finished, this, [this](int result) {
+                m_bGivenUp = result == QDialog::Rejected || result == QMessageBox::Cancel;
+            });
         }
     }
     return QObject::eventFilter(watched, event);
