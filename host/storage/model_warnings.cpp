@@ -36,21 +36,12 @@ bool isManyToMany(const model::property & p)
            p.getRelation()->getType() == model::relationship::many_to_many;
 }
 
-/// Whether the other side of the many-to-many `relation` describes the link table, and this one leaves it to
-/// it.
-bool isDescribedByInverse(const model::relationship & relation)
-{
-    const auto inverse = relation.getInverse();
-    return relation.getExtraTable().isEmpty() && relation.getForeignKey().isEmpty() &&
-           relation.getForeignKeyOwner().isEmpty() && inverse && isManyToMany(*inverse) &&
-           !inverse->getRelation()->getExtraTable().isEmpty();
-}
-
-/// What a many-to-many of `p` lacks for its link table.
+/// What a many-to-many of `p` lacks for its link table and for its foreign key, which the other side, however
+/// complete it is, does not make for it.
 QStringList missingLinkFields(const model::property & p)
 {
     QStringList missing;
-    if (!isManyToMany(p) || isDescribedByInverse(*p.getRelation())) {
+    if (!isManyToMany(p)) {
         return missing;
     }
     const model::relationship & relation = *p.getRelation();
@@ -72,7 +63,7 @@ QStringList warningsOf(const model::property & p, const QSet<QString> & columns)
     if (const QStringList missing = missingLinkFields(p); !missing.isEmpty()) {
         result.append(
             QStringLiteral("a many-to-many needs relationship field %1, or the scripts make no usable "
-                           "link table")
+                           "link table or foreign key")
                 .arg(missing.join(QStringLiteral(", "))));
     }
     const qsizetype types = p.getType() ? p.getType()->getCppTypes().size() : 0;

@@ -62,14 +62,18 @@ private Q_SLOTS:
         QCOMPARE(entityOf(*m_project, 0)->getKey(), QString("k"));
         QCOMPARE(entityOf(*m_project, 2)->getKey(), QString("empty"));
     }
-    void leavesTheLinkTableToTheOtherSide()
+    void warnsOfAManyToManyThatLeavesItsFieldsToTheOtherSide()
     {
-        // Only the one-to-one lacks something: 's' is the other side of 'q', which describes the link table.
+        // 's' is the other side of 'q', which describes the link table: the table is made, but the foreign
+        // key of 's' would have no table and no columns.
         QCOMPARE(
             storage::model_check::warnings(*m_project),
-            QStringList{
+            (QStringList{
                 "entities[0] 'customer' / properties[6] 'o': the foreign key needs a column 'o', which no "
-                "property makes; name an existing one in 'columnName'"});
+                "property makes; name an existing one in 'columnName'",
+                "entities[1] 'tag' / properties[1] 's': a many-to-many needs relationship field "
+                "'extraTable', "
+                "'foreignKey', 'foreignKeyOwner', or the scripts make no usable link table or foreign key"}));
         QByteArray undescribed = m_text;
         undescribed.replace("\"extraTable\": \"x\", \"foreignKey\": \"c\", \"foreignKeyOwner\": \"t\"",
                             "\"extraTable\": \"\"");
@@ -84,7 +88,7 @@ private Q_SLOTS:
         QCOMPARE(storage::model_check::warnings(*halfProject).constLast(),
                  QString("entities[1] 'tag' / properties[1] 's': a many-to-many needs relationship field "
                          "'extraTable', "
-                         "'foreignKeyOwner', or the scripts make no usable link table"));
+                         "'foreignKeyOwner', or the scripts make no usable link table or foreign key"));
     }
 
     void namesThePlaceOfAMissingEnumeration()

@@ -391,7 +391,7 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("fields");
         QTest::addColumn<QStringList>("expected");
         const QString begin = "entities[0] 'e' / properties[0] 'p': a many-to-many needs relationship field ";
-        const QString end = ", or the scripts make no usable link table";
+        const QString end = ", or the scripts make no usable link table or foreign key";
         QTest::newRow("all there") << QByteArray(json("'inverse': 90, 'extraTable': 'l', 'foreignKey': 'a', "
                                                       "'foreignKeyOwner': 'b'"))
                                    << QStringList{};
