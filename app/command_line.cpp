@@ -71,6 +71,7 @@ struct parser
     std::string message;
     std::string pluginName;
     bool answerYes = false;
+    bool noCustomScript = false;
     bool ifChanged = false;
     std::vector<std::pair<CLI::App *, command_line::command_type>> commands;
 
@@ -129,6 +130,8 @@ parser::parser()
         ->add_option("--plugin", pluginName, "Name or file of the plugin; by default the only one found")
         ->type_name("NAME");
     exportCommand->add_flag("-y,--yes", answerYes, "Answer every question with Yes");
+    exportCommand->add_flag("--no-custom-script", noCustomScript,
+                            "Leave the custom script out that the project names");
     exportCommand->footer(ExportHelp);
     add(command_line::plugins, "plugins", "List the plugins found, with their command-line help");
 }
@@ -268,6 +271,7 @@ command_line parsed(const parser & p, export_request & request)
     request.projectFile = line.projectFile;
     request.pluginName = fromStd(p.pluginName);
     request.answerYes = p.answerYes;
+    request.noCustomScript = p.noCustomScript;
     line.request = request;
     return line;
 }

@@ -24,6 +24,7 @@ struct export_request
     QString projectFile;
     QString pluginName; ///< name of the plug-in, or a path of its file; empty for the only one found
     bool answerYes = false;
+    bool noCustomScript = false;                  ///< runs no custom script, whoever names one
     QList<QPair<QString, QString>> pluginOptions; ///< "--Plugin_option" and its value
 };
 /// Runs an export plug-in on a project. Needs a QApplication.

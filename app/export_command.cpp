@@ -7,9 +7,15 @@
 #include "context/ctx_global.h"
 #include "context/ctx_project.h"
 #include "model/project.h"
+#include "plugin/export_details.h"
 #include "plugin/export_interface.h"
+#include "tools/script_permission.h"
 #include "view/main_wnd.h"
 #include "zk/zk_sql_database.h"
+
+#include <QDir>
+
+#include <algorithm>
 
 namespace app {
 
@@ -41,34 +47,95 @@ private:
     view::main_wnd m_wnd;
 };
 
-/// What to do about a window that cannot be shown.
-QString helpAbout(const plugin::export_interface & plugin)
+/// What to say about a dialog that cannot be shown.
+QString helpAbout(const plugin::export_interface & plugin, const QString & title)
 {
     const QString pathOption = QStringLiteral("--%1_path").arg(plugin.getName());
     return hasOption(plugin, pathOption)
-               ? QStringLiteral("Give the export folder with %1=DIR").arg(pathOption)
-               : QStringLiteral(
-                     "Give the settings on the command line ('korvane plugins' lists the options)");
+               ? QStringLiteral(
+                     "No export folder is set. Give one with %1=FOLDER, or store one in the window "
+                     "(Export > Settings of %2)")
+                     .arg(pathOption, plugin.getName())
+               : QStringLiteral("The window '%1' wants a person. Give the settings on the command line "
+                                "('korvane plugins' lists the options)")
+                     .arg(title);
 }
 
-int runExport(plugin::export_interface & plugin, model::project & project, bool answerYes)
+/// A value that an option does not have is taken all the same, as ever; the person learns for what. True when
+/// there was one.
+bool tellStrangeValues(plugin::export_interface & plugin, const export_request & request)
 {
+    const auto * const details = qobject_cast<plugin::export_details *>(&plugin);
+    if (!details) {
+        return false;
+    }
+    bool isTold = false;
+    for (const plugin::command_option & option : details->getCommandLineOptions()) {
+        const auto given = std::find_if(request.pluginOptions.cbegin(), request.pluginOptions.cend(),
+                                        [&option](const auto & pair) { return pair.first == option.name; });
+        QStringList values;
+        bool isKnown = given == request.pluginOptions.cend();
+        for (const plugin::option_value & value : option.values) {
+            values << QStringLiteral("%1 (%2)").arg(value.value, value.name);
+            isKnown = isKnown || given->second == value.value;
+        }
+        if (!isKnown) {
+            isTold = true;
+            printError(QStringLiteral("%1=%2: taken for %3; the values are %4")
+                           .arg(option.name, given->second, details->getTakenFor(option.name, given->second),
+                                values.join(QStringLiteral(", "))));
+        }
+    }
+    return isTold;
+}
+
+/// Why an export wrote nothing, and what helps.
+QString nothingWritten(const export_report & report, const QString & projectFile)
+{
+    return report.isVersionMissing
+               ? report.reasonForNoFile + QStringLiteral("; make one with 'korvane tag %1'")
+                                              .arg(QDir::toNativeSeparators(projectFile))
+               : report.reasonForNoFile;
+}
+
+/// @param isStrange whether a strange value was told, which explains that nothing was written
+int runExport(plugin::export_interface & plugin, model::project & project, const export_request & request,
+              bool isStrange)
+{
+    bool hasError = false;
     export_listener listener;
-    listener.message = [](const QString & text, int type) {
+    listener.message = [&hasError](const QString & text, int type) {
+        hasError = hasError || type == ErrorMessage;
         if (type == ErrorMessage) {
             printError(text);
         } else {
             printLine(oneLine(text));
         }
     };
-    const unattended watch(answerYes, helpAbout(plugin));
+    const unattended watch(request.answerYes,
+                           [&plugin](const QString & title) { return helpAbout(plugin, title); });
+    const tools::script_guard_scope guard([&request](const QString & file, bool isStored) {
+        if (request.noCustomScript) {
+            return tools::script_permission::leave_out;
+        }
+        if (isStored) {
+            printError(QStringLiteral("Custom script of the project: %1 ('--no-custom-script' leaves it out)")
+                           .arg(QDir::toNativeSeparators(file)));
+        }
+        return tools::script_permission::run;
+    });
     const export_report report = runPlugin(plugin, project, listener);
     if (!watch.unanswered().isEmpty()) {
-        printError(watch.unanswered());
+        // An error that was told says more than that a window came up because of it.
+        if (!hasError) {
+            printError(watch.unanswered());
+        }
         return 1;
     }
     if (!report.untoldReason.isEmpty()) {
         printError(report.untoldReason);
+    } else if (!report.reasonForNoFile.isEmpty() && !isStrange) {
+        printError(nothingWritten(report, request.projectFile));
     }
     return report.ok ? 0 : 1;
 }
@@ -95,7 +162,8 @@ int exportProject(const export_request & request)
     static auto * const untilTheEnd = new std::shared_ptr<model::project>;
     *untilTheEnd = project;
     const export_context context(project, request);
-    const int result = runExport(*plugin, *project, request.answerYes);
+    const bool isStrange = tellStrangeValues(*plugin, request);
+    const int result = runExport(*plugin, *project, request, isStrange);
     // What the plug-in holds of the project goes before the project does.
     plugin->setCustomScript(nullptr);
     return result;

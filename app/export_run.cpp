@@ -2,6 +2,7 @@
 
 #include "app/commands.h"
 
+#include "plugin/export_details.h"
 #include "plugin/export_interface.h"
 
 #include <algorithm>
@@ -60,6 +61,11 @@ export_report runPlugin(plugin::export_interface & plugin, model::project & proj
         result = plugin.exportProject(project);
     }
     report.ok = result.getValue();
+    if (const auto * const details = qobject_cast<plugin::export_details *>(&plugin);
+        details && report.ok && report.files.isEmpty()) {
+        report.reasonForNoFile = details->getReasonForNoFile();
+        report.isVersionMissing = details->isVersionMissing();
+    }
     if (!report.ok) {
         const QString reason = result.getDesc().isEmpty()
                                    ? QStringLiteral("The export failed; the plug-in gave no reason")

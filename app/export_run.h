@@ -33,6 +33,9 @@ struct export_report
     bool ok = false;
     /// Why it failed, on one line, unless a message has said it already; empty after a success.
     QString untoldReason;
+    /// Why there is no file after a success, as far as the plug-in tells.
+    QString reasonForNoFile;
+    bool isVersionMissing = false; ///< whether a tagged version would help
     /// Absolute names of the files that the plug-in has written, in that order, also those before a failure.
     QStringList files;
 };

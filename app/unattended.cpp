@@ -65,7 +65,7 @@ QAbstractButton * negativeButton(const QMessageBox & box)
 
 } // namespace
 
-unattended::unattended(bool answerYes, const QString & help) : m_bAnswerYes(answerYes), m_sHelp(help)
+unattended::unattended(bool answerYes, const dialog_help & help) : m_bAnswerYes(answerYes), m_help(help)
 {
     qApp->installEventFilter(this);
 }
@@ -105,7 +105,8 @@ void unattended::answer(QDialog * dialog)
     // What it is about was told by the question that led to it.
     const QString cause =
         m_sAnswered.isEmpty() ? QString() : QStringLiteral(" (after the question: %1)").arg(m_sAnswered);
-    note(QStringLiteral("The window '%1' wants a person. %2%3").arg(title, m_sHelp, cause));
+    // Who has said No knows why nothing comes of it.
+    note(m_bDeclined ? QStringLiteral("Not exported.") : m_help(title) + cause);
     dialog->reject();
 }
 
@@ -123,6 +124,7 @@ void unattended::answerMessage(QMessageBox * box)
         button = positiveButton(*box);
     } else if (isatty(STDIN_FILENO)) {
         button = askAtTerminal(*box, text);
+        m_bDeclined = button && button == negativeButton(*box);
     }
     if (!button) {
         note(text + QStringLiteral(" (-y answers Yes)"));

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+
 class QAbstractButton;
 class QDialog;
 class QMessageBox;
@@ -19,8 +21,10 @@ class unattended : public QObject
     Q_OBJECT
 
 public:
-    /// @param help what to say about a window that cannot be shown
-    unattended(bool answerYes, const QString & help);
+    /// What to say about a dialog, which has a title, that wants a person.
+    using dialog_help = std::function<QString(const QString & title)>;
+
+    unattended(bool answerYes, const dialog_help & help);
     ~unattended() override;
 
     /// One line about the first window that wanted a person and got none; empty when there was none.
@@ -36,8 +40,9 @@ private:
     void note(const QString & line);
 
     bool m_bAnswerYes;
-    QString m_sHelp;
-    QString m_sAnswered; ///< text of the last question
+    dialog_help m_help;
+    QString m_sAnswered;      ///< text of the last question
+    bool m_bDeclined = false; ///< a person has answered No
     QString m_sUnanswered;
 };
 

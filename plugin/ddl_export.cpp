@@ -7,15 +7,20 @@
 #include "model/project.h"
 #include "tools/custom_javascript.h"
 #include "tools/held_dialog.h"
+#include "tools/script_permission.h"
 #include "tools/wait_cursor.h"
 #include "view/ddl_export_settings.h"
 #include "view/main_wnd.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QTextStream>
+
+#include <filesystem>
+#include <system_error>
 
 namespace plugin {
 
@@ -119,14 +124,25 @@ zk::ZkBool ddl_export::exportProject(model::project & project)
     if (project.getName().isEmpty()) {
         return zk::ZkBool::failure(tr("Cannot export project to DDL file : project name is empty"));
     }
+    m_bScriptIsStored = true;
+    m_bVersionMissing = false;
+    m_sReasonForNoFile.clear();
     applyCommandLine();
     zk::ZkBool result(false);
     if (!makeSureExportPathExists(project, result)) {
         return result;
     }
+    if (!mayRunCustomScript()) {
+        return zk::ZkBool::success();
+    }
     if (result = prepareCustomScript(); !result) {
         return result;
     }
+    m_bVersionMissing = getExportDatabaseSchema() == evolution;
+    m_sReasonForNoFile =
+        m_bVersionMissing
+            ? QStringLiteral("Nothing was written: evolution scripts need a tagged version")
+            : QStringLiteral("Nothing was written: the setting for the schema has no such value");
     const tools::wait_cursor cursor;
     const std::shared_ptr<ddl_export_builder> builder = getBuilder(getDatabaseType());
     if (!builder) {
@@ -164,12 +180,27 @@ void ddl_export::applyCommandLine()
     }
     if (const QString script = given("custom_javacript"); !script.isEmpty()) {
         setCustomScriptFile(script);
+        m_bScriptIsStored = false;
     }
 }
 
 bool ddl_export::exportPathExists() const
 {
     return !m_settings.path.isEmpty() && QDir().exists(getDDLExportPath(true));
+}
+
+/// Makes the folder; what goes wrong is told, as the settings dialog that follows gives no reason.
+void ddl_export::createExportPath(const QString & folder)
+{
+    std::error_code code;
+    std::filesystem::create_directories(QFileInfo(folder).filesystemFilePath(), code);
+    if (code) {
+        constexpr int MessageError = 3;
+        constexpr int MessageTimeout = 10000;
+        Q_EMIT onMessage(tr("Export directory '%1' cannot be created (%2)")
+                             .arg(folder, QString::fromLocal8Bit(code.message().c_str())),
+                         MessageError, MessageTimeout);
+    }
 }
 
 /// Asks to create a missing export folder, else lets the user choose one in the settings. False, with
@@ -185,7 +216,7 @@ bool ddl_export::makeSureExportPathExists(model::project & project, zk::ZkBool &
                                       .arg(resolved),
                                   QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
         if (answer == QMessageBox::Yes) {
-            QDir().mkpath(resolved);
+            createExportPath(resolved);
         }
     }
     if (!exportPathExists()) {
@@ -204,9 +235,30 @@ bool ddl_export::makeSureExportPathExists(model::project & project, zk::ZkBool &
     return true;
 }
 
+/// False when the person would rather not export. A script that is to be left out is set no more.
+bool ddl_export::mayRunCustomScript()
+{
+    if (m_settings.customScript.isEmpty() || isDebugging()) {
+        return true;
+    }
+    const QString file =
+        QFileInfo(context::ctx_project::getSingleton().getPathFromProjectFile(m_settings.customScript))
+            .absoluteFilePath();
+    const tools::script_permission permission =
+        tools::askScriptGuard(file, m_bScriptIsStored && !tools::isChosenScript(file));
+    if (permission == tools::script_permission::leave_out) {
+        m_settings.customScript.clear();
+    }
+    return permission != tools::script_permission::cancel;
+}
+
+bool ddl_export::isDebugging() const
+{
+    return getCustomScript() && getCustomScript()->isDebugging();
+}
+
 zk::ZkBool ddl_export::prepareCustomScript()
 {
-    const auto isDebugging = [this] { return getCustomScript() && getCustomScript()->isDebugging(); };
     if (!isDebugging()) {
         setCustomScript(nullptr);
     }

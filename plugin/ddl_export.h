@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plugin/export_details.h"
 #include "plugin/export_interface.h"
 #include "zk/zk_collection.h"
 
@@ -16,9 +17,10 @@ class ddl_export_builder;
 ///
 /// It holds the settings of the export, keeps them in the project's database, and drives a builder that
 /// writes the scripts.
-class ddl_export : public export_interface
+class ddl_export : public export_interface, public export_details
 {
     Q_OBJECT
+    Q_INTERFACES(plugin::export_details)
     Q_PLUGIN_METADATA(IID "KorvGenericDDLExport" FILE "ddl_export.json")
 
 public:
@@ -61,6 +63,11 @@ public:
     QWidget * getPreviewWidget() override;
     void terminate() override;
     zk::ZkBool exportProject(model::project & project) override;
+
+    [[nodiscard]] QList<command_option> getCommandLineOptions() const override;
+    [[nodiscard]] QString getTakenFor(const QString & option, const QString & value) const override;
+    [[nodiscard]] QString getReasonForNoFile() const override { return m_sReasonForNoFile; }
+    [[nodiscard]] bool isVersionMissing() const override { return m_bVersionMissing; }
 
     /// Folder that receives the scripts: as stored, or with `resolve` taken relative to the project file's
     /// folder.
@@ -105,9 +112,15 @@ private:
     void applyCommandLine();
     bool makeSureExportPathExists(model::project & project, zk::ZkBool & result);
     [[nodiscard]] bool exportPathExists() const;
+    void createExportPath(const QString & folder);
+    [[nodiscard]] bool isDebugging() const;
+    bool mayRunCustomScript();
     zk::ZkBool prepareCustomScript();
 
     settings m_settings;
+    bool m_bScriptIsStored = true; ///< rather than given on the command line
+    QString m_sReasonForNoFile;
+    bool m_bVersionMissing = false;
 };
 
 } // namespace plugin

@@ -1020,6 +1020,20 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <source>The export was cancelled; nothing was written</source>
         <translation>Der Export wurde abgebrochen; es wurde nichts geschrieben</translation>
     </message>
+    <message>
+        <source>Korvane - Custom script</source>
+        <translation>Korvane - Eigenes Skript</translation>
+    </message>
+    <message>
+        <source>The project names a custom script, which runs with your rights:
+%1
+
+Do you want to run it? With No the export leaves it out.</source>
+        <translation>Das Projekt nennt ein eigenes Skript, das mit Ihren Rechten läuft:
+%1
+
+Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
+    </message>
 </context>
 <context>
     <name>app::script_panel</name>
@@ -1279,6 +1293,10 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>Export path to create DDL SQL script doesn&apos;t exist : &apos;%1&apos;</source>
         <translation>Der Exportpfad für das DDL-SQL-Skript existiert nicht: &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>Export directory &apos;%1&apos; cannot be created (%2)</source>
+        <translation>Das Exportverzeichnis &apos;%1&apos; kann nicht angelegt werden (%2)</translation>
     </message>
 </context>
 <context>

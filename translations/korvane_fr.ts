@@ -1020,6 +1020,20 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
         <source>The export was cancelled; nothing was written</source>
         <translation>L&apos;export a été annulé ; rien n&apos;a été écrit</translation>
     </message>
+    <message>
+        <source>Korvane - Custom script</source>
+        <translation>Korvane - Script personnalisé</translation>
+    </message>
+    <message>
+        <source>The project names a custom script, which runs with your rights:
+%1
+
+Do you want to run it? With No the export leaves it out.</source>
+        <translation>Le projet désigne un script personnalisé, qui s&apos;exécute avec vos droits :
+%1
+
+Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</translation>
+    </message>
 </context>
 <context>
     <name>app::script_panel</name>
@@ -1279,6 +1293,10 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <message>
         <source>Export path to create DDL SQL script doesn&apos;t exist : &apos;%1&apos;</source>
         <translation>Le chemin d&apos;export pour créer le script SQL DDL n&apos;existe pas : &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>Export directory &apos;%1&apos; cannot be created (%2)</source>
+        <translation>Le répertoire d&apos;export &apos;%1&apos; ne peut pas être créé (%2)</translation>
     </message>
 </context>
 <context>

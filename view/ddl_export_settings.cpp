@@ -8,6 +8,7 @@
 #include "context/ctx_project.h"
 #include "tools/custom_javascript.h"
 #include "tools/held_dialog.h"
+#include "tools/script_permission.h"
 #include "tools/wait_cursor.h"
 
 #include <QDesktopServices>
@@ -262,7 +263,11 @@ void ddl_export_settings::doBtnOk()
     if (!m_pPlugin || !checkInput()) {
         return;
     }
-    m_pPlugin->setCustomScriptFile(QDir::fromNativeSeparators(m_txtCustomScript->text()));
+    const QString script = QDir::fromNativeSeparators(m_txtCustomScript->text());
+    if (!script.isEmpty() && script != m_pPlugin->getCustomScriptFile()) {
+        tools::noteChosenScript(QFileInfo(resolved(script)).absoluteFilePath());
+    }
+    m_pPlugin->setCustomScriptFile(script);
     const auto db = static_cast<ddl_export::database_type>(selectedDatabase());
     m_pPlugin->setDatabaseType(db);
     m_pPlugin->setDDLExportPath(QDir::fromNativeSeparators(m_txtFileLocation->text()));

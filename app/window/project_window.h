@@ -4,11 +4,14 @@
 #include "app/window/recent_files.h"
 
 #include "plugin/export_interface.h"
+#include "tools/script_permission.h"
 
 #include "view/main_wnd.h"
 #include "zk/zk_bool.h"
 
 #include <QElapsedTimer>
+#include <QPair>
+#include <QSet>
 
 class QFileInfo;
 class QLabel;
@@ -85,6 +88,7 @@ private:
     void showPane(QWidget * pane);
     /// Makes sure that the project is as its file says; false after the reason was shown.
     bool refreshProject(const QString & title);
+    tools::script_permission mayRunScript(const QString & file);
     void showExportEnd(const export_report & report, bool isCancelled);
     [[nodiscard]] QString whyNothing() const;
     void giveWayToEvents();
@@ -114,7 +118,8 @@ private:
     QList<QAction *> m_whenOpen;  ///< neither, and only with a project
     QList<QAction *> m_whenShown; ///< with a project, at any time
     QElapsedTimer m_sinceEvents;
-    QString m_sShownFile; ///< of the project whose scripts may be shown
+    QString m_sShownFile;                           ///< of the project whose scripts may be shown
+    QSet<QPair<QString, QString>> m_allowedScripts; ///< project file and script
     int m_iBusy = 0;
     bool m_bCloseWhenIdle = false;
 };

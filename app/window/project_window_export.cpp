@@ -11,12 +11,15 @@
 #include "model/project.h"
 #include "plugin/export_interface.h"
 #include "storage/history.h"
+#include "tools/held_dialog.h"
+#include "tools/script_permission.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QLocale>
+#include <QMessageBox>
 #include <QTabWidget>
 
 namespace app {
@@ -74,9 +77,41 @@ void project_window::exportWith(plugin::export_interface * plugin)
     m_pMessages->begin(tr("Export of '%1' with %2").arg(project->getName(), plugin->getName()));
     // What another project left in the plug-in's memory is none of this one's.
     plugin->clearSettings();
+    bool isRefused = false;
+    const tools::script_guard_scope guard([this, &isRefused](const QString & file, bool isStored) {
+        const auto permission = isStored ? mayRunScript(file) : tools::script_permission::run;
+        isRefused = permission == tools::script_permission::cancel;
+        return permission;
+    });
     const dialog_watch watch;
     const export_report report = runPlugin(*plugin, *project, listener);
-    showExportEnd(report, watch.isLastGivenUp());
+    showExportEnd(report, isRefused || watch.isLastGivenUp());
+}
+
+/// Asks once for each script of a project, which anybody may have written.
+tools::script_permission project_window::mayRunScript(const QString & file)
+{
+    const QPair<QString, QString> script(m_pSession->file(), file);
+    if (m_allowedScripts.contains(script)) {
+        return tools::script_permission::run;
+    }
+    const tools::held_dialog<QMessageBox> box(QMessageBox::Question, tr("Korvane - Custom script"),
+                                              tr("The project names a custom script, which runs with your "
+                                                 "rights:\n%1\n\nDo you want to run it? With No "
+                                                 "the export leaves it out.")
+                                                  .arg(QDir::toNativeSeparators(file)),
+                                              QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, this);
+    box->setTextFormat(Qt::PlainText);
+    box->setDefaultButton(QMessageBox::Cancel);
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        m_allowedScripts.insert(script);
+        return tools::script_permission::run;
+    case QMessageBox::No:
+        return tools::script_permission::leave_out;
+    default:
+        return tools::script_permission::cancel;
+    }
 }
 
 /// Why an export that nobody cancelled wrote no script.

@@ -1,3 +1,4 @@
+#include "plugin/export_details.h"
 #include "plugin/export_interface.h"
 
 #include "tools/custom_javascript.h"
@@ -19,5 +20,8 @@ void base_interface::setCustomScript(const std::shared_ptr<tools::custom_javascr
 
 export_interface::export_interface() = default;
 export_interface::~export_interface() = default;
+
+export_details::export_details() = default;
+export_details::~export_details() = default;
 
 } // namespace plugin

@@ -1,11 +1,38 @@
 #include "tools/call_watchdog.h"
 
+#include <cstdio>
 #include <utility>
+
+#include <unistd.h>
 
 namespace tools {
 
-call_watchdog::call_watchdog(std::function<void()> onOverrun)
-    : m_onOverrun(std::move(onOverrun)), m_thread([this] { run(); })
+namespace {
+
+constexpr std::chrono::milliseconds Interval(10);
+constexpr int IdleLooks = 50; // without a call, before the thread sleeps until it is woken
+constexpr std::chrono::seconds TimeToHeed(5);
+constexpr call_watchdog::clock::duration Forever = std::chrono::hours(24 * 365);
+
+/// Bytes of memory that the program occupies; 0 where the system does not tell.
+long long memoryInUse()
+{
+    long long pages = 0;
+    if (std::FILE * const file = std::fopen("/proc/self/statm", "re")) {
+        if (std::fscanf(file, "%*s %lld", &pages) != 1) {
+            pages = 0;
+        }
+        std::fclose(file);
+    }
+    return pages * ::sysconf(_SC_PAGESIZE);
+}
+
+} // namespace
+
+call_watchdog::call_watchdog(std::function<void()> onOverrun, std::function<void(overrun)> onDeaf,
+                             long long memory)
+    : m_onOverrun(std::move(onOverrun)), m_onDeaf(std::move(onDeaf)), m_iMostMemory(memoryInUse() + memory),
+      m_thread([this] { run(); })
 {
 }
 
@@ -21,14 +48,13 @@ call_watchdog::~call_watchdog()
 
 void call_watchdog::begin(std::chrono::milliseconds limit)
 {
-    resume({limit.count() > 0, false, limit});
+    resume({true, overrun::none, limit.count() > 0 ? clock::duration(limit) : Forever});
 }
 
 call_watchdog::suspended call_watchdog::suspend()
 {
     const std::lock_guard lock(m_mutex);
-    const suspended result{m_bWatching, m_bOverrun,
-                           m_bWatching ? m_deadline - clock::now() : std::chrono::nanoseconds()};
+    const suspended result{m_bWatching, m_overrun, m_deadline - clock::now()};
     m_bWatching = false;
     return result;
 }
@@ -38,40 +64,59 @@ void call_watchdog::resume(const suspended & former)
     bool wake = false;
     {
         const std::lock_guard lock(m_mutex);
-        m_bOverrun = former.isOverrun;
+        m_overrun = former.reason;
         m_bWatching = former.isWatching;
-        if (m_bWatching) {
-            m_deadline = clock::now() + former.left;
-            wake = m_deadline < m_sleepsUntil;
-        }
+        m_deadline = clock::now() + former.left;
+        wake = m_bWatching && m_bAsleep;
     }
     if (wake) {
         m_wake.notify_one();
     }
 }
 
-bool call_watchdog::end()
+call_watchdog::overrun call_watchdog::end()
 {
     const std::lock_guard lock(m_mutex);
     m_bWatching = false;
-    return m_bOverrun;
+    return m_overrun;
+}
+
+/// One look at the call under watch.
+void call_watchdog::look()
+{
+    const long long memory = memoryInUse();
+    const bool isLate = clock::now() >= m_deadline;
+    if (m_overrun == overrun::none) {
+        if (isLate || memory > m_iMostMemory) {
+            m_overrun = isLate ? overrun::time : overrun::memory;
+            m_deadline = clock::now() + TimeToHeed;
+            m_onOverrun();
+        }
+        return;
+    }
+    // Time enough to be heeded, but not to fill the memory of the machine.
+    if (isLate || memory > m_iMostMemory + m_iMostMemory / 2) {
+        m_onDeaf(m_overrun);
+    }
 }
 
 void call_watchdog::run()
 {
     std::unique_lock lock(m_mutex);
+    int idle = 0;
     while (!m_bQuit) {
-        if (m_bWatching && clock::now() >= m_deadline) {
-            m_bWatching = false;
-            m_bOverrun = true;
-            m_onOverrun();
-        }
-        m_sleepsUntil = m_bWatching ? m_deadline : clock::time_point::max();
+        idle = m_bWatching ? 0 : idle + 1;
         if (m_bWatching) {
-            m_wake.wait_until(lock, m_sleepsUntil);
-        } else {
-            m_wake.wait(lock);
+            look();
         }
+        if (idle < IdleLooks) {
+            m_wake.wait_for(lock, Interval);
+            continue;
+        }
+        m_bAsleep = true;
+        m_wake.wait(lock, [this] { return m_bWatching || m_bQuit; });
+        m_bAsleep = false;
+        idle = 0;
     }
 }
 

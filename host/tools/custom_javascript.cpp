@@ -3,10 +3,12 @@
 #include "context/ctx_project.h"
 #include "plugin/base_interface.h"
 #include "tools/call_watchdog.h"
+#include "tools/program_end.h"
 #include "tools/scoped_in_event.h"
 #include "tools/script_console.h"
 #include "tools/script_debugger.h"
 #include "tools/script_file.h"
+#include "tools/script_limits.h"
 #include "tools/script_objects.h"
 #include "tools/script_values.h"
 
@@ -17,6 +19,7 @@
 #include <QRegularExpression>
 #include <QSet>
 
+#include <array>
 #include <optional>
 
 namespace tools {
@@ -24,37 +27,6 @@ namespace tools {
 namespace {
 
 constexpr int LongestReason = 2000;
-constexpr int DefaultTimeLimit = 10000;
-
-int defaultTimeLimit()
-{
-    bool isNumber = false;
-    const int given = qEnvironmentVariableIntValue("KORVANE_SCRIPT_TIMEOUT_MS", &isNumber);
-    return isNumber ? given : DefaultTimeLimit;
-}
-
-// What the script's program ends with: its value is the function to call.
-const char Function[] = "typeof exportStep === 'function' ? exportStep : undefined";
-// With a debugger also one that evaluates text where the script's own names are visible, and other ones.
-const char FunctionAndEvaluator[] =
-    "[typeof exportStep === 'function' ? exportStep : undefined, function () {"
-    " return eval('(function (' + arguments[0].join(',') + ') { return eval(arguments[arguments.length - "
-    "1]); })')"
-    ".apply(undefined, arguments[1].concat([arguments[2]])); }]";
-
-QString kindOf(const QJSValue & value)
-{
-    if (value.isBool()) {
-        return QStringLiteral("a boolean");
-    }
-    if (value.isNumber()) {
-        return QStringLiteral("a number");
-    }
-    if (value.isCallable()) {
-        return QStringLiteral("a function");
-    }
-    return value.isArray() ? QStringLiteral("an array") : QStringLiteral("an object");
-}
 
 } // namespace
 
@@ -73,16 +45,18 @@ public:
         }
     }
 
-    int timeLimit = defaultTimeLimit();
+    int timeLimit = timeLimitOfEnvironment().value_or(DefaultTimeLimit);
+    bool isTimeLimitGiven = false;
 
 private:
     // The order matters: the engine goes before what its objects point to, and after the thread that stops
     // it.
     struct running_script
     {
-        explicit running_script(plugin::base_interface * owner)
+        running_script(plugin::base_interface * owner,
+                       const std::function<void(call_watchdog::overrun)> & onDeaf)
             : console(owner), engine(std::make_unique<QJSEngine>()), model(*engine),
-              watchdog([this] { engine->setInterrupted(true); })
+              watchdog([this] { engine->setInterrupted(true); }, onDeaf, MostMemory)
         {
         }
         ~running_script() { engine.reset(); }
@@ -104,8 +78,9 @@ private:
     [[nodiscard]] zk::ZkBool failure(int line, const QString & reason) const;
     [[nodiscard]] zk::ZkBool exceptionFailure(const QJSValue & thrown, const QStringList & stack) const;
     void begin() { m_pScript->watchdog.begin(std::chrono::milliseconds(timeLimit)); }
-    bool endedInTime();
-    [[nodiscard]] zk::ZkBool overrun(const QString & what) const;
+    call_watchdog::overrun endWatch();
+    [[nodiscard]] zk::ZkBool overrun(const QString & what, call_watchdog::overrun reason) const;
+    void prepareLastWords();
 
     QPointer<plugin::base_interface> m_pOwner;
     std::unique_ptr<running_script> m_pScript;
@@ -113,6 +88,7 @@ private:
     std::unique_ptr<script_debugger> m_pDebugger;
     QString m_sFileName;
     QString m_sSource;
+    std::array<QByteArray, 3> m_lastWords; ///< by reason
     int m_iLineOfFunction = 0;
     int m_iLineCount = 0;
     bool m_bRunning = false;
@@ -127,20 +103,35 @@ zk::ZkBool custom_javascript::impl::failure(int line, const QString & reason) co
     return zk::ZkBool::failure(text + QStringLiteral(": ") + reason.left(LongestReason).simplified());
 }
 
-zk::ZkBool custom_javascript::impl::overrun(const QString & what) const
+/// The failure of a call that was stopped for `reason`.
+zk::ZkBool custom_javascript::impl::overrun(const QString & what, call_watchdog::overrun reason) const
 {
-    return failure(m_iLineOfFunction, QStringLiteral("%1 did not end within %2 ms").arg(what).arg(timeLimit));
+    return failure(m_iLineOfFunction,
+                   reason == call_watchdog::overrun::time
+                       ? QStringLiteral("%1 did not end within %2 ms").arg(what).arg(timeLimit)
+                       : QStringLiteral("%1 used more than 1 GiB of memory").arg(what));
 }
 
-/// Ends the watch over a call that has returned; false when it was stopped for its time.
-bool custom_javascript::impl::endedInTime()
+/// Ends the watch over a call that has returned; what it was stopped for.
+call_watchdog::overrun custom_javascript::impl::endWatch()
 {
-    const bool overran = m_pScript->watchdog.end();
-    if (overran) {
+    const call_watchdog::overrun reason = m_pScript->watchdog.end();
+    if (reason != call_watchdog::overrun::none) {
         m_pScript->engine->setInterrupted(false);
         m_pScript->engine->catchError();
     }
-    return !overran;
+    return reason;
+}
+
+/// What the program says when it has to end for a script that heeds no interrupt: in a want of memory there
+/// may be no way to put it together.
+void custom_javascript::impl::prepareLastWords()
+{
+    for (const auto reason : {call_watchdog::overrun::time, call_watchdog::overrun::memory}) {
+        m_lastWords[static_cast<size_t>(reason)] =
+            overrun(QStringLiteral("the custom script"), reason).getDesc().toLocal8Bit() +
+            " and could not be stopped; the program was ended";
+    }
 }
 
 /// The failure of a value that was thrown; unlike an error's own "lineNumber" the stack is there for every
@@ -162,6 +153,9 @@ zk::ZkBool custom_javascript::impl::load(const QString & scriptFile, plugin::bas
         return zk::ZkBool::failure(
             QStringLiteral("The custom script cannot be reloaded while it is running"));
     }
+    if (!isTimeLimitGiven && !timeLimitOfEnvironment()) {
+        return zk::ZkBool::failure(badTimeLimit());
+    }
     m_pDebugger.reset();
     m_pScript.reset();
     m_pOwner = owner;
@@ -182,7 +176,9 @@ zk::ZkBool custom_javascript::impl::load(const QString & scriptFile, plugin::bas
 /// Runs the script in an engine of its own; with `lines` it asks them at each line where to stop.
 zk::ZkBool custom_javascript::impl::start(const std::shared_ptr<line_stops> & lines, bool forDebugger)
 {
-    m_pScript = std::make_unique<running_script>(m_pOwner);
+    m_pScript = std::make_unique<running_script>(m_pOwner, [this](call_watchdog::overrun reason) {
+        endProgram(m_lastWords[static_cast<size_t>(reason)].constData());
+    });
     if (lines) {
         installLineStops(*m_pScript->engine, m_sFileName, lines);
     }
@@ -199,12 +195,11 @@ zk::ZkBool custom_javascript::impl::compile(bool forDebugger)
 {
     m_iLineOfFunction = lineOfFunction(m_sSource);
     m_iLineCount = static_cast<int>(m_sSource.count(QLatin1Char('\n'))) + 1;
-    // The look-up belongs to the same program: what const or let bound is visible nowhere else.
-    const QString program = m_sSource + QStringLiteral("\n;") +
-                            QString::fromLatin1(forDebugger ? FunctionAndEvaluator : Function);
+    prepareLastWords();
     begin();
     QStringList stack;
-    const QJSValue value = m_pScript->engine->evaluate(program, m_sFileName, 1, &stack);
+    const QJSValue value =
+        m_pScript->engine->evaluate(programOf(m_sSource, forDebugger), m_sFileName, 1, &stack);
     const QJSValue function = forDebugger && stack.isEmpty() ? value.property(0) : value;
     zk::ZkBool result = zk::ZkBool::success();
     if (!stack.isEmpty()) {
@@ -214,9 +209,14 @@ zk::ZkBool custom_javascript::impl::compile(bool forDebugger)
             failure(0, QStringLiteral("the custom script defines no function exportStep(project, entity, "
                                       "property, enumeration, parameters)"));
     }
-    m_pScript->function = function;
+    if (result) {
+        m_pScript->function = withBoundedText(*m_pScript->engine, function);
+    }
     m_pScript->evaluator = forDebugger && stack.isEmpty() ? value.property(1) : QJSValue();
-    return endedInTime() ? result : overrun(QStringLiteral("loading the custom script"));
+    const call_watchdog::overrun reason = endWatch();
+    return reason == call_watchdog::overrun::none
+               ? result
+               : overrun(QStringLiteral("loading the custom script"), reason);
 }
 
 zk::ZkBool custom_javascript::impl::execute(model::project * project, model::entity * entity,
@@ -245,8 +245,8 @@ zk::ZkBool custom_javascript::impl::execute(model::project * project, model::ent
     }
     begin();
     zk::ZkBool result = call(arguments, parameters);
-    if (!endedInTime()) {
-        result = overrun(QStringLiteral("exportStep"));
+    if (const call_watchdog::overrun reason = endWatch(); reason != call_watchdog::overrun::none) {
+        result = overrun(QStringLiteral("exportStep"), reason);
     }
     if (isDebugging()) {
         m_pDebugger->afterStep(result.getDesc(), !result, m_iLineOfFunction);
@@ -343,8 +343,10 @@ script_evaluation custom_javascript::impl::evaluate(const QString & code,
     const QJSValue value = evaluator.call({nameArray, valueArray, code});
     script_evaluation result{!engine.hasError(), QString()};
     result.text = result.ok ? describe(value) : engine.catchError().toString();
-    if (!endedInTime()) {
-        result = {false, QStringLiteral("it did not end within %1 ms").arg(timeLimit)};
+    if (const call_watchdog::overrun reason = endWatch(); reason != call_watchdog::overrun::none) {
+        result = {false, reason == call_watchdog::overrun::time
+                             ? QStringLiteral("it did not end within %1 ms").arg(timeLimit)
+                             : QStringLiteral("it used more than 1 GiB of memory")};
     }
     m_pScript->watchdog.resume(outer);
     return result;
@@ -361,6 +363,7 @@ custom_javascript::~custom_javascript()
 void custom_javascript::setTimeLimit(int milliseconds)
 {
     m_pImpl->timeLimit = milliseconds;
+    m_pImpl->isTimeLimitGiven = true;
 }
 
 int custom_javascript::getTimeLimit() const

@@ -9,6 +9,7 @@
 #include <exception>
 #include <new>
 
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -26,10 +27,30 @@ std::array<struct sigaction, CrashSignals.size()> formerActions;
 // Where the stack itself found no memory to grow, a handler needs one of its own.
 alignas(16) std::array<char, 65536> crashStack;
 
-/// Whether not even a moderate piece of memory is to be had.
+/// Bytes of memory that the program occupies, by calls that a signal handler may make; 0 when not told.
+size_t memoryInUse() noexcept
+{
+    std::array<char, 128> text{};
+    const int file = ::open("/proc/self/statm", O_RDONLY | O_CLOEXEC);
+    if (file < 0) {
+        return 0;
+    }
+    const bool isRead = ::read(file, text.data(), text.size() - 1) > 0;
+    ::close(file);
+    const char * pages = isRead ? std::strchr(text.data(), ' ') : nullptr;
+    size_t count = 0;
+    for (; pages && pages[1] >= '0' && pages[1] <= '9'; ++pages) {
+        count = count * 10 + static_cast<size_t>(pages[1] - '0');
+    }
+    return count * static_cast<size_t>(::sysconf(_SC_PAGESIZE));
+}
+
+/// Whether as much memory as there is in use is not to be had again: what grows doubles its room.
 bool isMemoryShort() noexcept
 {
-    constexpr size_t piece = size_t(64) * 1024 * 1024;
+    constexpr size_t moderate = size_t(64) * 1024 * 1024;
+    const size_t inUse = memoryInUse();
+    const size_t piece = inUse > moderate ? inUse : moderate;
     void * const tried = ::mmap(nullptr, piece, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (tried == MAP_FAILED) {
         return true;

@@ -11,6 +11,15 @@ namespace {
 
 constexpr qint64 LargestScript = qint64(16) * 1024 * 1024;
 
+// What the script's program ends with: its value is the function to call.
+const char Function[] = "typeof exportStep === 'function' ? exportStep : undefined";
+// With a debugger also one that evaluates text where the script's own names are visible, and other ones.
+const char FunctionAndEvaluator[] =
+    "[typeof exportStep === 'function' ? exportStep : undefined, function () {"
+    " return eval('(function (' + arguments[0].join(',') + ') { return eval(arguments[arguments.length - "
+    "1]); })')"
+    ".apply(undefined, arguments[1].concat([arguments[2]])); }]";
+
 } // namespace
 
 std::optional<QString> readScript(const QString & fileName, QString & reason)
@@ -54,6 +63,13 @@ int lineOfFunction(const QString & source)
         QStringLiteral("function\\s+exportStep\\b|\\bexportStep\\s*="));
     const qsizetype at = source.indexOf(definition);
     return at < 0 ? 0 : static_cast<int>(QStringView(source).left(at).count(QLatin1Char('\n'))) + 1;
+}
+
+QString programOf(const QString & source, bool forDebugger)
+{
+    // The look-up belongs to the same program: what const or let bound is visible nowhere else.
+    return source + QStringLiteral("\n;") +
+           QString::fromLatin1(forDebugger ? FunctionAndEvaluator : Function);
 }
 
 } // namespace tools

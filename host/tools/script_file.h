@@ -13,4 +13,8 @@ namespace tools {
 /// place is reported there. 0 when there is none.
 [[nodiscard]] int lineOfFunction(const QString & source);
 
+/// The program that an engine runs for the script: it gives the function `exportStep` or undefined, with a
+/// debugger an array of that and of a function that evaluates text.
+[[nodiscard]] QString programOf(const QString & source, bool forDebugger);
+
 } // namespace tools

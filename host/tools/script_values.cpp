@@ -119,4 +119,18 @@ script_step describeStep(const model::project * project, const model::entity * e
     return step;
 }
 
+QString kindOf(const QJSValue & value)
+{
+    if (value.isBool()) {
+        return QStringLiteral("a boolean");
+    }
+    if (value.isNumber()) {
+        return QStringLiteral("a number");
+    }
+    if (value.isCallable()) {
+        return QStringLiteral("a function");
+    }
+    return value.isArray() ? QStringLiteral("an array") : QStringLiteral("an object");
+}
+
 } // namespace tools

@@ -28,4 +28,7 @@ namespace tools {
                                        const QHash<QString, QVariant> & parameters,
                                        const QJSValueList & arguments);
 
+/// What kind of value it is, with its article; for one that is neither a text nor missing.
+[[nodiscard]] QString kindOf(const QJSValue & value);
+
 } // namespace tools

@@ -788,7 +788,9 @@ void tst_command_line::exportAsksForTheFolder()
     const program_result none = runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("-y")});
     QCOMPARE(none.status, 1);
     QCOMPARE(none.errors.count('\n'), 1);
-    QVERIFY2(none.errors.contains("--KorvGenericDDLExport_path=DIR"), none.errors.constData());
+    QVERIFY2(
+        none.errors.contains("No export folder is set. Give one with --KorvGenericDDLExport_path=FOLDER"),
+        none.errors.constData());
 }
 
 void tst_command_line::exportFolderThatCannotBeMade()
@@ -890,7 +892,12 @@ void tst_command_line::optionsOverrideTheSettings()
         arguments << QStringLiteral("--KorvGenericDDLExport_") + option;
     }
     const program_result result = runProgram(arguments);
-    QCOMPARE(result.errors, QByteArray());
+    // What a strange value is taken for is told on a line.
+    const QStringList strange = {
+        "unknown database",       "below all databases",      "database that is no number",
+        "hexadecimal database",   "empty database",           "an empty one before",
+        "relationships in words", "schema that is no number", "unknown schema"};
+    QCOMPARE(result.errors.count('\n'), strange.contains(QTest::currentDataTag()) ? 1 : 0);
     QCOMPARE(result.status, 0);
     const QDir folder(file(QStringLiteral("scripts")));
     QCOMPARE(folder.entryList(QDir::Files, QDir::Name), scripts);

@@ -3,6 +3,7 @@
 #include "support/program.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -142,6 +143,69 @@ private Q_SLOTS:
         QCOMPARE(QDir(scripts.path()).entryList(QDir::Files, QDir::Name),
                  (QStringList{"hook.js", "large_sqlite_db_schema_full.sql"}));
         QCOMPARE(support::runProgram({"dump", path("large.korv")}).output, m_stored);
+    }
+
+    void scriptThatHeedsNothing_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QString>("what");
+        QTest::addColumn<int>("leastSeconds");
+        QTest::newRow("time") << QByteArray("const a = []; a.length = 4294967295; a.includes(1)")
+                              << "the custom script did not end within 200 ms" << 5;
+        QTest::newRow("memory") << QByteArray("new Array(4294967295).fill(0)")
+                                << "the custom script used more than 1 GiB of memory" << 0;
+    }
+    void scriptThatHeedsNothing()
+    {
+        QFETCH(QByteArray, body);
+        QFETCH(QString, what);
+        QFETCH(int, leastSeconds);
+        const QTemporaryDir scripts;
+        QFile hook(scripts.filePath("hook.js"));
+        QVERIFY(hook.open(QIODevice::WriteOnly));
+        hook.write("function exportStep() { " + body + "; }");
+        hook.close();
+        QElapsedTimer timer;
+        timer.start();
+        const program_result result = support::runProgram(
+            {"export", path("large.korv"), "--KorvGenericDDLExport_path=" + scripts.path(),
+             "--KorvGenericDDLExport_custom_javacript=" + hook.fileName()},
+            {{"KORVANE_SCRIPT_TIMEOUT_MS", what.contains("memory") ? "60000" : "200"}});
+        QCOMPARE(result.errors,
+                 (hook.fileName() + ":1: " + what + " and could not be stopped; the program was ended\n")
+                     .toUtf8());
+        QCOMPARE(result.status, 1);
+        QVERIFY(timer.elapsed() >= leastSeconds * 1000);
+        QVERIFY(timer.elapsed() < 30000);
+        QCOMPARE(QDir(scripts.path()).entryList(QDir::Files), QStringList("hook.js"));
+    }
+    void scriptUnderALimitOfMemory_data()
+    {
+        QTest::addColumn<int>("kilobytes");
+        for (const int kilobytes : {300000, 900000}) {
+            QTest::newRow(qPrintable(QString::number(kilobytes))) << kilobytes;
+        }
+    }
+    void scriptUnderALimitOfMemory()
+    {
+        if (!MemoryCanBeLimited) {
+            QSKIP("a program under the address sanitizer has no limit of memory");
+        }
+        QFETCH(int, kilobytes);
+        const QTemporaryDir scripts;
+        for (const char * const body : {"let t = 'x'; for (;;) t = t + t;",
+                                        "const a = []; for (;;) a.push('x'.repeat(1000) + a.length);",
+                                        "const a = []; for (;;) a.push({});"}) {
+            QFile hook(scripts.filePath("hook.js"));
+            QVERIFY(hook.open(QIODevice::WriteOnly));
+            hook.write("function exportStep() { " + QByteArray(body) + " }");
+            hook.close();
+            const program_result result = runWithin(
+                kilobytes, "export large.korv --KorvGenericDDLExport_path='" + scripts.path() +
+                               "' --KorvGenericDDLExport_custom_javacript='" + hook.fileName() + "'");
+            QVERIFY2(result.status == 1, body);
+            QVERIFY2(result.errors.contains("emory"), result.errors.constData());
+        }
     }
 
 private:

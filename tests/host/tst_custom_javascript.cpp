@@ -452,14 +452,85 @@ private Q_SLOTS:
     {
         qputenv("KORVANE_SCRIPT_TIMEOUT_MS", "1234");
         QCOMPARE(custom_javascript().getTimeLimit(), 1234);
-        qputenv("KORVANE_SCRIPT_TIMEOUT_MS", "soon");
-        QCOMPARE(custom_javascript().getTimeLimit(), 10000);
+        qputenv("KORVANE_SCRIPT_TIMEOUT_MS", "0");
+        QCOMPARE(custom_javascript().getTimeLimit(), 0);
         qunsetenv("KORVANE_SCRIPT_TIMEOUT_MS");
+        QCOMPARE(custom_javascript().getTimeLimit(), 10000);
         custom_javascript unlimited;
         unlimited.setTimeLimit(0);
         QVERIFY(loadBody(unlimited, "const end = Date.now() + 50; while (Date.now() < end) {} return 'done'")
                     .getValue());
         QCOMPARE(step(unlimited).getDesc(), QStringLiteral("done"));
+    }
+
+    void badTimeLimitOfTheEnvironment_data()
+    {
+        QTest::addColumn<QByteArray>("given");
+        for (const char * const given : {"abc", "-1", "", "99999999999999999999", "2147483648", "1.5", "1e3",
+                                         "+5", " 5", "0x10", "5 s"}) {
+            QTest::newRow(given) << QByteArray(given);
+        }
+    }
+    void badTimeLimitOfTheEnvironment()
+    {
+        QFETCH(QByteArray, given);
+        const QString file = write("console.log('it runs'); function exportStep() {}");
+        support::plugin_double plugin;
+        const QSignalSpy spy(&plugin, &plugin::base_interface::onMessage);
+        qputenv("KORVANE_SCRIPT_TIMEOUT_MS", given);
+        custom_javascript script;
+        const zk::ZkBool refused = script.initEngine(file, &plugin);
+        custom_javascript limited;
+        limited.setTimeLimit(100);
+        const zk::ZkBool taken = limited.initEngine(file, nullptr);
+        qunsetenv("KORVANE_SCRIPT_TIMEOUT_MS");
+        QVERIFY(!refused);
+        QCOMPARE(refused.getDesc(), "KORVANE_SCRIPT_TIMEOUT_MS: '" + QString::fromLatin1(given) +
+                                        "' is not a time limit; give a number of milliseconds from 1 to "
+                                        "2147483647, or 0 for none");
+        QVERIFY(spy.isEmpty());
+        QVERIFY(taken);
+    }
+
+    void aTextOfTheLargestSizeIsTaken()
+    {
+        custom_javascript script;
+        QVERIFY(loadBody(script, "return 'x'.repeat(16 * 1024 * 1024)"));
+        QCOMPARE(step(script).getDesc().size(), 16777216);
+    }
+    void aLargerTextIsAFailure_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<int>("size");
+        QTest::newRow("one more") << QByteArray("return 'x'.repeat(16 * 1024 * 1024 + 1)") << 16777217;
+        QTest::newRow("far more") << QByteArray(
+                                         "let t = 'x'; for (let i = 0; i < 26; ++i) t = t + t; return t")
+                                  << 67108864;
+    }
+    void aLargerTextIsAFailure()
+    {
+        QFETCH(QByteArray, body);
+        QFETCH(int, size);
+        custom_javascript script;
+        QVERIFY(loadBody(script, body));
+        const zk::ZkBool result = step(script);
+        QVERIFY(!result);
+        QVERIFY2(result.getDesc().endsWith(
+                     ":1: exportStep returned " + QString::number(size) +
+                     " characters for the action CREATE_TABLE; at most 16777216 are allowed"),
+                 qPrintable(result.getDesc().left(200)));
+    }
+    void memoryIsBounded()
+    {
+        custom_javascript script;
+        script.setTimeLimit(60000);
+        QVERIFY(loadBody(script, "const kept = []; for (;;) kept.push(new Array(1000).fill(1.5))"));
+        const zk::ZkBool result = step(script);
+        QVERIFY(!result);
+        QVERIFY2(result.getDesc().endsWith(": exportStep used more than 1 GiB of memory"),
+                 qPrintable(result.getDesc()));
+        QVERIFY(loadBody(script, "return 'again'"));
+        QCOMPARE(step(script).getDesc(), QStringLiteral("again"));
     }
 
     void deepRecursionIsAFailure_data()

@@ -14,6 +14,8 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QProgressBar>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTabWidget>
 #include <QTextDocument>
 #include <QToolBar>
@@ -69,6 +71,7 @@ private slots:
     void changeWhileTheSettingsAreShown();
     void nothingDroppedBeginsMeanwhile();
     void toolTipsOfScripts();
+    void storedScriptIsAskedFor();
 
 private:
     /// Stores the settings of the export as the dialog of the plug-in does.
@@ -394,6 +397,41 @@ void tst_window_export::debuggerOutlivesTheExport()
     // It goes with the window.
     m_bench->closeWindow();
     QVERIFY(!debuggerWindow());
+}
+
+void tst_window_export::storedScriptIsAskedFor()
+{
+    m_bench->write("hook.js", UpperScript);
+    m_bench->open();
+    setUp(m_bench->path("sql"));
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE", "setting");
+        database.setDatabaseName(m_bench->file());
+        QVERIFY(database.open());
+        QVERIFY(
+            QSqlQuery(database).exec("UPDATE t_plugin_params SET param_value = 'hook.js' WHERE param_key = "
+                                     "'DDL_EXPORT_CUSTOM_JAVASCRIPT'"));
+    }
+    QSqlDatabase::removeDatabase("setting");
+    const QString script = "sql/shop_sqlite_db_schema_full.sql";
+    modal_driver driver({modal_driver::key(Qt::Key_Escape), modal_driver::click(QMessageBox::No),
+                         modal_driver::click(QMessageBox::Yes)});
+    exportByKey();
+    QCOMPARE(driver.texts.value(0), "The project names a custom script, which runs with your rights:\n" +
+                                        m_bench->path("hook.js") +
+                                        "\n\nDo you want to run it? With No the export leaves it out.");
+    QVERIFY(!QFile::exists(m_bench->path(script)));
+    waitForLine("The export was cancelled; nothing was written");
+    exportByKey();
+    QVERIFY(m_bench->content(script).contains("CREATE TABLE person"));
+    exportByKey();
+    QVERIFY(m_bench->content(script).contains("CREATE_TABLE person"));
+    QVERIFY(driver.isDone());
+    // It was allowed for this project.
+    QVERIFY(QFile::remove(m_bench->path(script)));
+    exportByKey();
+    QVERIFY(m_bench->content(script).contains("CREATE_TABLE person"));
+    QVERIFY(driver.isDone());
 }
 
 void tst_window_export::folderIsOpened()
