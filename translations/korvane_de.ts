@@ -1013,10 +1013,6 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <translation>Es wurde nichts geschrieben: Für Evolutionsskripte muss erst eine Version festgehalten werden. Verwenden Sie zuerst &quot;Aktionen &gt; Projektstand festhalten…&quot;</translation>
     </message>
     <message>
-        <source>Nothing was written: the settings of the export ask for no script</source>
-        <translation>Es wurde nichts geschrieben: Die Einstellungen des Exports verlangen kein Skript</translation>
-    </message>
-    <message>
         <source>The export was cancelled; nothing was written</source>
         <translation>Der Export wurde abgebrochen; es wurde nichts geschrieben</translation>
     </message>
@@ -1033,6 +1029,10 @@ Do you want to run it? With No the export leaves it out.</source>
 %1
 
 Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
+    </message>
+    <message>
+        <source>Nothing was written</source>
+        <translation>Es wurde nichts geschrieben</translation>
     </message>
 </context>
 <context>

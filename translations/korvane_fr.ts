@@ -1013,10 +1013,6 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
         <translation>Rien n&apos;a été écrit : les scripts d&apos;évolution demandent une version étiquetée. Utilisez d&apos;abord &quot;Actions &gt; Étiqueter l&apos;état du projet…&quot;</translation>
     </message>
     <message>
-        <source>Nothing was written: the settings of the export ask for no script</source>
-        <translation>Rien n&apos;a été écrit : les paramètres de l&apos;export ne demandent aucun script</translation>
-    </message>
-    <message>
         <source>The export was cancelled; nothing was written</source>
         <translation>L&apos;export a été annulé ; rien n&apos;a été écrit</translation>
     </message>
@@ -1033,6 +1029,10 @@ Do you want to run it? With No the export leaves it out.</source>
 %1
 
 Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</translation>
+    </message>
+    <message>
+        <source>Nothing was written</source>
+        <translation>Rien n&apos;a été écrit</translation>
     </message>
 </context>
 <context>

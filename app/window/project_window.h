@@ -90,7 +90,7 @@ private:
     bool refreshProject(const QString & title);
     tools::script_permission mayRunScript(const QString & file);
     void showExportEnd(const export_report & report, bool isCancelled);
-    [[nodiscard]] QString whyNothing() const;
+    [[nodiscard]] static QString whyNothing(const export_report & report);
     void giveWayToEvents();
     void warn(const QString & title, const QString & text);
     void showStatus(const QString & text);

@@ -10,7 +10,6 @@
 
 #include "model/project.h"
 #include "plugin/export_interface.h"
-#include "storage/history.h"
 #include "tools/held_dialog.h"
 #include "tools/script_permission.h"
 
@@ -115,15 +114,13 @@ tools::script_permission project_window::mayRunScript(const QString & file)
 }
 
 /// Why an export that nobody cancelled wrote no script.
-QString project_window::whyNothing() const
+QString project_window::whyNothing(const export_report & report)
 {
-    QList<storage::history::version> versions;
-    const QSqlError error = storage::history::list(m_pSession->file(), versions);
-    return !error.isValid() && versions.isEmpty()
-               ? tr("Nothing was written: evolution scripts need a tagged version. Use \"Actions > Tag "
-                    "project "
-                    "state…\" first")
-               : tr("Nothing was written: the settings of the export ask for no script");
+    if (report.isVersionMissing) {
+        return tr("Nothing was written: evolution scripts need a tagged version. Use \"Actions > Tag project "
+                  "state…\" first");
+    }
+    return report.reasonForNoFile.isEmpty() ? tr("Nothing was written") : report.reasonForNoFile;
 }
 
 void project_window::showExportEnd(const export_report & report, bool isCancelled)
@@ -144,7 +141,7 @@ void project_window::showExportEnd(const export_report & report, bool isCancelle
     }
     if (report.files.isEmpty()) {
         const QString nothing =
-            isCancelled ? tr("The export was cancelled; nothing was written") : whyNothing();
+            isCancelled ? tr("The export was cancelled; nothing was written") : whyNothing(report);
         m_pMessages->end(true, nothing);
         showStatus(nothing);
         return;
