@@ -7,10 +7,12 @@
 #include "storage/project_reader.h"
 #include "storage/project_schema.h"
 #include "storage/same_model.h"
+#include "storage/temporary_file.h"
 #include "zk/sqlite_connection.h"
 #include "zk/zk_dao.h"
 #include "zk/zk_session.h"
 
+#include <QFileInfo>
 #include <QHash>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -194,6 +196,7 @@ QSqlError tag(const QString & file, const QString & message, int & number)
 QSqlError tag(const QString & file, const QString & message, tag_when when, tag_result & result,
               qsizetype limit)
 {
+    removeLeftovers(QFileInfo(file).canonicalPath());
     zk::sqlite::scoped_connection connection;
     if (const QSqlError error = connection.open(file); error.isValid()) {
         return error;

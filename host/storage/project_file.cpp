@@ -60,7 +60,7 @@ QSqlError replaceModel(const QString & file, zk::ZkSession & session, const deci
 /// Stores into a file that is there, be it empty.
 QSqlError storeInto(const QString & file, const decision & decide)
 {
-    removeLeftovers(QFileInfo(file).absolutePath());
+    removeLeftovers(QFileInfo(file).canonicalPath());
     zk::sqlite::scoped_connection connection;
     if (const QSqlError error = connection.open(file, zk::sqlite::contents::database_or_none);
         error.isValid()) {

@@ -170,6 +170,9 @@ void temporary_file::keep()
 
 void removeLeftovers(const QString & folder)
 {
+    if (folder.isEmpty()) {
+        return; // of a file that is not there
+    }
     const QStringList names = QDir(folder).entryList(
         {NameBegin + QLatin1Char('*') + ContentsEnd, NameBegin + QLatin1Char('*') + ClaimEnd},
         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);

@@ -112,7 +112,7 @@ void tst_command_pairs::pairs()
 {
     QFETCH(QStringList, kinds);
     QFETCH(bool, isNew);
-    const int rounds = qMax(1, qEnvironmentVariable("KORVANE_COMMAND_PAIRS", "30").toInt());
+    const int rounds = qMax(1, qEnvironmentVariable("KORVANE_COMMAND_PAIRS", "20").toInt());
     for (int round = 0; round < rounds; ++round) {
         if (isNew) {
             QFile::remove(path("p.korv"));

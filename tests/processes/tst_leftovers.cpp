@@ -23,6 +23,8 @@ private Q_SLOTS:
     void init();
     void afterACommandThatWasKilled_data() { commands(); }
     void afterACommandThatWasKilled();
+    void anyCommandThatWritesToTheFolderCleansIt_data();
+    void anyCommandThatWritesToTheFolderCleansIt();
     void whatALivingCommandUsesStays_data() { commands(); }
     void whatALivingCommandUsesStays();
     void nothingAfterACommandThatWasInterrupted_data() { commands(); }
@@ -176,6 +178,25 @@ void tst_leftovers::afterACommandThatWasKilled()
     killInTheMiddle(command);
     runWhole(command);
     QCOMPARE(found(command), QStringList());
+}
+
+void tst_leftovers::anyCommandThatWritesToTheFolderCleansIt_data()
+{
+    QTest::addColumn<QStringList>("command");
+    QTest::newRow("import into a project") << QStringList{"import", m_stored->filePath("m.json")};
+    QTest::newRow("tag") << QStringList{"tag"};
+}
+
+void tst_leftovers::anyCommandThatWritesToTheFolderCleansIt()
+{
+    QFETCH(QStringList, command);
+    killInTheMiddle("import");
+    QVERIFY(!found("import").isEmpty());
+    QVERIFY(QFile::rename(path("shop.korv"), path("projects/shop.korv")));
+    // Through a link it is the folder of the file that counts.
+    QVERIFY(QFile::link("projects/shop.korv", path("link.korv")));
+    QCOMPARE(support::runKorvane(command + QStringList{path("link.korv")}).status, 0);
+    QCOMPARE(found("import"), QStringList{"shop.korv"});
 }
 
 void tst_leftovers::whatALivingCommandUsesStays()
