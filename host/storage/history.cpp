@@ -3,7 +3,6 @@
 #include "model/project.h"
 #include "model/project_historic.h"
 #include "storage/new_project_file.h"
-#include "storage/project_file.h"
 #include "storage/project_reader.h"
 #include "storage/project_schema.h"
 #include "storage/same_model.h"
@@ -72,23 +71,12 @@ QSqlError copyState(const QSqlDatabase & from, const QSqlDatabase & to)
 /// loaded again from them is refused.
 QSqlError snapshot(const QString & file, const QSqlDatabase & database, qsizetype limit, QByteArray & bytes)
 {
-    const auto load = [&](const QString & copy) {
-        model::project project(1);
-        const QSqlError error = project_file::read(copy, project);
-        if (!error.isValid()) {
-            return error;
-        }
-        // The project itself tells better what is wrong with it than its copy.
-        model::project original(1);
-        const QSqlError own = readModel(file, database, original);
-        return own.isValid()
-                   ? own
-                   : zk::sqlite::failure(file, QStringLiteral("cannot be tagged, as the version could "
-                                                              "not be loaded again (%1)")
-                                                   .arg(error.text()));
+    const auto fill = [&](const QSqlDatabase & copy) {
+        const QSqlError error = copyState(database, copy);
+        model::project loaded(1);
+        return error.isValid() ? error : readModel(file, copy, loaded);
     };
-    const QSqlError error = new_project_file::bytesOf(
-        [&database](const QSqlDatabase & copy) { return copyState(database, copy); }, load, bytes);
+    const QSqlError error = new_project_file::bytesOf(fill, bytes);
     if (!error.isValid() && bytes.size() > limit) {
         return zk::sqlite::failure(file,
                                    QStringLiteral("cannot be tagged: its state of %1 bytes is larger than "

@@ -127,8 +127,7 @@ outcome create(const QString & file, const filler & fill)
     return result;
 }
 
-QSqlError bytesOf(const filler & fill, const std::function<QSqlError(const QString &)> & look,
-                  QByteArray & bytes)
+QSqlError bytesOf(const filler & fill, QByteArray & bytes)
 {
     const QString folder = QDir::tempPath();
     removeLeftovers(folder);
@@ -137,12 +136,7 @@ QSqlError bytesOf(const filler & fill, const std::function<QSqlError(const QStri
         return zk::sqlite::failure(folder,
                                    QStringLiteral("no temporary file can be made there (%1)").arg(reason));
     }
-    QSqlError error = fillFile(made.name(), folder, fill);
-    if (!error.isValid() && look) {
-        const zk::sqlite::final_file final(made.name());
-        error = look(made.name());
-    }
-    if (error.isValid()) {
+    if (const QSqlError error = fillFile(made.name(), folder, fill); error.isValid()) {
         return error;
     }
     QFile opened(made.name());

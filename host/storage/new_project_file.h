@@ -30,8 +30,6 @@ struct outcome
 
 /// The bytes of a project file with what `fill` writes into its tables. It exists in a temporary folder only
 /// as long as this takes.
-/// @param look is called with the name of the whole file, may be null
-[[nodiscard]] QSqlError bytesOf(const filler & fill, const std::function<QSqlError(const QString &)> & look,
-                                QByteArray & bytes);
+[[nodiscard]] QSqlError bytesOf(const filler & fill, QByteArray & bytes);
 
 } // namespace storage::new_project_file

@@ -180,11 +180,18 @@ private Q_SLOTS:
         QCOMPARE(bytesOf(m_sFile + "-journal"), killed.journal);
         QCOMPARE(bytesOf(m_sFile), QByteArray());
     }
+    void anEmptyFileWhoseWriterWasKilled_data()
+    {
+        QTest::addColumn<int>("written");
+        QTest::newRow("before its first page") << 0;
+        QTest::newRow("after its first page") << 4096;
+    }
     void anEmptyFileWhoseWriterWasKilled()
     {
-        // What is there when a process that fills an empty file ends after its first page: the journal says
-        // that there were no pages before.
-        const QByteArray first = bytesOf(m_sFile).left(4096);
+        // What is there when a process that fills an empty file ends in the middle: the journal says that
+        // there were no pages before.
+        QFETCH(int, written);
+        const QByteArray first = bytesOf(m_sFile).left(written);
         QByteArray journal = support::interruptedWriter(m_sFile).journal.left(512);
         journal.replace(8, 4, QByteArray(4, '\0'));  // holds no pages
         journal.replace(16, 4, QByteArray(4, '\0')); // of a database without any
