@@ -8,13 +8,13 @@
 #include "storage/same_model.h"
 #include "storage/temporary_file.h"
 #include "zk/sqlite_connection.h"
+#include "zk/sqlite_copy.h"
 #include "zk/zk_dao.h"
 #include "zk/zk_session.h"
 
 #include <QFileInfo>
 #include <QHash>
 #include <QSqlQuery>
-#include <QSqlRecord>
 
 namespace storage::history {
 
@@ -28,39 +28,13 @@ QSqlError fetchVersions(const QSqlDatabase & database, list_of_versions & versio
         versions, zk::ZkSqlQuery().orderAsc(QStringLiteral("t_project_historic.dt_creation")), database);
 }
 
-/// Copies all rows of a table, in their order and as they are.
-QSqlError copyRows(const QString & table, const QSqlDatabase & from, const QSqlDatabase & to)
-{
-    QSqlQuery rows(from);
-    rows.setForwardOnly(true);
-    if (!rows.exec(QStringLiteral("SELECT * FROM %1 ORDER BY rowid").arg(table))) {
-        return rows.lastError();
-    }
-    const int columns = rows.record().count();
-    const QStringList marks(columns, QStringLiteral("?"));
-    QSqlQuery copy(to);
-    if (!copy.prepare(
-            QStringLiteral("INSERT INTO %1 VALUES (%2)").arg(table, marks.join(QStringLiteral(", "))))) {
-        return copy.lastError();
-    }
-    while (rows.next()) {
-        for (int i = 0; i < columns; ++i) {
-            copy.bindValue(i, rows.value(i));
-        }
-        if (!copy.exec()) {
-            return copy.lastError();
-        }
-    }
-    return rows.lastError();
-}
-
 QSqlError copyState(const QSqlDatabase & from, const QSqlDatabase & to)
 {
     for (const project_schema::table & t : project_schema::tables()) {
         if (t.holds == project_schema::of_history) {
             continue;
         }
-        if (const QSqlError error = copyRows(t.name, from, to); error.isValid()) {
+        if (const QSqlError error = zk::sqlite::copyRows(t.name, from, to); error.isValid()) {
             return error;
         }
     }

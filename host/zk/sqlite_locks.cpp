@@ -70,6 +70,8 @@ bool isEngineShared(const QSqlDatabase & open)
     return isShared;
 }
 
+} // namespace
+
 sqlite3 * handleOf(const QSqlDatabase & database)
 {
     if (!database.isOpen() || !isEngineShared(database)) {
@@ -80,8 +82,6 @@ sqlite3 * handleOf(const QSqlDatabase & database)
                ? *static_cast<sqlite3 * const *>(handle.constData())
                : nullptr;
 }
-
-} // namespace
 
 milliseconds lockPatience()
 {

@@ -67,6 +67,19 @@ private Q_SLOTS:
         QCOMPARE(ask(extract(1), "SELECT count(*) FROM t_project_historic"), QString("0"));
         QCOMPARE(ask(extract(1), "SELECT count(*) FROM t_project_tag"), QString("0"));
     }
+    void settingsOfEveryKindAreKept()
+    {
+        execute("INSERT INTO t_plugin_params VALUES ('g', 'k', 'it''s \u20ac'), ('g', '', NULL), (NULL, 'r', "
+                "0.1), "
+                "('g', 'b', x'00ff'), ('g', 'e', x''), ('g', 'n', 9007199254740993)");
+        tag("one");
+        const QString all =
+            "SELECT group_concat(quote(plugin_guid) || quote(param_key) || quote(param_value) || "
+            "typeof(param_value), ' ') FROM t_plugin_params";
+        QCOMPARE(ask(extract(0), all), QString("'g''k''it''s \u20ac'text 'g'''NULLnull NULL'r'0.1real "
+                                               "'g''b'X'00FF'blob 'g''e'X''blob "
+                                               "'g''n'9007199254740993integer"));
+    }
     void equalStatesGiveEqualVersions()
     {
         tag("one");
