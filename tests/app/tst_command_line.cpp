@@ -182,6 +182,14 @@ private Q_SLOTS:
                             "commands that work without one\n"));
     }
 
+    void emptyDisplayIsNone()
+    {
+        const program_result result = runProgram({m_sProject}, {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}});
+        QCOMPARE(result.status, runProgram({m_sProject}).status);
+        QCOMPARE(result.status, 2);
+        QCOMPARE(result.errors, runProgram({m_sProject}).errors);
+    }
+
     void argumentsThatAreNotUtf8()
     {
         // Decoded with replacements the name would be that of the second file.
@@ -376,6 +384,12 @@ private Q_SLOTS:
             << "question_then_dialog" << true << 1 << QByteArray("answered yes\nrejected\n")
             << QByteArray(dialog).chopped(1) +
                    " (after the question: The folder '/x' is not there. Make it ?)\n";
+        QTest::newRow("mark-up") << "question_no" << false << 1
+                                 << QByteArray("before the question\nanswered no\n")
+                                 << QByteArray("Make it & go ? It is new. (-y answers Yes)\n");
+        QTest::newRow("button for Escape") << "question_escape" << false << 1 << QByteArray("clicked Stay\n")
+                                           << QByteArray("Go ? (-y answers Yes)\n");
+        QTest::newRow("progress") << "progress" << false << 0 << QByteArray("worked\n") << QByteArray();
         QTest::newRow("information") << "information" << false << 0 << QByteArray("something to know\ntold\n")
                                      << QByteArray();
         QTest::newRow("warning") << "warning" << false << 0 << QByteArray("told\n")
@@ -417,6 +431,33 @@ private Q_SLOTS:
         QVERIFY2(result.output.contains("The folder '/x' is not there. Make it ? [Y/n]"),
                  result.output.constData());
         QVERIFY2(result.output.contains(answer), result.output.constData());
+        QCOMPARE(result.status, 0);
+    }
+
+    void theDefaultOfAQuestionCounts_data()
+    {
+        QTest::addColumn<QByteArray>("typed");
+        QTest::addColumn<QByteArray>("answer");
+        QTest::newRow("default") << QByteArray("\n") << QByteArray("answered no");
+        QTest::newRow("yes") << QByteArray("YES\nn\n") << QByteArray("answered yes");
+        QTest::newRow("y") << QByteArray("y\nn\n") << QByteArray("answered yes");
+    }
+    void theDefaultOfAQuestionCounts()
+    {
+        QFETCH(QByteArray, typed);
+        QFETCH(QByteArray, answer);
+        // What the command says goes to a file: there nothing but the command itself puts it in order.
+        const program_result result = support::runProcess(
+            QStringLiteral("script"),
+            {QStringLiteral("-qec"),
+             QStringLiteral(
+                 "'%1' export '%2' --plugin AskingPlugin --AskingPlugin_mode=question_no > '%3' 2>&1")
+                 .arg(QStringLiteral(KORVANE_PROGRAM), m_sProject, file(QStringLiteral("told"))),
+             QStringLiteral("/dev/null")},
+            {{QStringLiteral("KORVANE_PLUGIN_PATH"), TestPlugins + QStringLiteral("asking")}}, typed);
+        QFile told(file(QStringLiteral("told")));
+        QVERIFY(told.open(QIODevice::ReadOnly));
+        QCOMPARE(told.readAll(), "before the question\nMake it & go ? It is new. [y/N] " + answer + "\n");
         QCOMPARE(result.status, 0);
     }
 
@@ -465,6 +506,11 @@ private Q_SLOTS:
             runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--plugin=/no/such.so")});
         QCOMPARE(missing.status, 1);
         QCOMPARE(missing.errors, QByteArray("/no/such.so: the plugin file does not exist\n"));
+        // A name with the suffix of a library is a file, also without a folder.
+        const program_result bare =
+            runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--plugin=such.so")}, two);
+        QCOMPARE(bare.errors.right(34), QByteArray("such.so: the plugin file does not exist\n").right(34));
+        QCOMPARE(bare.status, 1);
         const program_result path =
             runProgram({QStringLiteral("export"), m_sProject, QStringLiteral("--plugin=/no/such")});
         QCOMPARE(path.status, 1);

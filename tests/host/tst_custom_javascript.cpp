@@ -223,6 +223,11 @@ private Q_SLOTS:
         QTest::newRow("several lines")
             << QByteArray("function exportStep() { throw new Error('a\\nb\\r\\nc') }") << ":1: Error: a b c";
         QTest::newRow("const") << QByteArray("\n\nconst exportStep = () => { throw 1 }") << ":3: 1";
+        QTest::newRow("const without a place") << QByteArray("\n\nconst exportStep = () => 5")
+                                               << ":3: exportStep returned a number for the action "
+                                                  "CREATE_TABLE; expected a string, undefined or null";
+        QTest::newRow("very long text") << QByteArray("function exportStep() { throw 'x'.repeat(5000000) }")
+                                        << ":1: " + QString(2000, 'x');
     }
     void exceptionsTellFileLineAndReason()
     {
@@ -235,6 +240,21 @@ private Q_SLOTS:
         QVERIFY(!result.getValue());
         QCOMPARE(result.getCode(), 0L);
         QCOMPARE(result.getDesc(), file + problem);
+    }
+
+    void debuggerIsNotAttachedToARunningScript()
+    {
+        custom_javascript script;
+        QVERIFY(loadBody(script, "console.log('runs'); return 'done'"));
+        zk::ZkBool attached(true);
+        const auto connection = connect(&m_plugin, &plugin::base_interface::onMessage, this,
+                                        [&] { attached = script.runDebugger(); });
+        const zk::ZkBool result = step(script);
+        disconnect(connection);
+        QVERIFY(!attached);
+        QCOMPARE(attached.getDesc(),
+                 QStringLiteral("The script debugger cannot be attached to a running script"));
+        QCOMPARE(result.getDesc(), QStringLiteral("done"));
     }
 
     void aFailureLeavesTheEngineUsable()

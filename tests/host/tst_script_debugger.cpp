@@ -121,6 +121,7 @@ private slots:
     void stepsOverFunctionsThatThrow();
     void stepsIntoFunctions();
     void evaluatesInTheLine();
+    void evaluatesTheInnerOfTwoNames();
     void breakpointInALoop();
     void timeHeldInALineDoesNotCount();
     void detachInALine();
@@ -315,10 +316,26 @@ void tst_script_debugger::evaluatesInTheStep()
     attach();
     QStringList results;
     debugger_driver driver({[&](debugger_driver & d) {
-        for (const char * const expression :
-             {"1 + 2", "project.getName()", "entity.getName() + '.' + property.getName()", "enumeration",
-              "parameters.default_value", "prefix", "comment('x')", "entity", "[1, 'a', null]",
-              "({a: 1, b: {c: {d: 1}}})", "comment", "nothing.at.all", "let"}) {
+        for (const char * const expression : {"1 + 2",
+                                              "project.getName()",
+                                              "entity.getName() + '.' + property.getName()",
+                                              "enumeration",
+                                              "parameters.default_value",
+                                              "prefix",
+                                              "comment('x')",
+                                              "entity",
+                                              "[1, 'a', null]",
+                                              "({a: 1, b: {c: {d: 1}}})",
+                                              "comment",
+                                              "'a\\\\b\\\"c'",
+                                              "new Date(0)",
+                                              "/x/g",
+                                              "new Error('e')",
+                                              "Array.from({length: 20}, (v, i) => i)",
+                                              "Array.from({length: 21}, (v, i) => i)",
+                                              "[{a: {}}]",
+                                              "nothing.at.all",
+                                              "let"}) {
             results.append(d.evaluate(QString::fromLatin1(expression)));
         }
         d.find<QAction>("m_actContinue")->trigger();
@@ -328,6 +345,11 @@ void tst_script_debugger::evaluatesInTheStep()
              QStringList({"3", "\"shop\"", "\"person.email\"", "null", "\"CREATE TABLE t;\"", "\"-- \"",
                           "\"-- x\"", "entity person", "[1, \"a\", null]", "{a: 1, b: {c: {…}}}",
                           "function comment"}));
+    const QString twenty = "[0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19";
+    QCOMPARE(results.mid(11, 7),
+             QStringList({R"("a\\b\"c")", QDateTime::fromMSecsSinceEpoch(0).toString(Qt::ISODateWithMs),
+                          "/x/g", "Error: e", twenty + "]", twenty + ", …]", "[{a: {…}}]"}));
+    results.remove(11, 7);
     QCOMPARE(results[11], QStringLiteral("failed: ReferenceError: nothing is not defined"));
     QVERIFY2(results[12].startsWith(QStringLiteral("failed: SyntaxError")), qPrintable(results[12]));
 }
@@ -635,6 +657,27 @@ void tst_script_debugger::evaluatesInTheLine()
     QCOMPARE(results.mid(0, 5), QStringList({"12", "true", "\"-- \"", "\"person\"", "\"-- y\""}));
     QVERIFY2(results[5].startsWith(QStringLiteral("failed: TypeError")), qPrintable(results[5]));
     QCOMPARE(driver.places.size(), 2); // the evaluated call of comment() does not stop
+}
+
+void tst_script_debugger::evaluatesTheInnerOfTwoNames()
+{
+    attach("function exportStep() {\n"
+           "    let name = 'outer';\n"
+           "    {\n"
+           "        let name = 'inner';\n"
+           "        name += '!';\n"
+           "    }\n"
+           "    return name;\n"
+           "}\n");
+    ONLY_WITH_LINES();
+    breakAt(5);
+    QStringList results;
+    debugger_driver driver({debugger_driver::key(Qt::Key_F5), [&](debugger_driver & d) {
+                                results.append(d.evaluate(QStringLiteral("name")));
+                                d.find<QAction>("m_actContinue")->trigger();
+                            }});
+    QCOMPARE(step().getDesc(), QStringLiteral("outer"));
+    QCOMPARE(results, QStringList("\"inner\""));
 }
 
 void tst_script_debugger::breakpointInALoop()

@@ -171,6 +171,7 @@ private slots:
     void debugNeedsAScript();
     void debugNeedsAnExistingScript();
     void debugReportsTheEngine();
+    void debuggerThatDoesNotStartIsNotAttached();
     void resizingSharesTheTable();
     void showSettingsTellsWhetherItWasAccepted();
 };
@@ -718,6 +719,33 @@ void tst_settings_dialog::debugReportsTheEngine()
     tools::custom_javascript engine;
     QCOMPARE(answerer.text, engine.initEngine(QStringLiteral("bad.js"), &f.plugin).getDesc());
     QVERIFY(answerer.text.contains(QStringLiteral("bad.js")));
+    QVERIFY(!f.plugin.getCustomScript());
+}
+
+void tst_settings_dialog::debuggerThatDoesNotStartIsNotAttached()
+{
+    fixture f;
+    f.open();
+    QFile script(f.stored.path(QStringLiteral("slow.js")));
+    QVERIFY(script.open(QIODevice::WriteOnly));
+    script.write("console.log('loading'); function exportStep() {}");
+    script.close();
+    f.script()->setText(QStringLiteral("slow.js"));
+    // The script loads, but takes too long when it is loaded anew for the debugger.
+    int loads = 0;
+    connect(&f.plugin, &ddl_export::onMessage, this, [&loads] {
+        if (++loads == 2) {
+            QTest::qSleep(400);
+        }
+    });
+    const support::message_box_answerer answerer;
+    qputenv("KORVANE_SCRIPT_TIMEOUT_MS", "200");
+    f.click("m_btnDebugCustomScript");
+    qunsetenv("KORVANE_SCRIPT_TIMEOUT_MS");
+    QCOMPARE(loads, 2);
+    QCOMPARE(answerer.asked, 1);
+    QVERIFY2(answerer.text.endsWith(QStringLiteral("loading the custom script did not end within 200 ms")),
+             qPrintable(answerer.text));
     QVERIFY(!f.plugin.getCustomScript());
 }
 

@@ -9,10 +9,13 @@
 #include "view/main_wnd.h"
 
 #include <QAbstractButton>
+#include <QCoreApplication>
 #include <QDialog>
 #include <QFile>
 #include <QHash>
 #include <QMessageBox>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QTemporaryFile>
 
 #include <cstdio>
@@ -67,6 +70,9 @@ public:
             {QStringLiteral("fail_silent"), [] { return zk::ZkBool::failure(QString()); }},
             {QStringLiteral("question"), [this] { return ask(QMessageBox::Yes | QMessageBox::No); }},
             {QStringLiteral("question_ok"), [this] { return ask(QMessageBox::Ok | QMessageBox::Cancel); }},
+            {QStringLiteral("question_no"), [this] { return askForNo(); }},
+            {QStringLiteral("question_escape"), [this] { return askWithEscape(); }},
+            {QStringLiteral("progress"), [this] { return showProgress(); }},
             {QStringLiteral("question_then_dialog"), [this] { return askThenDialog(); }},
             {QStringLiteral("information"), [this] { return inform(QMessageBox::Information); }},
             {QStringLiteral("warning"), [this] { return inform(QMessageBox::Warning); }},
@@ -139,6 +145,47 @@ private:
                                   buttons & QMessageBox::Yes ? QMessageBox::Yes : QMessageBox::Ok);
         say(answer == QMessageBox::Yes || answer == QMessageBox::Ok ? QStringLiteral("answered yes")
                                                                     : QStringLiteral("answered no"));
+        return zk::ZkBool::success();
+    }
+    /// Asks after a message, with mark-up and a second text, a question that is better answered No.
+    zk::ZkBool askForNo()
+    {
+        say(QStringLiteral("before the question"));
+        QMessageBox box(QMessageBox::Question, QStringLiteral("Korvane - AskingPlugin"),
+                        QStringLiteral("<b>Make</b> it &amp; go ?"), QMessageBox::Yes | QMessageBox::No);
+        box.setInformativeText(QStringLiteral("<i>It</i> is new."));
+        box.setDefaultButton(QMessageBox::No);
+        say(box.exec() == QMessageBox::Yes ? QStringLiteral("answered yes") : QStringLiteral("answered no"));
+        return zk::ZkBool::success();
+    }
+    /// Asks with a button that means neither Yes nor No and is the one for Escape.
+    zk::ZkBool askWithEscape()
+    {
+        QMessageBox box(QMessageBox::Question, QStringLiteral("Korvane - AskingPlugin"),
+                        QStringLiteral("Go ?"));
+        box.addButton(QStringLiteral("Go"), QMessageBox::YesRole);
+        box.addButton(QStringLiteral("Turn back"), QMessageBox::NoRole);
+        QPushButton * const stay = box.addButton(QStringLiteral("Stay"), QMessageBox::ActionRole);
+        box.setEscapeButton(stay);
+        box.exec();
+        say(QStringLiteral("clicked ") + box.clickedButton()->text());
+        return zk::ZkBool::success();
+    }
+    zk::ZkBool showProgress()
+    {
+        QProgressDialog dialog(QStringLiteral("Working"), QStringLiteral("Cancel"), 0, 3);
+        dialog.setWindowModality(Qt::ApplicationModal);
+        dialog.setMinimumDuration(0);
+        dialog.show();
+        for (int i = 0; i <= 3; ++i) {
+            dialog.setValue(i);
+            QCoreApplication::processEvents();
+            QCoreApplication::processEvents();
+            if (dialog.wasCanceled()) {
+                return zk::ZkBool::failure(QStringLiteral("cancelled"));
+            }
+        }
+        say(QStringLiteral("worked"));
         return zk::ZkBool::success();
     }
     zk::ZkBool askThenDialog()
