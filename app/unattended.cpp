@@ -144,7 +144,6 @@ QAbstractButton * unattended::askAtTerminal(const QMessageBox & box, const QStri
     QAbstractButton * const yes = positiveButton(box);
     QAbstractButton * const no = negativeButton(box);
     const bool defaultIsYes = yes && box.defaultButton() == yes;
-    (void)finishOutput(0);
     for (;;) {
         std::cerr << text.toStdString() << (defaultIsYes ? " [Y/n] " : " [y/N] ") << std::flush;
         std::string line;

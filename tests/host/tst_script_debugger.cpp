@@ -663,20 +663,22 @@ void tst_script_debugger::evaluatesTheInnerOfTwoNames()
 {
     attach("function exportStep() {\n"
            "    let name = 'outer';\n"
-           "    {\n"
+           "    const other = () => name;\n"
+           "    function inner() {\n"
            "        let name = 'inner';\n"
-           "        name += '!';\n"
+           "        const own = () => name;\n"
+           "        return own() + other();\n"
            "    }\n"
-           "    return name;\n"
+           "    return inner();\n"
            "}\n");
     ONLY_WITH_LINES();
-    breakAt(5);
+    breakAt(7);
     QStringList results;
     debugger_driver driver({debugger_driver::key(Qt::Key_F5), [&](debugger_driver & d) {
                                 results.append(d.evaluate(QStringLiteral("name")));
                                 d.find<QAction>("m_actContinue")->trigger();
                             }});
-    QCOMPARE(step().getDesc(), QStringLiteral("outer"));
+    QCOMPARE(step().getDesc(), QStringLiteral("innerouter"));
     QCOMPARE(results, QStringList("\"inner\""));
 }
 
