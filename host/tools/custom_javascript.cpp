@@ -17,7 +17,6 @@
 #include <QJSManagedValue>
 #include <QPointer>
 #include <QRegularExpression>
-#include <QSet>
 
 #include <array>
 #include <optional>
@@ -318,8 +317,7 @@ zk::ZkBool custom_javascript::impl::debug()
     return zk::ZkBool::success();
 }
 
-/// Evaluates `code` where it sees `names` (of two that are the same, the first) and what the script has
-/// defined.
+/// Evaluates `code` where it sees `names`, which are all different, and what the script has defined.
 script_evaluation custom_javascript::impl::evaluate(const QString & code,
                                                     const QList<script_variable> & names)
 {
@@ -328,13 +326,12 @@ script_evaluation custom_javascript::impl::evaluate(const QString & code,
     QJSEngine & engine = *m_pScript->engine;
     QJSValue nameArray = engine.newArray();
     QJSValue valueArray = engine.newArray();
-    QSet<QString> known;
+    quint32 count = 0;
     for (const script_variable & variable : names) {
-        if (!known.contains(variable.name) && identifier.match(variable.name).hasMatch()) {
-            const auto at = static_cast<quint32>(known.size());
-            nameArray.setProperty(at, variable.name);
-            valueArray.setProperty(at, variable.value);
-            known.insert(variable.name);
+        if (identifier.match(variable.name).hasMatch()) {
+            nameArray.setProperty(count, variable.name);
+            valueArray.setProperty(count, variable.value);
+            ++count;
         }
     }
     const call_watchdog::suspended outer = m_pScript->watchdog.suspend();
