@@ -109,6 +109,23 @@ QDateTime creationTimeAfter(const list_of_versions & versions)
     return newest.isValid() && newest > now ? newest : now;
 }
 
+/// A failure when the version that was just added is not the last one: versions are numbered by their times,
+/// and a damaged one can sort behind every time there is.
+QSqlError checkIsLast(const QString & file, const QSqlDatabase & database)
+{
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    query.exec(QStringLiteral("SELECT rowid = last_insert_rowid() FROM t_project_historic "
+                              "ORDER BY dt_creation DESC, rowid DESC LIMIT 1"));
+    if (query.next() && !query.value(0).toBool()) {
+        return zk::sqlite::failure(file,
+                                   QStringLiteral("is damaged (the time of a version is not a time, and a "
+                                                  "new version would come before it); restore it from a "
+                                                  "copy"));
+    }
+    return query.lastError();
+}
+
 /// Adds the version to the open and checked project file.
 QSqlError addVersion(const QString & file, zk::ZkSession & session, const QString & message, tag_when when,
                      qsizetype limit, tag_result & result)
@@ -137,6 +154,9 @@ QSqlError addVersion(const QString & file, zk::ZkSession & session, const QStrin
     list_of_versions added;
     added.insert(0, record);
     if (const QSqlError error = zk::dao::insert(added, session.database()); error.isValid()) {
+        return error;
+    }
+    if (const QSqlError error = checkIsLast(file, session.database()); error.isValid()) {
         return error;
     }
     result.number = newest + 1;

@@ -106,6 +106,20 @@ private Q_SLOTS:
         QCOMPARE(list.at(2).message, QString("three"));
         QCOMPARE(list.at(2).created, list.at(0).created);
     }
+    void aTimeThatIsNoneIsNotFollowed()
+    {
+        tag("one");
+        execute("UPDATE t_project_historic SET dt_creation = 'a|b|'");
+        const QByteArray before = support::bytesOf(m_sFile);
+        int number = 0;
+        QCOMPARE(storage::history::tag(m_sFile, "two", number).text(),
+                 m_sFile +
+                     ": is damaged (the time of a version is not a time, and a new version would come before "
+                     "it); restore it from a copy");
+        QCOMPARE(number, 0);
+        QCOMPARE(versions().size(), 1);
+        QCOMPARE(support::bytesOf(m_sFile), before);
+    }
     void timesAreTextThatSorts()
     {
         tag("one");
