@@ -57,8 +57,11 @@ QString describe(const QJSValue & value, int depth)
     if (value.isString()) {
         return quoted(value.toString());
     }
-    if (const auto * const object = qobject_cast<const script_object *>(value.toQObject())) {
-        return object->toString();
+    if (value.isQObject()) {
+        // Objects of the model are all that a script can hold of these; it may destroy one and keep the
+        // value.
+        const auto * const object = qobject_cast<const script_object *>(value.toQObject());
+        return object ? object->toString() : QStringLiteral("(destroyed)");
     }
     if (value.isCallable()) {
         return QStringLiteral("function ") + value.property(QStringLiteral("name")).toString();
@@ -66,7 +69,7 @@ QString describe(const QJSValue & value, int depth)
     if (value.isDate()) {
         return value.toDateTime().toString(Qt::ISODateWithMs);
     }
-    if (!value.isObject() || value.isError() || value.isRegExp() || value.isQObject()) {
+    if (!value.isObject() || value.isError() || value.isRegExp()) {
         return value.toString();
     }
     return members(value, depth);

@@ -95,12 +95,14 @@ private slots:
     void secondRunShowsTheSameWindow();
     void showsTheStep();
     void showsWhatTurnsTheDirectionOfNames();
+    void parametersAreInOrder();
     void stepShowsTheAnswer();
     void emptyAnswer();
     void continueRunsToTheEnd();
     void stopsAtActions();
     void runsToAction();
     void evaluatesInTheStep();
+    void objectThatAnEvaluationDestroys();
     void evaluationCanChangeTheStep();
     void endlessEvaluationIsStopped();
     void detachInTheMiddle();
@@ -228,6 +230,27 @@ void tst_script_debugger::showsTheStep()
     QCOMPARE(source, QString::fromLatin1(Script));
 }
 
+void tst_script_debugger::parametersAreInOrder()
+{
+    attach();
+    QStringList labels;
+    debugger_driver driver({[&](debugger_driver & d) {
+        const auto * const step = d.find<QTreeWidget>("m_lstStep");
+        for (int i = 0; i < step->topLevelItemCount(); ++i) {
+            labels.append(step->topLevelItem(i)->text(0));
+        }
+        d.find<QAction>("m_actContinue")->trigger();
+    }});
+    QHash<QString, QVariant> parameters = {{QStringLiteral("action"), QStringLiteral("CREATE_TABLE")},
+                                           {QStringLiteral("default_value"), QString()}};
+    for (const char * const name : {"g", "c", "a", "h", "e", "b", "f", "d"}) {
+        parameters.insert(QString::fromLatin1(name), QString());
+    }
+    QVERIFY(m_script->executeScript(m_pProject.get(), nullptr, nullptr, nullptr, parameters));
+    QCOMPARE(labels, QStringList({"Action", "Project", "Entity", "Property", "Enumeration", "a", "b", "c",
+                                  "d", "e", "f", "g", "h"}));
+}
+
 void tst_script_debugger::stepShowsTheAnswer()
 {
     attach();
@@ -334,6 +357,9 @@ void tst_script_debugger::evaluatesInTheStep()
                                               "Array.from({length: 20}, (v, i) => i)",
                                               "Array.from({length: 21}, (v, i) => i)",
                                               "[{a: {}}]",
+                                              "({length: 3})",
+                                              "'\\n\\r\\t'",
+                                              "'x'.repeat(2000)",
                                               "nothing.at.all",
                                               "let"}) {
             results.append(d.evaluate(QString::fromLatin1(expression)));
@@ -346,12 +372,26 @@ void tst_script_debugger::evaluatesInTheStep()
                           "\"-- x\"", "entity person", "[1, \"a\", null]", "{a: 1, b: {c: {…}}}",
                           "function comment"}));
     const QString twenty = "[0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19";
-    QCOMPARE(results.mid(11, 7),
+    QCOMPARE(results.mid(11, 10),
              QStringList({R"("a\\b\"c")", QDateTime::fromMSecsSinceEpoch(0).toString(Qt::ISODateWithMs),
-                          "/x/g", "Error: e", twenty + "]", twenty + ", …]", "[{a: {…}}]"}));
-    results.remove(11, 7);
+                          "/x/g", "Error: e", twenty + "]", twenty + ", …]", "[{a: {…}}]", "{length: 3}",
+                          R"("\n\r\t")", "\"" + QString(1999, QLatin1Char('x')) + "…"}));
+    results.remove(11, 10);
     QCOMPARE(results[11], QStringLiteral("failed: ReferenceError: nothing is not defined"));
     QVERIFY2(results[12].startsWith(QStringLiteral("failed: SyntaxError")), qPrintable(results[12]));
+}
+
+void tst_script_debugger::objectThatAnEvaluationDestroys()
+{
+    attach();
+    QString shown;
+    debugger_driver driver({[](debugger_driver & d) { d.evaluate(QStringLiteral("entity.destroy()")); },
+                            [&](debugger_driver & d) {
+                                shown = d.evaluate(QStringLiteral("entity"));
+                                d.find<QAction>("m_actContinue")->trigger();
+                            }});
+    QVERIFY(step());
+    QCOMPARE(shown, QStringLiteral("(destroyed)"));
 }
 
 void tst_script_debugger::evaluationCanChangeTheStep()

@@ -1,10 +1,12 @@
 // What the plug-in says of itself.
 
+#include "plugin/builder/ddl_export_builder.h"
 #include "plugin/ddl_export.h"
 
 #include "tools/custom_javascript.h"
 
 #include <QApplication>
+#include <QMetaMethod>
 #include <QTest>
 
 class tst_identity : public QObject
@@ -17,6 +19,7 @@ private slots:
     void icons();
     void iconImagesExist_data();
     void iconImagesExist();
+    void signalsKeepTheirOrder();
     void fixedAnswers();
     void defaults();
     void terminateReleasesTheScriptEngine();
@@ -84,6 +87,21 @@ void tst_identity::iconImagesExist()
     QVERIFY(!single.isNull());
     QCOMPARE(twice.size(), single.size() * 2);
     QVERIFY2(single.hasAlphaChannel(), "an icon has to stand on light and on dark ground");
+}
+
+void tst_identity::signalsKeepTheirOrder()
+{
+    for (const QMetaObject * const type :
+         {&plugin::base_interface::staticMetaObject, &plugin::ddl_export_builder::staticMetaObject}) {
+        QByteArrayList names;
+        for (int i = type->methodOffset(); i < type->methodCount(); ++i) {
+            if (type->method(i).methodType() == QMetaMethod::Signal) {
+                names.append(type->method(i).methodSignature());
+            }
+        }
+        QCOMPARE(names, QByteArrayList(
+                            {"onMessage(QString,int,int)", "onProgress(int,int)", "onFileWritten(QString)"}));
+    }
 }
 
 void tst_identity::fixedAnswers()

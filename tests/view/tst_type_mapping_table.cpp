@@ -2,6 +2,7 @@
 
 #include "view/ddl_export_type_mapping.h"
 
+#include <QDialog>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -102,11 +103,15 @@ private slots:
     void firstOfEqualTypesWins();
     void halfRowsAreNotRead();
     void returnMovesTheFocus();
+    void returnScrollsToTheRowItMovesTo();
+    void returnInADialogPressesNoButton();
     void deletingKeepsTheOthersApart();
     void emptyLastRowIsNotDeleted();
+    void rowWithoutCppTypeIsNotDeleted();
     void clearEmptiesListAndTable();
     void columnsShareTheWidth();
     void scrollBarChangesTheWidth();
+    void scrollBarCountsWhileFilling();
     void hiddenTableStaysHidden();
     void withoutTableNothingHappens();
 };
@@ -261,6 +266,46 @@ void tst_type_mapping_table::returnMovesTheFocus()
     QCOMPARE(QApplication::focusWidget(), f.sql(3));
 }
 
+void tst_type_mapping_table::returnScrollsToTheRowItMovesTo()
+{
+    fixture f;
+    type_mapping many;
+    for (int i = 0; i < 50; ++i) {
+        many.insert(QStringLiteral("type_%1").arg(i), QStringLiteral("TEXT"));
+    }
+    f.show(many);
+    // A column that a person made wide hides the beginning of the rows as well.
+    f.table->setColumnWidth(3, 900);
+    f.sql(39)->setFocus();
+    f.table->scrollToTop();
+    f.table->horizontalScrollBar()->setValue(f.table->horizontalScrollBar()->maximum());
+    const auto beginIsSeen = [&f] {
+        return f.table->viewport()->rect().contains(f.table->visualItemRect(f.table->item(40, 1)).center());
+    };
+    QVERIFY(!beginIsSeen());
+    QTest::keyClick(f.sql(39), Qt::Key_Return);
+    QCOMPARE(QApplication::focusWidget(), f.cpp(40));
+    QVERIFY(beginIsSeen());
+}
+
+void tst_type_mapping_table::returnInADialogPressesNoButton()
+{
+    QDialog dialog;
+    auto * const table = new QTableWidget;
+    (new QVBoxLayout(&dialog))->addWidget(table);
+    view::ddl_export_type_mapping editor(table, nullptr, QString());
+    editor.setListOfTypeMapping(Three);
+    editor.fill();
+    // A dialog without a default button looks for one behind the field that has the focus when it opens.
+    auto * const sql = qobject_cast<QLineEdit *>(table->cellWidget(1, 3));
+    sql->setFocus();
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QTest::keyClick(sql, Qt::Key_Return);
+    editor.file();
+    QVERIFY(editor.getListOfTypeMapping() == Three);
+}
+
 void tst_type_mapping_table::deletingKeepsTheOthersApart()
 {
     fixture f;
@@ -287,6 +332,18 @@ void tst_type_mapping_table::emptyLastRowIsNotDeleted()
     QVERIFY(f.remove(3)->isEnabled());
     QTest::mouseClick(f.remove(3), Qt::LeftButton);
     QCOMPARE(f.table->rowCount(), 4);
+}
+
+void tst_type_mapping_table::rowWithoutCppTypeIsNotDeleted()
+{
+    fixture f;
+    f.show(Three);
+    QTest::keyClicks(f.sql(3), QStringLiteral("typed first"));
+    f.cpp(1)->clear();
+    QTest::mouseClick(f.remove(3), Qt::LeftButton);
+    QTest::mouseClick(f.remove(1), Qt::LeftButton);
+    const QStringList expected = {"<default type>=TEXT", "=INTEGER", "QString=VARCHAR(80)", "=typed first"};
+    QCOMPARE(f.rows(), expected);
 }
 
 void tst_type_mapping_table::clearEmptiesListAndTable()
@@ -330,6 +387,21 @@ void tst_type_mapping_table::scrollBarChangesTheWidth()
     QTRY_VERIFY(f.table->verticalScrollBar()->isVisible());
     QTRY_VERIFY(f.table->columnWidth(2) < before);
     QCOMPARE(f.frame->title(), QStringLiteral("Mapping (200)"));
+}
+
+void tst_type_mapping_table::scrollBarCountsWhileFilling()
+{
+    fixture f;
+    f.show(Three);
+    int widthAfterChange = 0;
+    connect(f.table->model(), &QAbstractItemModel::rowsInserted, this, [&] {
+        f.table->setColumnWidth(2, 17);
+        QVERIFY(QMetaObject::invokeMethod(&f.editor, "doVScrollVisibilityChanged",
+                                          Q_ARG(QObject *, f.table->verticalScrollBar()), Q_ARG(bool, true)));
+        widthAfterChange = f.table->columnWidth(2);
+    });
+    f.editor.fill();
+    QVERIFY2(widthAfterChange > 200, qPrintable(QString::number(widthAfterChange)));
 }
 
 void tst_type_mapping_table::hiddenTableStaysHidden()

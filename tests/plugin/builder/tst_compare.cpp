@@ -28,6 +28,7 @@ private Q_SLOTS:
     void renamesColumns();
     void treatsTransientPropertiesAsAbsent();
     void ignoresInvalidProperties();
+    void takesRelationshipsWithoutId();
     void createsAndDropsIndexes();
     void dropsIndexesByTheirOldName();
     void createsAndDropsIndexesWithColumns();
@@ -307,6 +308,24 @@ void tst_compare::ignoresInvalidProperties()
     now.property(0, "zero2", "int");
     now.get()->getListOfProperty(true, true, false)->insert(98, nullptr);
     QCOMPARE(compare().statements, QString());
+}
+
+void tst_compare::takesRelationshipsWithoutId()
+{
+    addEntity(m_previous, 1, "e", 1);
+    addEntity(m_previous, 2, "t", 1);
+    entity_builder now = addEntity(m_current, 1, "e", 2);
+    now.relation(11, "t", 0, model::relationship::many_to_one, 2).columns("t_id");
+    addEntity(m_current, 2, "t", 1);
+    QCOMPARE(compare().statements,
+             QString("ALTER TABLE e ADD COLUMN t_id INTEGER;\n"
+                     "ALTER TABLE e ADD CONSTRAINT fk_e_t_id FOREIGN KEY (t_id) REFERENCES t (id);\n"));
+    // What was added is dropped on the way back.
+    m_previous.entity(1)->setVersion(3);
+    std::swap(m_previous, m_current);
+    m_current.project().setName("shop");
+    QCOMPARE(compare().statements, QString("ALTER TABLE e DROP COLUMN t_id;\n"
+                                           "ALTER TABLE e DROP CONSTRAINT fk_e_t_id;\n"));
 }
 
 void tst_compare::createsAndDropsIndexes()

@@ -203,8 +203,10 @@ private Q_SLOTS:
         e.property(11, "a", "QString").indexed();
         e.property(12, "b", "QString");
         e.property(13, "c", "int").indexed();
+        e.property(14, "d", "QString").types({"QString", "int"}).columns("d|n").indexed();
+        e.property(15, "e", "QString").types({"QString", "QString"}).columns("e|f").indexed();
         QCOMPARE(newBuilder()->createTable(e.get()),
-                 QString("CREATE TABLE t (a VARCHAR(900), b TEXT, c INT);"));
+                 QString("CREATE TABLE t (a VARCHAR(900), b TEXT, c INT, d|n TEXT, e|f VARCHAR(900));"));
     }
     void givesEnumerationsItsOwnNumber()
     {

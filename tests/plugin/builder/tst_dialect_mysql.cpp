@@ -209,7 +209,16 @@ private Q_SLOTS:
         support::entity_builder odd = m_model.entity(200, "odd");
         const auto key = odd.relation(2000, "children", 2001, model::relationship::one_to_many, 1).get();
         key->setIdentifier(true);
-        QCOMPARE(newBuilder()->createTable(odd.get()), QString("CREATE TABLE `odd` ();"));
+        odd.property(2002, "note", "int");
+        support::entity_builder linked = m_model.entity(201, "linked");
+        linked.relation(2010, "persons", 2011, model::relationship::many_to_many, 1)
+            .get()
+            ->setIdentifier(true);
+        for (const bool relationships : {false, true}) {
+            const auto builder = newBuilder(relationships);
+            QCOMPARE(builder->createTable(odd.get()), QString("CREATE TABLE `odd` (`note` INTEGER);"));
+            QCOMPARE(builder->createTable(linked.get()), QString("CREATE TABLE `linked` ();"));
+        }
     }
 };
 

@@ -295,8 +295,11 @@ private Q_SLOTS:
         e.property(12, "b", "QUuid");
         e.property(13, "c", "int").indexed();
         e.property(14, "d", "QString").forced("CHAR(3)").indexed();
+        e.property(15, "e", "QString").types({"QString", "int"}).columns("e|n").indexed();
+        e.property(16, "f", "QString").types({"QString", "QString"}).columns("f|g").indexed();
         QCOMPARE(newBuilder()->createTable(e.get()),
-                 QString("CREATE TABLE t (a VARCHAR2(4000), b VARCHAR2(255), c INTEGER, d VARCHAR2(4000));"));
+                 QString("CREATE TABLE t (a VARCHAR2(4000), b VARCHAR2(255), c INTEGER, d VARCHAR2(4000), "
+                         "e|n CLOB, f|g VARCHAR2(4000));"));
     }
     void dropsTheWordColumnWhereverItStands()
     {

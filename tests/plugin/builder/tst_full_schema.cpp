@@ -61,6 +61,7 @@ private Q_SLOTS:
     void tellsEveryStep();
     void leavesForeignKeysToTheTables();
     void skipsWhatIsNoTable();
+    void takesColumnsAndRelationshipsWithoutId();
     void writesAnEmptyProject();
     void writesTheFirstVersion();
     void emptiesItsListsFirst();
@@ -177,6 +178,27 @@ void tst_full_schema::skipsWhatIsNoTable()
                      "CREATE TABLE visible (id TEXT NOT NULL PRIMARY KEY, hidden INTEGER);\n"
                      "ALTER TABLE visible ADD CONSTRAINT fk_visible_hidden FOREIGN KEY (hidden) "
                      "REFERENCES hidden (id);\n"
+                     "\n"));
+}
+
+void tst_full_schema::takesColumnsAndRelationshipsWithoutId()
+{
+    export_bench bench;
+    bench.plugin.setExportRelationships(true);
+    model_builder model;
+    entity_builder person = model.entity(1, "person");
+    person.identifier(10, "id", "QUuid");
+    person.property(0, "code", "int").indexed();
+    person.relation(12, "country", 0, model::relationship::many_to_one, 2).columns("country_id");
+    model.entity(2, "country").identifier(20, "id", "QUuid");
+    QVERIFY(bench.builder().builder().build(model.project()));
+    QCOMPARE(bench.content("shop_default_db_schema_full.sql"),
+             QString("\n"
+                     "CREATE TABLE person (id TEXT NOT NULL PRIMARY KEY, code INTEGER, country_id TEXT);\n"
+                     "CREATE TABLE country (id TEXT NOT NULL PRIMARY KEY);\n"
+                     "CREATE INDEX idx_person_code ON person (code);\n"
+                     "ALTER TABLE person ADD CONSTRAINT fk_person_country_id FOREIGN KEY (country_id) "
+                     "REFERENCES country (id);\n"
                      "\n"));
 }
 

@@ -2,6 +2,7 @@
 
 #include "tools/custom_javascript.h"
 
+#include <QThread>
 #include <QtTest>
 
 using plugin::ddl_export;
@@ -37,6 +38,7 @@ private Q_SLOTS:
     void takesTheEngineOfTheMoment();
     void failsEvolutionToo();
     void isReleasedAfterABuild();
+    void staysOnTheThreadOfTheBuild();
 
 private:
     void useScript(const QByteArray & text);
@@ -252,6 +254,28 @@ void tst_script_hook::isReleasedAfterABuild()
     QVERIFY(!m_bench->builder().customScript());
     m_bench->plugin.setCustomScript(nullptr);
     QVERIFY(script.expired());
+}
+
+/// The watch over the script has a thread of its own; what it watches has none.
+void tst_script_hook::staysOnTheThreadOfTheBuild()
+{
+    model_builder model;
+    model.entity(1, "person").identifier(10, "id", "long");
+    useScript("function exportStep(project, entity, property, enumeration, parameters) {"
+              " console.log(parameters.action); return parameters.default_value; }");
+    QSet<QThread *> threads;
+    int calls = 0;
+    const auto note = [&] {
+        threads.insert(QThread::currentThread());
+        ++calls;
+    };
+    const plugin::ddl_export_builder & builder = m_bench->builder().builder();
+    connect(&m_bench->plugin, &plugin::base_interface::onMessage, this, note, Qt::DirectConnection);
+    connect(&builder, &plugin::ddl_export_builder::onMessage, this, note, Qt::DirectConnection);
+    connect(&builder, &plugin::ddl_export_builder::onProgress, this, note, Qt::DirectConnection);
+    QVERIFY(build(model));
+    QVERIFY(calls > 6);
+    QCOMPARE(threads, QSet<QThread *>{thread()});
 }
 
 QTEST_MAIN(tst_script_hook)
