@@ -2,7 +2,9 @@
 
 #include "tools/unfinished_files.h"
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -26,6 +28,17 @@ std::array<struct sigaction, CrashSignals.size()> formerActions;
 
 // Where the stack itself found no memory to grow, a handler needs one of its own.
 alignas(16) std::array<char, 65536> crashStack;
+
+// The end may come on any thread, so the room for it is never given back. The last byte stays 0.
+std::array<char, 8192> loss;
+std::atomic<bool> hasLoss;
+
+void writeLine(const char * line) noexcept
+{
+    // Nothing is left to be done about a standard error that takes nothing.
+    if (::write(STDERR_FILENO, line, std::strlen(line)) >= 0 && ::write(STDERR_FILENO, "\n", 1) >= 0) {
+    }
+}
 
 /// Bytes of memory that the program occupies, by calls that a signal handler may make; 0 when not told.
 size_t memoryInUse() noexcept
@@ -93,11 +106,25 @@ void onCrash(int signal, siginfo_t * info, void *)
 
 } // namespace
 
+void noteLossAtEnd(const QString & line)
+{
+    hasLoss = false;
+    if (line.isEmpty()) {
+        return;
+    }
+    const QByteArray text = line.toLocal8Bit();
+    const size_t length = std::min(static_cast<size_t>(text.size()), loss.size() - 1);
+    std::memcpy(loss.data(), text.constData(), length);
+    loss.at(length) = '\0';
+    hasLoss = true;
+}
+
 void endProgram(const char * line) noexcept
 {
     removeUnfinishedFiles();
-    // Nothing is left to be done about a standard error that takes nothing.
-    if (::write(STDERR_FILENO, line, std::strlen(line)) >= 0 && ::write(STDERR_FILENO, "\n", 1) >= 0) {
+    writeLine(line);
+    if (hasLoss) {
+        writeLine(loss.data());
     }
     _exit(1);
 }

@@ -2,14 +2,21 @@
 
 #include "korvane_global.h"
 
+#include <QString>
+
 /// Ends of the program that run no destructors, and what they owe to the person and to the disk.
 namespace tools {
 
 /// What is said when memory runs out, wherever that is noticed.
 extern KORVANE_EXPORT const char * const OutOfMemory;
 
-/// Removes the unfinished files, writes `line` to standard error and ends the program with status 1. Safe in
-/// a signal handler and on any thread.
+/// Notes what the person loses when endProgram() ends the program from now on, in one line. It takes the
+/// place of what was noted before; an empty one says that there is nothing to lose. Of a line of more than 8
+/// kB the beginning is kept.
+KORVANE_EXPORT void noteLossAtEnd(const QString & line);
+
+/// Removes the unfinished files, writes `line` and the noted loss to standard error and ends the program with
+/// status 1. Safe in a signal handler and on any thread.
 [[noreturn]] KORVANE_EXPORT void endProgram(const char * line) noexcept;
 
 /// From now on a lack of memory that nobody could catch (an exception that leaves Qt's event loop, a library

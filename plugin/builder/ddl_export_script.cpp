@@ -3,6 +3,7 @@
 #include "plugin/builder/ddl_export_builder.h"
 
 #include "tools/custom_javascript.h"
+#include "tools/program_end.h"
 #include "tools/string_helper.h"
 
 #include <QFileInfo>
@@ -105,6 +106,8 @@ bool ddl_export_script::openFile(QString & reason)
     }
     if (isNew) {
         m_new.note(target);
+    } else {
+        tools::noteLossAtEnd(incompleteText());
     }
     return m_file.open(file, QIODevice::WriteOnly | QIODevice::Text, QFileDevice::AutoCloseHandle);
 }
@@ -145,7 +148,13 @@ zk::ZkBool ddl_export_script::close()
         return writeFailure();
     }
     m_new.keep();
+    tools::noteLossAtEnd({});
     return zk::ZkBool::success();
+}
+
+QString ddl_export_script::incompleteText() const
+{
+    return ddl_export_builder::tr("The SQL file is incomplete : %1").arg(m_sFileName);
 }
 
 zk::ZkBool ddl_export_script::writeFailure()
@@ -160,10 +169,10 @@ zk::ZkBool ddl_export_script::failure(const QString & text, const QString & reas
     Q_EMIT m_builder.onMessage(reason.isEmpty() ? text : text + QStringLiteral(" (%1)").arg(reason),
                                MessageError, MessageTimeout);
     if (m_bOpened) {
-        Q_EMIT m_builder.onMessage(ddl_export_builder::tr("The SQL file is incomplete : %1").arg(m_sFileName),
-                                   MessageError, MessageTimeout);
+        Q_EMIT m_builder.onMessage(incompleteText(), MessageError, MessageTimeout);
     }
     m_new.keep();
+    tools::noteLossAtEnd({});
     return zk::ZkBool::failure(text);
 }
 

@@ -47,7 +47,8 @@ inline constexpr QLatin1String End("DDL_EXPORT_END");
 ///
 /// Every operation that fails gives the failure that ends the script, and tells it by a message, with the
 /// reason. What was written until then stays on disk, and a second message names the file. When the program
-/// itself ends before the script does, a file that is new goes.
+/// itself ends before the script does, a file that is new goes; one that was there stays incomplete, which
+/// the last line of the program tells unless a signal ends it.
 class ddl_export_script
 {
 public:
@@ -86,6 +87,7 @@ public:
 
 private:
     bool openFile(QString & reason);
+    [[nodiscard]] QString incompleteText() const;
     [[nodiscard]] zk::ZkBool writeFailure();
     [[nodiscard]] zk::ZkBool failure(const QString & text, const QString & reason);
 

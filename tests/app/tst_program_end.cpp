@@ -179,6 +179,39 @@ private Q_SLOTS:
         QVERIFY(timer.elapsed() < 30000);
         QCOMPARE(QDir(scripts.path()).entryList(QDir::Files), QStringList("hook.js"));
     }
+    /// The first script is complete by then, the second one was there before, and is lost.
+    void scriptThatHeedsNothingOverAnEarlierExport()
+    {
+        const QTemporaryDir scripts;
+        QFile hook(scripts.filePath("hook.js"));
+        QVERIFY(hook.open(QIODevice::WriteOnly));
+        hook.write(
+            "function exportStep(project, entity, property, enumeration, p) {"
+            " if (p.current_file.endsWith('_v1.sql')) { new Array(4294967295).fill(0); } return p.action; }");
+        hook.close();
+        const QString first = scripts.filePath("large_sqlite_db_schema_full.sql");
+        const QString second = scripts.filePath("large_sqlite_db_schema_v1.sql");
+        for (const QString & name : {first, second}) {
+            QFile earlier(name);
+            QVERIFY(earlier.open(QIODevice::WriteOnly));
+            earlier.write("-- of an earlier export\n");
+        }
+        const program_result result = support::runProgram(
+            {"export", path("large.korv"), "--KorvGenericDDLExport_path=" + scripts.path(),
+             "--KorvGenericDDLExport_schema_type=2",
+             "--KorvGenericDDLExport_custom_javacript=" + hook.fileName()},
+            {{"KORVANE_SCRIPT_TIMEOUT_MS", "60000"}});
+        QCOMPARE(result.errors, (hook.fileName() +
+                                 ":1: the custom script used more than 1 GiB of memory and could not be "
+                                 "stopped; the program was ended\nThe SQL file is incomplete : " +
+                                 second + "\n")
+                                    .toUtf8());
+        QCOMPARE(result.status, 1);
+        QFile whole(first);
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        QVERIFY(whole.readAll().endsWith("DDL_EXPORT_END\n"));
+        QCOMPARE(QFileInfo(second).size(), 0);
+    }
     void scriptUnderALimitOfMemory_data()
     {
         QTest::addColumn<int>("kilobytes");

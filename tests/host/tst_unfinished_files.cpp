@@ -188,6 +188,27 @@ private Q_SLOTS:
         QCOMPARE(end.errors, QByteArray("what happened\n"));
         QCOMPARE(names(), QStringList("kept"));
     }
+    void programEndsWithWhatIsLost()
+    {
+        end_of_child end = inChild([&] {
+            tools::noteLossAtEnd("one thing");
+            tools::noteLossAtEnd("another");
+            tools::endProgram("what happened");
+        });
+        QCOMPARE(end.status, 1);
+        QCOMPARE(end.errors, QByteArray("what happened\nanother\n"));
+        end = inChild([&] {
+            tools::noteLossAtEnd("one thing");
+            tools::noteLossAtEnd({});
+            tools::endProgram("what happened");
+        });
+        QCOMPARE(end.errors, QByteArray("what happened\n"));
+        end = inChild([&] {
+            tools::noteLossAtEnd(QString(10000, 'x'));
+            tools::endProgram("what happened");
+        });
+        QCOMPARE(end.errors, "what happened\n" + QByteArray(8191, 'x') + "\n");
+    }
     void memoryThatNobodyMissedIsALine()
     {
         const end_of_child end = inChild([&] {
