@@ -2,6 +2,8 @@
 
 #include "plugin/builder/ddl_export_builder.h"
 #include "plugin/ddl_export.h"
+#include "plugin/export_interface.h"
+#include "support/virtual_places.h"
 
 #include "tools/custom_javascript.h"
 
@@ -20,6 +22,7 @@ private slots:
     void iconImagesExist_data();
     void iconImagesExist();
     void signalsKeepTheirOrder();
+    void operationsKeepTheirOrder();
     void fixedAnswers();
     void defaults();
     void terminateReleasesTheScriptEngine();
@@ -102,6 +105,20 @@ void tst_identity::signalsKeepTheirOrder()
         QCOMPARE(names, QByteArrayList(
                             {"onMessage(QString,int,int)", "onProgress(int,int)", "onFileWritten(QString)"}));
     }
+}
+
+/// A plug-in of another build finds the operations by their places.
+void tst_identity::operationsKeepTheirOrder()
+{
+    using plugin::export_interface;
+    const std::vector<std::size_t> places = support::virtualPlaces(
+        &export_interface::getGuid, &export_interface::getName, &export_interface::getShortDesc,
+        &export_interface::getDescription, &export_interface::getVersion,
+        &export_interface::getCommandLineInfos, &export_interface::getIcon,
+        &export_interface::getIconSettings, &export_interface::hasSettings, &export_interface::showSettings,
+        &export_interface::saveSettings, &export_interface::loadSettings, &export_interface::clearSettings,
+        &export_interface::getPreviewWidget, &export_interface::terminate, &export_interface::exportProject);
+    QCOMPARE(places, support::inARow(places, 16));
 }
 
 void tst_identity::fixedAnswers()

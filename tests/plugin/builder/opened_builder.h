@@ -8,6 +8,7 @@
 #include "model/project.h"
 #include "model/property.h"
 #include "model/relationship.h"
+#include "support/virtual_places.h"
 
 #include <memory>
 
@@ -61,6 +62,17 @@ public:
     using property_ptr = std::shared_ptr<model::property>;
     using relationship_ptr = std::shared_ptr<model::relationship>;
     using project_ptr = std::shared_ptr<model::project>;
+
+    /// Where the generators of statements stand among the virtual operations.
+    static std::vector<std::size_t> placesOfGenerators()
+    {
+        return support::virtualPlaces(
+            &plugin::ddl_export_builder::getDefaultListTypeMapping, &door::exportBegin, &door::exportEnd,
+            &door::getBuilderName, &door::getDefaultSqlPropertyType, &door::createTable,
+            &door::addConstraintFKInCreateTable, &door::dropTable, &door::renameTable, &door::addColumn,
+            &door::dropColumn, &door::renameColumn, &door::addForeignKey, &door::dropForeignKey,
+            &door::createIndex, &door::dropIndex, &door::createExtraTable);
+    }
 
     opened_builder(plugin::ddl_export::database_type db, plugin::ddl_export * plugin)
         : m_builder(plugin::createBuilder(db, plugin)), b(*m_builder)

@@ -62,6 +62,7 @@ class tst_names_and_types : public QObject
 private Q_SLOTS:
     void createsABuilderOfEachDialect_data();
     void createsABuilderOfEachDialect();
+    void operationsKeepTheirOrder();
     void hasDefaultTypes_data();
     void hasDefaultTypes();
     void quotesNames();
@@ -99,6 +100,12 @@ void tst_names_and_types::createsABuilderOfEachDialect()
     QVERIFY(builder);
     QTEST(QByteArray(builder->metaObject()->className()), "className");
     QVERIFY(qobject_cast<plugin::ddl_export_builder_default *>(builder.get()));
+}
+
+void tst_names_and_types::operationsKeepTheirOrder()
+{
+    const std::vector<std::size_t> places = opened_builder::placesOfGenerators();
+    QCOMPARE(places, support::inARow(places, 17));
 }
 
 void tst_names_and_types::hasDefaultTypes_data()
