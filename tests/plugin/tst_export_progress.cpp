@@ -1,5 +1,6 @@
 // What an export tells besides its messages: how far it is, and which files are complete.
 
+#include "plugin/builder/ddl_export_builder.h"
 #include "plugin/ddl_export.h"
 
 #include "support/shop_text.h"
@@ -9,6 +10,8 @@
 
 #include <QDir>
 #include <QTest>
+
+#include <utility>
 
 using plugin::ddl_export;
 using support::ShopText;
@@ -42,6 +45,7 @@ private slots:
     void evolutionWithoutTags();
     void filesAreToldWhenTheyAreComplete();
     void failedScriptIsNoFile();
+    void aSecondBuildTellsTheSameAgain();
     void endsWithTheFirstFailure_data();
     void endsWithTheFirstFailure();
 
@@ -164,6 +168,24 @@ void tst_export_progress::failedScriptIsNoFile()
     QVERIFY(!run(stored, [](ddl_export &) {}));
     QVERIFY(m_files.isEmpty());
     QCOMPARE(m_done, QList<int>{0});
+}
+
+void tst_export_progress::aSecondBuildTellsTheSameAgain()
+{
+    support::stored_project stored(ShopText);
+    ddl_export plugin;
+    plugin.setDDLExportPath(stored.path());
+    plugin.setExportRelationships(true);
+    const auto builder = plugin.getBuilder(ddl_export::db_postgresql);
+    QList<int> told;
+    connect(builder.get(), &plugin::ddl_export_builder::onProgress, this,
+            [&told](int done, int) { told << done; });
+    QVERIFY(builder->build(stored.project()));
+    const QList<int> first = std::exchange(told, {});
+    QCOMPARE(first.constFirst(), 0);
+    QCOMPARE(first.constLast(), 1000);
+    QVERIFY(builder->build(stored.project()));
+    QCOMPARE(told, first);
 }
 
 void tst_export_progress::endsWithTheFirstFailure_data()

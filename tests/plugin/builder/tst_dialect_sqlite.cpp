@@ -249,6 +249,16 @@ private Q_SLOTS:
                  QString("CREATE TABLE node (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT, "
                          "parent_id INTEGER, FOREIGN KEY (parent_id) REFERENCES node (id));"));
     }
+    void writesTheForeignKeysAfterOneThatLeadsNowhere()
+    {
+        support::entity_builder e = m_model.entity(203, "e");
+        e.identifier(2030, "id", "long");
+        e.relation(2031, "lost", 2131, model::relationship::many_to_one, 999).columns("lost_id");
+        e.relation(2032, "person", 2132, model::relationship::many_to_one, 203).columns("person_id");
+        QCOMPARE(newBuilder(true)->createTable(e.get()),
+                 QString("CREATE TABLE e (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT, person_id INTEGER, "
+                         "FOREIGN KEY (person_id) REFERENCES e (id));"));
+    }
     void warnsOnceAlsoWithoutColumns()
     {
         support::entity_builder e = m_model.entity(202, "e");

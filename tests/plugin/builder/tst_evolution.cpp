@@ -436,7 +436,8 @@ void tst_evolution::cannotUncompressATag()
 void tst_evolution::cannotLoadATag_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::newRow("text") << QByteArray("no database at all");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("text") << QByteArray("no database at all") << "is not a Korvane project file (.korv)";
     QTemporaryDir folder;
     const QString other = folder.filePath("other.sqlite");
     {
@@ -446,12 +447,14 @@ void tst_evolution::cannotLoadATag_data()
         QVERIFY(QSqlQuery(database).exec("CREATE TABLE bookmarks (url TEXT)"));
     }
     QSqlDatabase::removeDatabase("other program");
-    QTest::newRow("database of another program") << contentOf(other);
+    QTest::newRow("database of another program")
+        << contentOf(other) << "is a SQLite database, but not a Korvane project";
 }
 
 void tst_evolution::cannotLoadATag()
 {
     QFETCH(QByteArray, content);
+    QFETCH(QString, reason);
     QVERIFY(!content.isEmpty());
     store(1);
     tag();
@@ -461,7 +464,8 @@ void tst_evolution::cannotLoadATag()
     QCOMPARE(result.getCode(), 0L);
     const QRegularExpression expected(QRegularExpression::anchoredPattern(
         "An error occurred loading project tag '" + QRegularExpression::escape(m_temp->path()) +
-        "/shop_v2_\\d{17}\\.korv' :\n.+"));
+        "/shop_v2_(\\d{17})\\.korv' :\n" + QRegularExpression::escape(m_temp->path()) +
+        "/shop_v2_\\1\\.korv: " + QRegularExpression::escape(reason)));
     QVERIFY2(expected.match(result.getDesc()).hasMatch(), qPrintable(result.getDesc()));
     QCOMPARE(temporaryFiles(), QStringList());
     QCOMPARE(m_bench->files(), QStringList{"shop_default_db_schema_v1.sql"});
