@@ -44,7 +44,7 @@ FAULT_HEADER = r"""#pragma once
 #include <unistd.h>
 
 /// The number of the fault that is to happen if it is one from `first` to `last`, else 0. Without a chosen one the
-/// function that asks is written to the file KORVANE_FAULT_TRACE, once a process.
+/// function that asks leaves an empty file in the folder KORVANE_FAULT_TRACE: that works under a full disk as well.
 inline int korvane_fault(int first, int last)
 {
     static const int chosen = [] {
@@ -55,10 +55,8 @@ inline int korvane_fault(int first, int last)
     static bool seen[1 << 16] = {};
     if (trace && !seen[first]) {
         seen[first] = true;
-        const std::string line = std::to_string(first) + "\n";
-        const int file = ::open(trace, O_WRONLY | O_APPEND | O_CREAT, 0600);
-        (void)!::write(file, line.data(), line.size());
-        ::close(file);
+        const std::string name = std::string(trace) + "/" + std::to_string(first);
+        ::close(::open(name.c_str(), O_WRONLY | O_CREAT, 0600));
     }
     return first <= chosen && chosen <= last ? chosen : 0;
 }
@@ -218,14 +216,15 @@ def measure(tests, folder, jobs):
     folder.mkdir(exist_ok=True)
 
     def measured(test):
-        trace = folder / f"{test.name.replace('::', '.')}.trace"
-        trace.write_text("")
-        trace.chmod(0o666)
+        trace = folder / test.name.replace("::", ".")
+        shutil.rmtree(trace, ignore_errors=True)
+        trace.mkdir()
+        trace.chmod(0o777)
         begin = time.monotonic()
         if not run_test(test, {"KORVANE_FAULT_TRACE": str(trace)}, 600):
             print(f"left out, fails without a fault in this build: {test.name}", flush=True)
             return 0, set()
-        return time.monotonic() - begin, {int(line) for line in trace.read_text().split()}
+        return time.monotonic() - begin, {int(name) for name in os.listdir(trace)}
 
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
         results = dict(zip((t.name for t in tests), pool.map(measured, tests)))
@@ -309,7 +308,7 @@ def main():
         for fault in collect_faults(files):
             print(fault)
         return 0
-    tree = Tree(pathlib.Path(arguments.build), files)
+    tree = Tree(pathlib.Path(arguments.build).resolve(), files)
     tree.copy_sources()
     tree.write_faulty_sources()
     tree.configure()
