@@ -139,7 +139,11 @@ QSqlError ddl_export::saveSettings()
     append(KeyCustomScript, m_settings.customScript);
     append(KeyRelationships, m_settings.relationships);
 
-    session.addError(zk::dao::deleteByQuery<model::plugin_params>(paramsOf(getGuid()), session.database()));
+    // Without a transaction of its own it would delete what it cannot write anew.
+    if (session.isValid()) {
+        session.addError(
+            zk::dao::deleteByQuery<model::plugin_params>(paramsOf(getGuid()), session.database()));
+    }
     if (session.isValid()) {
         session.addError(zk::dao::insert(params, session.database()));
     }

@@ -127,6 +127,7 @@ private slots:
     void damagedMappings();
     void failedFetchChangesNothing();
     void failedSaveKeepsWhatWasStored();
+    void aSaveWithoutItsTransactionChangesNothing();
     void readFileKeepsContent();
 };
 
@@ -499,6 +500,19 @@ void tst_settings::failedSaveKeepsWhatWasStored()
     QCOMPARE(rows.size(), 6);
     QCOMPARE(rows[0].value, QStringLiteral("out"));
     QCOMPARE(rows[1].value, QStringLiteral("3"));
+}
+
+void tst_settings::aSaveWithoutItsTransactionChangesNothing()
+{
+    const support::stored_project stored;
+    ddl_export p;
+    setEverything(p);
+    QVERIFY(!p.saveSettings().isValid());
+    const QSqlDatabase database = context::ctx_project::getSingleton().getDatabase();
+    QVERIFY(QSqlQuery(database).exec(QStringLiteral("BEGIN")));
+    QVERIFY(p.saveSettings().isValid());
+    QVERIFY(QSqlQuery(database).exec(QStringLiteral("COMMIT")));
+    QCOMPARE(storedRows(stored.file()).size(), 6);
 }
 
 void tst_settings::readFileKeepsContent()
