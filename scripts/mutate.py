@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Puts small faults into the sources, one at a time, and tells which of them no test notices.
 
-usage: scripts/mutate.py [--list] [--build FOLDER] [--only N,N...] [--sample N] [--jobs N] [--report FILE] [PATH...]
+usage: scripts/mutate.py [--list] [--build FOLDER] [--again FILE] [--sample N] [--jobs N] [--report FILE] [PATH...]
 
 PATH is a source file or a folder of them; by default plugin and host/storage. Every function is compiled with all
 of its faulty versions beside the right one, so the whole set costs one build; KORVANE_FAULT=N in the environment
@@ -283,9 +283,10 @@ def try_all(faults, tests, seconds, reached, jobs):
 
 
 def chosen_faults(faults, arguments):
-    if arguments.only:
-        wanted = {int(n) for n in arguments.only.split(",")}
-        return [f for f in faults if f.number in wanted]
+    if arguments.again:
+        rows = [line.split("\t") for line in pathlib.Path(arguments.again).read_text().splitlines()]
+        wanted = {(place.rpartition(":")[0], before, after) for _, place, before, _, after in rows}
+        return [f for f in faults if (f.file, f.before, f.after) in wanted]
     if arguments.sample and arguments.sample < len(faults):
         return random.Random(arguments.seed).sample(faults, arguments.sample)
     return faults
@@ -296,7 +297,7 @@ def main():
     parser.add_argument("paths", nargs="*", metavar="PATH")
     parser.add_argument("--list", action="store_true", help="print the faults and try none")
     parser.add_argument("--build", default=str(ROOT / "build" / "mutate"), help="folder for the faulty tree")
-    parser.add_argument("--only", help="numbers of the faults to try, as --list prints them")
+    parser.add_argument("--again", metavar="FILE", help="try only the faults of an earlier report")
     parser.add_argument("--sample", type=int, help="try as many faults, drawn by chance")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--jobs", type=int, default=os.cpu_count())

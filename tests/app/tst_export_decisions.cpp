@@ -23,6 +23,7 @@ private Q_SLOTS:
     void strangeValues_data();
     void strangeValues();
     void knownValuesNeedNoWord();
+    void storedSettingsHoldWithoutOptions();
     void storedScriptIsTold();
     void storedScriptIsLeftOut();
     void givenScriptNeedsNoWord();
@@ -139,6 +140,25 @@ void tst_export_decisions::knownValuesNeedNoWord()
     const program_result result = run({"path=.", "db_type=3", "relation_as_fk=1", "schema_type=0"});
     QCOMPARE(result.errors, QByteArray());
     QCOMPARE(result.status, 0);
+}
+
+void tst_export_decisions::storedSettingsHoldWithoutOptions()
+{
+    store("DDL_EXPORT_PATH", m_folder->path());
+    store("DDL_EXPORT_DATABASE_TYPE", "3");
+    store("DDL_EXPORT_RELATIONSHIPS", "1");
+    const program_result stored = run({});
+    QCOMPARE(stored.status, 0);
+    QCOMPARE(scripts(), QStringList{"shop_postgresql_db_schema_full.sql"});
+    QFile file(path("shop_postgresql_db_schema_full.sql"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray withKeys = file.readAll();
+    QVERIFY2(withKeys.contains("FOREIGN KEY"), withKeys.constData());
+    file.close();
+    // Only what an option names is another.
+    QCOMPARE(run({"relation_as_fk=0"}).status, 0);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(!file.readAll().contains("FOREIGN KEY"));
 }
 
 void tst_export_decisions::storedScriptIsTold()

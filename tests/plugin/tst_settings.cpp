@@ -127,6 +127,7 @@ private slots:
     void damagedMappings();
     void failedFetchChangesNothing();
     void failedSaveKeepsWhatWasStored();
+    void aKeyThatIsNotKnownChangesNothing();
     void aSaveWithoutItsTransactionChangesNothing();
     void readFileKeepsContent();
 };
@@ -500,6 +501,15 @@ void tst_settings::failedSaveKeepsWhatWasStored()
     QCOMPARE(rows.size(), 6);
     QCOMPARE(rows[0].value, QStringLiteral("out"));
     QCOMPARE(rows[1].value, QStringLiteral("3"));
+}
+
+void tst_settings::aKeyThatIsNotKnownChangesNothing()
+{
+    const support::stored_project stored;
+    store(stored.file(), QStringLiteral("DDL_EXPORT_SOMETHING_NEWER"), QStringLiteral("1"));
+    ddl_export p;
+    QVERIFY(!p.loadSettings().isValid());
+    QVERIFY(!p.getExportRelationships());
 }
 
 void tst_settings::aSaveWithoutItsTransactionChangesNothing()
