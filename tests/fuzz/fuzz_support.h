@@ -35,6 +35,8 @@ public:
             QDir(QStringLiteral("/dev/shm")).exists() ? QStringLiteral("/dev/shm") : QDir::tempPath();
         m_sName = base + QStringLiteral("/korvane-fuzz-%1").arg(::getpid());
         promise(QDir().mkpath(m_sName), "a folder for the files can be made", m_sName);
+        // What is left behind in the folder for temporary files is noticed as well.
+        qputenv("TMPDIR", QFile::encodeName(m_sName));
     }
     ~own_folder() { QDir(m_sName).removeRecursively(); }
     own_folder(const own_folder &) = delete;
