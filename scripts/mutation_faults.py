@@ -21,6 +21,10 @@ TOKEN = re.compile(
 SWAPPED = {"&&": "||", "||": "&&", "==": "!=", "!=": "==", "<=": "<", ">=": ">", "++": "--", "+=": "-="}
 SWAPPED_BETWEEN_BLANKS = {"<": "<=", ">": ">=", "+": "-", "-": "+"}
 SWAPPED_WORDS = {"true": "false", "false": "true", "continue": "break"}
+# What these say changes nothing that can be seen with the model of this repository: it answers the same for each
+# argument, as its readers may not rely on that, and room or rows kept in memory cost time only.
+UNSEEN = re.compile(r"(getPropertyId|getListOfProperty|isNumber|isString|setForwardOnly|reserve)\([^()]*$")
+UNSEEN_STATEMENT = re.compile(r"[\w.>-]*(setForwardOnly|reserve)\(")
 NO_STATEMENT = {"return", "const", "auto", "static", "if", "for", "else", "using", "break", "continue", "case", "default",
                 "switch", "while", "do", "throw", "constexpr", "delete", "struct", "class", "enum", "try", "catch", "typedef"}
 
@@ -227,7 +231,9 @@ def faults_of_body(text, tokens, body, file, number):
     found = {}
     for begin, end, new in (*token_replacements(text, tokens, first, last), *condition_replacements(tokens, first, last),
                             *statement_removals(tokens, first, last)):
-        if text[begin:end] != new:
+        left = line_around(text, begin, end)[0]
+        if (text[begin:end] != new and not UNSEEN.search(text[left:begin])
+                and not UNSEEN_STATEMENT.match(text[begin:end])):
             found[(begin, end, new)] = None
     faults = []
     for begin, end, new in sorted(found):

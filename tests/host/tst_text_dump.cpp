@@ -135,6 +135,11 @@ private Q_SLOTS:
         QVERIFY(project);
         QCOMPARE(propertyOf(*project, 0, 6)->getRelation()->getId(), 8L);
     }
+    void tellsHowDeepATextMayBe()
+    {
+        const QString error = support::errorOf(QByteArray(2000, '['));
+        QVERIFY2(error.endsWith(": is nested deeper than 64 levels"), qPrintable(error));
+    }
     void namesThePlaceOfANamelessEnumeration()
     {
         const auto project = support::projectOf(m_text);
