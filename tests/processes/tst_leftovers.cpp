@@ -3,11 +3,9 @@
 
 #include "support/project_support.h"
 
-#include <QElapsedTimer>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QThread>
 
 #include <csignal>
 
@@ -58,28 +56,12 @@ private:
         names.removeAll("new.korv");
         return names;
     }
-    /// A file that has only just been made is not locked yet; to try would be to lock it oneself.
-    static bool isLocked(const QString & name)
+    /// Starts the command, which is held as soon as its temporary files are there.
+    void startAndHold(QProcess & process, const QString & command);
+    static void signalTo(const QProcess & process, int signal)
     {
-        struct stat found = {};
-        ::stat(QFile::encodeName(name).constData(), &found);
-        const QList<QByteArray> locks = support::bytesOf("/proc/locks").split('\n');
-        const QByteArray end = ':' + QByteArray::number(static_cast<quint64>(found.st_ino)) + " 0 EOF";
-        return std::any_of(locks.cbegin(), locks.cend(), [&end](const QByteArray & lock) {
-            return lock.contains("FLOCK") && lock.endsWith(end);
-        });
+        ::kill(static_cast<pid_t>(process.processId()), signal);
     }
-    /// Holds a process, which goes on for a moment after it was told to.
-    static void stop(const QProcess & process)
-    {
-        ::kill(static_cast<pid_t>(process.processId()), SIGSTOP);
-        const QString status = QString("/proc/%1/stat").arg(process.processId());
-        while (!support::bytesOf(status).contains(") T ")) {
-            QThread::usleep(200);
-        }
-    }
-    /// Starts the command and waits until its temporary files are there.
-    void startUntilFilesAreThere(QProcess & process, const QString & command);
     void runWhole(const QString & command);
     void killInTheMiddle(const QString & command);
 
@@ -131,24 +113,17 @@ QStringList tst_leftovers::argumentsOf(const QString & command) const
             "--KorvGenericDDLExport_schema_type=1"};
 }
 
-void tst_leftovers::startUntilFilesAreThere(QProcess & process, const QString & command)
+void tst_leftovers::startAndHold(QProcess & process, const QString & command)
 {
-    const QStringList before = found(command);
-    process.setProcessEnvironment(environment());
+    QProcessEnvironment held = environment();
+    held.insert("LD_PRELOAD", KORVANE_HOLD_AT_WRITE);
+    // An export claims the name of a restored version before it is there.
+    held.insert("KORVANE_HOLD_AT", command == "export" ? "/shop_v1_" : "/.korvane-");
+    process.setProcessEnvironment(held);
     process.start(KORVANE_PROGRAM, argumentsOf(command));
     QVERIFY(process.waitForStarted());
-    QElapsedTimer timer;
-    timer.start();
-    // An export claims the name of a restored version before it is there.
-    const QString wanted = command == "export" ? "shop_v1_" : ".korvane-";
-    const auto isNew = [&](const QString & name) {
-        return name.startsWith(wanted) && !before.contains(name) &&
-               (command == "export" || isLocked(placeOf(command) + '/' + name));
-    };
-    for (QStringList now; std::none_of(now.cbegin(), now.cend(), isNew); now = found(command)) {
-        QVERIFY(timer.elapsed() < 20000);
-        QThread::usleep(200);
-    }
+    const QString status = QString("/proc/%1/stat").arg(process.processId());
+    QTRY_VERIFY_WITH_TIMEOUT(support::bytesOf(status).contains(") T "), 60000);
 }
 
 void tst_leftovers::runWhole(const QString & command)
@@ -164,7 +139,7 @@ void tst_leftovers::runWhole(const QString & command)
 void tst_leftovers::killInTheMiddle(const QString & command)
 {
     QProcess process;
-    startUntilFilesAreThere(process, command);
+    startAndHold(process, command);
     process.kill();
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitStatus(), QProcess::CrashExit);
@@ -207,8 +182,7 @@ void tst_leftovers::whatALivingCommandUsesStays()
         QVERIFY(QFile::copy(path("shop.korv"), path("other.korv")));
     }
     QProcess process;
-    startUntilFilesAreThere(process, command);
-    stop(process);
+    startAndHold(process, command);
     const QStringList used = found(command);
     QVERIFY(!used.isEmpty());
     if (command == "tag") {
@@ -221,7 +195,7 @@ void tst_leftovers::whatALivingCommandUsesStays()
     for (const QString & name : used) {
         QVERIFY2(found(command).contains(name), qPrintable(name));
     }
-    ::kill(static_cast<pid_t>(process.processId()), SIGCONT);
+    signalTo(process, SIGCONT);
     QVERIFY(process.waitForFinished(60000));
     QVERIFY2(process.exitCode() == 0, process.readAllStandardError().constData());
     QCOMPARE(found(command), QStringList());
@@ -232,8 +206,9 @@ void tst_leftovers::nothingAfterACommandThatWasInterrupted()
     QFETCH(QString, command);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         QProcess process;
-        startUntilFilesAreThere(process, command);
-        ::kill(static_cast<pid_t>(process.processId()), signal);
+        startAndHold(process, command);
+        signalTo(process, signal);
+        signalTo(process, SIGCONT);
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitStatus(), QProcess::CrashExit);
         QCOMPARE(process.exitCode(), signal);
