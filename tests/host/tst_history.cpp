@@ -94,6 +94,14 @@ private Q_SLOTS:
         tag("two");
         QVERIFY(versions().at(0).created < versions().at(1).created);
     }
+    void aListIsFilledAnew()
+    {
+        tag("one");
+        QList<version> list{{7, {}, "of another project"}};
+        QVERIFY(!storage::history::list(m_sFile, list).isValid());
+        QCOMPARE(list.size(), 1);
+        QCOMPARE(list.at(0).message, QString("one"));
+    }
     void theClockMayGoBack()
     {
         tag("one");

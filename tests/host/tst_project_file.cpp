@@ -507,6 +507,22 @@ private Q_SLOTS:
         QVERIFY(execute(m_sFile, statements));
         refused(expected);
     }
+    void aDamagedModelIsNotReplaced()
+    {
+        QVERIFY(!write(m_sFile, *everything()).isValid());
+        QVERIFY(execute(m_sFile, {"UPDATE t_enumeration SET id = 9007199254740992"}));
+        const QByteArray before = support::bytesOf(m_sFile);
+        bool isAsked = false;
+        const QSqlError error = storage::project_file::replace(
+            m_sFile, [&isAsked](const model::project *, model::project & next) {
+                isAsked = true;
+                next.setName("shop");
+                return QSqlError();
+            });
+        QVERIFY2(error.text().contains("is damaged (table t_enumeration, row 1"), qPrintable(error.text()));
+        QVERIFY(!isAsked);
+        QCOMPARE(support::bytesOf(m_sFile), before);
+    }
     void nothingRunsUnasked()
     {
         QVERIFY(!write(m_sFile, *everything()).isValid());

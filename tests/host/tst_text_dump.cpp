@@ -140,6 +140,12 @@ private Q_SLOTS:
         const QString error = support::errorOf(QByteArray(2000, '['));
         QVERIFY2(error.endsWith(": is nested deeper than 64 levels"), qPrintable(error));
     }
+    void tellsHowLongANameMayBe()
+    {
+        QCOMPARE(storage::model_check::projectNameProblem(QString(180, 'n')), QString());
+        QCOMPARE(storage::model_check::projectNameProblem(QString(181, 'n')),
+                 QString("is longer than 180 bytes"));
+    }
     void namesThePlaceOfANamelessEnumeration()
     {
         const auto project = support::projectOf(m_text);

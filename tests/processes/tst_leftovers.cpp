@@ -29,6 +29,7 @@ private Q_SLOTS:
     void nothingAfterACommandThatWasInterrupted();
     void whatOnlyHasSuchANameStays_data() { commands(); }
     void whatOnlyHasSuchANameStays();
+    void whatOnlyHasSuchANameHidesNothing();
     void aFileInThePlaceOfARestoredVersionStays();
 
 private:
@@ -251,6 +252,18 @@ void tst_leftovers::whatOnlyHasSuchANameStays()
         runWhole(command);
         QCOMPARE(support::bytesOf(place + left), QByteArray("of the user"));
     }
+}
+
+void tst_leftovers::whatOnlyHasSuchANameHidesNothing()
+{
+    killInTheMiddle("import");
+    QStringList kept;
+    for (const char * const name : {".korvane-0000000000000000.new", ".korvane-zzzzzzzzzzzzzzzz.new"}) {
+        QVERIFY(support::writeBytes(path("projects/") + name, "of the user"));
+        kept << name;
+    }
+    runWhole("import");
+    QCOMPARE(found("import"), kept);
 }
 
 void tst_leftovers::aFileInThePlaceOfARestoredVersionStays()
