@@ -507,6 +507,16 @@ private Q_SLOTS:
         QVERIFY(execute(m_sFile, statements));
         refused(expected);
     }
+    void aNewFileHasTheUsualRights()
+    {
+        const mode_t former = ::umask(027);
+        const QSqlError error = write(m_sFile, *everything());
+        ::umask(former);
+        QVERIFY(!error.isValid());
+        struct stat status = {};
+        QCOMPARE(::stat(QFile::encodeName(m_sFile).constData(), &status), 0);
+        QCOMPARE(status.st_mode & 07777, mode_t(0640));
+    }
     void aDamagedModelIsNotReplaced()
     {
         QVERIFY(!write(m_sFile, *everything()).isValid());
