@@ -1443,6 +1443,345 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
 </context>
 <context>
+    <name>storage</name>
+    <message>
+        <source>cannot be tagged: its state of %1 bytes is larger than the %2 bytes that a version may have</source>
+        <translation>kann nicht festgehalten werden: Der Stand ist mit %1 Bytes größer als die %2 Bytes, die eine Version haben darf</translation>
+    </message>
+    <message>
+        <source>is damaged (the time of a version is not a time, and a new version would come before it); restore it from a copy</source>
+        <translation>ist beschädigt (der Zeitpunkt einer Version ist keine Zeitangabe, und eine neue Version käme vor ihr); stellen Sie die Datei aus einer Kopie wieder her</translation>
+    </message>
+    <message>
+        <source>cannot be tagged: there is not enough memory</source>
+        <translation>kann nicht festgehalten werden: Der Speicher reicht nicht aus</translation>
+    </message>
+    <message>
+        <source>field &apos;name&apos; must not be empty</source>
+        <translation>Feld &apos;name&apos; darf nicht leer sein</translation>
+    </message>
+    <message>
+        <source>project name</source>
+        <translation>der Projektname</translation>
+    </message>
+    <message>
+        <source>only one property of an entity can be the identifier; for a composite key give that one several columns, such as &quot;columnName&quot;: &quot;a|b&quot;</source>
+        <translation>nur eine Eigenschaft einer Entität kann der Identifikator sein; für einen zusammengesetzten Schlüssel geben Sie dieser mehrere Spalten, zum Beispiel &quot;columnName&quot;: &quot;a|b&quot;</translation>
+    </message>
+    <message>
+        <source>field &apos;autoIncrement&apos; works only with integer types such as &quot;long&quot;</source>
+        <translation>Feld &apos;autoIncrement&apos; ist nur bei ganzzahligen Typen wie &quot;long&quot; möglich</translation>
+    </message>
+    <message>
+        <source>relationship target %1 does not exist</source>
+        <translation>das Beziehungsziel %1 existiert nicht</translation>
+    </message>
+    <message>
+        <source>relationship inverse %1 does not exist in the target %2</source>
+        <translation>das Inverse %1 der Beziehung existiert im Ziel %2 nicht</translation>
+    </message>
+    <message>
+        <source>identifiers refer to each other in a circle: %1; give one of them a plain type</source>
+        <translation>die Identifikatoren verweisen im Kreis aufeinander: %1; geben Sie einem davon einen einfachen Typ</translation>
+    </message>
+    <message>
+        <source>must not be empty</source>
+        <translation>darf nicht leer sein</translation>
+    </message>
+    <message>
+        <source>is longer than %1 bytes</source>
+        <translation>ist länger als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>%1 must not begin with &apos;:&apos; or &apos;.&apos;</source>
+        <translation>%1 darf nicht mit &apos;:&apos; oder &apos;.&apos; beginnen</translation>
+    </message>
+    <message>
+        <source>%1 must not contain &apos;/&apos;, &apos;\&apos; or control characters</source>
+        <translation>%1 darf weder &apos;/&apos; noch &apos;\&apos; noch Steuerzeichen enthalten</translation>
+    </message>
+    <message>
+        <source>%1 must not contain characters that turn the direction of text or separate lines</source>
+        <translation>%1 darf keine Zeichen enthalten, die die Schreibrichtung ändern oder Zeilen trennen</translation>
+    </message>
+    <message>
+        <source>%1 is a reserved device name of Windows</source>
+        <translation>%1 ist ein reservierter Gerätename von Windows</translation>
+    </message>
+    <message>
+        <source>enumeration id %1 is used twice</source>
+        <translation>die Id %1 wird für zwei Aufzählungen verwendet</translation>
+    </message>
+    <message>
+        <source>entity id %1 is used twice</source>
+        <translation>die Id %1 wird für zwei Entitäten verwendet</translation>
+    </message>
+    <message>
+        <source>property id %1 is used twice</source>
+        <translation>die Id %1 wird für zwei Eigenschaften verwendet</translation>
+    </message>
+    <message>
+        <source>relationship id %1 is used twice</source>
+        <translation>die Id %1 wird für zwei Beziehungen verwendet</translation>
+    </message>
+    <message>
+        <source>type id %1 is used twice</source>
+        <translation>die Id %1 wird für zwei Typen verwendet</translation>
+    </message>
+    <message>
+        <source>a many-to-many needs relationship field %1, or the scripts make no usable link table or foreign key</source>
+        <translation>eine n:m-Beziehung braucht das Beziehungsfeld %1, sonst legen die Skripte keine brauchbare Verknüpfungstabelle oder keinen brauchbaren Fremdschlüssel an</translation>
+    </message>
+    <message>
+        <source>&apos;type&apos; lists %1 types, but &apos;columnName&apos; gives the number of columns as %2; they must be as many</source>
+        <translation>&apos;type&apos; zählt %1 Typen auf, &apos;columnName&apos; aber ergibt die Spaltenzahl %2; beide müssen übereinstimmen</translation>
+    </message>
+    <message>
+        <source>the foreign key needs a column %1, which no property makes; name an existing one in &apos;columnName&apos;</source>
+        <translation>der Fremdschlüssel braucht eine Spalte %1, die keine Eigenschaft anlegt; nennen Sie in &apos;columnName&apos; eine vorhandene</translation>
+    </message>
+    <message>
+        <source>its table %1 is the table of %2 as well; give one of them another &apos;tableName&apos;</source>
+        <translation>die Tabelle %1 ist auch die Tabelle von %2; geben Sie einer der beiden Entitäten einen anderen &apos;tableName&apos;</translation>
+    </message>
+    <message>
+        <source>%1 has the same name; give one of them another, since an entity without &apos;id&apos; is known by its name</source>
+        <translation>%1 hat denselben Namen; geben Sie einer der beiden einen anderen, denn eine Entität ohne &apos;id&apos; wird an ihrem Namen erkannt</translation>
+    </message>
+    <message>
+        <source>cannot be created (%1); check its folder</source>
+        <translation>kann nicht angelegt werden (%1); prüfen Sie den Ordner</translation>
+    </message>
+    <message>
+        <source>no temporary file can be made there (%1)</source>
+        <translation>dort kann keine temporäre Datei angelegt werden (%1)</translation>
+    </message>
+    <message>
+        <source>cannot be read back (%1)</source>
+        <translation>kann nach dem Schreiben nicht gelesen werden (%1)</translation>
+    </message>
+    <message>
+        <source>column %1 is not a number of the expected range</source>
+        <translation>Spalte %1 ist keine Zahl im erwarteten Bereich</translation>
+    </message>
+    <message>
+        <source>column %1 is not a text</source>
+        <translation>Spalte %1 ist kein Text</translation>
+    </message>
+    <message>
+        <source>is damaged (table %1, row %2: %3); restore it from a copy</source>
+        <translation>ist beschädigt (Tabelle %1, Zeile %2: %3); stellen Sie die Datei aus einer Kopie wieder her</translation>
+    </message>
+    <message>
+        <source>is damaged (details of a property that does not exist); restore it from a copy</source>
+        <translation>ist beschädigt (Einzelheiten einer Eigenschaft, die nicht existiert); stellen Sie die Datei aus einer Kopie wieder her</translation>
+    </message>
+    <message>
+        <source>is damaged (table t_project has %1 rows); restore it from a copy</source>
+        <translation>ist beschädigt (Zeilenzahl der Tabelle t_project: %1); stellen Sie die Datei aus einer Kopie wieder her</translation>
+    </message>
+    <message>
+        <source>enumeration %1 does not exist</source>
+        <translation>die Aufzählung %1 existiert nicht</translation>
+    </message>
+    <message>
+        <source>the value is not of its type</source>
+        <translation>der Wert entspricht nicht seinem Typ</translation>
+    </message>
+    <message>
+        <source>the entity does not exist</source>
+        <translation>die Entität existiert nicht</translation>
+    </message>
+    <message>
+        <source>the key is used twice</source>
+        <translation>der Schlüssel wird zweimal verwendet</translation>
+    </message>
+    <message>
+        <source>the type is neither a C++ type nor an enumeration</source>
+        <translation>der Typ ist weder ein C++-Typ noch eine Aufzählung</translation>
+    </message>
+    <message>
+        <source>the property has a second relationship</source>
+        <translation>die Eigenschaft hat eine zweite Beziehung</translation>
+    </message>
+    <message>
+        <source>entity %1 does not exist</source>
+        <translation>die Entität %1 existiert nicht</translation>
+    </message>
+    <message>
+        <source>type %1 does not exist or is one too many</source>
+        <translation>der Typ %1 existiert nicht oder ist überzählig</translation>
+    </message>
+    <message>
+        <source>the details of the property are missing</source>
+        <translation>die Einzelheiten der Eigenschaft fehlen</translation>
+    </message>
+    <message>
+        <source>is a SQLite database, but not a Korvane project</source>
+        <translation>ist eine SQLite-Datenbank, aber kein Korvane-Projekt</translation>
+    </message>
+    <message>
+        <source>was written by a newer korvane (format %1; this one reads up to %2); update korvane</source>
+        <translation>wurde von einem neueren korvane geschrieben (Format %1; dieses liest bis %2); aktualisieren Sie korvane</translation>
+    </message>
+    <message>
+        <source>is damaged (format %1); restore it from a copy</source>
+        <translation>ist beschädigt (Format %1); stellen Sie die Datei aus einer Kopie wieder her</translation>
+    </message>
+    <message>
+        <source>is damaged (table %1 is not as it was created); restore it from a copy</source>
+        <translation>ist beschädigt (Tabelle %1 ist nicht, wie sie angelegt wurde); stellen Sie die Datei aus einer Kopie wieder her</translation>
+    </message>
+    <message>
+        <source>is damaged (table %1 is missing); restore it from a copy</source>
+        <translation>ist beschädigt (Tabelle %1 fehlt); stellen Sie die Datei aus einer Kopie wieder her</translation>
+    </message>
+    <message>
+        <source>is damaged (table %1: %2); restore it from a copy</source>
+        <translation>ist beschädigt (Tabelle %1: %2); stellen Sie die Datei aus einer Kopie wieder her</translation>
+    </message>
+    <message>
+        <source>the project must be an object</source>
+        <translation>das Projekt muss ein Objekt sein</translation>
+    </message>
+    <message>
+        <source>relationship must be an object</source>
+        <translation>die Beziehung muss ein Objekt sein</translation>
+    </message>
+    <message>
+        <source>must be an object</source>
+        <translation>muss ein Objekt sein</translation>
+    </message>
+    <message>
+        <source>relationship field &apos;%1&apos;</source>
+        <translation>Beziehungsfeld &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>field &apos;%1&apos;</source>
+        <translation>Feld &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>%1 is missing</source>
+        <translation>%1 fehlt</translation>
+    </message>
+    <message>
+        <source>%1 must be a string</source>
+        <translation>%1 muss eine Zeichenkette sein</translation>
+    </message>
+    <message>
+        <source>%1 must not be empty</source>
+        <translation>%1 darf nicht leer sein</translation>
+    </message>
+    <message>
+        <source>%1 must be an integer from %2 to %3</source>
+        <translation>%1 muss eine ganze Zahl von %2 bis %3 sein</translation>
+    </message>
+    <message>
+        <source>%1 must be true or false</source>
+        <translation>%1 muss true oder false sein</translation>
+    </message>
+    <message>
+        <source>%1 must be an array</source>
+        <translation>%1 muss ein Array sein</translation>
+    </message>
+    <message>
+        <source>unknown relationship field &apos;%1&apos;</source>
+        <translation>unbekanntes Beziehungsfeld &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>unknown field &apos;%1&apos;</source>
+        <translation>unbekanntes Feld &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>%1 must be &quot;korvane-project&quot;</source>
+        <translation>%1 muss &quot;korvane-project&quot; sein</translation>
+    </message>
+    <message>
+        <source>field &apos;formatVersion&apos;: the text was written for a newer korvane (format %1; this one reads %2); update korvane</source>
+        <translation>Feld &apos;formatVersion&apos;: Der Text wurde für ein neueres korvane geschrieben (Format %1; dieses liest %2); aktualisieren Sie korvane</translation>
+    </message>
+    <message>
+        <source>%1 must be %2</source>
+        <translation>%1 muss %2 sein</translation>
+    </message>
+    <message>
+        <source>%1 must be an object</source>
+        <translation>%1 muss ein Objekt sein</translation>
+    </message>
+    <message>
+        <source>field &apos;metaData&apos; &apos;%1&apos; must be a string, a number or a boolean</source>
+        <translation>Feld &apos;metaData&apos;: &apos;%1&apos; muss eine Zeichenkette, eine Zahl oder ein Wahrheitswert sein</translation>
+    </message>
+    <message>
+        <source>fields &apos;type&apos; and &apos;enumeration&apos; exclude each other</source>
+        <translation>die Felder &apos;type&apos; und &apos;enumeration&apos; schließen einander aus</translation>
+    </message>
+    <message>
+        <source>field &apos;relationship&apos; excludes &apos;type&apos; and &apos;enumeration&apos;</source>
+        <translation>Feld &apos;relationship&apos; schließt &apos;type&apos; und &apos;enumeration&apos; aus</translation>
+    </message>
+    <message>
+        <source>%1 must be one-to-one, one-to-many, many-to-one or many-to-many</source>
+        <translation>%1 muss one-to-one, one-to-many, many-to-one oder many-to-many sein</translation>
+    </message>
+    <message>
+        <source>the version cannot be raised any further</source>
+        <translation>die Version kann nicht weiter erhöht werden</translation>
+    </message>
+    <message>
+        <source>%1: changed, but its &quot;version&quot; is still %2, so no evolution script will contain the change; delete the &quot;version&quot; field or raise it</source>
+        <translation>%1: geändert, aber &quot;version&quot; ist noch %2, daher wird kein Evolutionsskript die Änderung enthalten; löschen Sie das Feld &quot;version&quot; oder erhöhen Sie es</translation>
+    </message>
+    <message>
+        <source>all enumeration ids are used up</source>
+        <translation>alle Ids für Aufzählungen sind vergeben</translation>
+    </message>
+    <message>
+        <source>all entity ids are used up</source>
+        <translation>alle Ids für Entitäten sind vergeben</translation>
+    </message>
+    <message>
+        <source>all property ids are used up</source>
+        <translation>alle Ids für Eigenschaften sind vergeben</translation>
+    </message>
+    <message>
+        <source>all relationship ids are used up</source>
+        <translation>alle Ids für Beziehungen sind vergeben</translation>
+    </message>
+    <message>
+        <source>%1</source>
+        <comment>the words of the JSON parser</comment>
+        <translation>kein gültiges JSON (%1)</translation>
+    </message>
+    <message>
+        <source>is a project file, not a model in text form; &apos;korvane dump&apos; writes one</source>
+        <translation>ist eine Projektdatei, kein Modell in Textform; &apos;korvane dump&apos; schreibt eines</translation>
+    </message>
+    <message>
+        <source>the text is in %1; save it in UTF-8</source>
+        <translation>der Text ist in %1; speichern Sie ihn in UTF-8</translation>
+    </message>
+    <message>
+        <source>field &apos;%1&apos; is given twice</source>
+        <translation>Feld &apos;%1&apos; ist zweimal angegeben</translation>
+    </message>
+    <message>
+        <source>is nested deeper than %1 levels</source>
+        <translation>ist tiefer als %1 Ebenen verschachtelt</translation>
+    </message>
+    <message>
+        <source>contains a NUL byte, which JSON does not allow</source>
+        <translation>enthält ein NUL-Byte, was JSON nicht erlaubt</translation>
+    </message>
+</context>
+<context>
+    <name>texts</name>
+    <message>
+        <source>line %1, column %2</source>
+        <translation>Zeile %1, Spalte %2</translation>
+    </message>
+</context>
+<context>
     <name>tools::script_debugger</name>
     <message>
         <source>Before the step %1</source>

@@ -1443,6 +1443,345 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
 </context>
 <context>
+    <name>storage</name>
+    <message>
+        <source>cannot be tagged: its state of %1 bytes is larger than the %2 bytes that a version may have</source>
+        <translation>ne peut pas être étiqueté : son état de %1 octets dépasse les %2 octets qu&apos;une version peut avoir</translation>
+    </message>
+    <message>
+        <source>is damaged (the time of a version is not a time, and a new version would come before it); restore it from a copy</source>
+        <translation>est endommagé (la date d&apos;une version n&apos;en est pas une, et une nouvelle version passerait avant elle) ; restaurez-le à partir d&apos;une copie</translation>
+    </message>
+    <message>
+        <source>cannot be tagged: there is not enough memory</source>
+        <translation>ne peut pas être étiqueté : la mémoire est insuffisante</translation>
+    </message>
+    <message>
+        <source>field &apos;name&apos; must not be empty</source>
+        <translation>le champ &apos;name&apos; ne doit pas être vide</translation>
+    </message>
+    <message>
+        <source>project name</source>
+        <translation>le nom du projet</translation>
+    </message>
+    <message>
+        <source>only one property of an entity can be the identifier; for a composite key give that one several columns, such as &quot;columnName&quot;: &quot;a|b&quot;</source>
+        <translation>une seule propriété d&apos;une entité peut être l&apos;identifiant ; pour une clé composée, donnez-lui plusieurs colonnes, par exemple &quot;columnName&quot;: &quot;a|b&quot;</translation>
+    </message>
+    <message>
+        <source>field &apos;autoIncrement&apos; works only with integer types such as &quot;long&quot;</source>
+        <translation>le champ &apos;autoIncrement&apos; n&apos;est possible qu&apos;avec des types entiers comme &quot;long&quot;</translation>
+    </message>
+    <message>
+        <source>relationship target %1 does not exist</source>
+        <translation>la cible %1 de la relation n&apos;existe pas</translation>
+    </message>
+    <message>
+        <source>relationship inverse %1 does not exist in the target %2</source>
+        <translation>l&apos;inverse %1 de la relation n&apos;existe pas dans la cible %2</translation>
+    </message>
+    <message>
+        <source>identifiers refer to each other in a circle: %1; give one of them a plain type</source>
+        <translation>les identifiants se réfèrent les uns aux autres en boucle : %1 ; donnez à l&apos;un d&apos;eux un type simple</translation>
+    </message>
+    <message>
+        <source>must not be empty</source>
+        <translation>ne doit pas être vide</translation>
+    </message>
+    <message>
+        <source>is longer than %1 bytes</source>
+        <translation>dépasse %1 octets</translation>
+    </message>
+    <message>
+        <source>%1 must not begin with &apos;:&apos; or &apos;.&apos;</source>
+        <translation>%1 ne doit pas commencer par &apos;:&apos; ou &apos;.&apos;</translation>
+    </message>
+    <message>
+        <source>%1 must not contain &apos;/&apos;, &apos;\&apos; or control characters</source>
+        <translation>%1 ne doit contenir ni &apos;/&apos;, ni &apos;\&apos;, ni caractère de contrôle</translation>
+    </message>
+    <message>
+        <source>%1 must not contain characters that turn the direction of text or separate lines</source>
+        <translation>%1 ne doit contenir aucun caractère qui change le sens d&apos;écriture ou qui sépare des lignes</translation>
+    </message>
+    <message>
+        <source>%1 is a reserved device name of Windows</source>
+        <translation>%1 est un nom de périphérique réservé de Windows</translation>
+    </message>
+    <message>
+        <source>enumeration id %1 is used twice</source>
+        <translation>l&apos;id %1 sert à deux énumérations</translation>
+    </message>
+    <message>
+        <source>entity id %1 is used twice</source>
+        <translation>l&apos;id %1 sert à deux entités</translation>
+    </message>
+    <message>
+        <source>property id %1 is used twice</source>
+        <translation>l&apos;id %1 sert à deux propriétés</translation>
+    </message>
+    <message>
+        <source>relationship id %1 is used twice</source>
+        <translation>l&apos;id %1 sert à deux relations</translation>
+    </message>
+    <message>
+        <source>type id %1 is used twice</source>
+        <translation>l&apos;id %1 sert à deux types</translation>
+    </message>
+    <message>
+        <source>a many-to-many needs relationship field %1, or the scripts make no usable link table or foreign key</source>
+        <translation>une relation n-m a besoin du champ de relation %1, sinon les scripts ne créent pas de table de liaison ou de clé étrangère utilisable</translation>
+    </message>
+    <message>
+        <source>&apos;type&apos; lists %1 types, but &apos;columnName&apos; gives the number of columns as %2; they must be as many</source>
+        <translation>&apos;type&apos; énumère %1 types, mais &apos;columnName&apos; donne le nombre de colonnes %2 ; il en faut autant</translation>
+    </message>
+    <message>
+        <source>the foreign key needs a column %1, which no property makes; name an existing one in &apos;columnName&apos;</source>
+        <translation>la clé étrangère a besoin d&apos;une colonne %1, qu&apos;aucune propriété ne crée ; indiquez dans &apos;columnName&apos; une colonne existante</translation>
+    </message>
+    <message>
+        <source>its table %1 is the table of %2 as well; give one of them another &apos;tableName&apos;</source>
+        <translation>sa table %1 est aussi celle de %2 ; donnez à l&apos;une des deux un autre &apos;tableName&apos;</translation>
+    </message>
+    <message>
+        <source>%1 has the same name; give one of them another, since an entity without &apos;id&apos; is known by its name</source>
+        <translation>%1 porte le même nom ; donnez-en un autre à l&apos;une des deux, car une entité sans &apos;id&apos; est reconnue à son nom</translation>
+    </message>
+    <message>
+        <source>cannot be created (%1); check its folder</source>
+        <translation>ne peut pas être créé (%1) ; vérifiez son dossier</translation>
+    </message>
+    <message>
+        <source>no temporary file can be made there (%1)</source>
+        <translation>aucun fichier temporaire ne peut y être créé (%1)</translation>
+    </message>
+    <message>
+        <source>cannot be read back (%1)</source>
+        <translation>ne peut pas être relu (%1)</translation>
+    </message>
+    <message>
+        <source>column %1 is not a number of the expected range</source>
+        <translation>la colonne %1 n&apos;est pas un nombre dans l&apos;intervalle attendu</translation>
+    </message>
+    <message>
+        <source>column %1 is not a text</source>
+        <translation>la colonne %1 n&apos;est pas un texte</translation>
+    </message>
+    <message>
+        <source>is damaged (table %1, row %2: %3); restore it from a copy</source>
+        <translation>est endommagé (table %1, ligne %2 : %3) ; restaurez-le à partir d&apos;une copie</translation>
+    </message>
+    <message>
+        <source>is damaged (details of a property that does not exist); restore it from a copy</source>
+        <translation>est endommagé (détails d&apos;une propriété qui n&apos;existe pas) ; restaurez-le à partir d&apos;une copie</translation>
+    </message>
+    <message>
+        <source>is damaged (table t_project has %1 rows); restore it from a copy</source>
+        <translation>est endommagé (nombre de lignes de la table t_project : %1) ; restaurez-le à partir d&apos;une copie</translation>
+    </message>
+    <message>
+        <source>enumeration %1 does not exist</source>
+        <translation>l&apos;énumération %1 n&apos;existe pas</translation>
+    </message>
+    <message>
+        <source>the value is not of its type</source>
+        <translation>la valeur n&apos;est pas de son type</translation>
+    </message>
+    <message>
+        <source>the entity does not exist</source>
+        <translation>l&apos;entité n&apos;existe pas</translation>
+    </message>
+    <message>
+        <source>the key is used twice</source>
+        <translation>la clé est utilisée deux fois</translation>
+    </message>
+    <message>
+        <source>the type is neither a C++ type nor an enumeration</source>
+        <translation>le type n&apos;est ni un type C++ ni une énumération</translation>
+    </message>
+    <message>
+        <source>the property has a second relationship</source>
+        <translation>la propriété a une seconde relation</translation>
+    </message>
+    <message>
+        <source>entity %1 does not exist</source>
+        <translation>l&apos;entité %1 n&apos;existe pas</translation>
+    </message>
+    <message>
+        <source>type %1 does not exist or is one too many</source>
+        <translation>le type %1 n&apos;existe pas ou est de trop</translation>
+    </message>
+    <message>
+        <source>the details of the property are missing</source>
+        <translation>les détails de la propriété manquent</translation>
+    </message>
+    <message>
+        <source>is a SQLite database, but not a Korvane project</source>
+        <translation>est une base de données SQLite, mais pas un projet Korvane</translation>
+    </message>
+    <message>
+        <source>was written by a newer korvane (format %1; this one reads up to %2); update korvane</source>
+        <translation>a été écrit par une version plus récente de korvane (format %1 ; celle-ci lit jusqu&apos;à %2) ; mettez korvane à jour</translation>
+    </message>
+    <message>
+        <source>is damaged (format %1); restore it from a copy</source>
+        <translation>est endommagé (format %1) ; restaurez-le à partir d&apos;une copie</translation>
+    </message>
+    <message>
+        <source>is damaged (table %1 is not as it was created); restore it from a copy</source>
+        <translation>est endommagé (la table %1 n&apos;est pas telle qu&apos;elle a été créée) ; restaurez-le à partir d&apos;une copie</translation>
+    </message>
+    <message>
+        <source>is damaged (table %1 is missing); restore it from a copy</source>
+        <translation>est endommagé (la table %1 manque) ; restaurez-le à partir d&apos;une copie</translation>
+    </message>
+    <message>
+        <source>is damaged (table %1: %2); restore it from a copy</source>
+        <translation>est endommagé (table %1 : %2) ; restaurez-le à partir d&apos;une copie</translation>
+    </message>
+    <message>
+        <source>the project must be an object</source>
+        <translation>le projet doit être un objet</translation>
+    </message>
+    <message>
+        <source>relationship must be an object</source>
+        <translation>la relation doit être un objet</translation>
+    </message>
+    <message>
+        <source>must be an object</source>
+        <translation>doit être un objet</translation>
+    </message>
+    <message>
+        <source>relationship field &apos;%1&apos;</source>
+        <translation>le champ de relation &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>field &apos;%1&apos;</source>
+        <translation>le champ &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>%1 is missing</source>
+        <translation>%1 manque</translation>
+    </message>
+    <message>
+        <source>%1 must be a string</source>
+        <translation>%1 doit être une chaîne de caractères</translation>
+    </message>
+    <message>
+        <source>%1 must not be empty</source>
+        <translation>%1 ne doit pas être vide</translation>
+    </message>
+    <message>
+        <source>%1 must be an integer from %2 to %3</source>
+        <translation>%1 doit être un entier de %2 à %3</translation>
+    </message>
+    <message>
+        <source>%1 must be true or false</source>
+        <translation>%1 doit être true ou false</translation>
+    </message>
+    <message>
+        <source>%1 must be an array</source>
+        <translation>%1 doit être un tableau</translation>
+    </message>
+    <message>
+        <source>unknown relationship field &apos;%1&apos;</source>
+        <translation>champ de relation inconnu &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>unknown field &apos;%1&apos;</source>
+        <translation>champ inconnu &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>%1 must be &quot;korvane-project&quot;</source>
+        <translation>%1 doit être &quot;korvane-project&quot;</translation>
+    </message>
+    <message>
+        <source>field &apos;formatVersion&apos;: the text was written for a newer korvane (format %1; this one reads %2); update korvane</source>
+        <translation>le champ &apos;formatVersion&apos; : le texte a été écrit pour une version plus récente de korvane (format %1 ; celle-ci lit %2) ; mettez korvane à jour</translation>
+    </message>
+    <message>
+        <source>%1 must be %2</source>
+        <translation>%1 doit être %2</translation>
+    </message>
+    <message>
+        <source>%1 must be an object</source>
+        <translation>%1 doit être un objet</translation>
+    </message>
+    <message>
+        <source>field &apos;metaData&apos; &apos;%1&apos; must be a string, a number or a boolean</source>
+        <translation>le champ &apos;metaData&apos; : &apos;%1&apos; doit être une chaîne de caractères, un nombre ou un booléen</translation>
+    </message>
+    <message>
+        <source>fields &apos;type&apos; and &apos;enumeration&apos; exclude each other</source>
+        <translation>les champs &apos;type&apos; et &apos;enumeration&apos; s&apos;excluent</translation>
+    </message>
+    <message>
+        <source>field &apos;relationship&apos; excludes &apos;type&apos; and &apos;enumeration&apos;</source>
+        <translation>le champ &apos;relationship&apos; exclut &apos;type&apos; et &apos;enumeration&apos;</translation>
+    </message>
+    <message>
+        <source>%1 must be one-to-one, one-to-many, many-to-one or many-to-many</source>
+        <translation>%1 doit être one-to-one, one-to-many, many-to-one ou many-to-many</translation>
+    </message>
+    <message>
+        <source>the version cannot be raised any further</source>
+        <translation>la version ne peut plus être augmentée</translation>
+    </message>
+    <message>
+        <source>%1: changed, but its &quot;version&quot; is still %2, so no evolution script will contain the change; delete the &quot;version&quot; field or raise it</source>
+        <translation>%1 : modifié, mais &quot;version&quot; vaut toujours %2, donc aucun script d&apos;évolution ne contiendra la modification ; supprimez le champ &quot;version&quot; ou augmentez-le</translation>
+    </message>
+    <message>
+        <source>all enumeration ids are used up</source>
+        <translation>tous les ids d&apos;énumération sont épuisés</translation>
+    </message>
+    <message>
+        <source>all entity ids are used up</source>
+        <translation>tous les ids d&apos;entité sont épuisés</translation>
+    </message>
+    <message>
+        <source>all property ids are used up</source>
+        <translation>tous les ids de propriété sont épuisés</translation>
+    </message>
+    <message>
+        <source>all relationship ids are used up</source>
+        <translation>tous les ids de relation sont épuisés</translation>
+    </message>
+    <message>
+        <source>%1</source>
+        <comment>the words of the JSON parser</comment>
+        <translation>JSON non valide (%1)</translation>
+    </message>
+    <message>
+        <source>is a project file, not a model in text form; &apos;korvane dump&apos; writes one</source>
+        <translation>est un fichier de projet, pas un modèle sous forme de texte ; &apos;korvane dump&apos; en écrit un</translation>
+    </message>
+    <message>
+        <source>the text is in %1; save it in UTF-8</source>
+        <translation>le texte est en %1 ; enregistrez-le en UTF-8</translation>
+    </message>
+    <message>
+        <source>field &apos;%1&apos; is given twice</source>
+        <translation>le champ &apos;%1&apos; est donné deux fois</translation>
+    </message>
+    <message>
+        <source>is nested deeper than %1 levels</source>
+        <translation>est imbriqué sur plus de %1 niveaux</translation>
+    </message>
+    <message>
+        <source>contains a NUL byte, which JSON does not allow</source>
+        <translation>contient un octet NUL, ce que JSON ne permet pas</translation>
+    </message>
+</context>
+<context>
+    <name>texts</name>
+    <message>
+        <source>line %1, column %2</source>
+        <translation>ligne %1, colonne %2</translation>
+    </message>
+</context>
+<context>
     <name>tools::script_debugger</name>
     <message>
         <source>Before the step %1</source>

@@ -7,6 +7,7 @@
 #include "storage/project_schema.h"
 #include "storage/same_model.h"
 #include "storage/temporary_file.h"
+#include "storage/texts.h"
 #include "zk/sqlite_connection.h"
 #include "zk/sqlite_copy.h"
 #include "zk/zk_dao.h"
@@ -52,11 +53,10 @@ QSqlError snapshot(const QString & file, const QSqlDatabase & database, qsizetyp
     };
     const QSqlError error = new_project_file::bytesOf(fill, bytes);
     if (!error.isValid() && bytes.size() > limit) {
-        return zk::sqlite::failure(file,
-                                   QStringLiteral("cannot be tagged: its state of %1 bytes is larger than "
-                                                  "the %2 bytes that a version may have")
-                                       .arg(bytes.size())
-                                       .arg(limit));
+        return zk::sqlite::failure(file, texts::tr("cannot be tagged: its state of %1 bytes is larger than "
+                                                   "the %2 bytes that a version may have")
+                                             .arg(bytes.size())
+                                             .arg(limit));
     }
     return error;
 }
@@ -118,10 +118,9 @@ QSqlError checkIsLast(const QString & file, const QSqlDatabase & database)
     query.exec(QStringLiteral("SELECT rowid = last_insert_rowid() FROM t_project_historic "
                               "ORDER BY dt_creation DESC, rowid DESC LIMIT 1"));
     if (query.next() && !query.value(0).toBool()) {
-        return zk::sqlite::failure(file,
-                                   QStringLiteral("is damaged (the time of a version is not a time, and a "
-                                                  "new version would come before it); restore it from a "
-                                                  "copy"));
+        return zk::sqlite::failure(file, texts::tr("is damaged (the time of a version is not a time, and a "
+                                                   "new version would come before it); restore it from a "
+                                                   "copy"));
     }
     return query.lastError();
 }
@@ -149,7 +148,7 @@ QSqlError addVersion(const QString & file, zk::ZkSession & session, const QStrin
     record->setCreationTime(creationTimeAfter(versions));
     record->setProjectFile(qCompress(bytes));
     if (record->getProjectFile().isEmpty()) {
-        return zk::sqlite::failure(file, QStringLiteral("cannot be tagged: there is not enough memory"));
+        return zk::sqlite::failure(file, texts::tr("cannot be tagged: there is not enough memory"));
     }
     list_of_versions added;
     added.insert(0, record);

@@ -2,6 +2,7 @@
 
 #include "model/project.h"
 #include "model/property_type.h"
+#include "storage/texts.h"
 #include "tools/visible_text.h"
 
 #include <QHash>
@@ -18,8 +19,12 @@ namespace {
 using found = std::optional<finding>;
 
 constexpr qsizetype NameBytes = 180; // leaves room for what scripts and temporary files append to it
-const char EmptyName[] = "field 'name' must not be empty";
 constexpr qsizetype PrintedLength = 100;
+
+QString emptyName()
+{
+    return texts::tr("field 'name' must not be empty");
+}
 
 /// The first number that occurs twice.
 std::optional<long> firstTwice(std::vector<long> & ids)
@@ -41,12 +46,12 @@ public:
     found run()
     {
         if (const QString problem = projectNameProblem(m_project.getName()); !problem.isEmpty()) {
-            return finding{QString(), namedProblem(QStringLiteral("project name"), problem)};
+            return finding{QString(), namedProblem(texts::tr("project name"), problem)};
         }
         qsizetype index = 0;
         for (const auto & enumeration : m_project.getListOfEnumeration()->values()) {
             if (enumeration->getName().isEmpty()) {
-                return finding{placeOfEnumeration(index, QString()), QString::fromLatin1(EmptyName)};
+                return finding{placeOfEnumeration(index, QString()), emptyName()};
             }
             ++index;
         }
@@ -69,7 +74,7 @@ private:
     found checkEntity(const model::entity & entity, const QString & place)
     {
         if (entity.getName().isEmpty()) {
-            return finding{place, QString::fromLatin1(EmptyName)};
+            return finding{place, emptyName()};
         }
         const auto properties = entity.getListOfProperty(true, true, false);
         bool hasIdentifier = false;
@@ -78,9 +83,9 @@ private:
             QString reason = checkProperty(*property);
             if (property->isIdentifier()) {
                 if (reason.isEmpty() && hasIdentifier) {
-                    reason = QStringLiteral("only one property of an entity can be the identifier; for a "
-                                            "composite key give that one several columns, such as "
-                                            "\"columnName\": \"a|b\"");
+                    reason = texts::tr("only one property of an entity can be the identifier; for a "
+                                       "composite key give that one several columns, such as "
+                                       "\"columnName\": \"a|b\"");
                 }
                 hasIdentifier = true;
             }
@@ -95,10 +100,10 @@ private:
     {
         m_lstPropertyId.push_back(property.getId());
         if (property.getName().isEmpty()) {
-            return QString::fromLatin1(EmptyName);
+            return emptyName();
         }
         if (property.getAutoIncrement() && !isOfIntegers(property)) {
-            return QStringLiteral("field 'autoIncrement' works only with integer types such as \"long\"");
+            return texts::tr("field 'autoIncrement' works only with integer types such as \"long\"");
         }
         return property.hasRelationship() ? checkRelationship(*property.getRelation()) : QString();
     }
@@ -108,10 +113,10 @@ private:
         m_lstRelationId.push_back(relation.getId());
         const std::shared_ptr<model::entity> target = m_project.getEntityById(relation.getEntityTargetId());
         if (!target) {
-            return QStringLiteral("relationship target %1 does not exist").arg(relation.getEntityTargetId());
+            return texts::tr("relationship target %1 does not exist").arg(relation.getEntityTargetId());
         }
         if (relation.getInverseId() != 0 && !target->getPropertyById(relation.getInverseId())) {
-            return QStringLiteral("relationship inverse %1 does not exist in the target %2")
+            return texts::tr("relationship inverse %1 does not exist in the target %2")
                 .arg(QString::number(relation.getInverseId()), quotedName(target->getName()));
         }
         return {};
@@ -144,8 +149,7 @@ private:
                                      : property->getId() == id;
                 if (hit && ++seen == 2) {
                     return {placeOfProperty(place, index, property->getName()),
-                            usedTwice(relations ? QStringLiteral("relationship") : QStringLiteral("property"),
-                                      id)};
+                            usedTwice(relations ? id_kind::relationship : id_kind::property, id)};
                 }
             }
         }
@@ -169,9 +173,9 @@ private:
                 names.append(quotedName(e->getName()));
                 if (onWay.contains(e->getId())) {
                     return finding{placeOfEntity(index, entity->getName()),
-                                   QStringLiteral("identifiers refer to each other in a circle: ") +
-                                       shortened(names).join(QStringLiteral(" -> ")) +
-                                       QStringLiteral("; give one of them a plain type")};
+                                   texts::tr("identifiers refer to each other in a circle: %1; give one of "
+                                             "them a plain type")
+                                       .arg(shortened(names).join(QStringLiteral(" -> ")))};
                 }
                 onWay.insert(e->getId());
                 key = e->getPropertyId(true);
@@ -242,23 +246,21 @@ QString placeOfEnumeration(qsizetype index, const QString & name)
 QString projectNameProblem(const QString & name)
 {
     if (name.isEmpty()) {
-        return QStringLiteral("must not be empty");
+        return texts::tr("must not be empty");
     }
     if (name.toUtf8().size() > NameBytes) {
-        return QStringLiteral("is longer than %1 bytes").arg(NameBytes);
+        return texts::tr("is longer than %1 bytes").arg(NameBytes);
     }
     if (name.startsWith(QLatin1Char(':')) || name.startsWith(QLatin1Char('.'))) {
-        return QStringLiteral("%1 must not begin with ':' or '.'").arg(quotedName(name));
+        return texts::tr("%1 must not begin with ':' or '.'").arg(quotedName(name));
     }
     for (const QChar c : name) {
         if (c == QLatin1Char('/') || c == QLatin1Char('\\') || c.category() == QChar::Other_Control) {
-            return QStringLiteral("%1 must not contain '/', '\\' or control characters")
-                .arg(quotedName(name));
+            return texts::tr("%1 must not contain '/', '\\' or control characters").arg(quotedName(name));
         }
         if (tools::isHiddenControl(c)) {
-            return QStringLiteral(
-                       "%1 must not contain characters that turn the direction of text or separate "
-                       "lines")
+            return texts::tr("%1 must not contain characters that turn the direction of text or separate "
+                             "lines")
                 .arg(quotedName(name));
         }
     }
@@ -268,7 +270,7 @@ QString projectNameProblem(const QString & name)
                        "[ ]*([.:].*)?$"),
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
     if (device.match(name).hasMatch()) {
-        return QStringLiteral("%1 is a reserved device name of Windows").arg(quotedName(name));
+        return texts::tr("%1 is a reserved device name of Windows").arg(quotedName(name));
     }
     return {};
 }
@@ -278,9 +280,21 @@ QString namedProblem(const QString & what, const QString & problem)
     return what + QLatin1String(problem.startsWith(QLatin1Char('\'')) ? ": " : " ") + problem;
 }
 
-QString usedTwice(const QString & kind, long id)
+QString usedTwice(id_kind kind, long id)
 {
-    return QStringLiteral("%1 id %2 is used twice").arg(kind).arg(id);
+    switch (kind) {
+    case id_kind::enumeration:
+        return texts::tr("enumeration id %1 is used twice").arg(id);
+    case id_kind::entity:
+        return texts::tr("entity id %1 is used twice").arg(id);
+    case id_kind::property:
+        return texts::tr("property id %1 is used twice").arg(id);
+    case id_kind::relationship:
+        return texts::tr("relationship id %1 is used twice").arg(id);
+    case id_kind::type:
+        return texts::tr("type id %1 is used twice").arg(id);
+    }
+    return {};
 }
 
 std::optional<finding> firstError(const model::project & project)

@@ -47,8 +47,18 @@ struct finding
 /// ...".
 [[nodiscard]] QString namedProblem(const QString & what, const QString & problem);
 
+/// What has ids of its own.
+enum class id_kind
+{
+    enumeration,
+    entity,
+    property,
+    relationship,
+    type
+};
+
 /// The text for an id that two objects of one kind have.
-[[nodiscard]] QString usedTwice(const QString & kind, long id);
+[[nodiscard]] QString usedTwice(id_kind kind, long id);
 
 /// The first rule that `project` breaks.
 [[nodiscard]] std::optional<finding> firstError(const model::project & project);

@@ -5,6 +5,7 @@
 #include "model/project.h"
 #include "model/property_type.h"
 #include "model/relationship.h"
+#include "storage/texts.h"
 
 #include <QHash>
 #include <QSet>
@@ -61,23 +62,22 @@ QStringList warningsOf(const model::property & p, const QSet<QString> & columns)
 {
     QStringList result;
     if (const QStringList missing = missingLinkFields(p); !missing.isEmpty()) {
-        result.append(
-            QStringLiteral("a many-to-many needs relationship field %1, or the scripts make no usable "
-                           "link table or foreign key")
-                .arg(missing.join(QStringLiteral(", "))));
+        result.append(texts::tr("a many-to-many needs relationship field %1, or the scripts make no usable "
+                                "link table or foreign key")
+                          .arg(missing.join(QStringLiteral(", "))));
     }
     const qsizetype types = p.getType() ? p.getType()->getCppTypes().size() : 0;
     if (types > 1 && types != p.getColumnNameCount()) {
-        result.append(QStringLiteral("'type' lists %1 types, but 'columnName' gives the number of columns as "
-                                     "%2; they must be as many")
+        result.append(texts::tr("'type' lists %1 types, but 'columnName' gives the number of columns as "
+                                "%2; they must be as many")
                           .arg(QString::number(types), QString::number(p.getColumnNameCount())));
     }
     if (p.hasRelationship() && !p.isTransient() && !p.isIdentifier() &&
         p.getRelation()->getType() == model::relationship::one_to_one) {
         for (int i = 0; i < p.getRelation()->getColumnNameCount(); ++i) {
             if (const QString column = p.getRelation()->getColumnName(i); !columns.contains(column)) {
-                result.append(QStringLiteral("the foreign key needs a column %1, which no property makes; "
-                                             "name an existing one in 'columnName'")
+                result.append(texts::tr("the foreign key needs a column %1, which no property makes; "
+                                        "name an existing one in 'columnName'")
                                   .arg(quotedName(column)));
             }
         }
@@ -95,15 +95,15 @@ public:
         const QString table = entity.getTableName().isEmpty() ? entity.getName() : entity.getTableName();
         // Most databases take names that differ in case only for one name.
         if (const auto it = m_tables.constFind(table.toCaseFolded()); it != m_tables.constEnd()) {
-            result.append(QStringLiteral("its table %1 is the table of %2 as well; give one of them another "
-                                         "'tableName'")
+            result.append(texts::tr("its table %1 is the table of %2 as well; give one of them another "
+                                    "'tableName'")
                               .arg(quotedName(table), *it));
         } else {
             m_tables.insert(table.toCaseFolded(), placeOfEntity(index, entity.getName()));
         }
         if (const auto it = m_names.constFind(entity.getName()); it != m_names.constEnd()) {
-            result.append(QStringLiteral("%1 has the same name; give one of them another, since an entity "
-                                         "without 'id' is known by its name")
+            result.append(texts::tr("%1 has the same name; give one of them another, since an entity "
+                                    "without 'id' is known by its name")
                               .arg(placeOfEntity(*it, QString())));
         } else {
             m_names.insert(entity.getName(), index);

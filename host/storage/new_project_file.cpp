@@ -2,6 +2,7 @@
 
 #include "storage/project_schema.h"
 #include "storage/temporary_file.h"
+#include "storage/texts.h"
 #include "tools/file_status.h"
 #include "zk/sqlite_connection.h"
 #include "zk/zk_session.h"
@@ -39,7 +40,7 @@ QString targetOf(const QString & file, int & error)
 
 QSqlError cannotCreate(const QString & file, const QString & reason)
 {
-    return zk::sqlite::failure(file, QStringLiteral("cannot be created (%1); check its folder").arg(reason));
+    return zk::sqlite::failure(file, texts::tr("cannot be created (%1); check its folder").arg(reason));
 }
 
 /// @param told the file or folder that messages name, as nobody knows `name`
@@ -133,8 +134,7 @@ QSqlError bytesOf(const filler & fill, QByteArray & bytes)
     removeLeftovers(folder);
     temporary_file made;
     if (const QString reason = made.create(folder, temporary_file::readers::owner); !reason.isEmpty()) {
-        return zk::sqlite::failure(folder,
-                                   QStringLiteral("no temporary file can be made there (%1)").arg(reason));
+        return zk::sqlite::failure(folder, texts::tr("no temporary file can be made there (%1)").arg(reason));
     }
     if (const QSqlError error = fillFile(made.name(), folder, fill); error.isValid()) {
         return error;
@@ -146,7 +146,7 @@ QSqlError bytesOf(const filler & fill, QByteArray & bytes)
     return opened.error() == QFileDevice::NoError && bytes.size() == opened.size() && !bytes.isEmpty()
                ? QSqlError()
                : zk::sqlite::failure(made.name(),
-                                     QStringLiteral("cannot be read back (%1)").arg(opened.errorString()));
+                                     texts::tr("cannot be read back (%1)").arg(opened.errorString()));
 }
 
 } // namespace storage::new_project_file

@@ -5,6 +5,7 @@
 #include "storage/id_marks.h"
 #include "storage/model_check.h"
 #include "storage/project_schema.h"
+#include "storage/texts.h"
 #include "zk/sqlite_connection.h"
 
 #include <QHash>
@@ -64,7 +65,7 @@ public:
         const QVariant value = m_query.value(column);
         const qlonglong n = value.toLongLong();
         if (value.typeId() != QMetaType::LongLong || n < min || n > max) {
-            fail(QStringLiteral("column %1 is not a number of the expected range").arg(column + 1));
+            fail(texts::tr("column %1 is not a number of the expected range").arg(column + 1));
             return min;
         }
         return n;
@@ -75,7 +76,7 @@ public:
     {
         const QVariant value = m_query.value(column);
         if (value.typeId() != QMetaType::QString || value.isNull()) {
-            fail(QStringLiteral("column %1 is not a text").arg(column + 1));
+            fail(texts::tr("column %1 is not a text").arg(column + 1));
         }
         return value.toString();
     }
@@ -84,7 +85,7 @@ public:
     void fail(const QString & reason)
     {
         if (m_sProblem.isEmpty()) {
-            m_sProblem = QStringLiteral("is damaged (table %1, row %2: %3); restore it from a copy")
+            m_sProblem = texts::tr("is damaged (table %1, row %2: %3); restore it from a copy")
                              .arg(m_sTable, QString::number(m_iRow), reason);
         }
     }
@@ -128,8 +129,8 @@ public:
             }
         }
         if (!m_details.isEmpty() || !m_relationships.isEmpty()) {
-            return zk::sqlite::failure(m_sFile, QStringLiteral("is damaged (details of a property that does "
-                                                               "not exist); restore it from a copy"));
+            return zk::sqlite::failure(m_sFile, texts::tr("is damaged (details of a property that does "
+                                                          "not exist); restore it from a copy"));
         }
         const auto finding = model_check::firstError(m_project);
         return finding ? QSqlError(QString(), finding->text(m_sFile), QSqlError::StatementError)
@@ -156,7 +157,7 @@ private:
         }
         return zk::sqlite::failure(
             m_sFile,
-            QStringLiteral("is damaged (table t_project has %1 rows); restore it from a copy").arg(count));
+            texts::tr("is damaged (table t_project has %1 rows); restore it from a copy").arg(count));
     }
 
     QSqlError readEnumerations()
@@ -166,7 +167,7 @@ private:
             const auto enumeration = std::make_shared<model::enumeration>(rows.id(0));
             enumeration->setName(rows.text(1));
             if (!m_project.addEnumeration(enumeration)) {
-                rows.fail(model_check::usedTwice(QStringLiteral("enumeration"), enumeration->getId()));
+                rows.fail(model_check::usedTwice(model_check::id_kind::enumeration, enumeration->getId()));
             }
         }
         return rows.error(m_sFile);
@@ -182,7 +183,7 @@ private:
             values[id].append({rows.text(1), rows.number(2, std::numeric_limits<qlonglong>::min(),
                                                          std::numeric_limits<qlonglong>::max())});
             if (!m_project.getEnumerationById(id)) {
-                rows.fail(QStringLiteral("enumeration %1 does not exist").arg(id));
+                rows.fail(texts::tr("enumeration %1 does not exist").arg(id));
             }
         }
         for (auto it = values.constBegin(); it != values.constEnd(); ++it) {
@@ -204,7 +205,7 @@ private:
             entity->setSoftDeleteColumn(rows.optionalText(4));
             entity->setVersion(static_cast<long>(rows.number(5, 0, MaxNumber)));
             if (!m_project.addEntity(entity)) {
-                rows.fail(model_check::usedTwice(QStringLiteral("entity"), entity->getId()));
+                rows.fail(model_check::usedTwice(model_check::id_kind::entity, entity->getId()));
             }
         }
         return rows.error(m_sFile);
@@ -224,11 +225,11 @@ private:
                                type.id() == QMetaType::Double;
             if (!known || !value.convert(type) ||
                 (type.id() == QMetaType::Double && !std::isfinite(value.toDouble()))) {
-                rows.fail(QStringLiteral("the value is not of its type"));
+                rows.fail(texts::tr("the value is not of its type"));
             } else if (!entity) {
-                rows.fail(QStringLiteral("the entity does not exist"));
+                rows.fail(texts::tr("the entity does not exist"));
             } else if (entity->getAllMetaData().contains(key)) {
-                rows.fail(QStringLiteral("the key is used twice"));
+                rows.fail(texts::tr("the key is used twice"));
             } else {
                 entity->setMetaData(key, value);
             }
@@ -256,13 +257,13 @@ private:
                 finish();
                 current = id;
                 if (m_types.contains(id)) {
-                    rows.fail(model_check::usedTwice(QStringLiteral("type"), id));
+                    rows.fail(model_check::usedTwice(model_check::id_kind::type, id));
                 }
             }
             const auto enumeration = m_project.getEnumerationById(enumerationId);
             if (cppType.isEmpty() == (enumeration == nullptr) || m_types.contains(id) ||
                 (enumeration && !cppTypes.isEmpty())) {
-                rows.fail(QStringLiteral("the type is neither a C++ type nor an enumeration"));
+                rows.fail(texts::tr("the type is neither a C++ type nor an enumeration"));
             } else if (enumeration) {
                 m_types.insert(id, std::make_shared<model::property_type>(enumeration));
             } else {
@@ -280,7 +281,7 @@ private:
         while (rows.next()) {
             const long id = rows.id(0);
             if (m_details.contains(id)) {
-                rows.fail(model_check::usedTwice(QStringLiteral("property"), id));
+                rows.fail(model_check::usedTwice(model_check::id_kind::property, id));
             }
             m_details.insert(id, {rows.optionalText(1), m_texts.shared(rows.optionalText(2))});
         }
@@ -295,7 +296,7 @@ private:
         while (rows.next()) {
             const long propertyId = rows.id(0);
             if (m_relationships.contains(propertyId)) {
-                rows.fail(QStringLiteral("the property has a second relationship"));
+                rows.fail(texts::tr("the property has a second relationship"));
             }
             const auto relation = std::make_shared<model::relationship>(
                 rows.id(1), static_cast<model::relationship::type_relation>(rows.number(
@@ -329,13 +330,13 @@ private:
             }
             setFlags(*property, flags);
             if (!entity) {
-                rows.fail(QStringLiteral("entity %1 does not exist").arg(entityId));
+                rows.fail(texts::tr("entity %1 does not exist").arg(entityId));
             } else if (typeId != 0 && (!property->getType() || (flags & flag_relationship) != 0)) {
-                rows.fail(QStringLiteral("type %1 does not exist or is one too many").arg(typeId));
+                rows.fail(texts::tr("type %1 does not exist or is one too many").arg(typeId));
             } else if (!attach(*property, flags)) {
-                rows.fail(QStringLiteral("the details of the property are missing"));
+                rows.fail(texts::tr("the details of the property are missing"));
             } else if (!entity->addProperty(property)) {
-                rows.fail(model_check::usedTwice(QStringLiteral("property"), property->getId()));
+                rows.fail(model_check::usedTwice(model_check::id_kind::property, property->getId()));
             }
         }
         return rows.error(m_sFile);

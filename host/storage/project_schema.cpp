@@ -1,6 +1,7 @@
 #include "storage/project_schema.h"
 
 #include "storage/model_check.h"
+#include "storage/texts.h"
 #include "zk/sqlite_connection.h"
 
 #include <QHash>
@@ -44,17 +45,17 @@ QSqlError checkMarks(const QString & file, const QSqlDatabase & database)
         return e;
     }
     if (id.toLongLong() != ApplicationId) {
-        return zk::sqlite::failure(file, QStringLiteral("is a SQLite database, but not a Korvane project"));
+        return zk::sqlite::failure(file, texts::tr("is a SQLite database, but not a Korvane project"));
     }
     if (version.toLongLong() > FormatVersion) {
         return zk::sqlite::failure(
-            file, QStringLiteral("was written by a newer korvane (format %1; this one reads up to %2); "
-                                 "update korvane")
+            file, texts::tr("was written by a newer korvane (format %1; this one reads up to %2); "
+                            "update korvane")
                       .arg(version.toString(), QString::number(FormatVersion)));
     }
     if (version.toLongLong() != FormatVersion) {
         return zk::sqlite::failure(
-            file, QStringLiteral("is damaged (format %1); restore it from a copy").arg(version.toString()));
+            file, texts::tr("is damaged (format %1); restore it from a copy").arg(version.toString()));
     }
     return {};
 }
@@ -80,10 +81,9 @@ QSqlError checkTables(const QString & file, const QSqlDatabase & database)
         }
         for (const table & t : tables()) {
             if (t.name.compare(name, Qt::CaseInsensitive) == 0) {
-                return zk::sqlite::failure(file,
-                                           QStringLiteral("is damaged (table %1 is not as it was created); "
-                                                          "restore it from a copy")
-                                               .arg(t.name));
+                return zk::sqlite::failure(file, texts::tr("is damaged (table %1 is not as it was created); "
+                                                           "restore it from a copy")
+                                                     .arg(t.name));
             }
         }
     }
@@ -93,7 +93,7 @@ QSqlError checkTables(const QString & file, const QSqlDatabase & database)
     for (const table & t : tables()) {
         if (missing.contains(t.name)) {
             return zk::sqlite::failure(
-                file, QStringLiteral("is damaged (table %1 is missing); restore it from a copy").arg(t.name));
+                file, texts::tr("is damaged (table %1 is missing); restore it from a copy").arg(t.name));
         }
     }
     return {};
@@ -105,7 +105,7 @@ QSqlError quickCheck(const QString & file, const QSqlDatabase & database, const 
     const QSqlError error =
         readPragma(file, database, QStringLiteral("quick_check(%1)").arg(tableName), answer);
     if (!error.isValid() && answer.toString() != QStringLiteral("ok")) {
-        return zk::sqlite::failure(file, QStringLiteral("is damaged (table %1: %2); restore it from a copy")
+        return zk::sqlite::failure(file, texts::tr("is damaged (table %1: %2); restore it from a copy")
                                              .arg(tableName, model_check::printable(answer.toString())));
     }
     return error;

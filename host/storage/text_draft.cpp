@@ -2,6 +2,7 @@
 
 #include "storage/id_marks.h"
 #include "storage/text_tree.h"
+#include "storage/texts.h"
 
 #include <QHash>
 
@@ -34,18 +35,37 @@ struct place
     }
 };
 
+/// Whose fields are read; a relationship has no place of its own, but that of its property.
+enum class owner
+{
+    project,
+    listed, ///< an entry of a list
+    relationship
+};
+
+QString notAnObject(owner kind)
+{
+    switch (kind) {
+    case owner::project:
+        return texts::tr("the project must be an object");
+    case owner::relationship:
+        return texts::tr("relationship must be an object");
+    case owner::listed:
+        break;
+    }
+    return texts::tr("must be an object");
+}
+
 /// The fields of one object of the text. What was not asked for until finish() is unknown.
 class fields
 {
 public:
     /// @param where place of the object, null for the project itself
-    /// @param prefix said before "field", for an object within the object of that place
-    fields(const json & object, const place * where, const char * prefix = "")
-        : m_object(object), m_where(where), m_prefix(prefix)
+    fields(const json & object, const place * where, owner kind = owner::listed)
+        : m_object(object), m_where(where), m_kind(kind)
     {
         if (!object.is_object()) {
-            fail((where ? QString::fromLatin1(prefix) : QStringLiteral("the project ")) +
-                 QStringLiteral("must be an object"));
+            fail(notAnObject(kind));
         }
     }
 
@@ -53,10 +73,17 @@ public:
     {
         throw text_error{{m_where ? m_where->text() : QString(), reason}};
     }
+    /// The field `name` as sentences call it.
+    [[nodiscard]] QString called(const char * name) const
+    {
+        const QString field =
+            m_kind == owner::relationship ? texts::tr("relationship field '%1'") : texts::tr("field '%1'");
+        return field.arg(QString::fromLatin1(name));
+    }
+    /// @param reason a sentence about the field, which is its %1
     [[noreturn]] void failField(const char * name, const QString & reason) const
     {
-        fail(QStringLiteral("%1field '%2' %3")
-                 .arg(QString::fromLatin1(m_prefix), QString::fromLatin1(name), reason));
+        fail(reason.arg(called(name)));
     }
 
     const json * find(const char * name)
@@ -69,7 +96,7 @@ public:
     {
         const json * value = find(name);
         if (!value) {
-            failField(name, QStringLiteral("is missing"));
+            failField(name, texts::tr("%1 is missing"));
         }
         return *value;
     }
@@ -77,7 +104,7 @@ public:
     QString textOf(const char * name, const json & value) const
     {
         if (!value.is_string()) {
-            failField(name, QStringLiteral("must be a string"));
+            failField(name, texts::tr("%1 must be a string"));
         }
         return QString::fromStdString(value.get_ref<const std::string &>());
     }
@@ -91,7 +118,7 @@ public:
     {
         const QString value = requiredText(name);
         if (value.isEmpty()) {
-            failField(name, QStringLiteral("must not be empty"));
+            failField(name, texts::tr("%1 must not be empty"));
         }
         return value;
     }
@@ -102,7 +129,8 @@ public:
                                   ? value.get<std::uint64_t>() > static_cast<std::uint64_t>(max)
                                   : value.is_number_integer() && value.get<std::int64_t>() > max;
         if (!value.is_number_integer() || tooLarge || value.get<std::int64_t>() < min) {
-            failField(name, QStringLiteral("must be an integer from %1 to %2").arg(min).arg(max));
+            fail(texts::tr("%1 must be an integer from %2 to %3")
+                     .arg(called(name), QString::number(min), QString::number(max)));
         }
         return static_cast<long>(value.get<std::int64_t>());
     }
@@ -117,7 +145,7 @@ public:
     bool flagOf(const char * name, const json & value) const
     {
         if (!value.is_boolean()) {
-            failField(name, QStringLiteral("must be true or false"));
+            failField(name, texts::tr("%1 must be true or false"));
         }
         return value.get<bool>();
     }
@@ -133,7 +161,7 @@ public:
         static const json none = json::array();
         const json * value = find(name);
         if (value && !value->is_array()) {
-            failField(name, QStringLiteral("must be an array"));
+            failField(name, texts::tr("%1 must be an array"));
         }
         return value ? *value : none;
     }
@@ -142,9 +170,10 @@ public:
     {
         for (const auto & [name, value] : m_object.items()) {
             if (std::find(m_known.begin(), m_known.end(), name) == m_known.end()) {
-                fail(QStringLiteral("unknown %1field '%2'")
-                         .arg(QString::fromLatin1(m_prefix),
-                              model_check::printable(QString::fromStdString(name))));
+                const QString unknown = m_kind == owner::relationship
+                                            ? texts::tr("unknown relationship field '%1'")
+                                            : texts::tr("unknown field '%1'");
+                fail(unknown.arg(model_check::printable(QString::fromStdString(name))));
             }
         }
     }
@@ -152,7 +181,7 @@ public:
 private:
     const json & m_object;
     const place * m_where;
-    const char * m_prefix;
+    owner m_kind;
     std::vector<const char *> m_known;
 };
 
@@ -161,12 +190,12 @@ class draft_reader
 public:
     project read(const json & root)
     {
-        fields f(root, nullptr);
+        fields f(root, nullptr, owner::project);
         checkFormat(f);
         project result;
         result.name = f.requiredText("name");
         if (const QString problem = model_check::projectNameProblem(result.name); !problem.isEmpty()) {
-            f.fail(model_check::namedProblem(QStringLiteral("field 'name'"), problem));
+            f.fail(model_check::namedProblem(f.called("name"), problem));
         }
         const json & enumerations = f.list("enumerations");
         for (std::size_t i = 0; i < enumerations.size(); ++i) {
@@ -185,18 +214,17 @@ private:
     static void checkFormat(fields & f)
     {
         if (f.requiredText("format") != QStringLiteral("korvane-project")) {
-            f.failField("format", QStringLiteral("must be \"korvane-project\""));
+            f.failField("format", texts::tr("%1 must be \"korvane-project\""));
         }
         const json & version = f.require("formatVersion");
         if (version.is_number_unsigned() && version.get<std::uint64_t>() > FormatVersion) {
-            f.fail(
-                QStringLiteral("field 'formatVersion': the text was written for a newer korvane (format %1; "
-                               "this one reads %2); update korvane")
-                    .arg(version.get<std::uint64_t>())
-                    .arg(FormatVersion));
+            f.fail(texts::tr("field 'formatVersion': the text was written for a newer korvane (format %1; "
+                             "this one reads %2); update korvane")
+                       .arg(version.get<std::uint64_t>())
+                       .arg(FormatVersion));
         }
         if (!version.is_number_integer() || version != json(FormatVersion)) {
-            f.failField("formatVersion", QStringLiteral("must be %1").arg(FormatVersion));
+            f.fail(texts::tr("%1 must be %2").arg(f.called("formatVersion"), QString::number(FormatVersion)));
         }
     }
 
@@ -246,7 +274,7 @@ private:
     static void readMetaData(const fields & f, const json & metaData, model::entity & entity)
     {
         if (!metaData.is_object()) {
-            f.failField("metaData", QStringLiteral("must be an object"));
+            f.failField("metaData", texts::tr("%1 must be an object"));
         }
         for (const auto & [name, value] : metaData.items()) {
             const QString key = QString::fromStdString(name);
@@ -261,8 +289,8 @@ private:
             } else if (value.is_number_integer()) {
                 entity.setMetaData(key, qlonglong(value.get<std::int64_t>()));
             } else {
-                f.failField("metaData", QStringLiteral("'%1' must be a string, a number or a boolean")
-                                            .arg(model_check::printable(key)));
+                f.fail(texts::tr("field 'metaData' '%1' must be a string, a number or a boolean")
+                           .arg(model_check::printable(key)));
             }
         }
     }
@@ -289,10 +317,10 @@ private:
         const json * type = f.find("type");
         const json * relationship = f.find("relationship");
         if (type && result.enumerationId != 0) {
-            f.fail(QStringLiteral("fields 'type' and 'enumeration' exclude each other"));
+            f.fail(texts::tr("fields 'type' and 'enumeration' exclude each other"));
         }
         if (relationship && (type || result.enumerationId != 0)) {
-            f.fail(QStringLiteral("field 'relationship' excludes 'type' and 'enumeration'"));
+            f.fail(texts::tr("field 'relationship' excludes 'type' and 'enumeration'"));
         }
         if (type) {
             p.setType(readType(f, *type));
@@ -315,7 +343,7 @@ private:
             cppTypes.append(f.textOf("type", type));
         }
         if (cppTypes.isEmpty() || cppTypes.contains(QString())) {
-            f.failField("type", QStringLiteral("must not be empty"));
+            f.failField("type", texts::tr("%1 must not be empty"));
         }
         std::shared_ptr<model::property_type> & shared = m_types[cppTypes];
         if (!shared) {
@@ -331,12 +359,11 @@ private:
             {QStringLiteral("one-to-many"), model::relationship::one_to_many},
             {QStringLiteral("many-to-one"), model::relationship::many_to_one},
             {QStringLiteral("many-to-many"), model::relationship::many_to_many}};
-        fields f(object, &where, "relationship ");
+        fields f(object, &where, owner::relationship);
         const long id = f.id("id");
         const auto type = types.constFind(f.requiredText("type"));
         if (type == types.constEnd()) {
-            f.failField("type",
-                        QStringLiteral("must be one-to-one, one-to-many, many-to-one or many-to-many"));
+            f.failField("type", texts::tr("%1 must be one-to-one, one-to-many, many-to-one or many-to-many"));
         }
         const auto result = std::make_shared<model::relationship>(id, *type);
         result->setEntityTargetId(f.idOf("target", f.require("target")));

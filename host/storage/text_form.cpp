@@ -5,6 +5,7 @@
 #include "storage/text_draft.h"
 #include "storage/text_tree.h"
 #include "storage/text_writer.h"
+#include "storage/texts.h"
 #include "tools/program_end.h"
 
 #include <limits>
@@ -34,7 +35,7 @@ void build(const text_draft::project & draft, model::project & project)
                         {model_check::placeOfProperty(
                              model_check::placeOfEntity(entityIndex, entity.object->getName()), index,
                              property.object->getName()),
-                         QStringLiteral("enumeration %1 does not exist").arg(property.enumerationId)}};
+                         texts::tr("enumeration %1 does not exist").arg(property.enumerationId)}};
                 }
                 property.object->setType(std::make_shared<model::property_type>(enumeration));
             }
@@ -61,7 +62,7 @@ long followingVersion(const model::entity & entity, const QString & place, const
     }
     const bool changed = differs(entity, *stored);
     if (changed && stored->getVersion() == std::numeric_limits<long>::max()) {
-        throw text_error{{place, QStringLiteral("the version cannot be raised any further")}};
+        throw text_error{{place, texts::tr("the version cannot be raised any further")}};
     }
     return stored->getVersion() + (changed ? 1 : 0);
 }
@@ -113,9 +114,8 @@ QStringList versionWarnings(const model::project & project, const model::project
         const auto entity = entities->getByIndex(i);
         const auto stored = existing.getEntityById(entity->getId());
         if (stored && stored->getVersion() == entity->getVersion() && differs(*entity, *stored)) {
-            warnings << QStringLiteral(
-                            "%1: changed, but its \"version\" is still %2, so no evolution script will "
-                            "contain the change; delete the \"version\" field or raise it")
+            warnings << texts::tr("%1: changed, but its \"version\" is still %2, so no evolution script will "
+                                  "contain the change; delete the \"version\" field or raise it")
                             .arg(model_check::placeOfEntity(i, entity->getName()),
                                  QString::number(entity->getVersion()));
         }

@@ -4,6 +4,7 @@
 
 #include "storage/id_marks.h"
 #include "storage/text_tree.h"
+#include "storage/texts.h"
 
 #include <QHash>
 
@@ -20,7 +21,7 @@ using text_tree::text_error;
 class id_pool
 {
 public:
-    explicit id_pool(const char * kind) : m_sKind(QString::fromLatin1(kind)) {}
+    explicit id_pool(model_check::id_kind kind) : m_kind(kind) {}
 
     /// Notes the largest id that the existing project had, which a new object must stay clear of.
     void noteExisting(long id) { m_iMax = std::max(m_iMax, id); }
@@ -30,7 +31,7 @@ public:
     void claimGiven(long id, const Place & where)
     {
         if (id != 0 && !claim(id)) {
-            throw text_error{{where(), model_check::usedTwice(m_sKind, id)}};
+            throw text_error{{where(), model_check::usedTwice(m_kind, id)}};
         }
         m_iMax = std::max(m_iMax, id);
     }
@@ -42,14 +43,32 @@ public:
     long fresh(const Place & where)
     {
         if (m_iMax >= LargestId) {
-            throw text_error{{where(), QStringLiteral("all %1 ids are used up").arg(m_sKind)}};
+            throw text_error{{where(), allUsedUp()}};
         }
         m_used.insert(++m_iMax);
         return m_iMax;
     }
 
 private:
-    QString m_sKind;
+    [[nodiscard]] QString allUsedUp() const
+    {
+        using model_check::id_kind;
+        switch (m_kind) {
+        case id_kind::enumeration:
+            return texts::tr("all enumeration ids are used up");
+        case id_kind::entity:
+            return texts::tr("all entity ids are used up");
+        case id_kind::property:
+            return texts::tr("all property ids are used up");
+        case id_kind::relationship:
+            return texts::tr("all relationship ids are used up");
+        case id_kind::type: // a text gives them none
+            break;
+        }
+        return {};
+    }
+
+    model_check::id_kind m_kind;
     std::unordered_set<long> m_used;
     long m_iMax = 0;
 };
@@ -188,10 +207,10 @@ private:
 
     project & m_draft;
     const model::project * m_pExisting;
-    id_pool m_enumerationIds{"enumeration"};
-    id_pool m_entityIds{"entity"};
-    id_pool m_propertyIds{"property"};
-    id_pool m_relationIds{"relationship"};
+    id_pool m_enumerationIds{model_check::id_kind::enumeration};
+    id_pool m_entityIds{model_check::id_kind::entity};
+    id_pool m_propertyIds{model_check::id_kind::property};
+    id_pool m_relationIds{model_check::id_kind::relationship};
     QHash<long, long> m_relationOfProperty;
 };
 

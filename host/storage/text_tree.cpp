@@ -1,5 +1,6 @@
 #include "storage/text_tree.h"
 
+#include "storage/texts.h"
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -11,24 +12,25 @@ namespace {
 
 using json = nlohmann::json;
 
-constexpr std::size_t DepthLimit = 64;
+constexpr unsigned DepthLimit = 64;
 
 /// "line 3, column 5" of the byte before `position`.
 QString lineAndColumn(const QByteArray & text, qsizetype position)
 {
     const QByteArray before = text.left(std::max<qsizetype>(position, 1) - 1);
     const qsizetype lineBegin = before.lastIndexOf('\n') + 1;
-    return QStringLiteral("line %1, column %2")
+    return texts::tr("line %1, column %2")
         .arg(before.count('\n') + 1)
         .arg(QString::fromUtf8(before.mid(lineBegin)).size() + 1);
 }
 
-/// The parser's own words without its numbering and its position.
+/// The parser's own words, which are English, without its numbering and its position.
 QString reasonOf(const std::exception & e)
 {
     static const QRegularExpression numbering(
         QStringLiteral("^\\[[^\\]]*\\] (parse error at line \\d+, column \\d+: )?"));
-    return model_check::printable(QString::fromUtf8(e.what()).remove(numbering));
+    return texts::tr("%1", "the words of the JSON parser")
+        .arg(model_check::printable(QString::fromUtf8(e.what()).remove(numbering)));
 }
 
 /// The encoding of `text` when it is a wide one, by its mark or by where the first two characters, which JSON
@@ -56,13 +58,12 @@ const char * wideEncoding(const QByteArray & text)
 void refuseOtherForms(const QByteArray & text)
 {
     if (text.startsWith(QByteArrayLiteral("SQLite format 3\0"))) {
-        throw text_error{{QString(), QStringLiteral("is a project file, not a model in text form; 'korvane "
-                                                    "dump' writes one")}};
+        throw text_error{{QString(), texts::tr("is a project file, not a model in text form; 'korvane "
+                                               "dump' writes one")}};
     }
     if (const char * const encoding = wideEncoding(text)) {
         throw text_error{
-            {QString(),
-             QStringLiteral("the text is in %1; save it in UTF-8").arg(QString::fromLatin1(encoding))}};
+            {QString(), texts::tr("the text is in %1; save it in UTF-8").arg(QString::fromLatin1(encoding))}};
     }
 }
 
@@ -90,7 +91,7 @@ public:
     {
         frame & top = m_stack.back();
         if (top.value->contains(name)) {
-            throw text_error{{place(), QStringLiteral("field '%1' is given twice")
+            throw text_error{{place(), texts::tr("field '%1' is given twice")
                                            .arg(model_check::printable(QString::fromStdString(name)))}};
         }
         top.key = name;
@@ -131,7 +132,7 @@ private:
     bool open(json && container)
     {
         if (m_stack.size() >= DepthLimit) {
-            throw text_error{{place(), QStringLiteral("is nested deeper than %1 levels").arg(DepthLimit)}};
+            throw text_error{{place(), texts::tr("is nested deeper than %1 levels").arg(DepthLimit)}};
         }
         m_stack.push_back({add(std::move(container)), std::string()});
         return true;
@@ -173,7 +174,7 @@ json parse(const QByteArray & text)
     // The parser takes this byte for the end of the text and would not look at what follows.
     if (const qsizetype nul = text.indexOf('\0'); nul >= 0) {
         throw text_error{
-            {lineAndColumn(text, nul + 1), QStringLiteral("contains a NUL byte, which JSON does not allow")}};
+            {lineAndColumn(text, nul + 1), texts::tr("contains a NUL byte, which JSON does not allow")}};
     }
     tree_builder builder(text);
     json::sax_parse(text.constData(), text.constData() + text.size(), &builder);
