@@ -6,10 +6,8 @@
 #include "context/ctx_project.h"
 #include "model/project.h"
 #include "tools/custom_javascript.h"
-#include "tools/held_dialog.h"
 #include "tools/script_permission.h"
 #include "tools/wait_cursor.h"
-#include "view/ddl_export_settings.h"
 #include "view/main_wnd.h"
 
 #include <QDir>
@@ -29,7 +27,14 @@ namespace {
 /// The command-line options override the stored settings once in the life of the process.
 bool commandLineIsPending = true;
 
+ddl_export::settings_dialog handedInDialog = nullptr;
+
 } // namespace
+
+void ddl_export::setSettingsDialog(settings_dialog dialog)
+{
+    handedInDialog = dialog;
+}
 
 ddl_export::ddl_export() = default;
 ddl_export::~ddl_export() = default;
@@ -95,10 +100,7 @@ bool ddl_export::hasSettings() const
 
 bool ddl_export::showSettings()
 {
-    const tools::held_dialog<view::ddl_export_settings> dialog(context::ctx_global::getMainWnd());
-    dialog->setModal(true);
-    dialog->init(this);
-    return dialog.exec() != 0;
+    return handedInDialog && handedInDialog(*this);
 }
 
 QWidget * ddl_export::getPreviewWidget()

@@ -43,6 +43,12 @@ public:
     };
 
     using type_mapping = zk::ZkCollection<QString, QString>;
+    /// Lets a person edit the settings of `plugin` in a modal dialog; true when they were accepted.
+    using settings_dialog = bool (*)(ddl_export & plugin);
+
+    /// Hands in the dialog of every plug-in object of this process: this layer knows no dialog by itself.
+    /// Null takes it away.
+    static void setSettingsDialog(settings_dialog dialog);
 
     ddl_export();
     ~ddl_export() override;
@@ -56,6 +62,8 @@ public:
     [[nodiscard]] QIcon getIcon() const override;
     [[nodiscard]] QIcon getIconSettings() const override;
     [[nodiscard]] bool hasSettings() const override;
+    /// The answer of the dialog that was handed in; without one the settings cannot be shown, which counts as
+    /// a dialog that was cancelled.
     bool showSettings() override;
     QSqlError saveSettings() override;
     QSqlError loadSettings() override;

@@ -10,6 +10,7 @@
 #include "tools/held_dialog.h"
 #include "tools/script_permission.h"
 #include "tools/wait_cursor.h"
+#include "view/main_wnd.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -282,6 +283,14 @@ void ddl_export_settings::doBtnOk()
         return;
     }
     accept();
+}
+
+bool showSettingsDialog(ddl_export & plugin)
+{
+    const tools::held_dialog<ddl_export_settings> dialog(context::ctx_global::getMainWnd());
+    dialog->setModal(true);
+    dialog->init(&plugin);
+    return dialog.exec() != 0;
 }
 
 } // namespace view

@@ -54,4 +54,7 @@ private:
     std::shared_ptr<ddl_export_type_mapping> m_pTypeMapping;
 };
 
+/// Shows the settings of `plugin` in a modal dialog above the main window; true when they were accepted.
+bool showSettingsDialog(plugin::ddl_export & plugin);
+
 } // namespace view

@@ -26,6 +26,8 @@ private slots:
     void fixedAnswers();
     void defaults();
     void terminateReleasesTheScriptEngine();
+    void showsNoSettingsWithoutADialog();
+    void asksTheDialogThatWasHandedIn();
 };
 
 void tst_identity::names()
@@ -149,6 +151,27 @@ void tst_identity::terminateReleasesTheScriptEngine()
     QVERIFY(p.getCustomScript());
     p.terminate();
     QVERIFY(!p.getCustomScript());
+}
+
+void tst_identity::showsNoSettingsWithoutADialog()
+{
+    plugin::ddl_export p;
+    QVERIFY(!p.showSettings());
+}
+
+void tst_identity::asksTheDialogThatWasHandedIn()
+{
+    // A dialog that is told by the path whether it was accepted.
+    plugin::ddl_export::setSettingsDialog(
+        [](plugin::ddl_export & shown) { return shown.getDDLExportPath(false) == QLatin1String("accept"); });
+    plugin::ddl_export p;
+    p.setDDLExportPath(QStringLiteral("accept"));
+    QVERIFY(p.showSettings());
+    p.setDDLExportPath(QStringLiteral("cancel"));
+    QVERIFY(!p.showSettings());
+    plugin::ddl_export::setSettingsDialog(nullptr);
+    p.setDDLExportPath(QStringLiteral("accept"));
+    QVERIFY(!p.showSettings());
 }
 
 QTEST_MAIN(tst_identity)

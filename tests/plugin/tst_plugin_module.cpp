@@ -6,6 +6,7 @@
 #include "storage/project_file.h"
 #include "zk/zk_sql_database.h"
 
+#include <QApplication>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -17,6 +18,7 @@
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 namespace {
 
@@ -179,6 +181,23 @@ private Q_SLOTS:
         QCOMPARE(plugin->getVersion(), QStringLiteral("1.1.7"));
         QVERIFY(!plugin->parent());
         QVERIFY(!plugin->getIcon().isNull());
+        QVERIFY(loader.unload());
+    }
+
+    void itsSettingsAreADialog()
+    {
+        QPluginLoader loader(PluginFile);
+        auto * const plugin = qobject_cast<plugin::export_interface *>(loader.instance());
+        QVERIFY(plugin);
+        QByteArray shown;
+        QTimer::singleShot(50, qApp, [&shown] {
+            if (QWidget * const dialog = QApplication::activeModalWidget()) {
+                shown = dialog->metaObject()->className();
+                dialog->close();
+            }
+        });
+        QVERIFY(!plugin->showSettings());
+        QCOMPARE(shown, QByteArray("view::ddl_export_settings"));
         QVERIFY(loader.unload());
     }
 

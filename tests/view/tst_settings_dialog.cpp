@@ -772,6 +772,7 @@ void tst_settings_dialog::showSettingsTellsWhetherItWasAccepted()
             QTest::mouseClick(dialog->findChild<QPushButton *>(QString::fromLatin1(button)), Qt::LeftButton);
         });
     };
+    ddl_export::setSettingsDialog(&view::showSettingsDialog);
     answer("m_btnOk");
     QVERIFY(f.plugin.showSettings());
     QCOMPARE(parentless, QStringLiteral("yes"));

@@ -44,6 +44,7 @@ void tst_settings_parent::goesWhileADialogIsShown()
     QFETCH(QString, button);
     QFETCH(QString, folder);
     support::stored_project stored;
+    plugin::ddl_export::setSettingsDialog(&view::showSettingsDialog);
     plugin::ddl_export plugin;
     plugin.setDDLExportPath(folder);
     QVERIFY(!plugin.saveSettings().isValid());
