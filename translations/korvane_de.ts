@@ -1773,9 +1773,6 @@ Soll es angelegt und der Export gestartet werden?</translation>
         <source>contains a NUL byte, which JSON does not allow</source>
         <translation>enthält ein NUL-Byte, was JSON nicht erlaubt</translation>
     </message>
-</context>
-<context>
-    <name>texts</name>
     <message>
         <source>line %1, column %2</source>
         <translation>Zeile %1, Spalte %2</translation>

@@ -1773,9 +1773,6 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
         <source>contains a NUL byte, which JSON does not allow</source>
         <translation>contient un octet NUL, ce que JSON ne permet pas</translation>
     </message>
-</context>
-<context>
-    <name>texts</name>
     <message>
         <source>line %1, column %2</source>
         <translation>ligne %1, colonne %2</translation>
