@@ -1,14 +1,17 @@
 #include "app/command_line.h"
 
+#include "app/command_options.h"
+#include "app/command_table.h"
 #include "app/nearest_word.h"
+#include "app/output.h"
 
 #include <CLI/CLI.hpp>
 
 #include <QDir>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QStringDecoder>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -30,110 +33,53 @@ const char Examples[] =
     "\n"
     "Exit status: 0 success; 1 failure (one line on standard error says why); 2 wrong usage.";
 
-const char ExportHelp[] = "--PLUGIN_OPTION=VALUE hands an option to the plugin whose name it begins with; "
-                          "'korvane plugins' lists the\n"
-                          "options. Relative paths in them are taken from the folder of the project file.\n"
-                          "\n"
-                          "Example: korvane export shop.korv -y --KorvGenericDDLExport_path=sql";
-
-/// Takes the options of plug-ins, "--Plugin_option=VALUE" or "--Plugin_option VALUE", out of `arguments`; the
-/// reason when one has no value.
-QString takePluginOptions(QStringList & arguments, export_request & request)
+/// A command, and what stands for it in the parser.
+struct declared_command
 {
-    static const QRegularExpression form(QStringLiteral("^(--\\w*_\\w*)(?:=(.*))?$"),
-                                         QRegularExpression::DotMatchesEverythingOption);
-    QStringList others;
-    while (!arguments.isEmpty()) {
-        const QString argument = arguments.takeFirst();
-        const QRegularExpressionMatch match = form.match(argument);
-        if (!match.hasMatch()) {
-            others << argument;
-        } else if (match.capturedStart(2) >= 0) {
-            request.pluginOptions.append({match.captured(1), match.captured(2)});
-        } else if (!arguments.isEmpty()) {
-            request.pluginOptions.append({match.captured(1), arguments.takeFirst()});
-        } else {
-            return QStringLiteral("The option %1 needs a value: %1=VALUE").arg(argument);
-        }
-    }
-    arguments = others;
-    return {};
-}
+    std::unique_ptr<command> what;
+    CLI::App * app;
+    command_options options;
+};
 
 struct parser
 {
-    CLI::App app{
-        "Imports models of persistent classes, tags their versions and exports them as DDL SQL scripts.",
-        "korvane"};
-    std::string modelFile;
-    std::string projectFile;
-    std::string windowFile;
-    std::string message;
-    std::string pluginName;
-    bool answerYes = false;
-    bool noCustomScript = false;
-    bool ifChanged = false;
-    std::vector<std::pair<CLI::App *, command_line::command_type>> commands;
+    CLI::App app;
+    declared_command window;
+    std::vector<declared_command> commands;
 
     parser();
-    CLI::App * add(command_line::command_type type, const char * name, const char * what)
+    /// The command that was given, or what the program does without one.
+    declared_command & given()
     {
-        CLI::App * const command = app.add_subcommand(name, what);
-        commands.emplace_back(command, type);
-        return command;
-    }
-    /// The command that was given, or the program itself.
-    const CLI::App & given() const
-    {
-        const std::vector<const CLI::App *> parsed = app.get_subcommands(nullptr);
-        const auto it =
-            std::find_if(parsed.begin(), parsed.end(), [](const CLI::App * a) { return a->parsed(); });
-        return it == parsed.end() ? app : **it;
+        const auto it = std::find_if(commands.begin(), commands.end(),
+                                     [](const declared_command & c) { return c.app->parsed(); });
+        return it == commands.end() ? window : *it;
     }
     /// How the command that was given is called.
-    QString call() const
+    QString call()
     {
-        return &given() == &app ? QStringLiteral("korvane")
-                                : QStringLiteral("korvane ") + QString::fromStdString(given().get_name());
-    }
-    void addProject(CLI::App * command)
-    {
-        command->add_option("PROJECT.korv", projectFile, "The project file")->required()->type_name("");
+        const char * const program = window.what->name();
+        const command & asked = *given().what;
+        return QString::fromLatin1(program) + (&asked == window.what.get()
+                                                   ? QString()
+                                                   : QLatin1Char(' ') + QString::fromLatin1(asked.name()));
     }
 };
 
-parser::parser()
+parser::parser() : window{makeDefaultCommand(), &app, command_options(app)}
 {
+    app.name(window.what->name());
+    app.description(window.what->description());
     app.set_version_flag("--version", "korvane " KORVANE_VERSION, "Print the version and exit");
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.footer(Examples);
     app.require_subcommand(0, 1);
-    app.add_option("PROJECT.korv", windowFile, "A project file to open in the main window")->type_name("");
-
-    CLI::App * const import = add(command_line::import, "import",
-                                  "Create a project from a model in text form, or replace a project's model");
-    import->add_option("MODEL.json", modelFile, "The model in text form; - reads it from standard input")
-        ->required()
-        ->type_name("");
-    addProject(import);
-    addProject(add(command_line::dump, "dump", "Print the text form of a project"));
-    CLI::App * const tag =
-        add(command_line::tag, "tag", "Tag the current state of a project as a new version");
-    addProject(tag);
-    tag->add_option("-m,--message", message, "Description of the version")->type_name("TEXT");
-    tag->add_flag("--if-changed", ifChanged,
-                  "Do nothing when the model has not changed since the newest version");
-    addProject(add(command_line::log, "log", "List the versions of a project"));
-    CLI::App * const exportCommand = add(command_line::export_project, "export", "Run an export plugin");
-    addProject(exportCommand);
-    exportCommand
-        ->add_option("--plugin", pluginName, "Name or file of the plugin; by default the only one found")
-        ->type_name("NAME");
-    exportCommand->add_flag("-y,--yes", answerYes, "Answer every question with Yes");
-    exportCommand->add_flag("--no-custom-script", noCustomScript,
-                            "Leave the custom script out that the project names");
-    exportCommand->footer(ExportHelp);
-    add(command_line::plugins, "plugins", "List the plugins found, with their command-line help");
+    window.what->declare(window.options);
+    for (std::unique_ptr<command> & c : makeCommands()) {
+        CLI::App * const own = app.add_subcommand(c->name(), c->description());
+        commands.push_back({std::move(c), own, command_options(*own)});
+        commands.back().what->declare(commands.back().options);
+    }
 }
 
 QString fromStd(const std::string & text)
@@ -188,9 +134,9 @@ QString argumentsOf(const CLI::App & command)
 }
 
 /// Why a file name that is there, but empty, is wrong: most likely a variable of a script that was not set.
-QString emptyName(const parser & p)
+QString emptyName(parser & p)
 {
-    for (const CLI::App * const app : {&p.app, &p.given()}) {
+    for (const CLI::App * const app : {p.window.app, p.given().app}) {
         for (const CLI::Option * const option : app->get_options()) {
             if (option->get_positional() && option->count() > 0 && option->results().front().empty()) {
                 return QStringLiteral("%1 is empty; give a file name (see '%2 --help')")
@@ -202,20 +148,18 @@ QString emptyName(const parser & p)
 }
 
 /// What is wrong with the arguments that are left over.
-QString leftOver(const parser & p)
+QString leftOver(parser & p)
 {
     QStringList options;
-    QStringList others;
+    QStringList values;
     for (const QString & text : namesOf(p.app.remaining(true))) {
-        (text.startsWith(QLatin1Char('-')) ? options : others) << text;
+        (text.startsWith(QLatin1Char('-')) ? options : values) << text;
     }
-    const QString taken = argumentsOf(p.given());
-    const QString more =
-        p.given().get_name() == "export"
-            ? QStringLiteral(", and the options of the plugins ('korvane plugins' lists them)")
-            : QString();
+    const QString taken = argumentsOf(*p.given().app);
+    const QString others = p.given().what->aboutOthers();
+    const QString more = others.isEmpty() ? QString() : QStringLiteral(", and ") + others;
     return options.isEmpty() ? QStringLiteral("Too many arguments: %1; '%2' takes %3%4")
-                                   .arg(others.join(QLatin1Char(' ')), p.call(), taken, more)
+                                   .arg(values.join(QLatin1Char(' ')), p.call(), taken, more)
                              : QStringLiteral("Unknown option %1; '%2' takes %3%4")
                                    .arg(options.join(QLatin1Char(' ')), p.call(), taken, more);
 }
@@ -226,8 +170,8 @@ QString wrongFirst(const parser & p, const QString & first)
 {
     const QFileInfo file(first);
     QStringList commands;
-    for (const auto & [command, type] : p.commands) {
-        commands << fromStd(command->get_name());
+    for (const declared_command & c : p.commands) {
+        commands << QString::fromLatin1(c.what->name());
     }
     if (first.isEmpty() || first.startsWith(QLatin1Char('-')) || commands.contains(first) ||
         (file.exists() && !file.isDir()) || file.suffix().toLower() == QLatin1String("korv")) {
@@ -239,41 +183,42 @@ QString wrongFirst(const parser & p, const QString & first)
              commands.join(QStringLiteral(", ")));
 }
 
-command_line parsed(const parser & p, export_request & request)
+command_line parsed(parser & p)
 {
-    command_line line;
-    line.command = command_line::window;
-    line.projectFile = fromStd(p.windowFile);
-    line.help = fromStd(p.app.help()).trimmed();
-    for (const auto & [command, type] : p.commands) {
-        if (command->parsed()) {
-            line.command = type;
-        }
-    }
+    declared_command & given = p.given();
     if (const QString empty = emptyName(p); !empty.isEmpty()) {
         return wrongLine(empty);
     }
-    if (line.command == command_line::window) {
-        return line;
-    }
-    if (!p.windowFile.empty()) {
+    const bool isWindow = &given == &p.window;
+    if (const QStringList before = p.window.options.files(); !isWindow && !before.isEmpty()) {
         return wrongLine(
-            QStringLiteral("'%1' stands before the command (see 'korvane --help')").arg(line.projectFile));
+            QStringLiteral("'%1' stands before the command (see 'korvane --help')").arg(before.constFirst()));
     }
-    if (line.command == command_line::import && p.projectFile == "-") {
-        return wrongLine(QStringLiteral("PROJECT.korv is '-', but a project cannot be written to standard "
-                                        "output; give a file name ('./-' for a file of that name)"));
+    if (const QString wrong = given.what->whyWrong(); !wrong.isEmpty()) {
+        return wrongLine(wrong);
     }
-    line.modelFile = fromStd(p.modelFile);
-    line.projectFile = fromStd(p.projectFile);
-    line.message = fromStd(p.message);
-    line.ifChanged = p.ifChanged;
-    request.projectFile = line.projectFile;
-    request.pluginName = fromStd(p.pluginName);
-    request.answerYes = p.answerYes;
-    request.noCustomScript = p.noCustomScript;
-    line.request = request;
+    command_line line;
+    line.type = command_line::run;
+    line.help = isWindow ? fromStd(p.app.help()).trimmed() : QString();
+    line.files = given.options.files();
+    line.asked = std::move(given.what);
     return line;
+}
+
+/// Takes out of `arguments` what the command that they name reads by itself; the reason when that is wrong.
+QString takeOthers(const parser & p, QStringList & arguments)
+{
+    const auto named =
+        std::find_if(p.commands.begin(), p.commands.end(), [&arguments](const declared_command & c) {
+            return arguments.value(0) == QLatin1String(c.what->name());
+        });
+    if (named == p.commands.end()) {
+        return {};
+    }
+    const QString name = arguments.takeFirst();
+    const QString reason = named->what->takeOthers(arguments);
+    arguments.prepend(name);
+    return reason;
 }
 
 } // namespace
@@ -294,13 +239,12 @@ bool decodeArguments(int count, const char * const * arguments, QStringList & de
 
 QString workingFolderProblem(const command_line & line)
 {
-    const QStringList files{line.modelFile, line.projectFile};
-    const auto relative = std::find_if(files.cbegin(), files.cend(), [](const QString & file) {
-        return !file.isEmpty() && file != QLatin1String("-") && QDir::isRelativePath(file);
+    const auto relative = std::find_if(line.files.cbegin(), line.files.cend(), [](const QString & file) {
+        return file != QLatin1String("-") && QDir::isRelativePath(file);
     });
     std::error_code error;
     QString folder;
-    if (relative == files.cend() || decode(std::filesystem::current_path(error).c_str(), folder)) {
+    if (relative == line.files.cend() || decode(std::filesystem::current_path(error).c_str(), folder)) {
         return {};
     }
     return QStringLiteral(
@@ -312,13 +256,10 @@ QString workingFolderProblem(const command_line & line)
 command_line parseCommandLine(const QStringList & arguments)
 {
     QStringList own = arguments;
-    export_request request;
-    if (own.value(0) == QLatin1String("export")) {
-        if (const QString reason = takePluginOptions(own, request); !reason.isEmpty()) {
-            return wrongLine(reason);
-        }
-    }
     parser p;
+    if (const QString reason = takeOthers(p, own); !reason.isEmpty()) {
+        return wrongLine(reason);
+    }
     if (const QString wrong = wrongFirst(p, own.value(0)); !wrong.isEmpty()) {
         return wrongLine(wrong);
     }
@@ -327,10 +268,10 @@ command_line parseCommandLine(const QStringList & arguments)
         reversed.push_back(own[i].toStdString());
     }
     command_line help;
-    help.command = command_line::print;
+    help.type = command_line::print;
     try {
         p.app.parse(reversed);
-        return parsed(p, request);
+        return parsed(p);
     } catch (const CLI::CallForHelp &) {
         help.text = fromStd(p.app.help()).trimmed();
     } catch (const CLI::CallForVersion & version) {

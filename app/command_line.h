@@ -1,35 +1,28 @@
 #pragma once
 
-#include "app/commands.h"
+#include "app/command.h"
 
 #include <QStringList>
+
+#include <memory>
 
 namespace app {
 
 /// What a command line asks for.
 struct command_line
 {
-    enum command_type
+    enum line_type
     {
-        print, ///< only `text` is to be printed: help or version
         wrong, ///< `text` is the reason on one line
-        import,
-        dump,
-        tag,
-        log,
-        export_project,
-        plugins,
-        window ///< the main window, with `projectFile` open if it is not empty
+        print, ///< only `text` is to be printed: help or version
+        run    ///< `asked` is to be run
     };
 
-    command_type command = wrong;
+    line_type type = wrong;
     QString text;
-    QString help; ///< the help text to show in addition to a reason, empty for none
-    QString modelFile;
-    QString projectFile;
-    QString message;
-    bool ifChanged = false; ///< of tag
-    export_request request;
+    std::unique_ptr<command> asked;
+    QString help;      ///< of the program, to show in addition where `asked` cannot be run; empty for none
+    QStringList files; ///< those that `asked` was given
 };
 
 /// The `count` arguments of main() as text; false with the reason when one is not UTF-8: its text would name

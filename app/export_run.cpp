@@ -1,6 +1,6 @@
 #include "app/export_run.h"
 
-#include "app/commands.h"
+#include "app/output.h"
 
 #include "plugin/export_details.h"
 #include "plugin/export_interface.h"

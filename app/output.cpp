@@ -1,4 +1,6 @@
-#include "app/commands.h"
+#include "app/output.h"
+
+#include "app/command.h"
 
 #include "tools/visible_text.h"
 
@@ -71,6 +73,12 @@ void printError(const QString & text)
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
 }
 
+int failed(const QString & text)
+{
+    printError(text);
+    return Failed;
+}
+
 void holdStandardStreams()
 {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
@@ -92,7 +100,7 @@ int finishOutput(int status)
         doneText.isEmpty()
             ? QStringLiteral("Standard output: ") + reason
             : QStringLiteral("%1; only telling it on standard output failed (%2)").arg(doneText, reason));
-    return status == 0 ? 1 : status;
+    return status == Done ? Failed : status;
 }
 
 } // namespace app

@@ -1,5 +1,7 @@
 #include "app/plugin_choice.h"
 
+#include "app/command.h"
+
 #include "plugin/export_interface.h"
 
 #include <QLibrary>
@@ -52,9 +54,9 @@ QStringList optionsOf(const plugin::export_interface & plugin)
 }
 
 /// Why the options of the command line are wrong; empty when they are right.
-QString wrongOption(const found_plugins & found, const export_request & request)
+QString wrongOption(const found_plugins & found, const plugin_request & request)
 {
-    for (const auto & [option, value] : request.pluginOptions) {
+    for (const auto & [option, value] : request.options) {
         const plugin::export_interface * const owner = pluginOfOption(found, option);
         if (!owner) {
             return QStringLiteral("Unknown option %1: no plugin is called %2 (installed: %3)")
@@ -83,9 +85,9 @@ QString noPluginText()
         .arg(plugin::pluginFolders().join(QStringLiteral(", ")));
 }
 
-found_plugins found_plugins::forRequest(const export_request & request)
+found_plugins found_plugins::forRequest(const plugin_request & request)
 {
-    return isPluginFile(request.pluginName) ? inFile(request.pluginName) : inFolders();
+    return isPluginFile(request.name) ? inFile(request.name) : inFolders();
 }
 
 found_plugins found_plugins::inFile(const QString & file)
@@ -131,33 +133,32 @@ bool hasOption(const plugin::export_interface & plugin, const QString & option)
     return mention.match(plugin.getCommandLineInfos()).hasMatch();
 }
 
-plugin::export_interface * choosePlugin(const found_plugins & found, const export_request & request,
+plugin::export_interface * choosePlugin(const found_plugins & found, const plugin_request & request,
                                         int & status, QString & reason)
 {
-    status = 1;
+    status = Failed;
     if (found.plugins.empty()) {
         reason = nothingFound(found);
         return nullptr;
     }
     plugin::export_interface * chosen = found.plugins.front()->getInterface();
-    if (!request.pluginName.isEmpty() && !isPluginFile(request.pluginName)) {
+    if (!request.name.isEmpty() && !isPluginFile(request.name)) {
         const auto named =
-            std::find_if(found.plugins.begin(), found.plugins.end(), [&request](const auto & p) {
-                return p->getInterface()->getName() == request.pluginName;
-            });
+            std::find_if(found.plugins.begin(), found.plugins.end(),
+                         [&request](const auto & p) { return p->getInterface()->getName() == request.name; });
         if (named == found.plugins.end()) {
             reason = QStringLiteral("No plugin is called '%1' (installed: %2)")
-                         .arg(request.pluginName, namesOf(found).join(QStringLiteral(", ")));
+                         .arg(request.name, namesOf(found).join(QStringLiteral(", ")));
             return nullptr;
         }
         chosen = (*named)->getInterface();
     } else if (found.plugins.size() > 1) {
-        status = 2;
+        status = WrongUsage;
         reason = QStringLiteral("There are several plugins, choose one with --plugin: ") +
                  namesOf(found).join(QStringLiteral(", "));
         return nullptr;
     }
-    status = 2;
+    status = WrongUsage;
     reason = wrongOption(found, request);
     return reason.isEmpty() ? chosen : nullptr;
 }

@@ -1,14 +1,22 @@
 #pragma once
 
-#include "app/commands.h"
 #include "plugin/plugin_finder.h"
 
+#include <QList>
+#include <QPair>
 #include <QStringList>
 
 #include <memory>
 #include <vector>
 
 namespace app {
+
+/// The plug-in that a command line asks for, and what it hands to it.
+struct plugin_request
+{
+    QString name; ///< name of the plug-in, or a path of its file; empty for the only one found
+    QList<QPair<QString, QString>> options; ///< "--Plugin_option" and its value
+};
 
 /// The plug-ins that are there: those of the plug-in folders, of two with one name the first.
 struct found_plugins
@@ -18,7 +26,7 @@ struct found_plugins
     QStringList problems;
 
     /// Loads what `request` may mean: the one file that it names, else the plug-ins of the folders.
-    static found_plugins forRequest(const export_request & request);
+    static found_plugins forRequest(const plugin_request & request);
     /// Loads the plug-ins of the plug-in folders.
     static found_plugins inFolders();
     /// Loads one file.
@@ -26,8 +34,9 @@ struct found_plugins
 };
 
 /// The plug-in that `request` means, or null with the exit status and one line of reason: no such plug-in
-/// (1), or a command line that does not tell which one, or with an option that no plug-in has (2).
-plugin::export_interface * choosePlugin(const found_plugins & found, const export_request & request,
+/// (Failed), or a command line that does not tell which one, or with an option that no plug-in has
+/// (WrongUsage).
+plugin::export_interface * choosePlugin(const found_plugins & found, const plugin_request & request,
                                         int & status, QString & reason);
 
 /// Says that the plug-in folders have none, and what to do.

@@ -1,6 +1,6 @@
 #include "app/unattended.h"
 
-#include "app/commands.h"
+#include "app/output.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "app/wait_notice.h"
 
-#include "app/commands.h"
+#include "app/output.h"
 
 #include "zk/sqlite_locks.h"
 

@@ -1,6 +1,6 @@
 #include "app/window/export/message_list.h"
 
-#include "app/commands.h"
+#include "app/output.h"
 
 #include "tools/visible_text.h"
 

@@ -1,5 +1,8 @@
-#include "app/commands.h"
+#include "app/command.h"
+#include "app/command_options.h"
+#include "app/commands/commands.h"
 #include "app/export_run.h"
+#include "app/output.h"
 #include "app/plugin_choice.h"
 #include "app/project_work.h"
 #include "app/unattended.h"
@@ -14,6 +17,7 @@
 #include "zk/zk_sql_database.h"
 
 #include <QDir>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -21,14 +25,28 @@ namespace app {
 
 namespace {
 
+const char Help[] = "--PLUGIN_OPTION=VALUE hands an option to the plugin whose name it begins with; "
+                    "'korvane plugins' lists the\n"
+                    "options. Relative paths in them are taken from the folder of the project file.\n"
+                    "\n"
+                    "Example: korvane export shop.korv -y --KorvGenericDDLExport_path=sql";
+
+struct export_request
+{
+    QString projectFile;
+    plugin_request plugin;
+    bool answerYes = false;
+    bool noCustomScript = false; ///< runs no custom script, whoever names one
+};
+
 /// What a plug-in may ask of the host during an export: the current project, and a main window that is never
 /// shown and knows the command line.
 class export_context
 {
 public:
-    export_context(const std::shared_ptr<model::project> & project, const export_request & request)
+    export_context(const std::shared_ptr<model::project> & project, const plugin_request & request)
     {
-        for (const auto & [option, value] : request.pluginOptions) {
+        for (const auto & [option, value] : request.options) {
             m_wnd.addAppArg(option, value);
         }
         context::ctx_global::setMainWnd(&m_wnd);
@@ -63,7 +81,7 @@ QString helpAbout(const plugin::export_interface & plugin, const QString & title
 
 /// A value that an option does not have is taken all the same, as ever; the person learns for what. True when
 /// there was one.
-bool tellStrangeValues(plugin::export_interface & plugin, const export_request & request)
+bool tellStrangeValues(plugin::export_interface & plugin, const plugin_request & request)
 {
     const auto * const details = qobject_cast<plugin::export_details *>(&plugin);
     if (!details) {
@@ -71,10 +89,10 @@ bool tellStrangeValues(plugin::export_interface & plugin, const export_request &
     }
     bool isTold = false;
     for (const plugin::command_option & option : details->getCommandLineOptions()) {
-        const auto given = std::find_if(request.pluginOptions.cbegin(), request.pluginOptions.cend(),
+        const auto given = std::find_if(request.options.cbegin(), request.options.cend(),
                                         [&option](const auto & pair) { return pair.first == option.name; });
         QStringList values;
-        bool isKnown = given == request.pluginOptions.cend();
+        bool isKnown = given == request.options.cend();
         for (const plugin::option_value & value : option.values) {
             values << QStringLiteral("%1 (%2)").arg(value.value, value.name);
             isKnown = isKnown || given->second == value.value;
@@ -130,43 +148,104 @@ int runExport(plugin::export_interface & plugin, model::project & project, const
         if (!hasError) {
             printError(watch.unanswered());
         }
-        return 1;
+        return Failed;
     }
     if (!report.untoldReason.isEmpty()) {
         printError(report.untoldReason);
     } else if (!report.reasonForNoFile.isEmpty() && !isStrange) {
         printError(nothingWritten(report, request.projectFile));
     }
-    return report.ok ? 0 : 1;
+    return report.ok ? Done : Failed;
 }
 
-} // namespace
-
-int exportProject(const export_request & request)
+/// Takes the options of plug-ins, "--Plugin_option=VALUE" or "--Plugin_option VALUE", out of `arguments`; the
+/// reason when one has no value.
+QString takePluginOptions(QStringList & arguments, plugin_request & request)
 {
-    const found_plugins found = found_plugins::forRequest(request);
-    int status = 1;
+    static const QRegularExpression form(QStringLiteral("^(--\\w*_\\w*)(?:=(.*))?$"),
+                                         QRegularExpression::DotMatchesEverythingOption);
+    QStringList others;
+    while (!arguments.isEmpty()) {
+        const QString argument = arguments.takeFirst();
+        const QRegularExpressionMatch match = form.match(argument);
+        if (!match.hasMatch()) {
+            others << argument;
+        } else if (match.capturedStart(2) >= 0) {
+            request.options.append({match.captured(1), match.captured(2)});
+        } else if (!arguments.isEmpty()) {
+            request.options.append({match.captured(1), arguments.takeFirst()});
+        } else {
+            return QStringLiteral("The option %1 needs a value: %1=VALUE").arg(argument);
+        }
+    }
+    arguments = others;
+    return {};
+}
+
+/// Runs an export plug-in on a project.
+class export_command : public command
+{
+public:
+    export_command() : command("export", "Run an export plugin", surroundings::plugins) {}
+
+    void declare(command_options & options) override
+    {
+        options.addProject(m_request.projectFile);
+        options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
+                        m_request.plugin.name);
+        options.addFlag("-y,--yes", "Answer every question with Yes", m_request.answerYes);
+        options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
+                        m_request.noCustomScript);
+        options.setFooter(Help);
+    }
+
+    QString takeOthers(QStringList & arguments) override
+    {
+        return takePluginOptions(arguments, m_request.plugin);
+    }
+
+    [[nodiscard]] QString aboutOthers() const override
+    {
+        return QStringLiteral("the options of the plugins ('korvane plugins' lists them)");
+    }
+
+    [[nodiscard]] int run() override;
+
+private:
+    export_request m_request;
+};
+
+int export_command::run()
+{
+    const found_plugins found = found_plugins::forRequest(m_request.plugin);
+    int status = Failed;
     QString reason;
-    plugin::export_interface * const plugin = choosePlugin(found, request, status, reason);
+    plugin::export_interface * const plugin = choosePlugin(found, m_request.plugin, status, reason);
     if (!plugin) {
         printError(reason);
         return status;
     }
     std::shared_ptr<model::project> project;
-    if (const zk::ZkBool opened = openProject(request.projectFile, project); !opened) {
-        printError(opened.getDesc());
-        return 1;
+    if (const zk::ZkBool opened = openProject(m_request.projectFile, project); !opened) {
+        return failed(opened.getDesc());
     }
     // The process ends with this command: taking a large model apart, object by object, is left to the
     // system.
     static auto * const untilTheEnd = new std::shared_ptr<model::project>;
     *untilTheEnd = project;
-    const export_context context(project, request);
-    const bool isStrange = tellStrangeValues(*plugin, request);
-    const int result = runExport(*plugin, *project, request, isStrange);
+    const export_context context(project, m_request.plugin);
+    const bool isStrange = tellStrangeValues(*plugin, m_request.plugin);
+    const int result = runExport(*plugin, *project, m_request, isStrange);
     // What the plug-in holds of the project goes before the project does.
     plugin->setCustomScript(nullptr);
     return result;
+}
+
+} // namespace
+
+std::unique_ptr<command> makeExportCommand()
+{
+    return std::make_unique<export_command>();
 }
 
 } // namespace app

@@ -1,0 +1,58 @@
+#include "app/command_options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+
+namespace app {
+
+CLI::Option * command_options::add(const char * names, const char * what, QString & text)
+{
+    return m_app.add_option_function<std::string>(
+        names, [&text](const std::string & given) { text = QString::fromStdString(given); }, what);
+}
+
+void command_options::addOptionalFile(const char * name, const char * what, QString & file)
+{
+    add(name, what, file)->type_name("");
+    m_files.append(&file);
+}
+
+void command_options::addFile(const char * name, const char * what, QString & file)
+{
+    add(name, what, file)->required()->type_name("");
+    m_files.append(&file);
+}
+
+void command_options::addProject(QString & file)
+{
+    addFile("PROJECT.korv", "The project file", file);
+}
+
+void command_options::addText(const char * names, const char * placeholder, const char * what, QString & text)
+{
+    add(names, what, text)->type_name(placeholder);
+}
+
+void command_options::addFlag(const char * names, const char * what, bool & flag)
+{
+    m_app.add_flag(names, flag, what);
+}
+
+void command_options::setFooter(const char * text)
+{
+    m_app.footer(text);
+}
+
+QStringList command_options::files() const
+{
+    QStringList given;
+    for (const QString * const file : m_files) {
+        if (!file->isEmpty()) {
+            given << *file;
+        }
+    }
+    return given;
+}
+
+} // namespace app

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace CLI {
+class App;
+class Option;
+} // namespace CLI
+
+namespace app {
+
+/// What one command takes, in the order in which its help shows it. Names and texts live as long as the
+/// program; what is given goes to the variables, which keep their values when it is not given.
+class command_options
+{
+public:
+    explicit command_options(CLI::App & app) : m_app(app) {}
+
+    /// A file that has to be given, by its place among the arguments.
+    void addFile(const char * name, const char * what, QString & file);
+    void addOptionalFile(const char * name, const char * what, QString & file);
+    /// The project file, which has to be given.
+    void addProject(QString & file);
+    /// An option with a value, which help calls `placeholder`.
+    void addText(const char * names, const char * placeholder, const char * what, QString & text);
+    void addFlag(const char * names, const char * what, bool & flag);
+    /// What help says after the options.
+    void setFooter(const char * text);
+
+    /// The files that were given.
+    [[nodiscard]] QStringList files() const;
+
+private:
+    CLI::Option * add(const char * names, const char * what, QString & text);
+
+    CLI::App & m_app;
+    QList<const QString *> m_files;
+};
+
+} // namespace app
