@@ -12,13 +12,9 @@
 #include "tools/custom_javascript.h"
 #include "view/main_wnd.h"
 
-#include <QApplication>
-#include <QDialog>
 #include <QDir>
-#include <QLineEdit>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTimer>
 
 using plugin::ddl_export;
 using support::ShopText;
@@ -65,8 +61,6 @@ private slots:
     void projectWithoutName();
     void storedPathThatExists();
     void emptyPathOpensTheSettings();
-    void dialogShowsThePresetUntilAPathIsStored_data();
-    void dialogShowsThePresetUntilAPathIsStored();
     void missingFolderIsCreatedOnYes();
     void missingFolderAndNo();
     void acceptedDialogWithoutFolder();
@@ -180,38 +174,6 @@ void tst_export_command::emptyPathOpensTheSettings()
     QCOMPARE(p.presetPath, stored.path());
     QCOMPARE(p.getDDLExportPath(false), QString());
     QCOMPARE(scripts(stored.path()), QStringList());
-}
-
-void tst_export_command::dialogShowsThePresetUntilAPathIsStored_data()
-{
-    QTest::addColumn<bool>("stored");
-    QTest::newRow("never stored") << false;
-    QTest::newRow("an empty one is stored") << true;
-}
-
-void tst_export_command::dialogShowsThePresetUntilAPathIsStored()
-{
-    QFETCH(bool, stored);
-    const support::stored_project project(ShopText);
-    ddl_export p;
-    if (stored) {
-        QVERIFY(!p.saveSettings().isValid());
-    }
-    QStringList shown;
-    QTimer person;
-    connect(&person, &QTimer::timeout, this, [&shown] {
-        if (auto * const dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget())) {
-            shown << dialog->findChild<QLineEdit *>(QStringLiteral("m_txtFileLocation"))->text();
-            dialog->reject();
-        }
-    });
-    person.start(5);
-    const zk::ZkBool result = p.exportProject(project.project());
-    QVERIFY2(result, qPrintable(result.getDesc()));
-    QCOMPARE(result.getDesc(), QString());
-    QCOMPARE(shown, QStringList{stored ? QString() : project.path()});
-    QCOMPARE(p.getDDLExportPath(false), QString());
-    QCOMPARE(scripts(project.path()), QStringList());
 }
 
 void tst_export_command::missingFolderIsCreatedOnYes()
