@@ -1,6 +1,7 @@
 #include "plugin/ddl_export.h"
 
-#include "plugin/builder/ddl_export_builder_factory.h"
+#include "plugin/builder/databases.h"
+#include "plugin/builder/ddl_export_builder.h"
 
 #include "context/ctx_global.h"
 #include "context/ctx_project.h"
@@ -66,18 +67,20 @@ QString ddl_export::getVersion() const
 
 QString ddl_export::getCommandLineInfos() const
 {
+    QStringList databases;
+    for (const database & db : allDatabases()) {
+        databases << QString::number(db.number) + QLatin1Char('=') + db.getShortName();
+    }
     return tr("\n  !!! Note : this plugin loads automatically previous parameters values before starting the "
-              "export "
-              "process, but you can use following parameters to override them !!!") +
+              "export process, but you can use following parameters to override them !!!") +
            tr("\n  --KorvGenericDDLExport_path=\"<Export Path>\" : [Optional] DDL export path parameter") +
-           tr("\n  --KorvGenericDDLExport_db_type=<numeric value> : [Optional] Database type (0=default, "
-              "1=sqlite, 2=mysql, 3=postgresql, 4=oracle, 5=mssqlserver)") +
+           tr("\n  --KorvGenericDDLExport_db_type=<numeric value> : [Optional] Database type (%1)")
+               .arg(databases.join(QStringLiteral(", "))) +
            tr("\n  --KorvGenericDDLExport_relation_as_fk=0/1 : [Optional] Export relationships as foreign "
               "keys in "
               "database") +
            tr("\n  --KorvGenericDDLExport_schema_type=<numeric value> : [Optional] Way to export database "
-              "schema "
-              "(0=full, 1=evolution, 2=full_and_evolution)") +
+              "schema (0=full, 1=evolution, 2=full_and_evolution)") +
            tr("\n  --KorvGenericDDLExport_custom_javacript=\"<Custom JS>\" : [Optional] Custom script "
               "(javascript "
               "file) to change the default behaviour of the export process");

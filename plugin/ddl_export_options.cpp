@@ -1,5 +1,6 @@
 // The options of the command line that have a fixed set of values.
 
+#include "plugin/builder/databases.h"
 #include "plugin/ddl_export.h"
 
 namespace plugin {
@@ -29,9 +30,11 @@ QList<option_value> numbered(const QStringList & names)
 
 QList<command_option> ddl_export::getCommandLineOptions() const
 {
-    return {{DatabaseOption, numbered({QStringLiteral("default"), QStringLiteral("sqlite"),
-                                       QStringLiteral("mysql"), QStringLiteral("postgresql"),
-                                       QStringLiteral("oracle"), QStringLiteral("mssqlserver")})},
+    QList<option_value> databases;
+    for (const database & db : allDatabases()) {
+        databases.append({QString::number(db.number), db.getShortName()});
+    }
+    return {{DatabaseOption, databases},
             {RelationshipsOption, numbered({QStringLiteral("no"), QStringLiteral("yes")})},
             {SchemaOption, numbered({QStringLiteral("full"), QStringLiteral("evolution"),
                                      QStringLiteral("full_and_evolution")})}};

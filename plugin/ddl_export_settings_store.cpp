@@ -2,7 +2,7 @@
 
 #include "plugin/ddl_export.h"
 
-#include "plugin/builder/ddl_export_builder.h"
+#include "plugin/builder/databases.h"
 
 #include "context/ctx_project.h"
 #include "context/ctx_scoped.h"
@@ -48,11 +48,7 @@ ddl_export::type_mapping ddl_export::getListTypeMappingByDb(database_type db)
         return stored;
     }
     m_settings.mappings.remove(db);
-    const std::shared_ptr<ddl_export_builder> builder = getBuilder(db);
-    if (!builder) {
-        return {};
-    }
-    return *m_settings.mappings.insert(db, builder->getDefaultListTypeMapping());
+    return *m_settings.mappings.insert(db, defaultTypeMapping(databaseOf(db).types));
 }
 
 void ddl_export::setListTypeMappingByDb(database_type db, const type_mapping & list)

@@ -1250,9 +1250,9 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
     </message>
     <message>
         <source>
-  --KorvGenericDDLExport_db_type=&lt;numeric value&gt; : [Optional] Database type (0=default, 1=sqlite, 2=mysql, 3=postgresql, 4=oracle, 5=mssqlserver)</source>
+  --KorvGenericDDLExport_db_type=&lt;numeric value&gt; : [Optional] Database type (%1)</source>
         <translation>
-  --KorvGenericDDLExport_db_type=&lt;Zahl&gt; : [Optional] Datenbanktyp (0=default, 1=sqlite, 2=mysql, 3=postgresql, 4=oracle, 5=mssqlserver)</translation>
+  --KorvGenericDDLExport_db_type=&lt;Zahl&gt; : [Optional] Datenbanktyp (%1)</translation>
     </message>
     <message>
         <source>

@@ -1250,9 +1250,9 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
     <message>
         <source>
-  --KorvGenericDDLExport_db_type=&lt;numeric value&gt; : [Optional] Database type (0=default, 1=sqlite, 2=mysql, 3=postgresql, 4=oracle, 5=mssqlserver)</source>
+  --KorvGenericDDLExport_db_type=&lt;numeric value&gt; : [Optional] Database type (%1)</source>
         <translation>
-  --KorvGenericDDLExport_db_type=&lt;valeur numérique&gt; : [Optionnel] Type de base de données (0=default, 1=sqlite, 2=mysql, 3=postgresql, 4=oracle, 5=mssqlserver)</translation>
+  --KorvGenericDDLExport_db_type=&lt;valeur numérique&gt; : [Optionnel] Type de base de données (%1)</translation>
     </message>
     <message>
         <source>

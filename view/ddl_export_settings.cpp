@@ -2,6 +2,7 @@
 
 #include "view/ddl_export_type_mapping.h"
 
+#include "plugin/builder/databases.h"
 #include "plugin/ddl_export.h"
 
 #include "context/ctx_global.h"
@@ -72,11 +73,12 @@ void ddl_export_settings::keepTitlesLegible()
 
 void ddl_export_settings::fillDatabaseTypes()
 {
-    m_cboDatabaseType->addItem(QStringLiteral("SQLite"), static_cast<int>(ddl_export::db_sqlite));
-    m_cboDatabaseType->addItem(QStringLiteral("MySQL"), static_cast<int>(ddl_export::db_mysql));
-    m_cboDatabaseType->addItem(QStringLiteral("PostgreSQL"), static_cast<int>(ddl_export::db_postgresql));
-    m_cboDatabaseType->addItem(QStringLiteral("Oracle"), static_cast<int>(ddl_export::db_oracle));
-    m_cboDatabaseType->addItem(QStringLiteral("MS SQL Server"), static_cast<int>(ddl_export::db_mssqlserver));
+    for (const plugin::database & db : plugin::allDatabases()) {
+        // Who exports by hand has a database in mind; generic SQL is for none.
+        if (db.number != ddl_export::db_default) {
+            m_cboDatabaseType->addItem(QString::fromLatin1(db.label), static_cast<int>(db.number));
+        }
+    }
 }
 
 void ddl_export_settings::init(ddl_export * p)

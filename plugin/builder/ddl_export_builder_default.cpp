@@ -2,9 +2,8 @@
 
 #include "plugin/builder/ddl_export_builder_default.h"
 
-#include "plugin/builder/default_type_mapping.h"
+#include "plugin/builder/databases.h"
 #include "plugin/builder/sql_text.h"
-#include "plugin/ddl_export.h"
 
 #include "model/entity.h"
 #include "model/project.h"
@@ -64,7 +63,7 @@ bool ddl_export_builder_default::table_key::isCounted() const
 
 ddl_export_builder::type_mapping ddl_export_builder_default::getDefaultListTypeMapping() const
 {
-    return defaultTypeMapping(&default_type::generic);
+    return defaultTypeMapping(databaseOf(databaseType()).types);
 }
 
 QString ddl_export_builder_default::exportBegin() const
@@ -79,7 +78,12 @@ QString ddl_export_builder_default::exportEnd() const
 
 QString ddl_export_builder_default::getBuilderName() const
 {
-    return QStringLiteral("default");
+    return databaseOf(databaseType()).getShortName();
+}
+
+ddl_export::database_type ddl_export_builder_default::databaseType() const
+{
+    return ddl_export::db_default;
 }
 
 QString ddl_export_builder_default::getDefaultSqlPropertyType(bool numeric) const

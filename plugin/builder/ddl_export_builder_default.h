@@ -1,6 +1,7 @@
 #pragma once
 
 #include "plugin/builder/ddl_export_builder.h"
+#include "plugin/ddl_export.h"
 
 #include <QString>
 
@@ -55,6 +56,8 @@ protected:
         [[nodiscard]] bool isCounted() const;
     };
 
+    /// The database that this is the dialect of.
+    [[nodiscard]] virtual ddl_export::database_type databaseType() const;
     /// SQL type of column `index` of a key, in its own table and in the link tables that refer to it.
     [[nodiscard]] virtual QString keyColumnType(const std::shared_ptr<model::property> & key,
                                                 int index) const;

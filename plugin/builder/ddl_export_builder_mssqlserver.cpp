@@ -1,7 +1,5 @@
 #include "plugin/builder/ddl_export_builder_mssqlserver.h"
 
-#include "plugin/builder/default_type_mapping.h"
-
 #include "model/property.h"
 
 #include <QStringBuilder>
@@ -15,14 +13,9 @@ ddl_export_builder_mssqlserver::ddl_export_builder_mssqlserver(ddl_export * plug
 
 ddl_export_builder_mssqlserver::~ddl_export_builder_mssqlserver() = default;
 
-ddl_export_builder::type_mapping ddl_export_builder_mssqlserver::getDefaultListTypeMapping() const
+ddl_export::database_type ddl_export_builder_mssqlserver::databaseType() const
 {
-    return defaultTypeMapping(&default_type::mssqlserver);
-}
-
-QString ddl_export_builder_mssqlserver::getBuilderName() const
-{
-    return QStringLiteral("mssqlserver");
+    return ddl_export::db_mssqlserver;
 }
 
 QString ddl_export_builder_mssqlserver::getDefaultSqlPropertyType(bool numeric) const

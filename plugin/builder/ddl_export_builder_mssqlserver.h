@@ -14,10 +14,7 @@ public:
     explicit ddl_export_builder_mssqlserver(ddl_export * plugin);
     ~ddl_export_builder_mssqlserver() override;
 
-    [[nodiscard]] type_mapping getDefaultListTypeMapping() const override;
-
 protected:
-    [[nodiscard]] QString getBuilderName() const override;
     [[nodiscard]] QString getDefaultSqlPropertyType(bool numeric) const override;
     QString addColumn(std::shared_ptr<model::property> property) override;
 
@@ -32,6 +29,7 @@ protected:
                                                 const std::shared_ptr<model::property> & property,
                                                 int index) const override;
     [[nodiscard]] QString dropIndexStatement(const QString & index, const QString & table) const override;
+    [[nodiscard]] ddl_export::database_type databaseType() const override;
 };
 
 } // namespace plugin

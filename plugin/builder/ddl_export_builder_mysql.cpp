@@ -1,7 +1,5 @@
 #include "plugin/builder/ddl_export_builder_mysql.h"
 
-#include "plugin/builder/default_type_mapping.h"
-
 #include "model/property.h"
 
 #include <QStringBuilder>
@@ -25,14 +23,9 @@ ddl_export_builder_mysql::ddl_export_builder_mysql(ddl_export * plugin) : ddl_ex
 
 ddl_export_builder_mysql::~ddl_export_builder_mysql() = default;
 
-ddl_export_builder::type_mapping ddl_export_builder_mysql::getDefaultListTypeMapping() const
+ddl_export::database_type ddl_export_builder_mysql::databaseType() const
 {
-    return defaultTypeMapping(&default_type::mysql);
-}
-
-QString ddl_export_builder_mysql::getBuilderName() const
-{
-    return QStringLiteral("mysql");
+    return ddl_export::db_mysql;
 }
 
 QString ddl_export_builder_mysql::keyColumnType(const std::shared_ptr<model::property> & key, int index) const

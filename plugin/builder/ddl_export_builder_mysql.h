@@ -14,11 +14,7 @@ public:
     explicit ddl_export_builder_mysql(ddl_export * plugin);
     ~ddl_export_builder_mysql() override;
 
-    [[nodiscard]] type_mapping getDefaultListTypeMapping() const override;
-
 protected:
-    [[nodiscard]] QString getBuilderName() const override;
-
     [[nodiscard]] QString keyColumnType(const std::shared_ptr<model::property> & key,
                                         int index) const override;
     [[nodiscard]] QString keyColumnSuffix(const table_key & key) const override;
@@ -32,6 +28,7 @@ protected:
                                                 int index) const override;
     [[nodiscard]] QString indexColumn(const std::shared_ptr<model::property> & property,
                                       int index) const override;
+    [[nodiscard]] ddl_export::database_type databaseType() const override;
 };
 
 } // namespace plugin

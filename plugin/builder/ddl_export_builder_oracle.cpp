@@ -1,7 +1,5 @@
 #include "plugin/builder/ddl_export_builder_oracle.h"
 
-#include "plugin/builder/default_type_mapping.h"
-
 #include "model/entity.h"
 #include "model/property.h"
 
@@ -26,14 +24,9 @@ ddl_export_builder_oracle::ddl_export_builder_oracle(ddl_export * plugin) : ddl_
 
 ddl_export_builder_oracle::~ddl_export_builder_oracle() = default;
 
-ddl_export_builder::type_mapping ddl_export_builder_oracle::getDefaultListTypeMapping() const
+ddl_export::database_type ddl_export_builder_oracle::databaseType() const
 {
-    return defaultTypeMapping(&default_type::oracle);
-}
-
-QString ddl_export_builder_oracle::getBuilderName() const
-{
-    return QStringLiteral("oracle");
+    return ddl_export::db_oracle;
 }
 
 QString ddl_export_builder_oracle::addColumn(std::shared_ptr<model::property> property)

@@ -14,10 +14,7 @@ public:
     explicit ddl_export_builder_oracle(ddl_export * plugin);
     ~ddl_export_builder_oracle() override;
 
-    [[nodiscard]] type_mapping getDefaultListTypeMapping() const override;
-
 protected:
-    [[nodiscard]] QString getBuilderName() const override;
     QString addColumn(std::shared_ptr<model::property> property) override;
     QString dropIndex(std::shared_ptr<model::property> property) override;
 
@@ -27,6 +24,7 @@ protected:
     [[nodiscard]] QString columnType(const std::shared_ptr<model::property> & property) const override;
     [[nodiscard]] QString keyClause(const table_key & key) const override;
     [[nodiscard]] QString statementsAfterTable(const table_key & key) const override;
+    [[nodiscard]] ddl_export::database_type databaseType() const override;
 };
 
 } // namespace plugin

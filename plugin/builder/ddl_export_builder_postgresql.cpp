@@ -1,7 +1,5 @@
 #include "plugin/builder/ddl_export_builder_postgresql.h"
 
-#include "plugin/builder/default_type_mapping.h"
-
 #include "model/property.h"
 
 namespace plugin {
@@ -13,14 +11,9 @@ ddl_export_builder_postgresql::ddl_export_builder_postgresql(ddl_export * plugin
 
 ddl_export_builder_postgresql::~ddl_export_builder_postgresql() = default;
 
-ddl_export_builder::type_mapping ddl_export_builder_postgresql::getDefaultListTypeMapping() const
+ddl_export::database_type ddl_export_builder_postgresql::databaseType() const
 {
-    return defaultTypeMapping(&default_type::postgresql);
-}
-
-QString ddl_export_builder_postgresql::getBuilderName() const
-{
-    return QStringLiteral("postgresql");
+    return ddl_export::db_postgresql;
 }
 
 QString ddl_export_builder_postgresql::keyColumnType(const std::shared_ptr<model::property> & key,

@@ -13,16 +13,14 @@ public:
     explicit ddl_export_builder_postgresql(ddl_export * plugin);
     ~ddl_export_builder_postgresql() override;
 
-    [[nodiscard]] type_mapping getDefaultListTypeMapping() const override;
-
 protected:
-    [[nodiscard]] QString getBuilderName() const override;
     QString dropIndex(std::shared_ptr<model::property> property) override;
 
     [[nodiscard]] QString keyColumnType(const std::shared_ptr<model::property> & key,
                                         int index) const override;
     [[nodiscard]] QString keyColumnSuffix(const table_key & key) const override;
     [[nodiscard]] QString tableTail() const override;
+    [[nodiscard]] ddl_export::database_type databaseType() const override;
 };
 
 } // namespace plugin

@@ -45,9 +45,9 @@ QString ddl_export_builder_sqlite::exportEnd() const
     return QStringLiteral("END TRANSACTION;");
 }
 
-QString ddl_export_builder_sqlite::getBuilderName() const
+ddl_export::database_type ddl_export_builder_sqlite::databaseType() const
 {
-    return QStringLiteral("sqlite");
+    return ddl_export::db_sqlite;
 }
 
 QString ddl_export_builder_sqlite::addConstraintFKInCreateTable(std::shared_ptr<model::entity> entity)

@@ -17,7 +17,6 @@ public:
 protected:
     [[nodiscard]] QString exportBegin() const override;
     [[nodiscard]] QString exportEnd() const override;
-    [[nodiscard]] QString getBuilderName() const override;
     QString addConstraintFKInCreateTable(std::shared_ptr<model::entity> entity) override;
     QString dropColumn(std::shared_ptr<model::property> property) override;
     QString renameColumn(std::shared_ptr<model::property> previous,
@@ -25,6 +24,8 @@ protected:
     QString addForeignKey(std::shared_ptr<model::relationship> relationship) override;
     QString dropForeignKey(std::shared_ptr<model::relationship> relationship) override;
     QString dropIndex(std::shared_ptr<model::property> property) override;
+
+    [[nodiscard]] ddl_export::database_type databaseType() const override;
 
 private:
     [[nodiscard]] QString foreignKeyWarning(const std::shared_ptr<model::relationship> & relationship,

@@ -10,7 +10,7 @@ namespace plugin {
 struct default_type
 {
     const char * cppType;
-    const char * generic; ///< SQLite uses this column, too
+    const char * generic;
     const char * mysql;
     const char * postgresql;
     const char * oracle;

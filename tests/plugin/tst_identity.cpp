@@ -1,5 +1,6 @@
 // What the plug-in says of itself.
 
+#include "plugin/builder/databases.h"
 #include "plugin/builder/ddl_export_builder.h"
 #include "plugin/ddl_export.h"
 #include "plugin/export_interface.h"
@@ -26,6 +27,9 @@ private slots:
     void fixedAnswers();
     void defaults();
     void terminateReleasesTheScriptEngine();
+    void databases_data();
+    void databases();
+    void everyDatabaseIsInTheTable();
     void showsNoSettingsWithoutADialog();
     void asksTheDialogThatWasHandedIn();
 };
@@ -151,6 +155,36 @@ void tst_identity::terminateReleasesTheScriptEngine()
     QVERIFY(p.getCustomScript());
     p.terminate();
     QVERIFY(!p.getCustomScript());
+}
+
+void tst_identity::databases_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("names");
+    QTest::newRow("generic") << 0 << "generic, Generic SQL, default";
+    QTest::newRow("SQLite") << 1 << "sqlite, SQLite, sqlite";
+    QTest::newRow("MySQL") << 2 << "mysql, MySQL, mysql";
+    QTest::newRow("PostgreSQL") << 3 << "postgresql, PostgreSQL, postgresql";
+    QTest::newRow("Oracle") << 4 << "oracle, Oracle, oracle";
+    QTest::newRow("SQL Server") << 5 << "mssqlserver, MS SQL Server, mssqlserver";
+    QTest::newRow("below them") << -1 << "generic, Generic SQL, default";
+    QTest::newRow("above them") << 6 << "generic, Generic SQL, default";
+}
+
+void tst_identity::databases()
+{
+    QFETCH(int, number);
+    const plugin::database & db = plugin::databaseOf(static_cast<plugin::ddl_export::database_type>(number));
+    QTEST(QStringLiteral("%1, %2, %3").arg(db.key, db.label, db.shortName), "names");
+}
+
+void tst_identity::everyDatabaseIsInTheTable()
+{
+    QList<int> numbers;
+    for (const plugin::database & db : plugin::allDatabases()) {
+        numbers.append(db.number);
+    }
+    QCOMPARE(numbers, QList<int>({0, 1, 2, 3, 4, 5}));
 }
 
 void tst_identity::showsNoSettingsWithoutADialog()

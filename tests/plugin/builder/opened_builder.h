@@ -1,7 +1,7 @@
 #pragma once
 
+#include "plugin/builder/databases.h"
 #include "plugin/builder/ddl_export_builder.h"
-#include "plugin/builder/ddl_export_builder_factory.h"
 #include "plugin/ddl_export.h"
 
 #include "model/entity.h"
