@@ -1,10 +1,12 @@
 #include "plugin/plugin_finder.h"
 
 #include "plugin/export_interface.h"
+#include "tools/line_debugger.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QJsonObject>
 #include <QLibrary>
 #include <QPluginLoader>
 #include <QSet>
@@ -17,6 +19,13 @@ std::unique_ptr<loaded_plugin> refuse(zk::ZkBool & why, const QString & file, co
 {
     why = zk::ZkBool::failure(QDir::toNativeSeparators(file) + QStringLiteral(": ") + reason.simplified());
     return nullptr;
+}
+
+/// Whether `file` is the module of the script debugger, which lies beside the plug-ins and is none.
+bool isLineDebugger(const QString & file)
+{
+    return QPluginLoader(file).metaData().value(QLatin1String("IID")).toString() ==
+           QLatin1String(KORVANE_LINE_DEBUGGER_IID);
 }
 
 } // namespace
@@ -82,7 +91,7 @@ QStringList findPluginFiles(const QStringList & folders)
         const QFileInfoList entries = QDir(folder).entryInfoList(QDir::Files, QDir::Name);
         for (const QFileInfo & entry : entries) {
             const QString file = entry.canonicalFilePath();
-            if (QLibrary::isLibrary(entry.fileName()) && !seen.contains(file)) {
+            if (QLibrary::isLibrary(entry.fileName()) && !seen.contains(file) && !isLineDebugger(file)) {
                 seen.insert(file);
                 files << entry.absoluteFilePath();
             }

@@ -41,7 +41,8 @@ private:
 /// KORVANE_PLUGIN_PATH (separated as in PATH), then the one that belongs to the program.
 [[nodiscard]] KORVANE_EXPORT QStringList pluginFolders();
 
-/// Absolute names of the plug-in files in `folders`, sorted within each; nothing is loaded.
+/// Absolute names of the files in `folders` that may be plug-ins, sorted within each; no code of them runs.
+/// The script debugger's module lies there, too, and is left out.
 [[nodiscard]] KORVANE_EXPORT QStringList findPluginFiles(const QStringList & folders = pluginFolders());
 
 } // namespace plugin

@@ -3,6 +3,7 @@
 #include "context/ctx_project.h"
 #include "plugin/base_interface.h"
 #include "tools/call_watchdog.h"
+#include "tools/line_debugger.h"
 #include "tools/program_end.h"
 #include "tools/scoped_in_event.h"
 #include "tools/script_console.h"
@@ -69,7 +70,7 @@ private:
         call_watchdog watchdog;
     };
 
-    zk::ZkBool start(const std::shared_ptr<line_stops> & lines, bool forDebugger);
+    zk::ZkBool start(const std::function<void(QJSEngine &)> & prepare, bool forDebugger);
     zk::ZkBool compile(bool forDebugger);
     script_evaluation evaluate(const QString & code, const QList<script_variable> & names);
     zk::ZkBool answer(const QJSValue & result, const QHash<QString, QVariant> & parameters) const;
@@ -172,14 +173,14 @@ zk::ZkBool custom_javascript::impl::load(const QString & scriptFile, plugin::bas
     return start(nullptr, false);
 }
 
-/// Runs the script in an engine of its own; with `lines` it asks them at each line where to stop.
-zk::ZkBool custom_javascript::impl::start(const std::shared_ptr<line_stops> & lines, bool forDebugger)
+/// Runs the script in an engine of its own, after `prepare` was called for it if there is one.
+zk::ZkBool custom_javascript::impl::start(const std::function<void(QJSEngine &)> & prepare, bool forDebugger)
 {
     m_pScript = std::make_unique<running_script>(m_pOwner, [this](call_watchdog::overrun reason) {
         endProgram(m_lastWords[static_cast<size_t>(reason)].constData());
     });
-    if (lines) {
-        installLineStops(*m_pScript->engine, m_sFileName, lines);
+    if (prepare) {
+        prepare(*m_pScript->engine);
     }
     m_pScript->console.install(*m_pScript->engine);
     const scoped_in_event running(m_bRunning, true, 0);
@@ -303,17 +304,23 @@ zk::ZkBool custom_javascript::impl::debug()
             QStringLiteral("The script debugger needs a display, and the program has none"));
     }
     m_pDebugger.reset();
-    const auto lines = canStopAtLines() ? std::make_shared<line_stops>() : nullptr;
-    if (const zk::ZkBool started = start(lines, true); !started) {
+    script_debugger::engine_access access;
+    line_debugger * const debugger = loadLineDebugger(access.whyNoLines);
+    access.lines = debugger ? std::make_shared<line_stops>() : nullptr;
+    const auto stopAtLines = [&](QJSEngine & engine) {
+        if (debugger) {
+            debugger->install(engine, m_sFileName, access.lines);
+        }
+    };
+    if (const zk::ZkBool started = start(stopAtLines, true); !started) {
         return started;
     }
-    m_pDebugger = std::make_unique<script_debugger>(
-        m_sFileName, m_sSource,
-        script_debugger::engine_access{[this](const QString & code, const QList<script_variable> & names) {
-                                           return evaluate(code, names);
-                                       },
-                                       [this] { m_pScript->held = m_pScript->watchdog.suspend(); },
-                                       [this] { m_pScript->watchdog.resume(m_pScript->held); }, lines});
+    access.evaluate = [this](const QString & code, const QList<script_variable> & names) {
+        return evaluate(code, names);
+    };
+    access.suspendTimeLimit = [this] { m_pScript->held = m_pScript->watchdog.suspend(); };
+    access.resumeTimeLimit = [this] { m_pScript->watchdog.resume(m_pScript->held); };
+    m_pDebugger = std::make_unique<script_debugger>(m_sFileName, m_sSource, std::move(access));
     return zk::ZkBool::success();
 }
 

@@ -5,9 +5,6 @@
 #include <QSet>
 
 #include <functional>
-#include <memory>
-
-class QJSEngine;
 
 namespace tools {
 
@@ -35,13 +32,5 @@ struct line_stops
     /// Called with the call stack, innermost first; the script goes on when it returns.
     std::function<void(const QList<script_frame> &)> onStop;
 };
-
-/// Whether this build can stop at lines, with the Qt that the program runs on.
-[[nodiscard]] bool canStopAtLines();
-
-/// Makes `engine` ask `stops` about the lines of `fileName`. Has to come before the script is evaluated,
-/// because code that was compiled without it does not ask. Only when canStopAtLines().
-void installLineStops(QJSEngine & engine, const QString & fileName,
-                      const std::shared_ptr<line_stops> & stops);
 
 } // namespace tools

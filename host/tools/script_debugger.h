@@ -7,6 +7,9 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <functional>
+#include <memory>
+
 class QEventLoop;
 
 namespace tools {
@@ -29,6 +32,7 @@ public:
         std::function<void()> resumeTimeLimit;
         /// Null when the script cannot stop at lines.
         std::shared_ptr<line_stops> lines;
+        QString whyNoLines; ///< one line, for the user
     };
 
     /// Opens the window; needs hasDisplay().
@@ -57,6 +61,8 @@ public:
     void setLineBreakpoints(const QSet<int> & lines);
     void setActionBreakpoints(const QSet<QString> & actions) { m_actionBreakpoints = actions; }
     [[nodiscard]] bool canStopAtLines() const { return m_engine.lines != nullptr; }
+    /// Why not; empty when it can.
+    [[nodiscard]] QString whyNoLines() const { return m_engine.whyNoLines; }
 
 private:
     enum class place

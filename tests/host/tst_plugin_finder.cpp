@@ -134,6 +134,17 @@ private Q_SLOTS:
                          first.filePath(QStringLiteral("b.so"))}));
         QCOMPARE(plugin::findPluginFiles({}), QStringList());
     }
+
+    void theModuleOfTheDebuggerIsNoPlugin()
+    {
+        QTemporaryDir dir;
+        const QString module = dir.filePath(QStringLiteral("KorvaneLineDebugger.so"));
+        QVERIFY(QFile::copy(
+            QStringLiteral(KORVANE_BUILD_DIR "/tests/plugins/another_qt/KorvaneLineDebugger.so"), module));
+        const QString other = dir.filePath(QStringLiteral("other.so"));
+        QVERIFY(QFile::copy(OtherInterface, other));
+        QCOMPARE(plugin::findPluginFiles({dir.path()}), QStringList({other}));
+    }
 };
 
 QTEST_MAIN(tst_plugin_finder)

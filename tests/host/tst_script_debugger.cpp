@@ -8,6 +8,7 @@
 #include "model/property.h"
 #include "tools/custom_javascript.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
@@ -89,6 +90,8 @@ private slots:
     void init();
     void cleanup();
     void lineStopsAreAsBuilt();
+    void withoutItsModuleItStopsAtSteps_data();
+    void withoutItsModuleItStopsAtSteps();
     void needsAScript();
     void isDebuggingUntilDetached();
     void isDebuggingUntilClosed();
@@ -155,7 +158,51 @@ void tst_script_debugger::lineStopsAreAsBuilt()
     attach();
     QCOMPARE(stopsAtLines(), bool(KORVANE_TESTED_LINE_BREAKPOINTS));
     const QString label = debuggerWindow()->findChild<QLabel *>(QStringLiteral("m_lblSource"))->text();
-    QCOMPARE(label.contains(QStringLiteral("steps and actions only")), !stopsAtLines());
+    QCOMPARE(label.contains(QStringLiteral("only at steps and actions")), !stopsAtLines());
+}
+
+void tst_script_debugger::withoutItsModuleItStopsAtSteps_data()
+{
+    QTest::addColumn<QString>("module");
+    QTest::addColumn<QString>("reason"); // %1 the module's file, %2 its folder
+    const QString plugins = QStringLiteral(KORVANE_BUILD_DIR "/tests/plugins/");
+    QTest::newRow("missing") << QString()
+                             << "KorvaneLineDebugger was not found in %2; install it to stop at lines";
+    QTest::newRow("of another Qt") << plugins + "another_qt/KorvaneLineDebugger.so"
+                                   << "%1 was built for Qt 6.0.9, but this is Qt " + QString(qVersion()) +
+                                          "; install the one for this Qt";
+    QTest::newRow("another plug-in")
+        << plugins + "other/other_interface.so"
+        << "%1 cannot be loaded (it was built for another interface); install it "
+           "again";
+    QTest::newRow("no library") << QStringLiteral(KORVANE_SOURCE_DIR "/README.md")
+                                << "%1 cannot be loaded (it is not a plugin); install it again";
+}
+
+/// In a program of its own, which lies where there is no module, or one that is of no use.
+void tst_script_debugger::withoutItsModuleItStopsAtSteps()
+{
+    QFETCH(QString, module);
+    QFETCH(QString, reason);
+    const QDir dir(QDir(m_dir->path()).canonicalPath());
+    const QString folder = dir.filePath(QStringLiteral("lib/korvane/plugins"));
+    const QString file = folder + QStringLiteral("/KorvaneLineDebugger.so");
+    const QString copy = dir.filePath(QStringLiteral("bin/debugger_program"));
+    QVERIFY(dir.mkpath(QStringLiteral("bin")) && dir.mkpath(folder));
+    QVERIFY(QFile::copy(QStringLiteral(KORVANE_DEBUGGER_PROGRAM), copy));
+    QVERIFY(module.isEmpty() || QFile::copy(module, file));
+    QProcess program;
+    program.start(copy, {QStringLiteral("step"), write(Script)});
+    QVERIFY(program.waitForFinished());
+    QVERIFY2(program.exitStatus() == QProcess::NormalExit, program.readAllStandardError().constData());
+    QCOMPARE(QString::fromUtf8(program.readAllStandardOutput()),
+             "debugging\n"
+             "stops at steps\n"
+             "Script (this build cannot stop at lines, only at steps and actions)\n" +
+                 reason.replace(QStringLiteral("%1"), file).replace(QStringLiteral("%2"), folder) +
+                 "\nBefore the step CREATE_TABLE|After the step CREATE_TABLE\n"
+                 "-- CREATE_TABLE\n"
+                 "not debugging\n");
 }
 
 void tst_script_debugger::needsAScript()

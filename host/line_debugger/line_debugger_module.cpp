@@ -1,8 +1,9 @@
-#include "tools/line_stops.h"
+// The one file that uses what Qt keeps to itself.
 
-#ifdef KORVANE_LINE_BREAKPOINTS
+#include "tools/line_debugger.h"
 
 #include <QJSEngine>
+#include <QObject>
 #include <QScopedValueRollback>
 #include <QUrl>
 
@@ -13,19 +14,17 @@
 #include <private/qv4function_p.h>
 #include <private/qv4stackframe_p.h>
 
-#include <cstring>
-
 namespace tools {
 
 namespace {
 
 constexpr int MostFrames = 64;
 
-class line_debugger final : public QV4::Debugging::Debugger
+class engine_debugger final : public QV4::Debugging::Debugger
 {
 public:
-    line_debugger(QV4::ExecutionEngine & engine, const QString & fileName,
-                  const std::shared_ptr<line_stops> & stops)
+    engine_debugger(QV4::ExecutionEngine & engine, const QString & fileName,
+                    const std::shared_ptr<line_stops> & stops)
         : m_engine(engine), m_sSource(QUrl::fromLocalFile(fileName).toString()), m_pStops(stops)
     {
     }
@@ -52,7 +51,7 @@ private:
     std::shared_ptr<line_stops> m_pStops;
 };
 
-void line_debugger::maybeBreakAtInstruction()
+void engine_debugger::maybeBreakAtInstruction()
 {
     const QV4::CppStackFrame * const frame = m_engine.currentStackFrame;
     // A negative line stands for the return from a function.
@@ -70,7 +69,7 @@ void line_debugger::maybeBreakAtInstruction()
     }
 }
 
-bool line_debugger::isStop(int line) const
+bool engine_debugger::isStop(int line) const
 {
     switch (m_pStops->step) {
     case line_stops::into:
@@ -86,7 +85,7 @@ bool line_debugger::isStop(int line) const
     return m_pStops->breakpoints.contains(line);
 }
 
-qsizetype line_debugger::depth() const
+qsizetype engine_debugger::depth() const
 {
     qsizetype result = 0;
     for (const QV4::CppStackFrame * frame = m_engine.currentStackFrame; frame; frame = frame->parentFrame()) {
@@ -95,7 +94,7 @@ qsizetype line_debugger::depth() const
     return result;
 }
 
-QList<script_frame> line_debugger::frames() const
+QList<script_frame> engine_debugger::frames() const
 {
     QList<script_frame> result;
     for (const QV4::CppStackFrame * frame = m_engine.currentStackFrame; frame && result.size() < MostFrames;
@@ -107,7 +106,7 @@ QList<script_frame> line_debugger::frames() const
     return result;
 }
 
-QList<script_variable> line_debugger::variablesOf(const QV4::CppStackFrame & frame) const
+QList<script_variable> engine_debugger::variablesOf(const QV4::CppStackFrame & frame) const
 {
     QList<script_variable> result;
     QSet<QString> known; // an inner name hides an outer one
@@ -138,31 +137,21 @@ QList<script_variable> line_debugger::variablesOf(const QV4::CppStackFrame & fra
 
 } // namespace
 
-bool canStopAtLines()
+class line_debugger_module : public QObject, public line_debugger
 {
-    // The interface is private to one version of Qt.
-    return std::strcmp(qVersion(), QT_VERSION_STR) == 0;
-}
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID KORVANE_LINE_DEBUGGER_IID FILE "line_debugger.json")
+    Q_INTERFACES(tools::line_debugger)
 
-void installLineStops(QJSEngine & engine, const QString & fileName, const std::shared_ptr<line_stops> & stops)
-{
-    QV4::ExecutionEngine * const internals = engine.handle();
-    internals->setDebugger(new line_debugger(*internals, fileName, stops));
-}
+public:
+    void install(QJSEngine & engine, const QString & fileName,
+                 const std::shared_ptr<line_stops> & stops) override
+    {
+        QV4::ExecutionEngine * const internals = engine.handle();
+        internals->setDebugger(new engine_debugger(*internals, fileName, stops));
+    }
+};
 
 } // namespace tools
 
-#else
-
-namespace tools {
-
-bool canStopAtLines()
-{
-    return false;
-}
-
-void installLineStops(QJSEngine &, const QString &, const std::shared_ptr<line_stops> &) {}
-
-} // namespace tools
-
-#endif
+#include "line_debugger_module.moc"
