@@ -1779,6 +1779,29 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
 </context>
 <context>
+    <name>tools::line_debugger</name>
+    <message>
+        <source>%1 cannot be loaded (%2); install it again</source>
+        <translation>%1 ne peut pas être chargé (%2) ; réinstallez-le</translation>
+    </message>
+    <message>
+        <source>it is not a plugin</source>
+        <translation>ce n&apos;est pas un plugin</translation>
+    </message>
+    <message>
+        <source>it was built for another interface</source>
+        <translation>il a été compilé pour une autre interface</translation>
+    </message>
+    <message>
+        <source>%1 was built for Qt %2, but this is Qt %3; install the one for this Qt</source>
+        <translation>%1 a été compilé pour Qt %2, mais ceci est Qt %3 ; installez celui de ce Qt</translation>
+    </message>
+    <message>
+        <source>KorvaneLineDebugger was not found in %1; install it to stop at lines</source>
+        <translation>KorvaneLineDebugger est introuvable dans %1 ; installez-le pour pouvoir arrêter aux lignes</translation>
+    </message>
+</context>
+<context>
     <name>tools::script_debugger</name>
     <message>
         <source>Before the step %1</source>
