@@ -5,6 +5,8 @@
 #include "plugin/export_details.h"
 #include "plugin/export_interface.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace app {
@@ -68,7 +70,8 @@ export_report runPlugin(plugin::export_interface & plugin, model::project & proj
     }
     if (!report.ok) {
         const QString reason = result.getDesc().isEmpty()
-                                   ? QStringLiteral("The export failed; the plug-in gave no reason")
+                                   ? QCoreApplication::translate(
+                                         "app::export_run", "The export failed; the plug-in gave no reason")
                                    : oneLine(result.getDesc());
         // A message may say more than the result does.
         const bool isTold = std::any_of(toldErrors.cbegin(), toldErrors.cend(),

@@ -4,6 +4,7 @@
 
 #include "plugin/export_interface.h"
 
+#include <QCoreApplication>
 #include <QLibrary>
 #include <QRegularExpression>
 
@@ -12,6 +13,12 @@
 namespace app {
 
 namespace {
+
+/// tr() for what the window shows as well.
+struct texts
+{
+    Q_DECLARE_TR_FUNCTIONS(app::plugin_choice)
+};
 
 /// Whether the value of --plugin is a file rather than a name.
 bool isPluginFile(const QString & name)
@@ -118,7 +125,7 @@ found_plugins found_plugins::inFolders()
         if (first == found.plugins.end()) {
             found.plugins.push_back(std::move(one.plugins.front()));
         } else {
-            found.problems << QStringLiteral("%1: not used, %2 is a plugin of the same name")
+            found.problems << texts::tr("%1: not used, %2 is a plugin of the same name")
                                   .arg(file, (*first)->getFileName());
         }
     }

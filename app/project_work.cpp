@@ -8,6 +8,7 @@
 #include "storage/text_form.h"
 #include "tools/file_status.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -18,16 +19,23 @@ namespace app {
 
 namespace {
 
+using zk::ZkBool; // lupdate takes what follows a qualified name for a text of that namespace
+
+struct texts
+{
+    Q_DECLARE_TR_FUNCTIONS(app::project_work)
+};
+
 constexpr qint64 TextLimit = qint64(512) * 1024 * 1024; // bytes; far above any model, far below memory
 
-zk::ZkBool fileFailure(const QString & file, const QString & reason)
+ZkBool fileFailure(const QString & file, const QString & reason)
 {
-    return zk::ZkBool::failure(QDir::toNativeSeparators(file) + QStringLiteral(": ") + reason);
+    return ZkBool::failure(QDir::toNativeSeparators(file) + QStringLiteral(": ") + reason);
 }
 
-zk::ZkBool resultOf(const QSqlError & error)
+ZkBool resultOf(const QSqlError & error)
 {
-    return error.isValid() ? zk::ZkBool::failure(error.text()) : zk::ZkBool::success();
+    return error.isValid() ? ZkBool::failure(error.text()) : ZkBool::success();
 }
 
 const QString StandardInput = QStringLiteral("-");
@@ -35,70 +43,69 @@ const QString StandardInput = QStringLiteral("-");
 /// What messages call the text `name`.
 QString sourceOf(const QString & name)
 {
-    return name == StandardInput ? QStringLiteral("standard input") : QDir::toNativeSeparators(name);
+    return name == StandardInput ? texts::tr("standard input") : QDir::toNativeSeparators(name);
 }
 
 /// Reads what comes to its end when the other side ends, however large that turns out to be.
-zk::ZkBool readStandardInput(QByteArray & text)
+ZkBool readStandardInput(QByteArray & text)
 {
     QFile input;
     if (!input.open(stdin, QIODevice::ReadOnly)) {
         return fileFailure(sourceOf(StandardInput),
-                           QStringLiteral("cannot be read (%1)").arg(input.errorString()));
+                           texts::tr("cannot be read (%1)").arg(input.errorString()));
     }
     constexpr qint64 piece = 1024 * 1024; // bytes
     for (QByteArray more = input.read(piece); !more.isEmpty(); more = input.read(piece)) {
         text += more;
         if (text.size() > TextLimit) {
             return fileFailure(sourceOf(StandardInput),
-                               QStringLiteral("is too large for the text form of a project"));
+                               texts::tr("is too large for the text form of a project"));
         }
     }
     return input.error() == QFileDevice::NoError
-               ? zk::ZkBool::success()
+               ? ZkBool::success()
                : fileFailure(sourceOf(StandardInput),
-                             QStringLiteral("cannot be read (%1)").arg(input.errorString()));
+                             texts::tr("cannot be read (%1)").arg(input.errorString()));
 }
 
-zk::ZkBool readText(const QString & name, QByteArray & text)
+ZkBool readText(const QString & name, QByteArray & text)
 {
     if (name == StandardInput) {
         return readStandardInput(text);
     }
     const tools::file_status status = tools::fileStatus(name);
     if (status.kind == tools::file_status::missing) {
-        return fileFailure(name, QStringLiteral("does not exist; check the name"));
+        return fileFailure(name, texts::tr("does not exist; check the name"));
     }
     if (status.kind == tools::file_status::unknown) {
         return fileFailure(
-            name,
-            QStringLiteral("cannot be read (%1); check the name").arg(tools::systemReason(status.error)));
+            name, texts::tr("cannot be read (%1); check the name").arg(tools::systemReason(status.error)));
     }
     if (status.kind != tools::file_status::regular) {
         return fileFailure(
-            name, QStringLiteral("is %1, not a file with the text form of a project").arg(status.kindName));
+            name, texts::tr("is %1, not a file with the text form of a project").arg(status.kindName));
     }
     if (status.size > TextLimit) {
-        return fileFailure(name, QStringLiteral("is too large for the text form of a project"));
+        return fileFailure(name, texts::tr("is too large for the text form of a project"));
     }
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly)) {
-        return fileFailure(name, QStringLiteral("cannot be read (%1)").arg(file.errorString()));
+        return fileFailure(name, texts::tr("cannot be read (%1)").arg(file.errorString()));
     }
     text = file.readAll();
     if (file.error() != QFileDevice::NoError) {
-        return fileFailure(name, QStringLiteral("cannot be read (%1)").arg(file.errorString()));
+        return fileFailure(name, texts::tr("cannot be read (%1)").arg(file.errorString()));
     }
-    return zk::ZkBool::success();
+    return ZkBool::success();
 }
 
 } // namespace
 
-zk::ZkBool openProject(const QString & file, std::shared_ptr<model::project> & project)
+ZkBool openProject(const QString & file, std::shared_ptr<model::project> & project)
 {
     const auto opened = std::make_shared<model::project>(1);
     opened->setFileName(file);
-    zk::ZkBool result = resultOf(opened->load());
+    ZkBool result = resultOf(opened->load());
     if (result) {
         project = opened;
     }
@@ -122,7 +129,7 @@ import_result importText(const QString & modelFile, const QString & projectFile)
     done.result = resultOf(storage::project_file::replace(
         projectFile, [&](const model::project * existing, model::project & project) {
             done.warnings.clear();
-            const zk::ZkBool read = storage::text_form::read(text, source, existing, project);
+            const ZkBool read = storage::text_form::read(text, source, existing, project);
             if (!read) {
                 return QSqlError(QString(), read.getDesc(), QSqlError::StatementError);
             }
@@ -131,7 +138,7 @@ import_result importText(const QString & modelFile, const QString & projectFile)
                 warnings << storage::text_form::versionWarnings(project, *existing);
             }
             for (const QString & warning : std::as_const(warnings)) {
-                done.warnings << source + QStringLiteral(": warning: ") + warning;
+                done.warnings << texts::tr("%1: warning: %2").arg(source, warning);
             }
             done.projectName = project.getName();
             done.entities = project.getListOfAllEntities()->count();
@@ -140,15 +147,14 @@ import_result importText(const QString & modelFile, const QString & projectFile)
     return done;
 }
 
-zk::ZkBool saveText(const model::project & project, const QString & file)
+ZkBool saveText(const model::project & project, const QString & file)
 {
-    const zk::ZkBool written = writeWholeFile(file, storage::text_form::write(project));
-    return written ? written
-                   : fileFailure(file, QStringLiteral("cannot be written (%1)").arg(written.getDesc()));
+    const ZkBool written = writeWholeFile(file, storage::text_form::write(project));
+    return written ? written : fileFailure(file, texts::tr("cannot be written (%1)").arg(written.getDesc()));
 }
 
-zk::ZkBool tagState(const QString & projectFile, const QString & message, storage::history::tag_when when,
-                    storage::history::tag_result & tagged)
+ZkBool tagState(const QString & projectFile, const QString & message, storage::history::tag_when when,
+                storage::history::tag_result & tagged)
 {
     return resultOf(storage::history::tag(projectFile, message, when, tagged));
 }

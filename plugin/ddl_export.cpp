@@ -144,10 +144,9 @@ zk::ZkBool ddl_export::exportProject(model::project & project)
         return result;
     }
     m_bVersionMissing = getExportDatabaseSchema() == evolution;
-    m_sReasonForNoFile =
-        m_bVersionMissing
-            ? QStringLiteral("Nothing was written: evolution scripts need a tagged version")
-            : QStringLiteral("Nothing was written: the setting for the schema has no such value");
+    m_sReasonForNoFile = m_bVersionMissing
+                             ? tr("Nothing was written: evolution scripts need a tagged version")
+                             : tr("Nothing was written: the setting for the schema has no such value");
     const tools::wait_cursor cursor;
     const std::shared_ptr<ddl_export_builder> builder = getBuilder(getDatabaseType());
     if (!builder) {

@@ -43,7 +43,7 @@ QList<command_option> ddl_export::getCommandLineOptions() const
 QString ddl_export::getTakenFor(const QString & option, const QString & value) const
 {
     if (value.isEmpty()) {
-        return QStringLiteral("no value, so the stored setting counts");
+        return tr("no value, so the stored setting counts");
     }
     for (const command_option & known : getCommandLineOptions()) {
         if (known.name != option) {
@@ -55,7 +55,7 @@ QString ddl_export::getTakenFor(const QString & option, const QString & value) c
             return shown(known.values[number]);
         }
         return option == DatabaseOption ? shown(known.values.constFirst())
-                                        : QStringLiteral("none of them, so nothing is written");
+                                        : tr("none of them, so nothing is written");
     }
     return {};
 }

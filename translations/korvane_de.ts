@@ -325,6 +325,13 @@
     </message>
 </context>
 <context>
+    <name>app::export_run</name>
+    <message>
+        <source>The export failed; the plug-in gave no reason</source>
+        <translation>Der Export ist fehlgeschlagen; das Plugin hat keinen Grund genannt</translation>
+    </message>
+</context>
+<context>
     <name>app::find_bar</name>
     <message>
         <source>Match case</source>
@@ -473,6 +480,13 @@
     <message>
         <source>Failed</source>
         <translation>Fehlgeschlagen</translation>
+    </message>
+</context>
+<context>
+    <name>app::plugin_choice</name>
+    <message>
+        <source>%1: not used, %2 is a plugin of the same name</source>
+        <translation>%1: nicht verwendet, %2 ist ein Plugin mit demselben Namen</translation>
     </message>
 </context>
 <context>
@@ -1036,6 +1050,41 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
     </message>
 </context>
 <context>
+    <name>app::project_work</name>
+    <message>
+        <source>standard input</source>
+        <translation>Standardeingabe</translation>
+    </message>
+    <message>
+        <source>cannot be read (%1)</source>
+        <translation>kann nicht gelesen werden (%1)</translation>
+    </message>
+    <message>
+        <source>is too large for the text form of a project</source>
+        <translation>ist zu groß für die Textform eines Projekts</translation>
+    </message>
+    <message>
+        <source>does not exist; check the name</source>
+        <translation>existiert nicht; prüfen Sie den Namen</translation>
+    </message>
+    <message>
+        <source>cannot be read (%1); check the name</source>
+        <translation>kann nicht gelesen werden (%1); prüfen Sie den Namen</translation>
+    </message>
+    <message>
+        <source>is %1, not a file with the text form of a project</source>
+        <translation>ist %1, keine Datei mit der Textform eines Projekts</translation>
+    </message>
+    <message>
+        <source>%1: warning: %2</source>
+        <translation>%1: Warnung: %2</translation>
+    </message>
+    <message>
+        <source>cannot be written (%1)</source>
+        <translation>kann nicht geschrieben werden (%1)</translation>
+    </message>
+</context>
+<context>
     <name>app::script_panel</name>
     <message>
         <source>Scripts</source>
@@ -1227,6 +1276,40 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
     </message>
 </context>
 <context>
+    <name>model</name>
+    <message>
+        <source>the version tagged at %1 is not there any more</source>
+        <translation>die um %1 festgehaltene Version ist nicht mehr vorhanden</translation>
+    </message>
+</context>
+<context>
+    <name>plugin</name>
+    <message>
+        <source>the plugin file does not exist</source>
+        <translation>die Plugin-Datei existiert nicht</translation>
+    </message>
+    <message>
+        <source>is not a plugin: it is not a file</source>
+        <translation>ist kein Plugin: Es ist keine Datei</translation>
+    </message>
+    <message>
+        <source>is not a plugin: it is empty</source>
+        <translation>ist kein Plugin: Die Datei ist leer</translation>
+    </message>
+    <message>
+        <source>is not a plugin: %1</source>
+        <translation>ist kein Plugin: %1</translation>
+    </message>
+    <message>
+        <source>the plugin cannot be loaded: %1</source>
+        <translation>das Plugin kann nicht geladen werden: %1</translation>
+    </message>
+    <message>
+        <source>the plugin was built for another interface</source>
+        <translation>das Plugin wurde für eine andere Schnittstelle gebaut</translation>
+    </message>
+</context>
+<context>
     <name>plugin::ddl_export</name>
     <message>
         <source>Export to DDL SQL script file</source>
@@ -1297,6 +1380,22 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>Export directory &apos;%1&apos; cannot be created (%2)</source>
         <translation>Das Exportverzeichnis &apos;%1&apos; kann nicht angelegt werden (%2)</translation>
+    </message>
+    <message>
+        <source>Nothing was written: evolution scripts need a tagged version</source>
+        <translation>Es wurde nichts geschrieben: Für Evolutionsskripte muss erst eine Version festgehalten werden</translation>
+    </message>
+    <message>
+        <source>Nothing was written: the setting for the schema has no such value</source>
+        <translation>Es wurde nichts geschrieben: Die Einstellung für das Schema kennt diesen Wert nicht</translation>
+    </message>
+    <message>
+        <source>no value, so the stored setting counts</source>
+        <translation>keinen Wert, daher gilt die gespeicherte Einstellung</translation>
+    </message>
+    <message>
+        <source>none of them, so nothing is written</source>
+        <translation>keinen davon, daher wird nichts geschrieben</translation>
     </message>
 </context>
 <context>
@@ -1779,6 +1878,158 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
 </context>
 <context>
+    <name>tools</name>
+    <message>
+        <source>the custom script did not end within %1 ms and could not be stopped; the program was ended</source>
+        <translation>das eigene Skript endete nicht innerhalb von %1 ms und ließ sich nicht anhalten; das Programm wurde beendet</translation>
+    </message>
+    <message>
+        <source>the custom script used more than 1 GiB of memory and could not be stopped; the program was ended</source>
+        <translation>das eigene Skript belegte mehr als 1 GiB Speicher und ließ sich nicht anhalten; das Programm wurde beendet</translation>
+    </message>
+    <message>
+        <source>The custom script cannot be reloaded while it is running</source>
+        <translation>Das eigene Skript kann nicht neu geladen werden, während es läuft</translation>
+    </message>
+    <message>
+        <source>No custom script file is given</source>
+        <translation>Es ist keine Datei eines eigenen Skripts angegeben</translation>
+    </message>
+    <message>
+        <source>the custom script cannot be read: %1</source>
+        <translation>das eigene Skript kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>the custom script defines no function exportStep(project, entity, property, enumeration, parameters)</source>
+        <translation>das eigene Skript definiert keine Funktion exportStep(project, entity, property, enumeration, parameters)</translation>
+    </message>
+    <message>
+        <source>loading the custom script did not end within %1 ms</source>
+        <translation>das Laden des eigenen Skripts endete nicht innerhalb von %1 ms</translation>
+    </message>
+    <message>
+        <source>loading the custom script used more than 1 GiB of memory</source>
+        <translation>das Laden des eigenen Skripts belegte mehr als 1 GiB Speicher</translation>
+    </message>
+    <message>
+        <source>No custom script is loaded</source>
+        <translation>Es ist kein eigenes Skript geladen</translation>
+    </message>
+    <message>
+        <source>The custom script is running already</source>
+        <translation>Das eigene Skript läuft bereits</translation>
+    </message>
+    <message>
+        <source>exportStep did not end within %1 ms</source>
+        <translation>exportStep endete nicht innerhalb von %1 ms</translation>
+    </message>
+    <message>
+        <source>exportStep used more than 1 GiB of memory</source>
+        <translation>exportStep belegte mehr als 1 GiB Speicher</translation>
+    </message>
+    <message>
+        <source>exportStep returned %1 for the action %2; expected a string, undefined or null</source>
+        <translation>exportStep hat für die Aktion %2 %1 zurückgegeben; erwartet wird eine Zeichenkette, undefined oder null</translation>
+    </message>
+    <message>
+        <source>The script debugger cannot be attached to a running script</source>
+        <translation>Der Skript-Debugger kann nicht mit einem laufenden Skript verbunden werden</translation>
+    </message>
+    <message>
+        <source>The script debugger needs a display, and the program has none</source>
+        <translation>Der Skript-Debugger braucht eine grafische Anzeige, und das Programm hat keine</translation>
+    </message>
+    <message>
+        <source>it did not end within %1 ms</source>
+        <translation>die Auswertung endete nicht innerhalb von %1 ms</translation>
+    </message>
+    <message>
+        <source>it used more than 1 GiB of memory</source>
+        <translation>die Auswertung belegte mehr als 1 GiB Speicher</translation>
+    </message>
+    <message>
+        <source>a file</source>
+        <translation>eine Datei</translation>
+    </message>
+    <message>
+        <source>a folder</source>
+        <translation>ein Ordner</translation>
+    </message>
+    <message>
+        <source>a symbolic link</source>
+        <translation>ein symbolischer Link</translation>
+    </message>
+    <message>
+        <source>a named pipe</source>
+        <translation>eine benannte Pipe</translation>
+    </message>
+    <message>
+        <source>a socket</source>
+        <translation>ein Socket</translation>
+    </message>
+    <message>
+        <source>a device</source>
+        <translation>ein Gerät</translation>
+    </message>
+    <message>
+        <source>Out of memory; the command was not completed. Close other programs or raise the limit of memory (ulimit -v), and try again</source>
+        <translation>Der Speicher reicht nicht aus; der Befehl wurde nicht zu Ende geführt. Schließen Sie andere Programme oder heben Sie die Speichergrenze an (ulimit -v), und versuchen Sie es erneut</translation>
+    </message>
+    <message>
+        <source>the file does not exist</source>
+        <translation>die Datei existiert nicht</translation>
+    </message>
+    <message>
+        <source>it is a folder, not a file</source>
+        <translation>es ist ein Ordner, keine Datei</translation>
+    </message>
+    <message>
+        <source>it is not a regular file</source>
+        <translation>es ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>it is larger than %1 MiB</source>
+        <translation>es ist größer als %1 MiB</translation>
+    </message>
+    <message>
+        <source>it is not UTF-8 text</source>
+        <translation>es ist kein UTF-8-Text</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; is not a time limit; give a number of milliseconds from 1 to %3, or 0 for none</source>
+        <translation>%1: &apos;%2&apos; ist keine Zeitgrenze; geben Sie eine Zahl von Millisekunden von 1 bis %3 an, oder 0 für keine</translation>
+    </message>
+    <message>
+        <source>exportStep returned %1 characters for the action %2; at most %3 are allowed</source>
+        <translation>exportStep hat für die Aktion %2 %1 Zeichen zurückgegeben; höchstens %3 sind erlaubt</translation>
+    </message>
+    <message>
+        <source>a boolean</source>
+        <comment>exportStep returned …</comment>
+        <translation>einen Wahrheitswert</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <comment>exportStep returned …</comment>
+        <translation>eine Zahl</translation>
+    </message>
+    <message>
+        <source>a function</source>
+        <comment>exportStep returned …</comment>
+        <translation>eine Funktion</translation>
+    </message>
+    <message>
+        <source>an array</source>
+        <comment>exportStep returned …</comment>
+        <translation>ein Array</translation>
+    </message>
+    <message>
+        <source>an object</source>
+        <comment>exportStep returned …</comment>
+        <translation>ein Objekt</translation>
+    </message>
+</context>
+<context>
     <name>tools::line_debugger</name>
     <message>
         <source>%1 cannot be loaded (%2); install it again</source>
@@ -2189,6 +2440,129 @@ Weiterer Hinweis: Der Debugger lässt sich auch starten, indem Sie beim Ausführ
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>zk</name>
+    <message>
+        <source>is in use by another process (waited %1 s for it); wait until that one has ended, or end it, and try again</source>
+        <translation>wird von einem anderen Prozess verwendet (%1 s darauf gewartet); warten Sie, bis dieser beendet ist, oder beenden Sie ihn, und versuchen Sie es erneut</translation>
+    </message>
+    <message>
+        <source>cannot be read or written: there is not enough memory</source>
+        <translation>kann nicht gelesen oder geschrieben werden: Der Speicher reicht nicht aus</translation>
+    </message>
+    <message>
+        <source>cannot be written (%1); check its permissions and those of its folder</source>
+        <translation>kann nicht geschrieben werden (%1); prüfen Sie die Rechte der Datei und die des Ordners</translation>
+    </message>
+    <message>
+        <source>cannot be read or written (%1); check the disk</source>
+        <translation>kann nicht gelesen oder geschrieben werden (%1); prüfen Sie den Datenträger</translation>
+    </message>
+    <message>
+        <source>is damaged (%1); restore it from a copy</source>
+        <translation>ist beschädigt (%1); stellen Sie die Datei aus einer Kopie wieder her</translation>
+    </message>
+    <message>
+        <source>cannot be written: the disk is full; make room and try again</source>
+        <translation>kann nicht geschrieben werden: Der Datenträger ist voll; schaffen Sie Platz und versuchen Sie es erneut</translation>
+    </message>
+    <message>
+        <source>cannot be opened (%1); check its permissions and those of its folder</source>
+        <translation>kann nicht geöffnet werden (%1); prüfen Sie die Rechte der Datei und die des Ordners</translation>
+    </message>
+    <message>
+        <source>is not a Korvane project file (.korv)</source>
+        <translation>ist keine Korvane-Projektdatei (.korv)</translation>
+    </message>
+    <message>
+        <source>contains a view &apos;%1&apos;, which does not belong in a project file; remove it, or restore the file from a backup</source>
+        <translation>enthält eine Sicht &apos;%1&apos;, die nicht in eine Projektdatei gehört; entfernen Sie sie, oder stellen Sie die Datei aus einer Sicherung wieder her</translation>
+    </message>
+    <message>
+        <source>contains a trigger &apos;%1&apos;, which does not belong in a project file; remove it, or restore the file from a backup</source>
+        <translation>enthält einen Trigger &apos;%1&apos;, der nicht in eine Projektdatei gehört; entfernen Sie ihn, oder stellen Sie die Datei aus einer Sicherung wieder her</translation>
+    </message>
+    <message>
+        <source>cannot be opened (%1); check its permissions</source>
+        <translation>kann nicht geöffnet werden (%1); prüfen Sie die Rechte der Datei</translation>
+    </message>
+    <message>
+        <source>cannot be read (%1); check the disk</source>
+        <translation>kann nicht gelesen werden (%1); prüfen Sie den Datenträger</translation>
+    </message>
+    <message>
+        <source>does not exist; check the name</source>
+        <translation>existiert nicht; prüfen Sie den Namen</translation>
+    </message>
+    <message>
+        <source>cannot be opened (%1); check the permissions of its folder</source>
+        <translation>kann nicht geöffnet werden (%1); prüfen Sie die Rechte des Ordners</translation>
+    </message>
+    <message>
+        <source>cannot be opened (%1); check the name</source>
+        <translation>kann nicht geöffnet werden (%1); prüfen Sie den Namen</translation>
+    </message>
+    <message>
+        <source>is empty, not a Korvane project</source>
+        <translation>ist leer und kein Korvane-Projekt</translation>
+    </message>
+    <message>
+        <source>is a model in text form, not a project; import it first (korvane import MODEL.json PROJECT.korv)</source>
+        <translation>ist ein Modell in Textform, kein Projekt; importieren Sie es zuerst (korvane import MODEL.json PROJECT.korv)</translation>
+    </message>
+    <message>
+        <source>is %1, where only a journal of the project may be; move it away and try again</source>
+        <translation>ist %1, wo nur ein Journal des Projekts sein darf; verschieben Sie das und versuchen Sie es erneut</translation>
+    </message>
+    <message>
+        <source>cannot be read (%1); check its permissions</source>
+        <translation>kann nicht gelesen werden (%1); prüfen Sie die Rechte der Datei</translation>
+    </message>
+    <message>
+        <source>cannot be read (%1)</source>
+        <translation>kann nicht gelesen werden (%1)</translation>
+    </message>
+    <message>
+        <source>cannot be looked at (%1)</source>
+        <translation>kann nicht untersucht werden (%1)</translation>
+    </message>
+    <message>
+        <source>is a journal that names another file, which opening the project would delete; korvane makes no such journal. Remove it if you do not know where it comes from, and try again</source>
+        <translation>ist ein Journal, das eine andere Datei nennt, die beim Öffnen des Projekts gelöscht würde; korvane legt kein solches Journal an. Entfernen Sie es, wenn Sie nicht wissen, woher es kommt, und versuchen Sie es erneut</translation>
+    </message>
+    <message>
+        <source>is the journal of another database, which the project would destroy; move it away and try again</source>
+        <translation>ist das Journal einer anderen Datenbank, das durch das Projekt zerstört würde; verschieben Sie es und versuchen Sie es erneut</translation>
+    </message>
+    <message>
+        <source>is a write-ahead log, which this project does not use but would take for its newest contents; move it away and try again</source>
+        <translation>ist ein Write-Ahead-Log, den dieses Projekt nicht verwendet, aber für seinen neuesten Inhalt halten würde; verschieben Sie ihn und versuchen Sie es erneut</translation>
+    </message>
+    <message>
+        <source>no project file is named</source>
+        <translation>es ist keine Projektdatei angegeben</translation>
+    </message>
+    <message>
+        <source>is %1, not a project file</source>
+        <translation>ist %1, keine Projektdatei</translation>
+    </message>
+    <message>
+        <source>belongs to a database that is not there, and would be taken for a part of the new project; move it away and try again</source>
+        <translation>gehört zu einer Datenbank, die nicht vorhanden ist, und würde für einen Teil des neuen Projekts gehalten; verschieben Sie die Datei und versuchen Sie es erneut</translation>
+    </message>
+    <message>
+        <source>cannot be changed: its name of %1 bytes is too long, as the name of its journal is %2 bytes longer and the limit is %3; choose a shorter one</source>
+        <translation>kann nicht geändert werden: Der Name ist mit %1 Bytes zu lang, denn der Name des Journals ist %2 Bytes länger, und die Grenze ist %3; wählen Sie einen kürzeren</translation>
+    </message>
+    <message>
+        <source>cannot be changed: its path of %1 bytes is too long, as the name of its journal is %2 bytes longer and the limit is %3; choose a shorter one</source>
+        <translation>kann nicht geändert werden: Der Pfad ist mit %1 Bytes zu lang, denn der Name des Journals ist %2 Bytes länger, und die Grenze ist %3; wählen Sie einen kürzeren</translation>
+    </message>
+    <message>
+        <source>The database is not open</source>
+        <translation>Die Datenbank ist nicht geöffnet</translation>
     </message>
 </context>
 </TS>

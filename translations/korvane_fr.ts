@@ -325,6 +325,13 @@
     </message>
 </context>
 <context>
+    <name>app::export_run</name>
+    <message>
+        <source>The export failed; the plug-in gave no reason</source>
+        <translation>L&apos;export a échoué ; le plugin n&apos;a pas donné de raison</translation>
+    </message>
+</context>
+<context>
     <name>app::find_bar</name>
     <message>
         <source>Match case</source>
@@ -473,6 +480,13 @@
     <message>
         <source>Failed</source>
         <translation>Échec</translation>
+    </message>
+</context>
+<context>
+    <name>app::plugin_choice</name>
+    <message>
+        <source>%1: not used, %2 is a plugin of the same name</source>
+        <translation>%1 : non utilisé, %2 est un plugin du même nom</translation>
     </message>
 </context>
 <context>
@@ -1036,6 +1050,41 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
 </context>
 <context>
+    <name>app::project_work</name>
+    <message>
+        <source>standard input</source>
+        <translation>entrée standard</translation>
+    </message>
+    <message>
+        <source>cannot be read (%1)</source>
+        <translation>ne peut pas être lu (%1)</translation>
+    </message>
+    <message>
+        <source>is too large for the text form of a project</source>
+        <translation>est trop volumineux pour un projet sous forme de texte</translation>
+    </message>
+    <message>
+        <source>does not exist; check the name</source>
+        <translation>n&apos;existe pas ; vérifiez le nom</translation>
+    </message>
+    <message>
+        <source>cannot be read (%1); check the name</source>
+        <translation>ne peut pas être lu (%1) ; vérifiez le nom</translation>
+    </message>
+    <message>
+        <source>is %1, not a file with the text form of a project</source>
+        <translation>est %1, pas un fichier contenant un projet sous forme de texte</translation>
+    </message>
+    <message>
+        <source>%1: warning: %2</source>
+        <translation>%1: avertissement : %2</translation>
+    </message>
+    <message>
+        <source>cannot be written (%1)</source>
+        <translation>ne peut pas être écrit (%1)</translation>
+    </message>
+</context>
+<context>
     <name>app::script_panel</name>
     <message>
         <source>Scripts</source>
@@ -1227,6 +1276,40 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
 </context>
 <context>
+    <name>model</name>
+    <message>
+        <source>the version tagged at %1 is not there any more</source>
+        <translation>la version étiquetée le %1 n&apos;existe plus</translation>
+    </message>
+</context>
+<context>
+    <name>plugin</name>
+    <message>
+        <source>the plugin file does not exist</source>
+        <translation>le fichier du plugin n&apos;existe pas</translation>
+    </message>
+    <message>
+        <source>is not a plugin: it is not a file</source>
+        <translation>n&apos;est pas un plugin : ce n&apos;est pas un fichier</translation>
+    </message>
+    <message>
+        <source>is not a plugin: it is empty</source>
+        <translation>n&apos;est pas un plugin : le fichier est vide</translation>
+    </message>
+    <message>
+        <source>is not a plugin: %1</source>
+        <translation>n&apos;est pas un plugin : %1</translation>
+    </message>
+    <message>
+        <source>the plugin cannot be loaded: %1</source>
+        <translation>le plugin ne peut pas être chargé : %1</translation>
+    </message>
+    <message>
+        <source>the plugin was built for another interface</source>
+        <translation>le plugin a été compilé pour une autre interface</translation>
+    </message>
+</context>
+<context>
     <name>plugin::ddl_export</name>
     <message>
         <source>Export to DDL SQL script file</source>
@@ -1297,6 +1380,22 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <message>
         <source>Export directory &apos;%1&apos; cannot be created (%2)</source>
         <translation>Le répertoire d&apos;export &apos;%1&apos; ne peut pas être créé (%2)</translation>
+    </message>
+    <message>
+        <source>Nothing was written: evolution scripts need a tagged version</source>
+        <translation>Rien n&apos;a été écrit : les scripts d&apos;évolution demandent une version étiquetée</translation>
+    </message>
+    <message>
+        <source>Nothing was written: the setting for the schema has no such value</source>
+        <translation>Rien n&apos;a été écrit : le paramètre du schéma n&apos;a pas cette valeur</translation>
+    </message>
+    <message>
+        <source>no value, so the stored setting counts</source>
+        <translation>aucune valeur, donc le paramètre enregistré s&apos;applique</translation>
+    </message>
+    <message>
+        <source>none of them, so nothing is written</source>
+        <translation>aucune d&apos;elles, donc rien n&apos;est écrit</translation>
     </message>
 </context>
 <context>
@@ -1779,6 +1878,158 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
 </context>
 <context>
+    <name>tools</name>
+    <message>
+        <source>the custom script did not end within %1 ms and could not be stopped; the program was ended</source>
+        <translation>le script personnalisé ne s&apos;est pas terminé en %1 ms et n&apos;a pas pu être arrêté ; le programme a été terminé</translation>
+    </message>
+    <message>
+        <source>the custom script used more than 1 GiB of memory and could not be stopped; the program was ended</source>
+        <translation>le script personnalisé a utilisé plus de 1 Gio de mémoire et n&apos;a pas pu être arrêté ; le programme a été terminé</translation>
+    </message>
+    <message>
+        <source>The custom script cannot be reloaded while it is running</source>
+        <translation>Le script personnalisé ne peut pas être rechargé pendant son exécution</translation>
+    </message>
+    <message>
+        <source>No custom script file is given</source>
+        <translation>Aucun fichier de script personnalisé n&apos;est indiqué</translation>
+    </message>
+    <message>
+        <source>the custom script cannot be read: %1</source>
+        <translation>le script personnalisé ne peut pas être lu : %1</translation>
+    </message>
+    <message>
+        <source>the custom script defines no function exportStep(project, entity, property, enumeration, parameters)</source>
+        <translation>le script personnalisé ne définit pas de fonction exportStep(project, entity, property, enumeration, parameters)</translation>
+    </message>
+    <message>
+        <source>loading the custom script did not end within %1 ms</source>
+        <translation>le chargement du script personnalisé ne s&apos;est pas terminé en %1 ms</translation>
+    </message>
+    <message>
+        <source>loading the custom script used more than 1 GiB of memory</source>
+        <translation>le chargement du script personnalisé a utilisé plus de 1 Gio de mémoire</translation>
+    </message>
+    <message>
+        <source>No custom script is loaded</source>
+        <translation>Aucun script personnalisé n&apos;est chargé</translation>
+    </message>
+    <message>
+        <source>The custom script is running already</source>
+        <translation>Le script personnalisé est déjà en cours d&apos;exécution</translation>
+    </message>
+    <message>
+        <source>exportStep did not end within %1 ms</source>
+        <translation>exportStep ne s&apos;est pas terminé en %1 ms</translation>
+    </message>
+    <message>
+        <source>exportStep used more than 1 GiB of memory</source>
+        <translation>exportStep a utilisé plus de 1 Gio de mémoire</translation>
+    </message>
+    <message>
+        <source>exportStep returned %1 for the action %2; expected a string, undefined or null</source>
+        <translation>exportStep a renvoyé %1 pour l&apos;action %2 ; une chaîne de caractères, undefined ou null est attendu</translation>
+    </message>
+    <message>
+        <source>The script debugger cannot be attached to a running script</source>
+        <translation>Le débogueur de script ne peut pas être attaché à un script en cours d&apos;exécution</translation>
+    </message>
+    <message>
+        <source>The script debugger needs a display, and the program has none</source>
+        <translation>Le débogueur de script a besoin d&apos;un affichage, et le programme n&apos;en a pas</translation>
+    </message>
+    <message>
+        <source>it did not end within %1 ms</source>
+        <translation>l&apos;évaluation ne s&apos;est pas terminée en %1 ms</translation>
+    </message>
+    <message>
+        <source>it used more than 1 GiB of memory</source>
+        <translation>l&apos;évaluation a utilisé plus de 1 Gio de mémoire</translation>
+    </message>
+    <message>
+        <source>a file</source>
+        <translation>un fichier</translation>
+    </message>
+    <message>
+        <source>a folder</source>
+        <translation>un dossier</translation>
+    </message>
+    <message>
+        <source>a symbolic link</source>
+        <translation>un lien symbolique</translation>
+    </message>
+    <message>
+        <source>a named pipe</source>
+        <translation>un tube nommé</translation>
+    </message>
+    <message>
+        <source>a socket</source>
+        <translation>un socket</translation>
+    </message>
+    <message>
+        <source>a device</source>
+        <translation>un périphérique</translation>
+    </message>
+    <message>
+        <source>Out of memory; the command was not completed. Close other programs or raise the limit of memory (ulimit -v), and try again</source>
+        <translation>Mémoire insuffisante ; la commande n&apos;a pas été menée à terme. Fermez d&apos;autres programmes ou relevez la limite de mémoire (ulimit -v), puis réessayez</translation>
+    </message>
+    <message>
+        <source>the file does not exist</source>
+        <translation>le fichier n&apos;existe pas</translation>
+    </message>
+    <message>
+        <source>it is a folder, not a file</source>
+        <translation>c&apos;est un dossier, pas un fichier</translation>
+    </message>
+    <message>
+        <source>it is not a regular file</source>
+        <translation>ce n&apos;est pas un fichier ordinaire</translation>
+    </message>
+    <message>
+        <source>it is larger than %1 MiB</source>
+        <translation>il dépasse %1 Mio</translation>
+    </message>
+    <message>
+        <source>it is not UTF-8 text</source>
+        <translation>ce n&apos;est pas du texte UTF-8</translation>
+    </message>
+    <message>
+        <source>%1: &apos;%2&apos; is not a time limit; give a number of milliseconds from 1 to %3, or 0 for none</source>
+        <translation>%1 : &apos;%2&apos; n&apos;est pas une limite de temps ; indiquez un nombre de millisecondes de 1 à %3, ou 0 pour aucune</translation>
+    </message>
+    <message>
+        <source>exportStep returned %1 characters for the action %2; at most %3 are allowed</source>
+        <translation>exportStep a renvoyé %1 caractères pour l&apos;action %2 ; au plus %3 sont permis</translation>
+    </message>
+    <message>
+        <source>a boolean</source>
+        <comment>exportStep returned …</comment>
+        <translation>un booléen</translation>
+    </message>
+    <message>
+        <source>a number</source>
+        <comment>exportStep returned …</comment>
+        <translation>un nombre</translation>
+    </message>
+    <message>
+        <source>a function</source>
+        <comment>exportStep returned …</comment>
+        <translation>une fonction</translation>
+    </message>
+    <message>
+        <source>an array</source>
+        <comment>exportStep returned …</comment>
+        <translation>un tableau</translation>
+    </message>
+    <message>
+        <source>an object</source>
+        <comment>exportStep returned …</comment>
+        <translation>un objet</translation>
+    </message>
+</context>
+<context>
     <name>tools::line_debugger</name>
     <message>
         <source>%1 cannot be loaded (%2); install it again</source>
@@ -2189,6 +2440,129 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     <message>
         <source>Cancel</source>
         <translation>Annuler</translation>
+    </message>
+</context>
+<context>
+    <name>zk</name>
+    <message>
+        <source>is in use by another process (waited %1 s for it); wait until that one has ended, or end it, and try again</source>
+        <translation>est utilisé par un autre processus (attente de %1 s) ; attendez qu&apos;il se termine, ou terminez-le, puis réessayez</translation>
+    </message>
+    <message>
+        <source>cannot be read or written: there is not enough memory</source>
+        <translation>ne peut pas être lu ou écrit : la mémoire est insuffisante</translation>
+    </message>
+    <message>
+        <source>cannot be written (%1); check its permissions and those of its folder</source>
+        <translation>ne peut pas être écrit (%1) ; vérifiez ses droits et ceux de son dossier</translation>
+    </message>
+    <message>
+        <source>cannot be read or written (%1); check the disk</source>
+        <translation>ne peut pas être lu ou écrit (%1) ; vérifiez le disque</translation>
+    </message>
+    <message>
+        <source>is damaged (%1); restore it from a copy</source>
+        <translation>est endommagé (%1) ; restaurez-le à partir d&apos;une copie</translation>
+    </message>
+    <message>
+        <source>cannot be written: the disk is full; make room and try again</source>
+        <translation>ne peut pas être écrit : le disque est plein ; libérez de la place et réessayez</translation>
+    </message>
+    <message>
+        <source>cannot be opened (%1); check its permissions and those of its folder</source>
+        <translation>ne peut pas être ouvert (%1) ; vérifiez ses droits et ceux de son dossier</translation>
+    </message>
+    <message>
+        <source>is not a Korvane project file (.korv)</source>
+        <translation>n&apos;est pas un fichier de projet Korvane (.korv)</translation>
+    </message>
+    <message>
+        <source>contains a view &apos;%1&apos;, which does not belong in a project file; remove it, or restore the file from a backup</source>
+        <translation>contient une vue &apos;%1&apos;, qui n&apos;a pas sa place dans un fichier de projet ; supprimez-la, ou restaurez le fichier à partir d&apos;une sauvegarde</translation>
+    </message>
+    <message>
+        <source>contains a trigger &apos;%1&apos;, which does not belong in a project file; remove it, or restore the file from a backup</source>
+        <translation>contient un déclencheur &apos;%1&apos;, qui n&apos;a pas sa place dans un fichier de projet ; supprimez-le, ou restaurez le fichier à partir d&apos;une sauvegarde</translation>
+    </message>
+    <message>
+        <source>cannot be opened (%1); check its permissions</source>
+        <translation>ne peut pas être ouvert (%1) ; vérifiez ses droits</translation>
+    </message>
+    <message>
+        <source>cannot be read (%1); check the disk</source>
+        <translation>ne peut pas être lu (%1) ; vérifiez le disque</translation>
+    </message>
+    <message>
+        <source>does not exist; check the name</source>
+        <translation>n&apos;existe pas ; vérifiez le nom</translation>
+    </message>
+    <message>
+        <source>cannot be opened (%1); check the permissions of its folder</source>
+        <translation>ne peut pas être ouvert (%1) ; vérifiez les droits de son dossier</translation>
+    </message>
+    <message>
+        <source>cannot be opened (%1); check the name</source>
+        <translation>ne peut pas être ouvert (%1) ; vérifiez le nom</translation>
+    </message>
+    <message>
+        <source>is empty, not a Korvane project</source>
+        <translation>est vide, ce n&apos;est pas un projet Korvane</translation>
+    </message>
+    <message>
+        <source>is a model in text form, not a project; import it first (korvane import MODEL.json PROJECT.korv)</source>
+        <translation>est un modèle sous forme de texte, pas un projet ; importez-le d&apos;abord (korvane import MODEL.json PROJECT.korv)</translation>
+    </message>
+    <message>
+        <source>is %1, where only a journal of the project may be; move it away and try again</source>
+        <translation>est %1, là où seul un journal du projet peut se trouver ; déplacez-le et réessayez</translation>
+    </message>
+    <message>
+        <source>cannot be read (%1); check its permissions</source>
+        <translation>ne peut pas être lu (%1) ; vérifiez ses droits</translation>
+    </message>
+    <message>
+        <source>cannot be read (%1)</source>
+        <translation>ne peut pas être lu (%1)</translation>
+    </message>
+    <message>
+        <source>cannot be looked at (%1)</source>
+        <translation>ne peut pas être examiné (%1)</translation>
+    </message>
+    <message>
+        <source>is a journal that names another file, which opening the project would delete; korvane makes no such journal. Remove it if you do not know where it comes from, and try again</source>
+        <translation>est un journal qui désigne un autre fichier, que l&apos;ouverture du projet supprimerait ; korvane ne crée pas de tel journal. Supprimez-le si vous ne savez pas d&apos;où il vient, puis réessayez</translation>
+    </message>
+    <message>
+        <source>is the journal of another database, which the project would destroy; move it away and try again</source>
+        <translation>est le journal d&apos;une autre base de données, que le projet détruirait ; déplacez-le et réessayez</translation>
+    </message>
+    <message>
+        <source>is a write-ahead log, which this project does not use but would take for its newest contents; move it away and try again</source>
+        <translation>est un journal d&apos;écriture anticipée (WAL), que ce projet n&apos;utilise pas mais qu&apos;il prendrait pour son contenu le plus récent ; déplacez-le et réessayez</translation>
+    </message>
+    <message>
+        <source>no project file is named</source>
+        <translation>aucun fichier de projet n&apos;est indiqué</translation>
+    </message>
+    <message>
+        <source>is %1, not a project file</source>
+        <translation>est %1, pas un fichier de projet</translation>
+    </message>
+    <message>
+        <source>belongs to a database that is not there, and would be taken for a part of the new project; move it away and try again</source>
+        <translation>appartient à une base de données absente, et serait pris pour une partie du nouveau projet ; déplacez-le et réessayez</translation>
+    </message>
+    <message>
+        <source>cannot be changed: its name of %1 bytes is too long, as the name of its journal is %2 bytes longer and the limit is %3; choose a shorter one</source>
+        <translation>ne peut pas être modifié : son nom de %1 octets est trop long, car celui de son journal a %2 octets de plus et la limite est %3 ; choisissez-en un plus court</translation>
+    </message>
+    <message>
+        <source>cannot be changed: its path of %1 bytes is too long, as the name of its journal is %2 bytes longer and the limit is %3; choose a shorter one</source>
+        <translation>ne peut pas être modifié : son chemin de %1 octets est trop long, car le nom de son journal a %2 octets de plus et la limite est %3 ; choisissez-en un plus court</translation>
+    </message>
+    <message>
+        <source>The database is not open</source>
+        <translation>La base de données n&apos;est pas ouverte</translation>
     </message>
 </context>
 </TS>

@@ -3,6 +3,7 @@
 #include "zk/sqlite_connection.h"
 #include "zk/zk_sql_database.h"
 
+#include <QCoreApplication>
 #include <QSqlQuery>
 
 namespace model {
@@ -45,9 +46,10 @@ QSqlError project_historic::readProjectFile(const QSqlDatabase & database, QByte
     }
     return query.lastError().isValid()
                ? zk::sqlite::describe(m_sDatabaseFile, query.lastError(), database)
-               : zk::sqlite::failure(m_sDatabaseFile,
-                                     QStringLiteral("the version tagged at %1 is not there any more")
-                                         .arg(m_dtCreation.toUTC().toString(TimeFormat)));
+               : zk::sqlite::failure(
+                     m_sDatabaseFile,
+                     QCoreApplication::translate("model", "the version tagged at %1 is not there any more")
+                         .arg(m_dtCreation.toUTC().toString(TimeFormat)));
 }
 
 QStringList project_historic::zkColumns()

@@ -1,6 +1,7 @@
 #include "plugin/plugin_finder.h"
 
 #include "plugin/export_interface.h"
+#include "plugin/texts.h"
 #include "tools/line_debugger.h"
 
 #include <QCoreApplication>
@@ -47,28 +48,28 @@ std::unique_ptr<loaded_plugin> loaded_plugin::load(const QString & file, zk::ZkB
 {
     const QFileInfo info(file);
     if (!info.exists()) {
-        return refuse(why, file, QStringLiteral("the plugin file does not exist"));
+        return refuse(why, file, texts::tr("the plugin file does not exist"));
     }
     if (!info.isFile()) {
-        return refuse(why, file, QStringLiteral("is not a plugin: it is not a file"));
+        return refuse(why, file, texts::tr("is not a plugin: it is not a file"));
     }
     if (info.size() == 0) {
-        return refuse(why, file, QStringLiteral("is not a plugin: it is empty"));
+        return refuse(why, file, texts::tr("is not a plugin: it is empty"));
     }
     std::unique_ptr<loaded_plugin> result(new loaded_plugin);
     result->m_sFileName = info.absoluteFilePath();
     result->m_pLoader = std::make_unique<QPluginLoader>(result->m_sFileName);
     // Asked for before anything is loaded, so that no code of a file without metadata ever runs.
     if (result->m_pLoader->metaData().isEmpty()) {
-        return refuse(why, file, QStringLiteral("is not a plugin: ") + result->m_pLoader->errorString());
+        return refuse(why, file, texts::tr("is not a plugin: %1").arg(result->m_pLoader->errorString()));
     }
     if (!result->m_pLoader->load()) {
         return refuse(why, file,
-                      QStringLiteral("the plugin cannot be loaded: ") + result->m_pLoader->errorString());
+                      texts::tr("the plugin cannot be loaded: %1").arg(result->m_pLoader->errorString()));
     }
     result->m_pInterface = qobject_cast<export_interface *>(result->m_pLoader->instance());
     if (!result->m_pInterface) {
-        return refuse(why, file, QStringLiteral("the plugin was built for another interface"));
+        return refuse(why, file, texts::tr("the plugin was built for another interface"));
     }
     why = zk::ZkBool::success();
     return result;

@@ -100,7 +100,7 @@ zk::ZkBool read(const QByteArray & text, const QString & sourceName, const model
     } catch (const text_error & error) {
         return failure(error.finding);
     } catch (const std::bad_alloc &) {
-        return failure({QString(), QString::fromLatin1(tools::OutOfMemory)});
+        return failure({QString(), tools::outOfMemoryText()});
     } catch (const std::exception & e) { // the parser's own
         return failure({QString(), model_check::printable(QString::fromLocal8Bit(e.what()))});
     }

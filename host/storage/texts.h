@@ -4,8 +4,7 @@
 
 namespace storage {
 
-/// tr() for the reasons that this folder tells. Whole sentences: what they begin with ("file: ...") names no
-/// more than where they hold.
+/// tr() for the reasons that this folder tells.
 struct texts
 {
     Q_DECLARE_TR_FUNCTIONS(storage)

@@ -12,6 +12,7 @@
 #include "tools/script_limits.h"
 #include "tools/script_objects.h"
 #include "tools/script_values.h"
+#include "tools/texts.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -79,7 +80,8 @@ private:
     [[nodiscard]] zk::ZkBool exceptionFailure(const QJSValue & thrown, const QStringList & stack) const;
     void begin() { m_pScript->watchdog.begin(std::chrono::milliseconds(timeLimit)); }
     call_watchdog::overrun endWatch();
-    [[nodiscard]] zk::ZkBool overrun(const QString & what, call_watchdog::overrun reason) const;
+    [[nodiscard]] zk::ZkBool overrun(call_watchdog::overrun reason, const QString & late,
+                                     const QString & large) const;
     void prepareLastWords();
 
     QPointer<plugin::base_interface> m_pOwner;
@@ -103,13 +105,12 @@ zk::ZkBool custom_javascript::impl::failure(int line, const QString & reason) co
     return zk::ZkBool::failure(text + QStringLiteral(": ") + reason.left(LongestReason).simplified());
 }
 
-/// The failure of a call that was stopped for `reason`.
-zk::ZkBool custom_javascript::impl::overrun(const QString & what, call_watchdog::overrun reason) const
+/// The failure of a call that was stopped for `reason`: `late`, of which %1 is the time limit in
+/// milliseconds, or `large`.
+zk::ZkBool custom_javascript::impl::overrun(call_watchdog::overrun reason, const QString & late,
+                                            const QString & large) const
 {
-    return failure(m_iLineOfFunction,
-                   reason == call_watchdog::overrun::time
-                       ? QStringLiteral("%1 did not end within %2 ms").arg(what).arg(timeLimit)
-                       : QStringLiteral("%1 used more than 1 GiB of memory").arg(what));
+    return failure(m_iLineOfFunction, reason == call_watchdog::overrun::time ? late.arg(timeLimit) : large);
 }
 
 /// Ends the watch over a call that has returned; what it was stopped for.
@@ -129,8 +130,13 @@ void custom_javascript::impl::prepareLastWords()
 {
     for (const auto reason : {call_watchdog::overrun::time, call_watchdog::overrun::memory}) {
         m_lastWords[static_cast<size_t>(reason)] =
-            overrun(QStringLiteral("the custom script"), reason).getDesc().toLocal8Bit() +
-            " and could not be stopped; the program was ended";
+            overrun(reason,
+                    texts::tr("the custom script did not end within %1 ms and could not be stopped; the "
+                              "program was ended"),
+                    texts::tr("the custom script used more than 1 GiB of memory and could not be stopped; "
+                              "the program was ended"))
+                .getDesc()
+                .toLocal8Bit();
     }
 }
 
@@ -150,8 +156,7 @@ zk::ZkBool custom_javascript::impl::exceptionFailure(const QJSValue & thrown, co
 zk::ZkBool custom_javascript::impl::load(const QString & scriptFile, plugin::base_interface * owner)
 {
     if (m_bRunning) {
-        return zk::ZkBool::failure(
-            QStringLiteral("The custom script cannot be reloaded while it is running"));
+        return zk::ZkBool::failure(texts::tr("The custom script cannot be reloaded while it is running"));
     }
     if (!isTimeLimitGiven && !timeLimitOfEnvironment()) {
         return zk::ZkBool::failure(badTimeLimit());
@@ -161,13 +166,13 @@ zk::ZkBool custom_javascript::impl::load(const QString & scriptFile, plugin::bas
     m_pOwner = owner;
     m_sFileName = context::ctx_project::getSingleton().getPathFromProjectFile(scriptFile);
     if (m_sFileName.isEmpty()) {
-        return zk::ZkBool::failure(QStringLiteral("No custom script file is given"));
+        return zk::ZkBool::failure(texts::tr("No custom script file is given"));
     }
     m_sFileName = QFileInfo(m_sFileName).absoluteFilePath();
     QString reason;
     const std::optional<QString> source = readScript(m_sFileName, reason);
     if (!source) {
-        return failure(0, QStringLiteral("the custom script cannot be read: ") + reason);
+        return failure(0, texts::tr("the custom script cannot be read: %1").arg(reason));
     }
     m_sSource = *source;
     return start(nullptr, false);
@@ -205,8 +210,7 @@ zk::ZkBool custom_javascript::impl::compile(bool forDebugger)
     if (!stack.isEmpty()) {
         result = exceptionFailure(value, stack);
     } else if (!function.isCallable()) {
-        result =
-            failure(0, QStringLiteral("the custom script defines no function exportStep(project, entity, "
+        result = failure(0, texts::tr("the custom script defines no function exportStep(project, entity, "
                                       "property, enumeration, parameters)"));
     }
     if (result) {
@@ -216,7 +220,8 @@ zk::ZkBool custom_javascript::impl::compile(bool forDebugger)
     const call_watchdog::overrun reason = endWatch();
     return reason == call_watchdog::overrun::none
                ? result
-               : overrun(QStringLiteral("loading the custom script"), reason);
+               : overrun(reason, texts::tr("loading the custom script did not end within %1 ms"),
+                         texts::tr("loading the custom script used more than 1 GiB of memory"));
 }
 
 zk::ZkBool custom_javascript::impl::execute(model::project * project, model::entity * entity,
@@ -224,10 +229,10 @@ zk::ZkBool custom_javascript::impl::execute(model::project * project, model::ent
                                             const QHash<QString, QVariant> & parameters)
 {
     if (!m_pScript) {
-        return zk::ZkBool::failure(QStringLiteral("No custom script is loaded"));
+        return zk::ZkBool::failure(texts::tr("No custom script is loaded"));
     }
     if (m_bRunning) {
-        return zk::ZkBool::failure(QStringLiteral("The custom script is running already"));
+        return zk::ZkBool::failure(texts::tr("The custom script is running already"));
     }
     const scoped_in_event running(m_bRunning, true, 0);
     script_model & objects = m_pScript->model;
@@ -246,7 +251,8 @@ zk::ZkBool custom_javascript::impl::execute(model::project * project, model::ent
     begin();
     zk::ZkBool result = call(arguments, parameters);
     if (const call_watchdog::overrun reason = endWatch(); reason != call_watchdog::overrun::none) {
-        result = overrun(QStringLiteral("exportStep"), reason);
+        result = overrun(reason, texts::tr("exportStep did not end within %1 ms"),
+                         texts::tr("exportStep used more than 1 GiB of memory"));
     }
     if (isDebugging()) {
         m_pDebugger->afterStep(result.getDesc(), !result, m_iLineOfFunction);
@@ -281,27 +287,26 @@ zk::ZkBool custom_javascript::impl::answer(const QJSValue & result,
         return zk::ZkBool::success(parameters.value(QStringLiteral("default_value")).toString());
     }
     return failure(m_iLineOfFunction,
-                   QStringLiteral("exportStep returned %1 for the action %2; expected a string, "
-                                  "undefined or null")
+                   texts::tr("exportStep returned %1 for the action %2; expected a string, "
+                             "undefined or null")
                        .arg(kindOf(result), parameters.value(QStringLiteral("action")).toString()));
 }
 
 zk::ZkBool custom_javascript::impl::debug()
 {
     if (!m_pScript) {
-        return zk::ZkBool::failure(QStringLiteral("No custom script is loaded"));
+        return zk::ZkBool::failure(texts::tr("No custom script is loaded"));
     }
     if (isDebugging()) {
         m_pDebugger->showWindow();
         return zk::ZkBool::success();
     }
     if (m_bRunning) {
-        return zk::ZkBool::failure(
-            QStringLiteral("The script debugger cannot be attached to a running script"));
+        return zk::ZkBool::failure(texts::tr("The script debugger cannot be attached to a running script"));
     }
     if (!script_debugger::hasDisplay()) {
         return zk::ZkBool::failure(
-            QStringLiteral("The script debugger needs a display, and the program has none"));
+            texts::tr("The script debugger needs a display, and the program has none"));
     }
     m_pDebugger.reset();
     script_debugger::engine_access access;
@@ -349,8 +354,8 @@ script_evaluation custom_javascript::impl::evaluate(const QString & code,
     result.text = result.ok ? describe(value) : engine.catchError().toString();
     if (const call_watchdog::overrun reason = endWatch(); reason != call_watchdog::overrun::none) {
         result = {false, reason == call_watchdog::overrun::time
-                             ? QStringLiteral("it did not end within %1 ms").arg(timeLimit)
-                             : QStringLiteral("it used more than 1 GiB of memory")};
+                             ? texts::tr("it did not end within %1 ms").arg(timeLimit)
+                             : texts::tr("it used more than 1 GiB of memory")};
     }
     m_pScript->watchdog.resume(outer);
     return result;

@@ -1,5 +1,7 @@
 #include "tools/file_status.h"
 
+#include "tools/texts.h"
+
 #include <QFile>
 
 #include <cerrno>
@@ -23,17 +25,17 @@ QString nameOf(mode_t mode)
 {
     switch (mode & S_IFMT) {
     case S_IFREG:
-        return QStringLiteral("a file");
+        return texts::tr("a file");
     case S_IFDIR:
-        return QStringLiteral("a folder");
+        return texts::tr("a folder");
     case S_IFLNK:
-        return QStringLiteral("a symbolic link");
+        return texts::tr("a symbolic link");
     case S_IFIFO:
-        return QStringLiteral("a named pipe");
+        return texts::tr("a named pipe");
     case S_IFSOCK:
-        return QStringLiteral("a socket");
+        return texts::tr("a socket");
     default:
-        return QStringLiteral("a device");
+        return texts::tr("a device");
     }
 }
 

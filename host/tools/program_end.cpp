@@ -1,5 +1,6 @@
 #include "tools/program_end.h"
 
+#include "tools/texts.h"
 #include "tools/unfinished_files.h"
 
 #include <algorithm>
@@ -18,8 +19,13 @@
 namespace tools {
 
 const char * const OutOfMemory =
-    "Out of memory; the command was not completed. Close other programs or raise "
-    "the limit of memory (ulimit -v), and try again";
+    QT_TRANSLATE_NOOP("tools", "Out of memory; the command was not completed. Close other programs or raise "
+                               "the limit of memory (ulimit -v), and try again");
+
+QString outOfMemoryText()
+{
+    return texts::tr(OutOfMemory);
+}
 
 namespace {
 

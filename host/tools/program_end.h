@@ -7,8 +7,11 @@
 /// Ends of the program that run no destructors, and what they owe to the person and to the disk.
 namespace tools {
 
-/// What is said when memory runs out, wherever that is noticed.
+/// What is said when memory runs out, wherever that is noticed. In English, for whoever cannot ask for
+/// memory.
 extern KORVANE_EXPORT const char * const OutOfMemory;
+/// The same in the language of the window.
+[[nodiscard]] KORVANE_EXPORT QString outOfMemoryText();
 
 /// Notes what the person loses when endProgram() ends the program from now on, in one line. It takes the
 /// place of what was noted before; an empty one says that there is nothing to lose. Of a line of more than 8

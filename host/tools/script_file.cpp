@@ -1,5 +1,7 @@
 #include "tools/script_file.h"
 
+#include "tools/texts.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -26,12 +28,12 @@ std::optional<QString> readScript(const QString & fileName, QString & reason)
 {
     const QFileInfo info(fileName);
     if (!info.exists()) {
-        reason = QStringLiteral("the file does not exist");
+        reason = texts::tr("the file does not exist");
         return {};
     }
     if (!info.isFile()) {
-        reason = info.isDir() ? QStringLiteral("it is a folder, not a file")
-                              : QStringLiteral("it is not a regular file");
+        reason =
+            info.isDir() ? texts::tr("it is a folder, not a file") : texts::tr("it is not a regular file");
         return {};
     }
     QFile file(fileName);
@@ -45,13 +47,13 @@ std::optional<QString> readScript(const QString & fileName, QString & reason)
         return {};
     }
     if (bytes.size() > LargestScript) {
-        reason = QStringLiteral("it is larger than %1 MiB").arg(LargestScript / 1024 / 1024);
+        reason = texts::tr("it is larger than %1 MiB").arg(LargestScript / 1024 / 1024);
         return {};
     }
     QStringDecoder decoder(QStringDecoder::Utf8);
     const QString text = decoder(bytes);
     if (decoder.hasError()) {
-        reason = QStringLiteral("it is not UTF-8 text");
+        reason = texts::tr("it is not UTF-8 text");
         return {};
     }
     return text;

@@ -1,5 +1,7 @@
 #include "tools/script_limits.h"
 
+#include "tools/texts.h"
+
 #include <QJSEngine>
 #include <QJSValue>
 
@@ -13,14 +15,13 @@ namespace {
 const char TimeLimitVariable[] = "KORVANE_SCRIPT_TIMEOUT_MS";
 
 // What it throws has no place in the script, so it is reported at the function's.
-const char TextLimiter[] =
-    "(function (f, limit) {"
-    " return function (project, entity, property, enumeration, parameters) {"
-    " const text = f(project, entity, property, enumeration, parameters);"
-    " if (typeof text === 'string' && text.length > limit) {"
-    " throw 'exportStep returned ' + text.length + ' characters for the action ' + parameters.action +"
-    " '; at most ' + limit + ' are allowed'; }"
-    " return text; }; })";
+const char TextLimiter[] = "(function (f, limit, message) {"
+                           " return function (project, entity, property, enumeration, parameters) {"
+                           " const text = f(project, entity, property, enumeration, parameters);"
+                           " if (typeof text === 'string' && text.length > limit) {"
+                           " throw message.replace('%1', text.length).replace('%3', limit)"
+                           ".replace('%2', function () { return parameters.action; }); }"
+                           " return text; }; })";
 
 } // namespace
 
@@ -39,7 +40,7 @@ std::optional<int> timeLimitOfEnvironment()
 
 QString badTimeLimit()
 {
-    return QStringLiteral(
+    return texts::tr(
                "%1: '%2' is not a time limit; give a number of milliseconds from 1 to %3, or 0 for none")
         .arg(QLatin1String(TimeLimitVariable), qEnvironmentVariable(TimeLimitVariable),
              QString::number(std::numeric_limits<int>::max()));
@@ -47,7 +48,10 @@ QString badTimeLimit()
 
 QJSValue withBoundedText(QJSEngine & engine, const QJSValue & exportStep)
 {
-    return engine.evaluate(QString::fromLatin1(TextLimiter)).call({exportStep, QJSValue(LongestText)});
+    const QString message =
+        texts::tr("exportStep returned %1 characters for the action %2; at most %3 are allowed");
+    return engine.evaluate(QString::fromLatin1(TextLimiter))
+        .call({exportStep, QJSValue(LongestText), QJSValue(message)});
 }
 
 } // namespace tools

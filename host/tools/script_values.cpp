@@ -1,6 +1,7 @@
 #include "tools/script_values.h"
 
 #include "tools/script_objects.h"
+#include "tools/texts.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -125,15 +126,16 @@ script_step describeStep(const model::project * project, const model::entity * e
 QString kindOf(const QJSValue & value)
 {
     if (value.isBool()) {
-        return QStringLiteral("a boolean");
+        return texts::tr("a boolean", "exportStep returned …");
     }
     if (value.isNumber()) {
-        return QStringLiteral("a number");
+        return texts::tr("a number", "exportStep returned …");
     }
     if (value.isCallable()) {
-        return QStringLiteral("a function");
+        return texts::tr("a function", "exportStep returned …");
     }
-    return value.isArray() ? QStringLiteral("an array") : QStringLiteral("an object");
+    return value.isArray() ? texts::tr("an array", "exportStep returned …")
+                           : texts::tr("an object", "exportStep returned …");
 }
 
 } // namespace tools

@@ -2,6 +2,7 @@
 
 #include "tools/file_status.h"
 #include "zk/sqlite_locks.h"
+#include "zk/texts.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -35,28 +36,26 @@ QString reasonOf(const QString & file, const QSqlError & error, const QSqlDataba
     switch (error.nativeErrorCode().toInt() & 0xff) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-        return QStringLiteral("is in use by another process (waited %1 s for it); wait until that one has "
-                              "ended, or end it, and try again")
+        return texts::tr("is in use by another process (waited %1 s for it); wait until that one has "
+                         "ended, or end it, and try again")
             .arg(static_cast<double>(lockPatience().count()) / 1000);
     case SQLITE_NOMEM:
-        return QStringLiteral("cannot be read or written: there is not enough memory");
+        return texts::tr("cannot be read or written: there is not enough memory");
     case SQLITE_READONLY:
-        return QStringLiteral("cannot be written (%1); check its permissions and those of its folder")
-            .arg(own);
+        return texts::tr("cannot be written (%1); check its permissions and those of its folder").arg(own);
     case SQLITE_IOERR:
-        return QStringLiteral("cannot be read or written (%1); check the disk").arg(reason);
+        return texts::tr("cannot be read or written (%1); check the disk").arg(reason);
     case SQLITE_CORRUPT:
-        return QStringLiteral("is damaged (%1); restore it from a copy").arg(own);
+        return texts::tr("is damaged (%1); restore it from a copy").arg(own);
     case SQLITE_FULL:
-        return QStringLiteral("cannot be written: the disk is full; make room and try again");
+        return texts::tr("cannot be written: the disk is full; make room and try again");
     case SQLITE_CANTOPEN:
         if (const QString tooLong = tooLongName(file); !tooLong.isEmpty()) {
             return tooLong;
         }
-        return QStringLiteral("cannot be opened (%1); check its permissions and those of its folder")
-            .arg(reason);
+        return texts::tr("cannot be opened (%1); check its permissions and those of its folder").arg(reason);
     case SQLITE_NOTADB:
-        return QStringLiteral("is not a Korvane project file (.korv)");
+        return texts::tr("is not a Korvane project file (.korv)");
     default:
         return own;
     }
@@ -206,10 +205,13 @@ QSqlError refuseCode(const QString & file, const QSqlDatabase & database)
     query.setForwardOnly(true);
     query.exec(QStringLiteral("SELECT type, name FROM sqlite_master WHERE type IN ('trigger', 'view')"));
     if (query.next()) {
-        return failure(
-            file, QStringLiteral("contains a %1 '%2', which does not belong in a project file; remove it, "
-                                 "or restore the file from a backup")
-                      .arg(query.value(0).toString(), query.value(1).toString()));
+        const QString reason =
+            query.value(0).toString() == QStringLiteral("view")
+                ? texts::tr("contains a view '%1', which does not belong in a project file; "
+                            "remove it, or restore the file from a backup")
+                : texts::tr("contains a trigger '%1', which does not belong in a project "
+                            "file; remove it, or restore the file from a backup");
+        return failure(file, reason.arg(query.value(1).toString()));
     }
     return describe(file, query.lastError(), database);
 }

@@ -2,6 +2,7 @@
 
 #include "tools/file_status.h"
 #include "zk/sqlite_connection.h"
+#include "zk/texts.h"
 
 #include <QDir>
 #include <QFile>
@@ -39,12 +40,12 @@ QByteArray firstBytes(const QString & name, qint64 size, QString & reason)
 {
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        reason = QStringLiteral("cannot be opened (%1); check its permissions").arg(file.errorString());
+        reason = texts::tr("cannot be opened (%1); check its permissions").arg(file.errorString());
         return {};
     }
     const QByteArray bytes = file.read(size);
     if (file.error() != QFileDevice::NoError) {
-        reason = QStringLiteral("cannot be read (%1); check the disk").arg(file.errorString());
+        reason = texts::tr("cannot be read (%1); check the disk").arg(file.errorString());
         return {};
     }
     return bytes;
@@ -53,22 +54,23 @@ QByteArray firstBytes(const QString & name, qint64 size, QString & reason)
 QString missingReason(const file_status & status)
 {
     if (status.kind == file_status::missing) {
-        return QStringLiteral("does not exist; check the name");
+        return texts::tr("does not exist; check the name");
     }
-    const QString check = status.error == EACCES ? QStringLiteral("check the permissions of its folder")
-                                                 : QStringLiteral("check the name");
-    return QStringLiteral("cannot be opened (%1); %2").arg(tools::systemReason(status.error), check);
+    const QString reason = status.error == EACCES
+                               ? texts::tr("cannot be opened (%1); check the permissions of its folder")
+                               : texts::tr("cannot be opened (%1); check the name");
+    return reason.arg(tools::systemReason(status.error));
 }
 
 QString noDatabaseReason(const QByteArray & begin)
 {
     if (begin.isEmpty()) {
-        return QStringLiteral("is empty, not a Korvane project");
+        return texts::tr("is empty, not a Korvane project");
     }
     return begin.trimmed().startsWith('{')
-               ? QStringLiteral("is a model in text form, not a project; import it first "
-                                "(korvane import MODEL.json PROJECT.korv)")
-               : QStringLiteral("is not a Korvane project file (.korv)");
+               ? texts::tr("is a model in text form, not a project; import it first "
+                           "(korvane import MODEL.json PROJECT.korv)")
+               : texts::tr("is not a Korvane project file (.korv)");
 }
 
 /// SQLite finds journals beside the file that a link leads to.
@@ -88,8 +90,8 @@ struct journal
 
 QSqlError oddJournal(const QString & name, const QString & what)
 {
-    return failure(name, QStringLiteral("is %1, where only a journal of the project may be; move it away "
-                                        "and try again")
+    return failure(name, texts::tr("is %1, where only a journal of the project may be; move it away "
+                                   "and try again")
                              .arg(what));
 }
 
@@ -101,13 +103,13 @@ QSqlError examine(const QString & name, journal & found)
         ::open(QFile::encodeName(name).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
     if (descriptor < 0) {
         return errno == ENOENT ? QSqlError()
-                               : failure(name, QStringLiteral("cannot be read (%1); check its permissions")
+                               : failure(name, texts::tr("cannot be read (%1); check its permissions")
                                                    .arg(tools::systemReason(errno)));
     }
     QFile file;
     if (!file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
         ::close(descriptor);
-        return failure(name, QStringLiteral("cannot be read (%1)").arg(file.errorString()));
+        return failure(name, texts::tr("cannot be read (%1)").arg(file.errorString()));
     }
     const QByteArray magic(reinterpret_cast<const char *>(JournalMagic.data()), JournalMagic.size());
     const QByteArray begin = file.read(FormerPagesAt + 4);
@@ -115,7 +117,7 @@ QSqlError examine(const QString & name, journal & found)
     found.namesAFile = file.size() >= 2 * magic.size() && file.seek(file.size() - magic.size()) &&
                        file.read(magic.size()) == magic;
     if (file.error() != QFileDevice::NoError) {
-        return failure(name, QStringLiteral("cannot be read (%1); check the disk").arg(file.errorString()));
+        return failure(name, texts::tr("cannot be read (%1); check the disk").arg(file.errorString()));
     }
     found.isThere = true;
     if (begin.startsWith(magic) && begin.size() == FormerPagesAt + 4) {
@@ -133,8 +135,7 @@ QSqlError onlyRegular(const QString & name, bool & isThere)
         return {};
     }
     return status.kind == file_status::unknown
-               ? failure(name,
-                         QStringLiteral("cannot be looked at (%1)").arg(tools::systemReason(status.error)))
+               ? failure(name, texts::tr("cannot be looked at (%1)").arg(tools::systemReason(status.error)))
                : oddJournal(name, status.kindName);
 }
 
@@ -150,13 +151,13 @@ QSqlError checkRollbackJournal(const QString & name, bool isEmptyDatabase)
     }
     if (found.namesAFile) {
         return failure(name,
-                       QStringLiteral("is a journal that names another file, which opening the project would "
-                                      "delete; korvane makes no such journal. Remove it if you do not know "
-                                      "where it comes from, and try again"));
+                       texts::tr("is a journal that names another file, which opening the project would "
+                                 "delete; korvane makes no such journal. Remove it if you do not know "
+                                 "where it comes from, and try again"));
     }
     if (isEmptyDatabase && found.formerPages > 0) {
-        return failure(name, QStringLiteral("is the journal of another database, which the project would "
-                                            "destroy; move it away and try again"));
+        return failure(name, texts::tr("is the journal of another database, which the project would "
+                                       "destroy; move it away and try again"));
     }
     return {};
 }
@@ -169,8 +170,8 @@ QSqlError checkLog(const QString & real, bool isUsed)
     }
     if (isThere && !isUsed) {
         return failure(real + LogSuffix,
-                       QStringLiteral("is a write-ahead log, which this project does not use but would take "
-                                      "for its newest contents; move it away and try again"));
+                       texts::tr("is a write-ahead log, which this project does not use but would take "
+                                 "for its newest contents; move it away and try again"));
     }
     return onlyRegular(real + IndexSuffix, isThere);
 }
@@ -180,14 +181,14 @@ QSqlError checkLog(const QString & real, bool isUsed)
 QSqlError checkFile(const QString & file, contents expected, look depth)
 {
     if (file.isEmpty()) {
-        return {QString(), QStringLiteral("no project file is named"), QSqlError::ConnectionError};
+        return {QString(), texts::tr("no project file is named"), QSqlError::ConnectionError};
     }
     const file_status status = tools::fileStatus(file);
     if (status.kind == file_status::missing || status.kind == file_status::unknown) {
         return failure(file, missingReason(status));
     }
     if (status.kind != file_status::regular) {
-        return failure(file, QStringLiteral("is %1, not a project file").arg(status.kindName));
+        return failure(file, texts::tr("is %1, not a project file").arg(status.kindName));
     }
     if (depth == look::at_its_status) {
         return {};
@@ -233,8 +234,8 @@ QSqlError checkNewName(const QString & file)
         const file_status status = tools::fileStatus(file + suffix, tools::links::seen);
         if (status.kind != file_status::missing) {
             return failure(file + suffix,
-                           QStringLiteral("belongs to a database that is not there, and would be taken for a "
-                                          "part of the new project; move it away and try again"));
+                           texts::tr("belongs to a database that is not there, and would be taken for a "
+                                     "part of the new project; move it away and try again"));
         }
     }
     return {};
@@ -246,15 +247,22 @@ QString tooLongName(const QString & file)
     const auto suffix = static_cast<long>(JournalSuffix.size());
     const long folderLimit = ::pathconf(QFile::encodeName(info.path()).constData(), _PC_NAME_MAX);
     const auto nameSize = static_cast<long>(QFile::encodeName(info.fileName()).size());
-    const QString advice =
-        QStringLiteral("cannot be changed: its %1 of %2 bytes is too long, as the name of its journal is %3 "
-                       "bytes longer and the limit is %4; choose a shorter one");
     if (folderLimit > 0 && nameSize + suffix > folderLimit) {
-        return advice.arg(QStringLiteral("name")).arg(nameSize).arg(suffix).arg(folderLimit);
+        return texts::tr(
+                   "cannot be changed: its name of %1 bytes is too long, as the name of its journal is %2 "
+                   "bytes longer and the limit is %3; choose a shorter one")
+            .arg(nameSize)
+            .arg(suffix)
+            .arg(folderLimit);
     }
     const auto pathSize = static_cast<long>(QFile::encodeName(info.filePath()).size());
     if (pathSize + suffix >= SqlitePathLimit) {
-        return advice.arg(QStringLiteral("path")).arg(pathSize).arg(suffix).arg(SqlitePathLimit - 1);
+        return texts::tr(
+                   "cannot be changed: its path of %1 bytes is too long, as the name of its journal is %2 "
+                   "bytes longer and the limit is %3; choose a shorter one")
+            .arg(pathSize)
+            .arg(suffix)
+            .arg(SqlitePathLimit - 1);
     }
     return {};
 }

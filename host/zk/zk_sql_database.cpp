@@ -1,6 +1,7 @@
 #include "zk/zk_sql_database.h"
 
 #include "zk/sqlite_connection.h"
+#include "zk/texts.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -122,7 +123,7 @@ QSqlError ZkSqlDatabase::openError(const QSqlDatabase & database)
     const QSqlError error = database.lastError();
     return error.isValid()
                ? error
-               : QSqlError(QString(), QStringLiteral("The database is not open"), QSqlError::ConnectionError);
+               : QSqlError(QString(), texts::tr("The database is not open"), QSqlError::ConnectionError);
 }
 
 QSqlError ZkSqlDatabase::describe(const QSqlDatabase & database, const QSqlError & error)

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -74,6 +75,54 @@ QStringList found(const QString & text, const char * pattern)
     return result;
 }
 
+/// The contexts of what the layers below the window say.
+const QStringList ReasonContexts = {"app::export_run",
+                                    "app::plugin_choice",
+                                    "app::project_work",
+                                    "app::whole_file",
+                                    "model",
+                                    "plugin",
+                                    "storage",
+                                    "tools",
+                                    "zk"};
+
+/// What looks like a sentence and is none that people see: SQL, JavaScript, expressions, a word to
+/// translators, and what stands in logs, which are English.
+const char NoSentence[] =
+    "SELECT|INSERT|CREATE|DELETE|INTEGER|last_enumeration_id|function|typeof|serialization error|^\\^|"
+    "^the (text is too long|element '%1' is missing|count is not a number of items)$|"
+    "^(unknown error|only elements are expected|an element is one too many)$|"
+    "^(unsigned|long) (short|int|long|long long)$|^the words of the JSON parser$";
+
+/// The string literals of a source file that are made of words; with `all` also those within tr() and its
+/// like.
+QStringList sentencesOutsideOfTr(const QString & fileName, bool all)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qFatal("cannot read %s", qPrintable(fileName));
+    }
+    static const QRegularExpression literals(
+        QStringLiteral("(//[^\n]*|#include[^\n]*|R\"js\\(.*?\\)js\"|"
+                       "\\w*(?:translate|NOOP)\\((?:[^\"()]|\"(?:[^\"\\\\]|\\\\.)*\")*)|"
+                       "(\\w+)?\\(?\\s*((\"([^\"\\\\\\n]|\\\\.)*\"\\s*)+)"),
+        QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression words(QStringLiteral("\\b[A-Za-z]{2,} [a-z]+ [a-z]+|^[a-z]+ [a-z]+$"));
+    static const QRegularExpression noSentence(QString::fromLatin1(NoSentence));
+    QStringList result;
+    auto it = literals.globalMatch(QString::fromUtf8(file.readAll()));
+    while (it.hasNext()) {
+        const QRegularExpressionMatch match = it.next();
+        QString text = match.captured(3).trimmed();
+        text.remove(QRegularExpression(QStringLiteral("\"\\s*\"|^\"|\"$")));
+        const bool isTranslated = match.captured(2) == QLatin1String("tr");
+        if ((all || !isTranslated) && text.contains(words) && !text.contains(noSentence)) {
+            result.append(text);
+        }
+    }
+    return result;
+}
+
 /// Makes this program print one translated word in place of testing.
 const QString SayFailed = QStringLiteral("--say-failed");
 
@@ -95,6 +144,9 @@ private slots:
     void translationsFit();
     void noTextOfTheSourcesIsMissing_data() { languages(); }
     void noTextOfTheSourcesIsMissing();
+    void reasonsAreTranslated_data() { languages(); }
+    void reasonsAreTranslated();
+    void noReasonIsLeftToOneLanguage();
     void builtFilesHoldEverything_data() { languages(); }
     void builtFilesHoldEverything();
     void theWindowSpeaksTheLanguageOfTheUser_data();
@@ -181,6 +233,40 @@ void tst_translations::noTextOfTheSourcesIsMissing()
         QVERIFY2(stored.contains(m.id()), qPrintable(QStringLiteral("no translation of ") + m.id()));
     }
     QCOMPARE(stored.size(), all.size()); // nothing that the sources no longer have
+}
+
+/// What the layers below the window say must not come out as it stands in the sources.
+void tst_translations::reasonsAreTranslated()
+{
+    QFETCH(QString, language);
+    QHash<QString, int> reasons;
+    for (const message & m : readMessages(sourceFile(language))) {
+        if (ReasonContexts.contains(m.context)) {
+            ++reasons[m.context];
+            QVERIFY2(m.translation != m.source, qPrintable(m.source));
+        }
+    }
+    for (const QString & context : ReasonContexts) {
+        QVERIFY2(reasons.value(context) > 0, qPrintable(context));
+    }
+}
+
+/// A sentence in the sources of those layers that no translation can be given to.
+void tst_translations::noReasonIsLeftToOneLanguage()
+{
+    int sentences = 0;
+    for (const char * const folder : {"host/model", "host/storage", "host/zk", "host/tools", "host/plugin"}) {
+        QDirIterator files(QStringLiteral(KORVANE_SOURCE_DIR "/") + QLatin1String(folder), {"*.cpp", "*.h"},
+                           QDir::Files);
+        while (files.hasNext()) {
+            const QString name = files.next();
+            sentences += int(sentencesOutsideOfTr(name, true).size());
+            const QStringList left = sentencesOutsideOfTr(name, false);
+            QVERIFY2(left.isEmpty(), qPrintable(name + QStringLiteral(": ") + left.join(QLatin1Char('|'))));
+        }
+    }
+    // The very texts that tr() gets are found when tr() is not looked at.
+    QVERIFY2(sentences > 100, qPrintable(QString::number(sentences)));
 }
 
 void tst_translations::builtFilesHoldEverything()
