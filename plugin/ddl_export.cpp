@@ -199,11 +199,9 @@ void ddl_export::createExportPath(const QString & folder)
     std::error_code code;
     std::filesystem::create_directories(QFileInfo(folder).filesystemFilePath(), code);
     if (code) {
-        constexpr int MessageError = 3;
-        constexpr int MessageTimeout = 10000;
         Q_EMIT onMessage(tr("Export directory '%1' cannot be created (%2)")
                              .arg(folder, QString::fromLocal8Bit(code.message().c_str())),
-                         MessageError, MessageTimeout);
+                         ErrorMessage, MessageTimeout);
     }
 }
 

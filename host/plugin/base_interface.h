@@ -17,6 +17,13 @@ class custom_javascript;
 
 namespace plugin {
 
+/// Types of the messages that a plug-in tells.
+inline constexpr int ProgressMessage = 1;
+inline constexpr int WarningMessage = 2;
+inline constexpr int ErrorMessage = 3;
+/// For how many milliseconds a message is shown unless its sender knows better.
+inline constexpr int MessageTimeout = 10000;
+
 /// What every plug-in is for the host: its identity, its settings and its custom script engine.
 class KORVANE_EXPORT base_interface : public QObject
 {
@@ -60,7 +67,7 @@ public:
     void setCustomScript(const std::shared_ptr<tools::custom_javascript> & script);
 
 Q_SIGNALS:
-    /// A message for the user: `type` 1 for progress, 3 for an error; shown for `timeout` milliseconds.
+    /// A message for the user, of one of the types above; shown for `timeout` milliseconds.
     void onMessage(const QString & msg, int type, int timeout);
     /// Work under way is at `done` of `total` units; a plug-in that does not know its total never says so.
     void onProgress(int done, int total);

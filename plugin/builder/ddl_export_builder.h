@@ -8,34 +8,31 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
 #include <memory>
-#include <vector>
 
 namespace model {
 class project;
-class project_historic;
 class entity;
 class property;
 class relationship;
 } // namespace model
 
-namespace storage {
-class restored_version;
-}
-
 namespace tools {
 class custom_javascript;
 }
 
-class QSqlError;
-
 namespace plugin {
 
 class ddl_export;
+class ddl_export_history;
+class ddl_export_passes;
 class ddl_export_script;
+class statement_sink;
+struct script_identity;
 
-/// Turns one project into DDL SQL script files: decides which scripts are written, what is visited in which
-/// order, and how names and types are formed. A dialect supplies the statement texts.
+/// Turns one project into DDL SQL scripts: decides which scripts there are, and how names and types are
+/// formed. What is visited in which order is up to ddl_export_passes; a dialect supplies the statement texts.
 ///
 /// Every statement generator returns one statement, or a short run of them, without a line end at its end;
 /// the empty text when there is nothing to say for its arguments.
@@ -54,8 +51,20 @@ public:
     /// completed before it stay on disk.
     zk::ZkBool build(model::project & project);
 
+    /// Makes what takes the statements of a script.
+    using sink_maker = std::function<std::unique_ptr<statement_sink>(const script_identity & script)>;
+    /// Lets the statements go elsewhere than into files.
+    void setSinks(const sink_maker & sinks);
+    /// The same as build(), for sinks that need no export folder.
+    zk::ZkBool buildScripts(model::project & project);
+    /// Writes the script of one step, whatever the settings say about scripts; `from` and `to` are the
+    /// numbers of the versions that the projects are.
+    zk::ZkBool buildStep(const std::shared_ptr<model::project> & previous,
+                         const std::shared_ptr<model::project> & current, int from, int to);
+
 Q_SIGNALS:
-    /// Progress (`type` 1) and errors (`type` 3), to be shown for `timeout` milliseconds.
+    /// Progress and errors, of the types that base_interface has for messages; to be shown for `timeout`
+    /// milliseconds.
     void onMessage(const QString & msg, int type, int timeout);
     /// `done` of `total` units are written; the total is the same throughout one build.
     void onProgress(int done, int total);
@@ -123,66 +132,31 @@ protected:
     QString m_sSqlNameDelimiter;
 
 private:
-    using list_of_tables = std::vector<std::shared_ptr<model::entity>>;
+    friend class ddl_export_passes;
+    using script_body = std::function<zk::ZkBool(ddl_export_passes & passes)>;
 
     static zk::ZkBool noPluginFailure();
+    void takeSettings();
+    void releaseSettings();
+    void releasePrevious(const std::shared_ptr<model::project> & previous);
+    /// The tags of the current project, asked for once a build.
+    [[nodiscard]] const ddl_export_history & history();
     /// How many scripts the settings ask for.
     [[nodiscard]] int countScripts();
+    zk::ZkBool compare(const std::shared_ptr<model::project> & previous,
+                       const std::shared_ptr<model::project> & current, int from, int to);
+    /// The name of a script, without its folder; `from` and `to` are those of script_identity.
+    [[nodiscard]] QString scriptName(const QString & projectName, int from, int to) const;
+    /// Writes one script, with `body` between its begin and its end.
+    zk::ZkBool writeScript(const QString & projectName, int from, int to, const QString & title,
+                           const script_body & body);
+    zk::ZkBool endScript(ddl_export_script & script, const QString & projectName);
     /// The project in which getSqlPrimaryKeyName() and getSqlIndexName() look an entity up; may be null.
     [[nodiscard]] const model::project * projectForNames(bool current) const;
-    /// The entities that get a table, in order.
-    [[nodiscard]] list_of_tables
-    tablesOf(const zk::ZkCollection<long, std::shared_ptr<model::entity>> & entities) const;
-
-    [[nodiscard]] std::unique_ptr<ddl_export_script> newScript(const QString & projectName,
-                                                               const QString & suffix, const QString & title);
-    zk::ZkBool writeBegin(ddl_export_script & script);
-    zk::ZkBool writeTable(ddl_export_script & script, const std::shared_ptr<model::entity> & entity);
-    zk::ZkBool writeLinkTables(ddl_export_script & script);
-    zk::ZkBool writeIndexes(ddl_export_script & script);
-    zk::ZkBool writeIndex(ddl_export_script & script, const std::shared_ptr<model::property> & property,
-                          model::entity * entity);
-    zk::ZkBool writeTables(ddl_export_script & script, const list_of_tables & tables);
-    zk::ZkBool writeForeignKeys(ddl_export_script & script, const list_of_tables & tables);
-    /// Writes nothing for a relationship that has no foreign key of its own.
-    zk::ZkBool writeForeignKey(ddl_export_script & script, const std::shared_ptr<model::entity> & entity,
-                               const std::shared_ptr<model::relationship> & relationship);
-    zk::ZkBool writeEnd(ddl_export_script & script, const QString & projectName);
-
-    struct entity_change;
-    struct property_change;
-    using list_of_property = zk::ZkCollection<long, std::shared_ptr<model::property>>;
-    /// The entities of the current version that are new or differ from the previous version, in order.
-    [[nodiscard]] std::vector<entity_change> changedEntities() const;
-    zk::ZkBool writeChanges(ddl_export_script & script);
-    zk::ZkBool writeDroppedTables(ddl_export_script & script);
-    zk::ZkBool writeChangedTables(ddl_export_script & script, const std::vector<entity_change> & changes);
-    zk::ZkBool writeChangedForeignKeys(ddl_export_script & script,
-                                       const std::vector<entity_change> & changes);
-    zk::ZkBool writeTableChanges(ddl_export_script & script, const entity_change & change);
-    zk::ZkBool writeDroppedColumns(ddl_export_script & script, const std::shared_ptr<model::entity> & entity,
-                                   const list_of_property & before, const list_of_property & after);
-    zk::ZkBool writeColumnChanges(ddl_export_script & script, const std::shared_ptr<model::entity> & entity,
-                                  const property_change & property);
-    zk::ZkBool writeColumnStep(ddl_export_script & script, const std::shared_ptr<model::entity> & entity,
-                               const property_change & property);
-    zk::ZkBool writeForeignKeyChanges(ddl_export_script & script, const entity_change & change);
-
-    struct fetched_tags;
-    /// The tags of the project that is exported, asked for once a build, by countScripts().
-    [[nodiscard]] const fetched_tags & tags();
-    [[nodiscard]] static zk::ZkBool tagsFailure(const QSqlError & error);
-    /// Writes what `tag` holds into a new file of the folder `temp`, whose name begins with `start`.
-    zk::ZkBool restoreTag(const model::project_historic & tag, const QString & temp, const QString & start,
-                          storage::restored_version & file);
-    /// Writes the script that leads to the version `tag`; `previous` is the version before it, and becomes
-    /// this one.
-    zk::ZkBool buildTaggedVersion(const model::project_historic & tag, const QString & temp,
-                                  const model::project & project, int version,
-                                  std::shared_ptr<model::project> & previous);
 
     ddl_export_progress m_progress;
-    std::shared_ptr<fetched_tags> m_tags;
+    sink_maker m_sinks;
+    std::shared_ptr<ddl_export_history> m_pHistory;
     QString m_sExportPath; ///< resolved once, as the scripts of one build belong into one folder
 };
 

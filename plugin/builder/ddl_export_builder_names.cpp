@@ -1,4 +1,4 @@
-// How model objects are named and typed in SQL.
+// Names and types: what model objects are called in SQL, and which of them get a table.
 
 #include "plugin/builder/ddl_export_builder.h"
 
