@@ -298,6 +298,63 @@
     </message>
 </context>
 <context>
+    <name>app::export_controller</name>
+    <message>
+        <source>Korvane - Settings</source>
+        <translation>Korvane - Einstellungen</translation>
+    </message>
+    <message>
+        <source>Korvane - Export</source>
+        <translation>Korvane - Export</translation>
+    </message>
+    <message>
+        <source>Export of &apos;%1&apos; with %2</source>
+        <translation>Export von &apos;%1&apos; mit %2</translation>
+    </message>
+    <message>
+        <source>Korvane - Custom script</source>
+        <translation>Korvane - Eigenes Skript</translation>
+    </message>
+    <message>
+        <source>The project names a custom script, which runs with your rights:
+%1
+
+Do you want to run it? With No the export leaves it out.</source>
+        <translation>Das Projekt nennt ein eigenes Skript, das mit Ihren Rechten läuft:
+%1
+
+Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
+    </message>
+    <message>
+        <source>Nothing was written: evolution scripts need a tagged version. Use &quot;Actions &gt; Tag project state…&quot; first</source>
+        <translation>Es wurde nichts geschrieben: Für Evolutionsskripte muss erst eine Version festgehalten werden. Verwenden Sie zuerst &quot;Aktionen &gt; Projektstand festhalten…&quot;</translation>
+    </message>
+    <message>
+        <source>Nothing was written</source>
+        <translation>Es wurde nichts geschrieben</translation>
+    </message>
+    <message>
+        <source>The export failed</source>
+        <translation>Der Export ist fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>The export failed: see the messages</source>
+        <translation>Der Export ist fehlgeschlagen: siehe Meldungen</translation>
+    </message>
+    <message>
+        <source>The export was cancelled; nothing was written</source>
+        <translation>Der Export wurde abgebrochen; es wurde nichts geschrieben</translation>
+    </message>
+    <message>
+        <source>1 script written to %1</source>
+        <translation>1 Skript nach %1 geschrieben</translation>
+    </message>
+    <message>
+        <source>%1 scripts written to %2</source>
+        <translation>%1 Skripte nach %2 geschrieben</translation>
+    </message>
+</context>
+<context>
     <name>app::export_menu</name>
     <message>
         <source>&amp;Export</source>
@@ -389,6 +446,33 @@
     <message>
         <source>%1 matches</source>
         <translation>%1 Treffer</translation>
+    </message>
+</context>
+<context>
+    <name>app::help_commands</name>
+    <message>
+        <source>Korvane - Manual</source>
+        <translation>Korvane - Handbuch</translation>
+    </message>
+    <message>
+        <source>The manual could not be opened. Open this file in a browser: %1</source>
+        <translation>Das Handbuch konnte nicht geöffnet werden. Öffnen Sie diese Datei im Browser: %1</translation>
+    </message>
+    <message>
+        <source>Korvane - Scripts</source>
+        <translation>Korvane - Skripte</translation>
+    </message>
+    <message>
+        <source>The folder could not be opened: %1</source>
+        <translation>Der Ordner konnte nicht geöffnet werden: %1</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;Korvane %1&lt;/h3&gt;&lt;p&gt;Trustworthy migration scripts from a class model.&lt;/p&gt;&lt;p&gt;Runs on Qt %2. MIT license.&lt;/p&gt;</source>
+        <translation>&lt;h3&gt;Korvane %1&lt;/h3&gt;&lt;p&gt;Verlässliche Migrationsskripte aus einem Klassenmodell.&lt;/p&gt;&lt;p&gt;Läuft mit Qt %2. MIT-Lizenz.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Korvane - About</source>
+        <translation>Korvane - Über</translation>
     </message>
 </context>
 <context>
@@ -487,6 +571,87 @@
     <message>
         <source>%1: not used, %2 is a plugin of the same name</source>
         <translation>%1: nicht verwendet, %2 ist ein Plugin mit demselben Namen</translation>
+    </message>
+</context>
+<context>
+    <name>app::project_commands</name>
+    <message>
+        <source>Korvane - Open</source>
+        <translation>Korvane - Öffnen</translation>
+    </message>
+    <message>
+        <source>%1 opened</source>
+        <translation>%1 geöffnet</translation>
+    </message>
+    <message>
+        <source>Projects (*.korv)</source>
+        <translation>Projekte (*.korv)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Korvane - Import model</source>
+        <translation>Korvane - Modell importieren</translation>
+    </message>
+    <message>
+        <source>Models in text form (*.json)</source>
+        <translation>Modelle in Textform (*.json)</translation>
+    </message>
+    <message>
+        <source>Korvane - Import %1 into the project file</source>
+        <translation>Korvane - %1 in die Projektdatei importieren</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; already exists.
+Replace its model with the one from &apos;%2&apos;? Settings and versions are kept.</source>
+        <translation>&apos;%1&apos; ist bereits vorhanden.
+Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und Versionen bleiben erhalten.</translation>
+    </message>
+    <message>
+        <source>Import of %1</source>
+        <translation>Import von %1</translation>
+    </message>
+    <message>
+        <source>Project &apos;%1&apos; imported into %2 (entities: %3)</source>
+        <translation>Projekt &apos;%1&apos; in %2 importiert (Entitäten: %3)</translation>
+    </message>
+    <message>
+        <source>Korvane - Save model as text</source>
+        <translation>Korvane - Modell als Text speichern</translation>
+    </message>
+    <message>
+        <source>%1 is a project file and was not overwritten. Choose a name that ends in .json</source>
+        <translation>%1 ist eine Projektdatei und wurde nicht überschrieben. Wählen Sie einen Namen, der auf .json endet</translation>
+    </message>
+    <message>
+        <source>%1 written</source>
+        <translation>%1 geschrieben</translation>
+    </message>
+    <message>
+        <source>Korvane - Reload</source>
+        <translation>Korvane - Neu laden</translation>
+    </message>
+    <message>
+        <source>%1 is up to date</source>
+        <translation>%1 ist auf dem neuesten Stand</translation>
+    </message>
+    <message>
+        <source>Korvane - Tag project state</source>
+        <translation>Korvane - Projektstand festhalten</translation>
+    </message>
+    <message>
+        <source>Version %1 of %2 tagged</source>
+        <translation>Version %1 von %2 festgehalten</translation>
+    </message>
+    <message>
+        <source>Version %1 of %2 tagged; the model has not changed since version %3</source>
+        <translation>Version %1 von %2 festgehalten; das Modell hat sich seit Version %3 nicht geändert</translation>
+    </message>
+    <message>
+        <source>Korvane - Versions</source>
+        <translation>Korvane - Versionen</translation>
     </message>
 </context>
 <context>
@@ -709,14 +874,6 @@
         <translation>Das Fenster schließt sich, sobald der Export beendet ist</translation>
     </message>
     <message>
-        <source>Korvane - Open</source>
-        <translation>Korvane - Öffnen</translation>
-    </message>
-    <message>
-        <source>%1 opened</source>
-        <translation>%1 geöffnet</translation>
-    </message>
-    <message>
         <source>Korvane - Project file</source>
         <translation>Korvane - Projektdatei</translation>
     </message>
@@ -733,202 +890,6 @@
         <translation>%1 (%2) - Korvane</translation>
     </message>
     <message>
-        <source>&amp;Clear this list</source>
-        <translation>Diese &amp;Liste leeren</translation>
-    </message>
-    <message>
-        <source>Projects (*.korv)</source>
-        <translation>Projekte (*.korv)</translation>
-    </message>
-    <message>
-        <source>All files (*)</source>
-        <translation>Alle Dateien (*)</translation>
-    </message>
-    <message>
-        <source>Korvane - Import %1 into the project file</source>
-        <translation>Korvane - %1 in die Projektdatei importieren</translation>
-    </message>
-    <message>
-        <source>Import of %1</source>
-        <translation>Import von %1</translation>
-    </message>
-    <message>
-        <source>%1 written</source>
-        <translation>%1 geschrieben</translation>
-    </message>
-    <message>
-        <source>Korvane - Reload</source>
-        <translation>Korvane - Neu laden</translation>
-    </message>
-    <message>
-        <source>%1 is up to date</source>
-        <translation>%1 ist auf dem neuesten Stand</translation>
-    </message>
-    <message>
-        <source>Korvane - Tag project state</source>
-        <translation>Korvane - Projektstand festhalten</translation>
-    </message>
-    <message>
-        <source>Version %1 of %2 tagged</source>
-        <translation>Version %1 von %2 festgehalten</translation>
-    </message>
-    <message>
-        <source>Korvane - Versions</source>
-        <translation>Korvane - Versionen</translation>
-    </message>
-    <message>
-        <source>Korvane - Export</source>
-        <translation>Korvane - Export</translation>
-    </message>
-    <message>
-        <source>Export of &apos;%1&apos; with %2</source>
-        <translation>Export von &apos;%1&apos; mit %2</translation>
-    </message>
-    <message>
-        <source>The export failed</source>
-        <translation>Der Export ist fehlgeschlagen</translation>
-    </message>
-    <message>
-        <source>The export failed: see the messages</source>
-        <translation>Der Export ist fehlgeschlagen: siehe Meldungen</translation>
-    </message>
-    <message>
-        <source>Korvane - Settings</source>
-        <translation>Korvane - Einstellungen</translation>
-    </message>
-    <message>
-        <source>Korvane - Manual</source>
-        <translation>Korvane - Handbuch</translation>
-    </message>
-    <message>
-        <source>Korvane - About</source>
-        <translation>Korvane - Über</translation>
-    </message>
-    <message>
-        <source>Diagram and scripts</source>
-        <translation>Diagramm und Skripte</translation>
-    </message>
-    <message>
-        <source>Diagram</source>
-        <translation>Diagramm</translation>
-    </message>
-    <message>
-        <source>Scripts</source>
-        <translation>Skripte</translation>
-    </message>
-    <message>
-        <source>Model</source>
-        <translation>Modell</translation>
-    </message>
-    <message>
-        <source>Messages</source>
-        <translation>Meldungen</translation>
-    </message>
-    <message>
-        <source>&amp;File</source>
-        <translation>&amp;Datei</translation>
-    </message>
-    <message>
-        <source>&amp;Open…</source>
-        <translation>Ö&amp;ffnen…</translation>
-    </message>
-    <message>
-        <source>Open a project file</source>
-        <translation>Eine Projektdatei öffnen</translation>
-    </message>
-    <message>
-        <source>Open &amp;recent</source>
-        <translation>&amp;Zuletzt geöffnet</translation>
-    </message>
-    <message>
-        <source>Re&amp;load</source>
-        <translation>&amp;Neu laden</translation>
-    </message>
-    <message>
-        <source>Read the project file again</source>
-        <translation>Die Projektdatei erneut lesen</translation>
-    </message>
-    <message>
-        <source>&amp;Close project</source>
-        <translation>Projekt &amp;schließen</translation>
-    </message>
-    <message>
-        <source>Close the project</source>
-        <translation>Das Projekt schließen</translation>
-    </message>
-    <message>
-        <source>Write the model as text, to edit it or to keep it under version control</source>
-        <translation>Das Modell als Text schreiben, um es zu bearbeiten oder in einer Versionsverwaltung zu führen</translation>
-    </message>
-    <message>
-        <source>&amp;Quit</source>
-        <translation>&amp;Beenden</translation>
-    </message>
-    <message>
-        <source>&amp;Actions</source>
-        <translation>&amp;Aktionen</translation>
-    </message>
-    <message>
-        <source>&amp;Tag project state…</source>
-        <translation>Projektstand &amp;festhalten…</translation>
-    </message>
-    <message>
-        <source>&amp;Versions…</source>
-        <translation>&amp;Versionen…</translation>
-    </message>
-    <message>
-        <source>Show the versions of the project</source>
-        <translation>Die Versionen des Projekts zeigen</translation>
-    </message>
-    <message>
-        <source>&amp;View</source>
-        <translation>A&amp;nsicht</translation>
-    </message>
-    <message>
-        <source>Go to the &amp;model</source>
-        <translation>Zum &amp;Modell</translation>
-    </message>
-    <message>
-        <source>Go to the dia&amp;gram</source>
-        <translation>Zum &amp;Diagramm</translation>
-    </message>
-    <message>
-        <source>Go to the scri&amp;pts</source>
-        <translation>Zu den S&amp;kripten</translation>
-    </message>
-    <message>
-        <source>Go to the m&amp;essages</source>
-        <translation>Zu den M&amp;eldungen</translation>
-    </message>
-    <message>
-        <source>Fi&amp;lter the model</source>
-        <translation>Modell &amp;filtern</translation>
-    </message>
-    <message>
-        <source>Find in the scrip&amp;t</source>
-        <translation>&amp;Im Skript suchen</translation>
-    </message>
-    <message>
-        <source>&amp;Help</source>
-        <translation>&amp;Hilfe</translation>
-    </message>
-    <message>
-        <source>&amp;Manual</source>
-        <translation>&amp;Handbuch</translation>
-    </message>
-    <message>
-        <source>Open the manual</source>
-        <translation>Das Handbuch öffnen</translation>
-    </message>
-    <message>
-        <source>Tools</source>
-        <translation>Werkzeugleiste</translation>
-    </message>
-    <message>
-        <source>Korvane - Scripts</source>
-        <translation>Korvane - Skripte</translation>
-    </message>
-    <message>
         <source>%1
 
 The window still shows the project as last read. To keep its model, use &quot;File &gt; Save model as text…&quot;.</source>
@@ -937,116 +898,12 @@ The window still shows the project as last read. To keep its model, use &quot;Fi
 Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein Modell zu behalten, verwenden Sie &quot;Datei &gt; Modell als Text speichern…&quot;.</translation>
     </message>
     <message>
-        <source>No recent projects</source>
-        <translation>Keine zuletzt verwendeten Projekte</translation>
-    </message>
-    <message>
-        <source>Korvane - Import model</source>
-        <translation>Korvane - Modell importieren</translation>
-    </message>
-    <message>
-        <source>Models in text form (*.json)</source>
-        <translation>Modelle in Textform (*.json)</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; already exists.
-Replace its model with the one from &apos;%2&apos;? Settings and versions are kept.</source>
-        <translation>&apos;%1&apos; ist bereits vorhanden.
-Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und Versionen bleiben erhalten.</translation>
-    </message>
-    <message>
-        <source>Project &apos;%1&apos; imported into %2 (entities: %3)</source>
-        <translation>Projekt &apos;%1&apos; in %2 importiert (Entitäten: %3)</translation>
-    </message>
-    <message>
-        <source>Korvane - Save model as text</source>
-        <translation>Korvane - Modell als Text speichern</translation>
-    </message>
-    <message>
-        <source>%1 is a project file and was not overwritten. Choose a name that ends in .json</source>
-        <translation>%1 ist eine Projektdatei und wurde nicht überschrieben. Wählen Sie einen Namen, der auf .json endet</translation>
-    </message>
-    <message>
-        <source>Version %1 of %2 tagged; the model has not changed since version %3</source>
-        <translation>Version %1 von %2 festgehalten; das Modell hat sich seit Version %3 nicht geändert</translation>
-    </message>
-    <message>
-        <source>1 script written to %1</source>
-        <translation>1 Skript nach %1 geschrieben</translation>
-    </message>
-    <message>
-        <source>%1 scripts written to %2</source>
-        <translation>%1 Skripte nach %2 geschrieben</translation>
-    </message>
-    <message>
-        <source>The manual could not be opened. Open this file in a browser: %1</source>
-        <translation>Das Handbuch konnte nicht geöffnet werden. Öffnen Sie diese Datei im Browser: %1</translation>
-    </message>
-    <message>
-        <source>The folder could not be opened: %1</source>
-        <translation>Der Ordner konnte nicht geöffnet werden: %1</translation>
-    </message>
-    <message>
-        <source>&lt;h3&gt;Korvane %1&lt;/h3&gt;&lt;p&gt;Trustworthy migration scripts from a class model.&lt;/p&gt;&lt;p&gt;Runs on Qt %2. MIT license.&lt;/p&gt;</source>
-        <translation>&lt;h3&gt;Korvane %1&lt;/h3&gt;&lt;p&gt;Verlässliche Migrationsskripte aus einem Klassenmodell.&lt;/p&gt;&lt;p&gt;Läuft mit Qt %2. MIT-Lizenz.&lt;/p&gt;</translation>
-    </message>
-    <message>
-        <source>&amp;Import model…</source>
-        <translation>Modell &amp;importieren…</translation>
-    </message>
-    <message>
-        <source>Create a project from a model in text form, or replace a project&apos;s model</source>
-        <translation>Aus einem Modell in Textform ein Projekt erstellen oder das Modell eines Projekts ersetzen</translation>
-    </message>
-    <message>
-        <source>&amp;Save model as text…</source>
-        <translation>Modell als &amp;Text speichern…</translation>
-    </message>
-    <message>
-        <source>Tag the current state of the project as a new version</source>
-        <translation>Den jetzigen Stand des Projekts als neue Version festhalten</translation>
-    </message>
-    <message>
-        <source>&amp;About Korvane</source>
-        <translation>Ü&amp;ber Korvane</translation>
-    </message>
-    <message>
         <source>Plugins</source>
         <translation>Plugins</translation>
     </message>
     <message>
         <source>Some plugins could not be loaded; see the messages</source>
         <translation>Einige Plugins konnten nicht geladen werden; siehe die Meldungen</translation>
-    </message>
-    <message>
-        <source>Versions of the program and of its plugins</source>
-        <translation>Versionen des Programms und seiner Plugins</translation>
-    </message>
-    <message>
-        <source>Nothing was written: evolution scripts need a tagged version. Use &quot;Actions &gt; Tag project state…&quot; first</source>
-        <translation>Es wurde nichts geschrieben: Für Evolutionsskripte muss erst eine Version festgehalten werden. Verwenden Sie zuerst &quot;Aktionen &gt; Projektstand festhalten…&quot;</translation>
-    </message>
-    <message>
-        <source>The export was cancelled; nothing was written</source>
-        <translation>Der Export wurde abgebrochen; es wurde nichts geschrieben</translation>
-    </message>
-    <message>
-        <source>Korvane - Custom script</source>
-        <translation>Korvane - Eigenes Skript</translation>
-    </message>
-    <message>
-        <source>The project names a custom script, which runs with your rights:
-%1
-
-Do you want to run it? With No the export leaves it out.</source>
-        <translation>Das Projekt nennt ein eigenes Skript, das mit Ihren Rechten läuft:
-%1
-
-Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
-    </message>
-    <message>
-        <source>Nothing was written</source>
-        <translation>Es wurde nichts geschrieben</translation>
     </message>
 </context>
 <context>
@@ -1082,6 +939,21 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
     <message>
         <source>cannot be written (%1)</source>
         <translation>kann nicht geschrieben werden (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>app::recent_menu</name>
+    <message>
+        <source>Open &amp;recent</source>
+        <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>No recent projects</source>
+        <translation>Keine zuletzt verwendeten Projekte</translation>
+    </message>
+    <message>
+        <source>&amp;Clear this list</source>
+        <translation>Diese &amp;Liste leeren</translation>
     </message>
 </context>
 <context>
@@ -1273,6 +1145,169 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
     <message>
         <source>it exists, but is not a file</source>
         <translation>unter diesem Namen gibt es etwas, das keine Datei ist</translation>
+    </message>
+</context>
+<context>
+    <name>app::window_menus</name>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Open…</source>
+        <translation>Ö&amp;ffnen…</translation>
+    </message>
+    <message>
+        <source>Open a project file</source>
+        <translation>Eine Projektdatei öffnen</translation>
+    </message>
+    <message>
+        <source>Re&amp;load</source>
+        <translation>&amp;Neu laden</translation>
+    </message>
+    <message>
+        <source>Read the project file again</source>
+        <translation>Die Projektdatei erneut lesen</translation>
+    </message>
+    <message>
+        <source>&amp;Close project</source>
+        <translation>Projekt &amp;schließen</translation>
+    </message>
+    <message>
+        <source>Close the project</source>
+        <translation>Das Projekt schließen</translation>
+    </message>
+    <message>
+        <source>&amp;Import model…</source>
+        <translation>Modell &amp;importieren…</translation>
+    </message>
+    <message>
+        <source>Create a project from a model in text form, or replace a project&apos;s model</source>
+        <translation>Aus einem Modell in Textform ein Projekt erstellen oder das Modell eines Projekts ersetzen</translation>
+    </message>
+    <message>
+        <source>&amp;Save model as text…</source>
+        <translation>Modell als &amp;Text speichern…</translation>
+    </message>
+    <message>
+        <source>Write the model as text, to edit it or to keep it under version control</source>
+        <translation>Das Modell als Text schreiben, um es zu bearbeiten oder in einer Versionsverwaltung zu führen</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;Actions</source>
+        <translation>&amp;Aktionen</translation>
+    </message>
+    <message>
+        <source>&amp;Tag project state…</source>
+        <translation>Projektstand &amp;festhalten…</translation>
+    </message>
+    <message>
+        <source>Tag the current state of the project as a new version</source>
+        <translation>Den jetzigen Stand des Projekts als neue Version festhalten</translation>
+    </message>
+    <message>
+        <source>&amp;Versions…</source>
+        <translation>&amp;Versionen…</translation>
+    </message>
+    <message>
+        <source>Show the versions of the project</source>
+        <translation>Die Versionen des Projekts zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>A&amp;nsicht</translation>
+    </message>
+    <message>
+        <source>Go to the &amp;model</source>
+        <translation>Zum &amp;Modell</translation>
+    </message>
+    <message>
+        <source>Go to the dia&amp;gram</source>
+        <translation>Zum &amp;Diagramm</translation>
+    </message>
+    <message>
+        <source>Go to the scri&amp;pts</source>
+        <translation>Zu den S&amp;kripten</translation>
+    </message>
+    <message>
+        <source>Go to the m&amp;essages</source>
+        <translation>Zu den M&amp;eldungen</translation>
+    </message>
+    <message>
+        <source>Fi&amp;lter the model</source>
+        <translation>Modell &amp;filtern</translation>
+    </message>
+    <message>
+        <source>Find in the scrip&amp;t</source>
+        <translation>&amp;Im Skript suchen</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;Manual</source>
+        <translation>&amp;Handbuch</translation>
+    </message>
+    <message>
+        <source>Open the manual</source>
+        <translation>Das Handbuch öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;About Korvane</source>
+        <translation>Ü&amp;ber Korvane</translation>
+    </message>
+    <message>
+        <source>Versions of the program and of its plugins</source>
+        <translation>Versionen des Programms und seiner Plugins</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation>Werkzeugleiste</translation>
+    </message>
+</context>
+<context>
+    <name>app::window_panes</name>
+    <message>
+        <source>Diagram and scripts</source>
+        <translation>Diagramm und Skripte</translation>
+    </message>
+    <message>
+        <source>Diagram</source>
+        <translation>Diagramm</translation>
+    </message>
+    <message>
+        <source>Scripts</source>
+        <translation>Skripte</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Modell</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Meldungen</translation>
+    </message>
+</context>
+<context>
+    <name>ddl_export_builder</name>
+    <message>
+        <source>Cannot uncompress project file : %1</source>
+        <translation>Die Projektdatei kann nicht entpackt werden: %1</translation>
+    </message>
+    <message>
+        <source>An error occurred opening project file : %1</source>
+        <translation>Beim Öffnen der Projektdatei ist ein Fehler aufgetreten: %1</translation>
+    </message>
+    <message>
+        <source>An error occurred loading project tag &apos;%1&apos; :
+%2</source>
+        <translation>Beim Laden des festgehaltenen Projektstands &apos;%1&apos; ist ein Fehler aufgetreten:
+%2</translation>
     </message>
 </context>
 <context>
@@ -1493,20 +1528,6 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>Cannot get temp directory to extract tag project state</source>
         <translation>Für das Entpacken des festgehaltenen Projektstands ist kein temporäres Verzeichnis verfügbar</translation>
-    </message>
-    <message>
-        <source>An error occurred loading project tag &apos;%1&apos; :
-%2</source>
-        <translation>Beim Laden des festgehaltenen Projektstands &apos;%1&apos; ist ein Fehler aufgetreten:
-%2</translation>
-    </message>
-    <message>
-        <source>Cannot uncompress project file : %1</source>
-        <translation>Die Projektdatei kann nicht entpackt werden: %1</translation>
-    </message>
-    <message>
-        <source>An error occurred opening project file : %1</source>
-        <translation>Beim Öffnen der Projektdatei ist ein Fehler aufgetreten: %1</translation>
     </message>
     <message>
         <source>This project doesn&apos;t have a valid list of entities</source>

@@ -298,6 +298,63 @@
     </message>
 </context>
 <context>
+    <name>app::export_controller</name>
+    <message>
+        <source>Korvane - Settings</source>
+        <translation>Korvane - Paramètres</translation>
+    </message>
+    <message>
+        <source>Korvane - Export</source>
+        <translation>Korvane - Export</translation>
+    </message>
+    <message>
+        <source>Export of &apos;%1&apos; with %2</source>
+        <translation>Export de &apos;%1&apos; avec %2</translation>
+    </message>
+    <message>
+        <source>Korvane - Custom script</source>
+        <translation>Korvane - Script personnalisé</translation>
+    </message>
+    <message>
+        <source>The project names a custom script, which runs with your rights:
+%1
+
+Do you want to run it? With No the export leaves it out.</source>
+        <translation>Le projet désigne un script personnalisé, qui s&apos;exécute avec vos droits :
+%1
+
+Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</translation>
+    </message>
+    <message>
+        <source>Nothing was written: evolution scripts need a tagged version. Use &quot;Actions &gt; Tag project state…&quot; first</source>
+        <translation>Rien n&apos;a été écrit : les scripts d&apos;évolution demandent une version étiquetée. Utilisez d&apos;abord &quot;Actions &gt; Étiqueter l&apos;état du projet…&quot;</translation>
+    </message>
+    <message>
+        <source>Nothing was written</source>
+        <translation>Rien n&apos;a été écrit</translation>
+    </message>
+    <message>
+        <source>The export failed</source>
+        <translation>L&apos;export a échoué</translation>
+    </message>
+    <message>
+        <source>The export failed: see the messages</source>
+        <translation>L&apos;export a échoué : voir les messages</translation>
+    </message>
+    <message>
+        <source>The export was cancelled; nothing was written</source>
+        <translation>L&apos;export a été annulé ; rien n&apos;a été écrit</translation>
+    </message>
+    <message>
+        <source>1 script written to %1</source>
+        <translation>1 script écrit dans %1</translation>
+    </message>
+    <message>
+        <source>%1 scripts written to %2</source>
+        <translation>%1 scripts écrits dans %2</translation>
+    </message>
+</context>
+<context>
     <name>app::export_menu</name>
     <message>
         <source>&amp;Export</source>
@@ -389,6 +446,33 @@
     <message>
         <source>%1 matches</source>
         <translation>%1 occurrences</translation>
+    </message>
+</context>
+<context>
+    <name>app::help_commands</name>
+    <message>
+        <source>Korvane - Manual</source>
+        <translation>Korvane - Manuel</translation>
+    </message>
+    <message>
+        <source>The manual could not be opened. Open this file in a browser: %1</source>
+        <translation>Le manuel n&apos;a pas pu être ouvert. Ouvrez ce fichier dans un navigateur : %1</translation>
+    </message>
+    <message>
+        <source>Korvane - Scripts</source>
+        <translation>Korvane - Scripts</translation>
+    </message>
+    <message>
+        <source>The folder could not be opened: %1</source>
+        <translation>Le dossier n&apos;a pas pu être ouvert : %1</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;Korvane %1&lt;/h3&gt;&lt;p&gt;Trustworthy migration scripts from a class model.&lt;/p&gt;&lt;p&gt;Runs on Qt %2. MIT license.&lt;/p&gt;</source>
+        <translation>&lt;h3&gt;Korvane %1&lt;/h3&gt;&lt;p&gt;Des scripts de migration fiables à partir d&apos;un modèle de classes.&lt;/p&gt;&lt;p&gt;Fonctionne avec Qt %2. Licence MIT.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Korvane - About</source>
+        <translation>Korvane - À propos</translation>
     </message>
 </context>
 <context>
@@ -487,6 +571,87 @@
     <message>
         <source>%1: not used, %2 is a plugin of the same name</source>
         <translation>%1 : non utilisé, %2 est un plugin du même nom</translation>
+    </message>
+</context>
+<context>
+    <name>app::project_commands</name>
+    <message>
+        <source>Korvane - Open</source>
+        <translation>Korvane - Ouvrir</translation>
+    </message>
+    <message>
+        <source>%1 opened</source>
+        <translation>Projet ouvert : %1</translation>
+    </message>
+    <message>
+        <source>Projects (*.korv)</source>
+        <translation>Projets (*.korv)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Tous les fichiers (*)</translation>
+    </message>
+    <message>
+        <source>Korvane - Import model</source>
+        <translation>Korvane - Importer un modèle</translation>
+    </message>
+    <message>
+        <source>Models in text form (*.json)</source>
+        <translation>Modèles sous forme de texte (*.json)</translation>
+    </message>
+    <message>
+        <source>Korvane - Import %1 into the project file</source>
+        <translation>Korvane - Importer %1 dans le fichier de projet</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; already exists.
+Replace its model with the one from &apos;%2&apos;? Settings and versions are kept.</source>
+        <translation>&apos;%1&apos; existe déjà.
+Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versions sont conservés.</translation>
+    </message>
+    <message>
+        <source>Import of %1</source>
+        <translation>Import de %1</translation>
+    </message>
+    <message>
+        <source>Project &apos;%1&apos; imported into %2 (entities: %3)</source>
+        <translation>Projet &apos;%1&apos; importé dans %2 (entités : %3)</translation>
+    </message>
+    <message>
+        <source>Korvane - Save model as text</source>
+        <translation>Korvane - Enregistrer le modèle en texte</translation>
+    </message>
+    <message>
+        <source>%1 is a project file and was not overwritten. Choose a name that ends in .json</source>
+        <translation>%1 est un fichier de projet et n&apos;a pas été remplacé. Choisissez un nom qui se termine par .json</translation>
+    </message>
+    <message>
+        <source>%1 written</source>
+        <translation>Fichier écrit : %1</translation>
+    </message>
+    <message>
+        <source>Korvane - Reload</source>
+        <translation>Korvane - Recharger</translation>
+    </message>
+    <message>
+        <source>%1 is up to date</source>
+        <translation>%1 est à jour</translation>
+    </message>
+    <message>
+        <source>Korvane - Tag project state</source>
+        <translation>Korvane - Étiqueter l&apos;état du projet</translation>
+    </message>
+    <message>
+        <source>Version %1 of %2 tagged</source>
+        <translation>Version %1 de %2 étiquetée</translation>
+    </message>
+    <message>
+        <source>Version %1 of %2 tagged; the model has not changed since version %3</source>
+        <translation>Version %1 de %2 étiquetée ; le modèle n&apos;a pas changé depuis la version %3</translation>
+    </message>
+    <message>
+        <source>Korvane - Versions</source>
+        <translation>Korvane - Versions</translation>
     </message>
 </context>
 <context>
@@ -709,14 +874,6 @@
         <translation>La fenêtre se fermera à la fin de l&apos;export</translation>
     </message>
     <message>
-        <source>Korvane - Open</source>
-        <translation>Korvane - Ouvrir</translation>
-    </message>
-    <message>
-        <source>%1 opened</source>
-        <translation>Projet ouvert : %1</translation>
-    </message>
-    <message>
         <source>Korvane - Project file</source>
         <translation>Korvane - Fichier de projet</translation>
     </message>
@@ -733,202 +890,6 @@
         <translation>%1 (%2) - Korvane</translation>
     </message>
     <message>
-        <source>&amp;Clear this list</source>
-        <translation>&amp;Vider cette liste</translation>
-    </message>
-    <message>
-        <source>Projects (*.korv)</source>
-        <translation>Projets (*.korv)</translation>
-    </message>
-    <message>
-        <source>All files (*)</source>
-        <translation>Tous les fichiers (*)</translation>
-    </message>
-    <message>
-        <source>Korvane - Import %1 into the project file</source>
-        <translation>Korvane - Importer %1 dans le fichier de projet</translation>
-    </message>
-    <message>
-        <source>Import of %1</source>
-        <translation>Import de %1</translation>
-    </message>
-    <message>
-        <source>%1 written</source>
-        <translation>Fichier écrit : %1</translation>
-    </message>
-    <message>
-        <source>Korvane - Reload</source>
-        <translation>Korvane - Recharger</translation>
-    </message>
-    <message>
-        <source>%1 is up to date</source>
-        <translation>%1 est à jour</translation>
-    </message>
-    <message>
-        <source>Korvane - Tag project state</source>
-        <translation>Korvane - Étiqueter l&apos;état du projet</translation>
-    </message>
-    <message>
-        <source>Version %1 of %2 tagged</source>
-        <translation>Version %1 de %2 étiquetée</translation>
-    </message>
-    <message>
-        <source>Korvane - Versions</source>
-        <translation>Korvane - Versions</translation>
-    </message>
-    <message>
-        <source>Korvane - Export</source>
-        <translation>Korvane - Export</translation>
-    </message>
-    <message>
-        <source>Export of &apos;%1&apos; with %2</source>
-        <translation>Export de &apos;%1&apos; avec %2</translation>
-    </message>
-    <message>
-        <source>The export failed</source>
-        <translation>L&apos;export a échoué</translation>
-    </message>
-    <message>
-        <source>The export failed: see the messages</source>
-        <translation>L&apos;export a échoué : voir les messages</translation>
-    </message>
-    <message>
-        <source>Korvane - Settings</source>
-        <translation>Korvane - Paramètres</translation>
-    </message>
-    <message>
-        <source>Korvane - Manual</source>
-        <translation>Korvane - Manuel</translation>
-    </message>
-    <message>
-        <source>Korvane - About</source>
-        <translation>Korvane - À propos</translation>
-    </message>
-    <message>
-        <source>Diagram and scripts</source>
-        <translation>Diagramme et scripts</translation>
-    </message>
-    <message>
-        <source>Diagram</source>
-        <translation>Diagramme</translation>
-    </message>
-    <message>
-        <source>Scripts</source>
-        <translation>Scripts</translation>
-    </message>
-    <message>
-        <source>Model</source>
-        <translation>Modèle</translation>
-    </message>
-    <message>
-        <source>Messages</source>
-        <translation>Messages</translation>
-    </message>
-    <message>
-        <source>&amp;File</source>
-        <translation>&amp;Fichier</translation>
-    </message>
-    <message>
-        <source>&amp;Open…</source>
-        <translation>&amp;Ouvrir…</translation>
-    </message>
-    <message>
-        <source>Open a project file</source>
-        <translation>Ouvrir un fichier de projet</translation>
-    </message>
-    <message>
-        <source>Open &amp;recent</source>
-        <translation>Ouvrir un projet &amp;récent</translation>
-    </message>
-    <message>
-        <source>Re&amp;load</source>
-        <translation>Re&amp;charger</translation>
-    </message>
-    <message>
-        <source>Read the project file again</source>
-        <translation>Relire le fichier de projet</translation>
-    </message>
-    <message>
-        <source>&amp;Close project</source>
-        <translation>&amp;Fermer le projet</translation>
-    </message>
-    <message>
-        <source>Close the project</source>
-        <translation>Fermer le projet</translation>
-    </message>
-    <message>
-        <source>Write the model as text, to edit it or to keep it under version control</source>
-        <translation>Écrire le modèle sous forme de texte, pour le modifier ou le placer sous gestion de versions</translation>
-    </message>
-    <message>
-        <source>&amp;Quit</source>
-        <translation>&amp;Quitter</translation>
-    </message>
-    <message>
-        <source>&amp;Actions</source>
-        <translation>&amp;Actions</translation>
-    </message>
-    <message>
-        <source>&amp;Tag project state…</source>
-        <translation>É&amp;tiqueter l&apos;état du projet…</translation>
-    </message>
-    <message>
-        <source>&amp;Versions…</source>
-        <translation>&amp;Versions…</translation>
-    </message>
-    <message>
-        <source>Show the versions of the project</source>
-        <translation>Afficher les versions du projet</translation>
-    </message>
-    <message>
-        <source>&amp;View</source>
-        <translation>Affic&amp;hage</translation>
-    </message>
-    <message>
-        <source>Go to the &amp;model</source>
-        <translation>Aller au &amp;modèle</translation>
-    </message>
-    <message>
-        <source>Go to the dia&amp;gram</source>
-        <translation>Aller au &amp;diagramme</translation>
-    </message>
-    <message>
-        <source>Go to the scri&amp;pts</source>
-        <translation>Aller aux &amp;scripts</translation>
-    </message>
-    <message>
-        <source>Go to the m&amp;essages</source>
-        <translation>Aller aux m&amp;essages</translation>
-    </message>
-    <message>
-        <source>Fi&amp;lter the model</source>
-        <translation>&amp;Filtrer le modèle</translation>
-    </message>
-    <message>
-        <source>Find in the scrip&amp;t</source>
-        <translation>&amp;Rechercher dans le script</translation>
-    </message>
-    <message>
-        <source>&amp;Help</source>
-        <translation>Ai&amp;de</translation>
-    </message>
-    <message>
-        <source>&amp;Manual</source>
-        <translation>&amp;Manuel</translation>
-    </message>
-    <message>
-        <source>Open the manual</source>
-        <translation>Ouvrir le manuel</translation>
-    </message>
-    <message>
-        <source>Tools</source>
-        <translation>Barre d&apos;outils</translation>
-    </message>
-    <message>
-        <source>Korvane - Scripts</source>
-        <translation>Korvane - Scripts</translation>
-    </message>
-    <message>
         <source>%1
 
 The window still shows the project as last read. To keep its model, use &quot;File &gt; Save model as text…&quot;.</source>
@@ -937,116 +898,12 @@ The window still shows the project as last read. To keep its model, use &quot;Fi
 La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour conserver son modèle, utilisez &quot;Fichier &gt; Enregistrer le modèle en texte…&quot;.</translation>
     </message>
     <message>
-        <source>No recent projects</source>
-        <translation>Aucun projet récent</translation>
-    </message>
-    <message>
-        <source>Korvane - Import model</source>
-        <translation>Korvane - Importer un modèle</translation>
-    </message>
-    <message>
-        <source>Models in text form (*.json)</source>
-        <translation>Modèles sous forme de texte (*.json)</translation>
-    </message>
-    <message>
-        <source>&apos;%1&apos; already exists.
-Replace its model with the one from &apos;%2&apos;? Settings and versions are kept.</source>
-        <translation>&apos;%1&apos; existe déjà.
-Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versions sont conservés.</translation>
-    </message>
-    <message>
-        <source>Project &apos;%1&apos; imported into %2 (entities: %3)</source>
-        <translation>Projet &apos;%1&apos; importé dans %2 (entités : %3)</translation>
-    </message>
-    <message>
-        <source>Korvane - Save model as text</source>
-        <translation>Korvane - Enregistrer le modèle en texte</translation>
-    </message>
-    <message>
-        <source>%1 is a project file and was not overwritten. Choose a name that ends in .json</source>
-        <translation>%1 est un fichier de projet et n&apos;a pas été remplacé. Choisissez un nom qui se termine par .json</translation>
-    </message>
-    <message>
-        <source>Version %1 of %2 tagged; the model has not changed since version %3</source>
-        <translation>Version %1 de %2 étiquetée ; le modèle n&apos;a pas changé depuis la version %3</translation>
-    </message>
-    <message>
-        <source>1 script written to %1</source>
-        <translation>1 script écrit dans %1</translation>
-    </message>
-    <message>
-        <source>%1 scripts written to %2</source>
-        <translation>%1 scripts écrits dans %2</translation>
-    </message>
-    <message>
-        <source>The manual could not be opened. Open this file in a browser: %1</source>
-        <translation>Le manuel n&apos;a pas pu être ouvert. Ouvrez ce fichier dans un navigateur : %1</translation>
-    </message>
-    <message>
-        <source>The folder could not be opened: %1</source>
-        <translation>Le dossier n&apos;a pas pu être ouvert : %1</translation>
-    </message>
-    <message>
-        <source>&lt;h3&gt;Korvane %1&lt;/h3&gt;&lt;p&gt;Trustworthy migration scripts from a class model.&lt;/p&gt;&lt;p&gt;Runs on Qt %2. MIT license.&lt;/p&gt;</source>
-        <translation>&lt;h3&gt;Korvane %1&lt;/h3&gt;&lt;p&gt;Des scripts de migration fiables à partir d&apos;un modèle de classes.&lt;/p&gt;&lt;p&gt;Fonctionne avec Qt %2. Licence MIT.&lt;/p&gt;</translation>
-    </message>
-    <message>
-        <source>&amp;Import model…</source>
-        <translation>&amp;Importer un modèle…</translation>
-    </message>
-    <message>
-        <source>Create a project from a model in text form, or replace a project&apos;s model</source>
-        <translation>Créer un projet à partir d&apos;un modèle sous forme de texte, ou remplacer le modèle d&apos;un projet</translation>
-    </message>
-    <message>
-        <source>&amp;Save model as text…</source>
-        <translation>&amp;Enregistrer le modèle en texte…</translation>
-    </message>
-    <message>
-        <source>Tag the current state of the project as a new version</source>
-        <translation>Étiqueter l&apos;état actuel du projet comme nouvelle version</translation>
-    </message>
-    <message>
-        <source>&amp;About Korvane</source>
-        <translation>À &amp;propos de Korvane</translation>
-    </message>
-    <message>
         <source>Plugins</source>
         <translation>Plugins</translation>
     </message>
     <message>
         <source>Some plugins could not be loaded; see the messages</source>
         <translation>Certains plugins n&apos;ont pas pu être chargés ; voir les messages</translation>
-    </message>
-    <message>
-        <source>Versions of the program and of its plugins</source>
-        <translation>Versions du programme et de ses plugins</translation>
-    </message>
-    <message>
-        <source>Nothing was written: evolution scripts need a tagged version. Use &quot;Actions &gt; Tag project state…&quot; first</source>
-        <translation>Rien n&apos;a été écrit : les scripts d&apos;évolution demandent une version étiquetée. Utilisez d&apos;abord &quot;Actions &gt; Étiqueter l&apos;état du projet…&quot;</translation>
-    </message>
-    <message>
-        <source>The export was cancelled; nothing was written</source>
-        <translation>L&apos;export a été annulé ; rien n&apos;a été écrit</translation>
-    </message>
-    <message>
-        <source>Korvane - Custom script</source>
-        <translation>Korvane - Script personnalisé</translation>
-    </message>
-    <message>
-        <source>The project names a custom script, which runs with your rights:
-%1
-
-Do you want to run it? With No the export leaves it out.</source>
-        <translation>Le projet désigne un script personnalisé, qui s&apos;exécute avec vos droits :
-%1
-
-Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</translation>
-    </message>
-    <message>
-        <source>Nothing was written</source>
-        <translation>Rien n&apos;a été écrit</translation>
     </message>
 </context>
 <context>
@@ -1082,6 +939,21 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     <message>
         <source>cannot be written (%1)</source>
         <translation>ne peut pas être écrit (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>app::recent_menu</name>
+    <message>
+        <source>Open &amp;recent</source>
+        <translation>Ouvrir un projet &amp;récent</translation>
+    </message>
+    <message>
+        <source>No recent projects</source>
+        <translation>Aucun projet récent</translation>
+    </message>
+    <message>
+        <source>&amp;Clear this list</source>
+        <translation>&amp;Vider cette liste</translation>
     </message>
 </context>
 <context>
@@ -1273,6 +1145,169 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     <message>
         <source>it exists, but is not a file</source>
         <translation>ce nom existe, mais ce n&apos;est pas un fichier</translation>
+    </message>
+</context>
+<context>
+    <name>app::window_menus</name>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Fichier</translation>
+    </message>
+    <message>
+        <source>&amp;Open…</source>
+        <translation>&amp;Ouvrir…</translation>
+    </message>
+    <message>
+        <source>Open a project file</source>
+        <translation>Ouvrir un fichier de projet</translation>
+    </message>
+    <message>
+        <source>Re&amp;load</source>
+        <translation>Re&amp;charger</translation>
+    </message>
+    <message>
+        <source>Read the project file again</source>
+        <translation>Relire le fichier de projet</translation>
+    </message>
+    <message>
+        <source>&amp;Close project</source>
+        <translation>&amp;Fermer le projet</translation>
+    </message>
+    <message>
+        <source>Close the project</source>
+        <translation>Fermer le projet</translation>
+    </message>
+    <message>
+        <source>&amp;Import model…</source>
+        <translation>&amp;Importer un modèle…</translation>
+    </message>
+    <message>
+        <source>Create a project from a model in text form, or replace a project&apos;s model</source>
+        <translation>Créer un projet à partir d&apos;un modèle sous forme de texte, ou remplacer le modèle d&apos;un projet</translation>
+    </message>
+    <message>
+        <source>&amp;Save model as text…</source>
+        <translation>&amp;Enregistrer le modèle en texte…</translation>
+    </message>
+    <message>
+        <source>Write the model as text, to edit it or to keep it under version control</source>
+        <translation>Écrire le modèle sous forme de texte, pour le modifier ou le placer sous gestion de versions</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Quitter</translation>
+    </message>
+    <message>
+        <source>&amp;Actions</source>
+        <translation>&amp;Actions</translation>
+    </message>
+    <message>
+        <source>&amp;Tag project state…</source>
+        <translation>É&amp;tiqueter l&apos;état du projet…</translation>
+    </message>
+    <message>
+        <source>Tag the current state of the project as a new version</source>
+        <translation>Étiqueter l&apos;état actuel du projet comme nouvelle version</translation>
+    </message>
+    <message>
+        <source>&amp;Versions…</source>
+        <translation>&amp;Versions…</translation>
+    </message>
+    <message>
+        <source>Show the versions of the project</source>
+        <translation>Afficher les versions du projet</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>Affic&amp;hage</translation>
+    </message>
+    <message>
+        <source>Go to the &amp;model</source>
+        <translation>Aller au &amp;modèle</translation>
+    </message>
+    <message>
+        <source>Go to the dia&amp;gram</source>
+        <translation>Aller au &amp;diagramme</translation>
+    </message>
+    <message>
+        <source>Go to the scri&amp;pts</source>
+        <translation>Aller aux &amp;scripts</translation>
+    </message>
+    <message>
+        <source>Go to the m&amp;essages</source>
+        <translation>Aller aux m&amp;essages</translation>
+    </message>
+    <message>
+        <source>Fi&amp;lter the model</source>
+        <translation>&amp;Filtrer le modèle</translation>
+    </message>
+    <message>
+        <source>Find in the scrip&amp;t</source>
+        <translation>&amp;Rechercher dans le script</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>Ai&amp;de</translation>
+    </message>
+    <message>
+        <source>&amp;Manual</source>
+        <translation>&amp;Manuel</translation>
+    </message>
+    <message>
+        <source>Open the manual</source>
+        <translation>Ouvrir le manuel</translation>
+    </message>
+    <message>
+        <source>&amp;About Korvane</source>
+        <translation>À &amp;propos de Korvane</translation>
+    </message>
+    <message>
+        <source>Versions of the program and of its plugins</source>
+        <translation>Versions du programme et de ses plugins</translation>
+    </message>
+    <message>
+        <source>Tools</source>
+        <translation>Barre d&apos;outils</translation>
+    </message>
+</context>
+<context>
+    <name>app::window_panes</name>
+    <message>
+        <source>Diagram and scripts</source>
+        <translation>Diagramme et scripts</translation>
+    </message>
+    <message>
+        <source>Diagram</source>
+        <translation>Diagramme</translation>
+    </message>
+    <message>
+        <source>Scripts</source>
+        <translation>Scripts</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Modèle</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>Messages</translation>
+    </message>
+</context>
+<context>
+    <name>ddl_export_builder</name>
+    <message>
+        <source>Cannot uncompress project file : %1</source>
+        <translation>Impossible de décompresser le fichier de projet : %1</translation>
+    </message>
+    <message>
+        <source>An error occurred opening project file : %1</source>
+        <translation>Une erreur est survenue à l&apos;ouverture du fichier de projet : %1</translation>
+    </message>
+    <message>
+        <source>An error occurred loading project tag &apos;%1&apos; :
+%2</source>
+        <translation>Une erreur est survenue lors du chargement de la version étiquetée &apos;%1&apos; du projet :
+%2</translation>
     </message>
 </context>
 <context>
@@ -1493,20 +1528,6 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <message>
         <source>Cannot get temp directory to extract tag project state</source>
         <translation>Impossible d&apos;obtenir un dossier temporaire pour extraire la version étiquetée du projet</translation>
-    </message>
-    <message>
-        <source>An error occurred loading project tag &apos;%1&apos; :
-%2</source>
-        <translation>Une erreur est survenue lors du chargement de la version étiquetée &apos;%1&apos; du projet :
-%2</translation>
-    </message>
-    <message>
-        <source>Cannot uncompress project file : %1</source>
-        <translation>Impossible de décompresser le fichier de projet : %1</translation>
-    </message>
-    <message>
-        <source>An error occurred opening project file : %1</source>
-        <translation>Une erreur est survenue à l&apos;ouverture du fichier de projet : %1</translation>
     </message>
     <message>
         <source>This project doesn&apos;t have a valid list of entities</source>

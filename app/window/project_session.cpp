@@ -90,7 +90,7 @@ zk::ZkBool project_session::refresh()
     zk::ZkBool result = openProject(m_sFile, read);
     if (!result) {
         m_stamp = now;
-        m_bLost = true;
+        setLost(true);
         watch();
         return result;
     }
@@ -98,9 +98,7 @@ zk::ZkBool project_session::refresh()
     if (storage::text_form::write(*read) == storage::text_form::write(*m_pProject)) {
         m_stamp = now;
         watch();
-        if (std::exchange(m_bLost, false)) {
-            Q_EMIT fileFound();
-        }
+        setLost(false);
     } else {
         adopt(read, now);
     }
@@ -117,13 +115,26 @@ void project_session::keepOwnChange()
 
 void project_session::hold()
 {
-    ++m_iHolds;
+    if (++m_iHolds == 1) {
+        Q_EMIT heldChanged();
+    }
 }
 
 void project_session::letGo()
 {
-    if (--m_iHolds == 0 && m_pProject) {
+    if (--m_iHolds > 0) {
+        return;
+    }
+    if (m_pProject) {
         m_settle.start();
+    }
+    Q_EMIT heldChanged();
+}
+
+void project_session::setLost(bool isLost)
+{
+    if (std::exchange(m_bLost, isLost) != isLost) {
+        Q_EMIT lostChanged();
     }
 }
 

@@ -44,9 +44,11 @@ public:
     /// that changes the file, but not the model.
     void keepOwnChange();
 
-    /// While it is held nothing is read again by itself.
+    /// While it is held nothing is read again by itself: an export is under way, and what would meddle with
+    /// it has to wait.
     void hold();
     void letGo();
+    [[nodiscard]] bool isHeld() const { return m_iHolds > 0; }
 
 Q_SIGNALS:
     /// Another project is open, or its model is another one, or none is open.
@@ -54,8 +56,9 @@ Q_SIGNALS:
     /// The file of the open project went away or cannot be read any more: told once, until it can be read
     /// again.
     void fileLost(const QString & reason);
-    /// The file of the open project can be read again, and holds what is shown.
-    void fileFound();
+    /// isLost() changed, while the project stays as it was read last.
+    void lostChanged();
+    void heldChanged();
 
 private:
     /// What tells one state of a project file from another.
@@ -69,6 +72,7 @@ private:
     static stamp stampOf(const QString & file);
 
     void adopt(const std::shared_ptr<model::project> & project, const stamp & read);
+    void setLost(bool isLost);
     void watch();
     void lookAtFile();
 

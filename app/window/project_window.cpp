@@ -1,33 +1,32 @@
 #include "app/window/project_window.h"
 
 #include "app/window/diagram/diagram_panel.h"
+#include "app/window/export/export_controller.h"
 #include "app/window/export/message_panel.h"
 #include "app/window/export/script_panel.h"
-#include "app/window/export_menu.h"
+#include "app/window/help_commands.h"
+#include "app/window/project_commands.h"
 #include "app/window/project_session.h"
 #include "app/window/tree/project_tree.h"
 #include "app/window/welcome_page.h"
+#include "app/window/window_dialogs.h"
+#include "app/window/window_menus.h"
+#include "app/window/window_panes.h"
 
 #include "app/export_run.h"
 
 #include "context/ctx_global.h"
 #include "model/project.h"
 #include "plugin/export_interface.h"
-#include "tools/held_dialog.h"
 #include "tools/visible_text.h"
 
-#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDir>
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QLabel>
-#include <QMessageBox>
 #include <QMimeData>
-#include <QStackedWidget>
 #include <QStatusBar>
-#include <QTabWidget>
 #include <QTimer>
 
 namespace app {
@@ -60,39 +59,28 @@ QString fileOf(const QMimeData * data)
     return suffix == QLatin1String("korv") || suffix == QLatin1String("json") ? file : QString();
 }
 
-/// The widget in which the keyboard is to begin when someone goes to `pane`: what it is there to show, else
-/// itself.
-QWidget * contentOf(QWidget * pane)
-{
-    for (QAbstractScrollArea * const area : pane->findChildren<QAbstractScrollArea *>()) {
-        if (area->isVisibleTo(pane) && (area->focusPolicy() & Qt::TabFocus) == Qt::TabFocus) {
-            return area;
-        }
-    }
-    return pane;
-}
-
 } // namespace
 
-project_window::project_window(QWidget * parent) : view::main_wnd(parent), m_found(found_plugins::inFolders())
+project_window::project_window(QWidget * parent)
+    : view::main_wnd(parent), m_found(found_plugins::inFolders()), m_pSession(new project_session(this)),
+      m_pPanes(new window_panes(*this)),
+      m_pProjects(new project_commands(*m_pSession, m_pPanes->messages(), this)),
+      m_pExports(new export_controller(*m_pSession, m_pPanes->messages(), m_pPanes->scripts(), this)),
+      m_pMenus(new window_menus(*this, {*m_pProjects, *m_pExports, *m_pPanes, m_found})),
+      m_lblModel(new QLabel)
 {
     setObjectName(QStringLiteral("wnd_project"));
     setWindowIcon(QIcon(QStringLiteral(":/korvane/window/icons/korvane.svg")));
     setAcceptDrops(true);
     context::ctx_global::setMainWnd(this);
-    createPanels();
-    createDocks();
-    createMenus();
-    readState();
+    m_lblModel->setObjectName(QStringLiteral("m_lblModel"));
+    statusBar()->addPermanentWidget(m_lblModel);
+    connectSession();
+    connectCommands();
+    m_pPanes->readState();
     projectChanged();
     updateRecentFiles();
-    if (!m_found.problems.isEmpty()) {
-        m_pMessages->begin(tr("Plugins"));
-        for (const QString & problem : std::as_const(m_found.problems)) {
-            m_pMessages->addMessage(problem, ErrorMessage);
-        }
-        m_pMessages->end(false, tr("Some plugins could not be loaded; see the messages"));
-    }
+    showPluginProblems();
 }
 
 project_window::~project_window()
@@ -102,8 +90,46 @@ project_window::~project_window()
         loaded->getInterface()->setCustomScript(nullptr);
     }
     delete m_pSession;
-    delete m_mnuExport;
+    delete m_pMenus;
     context::ctx_global::setMainWnd(nullptr);
+}
+
+void project_window::connectSession()
+{
+    connect(m_pSession, &project_session::projectChanged, this, &project_window::projectChanged);
+    connect(m_pSession, &project_session::fileLost, this, &project_window::fileLost);
+    connect(m_pSession, &project_session::lostChanged, this, &project_window::updateTitle);
+    connect(m_pSession, &project_session::heldChanged, this, &project_window::heldChanged);
+}
+
+void project_window::connectCommands()
+{
+    connect(m_pProjects, &project_commands::recentFilesChanged, this, &project_window::updateRecentFiles);
+    connect(m_pProjects, &project_commands::messagesWanted, &m_pPanes->messageDock(), &QWidget::show);
+    connect(m_pProjects, &project_commands::statusTold, this, &project_window::showStatus);
+    connect(m_pExports, &export_controller::messagesWanted, m_pPanes, &window_panes::showMessages);
+    connect(m_pExports, &export_controller::scriptsWanted, this,
+            [this] { m_pPanes->showPage(m_pPanes->scripts()); });
+    connect(m_pExports, &export_controller::statusTold, this, &project_window::showStatus);
+    connect(&m_pPanes->scripts(), &script_panel::openFolderRequested, this,
+            [this](const QString & folder) { showFolder(this, folder); });
+    const welcome_page & welcome = m_pPanes->welcome();
+    connect(&welcome, &welcome_page::openRequested, m_pProjects, &project_commands::chooseAndOpen);
+    connect(&welcome, &welcome_page::importRequested, m_pProjects, &project_commands::chooseAndImport);
+    connect(&welcome, &welcome_page::fileRequested, m_pProjects, &project_commands::openFile);
+}
+
+void project_window::showPluginProblems()
+{
+    if (m_found.problems.isEmpty()) {
+        return;
+    }
+    message_panel & messages = m_pPanes->messages();
+    messages.begin(tr("Plugins"));
+    for (const QString & problem : std::as_const(m_found.problems)) {
+        messages.addMessage(problem, ErrorMessage);
+    }
+    messages.end(false, tr("Some plugins could not be loaded; see the messages"));
 }
 
 void project_window::closeEvent(QCloseEvent * event)
@@ -114,19 +140,19 @@ void project_window::closeEvent(QCloseEvent * event)
             window->close();
         }
     }
-    if (m_iBusy > 0) {
+    if (m_pSession->isHeld()) {
         m_bCloseWhenIdle = true;
         statusBar()->showMessage(tr("The window closes when the export has ended"));
         event->ignore();
         return;
     }
-    writeState();
+    m_pPanes->writeState();
     event->accept();
 }
 
 void project_window::dragEnterEvent(QDragEnterEvent * event)
 {
-    if (m_iBusy == 0 && !fileOf(event->mimeData()).isEmpty()) {
+    if (!m_pSession->isHeld() && !fileOf(event->mimeData()).isEmpty()) {
         event->acceptProposedAction();
     }
 }
@@ -134,33 +160,29 @@ void project_window::dragEnterEvent(QDragEnterEvent * event)
 void project_window::dropEvent(QDropEvent * event)
 {
     const QString file = fileOf(event->mimeData());
-    if (m_iBusy > 0 || file.isEmpty()) {
+    if (m_pSession->isHeld() || file.isEmpty()) {
         return;
     }
     event->acceptProposedAction();
     // The program that the file comes from waits until the drop is done; a dialog must not hold it.
     QTimer::singleShot(0, this, [this, file] {
-        QFileInfo(file).suffix().toLower() == QLatin1String("korv") ? openFile(file) : importModel(file);
+        QFileInfo(file).suffix().toLower() == QLatin1String("korv") ? openFile(file)
+                                                                    : m_pProjects->importModel(file);
     });
 }
 
 void project_window::openFile(const QString & file)
 {
-    if (m_iBusy > 0) {
-        return;
+    m_pProjects->openFile(file);
+}
+
+void project_window::heldChanged()
+{
+    updateCommands();
+    if (m_bCloseWhenIdle && !m_pSession->isHeld()) {
+        m_bCloseWhenIdle = false;
+        QMetaObject::invokeMethod(this, "close", Qt::QueuedConnection);
     }
-    const QString absolute = QFileInfo(file).absoluteFilePath();
-    if (const zk::ZkBool opened = m_pSession->open(absolute); !opened) {
-        if (!QFileInfo::exists(absolute)) {
-            m_recent.remove(absolute);
-            updateRecentFiles();
-        }
-        warn(tr("Korvane - Open"), opened.getDesc());
-        return;
-    }
-    m_recent.add(absolute);
-    updateRecentFiles();
-    showStatus(tr("%1 opened").arg(QDir::toNativeSeparators(absolute)));
 }
 
 void project_window::projectChanged()
@@ -173,13 +195,14 @@ void project_window::projectChanged()
         for (const auto & loaded : m_found.plugins) {
             loaded->getInterface()->setCustomScript(nullptr);
         }
-        m_pScripts->setScripts({});
-        m_tabPages->setCurrentWidget(m_pDiagram);
+        m_pPanes->scripts().setScripts({});
+        m_pPanes->showPage(m_pPanes->diagram());
     }
-    m_pTree->setProject(project);
-    m_pDiagram->setProject(project);
-    m_pDiagram->selectEntity(m_pTree->selectedEntity());
-    m_pCentre->setCurrentWidget(project ? static_cast<QWidget *>(m_tabPages) : m_pWelcome);
+    project_tree & tree = m_pPanes->tree();
+    tree.setProject(project);
+    m_pPanes->diagram().setProject(project);
+    m_pPanes->diagram().selectEntity(tree.selectedEntity());
+    m_pPanes->showProject(project != nullptr);
     m_lblModel->setText(project ? countsOf(*project) : QString());
     updateTitle();
     updateCommands();
@@ -188,9 +211,10 @@ void project_window::projectChanged()
 void project_window::fileLost(const QString & reason)
 {
     updateTitle();
-    warn(tr("Korvane - Project file"), tr("%1\n\nThe window still shows the project as last read. To keep "
-                                          "its model, use \"File > Save model as text…\".")
-                                           .arg(reason));
+    warn(this, tr("Korvane - Project file"),
+         tr("%1\n\nThe window still shows the project as last read. To keep "
+            "its model, use \"File > Save model as text…\".")
+             .arg(reason));
 }
 
 void project_window::updateTitle()
@@ -208,78 +232,22 @@ void project_window::updateTitle()
 
 void project_window::updateCommands()
 {
-    const bool isIdle = m_iBusy == 0;
-    const bool isOpen = m_pSession->project() != nullptr;
-    for (QAction * const action : std::as_const(m_whenIdle)) {
-        action->setEnabled(isIdle);
-    }
-    for (QAction * const action : std::as_const(m_whenOpen)) {
-        action->setEnabled(isIdle && isOpen);
-    }
-    for (QAction * const action : std::as_const(m_whenShown)) {
-        action->setEnabled(isOpen);
-    }
-    m_pWelcome->setEnabled(isIdle);
+    const bool isIdle = !m_pSession->isHeld();
+    m_pMenus->setPossible(isIdle, m_pSession->project() != nullptr);
+    m_pPanes->welcome().setEnabled(isIdle);
 }
 
 void project_window::updateRecentFiles()
 {
-    m_pWelcome->setRecentFiles(m_recent.files());
-    m_mnuRecent->clear();
-    for (const QString & file : m_recent.files()) {
-        QString name = tools::visibleText(QFileInfo(file).fileName());
-        const QString path = tools::visibleText(QDir::toNativeSeparators(file));
-        QAction * const action = m_mnuRecent->addAction(name.replace(QLatin1Char('&'), QLatin1String("&&")));
-        action->setToolTip(QStringLiteral("<qt>%1</qt>").arg(path.toHtmlEscaped()));
-        action->setStatusTip(path);
-        connect(action, &QAction::triggered, this, [this, file] { openFile(file); });
-    }
-    if (m_recent.files().isEmpty()) {
-        m_mnuRecent->addAction(tr("No recent projects"))->setEnabled(false);
-        return;
-    }
-    m_mnuRecent->addSeparator();
-    QAction * const clear = m_mnuRecent->addAction(tr("&Clear this list"));
-    clear->setObjectName(QStringLiteral("m_actClearRecent"));
-    connect(clear, &QAction::triggered, this, [this] {
-        m_recent.clear();
-        updateRecentFiles();
-    });
-}
-
-void project_window::showPane(QWidget * pane)
-{
-    for (QDockWidget * const dock : {m_pTreeDock, m_pMessageDock}) {
-        if (dock->widget() == pane) {
-            dock->show();
-            dock->raise();
-        }
-    }
-    if (m_tabPages->indexOf(pane) >= 0) {
-        m_tabPages->setCurrentWidget(pane);
-    }
-    contentOf(pane)->setFocus(Qt::ShortcutFocusReason);
-}
-
-void project_window::findInScript()
-{
-    showPane(m_pScripts);
-    m_pScripts->find();
+    const QStringList files = m_pProjects->recentFiles();
+    m_pPanes->welcome().setRecentFiles(files);
+    m_pMenus->setRecentFiles(files);
 }
 
 void project_window::showStatus(const QString & text)
 {
     constexpr int time = 8000; // milliseconds
     statusBar()->showMessage(tools::visibleText(text), time);
-}
-
-void project_window::warn(const QString & title, const QString & text)
-{
-    const tools::held_dialog<QMessageBox> box(QMessageBox::Warning, title, tools::visibleText(text),
-                                              QMessageBox::Ok, this);
-    box->setTextFormat(Qt::PlainText);
-    box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    box.exec();
 }
 
 } // namespace app

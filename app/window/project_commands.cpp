@@ -1,0 +1,248 @@
+#include "app/window/project_commands.h"
+
+#include "app/window/export/message_panel.h"
+#include "app/window/project_session.h"
+#include "app/window/version_dialogs.h"
+#include "app/window/window_dialogs.h"
+
+#include "app/export_run.h"
+#include "app/project_work.h"
+
+#include "model/project.h"
+#include "storage/history.h"
+#include "tools/held_dialog.h"
+#include "tools/wait_cursor.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QLocale>
+
+namespace app {
+
+namespace {
+
+const char ProjectSuffix[] = "korv";
+const char TextSuffix[] = "json";
+
+/// What `work` gives. The busy cursor is gone when it is told.
+template <class Work>
+auto whileBusy(const Work & work)
+{
+    const tools::wait_cursor cursor;
+    return work();
+}
+
+} // namespace
+
+project_commands::project_commands(project_session & session, message_panel & messages, QWidget * window)
+    : QObject(window), m_session(session), m_messages(messages), m_pWindow(window)
+{
+}
+
+void project_commands::openFile(const QString & file)
+{
+    if (m_session.isHeld()) {
+        return;
+    }
+    const QString absolute = QFileInfo(file).absoluteFilePath();
+    if (const zk::ZkBool opened = m_session.open(absolute); !opened) {
+        if (!QFileInfo::exists(absolute)) {
+            m_recent.remove(absolute);
+            Q_EMIT recentFilesChanged();
+        }
+        warn(m_pWindow, tr("Korvane - Open"), opened.getDesc());
+        return;
+    }
+    m_recent.add(absolute);
+    Q_EMIT recentFilesChanged();
+    Q_EMIT statusTold(tr("%1 opened").arg(QDir::toNativeSeparators(absolute)));
+}
+
+void project_commands::clearRecentFiles()
+{
+    m_recent.clear();
+    Q_EMIT recentFilesChanged();
+}
+
+QString project_commands::folderToStartIn() const
+{
+    const QString file = m_session.file().isEmpty() ? m_recent.files().value(0) : m_session.file();
+    return file.isEmpty() ? QDir::currentPath() : QFileInfo(file).absolutePath();
+}
+
+void project_commands::chooseAndOpen()
+{
+    const tools::held_dialog<QFileDialog> dialog(m_pWindow, tr("Korvane - Open"), folderToStartIn(),
+                                                 tr("Projects (*.korv)") + QStringLiteral(";;") +
+                                                     tr("All files (*)"));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    if (const QString file = chosenFile(dialog, QStringLiteral("wnd_open")); !file.isEmpty()) {
+        openFile(file);
+    }
+}
+
+void project_commands::chooseAndImport()
+{
+    const tools::held_dialog<QFileDialog> dialog(m_pWindow, tr("Korvane - Import model"), folderToStartIn(),
+                                                 tr("Models in text form (*.json)") + QStringLiteral(";;") +
+                                                     tr("All files (*)"));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    if (const QString file = chosenFile(dialog, QStringLiteral("wnd_import")); !file.isEmpty()) {
+        importModel(file);
+    }
+}
+
+/// Asks into which project file the text is to go; the empty text when the person thinks better of it.
+QString project_commands::chooseImportTarget(const QFileInfo & text)
+{
+    const QString proposed =
+        m_session.file().isEmpty()
+            ? text.absolutePath() + QLatin1Char('/') + text.completeBaseName() + QStringLiteral(".korv")
+            : m_session.file();
+    const tools::held_dialog<QFileDialog> dialog(
+        m_pWindow, tr("Korvane - Import %1 into the project file").arg(text.fileName()),
+        QFileInfo(proposed).absolutePath(), tr("Projects (*.korv)"));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QLatin1String(ProjectSuffix));
+    // The file is not overwritten: its settings and versions stay, and the question below says so.
+    dialog->setOption(QFileDialog::DontConfirmOverwrite);
+    dialog->selectFile(QFileInfo(proposed).fileName());
+    const QString target = chosenFile(dialog, QStringLiteral("wnd_import_into"));
+    if (!target.isEmpty() && replacesModel(target) &&
+        !isConfirmed(
+            m_pWindow, tr("Korvane - Import model"),
+            tr("'%1' already exists.\nReplace its model with the one from '%2'? Settings and versions are "
+               "kept.")
+                .arg(QDir::toNativeSeparators(target), text.fileName()))) {
+        return {};
+    }
+    return target;
+}
+
+void project_commands::importModel(const QString & modelFile)
+{
+    if (m_session.isHeld()) {
+        return;
+    }
+    const QString target = chooseImportTarget(QFileInfo(modelFile));
+    if (target.isEmpty()) {
+        return;
+    }
+    const import_result done = whileBusy([&] { return importText(modelFile, target); });
+    if (!done.result) {
+        warn(m_pWindow, tr("Korvane - Import model"), done.result.getDesc());
+        return;
+    }
+    m_messages.begin(tr("Import of %1").arg(QDir::toNativeSeparators(modelFile)));
+    for (const QString & warning : std::as_const(done.warnings)) {
+        m_messages.addMessage(warning, WarningMessage);
+    }
+    m_messages.end(true, tr("Project '%1' imported into %2 (entities: %3)")
+                             .arg(done.projectName, QDir::toNativeSeparators(target),
+                                  QLocale().toString(static_cast<qlonglong>(done.entities))));
+    if (!done.warnings.isEmpty()) {
+        Q_EMIT messagesWanted();
+    }
+    openFile(target);
+}
+
+void project_commands::chooseAndSaveText()
+{
+    const tools::held_dialog<QFileDialog> dialog(
+        m_pWindow, tr("Korvane - Save model as text"), folderToStartIn(),
+        tr("Models in text form (*.json)") + QStringLiteral(";;") + tr("All files (*)"));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QLatin1String(TextSuffix));
+    dialog->selectFile(QFileInfo(m_session.file()).completeBaseName() + QStringLiteral(".json"));
+    const QString file = chosenFile(dialog, QStringLiteral("wnd_save_text"));
+    if (file.isEmpty()) {
+        return;
+    }
+    // While the dialog was open the project may have been read again.
+    const std::shared_ptr<model::project> project = m_session.project();
+    if (!project) {
+        return;
+    }
+    if (QFileInfo(file).suffix().toLower() == QLatin1String(ProjectSuffix)) {
+        // The dialog's question speaks of one file that is replaced, not of the versions that would be lost.
+        warn(m_pWindow, tr("Korvane - Save model as text"),
+             tr("%1 is a project file and was not overwritten. Choose a name that ends in .json")
+                 .arg(QDir::toNativeSeparators(file)));
+        return;
+    }
+    if (const zk::ZkBool saved = whileBusy([&] { return saveText(*project, file); }); !saved) {
+        warn(m_pWindow, tr("Korvane - Save model as text"), saved.getDesc());
+        return;
+    }
+    Q_EMIT statusTold(tr("%1 written").arg(QDir::toNativeSeparators(file)));
+}
+
+void project_commands::reload()
+{
+    if (!m_session.isHeld() && refresh(tr("Korvane - Reload"))) {
+        Q_EMIT statusTold(tr("%1 is up to date").arg(QDir::toNativeSeparators(m_session.file())));
+    }
+}
+
+bool project_commands::refresh(const QString & title)
+{
+    return refreshProject(m_session, m_pWindow, title);
+}
+
+void project_commands::close()
+{
+    m_session.close();
+}
+
+void project_commands::tag()
+{
+    const QString title = tr("Korvane - Tag project state");
+    if (m_session.isHeld() || !refresh(title)) {
+        return;
+    }
+    QList<storage::history::version> versions;
+    if (const QSqlError error = storage::history::list(m_session.file(), versions); error.isValid()) {
+        warn(m_pWindow, title, error.text());
+        return;
+    }
+    const int number = versions.isEmpty() ? 1 : versions.constLast().number + 1;
+    storage::history::tag_result result;
+    const tools::held_dialog<tag_dialog> dialog(m_session.project()->getName(), number, m_pWindow);
+    // While the dialog was open another program may have changed the model that is tagged.
+    if (dialog.exec() != QDialog::Accepted || !refresh(title)) {
+        return;
+    }
+    if (const zk::ZkBool tagged = whileBusy([&] {
+            return tagState(m_session.file(), dialog->message(), storage::history::tag_when::always, result);
+        });
+        !tagged) {
+        warn(m_pWindow, title, tagged.getDesc());
+        return;
+    }
+    m_session.keepOwnChange();
+    const QString file = QDir::toNativeSeparators(m_session.file());
+    const QString told =
+        result.unchanged == 0
+            ? tr("Version %1 of %2 tagged").arg(QString::number(result.number), file)
+            : tr("Version %1 of %2 tagged; the model has not changed since version %3")
+                  .arg(QString::number(result.number), file, QString::number(result.unchanged));
+    m_messages.addMessage(told, ProgressMessage);
+    Q_EMIT statusTold(told);
+}
+
+void project_commands::showVersions()
+{
+    const QString title = tr("Korvane - Versions");
+    QList<storage::history::version> versions;
+    if (!refresh(title)) {
+        return;
+    }
+    if (const QSqlError error = storage::history::list(m_session.file(), versions); error.isValid()) {
+        warn(m_pWindow, title, error.text());
+        return;
+    }
+    const tools::held_dialog<versions_dialog> dialog(m_session.project()->getName(), versions, m_pWindow);
+    dialog.exec();
+}
+
+} // namespace app

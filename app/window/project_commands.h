@@ -1,0 +1,58 @@
+#pragma once
+
+#include "app/window/recent_files.h"
+
+#include <QObject>
+
+class QFileInfo;
+class QWidget;
+
+namespace app {
+
+class message_panel;
+class project_session;
+
+/// What the commands of the window do with projects: open, import, save, tag. They ask what they have to
+/// know, tell of failures, and leave it to the window to show what comes of it.
+class project_commands : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param window the parent of the dialogs, and of this; session and messages outlive it
+    project_commands(project_session & session, message_panel & messages, QWidget * window);
+
+    [[nodiscard]] QStringList recentFiles() const { return m_recent.files(); }
+
+    /// Opens a project file; a failure is shown, and what was open stays open.
+    void openFile(const QString & file);
+    /// Imports a model in text form into a project file that the person names.
+    void importModel(const QString & modelFile);
+    void chooseAndOpen();
+    void chooseAndImport();
+    void chooseAndSaveText();
+    void reload();
+    void close();
+    void tag();
+    void showVersions();
+    void clearRecentFiles();
+
+Q_SIGNALS:
+    void recentFilesChanged();
+    /// There are messages that the person has to see.
+    void messagesWanted();
+    /// What was done, on one line.
+    void statusTold(const QString & text);
+
+private:
+    [[nodiscard]] QString folderToStartIn() const;
+    QString chooseImportTarget(const QFileInfo & text);
+    bool refresh(const QString & title);
+
+    project_session & m_session;
+    message_panel & m_messages;
+    QWidget * m_pWindow;
+    recent_files m_recent;
+};
+
+} // namespace app

@@ -1,0 +1,37 @@
+#include "app/window/recent_menu.h"
+
+#include "tools/visible_text.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace app {
+
+recent_menu::recent_menu(QWidget * parent) : QMenu(tr("Open &recent"), parent)
+{
+    setObjectName(QStringLiteral("m_mnuRecent"));
+    setToolTipsVisible(true);
+}
+
+void recent_menu::setFiles(const QStringList & files)
+{
+    clear();
+    for (const QString & file : files) {
+        QString name = tools::visibleText(QFileInfo(file).fileName());
+        const QString path = tools::visibleText(QDir::toNativeSeparators(file));
+        QAction * const action = addAction(name.replace(QLatin1Char('&'), QLatin1String("&&")));
+        action->setToolTip(QStringLiteral("<qt>%1</qt>").arg(path.toHtmlEscaped()));
+        action->setStatusTip(path);
+        connect(action, &QAction::triggered, this, [this, file] { Q_EMIT fileRequested(file); });
+    }
+    if (files.isEmpty()) {
+        addAction(tr("No recent projects"))->setEnabled(false);
+        return;
+    }
+    addSeparator();
+    QAction * const clearAction = addAction(tr("&Clear this list"));
+    clearAction->setObjectName(QStringLiteral("m_actClearRecent"));
+    connect(clearAction, &QAction::triggered, this, &recent_menu::clearRequested);
+}
+
+} // namespace app
