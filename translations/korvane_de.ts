@@ -2051,6 +2051,33 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
 </context>
 <context>
+    <name>tools::debugger_tables</name>
+    <message>
+        <source>Step</source>
+        <translation>Schritt</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Function</source>
+        <translation>Funktion</translation>
+    </message>
+    <message>
+        <source>(without a name)</source>
+        <translation>(ohne Namen)</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Variable</source>
+        <translation>Variable</translation>
+    </message>
+</context>
+<context>
     <name>tools::line_debugger</name>
     <message>
         <source>%1 cannot be loaded (%2); install it again</source>
@@ -2155,14 +2182,6 @@ Soll es angelegt und der Export gestartet werden?</translation>
         <translation>Worum es in dem Schritt geht</translation>
     </message>
     <message>
-        <source>Step</source>
-        <translation>Schritt</translation>
-    </message>
-    <message>
-        <source>Value</source>
-        <translation>Wert</translation>
-    </message>
-    <message>
         <source>Default text</source>
         <translation>Standardtext</translation>
     </message>
@@ -2171,20 +2190,8 @@ Soll es angelegt und der Export gestartet werden?</translation>
         <translation>Antwort des Skripts</translation>
     </message>
     <message>
-        <source>Function</source>
-        <translation>Funktion</translation>
-    </message>
-    <message>
-        <source>Line</source>
-        <translation>Zeile</translation>
-    </message>
-    <message>
         <source>Variables</source>
         <translation>Variablen</translation>
-    </message>
-    <message>
-        <source>Variable</source>
-        <translation>Variable</translation>
     </message>
     <message>
         <source>Actions to stop at</source>
@@ -2229,10 +2236,6 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>An empty text</source>
         <translation>Ein leerer Text</translation>
-    </message>
-    <message>
-        <source>(without a name)</source>
-        <translation>(ohne Namen)</translation>
     </message>
     <message>
         <source>The script is running</source>

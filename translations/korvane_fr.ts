@@ -2051,6 +2051,33 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
 </context>
 <context>
+    <name>tools::debugger_tables</name>
+    <message>
+        <source>Step</source>
+        <translation>Étape</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Valeur</translation>
+    </message>
+    <message>
+        <source>Function</source>
+        <translation>Fonction</translation>
+    </message>
+    <message>
+        <source>(without a name)</source>
+        <translation>(sans nom)</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Ligne</translation>
+    </message>
+    <message>
+        <source>Variable</source>
+        <translation>Variable</translation>
+    </message>
+</context>
+<context>
     <name>tools::line_debugger</name>
     <message>
         <source>%1 cannot be loaded (%2); install it again</source>
@@ -2155,14 +2182,6 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
         <translation>Ce que concerne l&apos;étape</translation>
     </message>
     <message>
-        <source>Step</source>
-        <translation>Étape</translation>
-    </message>
-    <message>
-        <source>Value</source>
-        <translation>Valeur</translation>
-    </message>
-    <message>
         <source>Default text</source>
         <translation>Texte par défaut</translation>
     </message>
@@ -2171,20 +2190,8 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
         <translation>Réponse du script</translation>
     </message>
     <message>
-        <source>Function</source>
-        <translation>Fonction</translation>
-    </message>
-    <message>
-        <source>Line</source>
-        <translation>Ligne</translation>
-    </message>
-    <message>
         <source>Variables</source>
         <translation>Variables</translation>
-    </message>
-    <message>
-        <source>Variable</source>
-        <translation>Variable</translation>
     </message>
     <message>
         <source>Actions to stop at</source>
@@ -2229,10 +2236,6 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <message>
         <source>An empty text</source>
         <translation>Un texte vide</translation>
-    </message>
-    <message>
-        <source>(without a name)</source>
-        <translation>(sans nom)</translation>
     </message>
     <message>
         <source>The script is running</source>

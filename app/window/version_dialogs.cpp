@@ -1,5 +1,6 @@
 #include "app/window/version_dialogs.h"
 
+#include "tools/table_column.h"
 #include "tools/visible_text.h"
 
 #include <QDialogButtonBox>
@@ -65,20 +66,26 @@ QString tag_dialog::message() const
 
 QStandardItemModel * versions_dialog::createModel(const QList<storage::history::version> & versions)
 {
+    using storage::history::version;
+    static const tools::table_column<version> columns[] = {
+        {QT_TR_NOOP("Version"), [](const version & v) { return QStringLiteral("v%1").arg(v.number); }},
+        {QT_TR_NOOP("Tagged"),
+         [](const version & v) { return QLocale().toString(v.created.toLocalTime(), QLocale::ShortFormat); }},
+        {QT_TR_NOOP("Description"), [](const version & v) { return tools::visibleText(v.message); }},
+    };
     auto * const model = new QStandardItemModel(this);
-    model->setHorizontalHeaderLabels({tr("Version"), tr("Tagged"), tr("Description")});
-    for (const storage::history::version & version : versions) {
-        const QString message = tools::visibleText(version.message);
-        QList<QStandardItem *> row{
-            new QStandardItem(QStringLiteral("v%1").arg(version.number)),
-            new QStandardItem(QLocale().toString(version.created.toLocalTime(), QLocale::ShortFormat)),
-            new QStandardItem(message)};
-        for (QStandardItem * const item : row) {
+    model->setHorizontalHeaderLabels(tools::titlesOf(columns, [](const char * title) { return tr(title); }));
+    for (const version & v : versions) {
+        const QString message = tools::visibleText(v.message);
+        QList<QStandardItem *> row;
+        for (const QString & text : tools::textsOf(columns, v)) {
+            auto * const item = new QStandardItem(text);
             item->setEditable(false);
             if (!message.isEmpty()) {
                 item->setToolTip(
                     QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(message.toHtmlEscaped()));
             }
+            row << item;
         }
         model->insertRow(0, row);
     }

@@ -1,9 +1,8 @@
 #include "tools/script_debugger_window.h"
 
 #include "tools/script_debugger.h"
+#include "tools/script_debugger_tables.h"
 #include "tools/script_source_view.h"
-#include "tools/script_values.h"
-#include "tools/visible_text.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -129,14 +128,8 @@ void script_debugger_window::addAction(const QString & action)
 void script_debugger_window::showStep(const script_step & step)
 {
     addAction(step.action);
-    m_lstStep->clear();
-    new QTreeWidgetItem(m_lstStep, {tr("Action"), step.action});
-    for (const auto & [label, detail] : step.details) {
-        const QString text = visibleText(detail);
-        auto * const item = new QTreeWidgetItem(m_lstStep, {label, text});
-        item->setToolTip(1, text);
-    }
-    m_lstStep->resizeColumnToContents(0);
+    debugger_tables::show(*m_lstStep,
+                          QList{debugger_tables::detail(tr("Action"), step.action)} + step.details);
     m_txtDefault->setPlainText(step.defaultText);
     m_txtAnswer->clear();
     m_txtAnswer->setPlaceholderText(tr("The script has not answered yet"));
@@ -154,12 +147,7 @@ void script_debugger_window::showPlace(const QString & title, const QList<script
 {
     m_lblPlace->setText(title);
     m_frames = frames;
-    m_lstStack->clear();
-    for (const script_frame & frame : frames) {
-        const QString name = frame.function.isEmpty() ? tr("(without a name)") : frame.function;
-        new QTreeWidgetItem(m_lstStack, {name, QString::number(frame.line)});
-    }
-    m_lstStack->resizeColumnToContents(0);
+    debugger_tables::show(*m_lstStack, frames);
     if (m_lstStack->topLevelItemCount() > 0) {
         m_lstStack->setCurrentItem(m_lstStack->topLevelItem(0));
     }
@@ -173,12 +161,7 @@ void script_debugger_window::showFrame(int row)
         return;
     }
     m_txtSource->setCurrentLine(m_frames[row].line);
-    for (const script_variable & variable : m_frames[row].variables) {
-        const QString text = visibleText(describe(variable.value));
-        auto * const item = new QTreeWidgetItem(m_lstVariables, {variable.name, text});
-        item->setToolTip(1, text);
-    }
-    m_lstVariables->resizeColumnToContents(0);
+    debugger_tables::show(*m_lstVariables, m_frames[row].variables);
 }
 
 void script_debugger_window::showRunning()

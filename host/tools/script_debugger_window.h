@@ -55,7 +55,6 @@ private:
     QWidget * createPlacePane();
     QWidget * createConsole();
     QPlainTextEdit * createText(const QString & name, const QString & label);
-    QTreeWidget * createTree(const QString & name, const QString & label, const QStringList & headers);
     void addAction(const QString & action);
     void showFrame(int row);
     void evaluateInput();

@@ -1,13 +1,13 @@
 #include "tools/script_debugger_window.h"
 
 #include "tools/script_debugger.h"
+#include "tools/script_debugger_tables.h"
 #include "tools/script_source_view.h"
 #include "tools/visible_text.h"
 
 #include <QAction>
 #include <QFontDatabase>
 #include <QFormLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -120,20 +120,6 @@ QPlainTextEdit * script_debugger_window::createText(const QString & name, const 
     return text;
 }
 
-QTreeWidget * script_debugger_window::createTree(const QString & name, const QString & label,
-                                                 const QStringList & headers)
-{
-    auto * const tree = new QTreeWidget;
-    tree->setObjectName(name);
-    tree->setAccessibleName(label);
-    tree->setHeaderLabels(headers);
-    tree->setRootIsDecorated(false);
-    tree->setAlternatingRowColors(true);
-    tree->setUniformRowHeights(true);
-    tree->header()->setStretchLastSection(true);
-    return tree;
-}
-
 QWidget * script_debugger_window::createSourcePane(const QString & source)
 {
     m_txtSource = new script_source_view;
@@ -158,8 +144,9 @@ QWidget * script_debugger_window::createSourcePane(const QString & source)
 
 QWidget * script_debugger_window::createStepPane()
 {
-    m_lstStep =
-        createTree(QStringLiteral("m_lstStep"), tr("What the step is about"), {tr("Step"), tr("Value")});
+    m_lstStep = debugger_tables::createStep();
+    m_lstStep->setObjectName(QStringLiteral("m_lstStep"));
+    m_lstStep->setAccessibleName(tr("What the step is about"));
     m_txtDefault = createText(QStringLiteral("m_txtDefault"), tr("Default text"));
     m_txtAnswer = createText(QStringLiteral("m_txtAnswer"), tr("Answer of the script"));
     auto * const split = new QSplitter(Qt::Vertical);
@@ -174,9 +161,12 @@ QWidget * script_debugger_window::createStepPane()
 
 QWidget * script_debugger_window::createPlacePane()
 {
-    m_lstStack = createTree(QStringLiteral("m_lstStack"), tr("Call stack"), {tr("Function"), tr("Line")});
-    m_lstVariables =
-        createTree(QStringLiteral("m_lstVariables"), tr("Variables"), {tr("Variable"), tr("Value")});
+    m_lstStack = debugger_tables::createStack();
+    m_lstStack->setObjectName(QStringLiteral("m_lstStack"));
+    m_lstStack->setAccessibleName(tr("Call stack"));
+    m_lstVariables = debugger_tables::createVariables();
+    m_lstVariables->setObjectName(QStringLiteral("m_lstVariables"));
+    m_lstVariables->setAccessibleName(tr("Variables"));
     connect(m_lstStack, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem * item) {
         if (item) {
             showFrame(m_lstStack->indexOfTopLevelItem(item));

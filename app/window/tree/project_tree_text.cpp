@@ -45,67 +45,103 @@ QString orName(const QString & given, const QString & name)
 
 } // namespace
 
+// Everything about the columns of the tree, in their order.
+const std::array<project_tree_text::column_row, project_tree_text::column_count> project_tree_text::Columns =
+    {{
+        {QT_TR_NOOP("Name"),
+         42,
+         {[](const model::entity & e) { return e.getName(); },
+          [](const model::entity & e) { return tr("entity %1").arg(e.getName()); }},
+         {[](const model::property & p) { return p.getName(); },
+          [](const model::property & p) {
+              return (QStringList(p.getName()) << flags(p)).join(QStringLiteral(", "));
+          }},
+         {arrow, [](const model::relationship & r) { return tr("relationship to %1").arg(targetName(r)); }}},
+        {QT_TR_NOOP("Type"),
+         28,
+         {},
+         {typeOf,
+          [](const model::property & p) {
+              const std::shared_ptr<model::relationship> r = p.getRelation();
+              return r ? tr("%1 to %2").arg(kind(*r), targetName(*r)) : typeOf(p);
+          }},
+         {kindAndInverse}},
+        {QT_TR_NOOP("In the database"), 30, {tableOf}, {columnsOf}, {[](const model::relationship & r) {
+             const QString table = linkTable(r);
+             return table.isEmpty() ? QString() : tr("link table %1").arg(table);
+         }}},
+    }};
+
 QString project_tree_text::header(int column)
 {
-    switch (column) {
-    case name_column:
-        return tr("Name");
-    case type_column:
-        return tr("Type");
-    case database_column:
-        return tr("In the database");
-    default:
+    return column >= 0 && column < column_count ? tr(Columns[static_cast<std::size_t>(column)].title)
+                                                : QString();
+}
+
+QList<int> project_tree_text::widths(int whole)
+{
+    QList<int> widths;
+    int left = whole;
+    for (const column_row & row : Columns) {
+        const int width = whole * row.width / 100;
+        widths << width;
+        left -= width;
+    }
+    widths.last() += left; // what rounding left over
+    return widths;
+}
+
+template <class Object>
+QString project_tree_text::text(const Object & object, int column, cell<Object> column_row::*of)
+{
+    if (column < 0 || column >= column_count) {
         return {};
     }
+    const cell<Object> & wanted = Columns[static_cast<std::size_t>(column)].*of;
+    return wanted.text ? wanted.text(object) : QString();
+}
+
+template <class Object>
+QString project_tree_text::said(const Object & object, int column, cell<Object> column_row::*of)
+{
+    const bool isColumn = column >= 0 && column < column_count;
+    const auto other = isColumn ? (Columns[static_cast<std::size_t>(column)].*of).said : nullptr;
+    return other ? other(object) : text(object, column, of);
 }
 
 QString project_tree_text::text(const model::entity & entity, int column)
 {
-    switch (column) {
-    case name_column:
-        return entity.getName();
-    case database_column:
-        return orName(entity.getTableName(), entity.getName());
-    default:
-        return {};
-    }
+    return text(entity, column, &column_row::entity);
 }
 
 QString project_tree_text::text(const model::property & property, int column)
 {
-    switch (column) {
-    case name_column:
-        return property.getName();
-    case type_column:
-        return typeOf(property);
-    case database_column:
-        return columnsOf(property);
-    default:
-        return {};
-    }
+    return text(property, column, &column_row::property);
 }
 
 QString project_tree_text::text(const model::relationship & relation, int column)
 {
-    switch (column) {
-    case name_column:
-        return QStringLiteral("→ ") + targetName(relation);
-    case type_column: {
-        const QString other = inverse(relation);
-        return other.isEmpty() ? kind(relation) : tr("%1, inverse of %2").arg(kind(relation), other);
-    }
-    case database_column: {
-        const QString table = linkTable(relation);
-        return table.isEmpty() ? QString() : tr("link table %1").arg(table);
-    }
-    default:
-        return {};
-    }
+    return text(relation, column, &column_row::relation);
+}
+
+QString project_tree_text::accessibleText(const model::entity & entity, int column)
+{
+    return said(entity, column, &column_row::entity);
+}
+
+QString project_tree_text::accessibleText(const model::property & property, int column)
+{
+    return said(property, column, &column_row::property);
+}
+
+QString project_tree_text::accessibleText(const model::relationship & relation, int column)
+{
+    return said(relation, column, &column_row::relation);
 }
 
 QString project_tree_text::toolTip(const model::entity & entity)
 {
-    QStringList lines = {tr("Table: %1").arg(text(entity, database_column)), tr("Id: %1").arg(entity.getId()),
+    QStringList lines = {tr("Table: %1").arg(tableOf(entity)), tr("Id: %1").arg(entity.getId()),
                          tr("Version: %1").arg(entity.getVersion())};
     if (!entity.getSoftDeleteColumn().isEmpty()) {
         lines << tr("Soft-delete column: %1").arg(entity.getSoftDeleteColumn());
@@ -143,29 +179,7 @@ QString project_tree_text::toolTip(const model::relationship & relation)
     if (const QString table = linkTable(relation); !table.isEmpty()) {
         lines << tr("Link table: %1").arg(table);
     }
-    return richText(text(relation, name_column), lines);
-}
-
-QString project_tree_text::accessibleText(const model::entity & entity, int column)
-{
-    const QString said = text(entity, column);
-    return column == name_column ? tr("entity %1").arg(said) : said;
-}
-
-QString project_tree_text::accessibleText(const model::property & property, int column)
-{
-    const std::shared_ptr<model::relationship> relation = property.getRelation();
-    if (column == type_column && relation) {
-        return tr("%1 to %2").arg(kind(*relation), targetName(*relation));
-    }
-    const QString said = text(property, column);
-    return column == name_column ? (QStringList(said) << flags(property)).join(QStringLiteral(", ")) : said;
-}
-
-QString project_tree_text::accessibleText(const model::relationship & relation, int column)
-{
-    return column == name_column ? tr("relationship to %1").arg(targetName(relation))
-                                 : text(relation, column);
+    return richText(arrow(relation), lines);
 }
 
 QString project_tree_text::targetName(const model::relationship & relation)
@@ -220,6 +234,22 @@ QString project_tree_text::columnsOf(const model::property & property)
         columns << property.getColumnName(i);
     }
     return columns.join(QStringLiteral(", "));
+}
+
+QString project_tree_text::tableOf(const model::entity & entity)
+{
+    return orName(entity.getTableName(), entity.getName());
+}
+
+QString project_tree_text::arrow(const model::relationship & relation)
+{
+    return QStringLiteral("→ ") + targetName(relation);
+}
+
+QString project_tree_text::kindAndInverse(const model::relationship & relation)
+{
+    const QString other = inverse(relation);
+    return other.isEmpty() ? kind(relation) : tr("%1, inverse of %2").arg(kind(relation), other);
 }
 
 /// As the exports have it, only many-to-many relationships have one.

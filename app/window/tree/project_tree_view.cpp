@@ -127,12 +127,10 @@ void project_tree_view::shareWidth()
 {
     if (m_bSharingWidth) {
         const QScopedValueRollback resizing(m_bResizing, true);
-        const int width = viewport()->width();
-        const int names = width * 42 / 100;
-        const int types = width * 28 / 100;
-        header()->resizeSection(project_tree_text::name_column, names);
-        header()->resizeSection(project_tree_text::type_column, types);
-        header()->resizeSection(project_tree_text::database_column, width - names - types);
+        const QList<int> widths = project_tree_text::widths(viewport()->width());
+        for (int column = 0; column < widths.size(); ++column) {
+            header()->resizeSection(column, widths[column]);
+        }
     }
 }
 
