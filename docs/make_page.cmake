@@ -9,6 +9,7 @@ set(TITLE "${CMAKE_MATCH_1}")
 # Links between the pages.
 string(REGEX REPLACE "href=\"([a-z_]+)\\.md" "href=\"\\1.html" BODY "${BODY}")
 # Every picture was taken in a light and in a dark window.
+# cmake-lint: disable=C0301
 string(REGEX REPLACE "<img src=\"images/([a-z_]+)_light\\.png\"([^>]*)>"
     "<picture><source srcset=\"images/\\1_dark.png\" media=\"(prefers-color-scheme: dark)\" /><img src=\"images/\\1_light.png\"\\2></picture>"
     BODY "${BODY}")

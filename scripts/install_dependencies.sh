@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian 12 packages that are missing: what the build needs, with "test" what the tests need, with "fuzz" what
-# the preset of that name needs.
+# Installs the Debian 12 packages that are missing: what the build needs, with "test" what the tests need, with "check"
+# what scripts/check.sh needs besides, with "fuzz" what the preset of that name needs.
 set -euo pipefail
 
 build=(build-essential cmake ninja-build ccache mold qt6-base-dev qt6-declarative-dev qt6-svg-dev
@@ -9,6 +9,7 @@ build=(build-essential cmake ninja-build ccache mold qt6-base-dev qt6-declarativ
     cmark-gfm graphviz qt6-translations-l10n)
 tests=(clang-format eatmydata git libqt6sql6-mysql libqt6sql6-psql mariadb-server postgresql-15 sqlfluff
     sqlite3)
+checks=(clang-tidy-19 clazy cmake-format codespell cppcheck gcovr python3-yaml shellcheck similarity-tester)
 fuzzers=(clang-19 libclang-rt-19-dev)
 
 packages=("${build[@]}")
@@ -17,6 +18,9 @@ if [ "${1:-}" = test ]; then
     # A Node.js from elsewhere serves as well.
     command -v node >/dev/null || packages+=(nodejs)
     command -v npm >/dev/null || packages+=(npm)
+fi
+if [ "${1:-}" = check ]; then
+    packages+=("${checks[@]}")
 fi
 if [ "${1:-}" = fuzz ]; then
     packages+=("${fuzzers[@]}")

@@ -1,5 +1,7 @@
 #include "tools/script_source_view.h"
 
+#include "tools/colours.h"
+
 #include <QEvent>
 #include <QFontDatabase>
 #include <QMouseEvent>
@@ -34,13 +36,6 @@ protected:
 private:
     script_source_view * m_pView;
 };
-
-QColor between(const QColor & a, const QColor & b, qreal part)
-{
-    return QColor::fromRgbF(static_cast<float>(a.redF() * (1 - part) + b.redF() * part),
-                            static_cast<float>(a.greenF() * (1 - part) + b.greenF() * part),
-                            static_cast<float>(a.blueF() * (1 - part) + b.blueF() * part));
-}
 
 } // namespace
 

@@ -2,6 +2,7 @@
 
 #include "model/entity.h"
 #include "model/relationship.h"
+#include "tools/colours.h"
 
 #include <QAction>
 #include <QApplication>
@@ -17,13 +18,6 @@ namespace app {
 namespace {
 
 constexpr qsizetype ShownLength = 300; // characters, more than a column is wide
-
-QColor between(const QColor & a, const QColor & b, qreal part)
-{
-    return QColor::fromRgbF(static_cast<float>(a.redF() * (1 - part) + b.redF() * part),
-                            static_cast<float>(a.greenF() * (1 - part) + b.greenF() * part),
-                            static_cast<float>(a.blueF() * (1 - part) + b.blueF() * part));
-}
 
 /// On the highlight an icon's own colours may not be seen: it takes the colour of the text.
 QIcon selectedIcon(const QStyleOptionViewItem & option)
@@ -62,8 +56,9 @@ protected:
         QStyledItemDelegate::initStyleOption(option, index);
         if (index.data(project_tree_model::quiet_role).toBool()) {
             // Between the two colours the text stays legible in light and dark palettes alike.
-            option->palette.setColor(QPalette::Text, between(option->palette.color(QPalette::Text),
-                                                             option->palette.color(QPalette::Base), 0.4));
+            option->palette.setColor(QPalette::Text,
+                                     tools::between(option->palette.color(QPalette::Text),
+                                                    option->palette.color(QPalette::Base), 0.4));
         }
         if (option->state & QStyle::State_Selected && !option->icon.isNull()) {
             option->icon = selectedIcon(*option);

@@ -1,0 +1,88 @@
+#!/usr/bin/env bash
+# Looks at the sources as a reviewer would; each part can be asked for alone.
+#
+# usage: check.sh [PART…]     all parts, in this order, when none is named:
+#   format      C++ is formatted as .clang-format says
+#   spelling    no known misspelling (codespell; .codespellrc)
+#   shell       shellcheck finds nothing in a script
+#   cmake       cmake-lint finds nothing (.cmake-format.yaml)
+#   includes    no include points up (scripts/checks/layers.toml)
+#   duplicates  no code stands twice (scripts/checks/duplicates.toml)
+#   unused      no function is called by nothing (scripts/checks/unused.toml)
+#
+# Every part is run whatever came of those before it; what failed is listed at the end, with the time of each.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+all_parts=(format spelling shell cmake includes duplicates unused)
+
+# What git tracks or would track, of the given patterns, as far as it is there.
+sources() {
+    local name
+    git ls-files --cached --others --exclude-standard -- "$@" | while IFS= read -r name; do
+        if [ -f "$name" ]; then
+            printf '%s\n' "$name"
+        fi
+    done
+}
+
+check_format() {
+    scripts/check_format.sh
+}
+
+check_spelling() {
+    sources | xargs -d '\n' codespell --quiet-level 3
+}
+
+check_shell() {
+    sources '*.sh' .ci/run | xargs -d '\n' shellcheck
+}
+
+check_cmake() {
+    sources '*CMakeLists.txt' '*.cmake' |
+        xargs -d '\n' cmake-lint --suppress-decorations -c .cmake-format.yaml --
+}
+
+check_includes() {
+    scripts/check_includes.py
+}
+
+check_duplicates() {
+    scripts/check_duplicates.py
+}
+
+check_unused() {
+    scripts/check_unused.py
+}
+
+parts=("$@")
+if [ ${#parts[@]} -eq 0 ]; then
+    parts=("${all_parts[@]}")
+fi
+for part in "${parts[@]}"; do
+    if ! declare -F "check_$part" >/dev/null; then
+        echo "check.sh: there is no part '$part'; the parts are: ${all_parts[*]}" >&2
+        exit 2
+    fi
+done
+scripts/install_dependencies.sh test
+scripts/install_dependencies.sh check
+
+failed=()
+times=()
+for part in "${parts[@]}"; do
+    echo "== $part"
+    begin=$SECONDS
+    # In a shell of its own, so that "set -e" holds within the part.
+    if ! (set -e; "check_$part"); then
+        failed+=("$part")
+    fi
+    times+=("$(printf '%-11s %3d min %02d s' "$part" $(((SECONDS - begin) / 60)) $(((SECONDS - begin) % 60)))")
+done
+echo "== times"
+printf '%s\n' "${times[@]}"
+if [ ${#failed[@]} -ne 0 ]; then
+    echo "check.sh: failed: ${failed[*]}" >&2
+    exit 1
+fi
+echo "check.sh: all passed: ${parts[*]}"
