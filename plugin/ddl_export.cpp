@@ -2,6 +2,7 @@
 
 #include "plugin/builder/databases.h"
 #include "plugin/builder/ddl_export_builder.h"
+#include "plugin/ddl_export_options.h"
 
 #include "context/ctx_global.h"
 #include "context/ctx_project.h"
@@ -165,26 +166,13 @@ void ddl_export::applyCommandLine()
         return;
     }
     commandLineIsPending = false;
-    const auto given = [wnd](const char * option) {
-        const QList<QString> values =
-            wnd->getAppArg(QStringLiteral("--KorvGenericDDLExport_") + QString::fromLatin1(option));
-        return values.isEmpty() ? QString() : values.constFirst();
-    };
-    if (const QString path = given("path"); !path.isEmpty()) {
-        setDDLExportPath(path);
-    }
-    if (const QString db = given("db_type"); !db.isEmpty()) {
-        setDatabaseType(static_cast<database_type>(db.toInt()));
-    }
-    if (const QString relations = given("relation_as_fk"); !relations.isEmpty()) {
-        setExportRelationships(relations == QStringLiteral("1"));
-    }
-    if (const QString schema = given("schema_type"); !schema.isEmpty()) {
-        setExportDatabaseSchema(static_cast<export_db_schema>(schema.toInt()));
-    }
-    if (const QString script = given("custom_javacript"); !script.isEmpty()) {
-        setCustomScriptFile(script);
-        m_bScriptIsStored = false;
+    for (const export_option & option : allOptions()) {
+        const QList<QString> values = wnd->getAppArg(option.longName);
+        if (values.isEmpty() || values.constFirst().isEmpty()) {
+            continue;
+        }
+        option.set(*this, values.constFirst());
+        m_bScriptIsStored = m_bScriptIsStored && option.longName != CustomScriptOption;
     }
 }
 
@@ -259,14 +247,22 @@ bool ddl_export::isDebugging() const
     return getCustomScript() && getCustomScript()->isDebugging();
 }
 
+zk::ZkBool ddl_export::loadCustomScript()
+{
+    if (m_settings.customScript.isEmpty()) {
+        return zk::ZkBool::success();
+    }
+    setCustomScript(std::make_shared<tools::custom_javascript>());
+    return getCustomScript()->initEngine(m_settings.customScript, this);
+}
+
 zk::ZkBool ddl_export::prepareCustomScript()
 {
     if (!isDebugging()) {
         setCustomScript(nullptr);
     }
-    if (!m_settings.customScript.isEmpty() && !isDebugging()) {
-        setCustomScript(std::make_shared<tools::custom_javascript>());
-        if (const zk::ZkBool loaded = getCustomScript()->initEngine(m_settings.customScript, this); !loaded) {
+    if (!isDebugging()) {
+        if (const zk::ZkBool loaded = loadCustomScript(); !loaded) {
             return loaded;
         }
     }

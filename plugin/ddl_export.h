@@ -2,11 +2,13 @@
 
 #include "plugin/export_details.h"
 #include "plugin/export_interface.h"
+#include "plugin/statement_source.h"
 #include "zk/zk_collection.h"
 
 #include <QMap>
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 namespace plugin {
@@ -17,10 +19,10 @@ class ddl_export_builder;
 ///
 /// It holds the settings of the export, keeps them in the project's database, and drives a builder that
 /// writes the scripts.
-class ddl_export : public export_interface, public export_details
+class ddl_export : public export_interface, public export_details, public statement_source
 {
     Q_OBJECT
-    Q_INTERFACES(plugin::export_details)
+    Q_INTERFACES(plugin::export_details plugin::statement_source)
     Q_PLUGIN_METADATA(IID "KorvGenericDDLExport" FILE "ddl_export.json")
 
 public:
@@ -77,6 +79,16 @@ public:
     [[nodiscard]] QString getReasonForNoFile() const override { return m_sReasonForNoFile; }
     [[nodiscard]] bool isVersionMissing() const override { return m_bVersionMissing; }
 
+    zk::ZkBool listDatabases(QList<statement_database> & databases) override;
+    zk::ZkBool listOptions(QList<friendly_option> & options) override;
+    zk::ZkBool storeOptions(const friendly_settings & options) override;
+    [[nodiscard]] statement_list fullStatements(model::project & project,
+                                                const friendly_settings & options) override;
+    [[nodiscard]] statement_list historyStatements(model::project & project,
+                                                   const friendly_settings & options) override;
+    [[nodiscard]] statement_list stepStatements(const project_step & step,
+                                                const friendly_settings & options) override;
+
     /// Folder that receives the scripts: as stored, or with `resolve` taken relative to the project file's
     /// folder.
     [[nodiscard]] QString getDDLExportPath(bool resolve) const;
@@ -123,7 +135,13 @@ private:
     void createExportPath(const QString & folder);
     [[nodiscard]] bool isDebugging() const;
     bool mayRunCustomScript();
+    zk::ZkBool loadCustomScript();
     zk::ZkBool prepareCustomScript();
+    zk::ZkBool loadStoredSettings();
+    zk::ZkBool applyOptions(const friendly_settings & options);
+    zk::ZkBool prepareStatements(const friendly_settings & options);
+    statement_list collect(const friendly_settings & options, export_db_schema scripts,
+                           const std::function<zk::ZkBool(ddl_export_builder &)> & build);
 
     settings m_settings;
     bool m_bScriptIsStored = true; ///< rather than given on the command line

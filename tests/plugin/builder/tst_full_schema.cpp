@@ -255,6 +255,8 @@ void tst_full_schema::needsAPlugin()
     QSignalSpy spy(&builder.builder(), &plugin::ddl_export_builder::onMessage);
     const model_builder model = shopModel();
     const QString text = "There is no plugin associated to the DDL builder class";
+    QCOMPARE(builder.builder().buildScripts(model.project()).getDesc(), text);
+    QCOMPARE(builder.builder().buildStep(model.get(), model.get(), 1, 2).getDesc(), text);
     for (const zk::ZkBool & result :
          {builder.builder().build(model.project()), builder.buildFull(model.project(), true),
           builder.buildEvolution(model.project()), builder.compare(model.get(), model.get(), 2)}) {

@@ -1,0 +1,23 @@
+#include "plugin/builder/statement_records.h"
+
+#include <QFileInfo>
+
+namespace plugin {
+
+statement_records::statement_records(const script_identity & script, std::vector<statement_record> & records)
+    : m_sScript(QFileInfo(script.fileName).fileName()), m_iFrom(script.from), m_iTo(script.to),
+      m_records(records)
+{
+}
+
+bool statement_records::take(const script_statement & statement)
+{
+    const int lines = static_cast<int>(statement.text.count(QLatin1Char('\n'))) + 1;
+    m_records.push_back({m_sScript, m_iFrom, m_iTo, m_iLine, lines, statement.action, statement.text,
+                         statement.defaultText, statement.entity, statement.property,
+                         statement.relationship});
+    m_iLine += lines;
+    return true;
+}
+
+} // namespace plugin

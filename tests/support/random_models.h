@@ -1,0 +1,76 @@
+#pragma once
+
+#include "support/model_builder.h"
+
+#include <memory>
+#include <random>
+#include <vector>
+
+namespace support {
+
+/// A model made by chance, and how it goes on from version to version. The same seed gives the same models
+/// everywhere. It has what the export treats differently: keys of one and of several columns, counted or not,
+/// all kinds of relationships, indexes, transient and forced columns, soft delete, entities without a table;
+/// and it changes by adding, dropping, renaming and moving.
+class random_model
+{
+public:
+    explicit random_model(unsigned seed);
+
+    /// The model as it is now, as objects of its own.
+    [[nodiscard]] std::shared_ptr<model::project> project() const;
+    /// Goes on to a next version: some entities change and count up, some come and go.
+    void change();
+
+private:
+    struct draft_property
+    {
+        long id = 0;
+        QString name;
+        QString columns;
+        QStringList types;
+        QString forced;
+        bool isKey = false;
+        bool isNullable = true;
+        bool isUnique = false;
+        bool isIndex = false;
+        bool isTransient = false;
+        long relationId = 0; ///< 0 for a property without a relationship
+        model::relationship::type_relation relation = model::relationship::many_to_one;
+        long target = 0;
+        long inverse = 0;
+        QString linkTable;
+        int linkColumns = 1;
+        int inverseColumns = 1;
+    };
+    struct draft_entity
+    {
+        long id = 0;
+        long version = 1;
+        QString name;
+        QString table;
+        QString softDelete;
+        bool hasTable = true;
+        std::vector<draft_property> properties; ///< the key is the first
+    };
+
+    [[nodiscard]] int below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
+    [[nodiscard]] bool oneIn(int n) { return below(n) == 0; }
+    [[nodiscard]] QString newName();
+    [[nodiscard]] long newId() { return ++m_iLastId; }
+    [[nodiscard]] draft_property newKey();
+    [[nodiscard]] draft_property newColumn();
+    void addEntity();
+    void addRelationship();
+    void dropEntity(std::size_t index);
+    void changeEntity(draft_entity & entity);
+    void changeProperty(draft_property & property);
+    [[nodiscard]] static int keyColumns(const draft_entity & entity);
+    static void addTo(entity_builder & entity, const draft_property & property);
+
+    std::mt19937 m_random;
+    long m_iLastId = 0;
+    std::vector<draft_entity> m_entities;
+};
+
+} // namespace support
