@@ -108,7 +108,7 @@ QList<command_option> ddl_export::getCommandLineOptions() const
 QString ddl_export::getTakenFor(const QString & option, const QString & value) const
 {
     if (value.isEmpty()) {
-        return QStringLiteral("no value, so the stored setting counts");
+        return tr("no value, so the stored setting counts");
     }
     for (const export_option & known : allOptions()) {
         if (known.longName != option || !known.choices) {
@@ -121,7 +121,7 @@ QString ddl_export::getTakenFor(const QString & option, const QString & value) c
             return shown(choices[number]);
         }
         return option == DatabaseOption ? shown(choices.constFirst())
-                                        : QStringLiteral("none of them, so nothing is written");
+                                        : tr("none of them, so nothing is written");
     }
     return {};
 }

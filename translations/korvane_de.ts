@@ -1294,23 +1294,6 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
     </message>
 </context>
 <context>
-    <name>ddl_export_builder</name>
-    <message>
-        <source>Cannot uncompress project file : %1</source>
-        <translation>Die Projektdatei kann nicht entpackt werden: %1</translation>
-    </message>
-    <message>
-        <source>An error occurred opening project file : %1</source>
-        <translation>Beim Öffnen der Projektdatei ist ein Fehler aufgetreten: %1</translation>
-    </message>
-    <message>
-        <source>An error occurred loading project tag &apos;%1&apos; :
-%2</source>
-        <translation>Beim Laden des festgehaltenen Projektstands &apos;%1&apos; ist ein Fehler aufgetreten:
-%2</translation>
-    </message>
-</context>
-<context>
     <name>model</name>
     <message>
         <source>the version tagged at %1 is not there any more</source>
@@ -1431,6 +1414,46 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>none of them, so nothing is written</source>
         <translation>keinen davon, daher wird nichts geschrieben</translation>
+    </message>
+    <message>
+        <source>Folder of the scripts</source>
+        <translation>Ordner der Skripte</translation>
+    </message>
+    <message>
+        <source>Database that the scripts are for</source>
+        <translation>Datenbank, für die die Skripte sind</translation>
+    </message>
+    <message>
+        <source>Whether relationships become foreign keys</source>
+        <translation>Ob aus Beziehungen Fremdschlüssel werden</translation>
+    </message>
+    <message>
+        <source>Which scripts are written</source>
+        <translation>Welche Skripte geschrieben werden</translation>
+    </message>
+    <message>
+        <source>JavaScript file that may change each statement</source>
+        <translation>JavaScript-Datei, die jede Anweisung ändern darf</translation>
+    </message>
+    <message>
+        <source>The export has no option &apos;%1&apos;: it has %2</source>
+        <translation>Der Export hat keine Option &apos;%1&apos;: Er hat %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a value of the option &apos;%2&apos;: it takes %3</source>
+        <translation>&apos;%1&apos; ist kein Wert der Option &apos;%2&apos;: Sie nimmt %3</translation>
+    </message>
+    <message>
+        <source>The settings cannot be stored: the project has no file</source>
+        <translation>Die Einstellungen können nicht gespeichert werden: Das Projekt hat keine Datei</translation>
+    </message>
+    <message>
+        <source>The settings cannot be stored: %1</source>
+        <translation>Die Einstellungen können nicht gespeichert werden: %1</translation>
+    </message>
+    <message>
+        <source>The statements are not known: the custom script &apos;%1&apos; was not allowed to run</source>
+        <translation>Die Anweisungen sind nicht bekannt: Das eigene Skript &apos;%1&apos; durfte nicht laufen</translation>
     </message>
 </context>
 <context>
@@ -1560,6 +1583,20 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>The SQL file is incomplete : %1</source>
         <translation>Die SQL-Datei ist unvollständig: %1</translation>
+    </message>
+    <message>
+        <source>Cannot uncompress project file : %1</source>
+        <translation>Die Projektdatei kann nicht entpackt werden: %1</translation>
+    </message>
+    <message>
+        <source>An error occurred opening project file : %1</source>
+        <translation>Beim Öffnen der Projektdatei ist ein Fehler aufgetreten: %1</translation>
+    </message>
+    <message>
+        <source>An error occurred loading project tag &apos;%1&apos; :
+%2</source>
+        <translation>Beim Laden des festgehaltenen Projektstands &apos;%1&apos; ist ein Fehler aufgetreten:
+%2</translation>
     </message>
 </context>
 <context>

@@ -1294,23 +1294,6 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     </message>
 </context>
 <context>
-    <name>ddl_export_builder</name>
-    <message>
-        <source>Cannot uncompress project file : %1</source>
-        <translation>Impossible de décompresser le fichier de projet : %1</translation>
-    </message>
-    <message>
-        <source>An error occurred opening project file : %1</source>
-        <translation>Une erreur est survenue à l&apos;ouverture du fichier de projet : %1</translation>
-    </message>
-    <message>
-        <source>An error occurred loading project tag &apos;%1&apos; :
-%2</source>
-        <translation>Une erreur est survenue lors du chargement de la version étiquetée &apos;%1&apos; du projet :
-%2</translation>
-    </message>
-</context>
-<context>
     <name>model</name>
     <message>
         <source>the version tagged at %1 is not there any more</source>
@@ -1431,6 +1414,46 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <message>
         <source>none of them, so nothing is written</source>
         <translation>aucune d&apos;elles, donc rien n&apos;est écrit</translation>
+    </message>
+    <message>
+        <source>Folder of the scripts</source>
+        <translation>Dossier des scripts</translation>
+    </message>
+    <message>
+        <source>Database that the scripts are for</source>
+        <translation>Base de données à laquelle les scripts sont destinés</translation>
+    </message>
+    <message>
+        <source>Whether relationships become foreign keys</source>
+        <translation>Si les relations deviennent des clés étrangères</translation>
+    </message>
+    <message>
+        <source>Which scripts are written</source>
+        <translation>Quels scripts sont écrits</translation>
+    </message>
+    <message>
+        <source>JavaScript file that may change each statement</source>
+        <translation>Fichier JavaScript qui peut changer chaque instruction</translation>
+    </message>
+    <message>
+        <source>The export has no option &apos;%1&apos;: it has %2</source>
+        <translation>L&apos;export n&apos;a pas d&apos;option &apos;%1&apos; : il a %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a value of the option &apos;%2&apos;: it takes %3</source>
+        <translation>&apos;%1&apos; n&apos;est pas une valeur de l&apos;option &apos;%2&apos; : elle accepte %3</translation>
+    </message>
+    <message>
+        <source>The settings cannot be stored: the project has no file</source>
+        <translation>Les paramètres ne peuvent pas être enregistrés : le projet n&apos;a pas de fichier</translation>
+    </message>
+    <message>
+        <source>The settings cannot be stored: %1</source>
+        <translation>Les paramètres ne peuvent pas être enregistrés : %1</translation>
+    </message>
+    <message>
+        <source>The statements are not known: the custom script &apos;%1&apos; was not allowed to run</source>
+        <translation>Les instructions ne sont pas connues : le script personnalisé &apos;%1&apos; n&apos;a pas été autorisé à s&apos;exécuter</translation>
     </message>
 </context>
 <context>
@@ -1560,6 +1583,20 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <message>
         <source>The SQL file is incomplete : %1</source>
         <translation>Le fichier SQL est incomplet : %1</translation>
+    </message>
+    <message>
+        <source>Cannot uncompress project file : %1</source>
+        <translation>Impossible de décompresser le fichier de projet : %1</translation>
+    </message>
+    <message>
+        <source>An error occurred opening project file : %1</source>
+        <translation>Une erreur est survenue à l&apos;ouverture du fichier de projet : %1</translation>
+    </message>
+    <message>
+        <source>An error occurred loading project tag &apos;%1&apos; :
+%2</source>
+        <translation>Une erreur est survenue lors du chargement de la version étiquetée &apos;%1&apos; du projet :
+%2</translation>
     </message>
 </context>
 <context>

@@ -2,8 +2,6 @@
 
 #include "plugin/builder/ddl_export_history.h"
 
-#include "plugin/builder/ddl_export_builder.h"
-
 #include "context/ctx_project.h"
 #include "context/ctx_scoped.h"
 #include "model/project.h"
@@ -17,43 +15,6 @@
 
 namespace plugin {
 
-namespace {
-
-/// Writes what `tag` holds into a new file of the folder `temp`, whose name begins with `start`.
-zk::ZkBool restore(const model::project_historic & tag, const QString & temp, const QString & start,
-                   storage::restored_version & file)
-{
-    QByteArray compressed;
-    if (const QSqlError error = tag.readProjectFile(compressed); error.isValid()) {
-        return ddl_export_history::tagsFailure(error);
-    }
-    const QByteArray data = tools::boundedUncompress(compressed);
-    if (data.isEmpty()) {
-        return zk::ZkBool::failure(ddl_export_builder::tr("Cannot uncompress project file : %1")
-                                       .arg(storage::restored_version::momentName(temp, start)));
-    }
-    return file.create(temp, start, data)
-               ? zk::ZkBool::success()
-               : zk::ZkBool::failure(ddl_export_builder::tr("An error occurred opening project file : %1")
-                                         .arg(file.fileName()));
-}
-
-/// Loads the version that was restored into the file `name` of the folder `temp`, and makes it current.
-zk::ZkBool load(const QString & temp, const QString & name, model::project & version)
-{
-    zk::ZkSqlDatabase::clearAllDatabases();
-    version.setLocation(temp);
-    version.setName(QFileInfo(name).completeBaseName());
-    context::ctx_project::getSingleton().setProject(version.getThis());
-    const QSqlError error = version.load();
-    return error.isValid() ? zk::ZkBool::failure(
-                                 ddl_export_builder::tr("An error occurred loading project tag '%1' :\n%2")
-                                     .arg(name, error.text()))
-                           : zk::ZkBool::success();
-}
-
-} // namespace
-
 ddl_export_history::ddl_export_history()
 {
     const context::ctx_scoped scope(context::ctx_project::getSingleton());
@@ -66,8 +27,7 @@ zk::ZkBool ddl_export_history::forEach(const model::project & project, const vis
 {
     const QString temp = QStandardPaths::writableLocation(QStandardPaths::TempLocation);
     if (temp.isEmpty()) {
-        return zk::ZkBool::failure(
-            ddl_export_builder::tr("Cannot get temp directory to extract tag project state"));
+        return zk::ZkBool::failure(tr("Cannot get temp directory to extract tag project state"));
     }
     storage::removeLeftVersions(temp);
     int number = 0;
@@ -91,10 +51,39 @@ zk::ZkBool ddl_export_history::forEach(const model::project & project, const vis
     return zk::ZkBool::success();
 }
 
+zk::ZkBool ddl_export_history::restore(const model::project_historic & tag, const QString & temp,
+                                       const QString & start, storage::restored_version & file)
+{
+    QByteArray compressed;
+    if (const QSqlError error = tag.readProjectFile(compressed); error.isValid()) {
+        return tagsFailure(error);
+    }
+    const QByteArray data = tools::boundedUncompress(compressed);
+    if (data.isEmpty()) {
+        return zk::ZkBool::failure(tr("Cannot uncompress project file : %1")
+                                       .arg(storage::restored_version::momentName(temp, start)));
+    }
+    return file.create(temp, start, data)
+               ? zk::ZkBool::success()
+               : zk::ZkBool::failure(tr("An error occurred opening project file : %1").arg(file.fileName()));
+}
+
+zk::ZkBool ddl_export_history::load(const QString & temp, const QString & name, model::project & version)
+{
+    zk::ZkSqlDatabase::clearAllDatabases();
+    version.setLocation(temp);
+    version.setName(QFileInfo(name).completeBaseName());
+    context::ctx_project::getSingleton().setProject(version.getThis());
+    const QSqlError error = version.load();
+    return error.isValid()
+               ? zk::ZkBool::failure(
+                     tr("An error occurred loading project tag '%1' :\n%2").arg(name, error.text()))
+               : zk::ZkBool::success();
+}
+
 zk::ZkBool ddl_export_history::tagsFailure(const QSqlError & error)
 {
-    return zk::ZkBool::failure(
-        ddl_export_builder::tr("Error loading all project historics :\n%1").arg(error.text()));
+    return zk::ZkBool::failure(tr("Error loading all project historics :\n%1").arg(error.text()));
 }
 
 } // namespace plugin

@@ -4,6 +4,7 @@
 #include "zk/zk_bool.h"
 #include "zk/zk_collection.h"
 
+#include <QCoreApplication>
 #include <QSqlError>
 
 #include <functional>
@@ -13,11 +14,18 @@ namespace model {
 class project;
 }
 
+namespace storage {
+class restored_version;
+}
+
 namespace plugin {
 
 /// The tagged versions of the current project, asked for when this object is made.
 class ddl_export_history
 {
+    // Who translates knows the messages as the builder's.
+    Q_DECLARE_TR_FUNCTIONS(plugin::ddl_export_builder)
+
 public:
     using list_of_tags = zk::ZkCollection<long, std::shared_ptr<model::project_historic>>;
     /// What is done with a version, which is the current project then; a failure ends the walk.
@@ -39,6 +47,12 @@ public:
     [[nodiscard]] static zk::ZkBool tagsFailure(const QSqlError & error);
 
 private:
+    /// Writes what `tag` holds into a new file of the folder `temp`, whose name begins with `start`.
+    static zk::ZkBool restore(const model::project_historic & tag, const QString & temp,
+                              const QString & start, storage::restored_version & file);
+    /// Loads the version that was restored into the file `name` of the folder `temp`, and makes it current.
+    static zk::ZkBool load(const QString & temp, const QString & name, model::project & version);
+
     list_of_tags m_tags;
     QSqlError m_error;
 };
