@@ -52,7 +52,8 @@ QStringList optionsOf(const plugin::export_interface & plugin)
         QStringLiteral("(?<![\\w-])--%1_\\w+").arg(QRegularExpression::escape(plugin.getName())),
         QRegularExpression::UseUnicodePropertiesOption);
     QStringList options;
-    QRegularExpressionMatchIterator matches = option.globalMatch(plugin.getCommandLineInfos());
+    const QString infos = plugin.getCommandLineInfos();
+    auto matches = option.globalMatch(infos); // clazy:exclude=use-static-qregularexpression
     while (matches.hasNext()) {
         options << matches.next().captured();
     }
@@ -137,7 +138,8 @@ bool hasOption(const plugin::export_interface & plugin, const QString & option)
     const QRegularExpression mention(
         QStringLiteral("(?<![\\w-])%1(?![\\w-])").arg(QRegularExpression::escape(option)),
         QRegularExpression::UseUnicodePropertiesOption);
-    return mention.match(plugin.getCommandLineInfos()).hasMatch();
+    const QString infos = plugin.getCommandLineInfos();
+    return infos.contains(mention); // clazy:exclude=use-static-qregularexpression
 }
 
 plugin::export_interface * choosePlugin(const found_plugins & found, const plugin_request & request,

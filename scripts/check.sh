@@ -9,12 +9,13 @@
 #   includes    no include points up (scripts/checks/layers.toml)
 #   duplicates  no code stands twice (scripts/checks/duplicates.toml)
 #   unused      no function is called by nothing (scripts/checks/unused.toml)
+#   clazy       clazy finds nothing, level 1
 #
 # Every part is run whatever came of those before it; what failed is listed at the end, with the time of each.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-all_parts=(format spelling shell cmake includes duplicates unused)
+all_parts=(format spelling shell cmake includes duplicates unused clazy)
 
 # What git tracks or would track, of the given patterns, as far as it is there.
 sources() {
@@ -53,6 +54,17 @@ check_duplicates() {
 
 check_unused() {
     scripts/check_unused.py
+}
+
+# The analysers need what moc and uic write, and what ninja knows of includes.
+build() {
+    cmake --preset "$1" >/dev/null
+    cmake --build --preset "$1"
+}
+
+check_clazy() {
+    build dev >/dev/null
+    scripts/analyse.py clazy
 }
 
 parts=("$@")

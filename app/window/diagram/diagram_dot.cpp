@@ -162,7 +162,7 @@ void straightenLoops(const diagram_request & request, diagram_places & places)
 bool readBoxes(const QJsonArray & objects, const diagram_request & request, diagram_places & places)
 {
     QList<bool> isMissing = connectedBoxes(request);
-    for (const QJsonValue object : objects) {
+    for (const auto & object : objects) {
         const int box = indexOf(object[QLatin1String("name")], QLatin1Char('n'), request.boxes.size());
         const std::optional<QPointF> centre = pointOf(object[QLatin1String("pos")].toString());
         if (box < 0 || !centre) {
@@ -178,7 +178,7 @@ bool readBoxes(const QJsonArray & objects, const diagram_request & request, diag
 
 void readLines(const QJsonArray & edges, diagram_places & places)
 {
-    for (const QJsonValue edge : edges) {
+    for (const auto & edge : edges) {
         const int line = indexOf(edge[QLatin1String("id")], QLatin1Char('e'), places.routes.size());
         if (line < 0) {
             continue;

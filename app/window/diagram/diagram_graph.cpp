@@ -296,8 +296,8 @@ void diagram_graph::completePiece(diagram_piece & piece) const
             }
         }
         std::sort(beyond.begin(), beyond.end());
-        beyond.erase(std::unique(beyond.begin(), beyond.end()), beyond.end());
-        piece.hidden.append(static_cast<int>(beyond.size()));
+        const auto end = std::unique(beyond.begin(), beyond.end());
+        piece.hidden.append(static_cast<int>(end - beyond.begin()));
     }
     std::sort(piece.relations.begin(), piece.relations.end());
 }

@@ -15,9 +15,10 @@ constexpr int UnbrokenLength = 60;
 /// A long word without blanks makes a tooltip wider than the screen; it may break at these places.
 QString breakable(const QString & text)
 {
+    const QString shown = tools::visibleText(text);
     QString result;
     int run = 0;
-    for (const QChar c : tools::visibleText(text)) {
+    for (const QChar c : shown) {
         if (run >= UnbrokenLength && !c.isLowSurrogate() && !c.isMark()) {
             result += QChar(0x200b); // zero-width space
             run = 0;
