@@ -5,6 +5,8 @@
 #include "app/nearest_word.h"
 #include "app/output.h"
 
+#include "model/file_suffix.h"
+
 #include <CLI/CLI.hpp>
 
 #include <QDir>
@@ -174,7 +176,7 @@ QString wrongFirst(const parser & p, const QString & first)
         commands << QString::fromLatin1(c.what->name());
     }
     if (first.isEmpty() || first.startsWith(QLatin1Char('-')) || commands.contains(first) ||
-        (file.exists() && !file.isDir()) || file.suffix().toLower() == QLatin1String("korv")) {
+        (file.exists() && !file.isDir()) || file.suffix().toLower() == model::ProjectFileSuffix) {
         return {};
     }
     const QString nearest = nearestWord(first, commands);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "plugin/base_interface.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -16,10 +18,9 @@ class export_interface;
 /// The one way in which an export plug-in is run, whoever watches it.
 namespace app {
 
-/// Types of an export's messages.
-constexpr int ProgressMessage = 1;
-constexpr int WarningMessage = 2;
-constexpr int ErrorMessage = 3;
+using plugin::ErrorMessage;
+using plugin::ProgressMessage;
+using plugin::WarningMessage;
 
 /// Who is told what an export does while it does it; each may be empty.
 struct export_listener

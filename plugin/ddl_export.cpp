@@ -78,13 +78,11 @@ QString ddl_export::getCommandLineInfos() const
            tr("\n  --KorvGenericDDLExport_db_type=<numeric value> : [Optional] Database type (%1)")
                .arg(databases.join(QStringLiteral(", "))) +
            tr("\n  --KorvGenericDDLExport_relation_as_fk=0/1 : [Optional] Export relationships as foreign "
-              "keys in "
-              "database") +
+              "keys in database") +
            tr("\n  --KorvGenericDDLExport_schema_type=<numeric value> : [Optional] Way to export database "
               "schema (0=full, 1=evolution, 2=full_and_evolution)") +
            tr("\n  --KorvGenericDDLExport_custom_javacript=\"<Custom JS>\" : [Optional] Custom script "
-              "(javascript "
-              "file) to change the default behaviour of the export process");
+              "(javascript file) to change the default behaviour of the export process");
 }
 
 QIcon ddl_export::getIcon() const

@@ -197,6 +197,20 @@ void ddl_export_settings::warn(const QString & text)
     showMessage(QMessageBox::Warning, text);
 }
 
+/// What a person does next with a debugger that has just come up.
+QString ddl_export_settings::debuggerNote()
+{
+    return tr("A new debugger window has been attached to the DDL SQL export process ('KorvGenericDDLExport' "
+              "plugin) :\n") +
+           tr("  1- save your settings and close this settings window ;\n") +
+           tr("  2- execute the export process : you will be able to debug your custom javascript (putting a "
+              "breakpoint for example).\n\n") +
+           tr("Note : debugger process is automatically detached from the DDL SQL export process when "
+              "closing the debugger window.") +
+           tr("\n\nOther note : another way to start the debugger is to press the SHIFT key on the keyboard "
+              "when executing the export process.");
+}
+
 void ddl_export_settings::doBtnDebugCustomScript()
 {
     const QString typed = m_txtCustomScript->text();
@@ -222,19 +236,7 @@ void ddl_export_settings::doBtnDebugCustomScript()
         return;
     }
     m_pPlugin->setCustomScript(engine);
-    showMessage(
-        QMessageBox::Information,
-        tr("A new debugger window has been attached to the DDL SQL export process ('KorvGenericDDLExport' "
-           "plugin) :\n") +
-            tr("  1- save your settings and close this settings window ;\n") +
-            tr("  2- execute the export process : you will be able to debug your custom javascript (putting "
-               "a "
-               "breakpoint for example).\n\n") +
-            tr("Note : debugger process is automatically detached from the DDL SQL export process when "
-               "closing "
-               "the debugger window.") +
-            tr("\n\nOther note : another way to start the debugger is to press the SHIFT key on the keyboard "
-               "when executing the export process."));
+    showMessage(QMessageBox::Information, debuggerNote());
 }
 
 void ddl_export_settings::doClickBtnHelpManual()

@@ -47,6 +47,7 @@ private:
     [[nodiscard]] int selectedDatabase() const;
     void loadTypeMapping();
     [[nodiscard]] bool checkInput();
+    [[nodiscard]] static QString debuggerNote();
     void showMessage(QMessageBox::Icon icon, const QString & text);
     void warn(const QString & text);
 

@@ -8,6 +8,7 @@
 #include "app/export_run.h"
 #include "app/project_work.h"
 
+#include "model/file_suffix.h"
 #include "model/project.h"
 #include "storage/history.h"
 #include "tools/held_dialog.h"
@@ -21,7 +22,6 @@ namespace app {
 
 namespace {
 
-const char ProjectSuffix[] = "korv";
 const char TextSuffix[] = "json";
 
 /// What `work` gives. The busy cursor is gone when it is told.
@@ -95,15 +95,15 @@ void project_commands::chooseAndImport()
 /// Asks into which project file the text is to go; the empty text when the person thinks better of it.
 QString project_commands::chooseImportTarget(const QFileInfo & text)
 {
-    const QString proposed =
-        m_session.file().isEmpty()
-            ? text.absolutePath() + QLatin1Char('/') + text.completeBaseName() + QStringLiteral(".korv")
-            : m_session.file();
+    const QString proposed = m_session.file().isEmpty()
+                                 ? text.absolutePath() + QLatin1Char('/') + text.completeBaseName() +
+                                       QLatin1Char('.') + model::ProjectFileSuffix
+                                 : m_session.file();
     const tools::held_dialog<QFileDialog> dialog(
         m_pWindow, tr("Korvane - Import %1 into the project file").arg(text.fileName()),
         QFileInfo(proposed).absolutePath(), tr("Projects (*.korv)"));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDefaultSuffix(QLatin1String(ProjectSuffix));
+    dialog->setDefaultSuffix(model::ProjectFileSuffix);
     // The file is not overwritten: its settings and versions stay, and the question below says so.
     dialog->setOption(QFileDialog::DontConfirmOverwrite);
     dialog->selectFile(QFileInfo(proposed).fileName());
@@ -163,7 +163,7 @@ void project_commands::chooseAndSaveText()
     if (!project) {
         return;
     }
-    if (QFileInfo(file).suffix().toLower() == QLatin1String(ProjectSuffix)) {
+    if (QFileInfo(file).suffix().toLower() == model::ProjectFileSuffix) {
         // The dialog's question speaks of one file that is replaced, not of the versions that would be lost.
         warn(m_pWindow, tr("Korvane - Save model as text"),
              tr("%1 is a project file and was not overwritten. Choose a name that ends in .json")

@@ -16,6 +16,7 @@
 #include "app/export_run.h"
 
 #include "context/ctx_global.h"
+#include "model/file_suffix.h"
 #include "model/project.h"
 #include "plugin/export_interface.h"
 #include "tools/visible_text.h"
@@ -56,7 +57,7 @@ QString fileOf(const QMimeData * data)
     const QList<QUrl> urls = data->urls();
     const QString file = urls.size() == 1 ? urls.constFirst().toLocalFile() : QString();
     const QString suffix = QFileInfo(file).suffix().toLower();
-    return suffix == QLatin1String("korv") || suffix == QLatin1String("json") ? file : QString();
+    return suffix == model::ProjectFileSuffix || suffix == QLatin1String("json") ? file : QString();
 }
 
 } // namespace
@@ -166,8 +167,8 @@ void project_window::dropEvent(QDropEvent * event)
     event->acceptProposedAction();
     // The program that the file comes from waits until the drop is done; a dialog must not hold it.
     QTimer::singleShot(0, this, [this, file] {
-        QFileInfo(file).suffix().toLower() == QLatin1String("korv") ? openFile(file)
-                                                                    : m_pProjects->importModel(file);
+        QFileInfo(file).suffix().toLower() == model::ProjectFileSuffix ? openFile(file)
+                                                                       : m_pProjects->importModel(file);
     });
 }
 

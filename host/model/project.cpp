@@ -1,5 +1,6 @@
 #include "model/project.h"
 
+#include "model/file_suffix.h"
 #include "storage/project_file.h"
 
 #include <QDir>
@@ -29,7 +30,7 @@ QString project::getFileName() const
     if (!m_sFileName.isEmpty() || m_sLocation.isEmpty()) {
         return m_sFileName;
     }
-    return QDir(m_sLocation).absoluteFilePath(m_sName + QStringLiteral(".korv"));
+    return QDir(m_sLocation).absoluteFilePath(m_sName + QLatin1Char('.') + ProjectFileSuffix);
 }
 
 void project::setFileName(const QString & file)

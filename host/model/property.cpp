@@ -1,5 +1,6 @@
 #include "model/property.h"
 
+#include "model/column_list.h"
 #include "model/entity.h"
 #include "model/property_type.h"
 #include "model/relationship.h"
@@ -9,8 +10,6 @@
 namespace model {
 
 namespace {
-
-const QLatin1Char ColumnSeparator('|');
 
 bool isIntegerType(const QString & cppType)
 {

@@ -1,5 +1,6 @@
 #include "model/property_type.h"
 
+#include "model/column_list.h"
 #include "model/enumeration.h"
 #include "model/property.h"
 #include "model/relationship.h"
@@ -30,7 +31,7 @@ QString property_type::getPrimitiveType(int index) const
         return m_lstCppType.constFirst();
     }
     if (!m_lstCppType.isEmpty()) {
-        return index == -1 ? m_lstCppType.join(QLatin1Char('|')) : m_lstCppType.value(index);
+        return index == -1 ? m_lstCppType.join(ColumnSeparator) : m_lstCppType.value(index);
     }
     const std::shared_ptr<property_type> target = typeOfTarget(m_pRelation);
     return target ? target->getPrimitiveType(index) : QString();

@@ -1,5 +1,6 @@
 #include "storage/restored_version.h"
 
+#include "model/file_suffix.h"
 #include "storage/temporary_file.h"
 #include "tools/file_status.h"
 #include "zk/sqlite_connection.h"
@@ -108,7 +109,7 @@ QString restored_version::momentName(const QString & folder, const QString & sta
 {
     return QDir(folder).absoluteFilePath(
         start + QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmsszzz")) +
-        QStringLiteral(".korv"));
+        QLatin1Char('.') + model::ProjectFileSuffix);
 }
 
 void removeLeftVersions(const QString & folder)

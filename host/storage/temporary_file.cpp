@@ -1,5 +1,6 @@
 #include "storage/temporary_file.h"
 
+#include "model/file_suffix.h"
 #include "tools/file_status.h"
 
 #include <QDir>
@@ -99,8 +100,8 @@ private:
 /// Removes the file that a claim names, if it is still the one that was claimed.
 void removeClaimed(const QString & folder, const QByteArray & claim)
 {
-    static const QRegularExpression restored(
-        QRegularExpression::anchoredPattern(QStringLiteral("[^/]*_v[0-9]+_[0-9]{17}\\.korv")));
+    static const QRegularExpression restored(QRegularExpression::anchoredPattern(
+        QStringLiteral("[^/]*_v[0-9]+_[0-9]{17}\\.") + model::ProjectFileSuffix));
     const QList<QByteArray> lines = claim.split('\n');
     const QString name = QFile::decodeName(lines.constFirst());
     if (lines.size() < 2 || !restored.match(name).hasMatch()) {

@@ -8,8 +8,6 @@ namespace tools {
 
 namespace {
 
-constexpr int MessageTimeout = 10000;
-
 // Plain objects are shown as JSON; everything else as JavaScript turns it into text.
 const char ConsoleSource[] = R"js((function (sink) {
     'use strict';
@@ -42,7 +40,7 @@ void script_console::install(QJSEngine & engine)
 void script_console::write(int type, const QString & text)
 {
     if (m_pOwner) {
-        Q_EMIT m_pOwner->onMessage(text, type, MessageTimeout);
+        Q_EMIT m_pOwner->onMessage(text, type, plugin::MessageTimeout);
     }
 }
 

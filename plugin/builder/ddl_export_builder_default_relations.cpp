@@ -3,6 +3,7 @@
 #include "plugin/builder/ddl_export_builder_default.h"
 #include "plugin/builder/sql_text.h"
 
+#include "model/column_list.h"
 #include "model/entity.h"
 #include "model/project.h"
 #include "model/property.h"
@@ -15,7 +16,6 @@ namespace plugin {
 namespace {
 
 /// Between the names of several columns that the model gives as one text.
-const QLatin1Char NameSeparator('|');
 
 } // namespace
 
@@ -50,9 +50,9 @@ QString ddl_export_builder_default::createExtraTable(std::shared_ptr<model::rela
 QString ddl_export_builder_default::linkColumns(const QString & names,
                                                 const std::shared_ptr<model::property> & key) const
 {
-    const int columns = static_cast<int>(names.count(NameSeparator)) + 1;
+    const int columns = static_cast<int>(names.count(model::ColumnSeparator)) + 1;
     return joined(columns, ListSeparator, [&](int i) -> QString {
-        return names.section(NameSeparator, i, i) % " " % keyColumnType(key, i);
+        return names.section(model::ColumnSeparator, i, i) % " " % keyColumnType(key, i);
     });
 }
 
@@ -111,7 +111,8 @@ QString ddl_export_builder_default::addForeignKey(std::shared_ptr<model::relatio
     const int columns = ownerKey->getColumnNameCount();
     const QString names = relationship->getForeignKey();
     return "ALTER TABLE " % relationship->getExtraTable() % constraint % "FOREIGN KEY (" %
-           joined(columns, ListSeparator, [&](int i) { return names.section(NameSeparator, i, i); }) %
+           joined(columns, ListSeparator,
+                  [&](int i) { return names.section(model::ColumnSeparator, i, i); }) %
            ") REFERENCES " % getSqlTableName(owner, true) % " (" %
            joined(columns, ListSeparator, [&](int i) { return getSqlColumnName(ownerKey, i, true); }) % ");";
 }

@@ -2,6 +2,7 @@
 
 #include "plugin/builder/ddl_export_builder.h"
 
+#include "model/column_list.h"
 #include "model/entity.h"
 #include "model/project.h"
 #include "model/property.h"
@@ -27,6 +28,12 @@ QString cutName(QString name, int maxLength)
         name.truncate(maxLength);
     }
     return name;
+}
+
+/// The same for a key, whose name is made of all its columns.
+QString keyName(QString name, int maxLength)
+{
+    return cutName(name.replace(model::ColumnSeparator, QLatin1Char('_')), maxLength);
 }
 
 } // namespace
@@ -67,9 +74,8 @@ QString ddl_export_builder::getSqlPrimaryKeyName(std::shared_ptr<model::property
     if (!entity) {
         return {};
     }
-    QString name = "pk_" % getSqlTableName(entity, false) % "_" % getSqlColumnName(property, -1, false);
-    name.replace(QLatin1Char('|'), QLatin1Char('_'));
-    return cutName(name, m_iMaxSqlNameLength);
+    return keyName("pk_" % getSqlTableName(entity, false) % "_" % getSqlColumnName(property, -1, false),
+                   m_iMaxSqlNameLength);
 }
 
 QString ddl_export_builder::getSqlForeignKeyName(std::shared_ptr<model::relationship> relationship) const
@@ -82,9 +88,8 @@ QString ddl_export_builder::getSqlForeignKeyName(std::shared_ptr<model::relation
     if (!entity) {
         return {};
     }
-    QString name = "fk_" % getSqlTableName(entity, false) % "_" % getSqlColumnName(property, -1, false);
-    name.replace(QLatin1Char('|'), QLatin1Char('_'));
-    return cutName(name, m_iMaxSqlNameLength);
+    return keyName("fk_" % getSqlTableName(entity, false) % "_" % getSqlColumnName(property, -1, false),
+                   m_iMaxSqlNameLength);
 }
 
 QString ddl_export_builder::getSqlIndexName(std::shared_ptr<model::property> property, bool current,
