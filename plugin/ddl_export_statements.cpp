@@ -9,6 +9,7 @@
 #include "plugin/ddl_export_options.h"
 
 #include "context/ctx_project.h"
+#include "context/ctx_scoped.h"
 #include "model/project.h"
 
 #include <QStringList>
@@ -18,19 +19,6 @@
 namespace plugin {
 
 namespace {
-
-/// Lets the project that is current now be current again.
-class current_project_kept
-{
-public:
-    current_project_kept() : m_pProject(context::ctx_project::getSingleton().getProject()) {}
-    ~current_project_kept() { context::ctx_project::getSingleton().setProject(m_pProject); }
-    current_project_kept(const current_project_kept &) = delete;
-    current_project_kept & operator=(const current_project_kept &) = delete;
-
-private:
-    std::shared_ptr<model::project> m_pProject;
-};
 
 bool hasFile(const std::shared_ptr<model::project> & project)
 {
@@ -184,7 +172,7 @@ zk::ZkBool ddl_export::prepareStatements(const friendly_settings & options)
 statement_list ddl_export::collect(const friendly_settings & options, export_db_schema scripts,
                                    const std::function<zk::ZkBool(ddl_export_builder &)> & build)
 {
-    const current_project_kept kept;
+    const context::ctx_kept kept(context::ctx_project::getSingleton());
     statement_list list;
     ddl_export call;
     connect(&call, &ddl_export::onMessage, this, &ddl_export::onMessage);

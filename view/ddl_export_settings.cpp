@@ -98,13 +98,16 @@ void ddl_export_settings::init(ddl_export * p)
     loadTypeMapping();
 }
 
+std::array<std::pair<int, QRadioButton *>, 3> ddl_export_settings::schemaOptions() const
+{
+    return {{{ddl_export::full, m_optSchemaFull},
+             {ddl_export::evolution, m_optSchemaEvolution},
+             {ddl_export::full_and_evolution, m_optSchemaFullAndEvolution}}};
+}
+
 void ddl_export_settings::showSchema(int schema)
 {
-    const std::pair<int, QRadioButton *> options[] = {
-        {ddl_export::full, m_optSchemaFull},
-        {ddl_export::evolution, m_optSchemaEvolution},
-        {ddl_export::full_and_evolution, m_optSchemaFullAndEvolution}};
-    for (const auto & [value, button] : options) {
+    for (const auto & [value, button] : schemaOptions()) {
         // An exclusive button cannot be unchecked, and an unknown mode checks none.
         button->setAutoExclusive(false);
         button->setChecked(value == schema);
@@ -114,13 +117,12 @@ void ddl_export_settings::showSchema(int schema)
 
 int ddl_export_settings::checkedSchema() const
 {
-    if (m_optSchemaFull->isChecked()) {
-        return ddl_export::full;
+    for (const auto & [value, button] : schemaOptions()) {
+        if (button->isChecked()) {
+            return value;
+        }
     }
-    if (m_optSchemaEvolution->isChecked()) {
-        return ddl_export::evolution;
-    }
-    return m_optSchemaFullAndEvolution->isChecked() ? ddl_export::full_and_evolution : ddl_export::full;
+    return ddl_export::full;
 }
 
 int ddl_export_settings::selectedDatabase() const

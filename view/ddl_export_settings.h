@@ -5,7 +5,9 @@
 #include <QDialog>
 #include <QMessageBox>
 
+#include <array>
 #include <memory>
+#include <utility>
 
 namespace plugin {
 class ddl_export;
@@ -42,6 +44,8 @@ protected Q_SLOTS:
 private:
     void keepTitlesLegible();
     void fillDatabaseTypes();
+    /// The ways to export the schema, each with its button.
+    [[nodiscard]] std::array<std::pair<int, QRadioButton *>, 3> schemaOptions() const;
     void showSchema(int schema);
     [[nodiscard]] int checkedSchema() const;
     [[nodiscard]] int selectedDatabase() const;

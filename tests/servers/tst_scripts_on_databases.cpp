@@ -7,6 +7,7 @@
 #include "servers/refusals.h"
 #include "servers/target_database.h"
 
+#include "plugin/builder/databases.h"
 #include "plugin/ddl_export.h"
 
 #include "support/models.h"
@@ -120,8 +121,8 @@ QString tst_scripts_on_databases::exportTo(support::stored_project & stored, boo
     if (const zk::ZkBool result = plugin.exportProject(stored.project()); !result) {
         qFatal("%s", qPrintable(result.getDesc()));
     }
-    static const char * const names[] = {"default", "sqlite", "mysql", "postgresql", "oracle", "mssqlserver"};
-    return QStringLiteral("%1_%2_db_schema_").arg(stored.project().getName(), QLatin1String(names[Database]));
+    return QStringLiteral("%1_%2_db_schema_")
+        .arg(stored.project().getName(), plugin::databaseOf(Database).getShortName());
 }
 
 QStringList tst_scripts_on_databases::scriptsOf(const QStringList & versions, bool relationships) const

@@ -47,9 +47,8 @@ void tst_golden_scripts::writesTheScripts_data()
 {
     QTest::addColumn<int>("db");
     QTest::addColumn<bool>("relationships");
-    const char * const names[] = {"default", "sqlite", "mysql", "postgresql", "oracle", "mssqlserver"};
-    for (int db = 0; db < 6; ++db) {
-        QTest::addRow("%s", names[db]) << db << true;
+    for (const plugin::database & db : plugin::allDatabases()) {
+        QTest::newRow(db.shortName) << int(db.number) << true;
     }
     QTest::newRow("mysql without relationships") << int(ddl_export::db_mysql) << false;
 }
