@@ -9,13 +9,14 @@
 #   includes    no include points up (scripts/checks/layers.toml)
 #   duplicates  no code stands twice (scripts/checks/duplicates.toml)
 #   unused      no function is called by nothing (scripts/checks/unused.toml)
+#   checks      the three checks above and that of the coverage find what they are for
 #   clazy       clazy finds nothing, level 1
 #
 # Every part is run whatever came of those before it; what failed is listed at the end, with the time of each.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-all_parts=(format spelling shell cmake includes duplicates unused clazy)
+all_parts=(format spelling shell cmake includes duplicates unused checks clazy)
 
 # What git tracks or would track, of the given patterns, as far as it is there.
 sources() {
@@ -54,6 +55,10 @@ check_duplicates() {
 
 check_unused() {
     scripts/check_unused.py
+}
+
+check_checks() {
+    scripts/checks/test_checks.py
 }
 
 # The analysers need what moc and uic write, and what ninja knows of includes.

@@ -23,7 +23,7 @@ SAME_TOKENS = 100
 # Lines that say nothing by themselves: includes, brackets, comments, what begins or ends a namespace or a class.
 THIN = re.compile(r"^(#.*|//.*|/\*.*|\*.*|[\W_]*|(namespace|using|import|from) .*|(public|private|protected).*:|(public|private) slots:"
                   r"|Q_OBJECT|(break|return|continue|else)?\W*|\w*\W{0,3})$")
-SIMILAR = re.compile(r"^(\S+): line (\d+)-(\d+)\s*\|(\S+): line (\d+)-(\d+)\[(\d+)\]")
+SIMILAR = re.compile(r"^(\S+): line (\d+)-(\d+)\s*\|(\S+): line (\d+)-(\d+)\s*\[(\d+)\]")
 
 
 def tracked():

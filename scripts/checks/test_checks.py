@@ -1,0 +1,221 @@
+#!/usr/bin/env python3
+"""The checks themselves: each finds what it is for in a small tree, and says nothing about one that is right."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+SCRIPTS = pathlib.Path(__file__).resolve().parent.parent
+
+LAYERS = """
+[[room]]
+name = "low"
+files = ["host/zk/*"]
+sees = []
+
+[[room]]
+name = "high"
+files = ["host/model/*"]
+sees = ["low"]
+
+[[room]]
+name = "start"
+files = ["host/model/main.cpp"]
+sees = ["high"]
+"""
+
+FUNCTION = """int sumOf(int first, int second)
+{
+    int total = first + second;
+    total += first * 2;
+    total -= second * 3;
+    total *= first + 4;
+    total /= second + 5;
+    total += first % 6;
+    total ^= second + 7;
+    return total + 8;
+}
+"""
+
+COUNTS = """#!/bin/sh
+echo '{"files": [{"filename": "plugin/a.cpp", "branch_covered": 9, "branch_total": 10},
+                 {"filename": "plugin/builder/b.cpp", "branch_covered": 1, "branch_total": 2}]}'
+"""
+
+
+class CheckTest(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.addCleanup(self.folder.cleanup)
+        self.root = pathlib.Path(self.folder.name)
+        shutil.copytree(SCRIPTS, self.root / "scripts", ignore=shutil.ignore_patterns("test_checks.py"))
+        subprocess.run(["git", "init", "-q"], cwd=self.root, check=True)
+        for folder in ("app", "host", "plugin", "view"):
+            (self.root / folder).mkdir()
+
+    def write(self, name, text):
+        path = self.root / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text, encoding="utf-8")
+        return path
+
+    def run_check(self, name, *arguments):
+        path = f"{self.root}/tools{os.pathsep}{os.environ['PATH']}"
+        done = subprocess.run([self.root / "scripts" / name, *arguments], capture_output=True, text=True,
+                              env={**os.environ, "PATH": path})
+        return done.returncode, done.stderr
+
+    def assert_finds(self, name, expected):
+        self.assertEqual(self.run_check(name), (1, expected))
+
+    def assert_silent(self, name):
+        self.assertEqual(self.run_check(name), (0, ""))
+
+
+class Includes(CheckTest):
+    def setUp(self):
+        super().setUp()
+        self.write("scripts/checks/layers.toml", LAYERS)
+        self.write("host/zk/low.h", "#pragma once\n#include <QString>\n")
+        self.write("host/model/high.h", '#pragma once\n#include "zk/low.h"\n')
+
+    def test_downwards(self):
+        self.write("host/model/main.cpp", '#include "model/high.h"\n#include "zk/low.h"\n')
+        self.assert_silent("check_includes.py")
+
+    def test_upwards(self):
+        self.write("host/zk/low.cpp", '#include "zk/low.h"\n  #  include <model/high.h>\n')
+        self.assert_finds("check_includes.py", "host/zk/low.cpp: includes host/model/high.h, but low does not lie above high\n")
+
+    def test_file_with_a_room_of_its_own(self):
+        self.write("host/model/main.cpp", "")
+        self.write("host/model/other.cpp", '#include "main.cpp"\n')
+        self.assert_finds("check_includes.py", "host/model/other.cpp: includes host/model/main.cpp, but high does not lie above start\n")
+
+    def test_no_room(self):
+        self.write("host/tools/lost.cpp", "")
+        self.assert_finds("check_includes.py", "host/tools/lost.cpp: no room of layers.toml has this file\n")
+
+    def test_tolerated(self):
+        self.write("host/zk/low.cpp", '#include "model/high.h"\n')
+        self.write("scripts/checks/layers.toml",
+                   LAYERS + '\n[[tolerated]]\nfrom = "host/zk/low.cpp"\nto = "host/model/high.h"\n')
+        self.assert_silent("check_includes.py")
+        self.write("host/zk/low.cpp", "")
+        self.assert_finds("check_includes.py",
+                          "host/zk/low.cpp: does not include host/model/high.h any more; take it out of layers.toml\n")
+
+    def test_circle_of_rooms(self):
+        self.write("scripts/checks/layers.toml", LAYERS.replace("sees = []", 'sees = ["high"]'))
+        self.assert_finds("check_includes.py", "layers.toml: the rooms see each other in a circle: low -> high -> low\n")
+
+
+class Duplicates(CheckTest):
+    def setUp(self):
+        super().setUp()
+        self.allow("nothing")
+        self.write("plugin/a.cpp", FUNCTION)
+
+    def allow(self, *files):
+        entry = f"[[allowed]]\nfiles = [{', '.join(repr(file) for file in files)}]\nreason = 'a test'\n"
+        self.write("scripts/checks/duplicates.toml", "allowed = []\n" if files == ("nothing",) else entry)
+
+    def test_one(self):
+        self.assert_silent("check_duplicates.py")
+
+    def test_same_lines(self):
+        self.write("tests/b.cpp", "// copied\n" + FUNCTION.replace("int sumOf", "int another"))
+        self.assert_finds("check_duplicates.py", "plugin/a.cpp:3 and tests/b.cpp:4 are alike (8 lines)\n")
+
+    def test_seven_lines(self):
+        self.write("tests/b.cpp", FUNCTION.replace("int sumOf", "int another").replace("total + 8", "total + 9"))
+        self.assert_silent("check_duplicates.py")
+
+    def test_other_names(self):
+        longer = FUNCTION + FUNCTION.replace("sumOf", "other").replace("int ", "long ")
+        self.write("plugin/a.cpp", longer)
+        self.write("host/b.cpp", longer.replace("total", "all").replace("first", "one").replace("second", "two"))
+        status, told = self.run_check("check_duplicates.py")
+        self.assertEqual(status, 1)
+        self.assertRegex(told, r"(host/b|plugin/a)\.cpp:1 and (host/b|plugin/a)\.cpp:1 are alike \(\d{3} tokens\)")
+
+    def test_allowed(self):
+        self.write("tests/b.cpp", FUNCTION)
+        self.allow("plugin/a.cpp", "tests/*.cpp")
+        self.assert_silent("check_duplicates.py")
+        self.write("tests/b.cpp", "")
+        self.assert_finds("check_duplicates.py",
+                          "duplicates.toml: nothing is alike in plugin/a.cpp and tests/*.cpp any more; take it out\n")
+
+
+class Unused(CheckTest):
+    def setUp(self):
+        super().setUp()
+        self.write("scripts/checks/unused.toml", "needed = []\n")
+        # As every tree has: what a class of Qt calls.
+        self.write("app/panel.h", "struct panel : QWidget\n{\n    void paintEvent(QPaintEvent * event) override;\n};\n")
+        self.write("app/panel.cpp", '#include "panel.h"\nvoid panel::paintEvent(QPaintEvent * event)\n{\n    use(event);\n}\n')
+
+    def need(self, name):
+        self.write("scripts/checks/unused.toml", f"[[needed]]\nreason = 'a test'\nfunctions = ['{name}']\n")
+
+    def test_all_used(self):
+        self.assert_silent("check_unused.py")
+
+    def test_unused(self):
+        self.write("host/a.cpp", "int forgotten()\n{\n    return 1;\n}\n")
+        self.assert_finds("check_unused.py", "host/a.cpp:1: nothing calls forgotten()\n")
+
+    def test_used_by_a_test_only(self):
+        self.write("host/a.cpp", "int forgotten()\n{\n    return 1;\n}\n")
+        self.write("tests/t.cpp", "int t()\n{\n    return forgotten();\n}\n")
+        self.assert_finds("check_unused.py", "host/a.cpp:1: nothing calls forgotten()\n")
+
+    def test_needed(self):
+        self.write("host/a.cpp", "int forgotten()\n{\n    return 1;\n}\n")
+        self.need("forgotten")
+        self.assert_silent("check_unused.py")
+        self.write("host/a.cpp", "")
+        self.assert_finds("check_unused.py", "unused.toml: forgotten() is called, or is gone; take it out\n")
+
+    def test_own_virtual_function(self):
+        self.write("host/b.h", "struct base\n{\n    virtual void paintEvent(QPaintEvent * event) = 0;\n};\n")
+        self.assert_finds("check_unused.py", "app/panel.cpp:2: nothing calls paintEvent()\n")
+
+
+class Coverage(CheckTest):
+    def setUp(self):
+        super().setUp()
+        self.write("tools/gcovr", COUNTS).chmod(0o755)
+
+    def floor(self, **floors):
+        lines = [f'"{folder}" = {floor}' for folder, floor in floors.items()]
+        return self.write("scripts/checks/coverage.toml", "[branches]\n" + "\n".join(lines) + "\n")
+
+    def test_enough(self):
+        self.floor(plugin=83.3)
+        self.assert_silent("check_coverage.py")
+
+    def test_too_little(self):
+        self.floor(plugin=83.4)
+        self.assert_finds("check_coverage.py", "plugin: the tests take 83.3 % of the branches, 83.4 % are wanted\n")
+
+    def test_deepest_folder_counts(self):
+        self.floor(**{"plugin": 90.0, "plugin/builder": 50.1})
+        self.assert_finds("check_coverage.py", "plugin/builder: the tests take 50.0 % of the branches, 50.1 % are wanted\n")
+
+    def test_nothing_counted(self):
+        self.floor(plugin=1.0, view=1.0)
+        self.assert_finds("check_coverage.py", "view: no branch was counted\n")
+
+    def test_raise(self):
+        file = self.floor(**{"plugin": 95.0, "plugin/builder": 10.0})
+        self.run_check("check_coverage.py", "--raise")
+        self.assertEqual(file.read_text(encoding="utf-8"), '[branches]\n"plugin" = 95.0\n"plugin/builder" = 50.0\n')
+
+
+if __name__ == "__main__":
+    unittest.main()
