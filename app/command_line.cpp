@@ -4,8 +4,7 @@
 #include "app/command_table.h"
 #include "app/nearest_word.h"
 #include "app/output.h"
-
-#include "model/file_suffix.h"
+#include "app/project_work.h"
 
 #include <CLI/CLI.hpp>
 
@@ -176,7 +175,7 @@ QString wrongFirst(const parser & p, const QString & first)
         commands << QString::fromLatin1(c.what->name());
     }
     if (first.isEmpty() || first.startsWith(QLatin1Char('-')) || commands.contains(first) ||
-        (file.exists() && !file.isDir()) || file.suffix().toLower() == model::ProjectFileSuffix) {
+        (file.exists() && !file.isDir()) || isProjectName(first)) {
         return {};
     }
     const QString nearest = nearestWord(first, commands);

@@ -44,7 +44,7 @@ export_report runPlugin(plugin::export_interface & plugin, model::project & proj
     {
         connections during;
         during.add(plugin, &plugin::base_interface::onMessage, [&](const QString & text, int type, int) {
-            if (type == ErrorMessage) {
+            if (type == plugin::ErrorMessage) {
                 toldErrors.append(oneLine(text));
             }
             if (listener.message) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "plugin/base_interface.h"
-
 #include <QString>
 #include <QStringList>
 
@@ -18,14 +16,10 @@ class export_interface;
 /// The one way in which an export plug-in is run, whoever watches it.
 namespace app {
 
-using plugin::ErrorMessage;
-using plugin::ProgressMessage;
-using plugin::WarningMessage;
-
 /// Who is told what an export does while it does it; each may be empty.
 struct export_listener
 {
-    std::function<void(const QString & text, int type)> message;
+    std::function<void(const QString & text, int type)> message; ///< see plugin::ErrorMessage
     std::function<void(int done, int total)> progress;
 };
 

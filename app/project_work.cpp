@@ -2,6 +2,7 @@
 
 #include "app/whole_file.h"
 
+#include "model/file_suffix.h"
 #include "model/project.h"
 #include "storage/model_check.h"
 #include "storage/project_file.h"
@@ -46,26 +47,33 @@ QString sourceOf(const QString & name)
     return name == StandardInput ? texts::tr("standard input") : QDir::toNativeSeparators(name);
 }
 
+ZkBool unreadable(const QString & name, const QString & reason)
+{
+    return fileFailure(name, texts::tr("cannot be read (%1)").arg(reason));
+}
+
+ZkBool tooLarge(const QString & name)
+{
+    return fileFailure(name, texts::tr("is too large for the text form of a project"));
+}
+
 /// Reads what comes to its end when the other side ends, however large that turns out to be.
 ZkBool readStandardInput(QByteArray & text)
 {
+    const QString source = sourceOf(StandardInput);
     QFile input;
     if (!input.open(stdin, QIODevice::ReadOnly)) {
-        return fileFailure(sourceOf(StandardInput),
-                           texts::tr("cannot be read (%1)").arg(input.errorString()));
+        return unreadable(source, input.errorString());
     }
     constexpr qint64 piece = 1024 * 1024; // bytes
     for (QByteArray more = input.read(piece); !more.isEmpty(); more = input.read(piece)) {
         text += more;
         if (text.size() > TextLimit) {
-            return fileFailure(sourceOf(StandardInput),
-                               texts::tr("is too large for the text form of a project"));
+            return tooLarge(source);
         }
     }
-    return input.error() == QFileDevice::NoError
-               ? ZkBool::success()
-               : fileFailure(sourceOf(StandardInput),
-                             texts::tr("cannot be read (%1)").arg(input.errorString()));
+    return input.error() == QFileDevice::NoError ? ZkBool::success()
+                                                 : unreadable(source, input.errorString());
 }
 
 ZkBool readText(const QString & name, QByteArray & text)
@@ -86,20 +94,35 @@ ZkBool readText(const QString & name, QByteArray & text)
             name, texts::tr("is %1, not a file with the text form of a project").arg(status.kindName));
     }
     if (status.size > TextLimit) {
-        return fileFailure(name, texts::tr("is too large for the text form of a project"));
+        return tooLarge(name);
     }
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly)) {
-        return fileFailure(name, texts::tr("cannot be read (%1)").arg(file.errorString()));
+        return unreadable(name, file.errorString());
     }
     text = file.readAll();
     if (file.error() != QFileDevice::NoError) {
-        return fileFailure(name, texts::tr("cannot be read (%1)").arg(file.errorString()));
+        return unreadable(name, file.errorString());
     }
     return ZkBool::success();
 }
 
+bool hasSuffix(const QString & name, QLatin1String suffix)
+{
+    return QFileInfo(name).suffix().compare(suffix, Qt::CaseInsensitive) == 0;
+}
+
 } // namespace
+
+bool isProjectName(const QString & name)
+{
+    return hasSuffix(name, model::ProjectFileSuffix);
+}
+
+bool isTextName(const QString & name)
+{
+    return hasSuffix(name, TextSuffix);
+}
 
 ZkBool openProject(const QString & file, std::shared_ptr<model::project> & project)
 {

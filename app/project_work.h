@@ -16,6 +16,13 @@ class project;
 /// line that says what, where and why; nothing is printed or shown here.
 namespace app {
 
+/// How the names of files with a text form end, after the dot.
+inline constexpr QLatin1String TextSuffix("json");
+
+/// Whether the file `name` is named as a project, or as a text form.
+[[nodiscard]] bool isProjectName(const QString & name);
+[[nodiscard]] bool isTextName(const QString & name);
+
 /// Loads the project of the file `file`. On failure `project` stays as it was.
 [[nodiscard]] zk::ZkBool openProject(const QString & file, std::shared_ptr<model::project> & project);
 

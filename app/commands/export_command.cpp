@@ -123,8 +123,8 @@ int runExport(plugin::export_interface & plugin, model::project & project, const
     bool hasError = false;
     export_listener listener;
     listener.message = [&hasError](const QString & text, int type) {
-        hasError = hasError || type == ErrorMessage;
-        if (type == ErrorMessage) {
+        hasError = hasError || type == plugin::ErrorMessage;
+        if (type == plugin::ErrorMessage) {
             printError(text);
         } else {
             printLine(oneLine(text));

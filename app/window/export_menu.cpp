@@ -1,17 +1,10 @@
 #include "app/window/export_menu.h"
 
+#include "app/window/shown_text.h"
+
 #include "plugin/export_interface.h"
 
 namespace app {
-
-namespace {
-
-QString menuText(const QString & text)
-{
-    return QString(text).replace(QLatin1Char('&'), QLatin1String("&&"));
-}
-
-} // namespace
 
 export_menu::export_menu(const found_plugins & found, QWidget * parent) : QMenu(tr("&Export"), parent)
 {
@@ -32,8 +25,8 @@ void export_menu::addPlugin(plugin::export_interface * plugin)
 {
     const QString about =
         tr("%1 %2: %3").arg(plugin->getName(), plugin->getVersion(), plugin->getDescription());
-    addSection(menuText(plugin->getName()));
-    QAction * const run = addAction(plugin->getIcon(), menuText(plugin->getShortDesc()));
+    addSection(withoutMnemonic(plugin->getName()));
+    QAction * const run = addAction(plugin->getIcon(), withoutMnemonic(plugin->getShortDesc()));
     run->setObjectName(QStringLiteral("m_actExport_") + plugin->getName());
     if (m_commands.isEmpty()) {
         run->setShortcut(Qt::CTRL | Qt::Key_E);
@@ -48,7 +41,7 @@ void export_menu::addPlugin(plugin::export_interface * plugin)
         return;
     }
     QAction * const settings =
-        addAction(plugin->getIconSettings(), tr("Settings of %1…").arg(menuText(plugin->getName())));
+        addAction(plugin->getIconSettings(), tr("Settings of %1…").arg(withoutMnemonic(plugin->getName())));
     settings->setObjectName(QStringLiteral("m_actSettings_") + plugin->getName());
     settings->setToolTip(tr("Edit the settings that are stored in the project"));
     settings->setStatusTip(tr("Edit the settings that are stored in the project"));

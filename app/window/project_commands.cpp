@@ -5,11 +5,11 @@
 #include "app/window/version_dialogs.h"
 #include "app/window/window_dialogs.h"
 
-#include "app/export_run.h"
 #include "app/project_work.h"
 
 #include "model/file_suffix.h"
 #include "model/project.h"
+#include "plugin/base_interface.h"
 #include "storage/history.h"
 #include "tools/held_dialog.h"
 #include "tools/wait_cursor.h"
@@ -21,8 +21,6 @@
 namespace app {
 
 namespace {
-
-const char TextSuffix[] = "json";
 
 /// What `work` gives. The busy cursor is gone when it is told.
 template <class Work>
@@ -135,7 +133,7 @@ void project_commands::importModel(const QString & modelFile)
     }
     m_messages.begin(tr("Import of %1").arg(QDir::toNativeSeparators(modelFile)));
     for (const QString & warning : std::as_const(done.warnings)) {
-        m_messages.addMessage(warning, WarningMessage);
+        m_messages.addMessage(warning, plugin::WarningMessage);
     }
     m_messages.end(true, tr("Project '%1' imported into %2 (entities: %3)")
                              .arg(done.projectName, QDir::toNativeSeparators(target),
@@ -152,8 +150,8 @@ void project_commands::chooseAndSaveText()
         m_pWindow, tr("Korvane - Save model as text"), folderToStartIn(),
         tr("Models in text form (*.json)") + QStringLiteral(";;") + tr("All files (*)"));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDefaultSuffix(QLatin1String(TextSuffix));
-    dialog->selectFile(QFileInfo(m_session.file()).completeBaseName() + QStringLiteral(".json"));
+    dialog->setDefaultSuffix(TextSuffix);
+    dialog->selectFile(QFileInfo(m_session.file()).completeBaseName() + QLatin1Char('.') + TextSuffix);
     const QString file = chosenFile(dialog, QStringLiteral("wnd_save_text"));
     if (file.isEmpty()) {
         return;
@@ -163,7 +161,7 @@ void project_commands::chooseAndSaveText()
     if (!project) {
         return;
     }
-    if (QFileInfo(file).suffix().toLower() == model::ProjectFileSuffix) {
+    if (isProjectName(file)) {
         // The dialog's question speaks of one file that is replaced, not of the versions that would be lost.
         warn(m_pWindow, tr("Korvane - Save model as text"),
              tr("%1 is a project file and was not overwritten. Choose a name that ends in .json")
@@ -226,7 +224,7 @@ void project_commands::tag()
             ? tr("Version %1 of %2 tagged").arg(QString::number(result.number), file)
             : tr("Version %1 of %2 tagged; the model has not changed since version %3")
                   .arg(QString::number(result.number), file, QString::number(result.unchanged));
-    m_messages.addMessage(told, ProgressMessage);
+    m_messages.addMessage(told, plugin::ProgressMessage);
     Q_EMIT statusTold(told);
 }
 

@@ -13,10 +13,9 @@
 #include "app/window/window_menus.h"
 #include "app/window/window_panes.h"
 
-#include "app/export_run.h"
+#include "app/project_work.h"
 
 #include "context/ctx_global.h"
-#include "model/file_suffix.h"
 #include "model/project.h"
 #include "plugin/export_interface.h"
 #include "tools/visible_text.h"
@@ -56,8 +55,7 @@ QString fileOf(const QMimeData * data)
 {
     const QList<QUrl> urls = data->urls();
     const QString file = urls.size() == 1 ? urls.constFirst().toLocalFile() : QString();
-    const QString suffix = QFileInfo(file).suffix().toLower();
-    return suffix == model::ProjectFileSuffix || suffix == QLatin1String("json") ? file : QString();
+    return isProjectName(file) || isTextName(file) ? file : QString();
 }
 
 } // namespace
@@ -128,7 +126,7 @@ void project_window::showPluginProblems()
     message_panel & messages = m_pPanes->messages();
     messages.begin(tr("Plugins"));
     for (const QString & problem : std::as_const(m_found.problems)) {
-        messages.addMessage(problem, ErrorMessage);
+        messages.addMessage(problem, plugin::ErrorMessage);
     }
     messages.end(false, tr("Some plugins could not be loaded; see the messages"));
 }
@@ -166,10 +164,8 @@ void project_window::dropEvent(QDropEvent * event)
     }
     event->acceptProposedAction();
     // The program that the file comes from waits until the drop is done; a dialog must not hold it.
-    QTimer::singleShot(0, this, [this, file] {
-        QFileInfo(file).suffix().toLower() == model::ProjectFileSuffix ? openFile(file)
-                                                                       : m_pProjects->importModel(file);
-    });
+    QTimer::singleShot(
+        0, this, [this, file] { isProjectName(file) ? openFile(file) : m_pProjects->importModel(file); });
 }
 
 void project_window::openFile(const QString & file)

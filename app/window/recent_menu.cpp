@@ -1,5 +1,7 @@
 #include "app/window/recent_menu.h"
 
+#include "app/window/shown_text.h"
+
 #include "tools/visible_text.h"
 
 #include <QDir>
@@ -17,10 +19,10 @@ void recent_menu::setFiles(const QStringList & files)
 {
     clear();
     for (const QString & file : files) {
-        QString name = tools::visibleText(QFileInfo(file).fileName());
+        const QString name = tools::visibleText(QFileInfo(file).fileName());
         const QString path = tools::visibleText(QDir::toNativeSeparators(file));
-        QAction * const action = addAction(name.replace(QLatin1Char('&'), QLatin1String("&&")));
-        action->setToolTip(QStringLiteral("<qt>%1</qt>").arg(path.toHtmlEscaped()));
+        QAction * const action = addAction(withoutMnemonic(name));
+        action->setToolTip(plainToolTipLine(path));
         action->setStatusTip(path);
         connect(action, &QAction::triggered, this, [this, file] { Q_EMIT fileRequested(file); });
     }

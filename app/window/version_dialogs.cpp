@@ -1,5 +1,7 @@
 #include "app/window/version_dialogs.h"
 
+#include "app/window/shown_text.h"
+
 #include "tools/table_column.h"
 #include "tools/visible_text.h"
 
@@ -82,8 +84,7 @@ QStandardItemModel * versions_dialog::createModel(const QList<storage::history::
             auto * const item = new QStandardItem(text);
             item->setEditable(false);
             if (!message.isEmpty()) {
-                item->setToolTip(
-                    QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(message.toHtmlEscaped()));
+                item->setToolTip(plainToolTip(message));
             }
             row << item;
         }

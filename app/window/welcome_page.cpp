@@ -1,5 +1,7 @@
 #include "app/window/welcome_page.h"
 
+#include "app/window/shown_text.h"
+
 #include "tools/visible_text.h"
 
 #include <QCommandLinkButton>
@@ -29,8 +31,7 @@ QLabel * heading(const QString & text, double scale)
 /// The button draws either text with mnemonics; what it says to others has none.
 QCommandLinkButton * command(const QString & name, const QString & text, const QString & about)
 {
-    const auto drawn = [](QString plain) { return plain.replace(QLatin1Char('&'), QLatin1String("&&")); };
-    auto * const button = new QCommandLinkButton(drawn(text), drawn(about));
+    auto * const button = new QCommandLinkButton(withoutMnemonic(text), withoutMnemonic(about));
     button->setObjectName(name);
     button->setAccessibleName(text);
     button->setAccessibleDescription(about);

@@ -1,9 +1,8 @@
 #include "tools/call_watchdog.h"
 
-#include <cstdio>
-#include <utility>
+#include "tools/memory_in_use.h"
 
-#include <unistd.h>
+#include <utility>
 
 namespace tools {
 
@@ -14,25 +13,12 @@ constexpr int IdleLooks = 50; // without a call, before the thread sleeps until 
 constexpr std::chrono::seconds TimeToHeed(5);
 constexpr call_watchdog::clock::duration Forever = std::chrono::hours(24 * 365);
 
-/// Bytes of memory that the program occupies; 0 where the system does not tell.
-long long memoryInUse()
-{
-    long long pages = 0;
-    if (std::FILE * const file = std::fopen("/proc/self/statm", "re")) {
-        if (std::fscanf(file, "%*s %lld", &pages) != 1) {
-            pages = 0;
-        }
-        std::fclose(file);
-    }
-    return pages * ::sysconf(_SC_PAGESIZE);
-}
-
 } // namespace
 
 call_watchdog::call_watchdog(std::function<void()> onOverrun, std::function<void(overrun)> onDeaf,
                              long long memory)
-    : m_onOverrun(std::move(onOverrun)), m_onDeaf(std::move(onDeaf)), m_iMostMemory(memoryInUse() + memory),
-      m_thread([this] { run(); })
+    : m_onOverrun(std::move(onOverrun)), m_onDeaf(std::move(onDeaf)),
+      m_iMostMemory(static_cast<long long>(memoryInUse()) + memory), m_thread([this] { run(); })
 {
 }
 
@@ -84,7 +70,7 @@ call_watchdog::overrun call_watchdog::end()
 /// One look at the call under watch.
 void call_watchdog::look()
 {
-    const long long memory = memoryInUse();
+    const auto memory = static_cast<long long>(memoryInUse());
     const bool isLate = clock::now() >= m_deadline;
     if (m_overrun == overrun::none) {
         if (isLate || memory > m_iMostMemory) {

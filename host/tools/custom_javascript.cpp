@@ -284,12 +284,12 @@ zk::ZkBool custom_javascript::impl::answer(const QJSValue & result,
         return zk::ZkBool::success(result.toString());
     }
     if (result.isUndefined() || result.isNull()) {
-        return zk::ZkBool::success(parameters.value(QStringLiteral("default_value")).toString());
+        return zk::ZkBool::success(parameters.value(step_parameter::DefaultValue).toString());
     }
     return failure(m_iLineOfFunction,
                    texts::tr("exportStep returned %1 for the action %2; expected a string, "
                              "undefined or null")
-                       .arg(kindOf(result), parameters.value(QStringLiteral("action")).toString()));
+                       .arg(kindOf(result), parameters.value(step_parameter::Action).toString()));
 }
 
 zk::ZkBool custom_javascript::impl::debug()

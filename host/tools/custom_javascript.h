@@ -22,6 +22,15 @@ class base_interface;
 
 namespace tools {
 
+/// How scripts call what they are told of a step.
+namespace step_parameter {
+inline constexpr QLatin1String PluginName("plugin_name");
+inline constexpr QLatin1String CurrentFile("current_file");
+inline constexpr QLatin1String OutputLocation("output_location");
+inline constexpr QLatin1String DefaultValue("default_value");
+inline constexpr QLatin1String Action("action");
+} // namespace step_parameter
+
 /// The user's JavaScript file in an engine of its own: it may replace what an export writes, step by step.
 ///
 /// The file is loaded once and defines `exportStep(project, entity, property, enumeration, parameters)`.
@@ -50,11 +59,10 @@ public:
     /// True from a successful runDebugger() until the debugger is detached or its window is closed.
     [[nodiscard]] bool isDebugging() const;
 
-    /// Calls `exportStep` for one step of an export. The objects may be null; `parameters` holds
-    /// "plugin_name", "current_file", "output_location", "default_value" and "action". On success the text is
-    /// what the step shall write: the text that the script returned, or "default_value" for undefined and
-    /// null. An exception, another result, or a call over the time limit is a failure with file, line and
-    /// reason.
+    /// Calls `exportStep` for one step of an export. The objects may be null; `parameters` are by
+    /// the names of step_parameter. On success the text is what the step shall write: the text that the
+    /// script returned, or the default value for undefined and null. An exception, another result, or a call
+    /// over the time limit is a failure with file, line and reason.
     zk::ZkBool executeScript(model::project * project, model::entity * entity, model::property * property,
                              model::enumeration * enumeration, const QHash<QString, QVariant> & parameters);
 

@@ -1,5 +1,6 @@
 #include "tools/program_end.h"
 
+#include "tools/memory_in_use.h"
 #include "tools/texts.h"
 #include "tools/unfinished_files.h"
 
@@ -44,24 +45,6 @@ void writeLine(const char * line) noexcept
     // Nothing is left to be done about a standard error that takes nothing.
     if (::write(STDERR_FILENO, line, std::strlen(line)) >= 0 && ::write(STDERR_FILENO, "\n", 1) >= 0) {
     }
-}
-
-/// Bytes of memory that the program occupies, by calls that a signal handler may make; 0 when not told.
-size_t memoryInUse() noexcept
-{
-    std::array<char, 128> text{};
-    const int file = ::open("/proc/self/statm", O_RDONLY | O_CLOEXEC);
-    if (file < 0) {
-        return 0;
-    }
-    const bool isRead = ::read(file, text.data(), text.size() - 1) > 0;
-    ::close(file);
-    const char * pages = isRead ? std::strchr(text.data(), ' ') : nullptr;
-    size_t count = 0;
-    for (; pages && pages[1] >= '0' && pages[1] <= '9'; ++pages) {
-        count = count * 10 + static_cast<size_t>(pages[1] - '0');
-    }
-    return count * static_cast<size_t>(::sysconf(_SC_PAGESIZE));
 }
 
 /// Whether as much memory as there is in use is not to be had again: what grows doubles its room.

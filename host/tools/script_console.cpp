@@ -9,7 +9,7 @@ namespace tools {
 namespace {
 
 // Plain objects are shown as JSON; everything else as JavaScript turns it into text.
-const char ConsoleSource[] = R"js((function (sink) {
+const char ConsoleSource[] = R"js((function (sink, progress, error) {
     'use strict';
     function text(value) {
         try {
@@ -22,7 +22,10 @@ const char ConsoleSource[] = R"js((function (sink) {
     function writer(type) {
         return function (...values) { sink.write(type, values.map(text).join(' ')); };
     }
-    return { log: writer(1), info: writer(1), debug: writer(1), warn: writer(1), error: writer(3) };
+    return {
+        log: writer(progress), info: writer(progress), debug: writer(progress), warn: writer(progress),
+        error: writer(error)
+    };
 }))js";
 
 } // namespace
@@ -34,7 +37,9 @@ void script_console::install(QJSEngine & engine)
 {
     QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
     QJSValue makeConsole = engine.evaluate(QString::fromLatin1(ConsoleSource));
-    engine.globalObject().setProperty(QStringLiteral("console"), makeConsole.call({engine.newQObject(this)}));
+    engine.globalObject().setProperty(
+        QStringLiteral("console"),
+        makeConsole.call({engine.newQObject(this), plugin::ProgressMessage, plugin::ErrorMessage}));
 }
 
 void script_console::write(int type, const QString & text)

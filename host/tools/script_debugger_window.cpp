@@ -1,5 +1,6 @@
 #include "tools/script_debugger_window.h"
 
+#include "plugin/statement_source.h"
 #include "tools/script_debugger.h"
 #include "tools/script_debugger_tables.h"
 #include "tools/script_source_view.h"
@@ -20,12 +21,6 @@
 namespace tools {
 
 namespace {
-
-/// What the exports call their steps; others are added as they come up.
-const char * const KnownActions[] = {
-    "DDL_EXPORT_BEGIN", "CREATE_TABLE",     "CREATE_EXTRA_TABLE", "CREATE_INDEX", "ADD_FOREIGN_KEY",
-    "DROP_TABLE",       "RENAME_TABLE",     "DROP_COLUMN",        "ADD_COLUMN",   "RENAME_COLUMN",
-    "DROP_INDEX",       "DROP_FOREIGN_KEY", "DDL_EXPORT_END"};
 
 /// Windows must be gone before the application object, while plug-ins and their scripts may outlive it.
 QSet<script_debugger_window *> & allWindows()
@@ -83,8 +78,9 @@ script_debugger_window::script_debugger_window(script_debugger & debugger, const
     layout->addWidget(all, 1);
     setCentralWidget(central);
     createMenus();
-    for (const char * const action : KnownActions) {
-        addAction(QString::fromLatin1(action));
+    // Others are added as they come up.
+    for (int i = 0; i <= static_cast<int>(plugin::statement_action::end); ++i) {
+        addAction(plugin::actionName(static_cast<plugin::statement_action>(i)));
     }
     resize(1120, 800);
     m_txtSource->setFocus();

@@ -1,5 +1,6 @@
 #include "tools/script_values.h"
 
+#include "tools/custom_javascript.h"
 #include "tools/script_objects.h"
 #include "tools/texts.h"
 
@@ -101,8 +102,8 @@ script_step describeStep(const model::project * project, const model::entity * e
                    : object->getKey() + QStringLiteral(" / ") + object->getName();
     };
     script_step step;
-    step.action = parameters.value(QStringLiteral("action")).toString();
-    step.defaultText = parameters.value(QStringLiteral("default_value")).toString();
+    step.action = parameters.value(step_parameter::Action).toString();
+    step.defaultText = parameters.value(step_parameter::DefaultValue).toString();
     step.details = {
         {label(QT_TRANSLATE_NOOP("tools::script_step", "Project")), project ? project->getName() : none},
         {label(QT_TRANSLATE_NOOP("tools::script_step", "Entity")), keyAndName(entity)},
@@ -112,7 +113,7 @@ script_step describeStep(const model::project * project, const model::entity * e
     QStringList others = parameters.keys();
     others.sort();
     for (const QString & name : std::as_const(others)) {
-        if (name != QLatin1String("action") && name != QLatin1String("default_value")) {
+        if (name != step_parameter::Action && name != step_parameter::DefaultValue) {
             step.details.append({name, parameters.value(name).toString()});
         }
     }

@@ -31,9 +31,9 @@ zk::ZkBool ddl_export_script::open()
         return failure(ddl_export_builder::tr("An error occurred opening SQL file : %1").arg(m_sFileName),
                        m_pSink->reason());
     }
-    m_parameters.insert(QStringLiteral("plugin_name"), m_origin.pluginName);
-    m_parameters.insert(QStringLiteral("current_file"), m_sFileName);
-    m_parameters.insert(QStringLiteral("output_location"), m_origin.outputLocation);
+    m_parameters.insert(tools::step_parameter::PluginName, m_origin.pluginName);
+    m_parameters.insert(tools::step_parameter::CurrentFile, m_sFileName);
+    m_parameters.insert(tools::step_parameter::OutputLocation, m_origin.outputLocation);
     return zk::ZkBool::success();
 }
 
@@ -42,8 +42,8 @@ zk::ZkBool ddl_export_script::write(statement_action action, const QString & sql
 {
     QString text = sql;
     if (m_origin.customScript) {
-        m_parameters.insert(QStringLiteral("default_value"), sql);
-        m_parameters.insert(QStringLiteral("action"), QString(actionName(action)));
+        m_parameters.insert(tools::step_parameter::DefaultValue, sql);
+        m_parameters.insert(tools::step_parameter::Action, QString(actionName(action)));
         const zk::ZkBool replaced = m_origin.customScript->executeScript(
             m_origin.project, about.entity, about.property, nullptr, m_parameters);
         if (!replaced) {

@@ -2,6 +2,7 @@
 
 #include "app/window/diagram/diagram_dot.h"
 #include "app/window/diagram/diagram_grid.h"
+#include "app/window/shown_text.h"
 
 #include <QStandardPaths>
 
@@ -18,7 +19,7 @@ constexpr qsizetype LargestAnswer = qsizetype(64) * 1024 * 1024;
 QString firstLineOf(const QByteArray & errors)
 {
     const QString line = QString::fromLocal8Bit(errors).trimmed().section(QLatin1Char('\n'), 0, 0).trimmed();
-    return line.size() > 200 ? line.left(200) + QChar(0x2026) : line;
+    return shortened(line, 200);
 }
 
 } // namespace

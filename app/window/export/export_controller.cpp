@@ -125,7 +125,7 @@ QString export_controller::whyNothing(const export_report & report)
 void export_controller::showFailure(const QString & untoldReason)
 {
     if (!untoldReason.isEmpty()) {
-        m_messages.addMessage(untoldReason, ErrorMessage);
+        m_messages.addMessage(untoldReason, plugin::ErrorMessage);
     }
     m_messages.end(false, tr("The export failed"));
     Q_EMIT messagesWanted();

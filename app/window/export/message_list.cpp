@@ -1,6 +1,7 @@
 #include "app/window/export/message_list.h"
 
 #include "app/output.h"
+#include "app/window/shown_text.h"
 
 #include "tools/visible_text.h"
 
@@ -20,20 +21,15 @@ constexpr int LongestRow = 1'000;
 constexpr int LongestToolTip = 4'000;
 constexpr int HalfLightness = 128;
 
-QString cut(const QString & text, int length)
-{
-    return text.size() <= length ? text : text.left(length) + QChar(0x2026);
-}
-
 /// `text` as a tool tip that shows it as it is, whatever marks it contains.
 QString toolTip(const QString & text)
 {
-    QString plain = cut(text.trimmed(), LongestToolTip);
+    QString plain = shortened(text.trimmed(), LongestToolTip);
     std::replace_if(
         plain.begin(), plain.end(),
         [](QChar c) { return c.category() == QChar::Other_Control && c != QLatin1Char('\n'); },
         QLatin1Char(' '));
-    return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(plain.toHtmlEscaped());
+    return plainToolTip(plain);
 }
 
 /// `text` with a word for what it is, for those who see neither colour nor picture.
@@ -141,7 +137,7 @@ QVariant message_list::data(const QModelIndex & index, int role) const
     const line & shown = m_lines[static_cast<std::size_t>(index.row())];
     switch (role) {
     case Qt::DisplayRole:
-        return oneLine(cut(shown.text, LongestRow));
+        return oneLine(shortened(shown.text, LongestRow));
     case Qt::ToolTipRole:
         return toolTip(shown.text);
     case Qt::AccessibleTextRole:

@@ -3,7 +3,7 @@
 #include "app/window/export/message_delegate.h"
 #include "app/window/export/message_list.h"
 
-#include "app/export_run.h"
+#include "plugin/base_interface.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -233,9 +233,9 @@ void message_panel::begin(const QString & title)
 void message_panel::addMessage(const QString & text, int type)
 {
     ++m_iMessages;
-    add(text, type == ErrorMessage     ? message_kind::error
-              : type == WarningMessage ? message_kind::warning
-                                       : message_kind::progress);
+    add(text, type == plugin::ErrorMessage     ? message_kind::error
+              : type == plugin::WarningMessage ? message_kind::warning
+                                               : message_kind::progress);
 }
 
 void message_panel::add(const QString & text, message_kind kind)

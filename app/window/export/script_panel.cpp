@@ -2,6 +2,7 @@
 
 #include "app/window/export/find_bar.h"
 #include "app/window/export/script_view.h"
+#include "app/window/shown_text.h"
 
 #include "tools/visible_text.h"
 
@@ -36,12 +37,6 @@ QString shortName(const QString & file)
     const QString name = QFileInfo(file).fileName();
     const QRegularExpressionMatch match = form.match(name);
     return match.hasMatch() ? match.captured(1).replace(QLatin1Char('_'), QLatin1Char(' ')) : name;
-}
-
-/// `text` for a place where & marks the letter of a key.
-QString withoutMnemonic(QString text)
-{
-    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 } // namespace
@@ -150,7 +145,7 @@ void script_panel::setScripts(const QStringList & absoluteFiles)
             const QString name = tools::visibleText(shortName(file));
             const QString path = tools::visibleText(QDir::toNativeSeparators(file));
             const int index = m_tabScripts->addTab(page, withoutMnemonic(name));
-            const QString tip = QStringLiteral("<qt>%1</qt>").arg(path.toHtmlEscaped());
+            const QString tip = plainToolTipLine(path);
             m_tabScripts->setTabToolTip(index, tip);
             m_cboScript->addItem(name);
             m_cboScript->setItemData(index, tip, Qt::ToolTipRole);

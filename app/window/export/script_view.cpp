@@ -1,6 +1,7 @@
 #include "app/window/export/script_view.h"
 
 #include "app/window/export/script_text.h"
+#include "app/window/shown_text.h"
 
 #include "tools/visible_text.h"
 
@@ -27,7 +28,7 @@ public:
     {
         setReadOnly(true);
         setFrame(false);
-        setToolTip(QStringLiteral("<qt>%1</qt>").arg(path.toHtmlEscaped()));
+        setToolTip(plainToolTipLine(path));
         setAccessibleDescription(path);
         QPalette plain;
         plain.setBrush(QPalette::Base, Qt::NoBrush);

@@ -1,5 +1,6 @@
 #include "app/window/tree/project_tree.h"
 
+#include "app/window/shown_text.h"
 #include "app/window/tree/project_tree_model.h"
 #include "app/window/tree/project_tree_view.h"
 
@@ -199,9 +200,7 @@ void project_tree::showState()
         m_lblEmpty->setText(tr("The project has no entities"));
     } else {
         const QString text = m_txtFilter->text().simplified();
-        const bool isLong = text.size() > ShownLength;
-        m_lblEmpty->setText(
-            tr("Nothing matches '%1'").arg(isLong ? text.left(ShownLength) + QChar(0x2026) : text));
+        m_lblEmpty->setText(tr("Nothing matches '%1'").arg(shortened(text, ShownLength)));
     }
     const bool isEmpty = m_pModel->rowCount() == 0;
     m_pages->setCurrentWidget(isEmpty ? static_cast<QWidget *>(m_lblEmpty) : m_treModel);

@@ -1,5 +1,7 @@
 #include "app/window/tree/project_tree_view.h"
 
+#include "app/window/shown_text.h"
+
 #include "model/entity.h"
 #include "model/relationship.h"
 #include "tools/colours.h"
@@ -42,12 +44,8 @@ public:
 
     [[nodiscard]] QString displayText(const QVariant & value, const QLocale &) const override
     {
-        QString text = value.toString();
-        if (text.size() > ShownLength) { // measuring more of it only takes time
-            text.truncate(ShownLength);
-            text += QChar(0x2026);
-        }
-        return text.replace(QLatin1Char('\n'), QLatin1Char(' '));
+        // Measuring more of it only takes time.
+        return shortened(value.toString(), ShownLength).replace(QLatin1Char('\n'), QLatin1Char(' '));
     }
 
 protected:
