@@ -11,12 +11,13 @@
 #   unused      no function is called by nothing (scripts/checks/unused.toml)
 #   checks      the three checks above and that of the coverage find what they are for
 #   clazy       clazy finds nothing, level 1
+#   threads     the tests of threads and processes pass under the thread sanitizer
 #
 # Every part is run whatever came of those before it; what failed is listed at the end, with the time of each.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-all_parts=(format spelling shell cmake includes duplicates unused checks clazy)
+all_parts=(format spelling shell cmake includes duplicates unused checks clazy threads)
 
 # What git tracks or would track, of the given patterns, as far as it is there.
 sources() {
@@ -70,6 +71,11 @@ build() {
 check_clazy() {
     build dev >/dev/null
     scripts/analyse.py clazy
+}
+
+check_threads() {
+    build threads
+    ctest --preset threads
 }
 
 parts=("$@")

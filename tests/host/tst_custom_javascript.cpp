@@ -19,7 +19,7 @@
 
 #include <malloc.h>
 #include <unistd.h>
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 // The compiler has the function, not its header.
 extern "C" size_t __sanitizer_get_current_allocated_bytes();
 #endif
@@ -85,7 +85,7 @@ std::shared_ptr<model::project> makeShop()
 /// Bytes that the program has allocated and not freed.
 qint64 usedHeap()
 {
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     return static_cast<qint64>(__sanitizer_get_current_allocated_bytes());
 #else
     return static_cast<qint64>(mallinfo2().uordblks);
