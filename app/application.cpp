@@ -67,9 +67,8 @@ std::unique_ptr<QCoreApplication> makeApplicationWithPlugins(int & argc, char **
 
 QString noDisplayText()
 {
-    return QStringLiteral(
-        "The window needs a display and none was found; 'korvane --help' lists the commands "
-        "that work without one");
+    return QStringLiteral("The window needs a display and none was found; "
+                          "'korvane --help' lists the commands that work without one");
 }
 
 bool hasDisplay()

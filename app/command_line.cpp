@@ -248,9 +248,8 @@ QString workingFolderProblem(const command_line & line)
     if (relative == line.files.cend() || decode(std::filesystem::current_path(error).c_str(), folder)) {
         return {};
     }
-    return QStringLiteral(
-               "The name of the current folder is not UTF-8: '%1'; give %2 with its whole path, or use "
-               "another folder")
+    return QStringLiteral("The name of the current folder is not UTF-8: '%1'; "
+                          "give %2 with its whole path, or use another folder")
         .arg(folder, *relative);
 }
 

@@ -88,8 +88,8 @@ QString nothingFound(const found_plugins & found)
 
 QString noPluginText()
 {
-    return QStringLiteral("No plugin was found in %1; reinstall korvane, or name their folder in "
-                          "KORVANE_PLUGIN_PATH")
+    return QStringLiteral("No plugin was found in %1; "
+                          "reinstall korvane, or name their folder in KORVANE_PLUGIN_PATH")
         .arg(plugin::pluginFolders().join(QStringLiteral(", ")));
 }
 

@@ -2086,6 +2086,26 @@ Soll es angelegt und der Export gestartet werden?</translation>
         <comment>exportStep returned …</comment>
         <translation>ein Objekt</translation>
     </message>
+    <message>
+        <source>%1 cannot be loaded (%2); install it again</source>
+        <translation>%1 kann nicht geladen werden (%2); installieren Sie es erneut</translation>
+    </message>
+    <message>
+        <source>it is not a plugin</source>
+        <translation>es ist kein Plugin</translation>
+    </message>
+    <message>
+        <source>it was built for another interface</source>
+        <translation>es wurde für eine andere Schnittstelle gebaut</translation>
+    </message>
+    <message>
+        <source>%1 was built for Qt %2, but this is Qt %3; install the one for this Qt</source>
+        <translation>%1 wurde für Qt %2 gebaut, dies ist aber Qt %3; installieren Sie das Modul für dieses Qt</translation>
+    </message>
+    <message>
+        <source>KorvaneLineDebugger was not found in %1; install it to stop at lines</source>
+        <translation>KorvaneLineDebugger wurde in %1 nicht gefunden; installieren Sie es, um an Zeilen anzuhalten</translation>
+    </message>
 </context>
 <context>
     <name>tools::debugger_tables</name>
@@ -2112,29 +2132,6 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>Variable</source>
         <translation>Variable</translation>
-    </message>
-</context>
-<context>
-    <name>tools::line_debugger</name>
-    <message>
-        <source>%1 cannot be loaded (%2); install it again</source>
-        <translation>%1 kann nicht geladen werden (%2); installieren Sie es erneut</translation>
-    </message>
-    <message>
-        <source>it is not a plugin</source>
-        <translation>es ist kein Plugin</translation>
-    </message>
-    <message>
-        <source>it was built for another interface</source>
-        <translation>es wurde für eine andere Schnittstelle gebaut</translation>
-    </message>
-    <message>
-        <source>%1 was built for Qt %2, but this is Qt %3; install the one for this Qt</source>
-        <translation>%1 wurde für Qt %2 gebaut, dies ist aber Qt %3; installieren Sie das Modul für dieses Qt</translation>
-    </message>
-    <message>
-        <source>KorvaneLineDebugger was not found in %1; install it to stop at lines</source>
-        <translation>KorvaneLineDebugger wurde in %1 nicht gefunden; installieren Sie es, um an Zeilen anzuhalten</translation>
     </message>
 </context>
 <context>

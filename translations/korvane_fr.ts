@@ -2086,6 +2086,26 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
         <comment>exportStep returned …</comment>
         <translation>un objet</translation>
     </message>
+    <message>
+        <source>%1 cannot be loaded (%2); install it again</source>
+        <translation>%1 ne peut pas être chargé (%2) ; réinstallez-le</translation>
+    </message>
+    <message>
+        <source>it is not a plugin</source>
+        <translation>ce n&apos;est pas un plugin</translation>
+    </message>
+    <message>
+        <source>it was built for another interface</source>
+        <translation>il a été compilé pour une autre interface</translation>
+    </message>
+    <message>
+        <source>%1 was built for Qt %2, but this is Qt %3; install the one for this Qt</source>
+        <translation>%1 a été compilé pour Qt %2, mais ceci est Qt %3 ; installez celui de ce Qt</translation>
+    </message>
+    <message>
+        <source>KorvaneLineDebugger was not found in %1; install it to stop at lines</source>
+        <translation>KorvaneLineDebugger est introuvable dans %1 ; installez-le pour pouvoir arrêter aux lignes</translation>
+    </message>
 </context>
 <context>
     <name>tools::debugger_tables</name>
@@ -2112,29 +2132,6 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <message>
         <source>Variable</source>
         <translation>Variable</translation>
-    </message>
-</context>
-<context>
-    <name>tools::line_debugger</name>
-    <message>
-        <source>%1 cannot be loaded (%2); install it again</source>
-        <translation>%1 ne peut pas être chargé (%2) ; réinstallez-le</translation>
-    </message>
-    <message>
-        <source>it is not a plugin</source>
-        <translation>ce n&apos;est pas un plugin</translation>
-    </message>
-    <message>
-        <source>it was built for another interface</source>
-        <translation>il a été compilé pour une autre interface</translation>
-    </message>
-    <message>
-        <source>%1 was built for Qt %2, but this is Qt %3; install the one for this Qt</source>
-        <translation>%1 a été compilé pour Qt %2, mais ceci est Qt %3 ; installez celui de ce Qt</translation>
-    </message>
-    <message>
-        <source>KorvaneLineDebugger was not found in %1; install it to stop at lines</source>
-        <translation>KorvaneLineDebugger est introuvable dans %1 ; installez-le pour pouvoir arrêter aux lignes</translation>
     </message>
 </context>
 <context>

@@ -28,8 +28,9 @@ public:
     [[nodiscard]] QString whyWrong() const override
     {
         return m_sProjectFile == QLatin1String("-")
-                   ? QStringLiteral("PROJECT.korv is '-', but a project cannot be written to standard "
-                                    "output; give a file name ('./-' for a file of that name)")
+                   ? QStringLiteral(
+                         "PROJECT.korv is '-', but a project cannot be written to standard output; "
+                         "give a file name ('./-' for a file of that name)")
                    : QString();
     }
 

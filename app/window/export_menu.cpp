@@ -1,6 +1,6 @@
 #include "app/window/export_menu.h"
 
-#include "app/window/shown_text.h"
+#include "app/shown_text.h"
 
 #include "plugin/export_interface.h"
 

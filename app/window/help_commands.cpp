@@ -43,10 +43,9 @@ void showFolder(QWidget * parent, const QString & folder)
 
 void showAbout(QWidget * parent, const found_plugins & found)
 {
-    QString text =
-        texts::tr("<h3>Korvane %1</h3><p>Trustworthy migration scripts from a class model.</p><p>Runs on "
-                  "Qt %2. MIT license.</p>")
-            .arg(QStringLiteral(KORVANE_VERSION), QString::fromLatin1(qVersion()));
+    QString text = texts::tr("<h3>Korvane %1</h3><p>Trustworthy migration scripts from a class model.</p>"
+                             "<p>Runs on Qt %2. MIT license.</p>")
+                       .arg(QStringLiteral(KORVANE_VERSION), QString::fromLatin1(qVersion()));
     for (const auto & loaded : found.plugins) {
         const plugin::export_interface & p = *loaded->getInterface();
         text += QStringLiteral("<p><b>%1 %2</b><br/>%3</p>")

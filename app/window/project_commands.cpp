@@ -107,11 +107,10 @@ QString project_commands::chooseImportTarget(const QFileInfo & text)
     dialog->selectFile(QFileInfo(proposed).fileName());
     const QString target = chosenFile(dialog, QStringLiteral("wnd_import_into"));
     if (!target.isEmpty() && replacesModel(target) &&
-        !isConfirmed(
-            m_pWindow, tr("Korvane - Import model"),
-            tr("'%1' already exists.\nReplace its model with the one from '%2'? Settings and versions are "
-               "kept.")
-                .arg(QDir::toNativeSeparators(target), text.fileName()))) {
+        !isConfirmed(m_pWindow, tr("Korvane - Import model"),
+                     tr("'%1' already exists.\n"
+                        "Replace its model with the one from '%2'? Settings and versions are kept.")
+                         .arg(QDir::toNativeSeparators(target), text.fileName()))) {
         return {};
     }
     return target;

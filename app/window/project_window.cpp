@@ -1,9 +1,9 @@
 #include "app/window/project_window.h"
 
 #include "app/window/diagram/diagram_panel.h"
-#include "app/window/export/export_controller.h"
 #include "app/window/export/message_panel.h"
 #include "app/window/export/script_panel.h"
+#include "app/window/export_controller.h"
 #include "app/window/help_commands.h"
 #include "app/window/project_commands.h"
 #include "app/window/project_session.h"
@@ -209,8 +209,8 @@ void project_window::fileLost(const QString & reason)
 {
     updateTitle();
     warn(this, tr("Korvane - Project file"),
-         tr("%1\n\nThe window still shows the project as last read. To keep "
-            "its model, use \"File > Save model as text…\".")
+         tr("%1\n\nThe window still shows the project as last read. "
+            "To keep its model, use \"File > Save model as text…\".")
              .arg(reason));
 }
 

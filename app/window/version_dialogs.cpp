@@ -1,6 +1,6 @@
 #include "app/window/version_dialogs.h"
 
-#include "app/window/shown_text.h"
+#include "app/shown_text.h"
 
 #include "tools/table_column.h"
 #include "tools/visible_text.h"
@@ -51,9 +51,10 @@ tag_dialog::tag_dialog(const QString & projectName, int number, QWidget * parent
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto * const layout = new QVBoxLayout(this);
-    layout->addWidget(plainLabel(tr("This tags the current state of '%1', its model and its settings, as "
-                                    "version %2. Evolution scripts lead from one version to the next.")
-                                     .arg(projectName, QString::number(number))));
+    layout->addWidget(
+        plainLabel(tr("This tags the current state of '%1', its model and its settings, as version %2. "
+                      "Evolution scripts lead from one version to the next.")
+                       .arg(projectName, QString::number(number))));
     layout->addWidget(label);
     layout->addWidget(m_txtMessage);
     layout->addWidget(buttons);

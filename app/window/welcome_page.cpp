@@ -1,6 +1,6 @@
 #include "app/window/welcome_page.h"
 
-#include "app/window/shown_text.h"
+#include "app/shown_text.h"
 
 #include "tools/visible_text.h"
 

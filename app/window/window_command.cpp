@@ -19,8 +19,8 @@ class window_command : public command
 public:
     window_command()
         : command("korvane",
-                  "Imports models of persistent classes, tags their versions and exports them as DDL SQL "
-                  "scripts.",
+                  "Imports models of persistent classes, tags their versions "
+                  "and exports them as DDL SQL scripts.",
                   surroundings::window)
     {
     }

@@ -2,9 +2,9 @@
 
 #include "app/plugin_choice.h"
 #include "app/window/diagram/diagram_panel.h"
-#include "app/window/export/export_controller.h"
 #include "app/window/export/message_panel.h"
 #include "app/window/export/script_panel.h"
+#include "app/window/export_controller.h"
 #include "app/window/export_menu.h"
 #include "app/window/help_commands.h"
 #include "app/window/project_commands.h"

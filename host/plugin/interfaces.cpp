@@ -2,8 +2,6 @@
 #include "plugin/export_interface.h"
 #include "plugin/statement_source.h"
 
-#include "tools/custom_javascript.h"
-
 #include <cstddef>
 #include <iterator>
 

@@ -1,8 +1,8 @@
 #include "plugin/plugin_finder.h"
 
 #include "plugin/export_interface.h"
+#include "plugin/module_ids.h"
 #include "plugin/texts.h"
-#include "tools/line_debugger.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,8 +1,8 @@
 #include "tools/line_debugger.h"
 
 #include "plugin/plugin_finder.h"
+#include "tools/texts.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QJsonObject>
 #include <QPluginLoader>
@@ -10,11 +10,6 @@
 namespace tools {
 
 namespace {
-
-class texts
-{
-    Q_DECLARE_TR_FUNCTIONS(tools::line_debugger)
-};
 
 /// The module of one folder, or null with the reason, which is empty when the folder has none.
 line_debugger * loadFrom(const QString & folder, QString & reason)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "plugin/module_ids.h"
 #include "tools/line_stops.h"
 
 #include <QtPlugin>
@@ -23,10 +24,6 @@ public:
     virtual void install(QJSEngine & engine, const QString & fileName,
                          const std::shared_ptr<line_stops> & stops) = 0;
 };
-
-/// By this the module is told from export plug-ins, which lie in the same folders. A changed interface gets
-/// another number.
-#define KORVANE_LINE_DEBUGGER_IID "KorvaneLineDebugger/1"
 
 /// The line debugger of the module that was built for the Qt that the program runs on, from the first of the
 /// plug-in folders that has one; it stays to the end of the program. Null with one line of reason when there

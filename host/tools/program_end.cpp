@@ -19,9 +19,9 @@
 
 namespace tools {
 
-const char * const OutOfMemory =
-    QT_TRANSLATE_NOOP("tools", "Out of memory; the command was not completed. Close other programs or raise "
-                               "the limit of memory (ulimit -v), and try again");
+const char * const OutOfMemory = QT_TRANSLATE_NOOP(
+    "tools", "Out of memory; the command was not completed. "
+             "Close other programs or raise the limit of memory (ulimit -v), and try again");
 
 QString outOfMemoryText()
 {

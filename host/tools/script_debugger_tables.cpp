@@ -12,7 +12,7 @@ namespace tools::debugger_tables {
 
 namespace {
 
-class texts
+class titles // apart from the folder's reasons
 {
     Q_DECLARE_TR_FUNCTIONS(tools::debugger_tables)
 };
@@ -26,7 +26,7 @@ const table_column<detail> StepColumns[] = {
 const table_column<script_frame> StackColumns[] = {
     {QT_TRANSLATE_NOOP("tools::debugger_tables", "Function"),
      [](const script_frame & f) {
-         return f.function.isEmpty() ? texts::tr("(without a name)") : f.function;
+         return f.function.isEmpty() ? titles::tr("(without a name)") : f.function;
      }},
     {QT_TRANSLATE_NOOP("tools::debugger_tables", "Line"),
      [](const script_frame & f) { return QString::number(f.line); }},
@@ -43,7 +43,7 @@ template <class Columns>
 QTreeWidget * create(const Columns & columns)
 {
     auto * const table = new QTreeWidget;
-    table->setHeaderLabels(titlesOf(columns, [](const char * title) { return texts::tr(title); }));
+    table->setHeaderLabels(titlesOf(columns, [](const char * title) { return titles::tr(title); }));
     table->setRootIsDecorated(false);
     table->setAlternatingRowColors(true);
     table->setUniformRowHeights(true);

@@ -51,32 +51,7 @@ script_debugger_window::script_debugger_window(script_debugger & debugger, const
     setAttribute(Qt::WA_QuitOnClose, false);
 
     createCommands();
-    auto * const upper = new QSplitter(Qt::Horizontal);
-    upper->addWidget(createSourcePane(source));
-    auto * const right = new QSplitter(Qt::Vertical);
-    right->addWidget(createStepPane());
-    right->addWidget(createPlacePane());
-    upper->addWidget(right);
-    upper->setSizes({650, 430});
-    auto * const all = new QSplitter(Qt::Vertical);
-    all->addWidget(upper);
-    all->addWidget(createConsole());
-    all->setSizes({630, 130});
-    all->setChildrenCollapsible(false);
-    m_lblPlace = new QLabel;
-    m_lblPlace->setObjectName(QStringLiteral("m_lblPlace"));
-    m_lblPlace->setTextFormat(Qt::PlainText);
-    m_lblPlace->setMargin(4);
-    QFont bold = m_lblPlace->font();
-    bold.setBold(true);
-    m_lblPlace->setFont(bold);
-    auto * const central = new QWidget;
-    auto * const layout = new QVBoxLayout(central);
-    layout->setContentsMargins(6, 0, 6, 6);
-    layout->setSpacing(2);
-    layout->addWidget(m_lblPlace);
-    layout->addWidget(all, 1);
-    setCentralWidget(central);
+    setCentralWidget(createPanes(source));
     createMenus();
     // Others are added as they come up.
     for (int i = 0; i <= static_cast<int>(plugin::statement_action::end); ++i) {

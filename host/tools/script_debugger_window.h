@@ -50,6 +50,7 @@ private:
                          const QString & tip, void (script_debugger::*command)());
     void createCommands();
     void createMenus();
+    QWidget * createPanes(const QString & source);
     QWidget * createSourcePane(const QString & source);
     QWidget * createStepPane();
     QWidget * createPlacePane();

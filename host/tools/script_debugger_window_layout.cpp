@@ -120,6 +120,36 @@ QPlainTextEdit * script_debugger_window::createText(const QString & name, const 
     return text;
 }
 
+QWidget * script_debugger_window::createPanes(const QString & source)
+{
+    auto * const upper = new QSplitter(Qt::Horizontal);
+    upper->addWidget(createSourcePane(source));
+    auto * const right = new QSplitter(Qt::Vertical);
+    right->addWidget(createStepPane());
+    right->addWidget(createPlacePane());
+    upper->addWidget(right);
+    upper->setSizes({650, 430});
+    auto * const all = new QSplitter(Qt::Vertical);
+    all->addWidget(upper);
+    all->addWidget(createConsole());
+    all->setSizes({630, 130});
+    all->setChildrenCollapsible(false);
+    m_lblPlace = new QLabel;
+    m_lblPlace->setObjectName(QStringLiteral("m_lblPlace"));
+    m_lblPlace->setTextFormat(Qt::PlainText);
+    m_lblPlace->setMargin(4);
+    QFont bold = m_lblPlace->font();
+    bold.setBold(true);
+    m_lblPlace->setFont(bold);
+    auto * const central = new QWidget;
+    auto * const layout = new QVBoxLayout(central);
+    layout->setContentsMargins(6, 0, 6, 6);
+    layout->setSpacing(2);
+    layout->addWidget(m_lblPlace);
+    layout->addWidget(all, 1);
+    return central;
+}
+
 QWidget * script_debugger_window::createSourcePane(const QString & source)
 {
     m_txtSource = new script_source_view;

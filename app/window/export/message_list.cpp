@@ -1,7 +1,7 @@
 #include "app/window/export/message_list.h"
 
 #include "app/output.h"
-#include "app/window/shown_text.h"
+#include "app/shown_text.h"
 
 #include "tools/visible_text.h"
 

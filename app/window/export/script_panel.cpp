@@ -1,8 +1,8 @@
 #include "app/window/export/script_panel.h"
 
+#include "app/shown_text.h"
 #include "app/window/export/find_bar.h"
 #include "app/window/export/script_view.h"
-#include "app/window/shown_text.h"
 
 #include "tools/visible_text.h"
 

@@ -1,7 +1,7 @@
 #include "app/window/export/script_view.h"
 
+#include "app/shown_text.h"
 #include "app/window/export/script_text.h"
-#include "app/window/shown_text.h"
 
 #include "tools/visible_text.h"
 

@@ -1,6 +1,6 @@
 #include "app/window/tree/project_tree.h"
 
-#include "app/window/shown_text.h"
+#include "app/shown_text.h"
 #include "app/window/tree/project_tree_model.h"
 #include "app/window/tree/project_tree_view.h"
 

@@ -1,6 +1,6 @@
 #include "app/window/tree/project_tree_view.h"
 
-#include "app/window/shown_text.h"
+#include "app/shown_text.h"
 
 #include "model/entity.h"
 #include "model/relationship.h"

@@ -1,4 +1,4 @@
-#include "app/window/export/export_controller.h"
+#include "app/window/export_controller.h"
 
 #include "app/window/dialog_watch.h"
 #include "app/window/export/message_panel.h"
@@ -116,8 +116,8 @@ tools::script_permission export_controller::mayRunScript(const QString & file)
 QString export_controller::whyNothing(const export_report & report)
 {
     if (report.isVersionMissing) {
-        return tr("Nothing was written: evolution scripts need a tagged version. Use \"Actions > Tag project "
-                  "state…\" first");
+        return tr("Nothing was written: evolution scripts need a tagged version. "
+                  "Use \"Actions > Tag project state…\" first");
     }
     return report.reasonForNoFile.isEmpty() ? tr("Nothing was written") : report.reasonForNoFile;
 }
