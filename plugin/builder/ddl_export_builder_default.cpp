@@ -21,16 +21,12 @@ namespace {
 /// About what one column takes, so that a table is built without copying its text again and again.
 constexpr qsizetype ColumnLength = 48;
 
-QString columnConstraints(const model::property & property)
+QLatin1String columnConstraints(const model::property & property)
 {
-    QString text;
-    if (!property.getAllowNull()) {
-        text += " NOT NULL";
+    if (property.getAllowNull()) {
+        return QLatin1String(property.getUnique() ? " UNIQUE" : "");
     }
-    if (property.getUnique()) {
-        text += " UNIQUE";
-    }
-    return text;
+    return QLatin1String(property.getUnique() ? " NOT NULL UNIQUE" : " NOT NULL");
 }
 
 } // namespace
@@ -106,7 +102,7 @@ QString ddl_export_builder_default::createTable(std::shared_ptr<model::entity> e
     const qsizetype expectedColumns = (draft.properties ? draft.properties->count() : 0) + 2;
     draft.columns.reserve(expectedColumns);
     draft.sql.reserve(ColumnLength * expectedColumns);
-    draft.sql += "CREATE TABLE " % getSqlTableName(entity, true) % " (";
+    draft.sql += u"CREATE TABLE " % getSqlTableName(entity, true) % u" (";
     appendKeyColumns(draft);
     appendColumns(draft);
     appendSoftDelete(draft);
@@ -122,7 +118,7 @@ void ddl_export_builder_default::appendKeyColumns(table_draft & draft) const
     for (int i = 0; i < draft.key.columns; ++i) {
         const QString column = getSqlColumnName(draft.key.property, i, true);
         if (draft.takeColumn(column)) {
-            draft.sql += column % " " % keyColumnType(draft.key.property, i) % " NOT NULL" %
+            draft.sql += column % u" " % keyColumnType(draft.key.property, i) % u" NOT NULL" %
                          keyColumnSuffix(draft.key) % ListSeparator;
         }
     }
@@ -146,7 +142,7 @@ void ddl_export_builder_default::appendColumns(table_draft & draft)
         if (!draft.takeColumn(column)) {
             continue;
         }
-        draft.sql += column % " " % columnType(p) % columnConstraints(*p) % ListSeparator;
+        draft.sql += column % u" " % columnType(p) % columnConstraints(*p) % ListSeparator;
         if (p->isIndex()) {
             registerIndex(p);
         }
@@ -156,7 +152,7 @@ void ddl_export_builder_default::appendColumns(table_draft & draft)
 void ddl_export_builder_default::appendSoftDelete(table_draft & draft) const
 {
     if (const QString column = draft.key.entity->getSoftDeleteColumn(); !column.isEmpty()) {
-        draft.sql += column % " " % getDefaultSqlPropertyType(false) % ListSeparator;
+        draft.sql += column % u" " % getDefaultSqlPropertyType(false) % ListSeparator;
     }
 }
 
@@ -176,7 +172,7 @@ void ddl_export_builder_default::appendRelationships(table_draft & draft)
             for (int i = 0; i < columns; ++i) {
                 const QString column = getSqlName(relation->getColumnName(i));
                 if (draft.takeColumn(column)) {
-                    draft.sql += column % " " % getSqlPropertyType(targetKey, i) % ListSeparator;
+                    draft.sql += column % u" " % getSqlPropertyType(targetKey, i) % ListSeparator;
                 }
             }
             if (p->isIndex()) {
@@ -239,15 +235,15 @@ QString ddl_export_builder_default::keyClause(const table_key & key) const
 
 QString ddl_export_builder_default::keyClauseText(const table_key & key) const
 {
-    return "PRIMARY KEY (" %
-           joined(key.columns, ListSeparator, [&](int i) { return keyClauseColumn(key.property, i); }) % ")";
+    return u"PRIMARY KEY (" %
+           joined(key.columns, ListSeparator, [&](int i) { return keyClauseColumn(key.property, i); }) % u")";
 }
 
 QString ddl_export_builder_default::namedKeyClause(const table_key & key) const
 {
-    return key.isComposite()
-               ? QString("CONSTRAINT " % getSqlPrimaryKeyName(key.property, true) % " " % keyClauseText(key))
-               : QString();
+    return key.isComposite() ? QString(u"CONSTRAINT " % getSqlPrimaryKeyName(key.property, true) % u" " %
+                                       keyClauseText(key))
+                             : QString();
 }
 
 QString ddl_export_builder_default::keyClauseColumn(const std::shared_ptr<model::property> & key,
@@ -268,7 +264,7 @@ QString ddl_export_builder_default::statementsAfterTable(const table_key &) cons
 
 QString ddl_export_builder_default::dropTable(std::shared_ptr<model::entity> entity)
 {
-    return entity ? QString("DROP TABLE " % getSqlTableName(entity, true) % ";") : QString();
+    return entity ? QString(u"DROP TABLE " % getSqlTableName(entity, true) % u";") : QString();
 }
 
 QString ddl_export_builder_default::renameTable(std::shared_ptr<model::entity> previous,
@@ -282,7 +278,7 @@ QString ddl_export_builder_default::renameTable(std::shared_ptr<model::entity> p
 
 QString ddl_export_builder_default::renameTableStatement(const QString & from, const QString & to) const
 {
-    return "ALTER TABLE " % from % " RENAME TO " % to % ";";
+    return u"ALTER TABLE " % from % u" RENAME TO " % to % u";";
 }
 
 QString ddl_export_builder_default::addColumn(std::shared_ptr<model::property> property)
@@ -291,10 +287,10 @@ QString ddl_export_builder_default::addColumn(std::shared_ptr<model::property> p
     if (!entity) {
         return {};
     }
-    const QString head = "ALTER TABLE " % getSqlTableName(entity, true) % " ADD COLUMN ";
-    const QString tail = columnConstraints(*property) % ";";
+    const QString head = u"ALTER TABLE " % getSqlTableName(entity, true) % u" ADD COLUMN ";
+    const QString tail = columnConstraints(*property) % u";";
     return joined(property->getColumnNameCount(), StatementSeparator, [&](int i) -> QString {
-        return head % getSqlColumnName(property, i, true) % " " % getSqlPropertyType(property, i) % tail;
+        return head % getSqlColumnName(property, i, true) % u" " % getSqlPropertyType(property, i) % tail;
     });
 }
 
@@ -310,9 +306,9 @@ QString ddl_export_builder_default::dropColumn(std::shared_ptr<model::property> 
     if (!entity) {
         return {};
     }
-    const QString head = "ALTER TABLE " % getSqlTableName(entity, true) % " DROP COLUMN ";
+    const QString head = u"ALTER TABLE " % getSqlTableName(entity, true) % u" DROP COLUMN ";
     return joined(property->getColumnNameCount(), StatementSeparator,
-                  [&](int i) -> QString { return head % getSqlColumnName(property, i, true) % ";"; });
+                  [&](int i) -> QString { return head % getSqlColumnName(property, i, true) % u";"; });
 }
 
 QString ddl_export_builder_default::renameColumn(std::shared_ptr<model::property> previous,
@@ -348,7 +344,7 @@ QString ddl_export_builder_default::renameColumnStatement(const QString & table,
                                                           const QString & to,
                                                           const std::shared_ptr<model::property> &, int) const
 {
-    return "ALTER TABLE " % table % " RENAME COLUMN " % from % " TO " % to % ";";
+    return u"ALTER TABLE " % table % u" RENAME COLUMN " % from % u" TO " % to % u";";
 }
 
 bool ddl_export_builder_default::exportsRelationships() const

@@ -42,7 +42,7 @@ QString ddl_export_builder_default::createExtraTable(std::shared_ptr<model::rela
     if (!ownerKey || !targetKey) {
         return {};
     }
-    return "CREATE TABLE " % relationship->getExtraTable() % " (" %
+    return u"CREATE TABLE " % relationship->getExtraTable() % u" (" %
            linkColumns(relationship->getForeignKey(), ownerKey) % ListSeparator %
            linkColumns(relationship->getForeignKeyOwner(), targetKey) % tableTail();
 }
@@ -52,7 +52,7 @@ QString ddl_export_builder_default::linkColumns(const QString & names,
 {
     const int columns = static_cast<int>(names.count(model::ColumnSeparator)) + 1;
     return joined(columns, ListSeparator, [&](int i) -> QString {
-        return names.section(model::ColumnSeparator, i, i) % " " % keyColumnType(key, i);
+        return names.section(model::ColumnSeparator, i, i) % u" " % keyColumnType(key, i);
     });
 }
 
@@ -80,8 +80,8 @@ QString ddl_export_builder_default::foreignKeyClause(const std::shared_ptr<model
     const auto columnsOf = [&](const std::shared_ptr<model::property> & p) {
         return joined(columns, ListSeparator, [&](int i) { return getSqlColumnName(p, i, true); });
     };
-    return "FOREIGN KEY (" % columnsOf(property) % ") REFERENCES " % getSqlTableName(target, true) % " (" %
-           columnsOf(targetKey) % ")";
+    return u"FOREIGN KEY (" % columnsOf(property) % u") REFERENCES " % getSqlTableName(target, true) % u" (" %
+           columnsOf(targetKey) % u")";
 }
 
 QString ddl_export_builder_default::addForeignKey(std::shared_ptr<model::relationship> relationship)
@@ -102,19 +102,19 @@ QString ddl_export_builder_default::addForeignKey(std::shared_ptr<model::relatio
             return {};
         }
     }
-    const QString constraint = " ADD CONSTRAINT " % getSqlForeignKeyName(relationship) % " ";
+    const QString constraint = u" ADD CONSTRAINT " % getSqlForeignKeyName(relationship) % u" ";
     if (!isManyToMany) {
-        return "ALTER TABLE " % getSqlTableName(owner, true) % constraint %
-               foreignKeyClause(property, target) % ";";
+        return u"ALTER TABLE " % getSqlTableName(owner, true) % constraint %
+               foreignKeyClause(property, target) % u";";
     }
     const std::shared_ptr<model::property> ownerKey = owner->getPropertyId(true);
     const int columns = ownerKey->getColumnNameCount();
     const QString names = relationship->getForeignKey();
-    return "ALTER TABLE " % relationship->getExtraTable() % constraint % "FOREIGN KEY (" %
+    return u"ALTER TABLE " % relationship->getExtraTable() % constraint % u"FOREIGN KEY (" %
            joined(columns, ListSeparator,
                   [&](int i) { return names.section(model::ColumnSeparator, i, i); }) %
-           ") REFERENCES " % getSqlTableName(owner, true) % " (" %
-           joined(columns, ListSeparator, [&](int i) { return getSqlColumnName(ownerKey, i, true); }) % ");";
+           u") REFERENCES " % getSqlTableName(owner, true) % u" (" %
+           joined(columns, ListSeparator, [&](int i) { return getSqlColumnName(ownerKey, i, true); }) % u");";
 }
 
 QString ddl_export_builder_default::dropForeignKey(std::shared_ptr<model::relationship> relationship)
@@ -130,7 +130,7 @@ QString ddl_export_builder_default::dropForeignKey(std::shared_ptr<model::relati
     const QString table = relationship->getType() == model::relationship::many_to_many
                               ? relationship->getExtraTable()
                               : getSqlTableName(owner, true);
-    return "ALTER TABLE " % table % " DROP CONSTRAINT " % getSqlForeignKeyName(relationship) % ";";
+    return u"ALTER TABLE " % table % u" DROP CONSTRAINT " % getSqlForeignKeyName(relationship) % u";";
 }
 
 QString ddl_export_builder_default::createIndex(std::shared_ptr<model::property> property)
@@ -141,8 +141,8 @@ QString ddl_export_builder_default::createIndex(std::shared_ptr<model::property>
     }
     const QString table = getSqlTableName(entity, true);
     return joined(property->getColumnNameCount(), StatementSeparator, [&](int i) -> QString {
-        return "CREATE INDEX " % getSqlIndexName(property, true, i) % " ON " % table % " (" %
-               indexColumn(property, i) % ");";
+        return u"CREATE INDEX " % getSqlIndexName(property, true, i) % u" ON " % table % u" (" %
+               indexColumn(property, i) % u");";
     });
 }
 
@@ -173,7 +173,7 @@ QString ddl_export_builder_default::dropIndex(std::shared_ptr<model::property> p
 
 QString ddl_export_builder_default::dropIndexStatement(const QString & index, const QString & table) const
 {
-    return "DROP INDEX " % index % " ON " % table % ";";
+    return u"DROP INDEX " % index % u" ON " % table % u";";
 }
 
 QString ddl_export_builder_default::dropIndexByName(const std::shared_ptr<model::property> & property) const
@@ -182,7 +182,7 @@ QString ddl_export_builder_default::dropIndexByName(const std::shared_ptr<model:
         return {};
     }
     return joined(property->getColumnNameCount(), StatementSeparator,
-                  [&](int i) -> QString { return "DROP INDEX " % existingIndexName(property, i) % ";"; });
+                  [&](int i) -> QString { return u"DROP INDEX " % existingIndexName(property, i) % u";"; });
 }
 
 } // namespace plugin

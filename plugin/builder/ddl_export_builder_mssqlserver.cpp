@@ -56,7 +56,7 @@ QString ddl_export_builder_mssqlserver::keyClause(const table_key & key) const
 
 QString ddl_export_builder_mssqlserver::renameTableStatement(const QString & from, const QString & to) const
 {
-    return "EXEC sp_rename '" % from % "', '" % to % "';";
+    return u"EXEC sp_rename '" % from % u"', '" % to % u"';";
 }
 
 QString ddl_export_builder_mssqlserver::renameColumnStatement(const QString & table, const QString & from,
@@ -64,12 +64,12 @@ QString ddl_export_builder_mssqlserver::renameColumnStatement(const QString & ta
                                                               const std::shared_ptr<model::property> &,
                                                               int) const
 {
-    return "EXEC sp_rename '" % table % "." % from % "', '" % to % "', 'COLUMN';";
+    return u"EXEC sp_rename '" % table % u"." % from % u"', '" % to % u"', 'COLUMN';";
 }
 
 QString ddl_export_builder_mssqlserver::dropIndexStatement(const QString & index, const QString & table) const
 {
-    return "DROP INDEX " % table % "." % index % ";";
+    return u"DROP INDEX " % table % u"." % index % u";";
 }
 
 } // namespace plugin

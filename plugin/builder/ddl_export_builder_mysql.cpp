@@ -55,7 +55,7 @@ QString ddl_export_builder_mysql::keyClauseColumn(const std::shared_ptr<model::p
 
 QString ddl_export_builder_mysql::renameTableStatement(const QString & from, const QString & to) const
 {
-    return "RENAME TABLE " % from % " TO " % to % ";";
+    return u"RENAME TABLE " % from % u" TO " % to % u";";
 }
 
 QString ddl_export_builder_mysql::renameColumnStatement(const QString & table, const QString & from,
@@ -63,8 +63,9 @@ QString ddl_export_builder_mysql::renameColumnStatement(const QString & table, c
                                                         const std::shared_ptr<model::property> & property,
                                                         int index) const
 {
-    return "ALTER TABLE " % table % " CHANGE " % from % " " % to % " " % getSqlPropertyType(property, index) %
-           QLatin1String(property->getAllowNull() ? "" : " NOT NULL") % ";";
+    return u"ALTER TABLE " % table % u" CHANGE " % from % u" " % to % u" " %
+           getSqlPropertyType(property, index) % QLatin1String(property->getAllowNull() ? "" : " NOT NULL") %
+           u";";
 }
 
 QString ddl_export_builder_mysql::indexColumn(const std::shared_ptr<model::property> & property,

@@ -40,7 +40,7 @@ QString keyName(QString name, int maxLength)
 
 QString ddl_export_builder::getSqlName(const QString & name) const
 {
-    return m_sSqlNameDelimiter % name % m_sSqlNameDelimiter;
+    return m_sSqlNameDelimiter.isEmpty() ? name : QString(m_sSqlNameDelimiter % name % m_sSqlNameDelimiter);
 }
 
 QString ddl_export_builder::getSqlTableName(std::shared_ptr<model::entity> entity, bool quoted) const
@@ -74,7 +74,7 @@ QString ddl_export_builder::getSqlPrimaryKeyName(std::shared_ptr<model::property
     if (!entity) {
         return {};
     }
-    return keyName("pk_" % getSqlTableName(entity, false) % "_" % getSqlColumnName(property, -1, false),
+    return keyName(u"pk_" % getSqlTableName(entity, false) % u"_" % getSqlColumnName(property, -1, false),
                    m_iMaxSqlNameLength);
 }
 
@@ -88,7 +88,7 @@ QString ddl_export_builder::getSqlForeignKeyName(std::shared_ptr<model::relation
     if (!entity) {
         return {};
     }
-    return keyName("fk_" % getSqlTableName(entity, false) % "_" % getSqlColumnName(property, -1, false),
+    return keyName(u"fk_" % getSqlTableName(entity, false) % u"_" % getSqlColumnName(property, -1, false),
                    m_iMaxSqlNameLength);
 }
 
@@ -101,7 +101,7 @@ QString ddl_export_builder::getSqlIndexName(std::shared_ptr<model::property> pro
         return {};
     }
     // The name of one column: a "|" in it is the user's own.
-    return cutName("idx_" % getSqlTableName(entity, false) % "_" % getSqlColumnName(property, index, false),
+    return cutName(u"idx_" % getSqlTableName(entity, false) % u"_" % getSqlColumnName(property, index, false),
                    m_iMaxSqlNameLength);
 }
 

@@ -70,12 +70,12 @@ QString ddl_export_builder_oracle::statementsAfterTable(const table_key & key) c
     }
     const QString table = getSqlTableName(key.entity, false);
     const QString column = getSqlColumnName(key.property, -1, false);
-    return "\nCREATE SEQUENCE seq_inc_" % table % " START WITH 1 INCREMENT BY 1;" %
-           "\nCREATE OR REPLACE TRIGGER trigger_inc_" % table % "\n\tBEFORE INSERT OR UPDATE OF " %
-           getSqlColumnName(key.property, -1, true) % " ON " % getSqlTableName(key.entity, true) %
-           "\n\tFOR EACH ROW" % "\n\tBEGIN" % "\n\t\tIF ( :NEW." % column % " = 0 OR :NEW." % column %
-           " IS NULL ) THEN" % "\n\t\t\tSELECT seq_inc_" % table % ".NEXTVAL INTO :NEW." % column %
-           " FROM DUAL;" % "\n\t\tEND IF;" % "\n\tEND;\n\t/\n";
+    return u"\nCREATE SEQUENCE seq_inc_" % table % u" START WITH 1 INCREMENT BY 1;" %
+           u"\nCREATE OR REPLACE TRIGGER trigger_inc_" % table % u"\n\tBEFORE INSERT OR UPDATE OF " %
+           getSqlColumnName(key.property, -1, true) % u" ON " % getSqlTableName(key.entity, true) %
+           u"\n\tFOR EACH ROW" % u"\n\tBEGIN" % u"\n\t\tIF ( :NEW." % column % u" = 0 OR :NEW." % column %
+           u" IS NULL ) THEN" % u"\n\t\t\tSELECT seq_inc_" % table % u".NEXTVAL INTO :NEW." % column %
+           u" FROM DUAL;" % u"\n\t\tEND IF;" % u"\n\tEND;\n\t/\n";
 }
 
 } // namespace plugin

@@ -15,14 +15,14 @@ namespace {
 /// A comment in place of a statement that the database does not know.
 QString warning(const QString & statement, const QString & detail)
 {
-    return "--\n"
-           "-- WARNING : SQLite database doesn't support " %
+    return u"--\n"
+           u"-- WARNING : SQLite database doesn't support " %
            statement %
-           " DDL script ! --\n"
-           "--           Cannot " %
+           u" DDL script ! --\n"
+           u"--           Cannot " %
            detail %
-           "\n"
-           "--";
+           u"\n"
+           u"--";
 }
 
 } // namespace
@@ -79,8 +79,9 @@ QString ddl_export_builder_sqlite::dropColumn(std::shared_ptr<model::property> p
     if (!entity) {
         return {};
     }
-    return warning(QStringLiteral("DROP COLUMN"), "DROP COLUMN '" % getSqlColumnName(property, -1, true) %
-                                                      "' for table '" % getSqlTableName(entity, true) % "'");
+    return warning(QStringLiteral("DROP COLUMN"), u"DROP COLUMN '" % getSqlColumnName(property, -1, true) %
+                                                      u"' for table '" % getSqlTableName(entity, true) %
+                                                      u"'");
 }
 
 QString ddl_export_builder_sqlite::renameColumn(std::shared_ptr<model::property> previous,
@@ -92,9 +93,9 @@ QString ddl_export_builder_sqlite::renameColumn(std::shared_ptr<model::property>
     }
     // The old name has no closing quote: scripts are compared with earlier ones to the letter.
     return warning(QStringLiteral("RENAME COLUMN"),
-                   "RENAME COLUMN from '" % getSqlColumnName(previous, -1, true) % " to '" %
-                       getSqlColumnName(current, -1, true) % "' for table '" % getSqlTableName(entity, true) %
-                       "'");
+                   u"RENAME COLUMN from '" % getSqlColumnName(previous, -1, true) % u" to '" %
+                       getSqlColumnName(current, -1, true) % u"' for table '" %
+                       getSqlTableName(entity, true) % u"'");
 }
 
 QString ddl_export_builder_sqlite::addForeignKey(std::shared_ptr<model::relationship> relationship)
@@ -119,9 +120,9 @@ ddl_export_builder_sqlite::foreignKeyWarning(const std::shared_ptr<model::relati
     if (!entity || !relationship->getEntityTarget()) {
         return {};
     }
-    return warning("ALTER TABLE my_table " % verb % " CONSTRAINT",
-                   verb % " FOREIGN KEY '" % getSqlForeignKeyName(relationship) % "' for table '" %
-                       getSqlTableName(entity, true) % "'");
+    return warning(u"ALTER TABLE my_table " % verb % u" CONSTRAINT",
+                   verb % u" FOREIGN KEY '" % getSqlForeignKeyName(relationship) % u"' for table '" %
+                       getSqlTableName(entity, true) % u"'");
 }
 
 QString ddl_export_builder_sqlite::dropIndex(std::shared_ptr<model::property> property)

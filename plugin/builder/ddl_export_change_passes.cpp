@@ -119,7 +119,6 @@ zk::ZkBool ddl_export_passes::writeDroppedTables()
             continue;
         }
         const zk::ZkBool result = write(statement_action::drop_table, m_builder.dropTable(entity),
-                                        tr("%1 : drop table DDL SQL script for entity '%2' (%3)"),
                                         entity->getKey(), {entity.get()});
         if (!result) {
             return result;
@@ -135,8 +134,7 @@ zk::ZkBool ddl_export_passes::writeTableChanges(const entity_change & change)
     zk::ZkBool result = zk::ZkBool::success();
     if (m_builder.getSqlTableName(change.previous, true) != m_builder.getSqlTableName(change.current, true)) {
         result = write(statement_action::rename_table, m_builder.renameTable(change.previous, change.current),
-                       tr("%1 : rename table DDL SQL script for entity '%2' (%3)"), change.current->getKey(),
-                       {change.current.get()});
+                       change.current->getKey(), {change.current.get()});
     }
     if (result) {
         result = writeDroppedColumns(change.current, *before, *after);
@@ -157,7 +155,6 @@ zk::ZkBool ddl_export_passes::writeDroppedColumns(const std::shared_ptr<model::e
             continue;
         }
         const zk::ZkBool result = write(statement_action::drop_column, m_builder.dropColumn(property),
-                                        tr("%1 : drop column DDL SQL script for property '%2' (%3)"),
                                         property->getKey(), {entity.get(), property.get()});
         if (!result) {
             return result;
@@ -179,7 +176,6 @@ zk::ZkBool ddl_export_passes::writeColumnChanges(const std::shared_ptr<model::en
     } else if (hadIndex && !property.current->isIndex()) {
         // The index bears the name that the older version gave it.
         result = write(statement_action::drop_index, m_builder.dropIndex(property.previous),
-                       tr("%1 : drop index DDL SQL script for property '%2' (%3)"),
                        property.previous->getKey(), {entity.get(), property.previous.get()});
     }
     return result;
@@ -191,15 +187,13 @@ zk::ZkBool ddl_export_passes::writeColumnStep(const std::shared_ptr<model::entit
     const ddl_export_script::subject about{entity.get(), property.current.get()};
     if (!hasColumn(property.previous)) {
         return write(statement_action::add_column, m_builder.addColumn(property.current),
-                     tr("%1 : add column DDL SQL script for property '%2' (%3)"), property.current->getKey(),
-                     about);
+                     property.current->getKey(), about);
     }
     if (m_builder.getSqlColumnName(property.previous, -1, true) !=
         m_builder.getSqlColumnName(property.current, -1, true)) {
         return write(statement_action::rename_column,
-                     m_builder.renameColumn(property.previous, property.current),
-                     tr("%1 : rename column DDL SQL script for property '%2' (%3)"),
-                     property.current->getKey(), about);
+                     m_builder.renameColumn(property.previous, property.current), property.current->getKey(),
+                     about);
     }
     return zk::ZkBool::success();
 }
@@ -237,8 +231,7 @@ zk::ZkBool ddl_export_passes::writeDroppedForeignKeys(const std::shared_ptr<mode
         }
         const zk::ZkBool result =
             write(statement_action::drop_foreign_key, m_builder.dropForeignKey(relationship),
-                  tr("%1 : drop foreign key DDL SQL script for relationship '%2' (%3)"), property->getKey(),
-                  {entity.get(), property.get(), relationship.get()});
+                  property->getKey(), {entity.get(), property.get(), relationship.get()});
         if (!result) {
             return result;
         }

@@ -11,6 +11,8 @@
 #include "model/property.h"
 #include "model/relationship.h"
 
+#include <algorithm>
+
 namespace plugin {
 
 namespace {
@@ -20,6 +22,30 @@ constexpr int TableShare = 600;
 constexpr int LinkTableShare = 100;
 constexpr int IndexShare = 100;
 constexpr int ForeignKeyShare = 200;
+
+/// What a person is told about a statement: the script's title, what the statement is about, the script's
+/// file.
+struct action_message
+{
+    statement_action action;
+    const char * text;
+};
+
+// clang-format off
+constexpr action_message Messages[] = {
+    {statement_action::create_table, QT_TRANSLATE_NOOP("plugin::ddl_export_builder", "%1 : create table DDL SQL script for entity '%2' (%3)")},
+    {statement_action::create_extra_table, QT_TRANSLATE_NOOP("plugin::ddl_export_builder", "%1 : create extra-table DDL SQL script for relationship n-n '%2' (%3)")},
+    {statement_action::create_index, QT_TRANSLATE_NOOP("plugin::ddl_export_builder", "%1 : create index DDL SQL script for property '%2' (%3)")},
+    {statement_action::add_foreign_key, QT_TRANSLATE_NOOP("plugin::ddl_export_builder", "%1 : add foreign key DDL SQL script for entity '%2' : property '%3', target entity '%4' (%5)")},
+    {statement_action::drop_table, QT_TRANSLATE_NOOP("plugin::ddl_export_builder", "%1 : drop table DDL SQL script for entity '%2' (%3)")},
+    {statement_action::rename_table, QT_TRANSLATE_NOOP("plugin::ddl_export_builder", "%1 : rename table DDL SQL script for entity '%2' (%3)")},
+    {statement_action::drop_column, QT_TRANSLATE_NOOP("plugin::ddl_export_builder", "%1 : drop column DDL SQL script for property '%2' (%3)")},
+    {statement_action::add_column, QT_TRANSLATE_NOOP("plugin::ddl_export_builder", "%1 : add column DDL SQL script for property '%2' (%3)")},
+    {statement_action::rename_column, QT_TRANSLATE_NOOP("plugin::ddl_export_builder", "%1 : rename column DDL SQL script for property '%2' (%3)")},
+    {statement_action::drop_index, QT_TRANSLATE_NOOP("plugin::ddl_export_builder", "%1 : drop index DDL SQL script for property '%2' (%3)")},
+    {statement_action::drop_foreign_key, QT_TRANSLATE_NOOP("plugin::ddl_export_builder", "%1 : drop foreign key DDL SQL script for relationship '%2' (%3)")},
+};
+// clang-format on
 
 } // namespace
 
@@ -44,10 +70,22 @@ zk::ZkBool ddl_export_passes::writeSchema(const list_of_entity & entities)
     return result;
 }
 
-zk::ZkBool ddl_export_passes::write(statement_action action, const QString & sql, const QString & message,
-                                    const QString & key, const ddl_export_script::subject & about)
+const message_frame & ddl_export_passes::frame(statement_action action)
 {
-    return m_script.write(action, sql, message.arg(m_script.title(), key, m_script.fileName()), about);
+    message_frame & known = m_frames[static_cast<std::size_t>(action)];
+    if (known.isEmpty()) {
+        const auto * const row = std::find_if(std::begin(Messages), std::end(Messages),
+                                              [action](const auto & m) { return m.action == action; });
+        known = message_frame(tr(row->text));
+    }
+    return known;
+}
+
+zk::ZkBool ddl_export_passes::write(statement_action action, const QString & sql, const QString & key,
+                                    const ddl_export_script::subject & about)
+{
+    return m_script.write(action, sql, frame(action).filled({m_script.title(), key, m_script.fileName()}),
+                          about);
 }
 
 zk::ZkBool ddl_export_passes::writeTables(const list_of_tables & tables)
@@ -82,16 +120,14 @@ zk::ZkBool ddl_export_passes::writeForeignKeys(const list_of_tables & tables)
 
 zk::ZkBool ddl_export_passes::writeTable(const std::shared_ptr<model::entity> & entity)
 {
-    return write(statement_action::create_table, m_builder.createTable(entity),
-                 tr("%1 : create table DDL SQL script for entity '%2' (%3)"), entity->getKey(),
+    return write(statement_action::create_table, m_builder.createTable(entity), entity->getKey(),
                  {entity.get()});
 }
 
 zk::ZkBool ddl_export_passes::writeIndex(const std::shared_ptr<model::property> & property,
                                          model::entity * entity)
 {
-    return write(statement_action::create_index, m_builder.createIndex(property),
-                 tr("%1 : create index DDL SQL script for property '%2' (%3)"), property->getKey(),
+    return write(statement_action::create_index, m_builder.createIndex(property), property->getKey(),
                  {entity, property.get()});
 }
 
@@ -108,7 +144,6 @@ zk::ZkBool ddl_export_passes::writeLinkTables()
             property ? m_builder.m_pCurrentProject->getEntityById(property->getEntityId()) : nullptr;
         const zk::ZkBool result =
             write(statement_action::create_extra_table, m_builder.createExtraTable(relationship),
-                  tr("%1 : create extra-table DDL SQL script for relationship n-n '%2' (%3)"),
                   relationship->getExtraTable(), {owner.get(), property.get(), relationship.get()});
         if (!result) {
             return result;
@@ -145,12 +180,11 @@ zk::ZkBool ddl_export_passes::writeForeignKey(const std::shared_ptr<model::entit
     if (!property || !target || target->getId() == entity->getId()) {
         return zk::ZkBool::success();
     }
-    return m_script.write(
-        statement_action::add_foreign_key, m_builder.addForeignKey(relationship),
-        tr("%1 : add foreign key DDL SQL script for entity '%2' : property '%3', target entity '%4' (%5)")
-            .arg(m_script.title(), entity->getKey(), property->getName(), target->getKey(),
-                 m_script.fileName()),
-        {entity.get(), property.get(), relationship.get()});
+    return m_script.write(statement_action::add_foreign_key, m_builder.addForeignKey(relationship),
+                          frame(statement_action::add_foreign_key)
+                              .filled({m_script.title(), entity->getKey(), property->getName(),
+                                       target->getKey(), m_script.fileName()}),
+                          {entity.get(), property.get(), relationship.get()});
 }
 
 ddl_export_passes::list_of_tables ddl_export_passes::tablesOf(const list_of_entity & entities) const

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "plugin/builder/ddl_export_script.h"
+#include "plugin/builder/message_frame.h"
 
 #include "model/entity.h"
 #include "model/project.h"
 
 #include <QCoreApplication>
 
+#include <array>
 #include <memory>
 #include <vector>
 
@@ -53,9 +55,11 @@ private:
 
     /// The entities that get a table, in order.
     [[nodiscard]] list_of_tables tablesOf(const list_of_entity & entities) const;
-    /// Writes one statement; `message` has places for the script's title, `key` and the script's file name.
-    zk::ZkBool write(statement_action action, const QString & sql, const QString & message,
-                     const QString & key, const ddl_export_script::subject & about);
+    /// What is told about statements of the kind `action`.
+    [[nodiscard]] const message_frame & frame(statement_action action);
+    /// Writes one statement, and tells that it is about the object of `key`.
+    zk::ZkBool write(statement_action action, const QString & sql, const QString & key,
+                     const ddl_export_script::subject & about);
 
     zk::ZkBool writeTables(const list_of_tables & tables);
     zk::ZkBool writeTable(const std::shared_ptr<model::entity> & entity);
@@ -86,6 +90,7 @@ private:
     ddl_export_builder & m_builder;
     ddl_export_script & m_script;
     ddl_export_progress & m_progress;
+    std::array<message_frame, static_cast<std::size_t>(statement_action::end) + 1> m_frames;
 };
 
 } // namespace plugin
