@@ -158,7 +158,7 @@ void window_menus::createViewMenu()
         add(menu, "m_actFilter", tr("Fi&lter the model"), Qt::CTRL | Qt::SHIFT | Qt::Key_F, possible::open),
         &QAction::triggered, &panes, &window_panes::goToFilter);
     connect(add(menu, "m_actFind", tr("Find in the scrip&t"), Qt::CTRL | Qt::Key_F, possible::open),
-            &QAction::triggered, &panes, &window_panes::goToSearch);
+            &QAction::triggered, &panes, &window_panes::findInScript);
     menu->addSeparator();
     menu->addActions(panes.diagram().diagramActions());
     menu->addSeparator();

@@ -101,7 +101,7 @@ void window_panes::goToFilter()
     m_pTree->focusFilter();
 }
 
-void window_panes::goToSearch()
+void window_panes::findInScript()
 {
     goTo(*m_pScripts);
     m_pScripts->find();

@@ -40,7 +40,7 @@ public:
     /// Brings a panel to the front and the keyboard to it.
     void goTo(QWidget & pane);
     void goToFilter();
-    void goToSearch();
+    void findInScript();
     void showMessages();
 
     /// Gives the window the size and the docks that it had last, or those of a new one.

@@ -119,12 +119,12 @@ void script_panel::createFindBar()
 {
     m_findBar = new find_bar;
     connect(m_findBar, &find_bar::changed, this, [this] {
-        searchFront();
-        searchAgain(&script_view::searchHere);
+        findInFront();
+        findAgain(&script_view::findHere);
     });
     connect(m_findBar, &find_bar::nextRequested, this, &script_panel::findNext);
     connect(m_findBar, &find_bar::previousRequested, this, &script_panel::findPrevious);
-    connect(m_findBar, &find_bar::closed, this, &script_panel::closeSearch);
+    connect(m_findBar, &find_bar::closed, this, &script_panel::closeFindBar);
 }
 
 void script_panel::setScripts(const QStringList & absoluteFiles)
@@ -189,7 +189,7 @@ void script_panel::showFront()
     const script_view * const view = isVisible() ? front() : nullptr;
     m_btnCopyScript->setEnabled(view && view->isWhole());
     if (view && !m_findBar->isHidden()) {
-        searchFront();
+        findInFront();
     }
 }
 
@@ -211,32 +211,32 @@ void script_panel::find()
 {
     if (script_view * const view = front()) {
         m_findBar->open(view->selectedText());
-        searchFront();
-        searchAgain(&script_view::searchHere);
+        findInFront();
+        findAgain(&script_view::findHere);
     }
 }
 
 void script_panel::findNext()
 {
-    searchAgain(&script_view::searchNext);
+    findAgain(&script_view::findNext);
 }
 
 void script_panel::findPrevious()
 {
-    searchAgain(&script_view::searchPrevious);
+    findAgain(&script_view::findPrevious);
 }
 
 /// Finds what the search field says in the script in front.
-void script_panel::searchFront()
+void script_panel::findInFront()
 {
     if (script_view * const view = front()) {
-        view->search(m_findBar->text(), m_findBar->sensitivity());
+        view->findAll(m_findBar->text(), m_findBar->sensitivity());
         m_findBar->tell(view->currentMatch(), view->matchCount());
     }
 }
 
 /// Goes to another match; a search that was closed is begun again.
-void script_panel::searchAgain(void (script_view::*go)())
+void script_panel::findAgain(void (script_view::*go)())
 {
     script_view * const view = front();
     if (!view) {
@@ -248,16 +248,16 @@ void script_panel::searchAgain(void (script_view::*go)())
             return;
         }
         m_findBar->show();
-        searchFront();
+        findInFront();
     }
     (view->*go)();
     m_findBar->tell(view->currentMatch(), view->matchCount());
 }
 
-void script_panel::closeSearch()
+void script_panel::closeFindBar()
 {
     for (script_view * const view : m_tabScripts->findChildren<script_view *>()) {
-        view->search({}, Qt::CaseInsensitive);
+        view->findAll({}, Qt::CaseInsensitive);
     }
     if (script_view * const view = front()) {
         view->focusText();

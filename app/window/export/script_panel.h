@@ -50,9 +50,9 @@ private:
     script_view * front();
     void showFront();
     void switchBy(int step);
-    void searchFront();
-    void searchAgain(void (script_view::*go)());
-    void closeSearch();
+    void findInFront();
+    void findAgain(void (script_view::*go)());
+    void closeFindBar();
 
     QStringList m_lstFiles;
     QComboBox * m_cboScript = nullptr;

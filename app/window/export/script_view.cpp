@@ -239,7 +239,7 @@ void script_view::placeInTabOrder(QWidget * before)
     setTabOrder(m_txtFile, m_txtScript);
 }
 
-void script_view::search(const QString & what, Qt::CaseSensitivity sensitivity)
+void script_view::findAll(const QString & what, Qt::CaseSensitivity sensitivity)
 {
     m_matches.clear();
     m_iCurrent = -1;
@@ -260,7 +260,7 @@ void script_view::goTo(qsizetype match)
     m_txtScript->setMarks(m_matches, m_iWhatLength, match);
 }
 
-void script_view::searchFrom(int position)
+void script_view::findFrom(int position)
 {
     if (m_matches.empty()) {
         return;
@@ -269,17 +269,17 @@ void script_view::searchFrom(int position)
     goTo(found == m_matches.cend() ? 0 : found - m_matches.cbegin());
 }
 
-void script_view::searchHere()
+void script_view::findHere()
 {
-    searchFrom(m_txtScript->textCursor().selectionStart());
+    findFrom(m_txtScript->textCursor().selectionStart());
 }
 
-void script_view::searchNext()
+void script_view::findNext()
 {
-    searchFrom(m_txtScript->textCursor().selectionEnd());
+    findFrom(m_txtScript->textCursor().selectionEnd());
 }
 
-void script_view::searchPrevious()
+void script_view::findPrevious()
 {
     if (m_matches.empty()) {
         return;

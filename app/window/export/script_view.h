@@ -38,12 +38,12 @@ public:
     void placeInTabOrder(QWidget * before);
 
     /// Finds and marks every place of `what`, without going to one; empty ends the search.
-    void search(const QString & what, Qt::CaseSensitivity sensitivity);
+    void findAll(const QString & what, Qt::CaseSensitivity sensitivity);
     /// Goes to the first match that begins at the text cursor, or the selection, or later; to the next one
     /// after it; to the last one before it. All go on at the other end of the text.
-    void searchHere();
-    void searchNext();
-    void searchPrevious();
+    void findHere();
+    void findNext();
+    void findPrevious();
     [[nodiscard]] int matchCount() const { return static_cast<int>(m_matches.size()); }
     /// The match that was gone to, from 1 on; 0 when none was.
     [[nodiscard]] int currentMatch() const { return static_cast<int>(m_iCurrent + 1); }
@@ -56,7 +56,7 @@ private:
     void showProblem(const QString & text);
     void addNote(const QString & text);
     void goTo(qsizetype match);
-    void searchFrom(int position);
+    void findFrom(int position);
     void showSize(qint64 bytes);
 
     QWidget * m_txtFile = nullptr;
