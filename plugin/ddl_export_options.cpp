@@ -27,17 +27,21 @@ QList<option_choice> databaseChoices()
 
 QList<option_choice> relationshipsChoices()
 {
-    return {{QStringLiteral("0"), QStringLiteral("no"), QStringLiteral("no")},
-            {QStringLiteral("1"), QStringLiteral("yes"), QStringLiteral("yes")}};
+    return {{QStringLiteral("0"), QStringLiteral("no"), QStringLiteral("no"), {}},
+            {QStringLiteral("1"), QStringLiteral("yes"), QStringLiteral("yes"), {}}};
 }
 
 QList<option_choice> schemaChoices()
 {
-    return {
-        {QString::number(ddl_export::full), QStringLiteral("full"), QStringLiteral("full")},
-        {QString::number(ddl_export::evolution), QStringLiteral("evolution"), QStringLiteral("evolution")},
-        {QString::number(ddl_export::full_and_evolution), QStringLiteral("full_and_evolution"),
-         QStringLiteral("both")}};
+    return {{QString::number(ddl_export::full), QStringLiteral("full"), QStringLiteral("full"), {}},
+            {QString::number(ddl_export::evolution),
+             QStringLiteral("evolution"),
+             QStringLiteral("evolution"),
+             {}},
+            {QString::number(ddl_export::full_and_evolution),
+             QStringLiteral("full_and_evolution"),
+             QStringLiteral("both"),
+             {}}};
 }
 
 const export_option Options[] = {

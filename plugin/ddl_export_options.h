@@ -13,10 +13,10 @@ class ddl_export;
 /// A value of an option, by the names of both command lines.
 struct option_choice
 {
-    QString number;     ///< of the long option
-    QString longLabel;  ///< what the number stands for, as the help of the long option says it
-    QString friendly;   ///< of the short option
-    QString label = {}; ///< for people, where the names do not say it
+    QString number;    ///< of the long option
+    QString longLabel; ///< what the number stands for, as the help of the long option says it
+    QString friendly;  ///< of the short option
+    QString label;     ///< for people, where the names do not say it
 };
 
 /// An option of the export: how it is called, what it takes, and the setting behind it.

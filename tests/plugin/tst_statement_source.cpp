@@ -673,7 +673,7 @@ void tst_statement_source::settingsThatCannotBeRead()
     store(twoTables().project());
     QVERIFY(QFile::remove(m_project->getFileName()));
     zk::ZkSqlDatabase::clearAllDatabases();
-    const QString start = QStringLiteral("Error loading plugin settings : ");
+    const QString start = QStringLiteral("Error loading plugin settings : ") + m_project->getFileName();
     const statement_list list = source().fullStatements(*m_project, {});
     QVERIFY(!list.outcome);
     QVERIFY2(list.outcome.getDesc().startsWith(start), qPrintable(list.outcome.getDesc()));
