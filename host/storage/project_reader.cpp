@@ -7,14 +7,16 @@
 #include "storage/project_schema.h"
 #include "storage/texts.h"
 #include "zk/sqlite_connection.h"
+#include "zk/sqlite_statement.h"
 
 #include <QHash>
-#include <QSqlQuery>
 
 #include <array>
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <string>
+#include <string_view>
 
 namespace storage {
 
@@ -29,76 +31,83 @@ constexpr qlonglong MaxNumber = std::numeric_limits<long>::max();
 class text_cache
 {
 public:
-    QString shared(const QString & text)
+    /// @param utf8 valid until the next call
+    QString shared(std::string_view utf8)
     {
-        QString & slot = m_slots[qHash(text) % m_slots.size()];
-        if (slot != text) {
-            slot = text;
+        slot & s = m_slots[std::hash<std::string_view>()(utf8) % m_slots.size()];
+        if (s.utf8 != utf8) {
+            s = {std::string(utf8), QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()))};
         }
-        return slot;
+        return s.text;
     }
 
 private:
-    std::array<QString, 4096> m_slots;
+    struct slot
+    {
+        std::string utf8;
+        QString text;
+    };
+    std::array<slot, 4096> m_slots;
 };
 
 /// The rows of one table in order. The first value of a wrong kind ends the reading.
 class table_rows
 {
 public:
-    table_rows(const QSqlDatabase & database, const QString & table, const QString & columns)
-        : m_query(database), m_sTable(table)
+    table_rows(const QSqlDatabase & database, text_cache & cache, const char * table, const char * columns)
+        : m_rows(database, QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid")
+                               .arg(QString::fromLatin1(columns), QString::fromLatin1(table))),
+          m_texts(cache), m_sTable(table)
     {
-        m_query.setForwardOnly(true);
-        if (m_query.prepare(QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid").arg(columns, table))) {
-            m_query.exec();
-        }
     }
 
     bool next()
     {
         ++m_iRow;
-        return m_sProblem.isEmpty() && m_query.next();
+        return m_sProblem.isEmpty() && m_rows.next();
     }
     qlonglong number(int column, qlonglong min, qlonglong max)
     {
-        const QVariant value = m_query.value(column);
-        const qlonglong n = value.toLongLong();
-        if (value.typeId() != QMetaType::LongLong || n < min || n > max) {
+        const bool isNumber = m_rows.kindOf(column) == kind::integer;
+        const qlonglong n = m_rows.number(column);
+        if (!isNumber || n < min || n > max) {
             fail(texts::tr("column %1 is not a number of the expected range").arg(column + 1));
             return min;
         }
         return n;
     }
     long id(int column) { return static_cast<long>(number(column, 1, LargestId)); }
-    long optionalId(int column) { return m_query.isNull(column) ? 0 : id(column); }
+    long optionalId(int column) { return m_rows.isNull(column) ? 0 : id(column); }
     QString text(int column)
     {
-        const QVariant value = m_query.value(column);
-        if (value.typeId() != QMetaType::QString || value.isNull()) {
+        const bool isText = m_rows.kindOf(column) == kind::text;
+        const std::string_view utf8 = m_rows.bytes(column);
+        if (!isText || !utf8.data()) {
             fail(texts::tr("column %1 is not a text").arg(column + 1));
         }
-        return value.toString();
+        return m_texts.shared(utf8);
     }
-    QString optionalText(int column) { return m_query.isNull(column) ? QString() : text(column); }
+    QString optionalText(int column) { return m_rows.isNull(column) ? QString() : text(column); }
 
     void fail(const QString & reason)
     {
         if (m_sProblem.isEmpty()) {
             m_sProblem = texts::tr("is damaged (table %1, row %2: %3); restore it from a copy")
-                             .arg(m_sTable, QString::number(m_iRow), reason);
+                             .arg(QString::fromLatin1(m_sTable), QString::number(m_iRow), reason);
         }
     }
     /// What ended the reading; invalid at the end of the table.
     [[nodiscard]] QSqlError error(const QString & file) const
     {
-        return m_sProblem.isEmpty() ? zk::sqlite::describe(file, m_query.lastError())
-                                    : zk::sqlite::failure(file, m_sProblem);
+        return m_sProblem.isEmpty() ? m_rows.error() : zk::sqlite::failure(file, m_sProblem);
     }
 
 private:
-    QSqlQuery m_query;
-    QString m_sTable;
+    using kind = zk::sqlite::statement::kind;
+
+    zk::sqlite::statement m_rows;
+    text_cache & m_texts;
+    const char * m_sTable;
     QString m_sProblem;
     qlonglong m_iRow = 0;
 };
@@ -138,12 +147,15 @@ public:
     }
 
 private:
+    table_rows rowsOf(const char * table, const char * columns)
+    {
+        return {m_database, m_texts, table, columns};
+    }
+
     QSqlError readProject()
     {
-        table_rows rows(
-            m_database, QStringLiteral("t_project"),
-            QStringLiteral(
-                "name, last_enumeration_id, last_entity_id, last_property_id, last_relationship_id"));
+        table_rows rows = rowsOf(
+            "t_project", "name, last_enumeration_id, last_entity_id, last_property_id, last_relationship_id");
         int count = 0;
         for (; rows.next(); ++count) {
             m_project.setName(rows.text(0));
@@ -162,7 +174,7 @@ private:
 
     QSqlError readEnumerations()
     {
-        table_rows rows(m_database, QStringLiteral("t_enumeration"), QStringLiteral("id, name"));
+        table_rows rows = rowsOf("t_enumeration", "id, name");
         while (rows.next()) {
             const auto enumeration = std::make_shared<model::enumeration>(rows.id(0));
             enumeration->setName(rows.text(1));
@@ -175,8 +187,7 @@ private:
 
     QSqlError readValues()
     {
-        table_rows rows(m_database, QStringLiteral("t_enumeration_value"),
-                        QStringLiteral("enumeration_id, name, value"));
+        table_rows rows = rowsOf("t_enumeration_value", "enumeration_id, name, value");
         QHash<long, QList<model::enumeration::value>> values;
         while (rows.next()) {
             const long id = rows.id(0);
@@ -196,8 +207,7 @@ private:
 
     QSqlError readEntities()
     {
-        table_rows rows(m_database, QStringLiteral("t_entity"),
-                        QStringLiteral("id, name, entity_key, table_name, soft_delete_column, version"));
+        table_rows rows = rowsOf("t_entity", "id, name, entity_key, table_name, soft_delete_column, version");
         while (rows.next()) {
             const auto entity = std::make_shared<model::entity>(rows.id(0), rows.text(1));
             entity->setKey(rows.optionalText(2));
@@ -213,8 +223,7 @@ private:
 
     QSqlError readMetaData()
     {
-        table_rows rows(m_database, QStringLiteral("t_meta_data"),
-                        QStringLiteral("entity_id, meta_key, value_type, meta_value"));
+        table_rows rows = rowsOf("t_meta_data", "entity_id, meta_key, value_type, meta_value");
         while (rows.next()) {
             const std::shared_ptr<model::entity> entity = m_project.getEntityById(rows.id(0));
             const QString key = rows.text(1);
@@ -239,8 +248,7 @@ private:
 
     QSqlError readTypes()
     {
-        table_rows rows(m_database, QStringLiteral("t_property_type"),
-                        QStringLiteral("type_id, cpp_type, enumeration_id"));
+        table_rows rows = rowsOf("t_property_type", "type_id, cpp_type, enumeration_id");
         long current = 0;
         QStringList cppTypes;
         const auto finish = [&] {
@@ -276,23 +284,22 @@ private:
 
     QSqlError readDetails()
     {
-        table_rows rows(m_database, QStringLiteral("t_property_detail"),
-                        QStringLiteral("property_id, property_key, force_sql_type"));
+        table_rows rows = rowsOf("t_property_detail", "property_id, property_key, force_sql_type");
         while (rows.next()) {
             const long id = rows.id(0);
             if (m_details.contains(id)) {
                 rows.fail(model_check::usedTwice(model_check::id_kind::property, id));
             }
-            m_details.insert(id, {rows.optionalText(1), m_texts.shared(rows.optionalText(2))});
+            m_details.insert(id, {rows.optionalText(1), rows.optionalText(2)});
         }
         return rows.error(m_sFile);
     }
 
     QSqlError readRelationships()
     {
-        table_rows rows(m_database, QStringLiteral("t_relationship"),
-                        QStringLiteral("property_id, id, type, target_id, inverse_id, extra_table, "
-                                       "foreign_key, foreign_key_owner"));
+        table_rows rows =
+            rowsOf("t_relationship", "property_id, id, type, target_id, inverse_id, extra_table, "
+                                     "foreign_key, foreign_key_owner");
         while (rows.next()) {
             const long propertyId = rows.id(0);
             if (m_relationships.contains(propertyId)) {
@@ -313,16 +320,15 @@ private:
 
     QSqlError readProperties()
     {
-        table_rows rows(m_database, QStringLiteral("t_property"),
-                        QStringLiteral("entity_id, id, name, column_name, type_id, flags"));
+        table_rows rows = rowsOf("t_property", "entity_id, id, name, column_name, type_id, flags");
         std::shared_ptr<model::entity> entity;
         while (rows.next()) {
             const long entityId = rows.id(0);
             if (!entity || entity->getId() != entityId) {
                 entity = m_project.getEntityById(entityId);
             }
-            const auto property = std::make_shared<model::property>(rows.id(1), m_texts.shared(rows.text(2)));
-            property->setColumnName(m_texts.shared(rows.optionalText(3)));
+            const auto property = std::make_shared<model::property>(rows.id(1), rows.text(2));
+            property->setColumnName(rows.optionalText(3));
             const long typeId = rows.optionalId(4);
             const long flags = static_cast<long>(rows.number(5, 0, all_flags));
             if (typeId != 0) {

@@ -5,12 +5,12 @@
 #include "storage/id_marks.h"
 #include "storage/meta_value.h"
 #include "storage/project_schema.h"
+#include "zk/sqlite_statement.h"
 
 #include <QHash>
-#include <QSqlQuery>
-#include <QVariant>
 
 #include <algorithm>
+#include <optional>
 
 namespace storage {
 
@@ -18,14 +18,14 @@ namespace {
 
 using namespace project_schema;
 
-QVariant orNull(const QString & text)
+std::optional<QString> orNull(const QString & text)
 {
-    return text.isEmpty() ? QVariant() : QVariant(text);
+    return text.isEmpty() ? std::nullopt : std::optional<QString>(text);
 }
 
-QVariant orNull(long id)
+std::optional<qint64> orNull(long id)
 {
-    return id == 0 ? QVariant() : QVariant(qlonglong(id));
+    return id == 0 ? std::nullopt : std::optional<qint64>(id);
 }
 
 long bit(bool set, long flag)
@@ -33,68 +33,76 @@ long bit(bool set, long flag)
     return set ? flag : 0;
 }
 
-QVariant number(long n)
-{
-    return QVariant(qlonglong(n));
-}
-
 /// Fills one table through one prepared statement.
 class table_filler
 {
 public:
-    table_filler(const QSqlDatabase & database, const QString & table, const QString & columns)
-        : m_query(database)
+    table_filler(const QSqlDatabase & database, const char * table, const char * columns)
+        : m_statement(database, insertion(QString::fromLatin1(table), QString::fromLatin1(columns)))
     {
-        const QStringList marks(columns.count(QLatin1Char(',')) + 1, QStringLiteral("?"));
-        m_bOk = m_query.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                                    .arg(table, columns, marks.join(QStringLiteral(", "))));
     }
-    bool add(const QVariantList & values)
+
+    /// Adds a row of `values`, one for each column: numbers and texts, those that may be absent as optional.
+    template <class... Values>
+    bool add(const Values &... values)
     {
-        for (qsizetype i = 0; m_bOk && i < values.size(); ++i) {
-            m_query.bindValue(static_cast<int>(i), values.at(i));
-        }
-        m_bOk = m_bOk && m_query.exec();
-        return m_bOk;
+        int index = 0;
+        (bind(index++, values), ...);
+        return m_statement.run();
     }
-    [[nodiscard]] QSqlError error() const { return m_bOk ? QSqlError() : m_query.lastError(); }
+    [[nodiscard]] const QSqlError & error() const { return m_statement.error(); }
 
 private:
-    QSqlQuery m_query;
-    bool m_bOk = false;
+    static QString insertion(const QString & table, const QString & columns)
+    {
+        const QStringList marks(columns.count(QLatin1Char(',')) + 1, QStringLiteral("?"));
+        return QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+            .arg(table, columns, marks.join(QStringLiteral(", ")));
+    }
+
+    template <class Value>
+    void bind(int index, const Value & value)
+    {
+        m_statement.bind(index, value);
+    }
+    void bind(int index, std::nullopt_t) { m_statement.bindNull(index); }
+    template <class Value>
+    void bind(int index, const std::optional<Value> & value)
+    {
+        if (value) {
+            m_statement.bind(index, *value);
+        } else {
+            m_statement.bindNull(index);
+        }
+    }
+
+    zk::sqlite::statement m_statement;
 };
 
 class model_writer
 {
 public:
     explicit model_writer(const QSqlDatabase & database)
-        : m_project(database, QStringLiteral("t_project"),
-                    QStringLiteral(
-                        "name, last_enumeration_id, last_entity_id, last_property_id, last_relationship_id")),
-          m_enumeration(database, QStringLiteral("t_enumeration"), QStringLiteral("id, name")),
-          m_value(database, QStringLiteral("t_enumeration_value"),
-                  QStringLiteral("enumeration_id, name, value")),
-          m_entity(database, QStringLiteral("t_entity"),
-                   QStringLiteral("id, name, entity_key, table_name, soft_delete_column, version")),
-          m_metaData(database, QStringLiteral("t_meta_data"),
-                     QStringLiteral("entity_id, meta_key, value_type, meta_value")),
-          m_type(database, QStringLiteral("t_property_type"),
-                 QStringLiteral("type_id, cpp_type, enumeration_id")),
-          m_property(database, QStringLiteral("t_property"),
-                     QStringLiteral("entity_id, id, name, column_name, type_id, flags")),
-          m_detail(database, QStringLiteral("t_property_detail"),
-                   QStringLiteral("property_id, property_key, force_sql_type")),
-          m_relationship(database, QStringLiteral("t_relationship"),
-                         QStringLiteral("property_id, id, type, target_id, inverse_id, extra_table, "
-                                        "foreign_key, foreign_key_owner"))
+        : m_project(database, "t_project",
+                    "name, last_enumeration_id, last_entity_id, last_property_id, last_relationship_id"),
+          m_enumeration(database, "t_enumeration", "id, name"),
+          m_value(database, "t_enumeration_value", "enumeration_id, name, value"),
+          m_entity(database, "t_entity", "id, name, entity_key, table_name, soft_delete_column, version"),
+          m_metaData(database, "t_meta_data", "entity_id, meta_key, value_type, meta_value"),
+          m_type(database, "t_property_type", "type_id, cpp_type, enumeration_id"),
+          m_property(database, "t_property", "entity_id, id, name, column_name, type_id, flags"),
+          m_detail(database, "t_property_detail", "property_id, property_key, force_sql_type"),
+          m_relationship(database, "t_relationship",
+                         "property_id, id, type, target_id, inverse_id, extra_table, foreign_key, "
+                         "foreign_key_owner")
     {
     }
 
     QSqlError write(const model::project & project)
     {
         const id_marks marks = marksOf(project);
-        bool ok = m_project.add({project.getName(), number(marks.enumeration), number(marks.entity),
-                                 number(marks.property), number(marks.relationship)});
+        bool ok = m_project.add(project.getName(), marks.enumeration, marks.entity, marks.property,
+                                marks.relationship);
         for (const auto & enumeration : project.getListOfEnumeration()->values()) {
             ok = ok && addEnumeration(*enumeration);
         }
@@ -113,18 +121,18 @@ public:
 private:
     bool addEnumeration(const model::enumeration & enumeration)
     {
-        bool ok = m_enumeration.add({number(enumeration.getId()), enumeration.getName()});
+        bool ok = m_enumeration.add(enumeration.getId(), enumeration.getName());
         for (const model::enumeration::value & value : enumeration.getValues()) {
-            ok = ok && m_value.add({number(enumeration.getId()), value.name, value.number});
+            ok = ok && m_value.add(enumeration.getId(), value.name, value.number);
         }
         return ok;
     }
 
     bool addEntity(const model::entity & entity)
     {
-        bool ok = m_entity.add({number(entity.getId()), entity.getName(), orNull(entity.getExplicitKey()),
-                                orNull(entity.getTableName()), orNull(entity.getSoftDeleteColumn()),
-                                number(entity.getVersion())});
+        bool ok = m_entity.add(entity.getId(), entity.getName(), orNull(entity.getExplicitKey()),
+                               orNull(entity.getTableName()), orNull(entity.getSoftDeleteColumn()),
+                               entity.getVersion());
         QStringList keys = entity.getAllMetaData().keys();
         std::sort(keys.begin(), keys.end()); // equal models give equal files
         for (const QString & key : keys) {
@@ -132,8 +140,8 @@ private:
             const QString text = value.typeId() == QMetaType::Double
                                      ? QString::number(value.toDouble(), 'g', 17)
                                      : value.toString();
-            ok = ok && m_metaData.add(
-                           {number(entity.getId()), key, QString::fromLatin1(value.metaType().name()), text});
+            ok =
+                ok && m_metaData.add(entity.getId(), key, QString::fromLatin1(value.metaType().name()), text);
         }
         for (const auto & property : entity.getListOfProperty(true, true, false)->values()) {
             ok = ok && addProperty(entity.getId(), *property);
@@ -151,21 +159,21 @@ private:
             return false;
         }
         const long id = property.getId();
-        const QVariant flags = number(flagsOf(property) | bit(hasDetail, flag_detail) |
-                                      bit(relation != nullptr, flag_relationship));
-        return m_property.add({number(entityId), number(id), property.getName(),
-                               orNull(property.getColumnName()), orNull(typeId), flags}) &&
-               (!hasDetail || m_detail.add({number(id), orNull(property.getExplicitKey()),
-                                            orNull(property.getExplicitForceSqlType())})) &&
+        const long flags =
+            flagsOf(property) | bit(hasDetail, flag_detail) | bit(relation != nullptr, flag_relationship);
+        return m_property.add(entityId, id, property.getName(), orNull(property.getColumnName()),
+                              orNull(typeId), flags) &&
+               (!hasDetail || m_detail.add(id, orNull(property.getExplicitKey()),
+                                           orNull(property.getExplicitForceSqlType()))) &&
                (!relation || addRelationship(id, *relation));
     }
 
     bool addRelationship(long propertyId, const model::relationship & relation)
     {
-        return m_relationship.add({number(propertyId), number(relation.getId()), number(relation.getType()),
-                                   number(relation.getEntityTargetId()), orNull(relation.getInverseId()),
-                                   orNull(relation.getExtraTable()), orNull(relation.getForeignKey()),
-                                   orNull(relation.getForeignKeyOwner())});
+        return m_relationship.add(propertyId, relation.getId(), static_cast<qint64>(relation.getType()),
+                                  relation.getEntityTargetId(), orNull(relation.getInverseId()),
+                                  orNull(relation.getExtraTable()), orNull(relation.getForeignKey()),
+                                  orNull(relation.getForeignKeyOwner()));
     }
 
     /// Number of an equal type that was written before, else of a new one.
@@ -180,11 +188,11 @@ private:
         id = static_cast<long>(m_typeIds.size()) + 1;
         m_typeIds.insert(key, id);
         if (enumeration) {
-            return m_type.add({number(id), QVariant(), number(enumeration->getId())});
+            return m_type.add(id, std::nullopt, enumeration->getId());
         }
         bool ok = true;
         for (const QString & cppType : type.getCppTypes()) {
-            ok = ok && m_type.add({number(id), cppType, QVariant()});
+            ok = ok && m_type.add(id, cppType, std::nullopt);
         }
         return ok;
     }

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QByteArray>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QString>
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+struct sqlite3_stmt;
+
+namespace zk::sqlite {
+
+/// A prepared statement of the engine itself, for where rows are many: values are neither copied into
+/// variants nor turned into another encoding on their way. It must end before its connection does.
+class statement
+{
+public:
+    enum class kind
+    {
+        integer,
+        text,
+        null,
+        other ///< a floating-point number or a blob
+    };
+
+    /// Prepares `sql` on the open `database`; see error().
+    statement(const QSqlDatabase & database, const QString & sql);
+    ~statement();
+    statement(const statement &) = delete;
+    statement & operator=(const statement &) = delete;
+
+    /// Sets the value at `index` (0-based) for the next run.
+    void bind(int index, qint64 number);
+    void bind(int index, const QString & text);
+    void bindNull(int index);
+    void bindColumnOf(int index, const statement & row, int column);
+
+    /// Runs the statement, which gives no rows, and makes it ready for another run.
+    bool run();
+    /// Goes to the next row; false at the end and on a failure.
+    bool next();
+
+    [[nodiscard]] int columnCount() const;
+    [[nodiscard]] kind kindOf(int column) const;
+    [[nodiscard]] bool isNull(int column) const { return kindOf(column) == kind::null; }
+    /// An integer as it is; anything else as the engine converts it.
+    [[nodiscard]] qint64 number(int column) const;
+    /// UTF-8, valid until the next row.
+    [[nodiscard]] std::string_view bytes(int column) const;
+    [[nodiscard]] QString text(int column) const;
+    /// Whether the value is the same in both, its kind included.
+    [[nodiscard]] bool hasSameValue(const statement & other, int column) const;
+
+    /// The first failure, that of the preparation included, as "file: reason"; invalid when all went well.
+    [[nodiscard]] const QSqlError & error() const { return m_error; }
+
+private:
+    void check(int result);
+
+    QSqlDatabase m_database;
+    std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt *)> m_statement;
+    std::vector<QByteArray> m_lstText; ///< what is bound, as long as the engine may read it
+    QSqlError m_error;
+};
+
+} // namespace zk::sqlite
