@@ -5,17 +5,16 @@
 #include "storage/id_marks.h"
 #include "storage/model_check.h"
 #include "storage/project_schema.h"
+#include "storage/text_cache.h"
 #include "storage/texts.h"
 #include "zk/sqlite_connection.h"
 #include "zk/sqlite_statement.h"
 
 #include <QHash>
 
-#include <array>
 #include <cmath>
 #include <functional>
 #include <limits>
-#include <string>
 #include <string_view>
 
 namespace storage {
@@ -25,30 +24,6 @@ namespace {
 using namespace project_schema;
 
 constexpr qlonglong MaxNumber = std::numeric_limits<long>::max();
-
-/// Hands out one shared copy of equal texts, as long as they come close together: models repeat the names of
-/// their columns. Its memory does not grow with the model.
-class text_cache
-{
-public:
-    /// @param utf8 valid until the next call
-    QString shared(std::string_view utf8)
-    {
-        slot & s = m_slots[std::hash<std::string_view>()(utf8) % m_slots.size()];
-        if (s.utf8 != utf8) {
-            s = {std::string(utf8), QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()))};
-        }
-        return s.text;
-    }
-
-private:
-    struct slot
-    {
-        std::string utf8;
-        QString text;
-    };
-    std::array<slot, 4096> m_slots;
-};
 
 /// The rows of one table in order. The first value of a wrong kind ends the reading.
 class table_rows

@@ -1,10 +1,15 @@
 #include "storage/text_tree.h"
 
 #include "storage/texts.h"
+
 #include <QRegularExpression>
 #include <QStringList>
 
-#include <vector>
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+#include <nlohmann/json.hpp>
 
 namespace storage::text_tree {
 
@@ -67,34 +72,65 @@ void refuseOtherForms(const QByteArray & text)
     }
 }
 
+/// The names of the fields of one object, as far as it was read.
+class name_set
+{
+public:
+    /// Whether `name` is a new one. `fields` are those that were added before.
+    bool add(const value::object & fields, const std::string & name)
+    {
+        constexpr std::size_t many = 32; // where a look at each costs more than a table
+        if (fields.size() < many) {
+            return std::none_of(fields.begin(), fields.end(),
+                                [&name](const member & m) { return m.name == name; });
+        }
+        if (m_names.empty()) {
+            for (const member & m : fields) {
+                m_names.insert(m.name);
+            }
+        }
+        return m_names.insert(name).second;
+    }
+
+private:
+    std::unordered_set<std::string> m_names;
+};
+
 /// Builds the tree from the parser's events.
 class tree_builder : public nlohmann::json_sax<json>
 {
 public:
-    explicit tree_builder(const QByteArray & text) : m_text(text) {}
+    tree_builder(const QByteArray & text, const given_away * entries) : m_text(text), m_pEntries(entries) {}
 
-    json takeRoot() { return std::move(m_root); }
+    value takeRoot() { return std::move(m_root); }
 
-    bool null() override { return put(nullptr); }
-    bool boolean(bool value) override { return put(value); }
-    bool number_integer(number_integer_t value) override { return put(value); }
-    bool number_unsigned(number_unsigned_t value) override { return put(value); }
-    bool number_float(number_float_t value, const string_t &) override { return put(value); }
-    bool string(string_t & value) override { return put(std::move(value)); }
+    bool null() override { return put({nullptr}); }
+    bool boolean(bool v) override { return put({v}); }
+    bool number_integer(number_integer_t v) override { return put({std::int64_t(v)}); }
+    bool number_unsigned(number_unsigned_t v) override { return put({std::uint64_t(v)}); }
+    bool number_float(number_float_t v, const string_t &) override { return put({double(v)}); }
+    bool string(string_t & v) override { return put({v}); }
     bool binary(binary_t &) override { return false; }
-    bool start_object(std::size_t) override { return open(json::object()); }
-    bool start_array(std::size_t) override { return open(json::array()); }
+    bool start_object(std::size_t) override
+    {
+        constexpr std::size_t usual = 8;
+        value::object fields;
+        fields.reserve(usual);
+        return open({std::move(fields)});
+    }
+    bool start_array(std::size_t) override { return open({value::list()}); }
     bool end_object() override { return close(); }
     bool end_array() override { return close(); }
 
     bool key(string_t & name) override
     {
         frame & top = m_stack.back();
-        if (top.value->contains(name)) {
+        auto & fields = std::get<value::object>(top.node->content);
+        if (!top.names.add(fields, name)) {
             throw text_error{{place(), texts::tr("field '%1' is given twice")
                                            .arg(model_check::printable(QString::fromStdString(name)))}};
         }
-        top.key = name;
+        fields.push_back({name, {}});
         return true;
     }
 
@@ -106,41 +142,60 @@ public:
 private:
     struct frame
     {
-        json * value;
-        std::string key; ///< of an object, the field being read
+        value * node;
+        name_set names; ///< of an object
     };
 
-    template <class T>
-    bool put(T && value)
+    bool put(value && v)
     {
-        add(std::forward<T>(value));
+        add(std::move(v));
         return true;
     }
-    json * add(json && value)
+    value * add(value && v)
     {
         if (m_stack.empty()) {
-            m_root = std::move(value);
+            m_root = std::move(v);
             return &m_root;
         }
-        json & parent = *m_stack.back().value;
-        if (parent.is_array()) {
-            parent.push_back(std::move(value));
-            return &parent.back();
+        value & parent = *m_stack.back().node;
+        if (auto * const list = std::get_if<value::list>(&parent.content)) {
+            list->push_back(std::move(v));
+            return &list->back();
         }
-        return &(parent[m_stack.back().key] = std::move(value));
+        value & field = std::get<value::object>(parent.content).back().content;
+        field = std::move(v);
+        return &field;
     }
-    bool open(json && container)
+    bool open(value && container)
     {
         if (m_stack.size() >= DepthLimit) {
             throw text_error{{place(), texts::tr("is nested deeper than %1 levels").arg(DepthLimit)}};
         }
-        m_stack.push_back({add(std::move(container)), std::string()});
+        m_stack.push_back({add(std::move(container)), {}});
         return true;
     }
     bool close()
     {
+        const value & closed = *m_stack.back().node;
         m_stack.pop_back();
+        if (m_pEntries && isGivenAway(closed)) {
+            m_pEntries->take(std::get<value::list>(m_stack[1].node->content).size() - 1, closed);
+            std::get<value::list>(m_stack.back().node->content).pop_back();
+        }
         return true;
+    }
+    /// Whether `closed`, which has just been read, is an object in an inner list.
+    [[nodiscard]] bool isGivenAway(const value & closed) const
+    {
+        constexpr std::size_t depth = 4; // root, outer list, its entry, inner list
+        return m_stack.size() == depth && closed.as<value::object>() && m_stack[3].node->as<value::list>() &&
+               fieldIn(0) == m_pEntries->outer && fieldIn(2) == m_pEntries->inner;
+    }
+    /// The field that is being read in the object of frame `i`; empty in a list.
+    [[nodiscard]] std::string_view fieldIn(std::size_t i) const
+    {
+        const auto * const fields = m_stack[i].node->as<value::object>();
+        return fields && !fields->empty() ? std::string_view(fields->back().name) : std::string_view();
     }
 
     /// The list entries and fields being read, such as "entities[0] 'customer' / metaData".
@@ -149,12 +204,14 @@ private:
         constexpr std::size_t shown = 8; // a text can be nested deeper than anybody wants to read
         QStringList parts;
         for (std::size_t i = 1; i < std::min(m_stack.size(), shown); ++i) {
-            const json & value = *m_stack[i].value;
-            const QString field = model_check::printable(QString::fromStdString(m_stack[i - 1].key));
-            if (value.is_array() && !value.empty()) {
-                parts.append(model_check::placeOf(field, static_cast<qsizetype>(value.size()) - 1,
-                                                  nameIn(value.back())));
-            } else if (value.is_object() && !field.isEmpty()) {
+            const std::string_view name = fieldIn(i - 1);
+            const QString field =
+                model_check::printable(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+            const auto * const list = m_stack[i].node->as<value::list>();
+            if (list && !list->empty()) {
+                parts.append(model_check::placeOf(field, static_cast<qsizetype>(list->size()) - 1,
+                                                  nameIn(list->back())));
+            } else if (!list && !field.isEmpty()) {
                 parts.append(field);
             }
         }
@@ -162,13 +219,24 @@ private:
     }
 
     const QByteArray & m_text;
-    json m_root;
+    const given_away * m_pEntries;
+    value m_root;
     std::vector<frame> m_stack;
 };
 
 } // namespace
 
-json parse(const QByteArray & text)
+const value * value::find(std::string_view name) const
+{
+    if (const auto * const fields = as<object>()) {
+        const auto it =
+            std::find_if(fields->begin(), fields->end(), [name](const member & m) { return m.name == name; });
+        return it == fields->end() ? nullptr : &it->content;
+    }
+    return nullptr;
+}
+
+value parse(const QByteArray & text, const given_away * entries)
 {
     refuseOtherForms(text);
     // The parser takes this byte for the end of the text and would not look at what follows.
@@ -176,17 +244,16 @@ json parse(const QByteArray & text)
         throw text_error{
             {lineAndColumn(text, nul + 1), texts::tr("contains a NUL byte, which JSON does not allow")}};
     }
-    tree_builder builder(text);
+    tree_builder builder(text, entries);
     json::sax_parse(text.constData(), text.constData() + text.size(), &builder);
     return builder.takeRoot();
 }
 
-QString nameIn(const json & object)
+QString nameIn(const value & object)
 {
-    const auto name = object.is_object() ? object.find("name") : object.end();
-    return name != object.end() && name->is_string()
-               ? QString::fromStdString(name->get_ref<const std::string &>())
-               : QString();
+    const value * const name = object.find("name");
+    const auto * const text = name ? name->as<std::string>() : nullptr;
+    return text ? QString::fromStdString(*text) : QString();
 }
 
 } // namespace storage::text_tree
