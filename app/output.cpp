@@ -36,11 +36,28 @@ bool breaksLine(QChar c)
     return u < 0x20 || (u >= 0x7f && u < 0xa0);
 }
 
+/// Whether every character of `text` is one of ASCII that is seen. An export tells tens of thousands of
+/// lines, nearly all of them such: the loop has no early end so that the compiler looks at many characters at
+/// once.
+bool isPlain(const QString & text)
+{
+    bool plain = true;
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        plain = plain & (u >= 0x20) & (u < 0x7f);
+    }
+    return plain;
+}
+
 } // namespace
 
 QString oneLine(const QString & text)
 {
-    QString line = tools::visibleText(text.trimmed());
+    QString line = text.trimmed();
+    if (isPlain(line)) {
+        return line;
+    }
+    line = tools::visibleText(line);
     if (std::none_of(line.cbegin(), line.cend(), breaksLine)) {
         return line;
     }

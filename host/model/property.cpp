@@ -53,6 +53,9 @@ QString property::getColumnName(int index) const
     if (index < 0) {
         return index == -1 ? m_sColumnName : QString();
     }
+    if (!m_sColumnName.contains(ColumnSeparator)) {
+        return index == 0 ? m_sColumnName : QString();
+    }
     return m_sColumnName.section(ColumnSeparator, index, index);
 }
 

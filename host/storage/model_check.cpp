@@ -57,7 +57,7 @@ public:
         }
         index = 0;
         for (const auto & entity : m_project.getListOfAllEntities()->values()) {
-            if (found f = checkEntity(*entity, placeOfEntity(index++, entity->getName()))) {
+            if (found f = checkEntity(*entity, index++)) {
                 return f;
             }
         }
@@ -71,10 +71,10 @@ public:
     }
 
 private:
-    found checkEntity(const model::entity & entity, const QString & place)
+    found checkEntity(const model::entity & entity, qsizetype index)
     {
         if (entity.getName().isEmpty()) {
-            return finding{place, emptyName()};
+            return finding{placeOfEntity(index, QString()), emptyName()};
         }
         const auto properties = entity.getListOfProperty(true, true, false);
         bool hasIdentifier = false;
@@ -90,7 +90,8 @@ private:
                 hasIdentifier = true;
             }
             if (!reason.isEmpty()) {
-                return finding{placeOfProperty(place, i, property->getName()), reason};
+                return finding{
+                    placeOfProperty(placeOfEntity(index, entity.getName()), i, property->getName()), reason};
             }
         }
         return {};

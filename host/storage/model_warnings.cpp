@@ -10,26 +10,46 @@
 #include <QHash>
 #include <QSet>
 
+#include <optional>
+
 namespace storage::model_check {
 
 namespace {
 
-/// The names of the columns that the table of `entity` gets.
-QSet<QString> columnsOf(const model::entity & entity)
+/// The names of the columns that the table of an entity gets, looked up only where somebody asks.
+class column_names
 {
-    QSet<QString> columns;
-    for (const auto & p : entity.getListOfProperty(true, true, false)->values()) {
-        const bool ownColumn = !p->hasRelationship() || p->isIdentifier() ||
-                               p->getRelation()->getType() == model::relationship::many_to_one;
-        if (p->isTransient() || !ownColumn) {
-            continue;
+public:
+    explicit column_names(const model::entity & entity) : m_entity(entity) {}
+
+    bool contain(const QString & column)
+    {
+        if (!m_names) {
+            m_names = collect();
         }
-        for (int i = 0; i < p->getColumnNameCount(); ++i) {
-            columns.insert(p->getColumnName().isEmpty() ? p->getName() : p->getColumnName(i));
-        }
+        return m_names->contains(column);
     }
-    return columns;
-}
+
+private:
+    [[nodiscard]] QSet<QString> collect() const
+    {
+        QSet<QString> columns;
+        for (const auto & p : m_entity.getListOfProperty(true, true, false)->values()) {
+            const bool ownColumn = !p->hasRelationship() || p->isIdentifier() ||
+                                   p->getRelation()->getType() == model::relationship::many_to_one;
+            if (p->isTransient() || !ownColumn) {
+                continue;
+            }
+            for (int i = 0; i < p->getColumnNameCount(); ++i) {
+                columns.insert(p->getColumnName().isEmpty() ? p->getName() : p->getColumnName(i));
+            }
+        }
+        return columns;
+    }
+
+    const model::entity & m_entity;
+    std::optional<QSet<QString>> m_names;
+};
 
 bool isManyToMany(const model::property & p)
 {
@@ -58,7 +78,7 @@ QStringList missingLinkFields(const model::property & p)
     return missing;
 }
 
-QStringList warningsOf(const model::property & p, const QSet<QString> & columns)
+QStringList warningsOf(const model::property & p, column_names & columns)
 {
     QStringList result;
     if (const QStringList missing = missingLinkFields(p); !missing.isEmpty()) {
@@ -75,7 +95,7 @@ QStringList warningsOf(const model::property & p, const QSet<QString> & columns)
     if (p.hasRelationship() && !p.isTransient() && !p.isIdentifier() &&
         p.getRelation()->getType() == model::relationship::one_to_one) {
         for (int i = 0; i < p.getRelation()->getColumnNameCount(); ++i) {
-            if (const QString column = p.getRelation()->getColumnName(i); !columns.contains(column)) {
+            if (const QString column = p.getRelation()->getColumnName(i); !columns.contain(column)) {
                 result.append(texts::tr("the foreign key needs a column %1, which no property makes; "
                                         "name an existing one in 'columnName'")
                                   .arg(quotedName(column)));
@@ -97,9 +117,9 @@ public:
         if (const auto it = m_tables.constFind(table.toCaseFolded()); it != m_tables.constEnd()) {
             result.append(texts::tr("its table %1 is the table of %2 as well; give one of them another "
                                     "'tableName'")
-                              .arg(quotedName(table), *it));
+                              .arg(quotedName(table), placeOfEntity(it->index, it->name)));
         } else {
-            m_tables.insert(table.toCaseFolded(), placeOfEntity(index, entity.getName()));
+            m_tables.insert(table.toCaseFolded(), {index, entity.getName()});
         }
         if (const auto it = m_names.constFind(entity.getName()); it != m_names.constEnd()) {
             result.append(texts::tr("%1 has the same name; give one of them another, since an entity "
@@ -112,7 +132,13 @@ public:
     }
 
 private:
-    QHash<QString, QString> m_tables; ///< where the first entity of a table stands
+    struct place
+    {
+        qsizetype index;
+        QString name;
+    };
+
+    QHash<QString, place> m_tables; ///< where the first entity of a table stands
     QHash<QString, qsizetype> m_names;
 };
 
@@ -121,19 +147,21 @@ private:
 QStringList warnings(const model::project & project)
 {
     QStringList result;
+    const auto tell = [&result](const QString & place, const QString & warning) {
+        result.append(place + QStringLiteral(": ") + warning);
+    };
     name_watcher watcher;
     qsizetype entityIndex = 0;
     for (const auto & entity : project.getListOfAllEntities()->values()) {
-        const QString place = placeOfEntity(entityIndex, entity->getName());
+        const auto place = [&, at = entityIndex] { return placeOfEntity(at, entity->getName()); };
         for (const QString & warning : watcher.warningsOf(*entity, entityIndex++)) {
-            result.append(place + QStringLiteral(": ") + warning);
+            tell(place(), warning);
         }
-        const QSet<QString> columns = columnsOf(*entity);
+        column_names columns(*entity);
         qsizetype index = 0;
         for (const auto & property : entity->getListOfProperty(true, true, false)->values()) {
             for (const QString & warning : warningsOf(*property, columns)) {
-                result.append(placeOfProperty(place, index, property->getName()) + QStringLiteral(": ") +
-                              warning);
+                tell(placeOfProperty(place(), index, property->getName()), warning);
             }
             ++index;
         }

@@ -43,26 +43,20 @@ public:
     }
     qlonglong number(int column, qlonglong min, qlonglong max)
     {
-        const bool isNumber = m_rows.kindOf(column) == kind::integer;
-        const qlonglong n = m_rows.number(column);
-        if (!isNumber || n < min || n > max) {
-            fail(texts::tr("column %1 is not a number of the expected range").arg(column + 1));
-            return min;
-        }
-        return n;
+        return number(m_rows.at(column), column, min, max);
     }
     long id(int column) { return static_cast<long>(number(column, 1, LargestId)); }
-    long optionalId(int column) { return m_rows.isNull(column) ? 0 : id(column); }
-    QString text(int column)
+    long optionalId(int column)
     {
-        const bool isText = m_rows.kindOf(column) == kind::text;
-        const std::string_view utf8 = m_rows.bytes(column);
-        if (!isText || !utf8.data()) {
-            fail(texts::tr("column %1 is not a text").arg(column + 1));
-        }
-        return m_texts.shared(utf8);
+        const cell value = m_rows.at(column);
+        return value.isNull() ? 0 : static_cast<long>(number(value, column, 1, LargestId));
     }
-    QString optionalText(int column) { return m_rows.isNull(column) ? QString() : text(column); }
+    QString text(int column) { return text(m_rows.at(column), column); }
+    QString optionalText(int column)
+    {
+        const cell value = m_rows.at(column);
+        return value.isNull() ? QString() : text(value, column);
+    }
 
     void fail(const QString & reason)
     {
@@ -78,7 +72,27 @@ public:
     }
 
 private:
-    using kind = zk::sqlite::statement::kind;
+    using cell = zk::sqlite::cell;
+
+    qlonglong number(const cell & value, int column, qlonglong min, qlonglong max)
+    {
+        const bool isNumber = value.kindOf() == cell::kind::integer;
+        const qlonglong n = value.number();
+        if (!isNumber || n < min || n > max) {
+            fail(texts::tr("column %1 is not a number of the expected range").arg(column + 1));
+            return min;
+        }
+        return n;
+    }
+    QString text(const cell & value, int column)
+    {
+        const bool isText = value.kindOf() == cell::kind::text;
+        const std::string_view utf8 = value.bytes();
+        if (!isText || !utf8.data()) {
+            fail(texts::tr("column %1 is not a text").arg(column + 1));
+        }
+        return m_texts.shared(utf8);
+    }
 
     zk::sqlite::statement m_rows;
     text_cache & m_texts;

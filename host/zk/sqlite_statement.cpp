@@ -7,6 +7,48 @@
 
 namespace zk::sqlite {
 
+cell::kind cell::kindOf() const
+{
+    switch (sqlite3_value_type(m_pValue)) {
+    case SQLITE_INTEGER:
+        return kind::integer;
+    case SQLITE_TEXT:
+        return kind::text;
+    case SQLITE_NULL:
+        return kind::null;
+    default:
+        return kind::other;
+    }
+}
+
+qint64 cell::number() const
+{
+    return sqlite3_value_int64(m_pValue);
+}
+
+std::string_view cell::bytes() const
+{
+    // In this order: the text first, which may have to be converted, then its size.
+    const unsigned char * const text = sqlite3_value_text(m_pValue);
+    const int size = sqlite3_value_bytes(m_pValue);
+    return {reinterpret_cast<const char *>(text), static_cast<std::size_t>(text ? size : 0)};
+}
+
+QString cell::text() const
+{
+    const std::string_view utf8 = bytes();
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+bool operator==(const cell & a, const cell & b)
+{
+    const int type = sqlite3_value_type(a.m_pValue);
+    if (type != sqlite3_value_type(b.m_pValue)) {
+        return false;
+    }
+    return type == SQLITE_INTEGER ? a.number() == b.number() : a.bytes() == b.bytes();
+}
+
 statement::statement(const QSqlDatabase & database, const QString & sql)
     : m_database(database), m_statement(nullptr, sqlite3_finalize)
 {
@@ -39,10 +81,9 @@ void statement::bindNull(int index)
     check(sqlite3_bind_null(m_statement.get(), index + 1));
 }
 
-void statement::bindColumnOf(int index, const statement & row, int column)
+void statement::bind(int index, const cell & value)
 {
-    check(sqlite3_bind_value(m_statement.get(), index + 1,
-                             sqlite3_column_value(row.m_statement.get(), column)));
+    check(sqlite3_bind_value(m_statement.get(), index + 1, value.m_pValue));
 }
 
 bool statement::run()
@@ -73,47 +114,9 @@ int statement::columnCount() const
     return sqlite3_column_count(m_statement.get());
 }
 
-statement::kind statement::kindOf(int column) const
+cell statement::at(int column) const
 {
-    switch (sqlite3_column_type(m_statement.get(), column)) {
-    case SQLITE_INTEGER:
-        return kind::integer;
-    case SQLITE_TEXT:
-        return kind::text;
-    case SQLITE_NULL:
-        return kind::null;
-    default:
-        return kind::other;
-    }
-}
-
-qint64 statement::number(int column) const
-{
-    return sqlite3_column_int64(m_statement.get(), column);
-}
-
-std::string_view statement::bytes(int column) const
-{
-    // In this order: the text first, which may have to be converted, then its size.
-    const unsigned char * const text = sqlite3_column_text(m_statement.get(), column);
-    const int size = sqlite3_column_bytes(m_statement.get(), column);
-    return {reinterpret_cast<const char *>(text), static_cast<std::size_t>(text ? size : 0)};
-}
-
-QString statement::text(int column) const
-{
-    const std::string_view utf8 = bytes(column);
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
-
-bool statement::hasSameValue(const statement & other, int column) const
-{
-    const int type = sqlite3_column_type(m_statement.get(), column);
-    if (type != sqlite3_column_type(other.m_statement.get(), column)) {
-        return false;
-    }
-    return type == SQLITE_INTEGER ? number(column) == other.number(column)
-                                  : bytes(column) == other.bytes(column);
+    return cell(sqlite3_column_value(m_statement.get(), column));
 }
 
 void statement::check(int result)

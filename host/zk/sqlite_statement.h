@@ -10,12 +10,12 @@
 #include <vector>
 
 struct sqlite3_stmt;
+struct sqlite3_value;
 
 namespace zk::sqlite {
 
-/// A prepared statement of the engine itself, for where rows are many: values are neither copied into
-/// variants nor turned into another encoding on their way. It must end before its connection does.
-class statement
+/// A value of a row.
+class cell
 {
 public:
     enum class kind
@@ -26,6 +26,29 @@ public:
         other ///< a floating-point number or a blob
     };
 
+    explicit cell(sqlite3_value * value) : m_pValue(value) {}
+
+    [[nodiscard]] kind kindOf() const;
+    [[nodiscard]] bool isNull() const { return kindOf() == kind::null; }
+    /// An integer as it is; anything else as the engine converts it.
+    [[nodiscard]] qint64 number() const;
+    /// UTF-8, as the engine converts it if it is no text; no data at all when there is not enough memory.
+    [[nodiscard]] std::string_view bytes() const;
+    [[nodiscard]] QString text() const;
+    /// Whether the value is the same, its kind included.
+    friend bool operator==(const cell & a, const cell & b);
+
+private:
+    friend class statement;
+
+    sqlite3_value * m_pValue;
+};
+
+/// A prepared statement of the engine itself, for where rows are many: values are neither copied into
+/// variants nor turned into another encoding on their way. It must end before its connection does.
+class statement
+{
+public:
     /// Prepares `sql` on the open `database`; see error().
     statement(const QSqlDatabase & database, const QString & sql);
     ~statement();
@@ -36,7 +59,7 @@ public:
     void bind(int index, qint64 number);
     void bind(int index, const QString & text);
     void bindNull(int index);
-    void bindColumnOf(int index, const statement & row, int column);
+    void bind(int index, const cell & value);
 
     /// Runs the statement, which gives no rows, and makes it ready for another run.
     bool run();
@@ -44,15 +67,8 @@ public:
     bool next();
 
     [[nodiscard]] int columnCount() const;
-    [[nodiscard]] kind kindOf(int column) const;
-    [[nodiscard]] bool isNull(int column) const { return kindOf(column) == kind::null; }
-    /// An integer as it is; anything else as the engine converts it.
-    [[nodiscard]] qint64 number(int column) const;
-    /// UTF-8, valid until the next row.
-    [[nodiscard]] std::string_view bytes(int column) const;
-    [[nodiscard]] QString text(int column) const;
-    /// Whether the value is the same in both, its kind included.
-    [[nodiscard]] bool hasSameValue(const statement & other, int column) const;
+    /// The value of `column` (0-based) in the row; valid until the next one.
+    [[nodiscard]] cell at(int column) const;
 
     /// The first failure, that of the preparation included, as "file: reason"; invalid when all went well.
     [[nodiscard]] const QSqlError & error() const { return m_error; }
