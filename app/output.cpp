@@ -68,12 +68,15 @@ QString oneLine(const QString & text)
 
 void printLine(const QString & text)
 {
-    if (outputError != 0) {
-        return;
+    printBytes(text.toUtf8() + '\n');
+}
+
+void printBytes(const QByteArray & bytes)
+{
+    if (outputError == 0) {
+        note(std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout) ==
+             static_cast<size_t>(bytes.size()));
     }
-    const QByteArray bytes = text.toUtf8() + '\n';
-    note(std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout) ==
-         static_cast<size_t>(bytes.size()));
 }
 
 void printDone(const QString & text)

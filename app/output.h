@@ -11,6 +11,8 @@ void printError(const QString & text);
 [[nodiscard]] int failed(const QString & text);
 /// Writes `text` and a line end to standard output.
 void printLine(const QString & text);
+/// Writes `bytes` to standard output as they are.
+void printBytes(const QByteArray & bytes);
 /// Writes `text`, which tells of something that is kept in a file, like printLine(). Should the output turn
 /// out to be unwritable, the failure says that it was done all the same: who repeats the command does it
 /// twice.

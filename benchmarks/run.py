@@ -1,14 +1,16 @@
 #!/usr/bin/env python3
-"""Measures whole processes: import and export of generated models, beside the floor, and an evolution.
+"""Measures whole processes: import, export and dump of generated models beside the floor, an evolution, and start-up.
 
-usage: run.py [BUILD_FOLDER] [--runs N] [--sizes 100,1000,10000] [--tags 100] [--tag-entities 1000]
+usage: run.py [BUILD_FOLDER...] [--runs N] [--sizes 100,1000,10000] [--instructions] [--tags 100] [--tag-entities 1000]
 
 Times are seconds of wall clock (median of N runs), memory is the largest resident set. The floor reads the same
-rows from the same file and writes as many bytes; it is run in turns with the export, so that a busy machine
-slows both.
+rows from the same file and writes as many bytes. Everything is run in turns, so that a busy machine slows all alike;
+with several build folders, those of before and after a change, say, each gets a row. What stays the same on any
+machine are the instructions, which callgrind counts; that takes a minute for each 10,000 entities.
 """
 import argparse
 import os
+import re
 import statistics
 import subprocess
 import sys
@@ -17,6 +19,12 @@ import time
 from pathlib import Path
 
 OPTION = "--KorvGenericDDLExport_"
+COLUMNS = [
+    ("build", "{}"), ("entities", "{}"), ("import s", "{:.3f}"), ("import / floor", "{:.1f}"), ("export s", "{:.3f}"),
+    ("export / floor", "{:.1f}"), ("µs an entity", "{:.0f}"), ("floor s", "{:.4f}"), ("import MB", "{:.0f}"),
+    ("export MB", "{:.0f}"), ("dump MB", "{:.0f}"), ("import G instr.", "{}"), ("export G instr.", "{}"),
+    ("floor G instr.", "{}"),
+]
 
 
 def run(command, stdout=subprocess.DEVNULL):
@@ -32,6 +40,13 @@ def run(command, stdout=subprocess.DEVNULL):
     return wall, usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024
 
 
+def instructions(command):
+    """How many instructions the process executes, in units of 10^9."""
+    result = subprocess.run(["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", *command],
+                            stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, check=True, text=True)
+    return int(re.search(r"refs:\s*([\d,]+)", result.stderr)[1].replace(",", "")) / 1e9
+
+
 def median(rows, column):
     return statistics.median(row[column] for row in rows)
 
@@ -43,29 +58,66 @@ def write_model(build, folder, entities, step=0):
     return model
 
 
-def measure_size(build, folder, entities, runs):
-    korvane = build / "bin/korvane"
-    model = write_model(build, folder, entities)
-    imports = []
-    for number in range(max(1, min(runs, 3))):
-        project = folder / f"bench_{entities}_{number}.korv"
-        imports.append(run([korvane, "import", model, project]))
-    out = folder / f"sql_{entities}"
-    out.mkdir()
-    export = [korvane, "export", project, f"{OPTION}path={out}", f"{OPTION}db_type=3", f"{OPTION}relation_as_fk=1"]
-    run(export)
-    size = sum(f.stat().st_size for f in out.iterdir())
-    floor = [build / "benchmarks/bench_floor", project, str(size), folder / "floor.out"]
+def export_command(build, project, out):
+    return [build / "bin/korvane", "export", project, f"{OPTION}path={out}", f"{OPTION}db_type=3",
+            f"{OPTION}relation_as_fk=1"]
+
+
+class Measured:
+    """One build at one size: the commands, and what each run of them took."""
+
+    def __init__(self, build, folder, model):
+        self.build = build
+        self.folder = folder
+        self.folder.mkdir()
+        self.model = model
+        self.project = folder / "bench_0.korv"
+        self.out = folder / "sql"
+        self.out.mkdir()
+        self.imports, self.exports, self.dumps = [], [], []
+
+    def import_command(self, number):
+        return [self.build / "bin/korvane", "import", self.model, self.folder / f"bench_{number}.korv"]
+
+    def run_import(self, number):
+        self.imports.append(run(self.import_command(number)))
+
+    def run_export(self):
+        self.exports.append(run(export_command(self.build, self.project, self.out)))
+
+    def run_dump(self):
+        self.dumps.append(run([self.build / "bin/korvane", "dump", self.project]))
+
+
+def measure_size(builds, folder, entities, arguments):
+    model = write_model(builds[0], folder, entities)
+    measured = [Measured(build, folder / f"{entities}_{n}", model) for n, build in enumerate(builds)]
+    for number in range(min(arguments.runs, 3)):
+        for m in measured:
+            m.run_import(number)
+            m.run_dump()
+    for m in measured:
+        m.run_export()
+        m.exports.clear()
+    size = sum(f.stat().st_size for f in measured[0].out.iterdir())
+    floor = [builds[0] / "benchmarks/bench_floor", measured[0].project, str(size), folder / "floor.out"]
     run(floor)
-    exports, floors = [], []
-    for _ in range(runs):
-        exports.append(run(export))
-        floors.append(run(floor))
-    return {
-        "entities": entities, "import": median(imports, 0), "export": median(exports, 0),
-        "cpu": median(exports, 1), "floor": median(floors, 0), "memory": max(row[2] for row in exports),
-        "import memory": max(row[2] for row in imports), "bytes": size,
-    }
+    floors = []
+    for _ in range(arguments.runs):
+        for m in measured:
+            m.run_export()
+            floors.append(run(floor))
+    counted = [""] * 3
+    for m in measured:
+        if arguments.instructions:
+            counted = [f"{instructions(c):.2f}" for c in (m.import_command("counted"),
+                                                          export_command(m.build, m.project, m.out), floor)]
+        least = median(floors, 0)
+        values = [m.build.name if len(builds) == 1 else m.build, entities, median(m.imports, 0),
+                  median(m.imports, 0) / least, median(m.exports, 0), median(m.exports, 0) / least,
+                  median(m.exports, 0) / entities * 1e6, least, max(r[2] for r in m.imports),
+                  max(r[2] for r in m.exports), max(r[2] for r in m.dumps), *counted]
+        print("| " + " | ".join(form.format(v) for (_, form), v in zip(COLUMNS, values)) + " |", flush=True)
 
 
 def measure_evolution(build, folder, tags, entities):
@@ -78,8 +130,7 @@ def measure_evolution(build, folder, tags, entities):
         run([korvane, "tag", project])
     out = folder / "sql"
     out.mkdir()
-    wall, _, memory = run([korvane, "export", project, f"{OPTION}path={out}", f"{OPTION}db_type=3",
-                           f"{OPTION}relation_as_fk=1", f"{OPTION}schema_type=1"])
+    wall, _, memory = run([*export_command(build, project, out), f"{OPTION}schema_type=1"])
     # A script is written when its version is done: the distance of two is the time of one version.
     done = sorted(f.stat().st_mtime_ns for f in out.iterdir())
     steps = [(b - a) / 1e9 for a, b in zip(done, done[1:])]
@@ -87,29 +138,53 @@ def measure_evolution(build, folder, tags, entities):
             "last": statistics.mean(steps[-10:])}
 
 
+def measure_start(builds, runs):
+    """Milliseconds of `korvane --version`, and of the loader's part in it, before main() begins."""
+    print("\n| build | --version ms | of that libraries ms | libraries |")
+    print("| --- | --- | --- | --- |")
+    for build in builds:
+        korvane = build / "bin/korvane"
+        wall = median([run([korvane, "--version"]) for _ in range(10 * runs)], 0) * 1e3
+        environment = {**os.environ, "LD_TRACE_LOADED_OBJECTS": "1"}
+        libraries = subprocess.run([korvane], env=environment, stdout=subprocess.PIPE, check=True).stdout.count(b"=>")
+        print(f"| {build} | {wall:.1f} | {loader_share(korvane) * wall:.1f} | {libraries} |")
+
+
+def loader_share(korvane):
+    """Which part of the process's instructions the dynamic loader executes."""
+    with tempfile.NamedTemporaryFile() as out:
+        subprocess.run(["valgrind", "--tool=callgrind", f"--callgrind-out-file={out.name}", korvane, "--version"],
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=True)
+        text = subprocess.run(["callgrind_annotate", "--inclusive=yes", out.name], stdout=subprocess.PIPE, text=True,
+                              check=True).stdout
+    counts = [int(line.split()[0].replace(",", "")) for line in text.splitlines()
+              if "PROGRAM TOTALS" in line or "libc_start_main" in line]
+    return 1 - counts[1] / counts[0]
+
+
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("build", nargs="?", default="build/release", type=Path)
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("builds", nargs="*", default=[Path("build/release")], type=Path, metavar="BUILD_FOLDER")
     parser.add_argument("--runs", type=int, default=7)
     parser.add_argument("--sizes", default="100,1000,10000")
+    parser.add_argument("--instructions", action="store_true", help="count them as well; needs valgrind")
     parser.add_argument("--tags", type=int, default=100, help="0 leaves the evolution out")
     parser.add_argument("--tag-entities", type=int, default=1000)
     arguments = parser.parse_args()
-    build = arguments.build.resolve()
+    builds = [build.resolve() for build in arguments.builds]
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name)
-        print("| entities | import s | export s | CPU s | floor s | export / floor | µs an entity | export MB | script bytes |")
-        print("| --- | --- | --- | --- | --- | --- | --- | --- | --- |")
+        print("| " + " | ".join(title for title, _ in COLUMNS) + " |")
+        print("| " + " | ".join("---" for _ in COLUMNS) + " |")
         for entities in map(int, arguments.sizes.split(",")):
-            r = measure_size(build, folder, entities, arguments.runs)
-            print(f"| {entities} | {r['import']:.3f} | {r['export']:.3f} | {r['cpu']:.3f} | {r['floor']:.3f} | "
-                  f"{r['export'] / r['floor']:.2f} | {r['export'] / entities * 1e6:.0f} | {r['memory']:.0f} | "
-                  f"{r['bytes']} |", flush=True)
+            measure_size(builds, folder, entities, arguments)
+        if arguments.instructions:
+            measure_start(builds, arguments.runs)
         if arguments.tags:
             print("\n| tags | evolution s | s a tag, first ten | s a tag, last ten | last / first | peak MB |")
             print("| --- | --- | --- | --- | --- | --- |")
             for tags in sorted({max(11, arguments.tags // 5), arguments.tags}):
-                r = measure_evolution(build, folder, tags, arguments.tag_entities)
+                r = measure_evolution(builds[-1], folder, tags, arguments.tag_entities)
                 print(f"| {r['tags']} | {r['wall']:.2f} | {r['first']:.4f} | {r['last']:.4f} | "
                       f"{r['last'] / r['first']:.2f} | {r['memory']:.0f} |", flush=True)
 

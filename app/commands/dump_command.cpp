@@ -24,8 +24,7 @@ public:
         if (const zk::ZkBool opened = openProject(m_sProjectFile, project); !opened) {
             return failed(opened.getDesc());
         }
-        // The text ends with the line end that printing a line adds.
-        printLine(QString::fromUtf8(storage::text_form::write(*project)).chopped(1));
+        printBytes(storage::text_form::write(*project));
         return Done;
     }
 

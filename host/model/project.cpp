@@ -1,12 +1,17 @@
 #include "model/project.h"
 
 #include "model/file_suffix.h"
-#include "storage/project_file.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 namespace model {
+
+namespace {
+
+project::file_reader fileReader = nullptr;
+
+} // namespace
 
 project::project(long id)
     : persistable(id), m_pEntities(std::make_shared<list_of_entity>()),
@@ -87,11 +92,16 @@ void project::setListOfAllEntities(const std::shared_ptr<list_of_entity> & entit
     }
 }
 
+void project::setFileReader(file_reader reader)
+{
+    fileReader = reader;
+}
+
 QSqlError project::load()
 {
     project loaded(getId());
     loaded.setFileName(getFileName());
-    if (const QSqlError error = storage::project_file::read(getFileName(), loaded); error.isValid()) {
+    if (const QSqlError error = fileReader(getFileName(), loaded); error.isValid()) {
         return error;
     }
     const QString file = getFileName();

@@ -53,6 +53,11 @@ public:
     /// Replaces the list of entities as a whole; null stands for a project without a valid list.
     void setListOfAllEntities(const std::shared_ptr<list_of_entity> & entities);
 
+    /// Reads a project file into an empty project, as load() does it.
+    using file_reader = QSqlError (*)(const QString & file, project & empty);
+    /// Hands in what load() reads with: the model itself knows of no file format. Done once, at start.
+    static void setFileReader(file_reader reader);
+
     /// Reads the project from getFileName() into this object, replacing its contents, its name included.
     /// Returns an invalid error on success; otherwise a one-line text with file, place and reason, and the
     /// object keeps the contents that it had.

@@ -45,7 +45,7 @@ QSqlError project_historic::readProjectFile(const QSqlDatabase & database, QByte
         }
     }
     return query.lastError().isValid()
-               ? zk::sqlite::describe(m_sDatabaseFile, query.lastError(), database)
+               ? zk::sqlite::describe(database, query.lastError())
                : zk::sqlite::failure(
                      m_sDatabaseFile,
                      QCoreApplication::translate("model", "the version tagged at %1 is not there any more")

@@ -10,12 +10,11 @@
 #include "storage/texts.h"
 #include "zk/sqlite_connection.h"
 #include "zk/sqlite_copy.h"
+#include "zk/sqlite_statement.h"
 #include "zk/zk_dao.h"
-#include "zk/zk_session.h"
 
 #include <QFileInfo>
 #include <QHash>
-#include <QSqlQuery>
 
 namespace storage::history {
 
@@ -23,13 +22,14 @@ namespace {
 
 using list_of_versions = zk::ZkCollection<long, std::shared_ptr<model::project_historic>>;
 
-QSqlError fetchVersions(const QSqlDatabase & database, list_of_versions & versions)
+QSqlError fetchVersions(const zk::sqlite::connection & file, list_of_versions & versions)
 {
-    return zk::dao::fetchByQuery(
-        versions, zk::ZkSqlQuery().orderAsc(QStringLiteral("t_project_historic.dt_creation")), database);
+    return zk::dao::fetchByQuery(versions,
+                                 zk::ZkSqlQuery().orderAsc(QStringLiteral("t_project_historic.dt_creation")),
+                                 file.database());
 }
 
-QSqlError copyState(const QSqlDatabase & from, const QSqlDatabase & to)
+QSqlError copyState(const zk::sqlite::connection & from, const zk::sqlite::connection & to)
 {
     for (const project_schema::table & t : project_schema::tables()) {
         if (t.holds == project_schema::of_history) {
@@ -42,59 +42,57 @@ QSqlError copyState(const QSqlDatabase & from, const QSqlDatabase & to)
     return {};
 }
 
-/// The bytes of a project file that holds what `database` holds, without its history. What could not be
-/// loaded again from them is refused.
-QSqlError snapshot(const QString & file, const QSqlDatabase & database, qsizetype limit, QByteArray & bytes)
+/// The bytes of a project file that holds what `file` holds, without its history. What could not be loaded
+/// again from them is refused.
+QSqlError snapshot(const zk::sqlite::connection & file, qsizetype limit, QByteArray & bytes)
 {
-    const auto fill = [&](const QSqlDatabase & copy) {
-        const QSqlError error = copyState(database, copy);
-        model::project loaded(1);
-        return error.isValid() ? error : readModel(file, copy, loaded);
-    };
+    model::project loaded(1);
+    if (const QSqlError error = readModel(file, loaded); error.isValid()) {
+        return error;
+    }
+    const auto fill = [&file](const zk::sqlite::connection & copy) { return copyState(file, copy); };
     const QSqlError error = new_project_file::bytesOf(fill, bytes);
     if (!error.isValid() && bytes.size() > limit) {
-        return zk::sqlite::failure(file, texts::tr("cannot be tagged: its state of %1 bytes is larger than "
-                                                   "the %2 bytes that a version may have")
-                                             .arg(bytes.size())
-                                             .arg(limit));
+        return file.failure(texts::tr("cannot be tagged: its state of %1 bytes is larger than "
+                                      "the %2 bytes that a version may have")
+                                .arg(bytes.size())
+                                .arg(limit));
     }
     return error;
 }
 
-QSqlError addMessage(const QSqlDatabase & database, int version, const QString & message)
+QSqlError addMessage(const zk::sqlite::connection & file, int version, const QString & message)
 {
-    QSqlQuery query(database);
     // A message that an emptied history left behind belongs to nothing.
-    query.prepare(QStringLiteral("INSERT OR REPLACE INTO t_project_tag (version, message) VALUES (?, ?)"));
-    query.addBindValue(version);
-    query.addBindValue(message.isNull() ? QStringLiteral("") : message);
-    query.exec();
-    return query.lastError();
+    zk::sqlite::statement insertion(
+        file, QStringLiteral("INSERT OR REPLACE INTO t_project_tag (version, message) VALUES (?, ?)"));
+    insertion.bind(0, qint64(version));
+    insertion.bind(1, message);
+    insertion.run();
+    return insertion.error();
 }
 
-QSqlError readMessages(const QSqlDatabase & database, QHash<int, QString> & messages)
+QSqlError readMessages(const zk::sqlite::connection & file, QHash<int, QString> & messages)
 {
-    QSqlQuery query(database);
-    query.setForwardOnly(true);
-    query.exec(QStringLiteral("SELECT version, message FROM t_project_tag"));
-    while (query.next()) {
-        messages.insert(query.value(0).toInt(), query.value(1).toString());
+    zk::sqlite::statement rows(file, QStringLiteral("SELECT version, message FROM t_project_tag"));
+    while (rows.next()) {
+        messages.insert(static_cast<int>(rows.at(0).number()), rows.at(1).text());
     }
-    return query.lastError();
+    return rows.error();
 }
 
 /// Whether the model is still that of `newest`; `bytes` is what would be stored of it now.
-bool isUnchanged(const QSqlDatabase & database, const model::project_historic & newest,
+bool isUnchanged(const zk::sqlite::connection & file, const model::project_historic & newest,
                  const QByteArray & bytes)
 {
     QByteArray compressed;
     // What cannot be read any more does not keep anybody from storing a version.
-    if (newest.readProjectFile(database, compressed).isValid()) {
+    if (newest.readProjectFile(file.database(), compressed).isValid()) {
         return false;
     }
     const QByteArray former = tools::boundedUncompress(compressed);
     // Equal states give equal bytes; other ones may still differ in the settings only.
-    return former == bytes || holdsModelOf(database, former);
+    return former == bytes || holdsModelOf(file, former);
 }
 
 /// The moment of a version that follows `versions`.
@@ -111,34 +109,33 @@ QDateTime creationTimeAfter(const list_of_versions & versions)
 
 /// A failure when the version that was just added is not the last one: versions are numbered by their times,
 /// and a damaged one can sort behind every time there is.
-QSqlError checkIsLast(const QString & file, const QSqlDatabase & database)
+QSqlError checkIsLast(const zk::sqlite::connection & file)
 {
-    QSqlQuery query(database);
-    query.setForwardOnly(true);
-    query.exec(QStringLiteral("SELECT rowid = last_insert_rowid() FROM t_project_historic "
-                              "ORDER BY dt_creation DESC, rowid DESC LIMIT 1"));
-    if (query.next() && !query.value(0).toBool()) {
-        return zk::sqlite::failure(file, texts::tr("is damaged (the time of a version is not a time, and a "
-                                                   "new version would come before it); restore it from a "
-                                                   "copy"));
+    zk::sqlite::statement query(file,
+                                QStringLiteral("SELECT rowid = last_insert_rowid() FROM t_project_historic "
+                                               "ORDER BY dt_creation DESC, rowid DESC LIMIT 1"));
+    if (query.next() && query.at(0).number() == 0) {
+        return file.failure(texts::tr("is damaged (the time of a version is not a time, and a "
+                                      "new version would come before it); restore it from a "
+                                      "copy"));
     }
-    return query.lastError();
+    return query.error();
 }
 
 /// Adds the version to the open and checked project file.
-QSqlError addVersion(const QString & file, zk::ZkSession & session, const QString & message, tag_when when,
+QSqlError addVersion(const zk::sqlite::connection & file, const QString & message, tag_when when,
                      qsizetype limit, tag_result & result)
 {
     list_of_versions versions;
-    if (const QSqlError error = fetchVersions(session.database(), versions); error.isValid()) {
+    if (const QSqlError error = fetchVersions(file, versions); error.isValid()) {
         return error;
     }
     QByteArray bytes;
-    if (const QSqlError error = snapshot(file, session.database(), limit, bytes); error.isValid()) {
+    if (const QSqlError error = snapshot(file, limit, bytes); error.isValid()) {
         return error;
     }
     const int newest = static_cast<int>(versions.count());
-    if (newest > 0 && isUnchanged(session.database(), *versions.getByIndex(newest - 1), bytes)) {
+    if (newest > 0 && isUnchanged(file, *versions.getByIndex(newest - 1), bytes)) {
         result.unchanged = newest;
         if (when == tag_when::if_changed) {
             return {};
@@ -148,18 +145,18 @@ QSqlError addVersion(const QString & file, zk::ZkSession & session, const QStrin
     record->setCreationTime(creationTimeAfter(versions));
     record->setProjectFile(qCompress(bytes));
     if (record->getProjectFile().isEmpty()) {
-        return zk::sqlite::failure(file, texts::tr("cannot be tagged: there is not enough memory"));
+        return file.failure(texts::tr("cannot be tagged: there is not enough memory"));
     }
     list_of_versions added;
     added.insert(0, record);
-    if (const QSqlError error = zk::dao::insert(added, session.database()); error.isValid()) {
+    if (const QSqlError error = zk::dao::insert(added, file.database()); error.isValid()) {
         return error;
     }
-    if (const QSqlError error = checkIsLast(file, session.database()); error.isValid()) {
+    if (const QSqlError error = checkIsLast(file); error.isValid()) {
         return error;
     }
     result.number = newest + 1;
-    return addMessage(session.database(), result.number, message);
+    return addMessage(file, result.number, message);
 }
 
 } // namespace
@@ -174,47 +171,42 @@ QSqlError tag(const QString & file, const QString & message, int & number)
     return error;
 }
 
-QSqlError tag(const QString & file, const QString & message, tag_when when, tag_result & result,
+QSqlError tag(const QString & name, const QString & message, tag_when when, tag_result & result,
               qsizetype limit)
 {
-    removeLeftovers(QFileInfo(file).canonicalPath());
-    zk::sqlite::scoped_connection connection;
-    if (const QSqlError error = connection.open(file); error.isValid()) {
+    removeLeftovers(QFileInfo(name).canonicalPath());
+    zk::sqlite::connection file;
+    if (const QSqlError error = file.open(name); error.isValid()) {
         return error;
     }
-    zk::ZkSession session(connection.database());
-    if (!session.isValid()) {
-        return zk::sqlite::describe(file, session.end(), connection.database());
-    }
-    session.addError(project_schema::check(file, connection.database(), true));
     tag_result done;
-    if (session.isValid()) {
-        session.addError(addVersion(file, session, message, when, limit, done));
-    }
-    const QSqlError error = zk::sqlite::describe(file, session.end(), connection.database());
+    const QSqlError error = file.inTransaction([&] {
+        const QSqlError damage = project_schema::check(file, true);
+        return damage.isValid() ? damage : addVersion(file, message, when, limit, done);
+    });
     if (!error.isValid()) {
         result = done;
     }
     return error;
 }
 
-QSqlError list(const QString & file, QList<version> & versions)
+QSqlError list(const QString & name, QList<version> & versions)
 {
-    zk::sqlite::scoped_connection connection;
-    if (const QSqlError error = connection.open(file); error.isValid()) {
-        return error;
-    }
-    if (const QSqlError error = project_schema::check(file, connection.database(), false); error.isValid()) {
+    zk::sqlite::connection file;
+    if (const QSqlError error = file.open(name); error.isValid()) {
         return error;
     }
     list_of_versions records;
     QHash<int, QString> messages;
-    QSqlError error = fetchVersions(connection.database(), records);
+    QSqlError error = project_schema::check(file, false);
     if (!error.isValid()) {
-        error = readMessages(connection.database(), messages);
+        error = fetchVersions(file, records);
+    }
+    if (!error.isValid()) {
+        error = readMessages(file, messages);
     }
     if (error.isValid()) {
-        return zk::sqlite::describe(file, error, connection.database());
+        return error;
     }
     versions.clear();
     for (const std::shared_ptr<model::project_historic> & record : records.values()) {

@@ -5,7 +5,6 @@
 #include "storage/texts.h"
 #include "tools/file_status.h"
 #include "zk/sqlite_connection.h"
-#include "zk/zk_session.h"
 
 #include <QDir>
 #include <QFile>
@@ -46,24 +45,16 @@ QSqlError cannotCreate(const QString & file, const QString & reason)
 /// @param told the file or folder that messages name, as nobody knows `name`
 QSqlError fillFile(const QString & name, const QString & told, const filler & fill)
 {
-    zk::sqlite::scoped_connection connection;
-    if (const QSqlError error = connection.openUnseen(name); error.isValid()) {
-        return error;
+    zk::sqlite::connection file;
+    QSqlError error = file.openUnseen(name, told);
+    if (!error.isValid()) {
+        // Nobody sees the file before it is whole, so nothing has to be rolled back from disk.
+        error = file.execute(QStringLiteral("PRAGMA journal_mode = MEMORY"));
     }
-    // Nobody sees the file before it is whole, so nothing has to be rolled back from disk.
-    if (const QSqlError error =
-            zk::sqlite::execute(connection.database(), QStringLiteral("PRAGMA journal_mode = MEMORY"));
-        error.isValid()) {
-        return zk::sqlite::describe(told, error, connection.database());
-    }
-    zk::ZkSession session(connection.database());
-    if (session.isValid()) {
-        session.addError(project_schema::create(session.database()));
-    }
-    if (session.isValid()) {
-        session.addError(fill(session.database()));
-    }
-    return zk::sqlite::describe(told, session.end(), connection.database());
+    return error.isValid() ? error : file.inTransaction([&] {
+        const QSqlError refused = project_schema::create(file);
+        return refused.isValid() ? refused : fill(file);
+    });
 }
 
 /// Gives `from` the name `to` unless that is taken. The errno, 0 when it worked. On a file system that has no

@@ -1,20 +1,19 @@
 #pragma once
 
-#include <QSqlDatabase>
 #include <QSqlError>
 #include <QString>
 
 #include <functional>
 
-namespace model {
-class project;
+namespace zk::sqlite {
+class connection;
 }
 
 /// Project files that do not exist yet.
 namespace storage::new_project_file {
 
-/// Writes something into a new database, within its transaction.
-using filler = std::function<QSqlError(const QSqlDatabase &)>;
+/// Writes something into a new project file, within its transaction.
+using filler = std::function<QSqlError(const zk::sqlite::connection &)>;
 
 /// What became of a new file.
 struct outcome

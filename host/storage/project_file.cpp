@@ -9,7 +9,6 @@
 #include "storage/temporary_file.h"
 #include "tools/file_status.h"
 #include "zk/sqlite_connection.h"
-#include "zk/zk_session.h"
 
 #include <QFileInfo>
 
@@ -19,67 +18,62 @@ namespace storage::project_file {
 
 namespace {
 
-/// Tells what is to be stored. `database` holds the stored project, within the transaction; null when there
-/// is none.
-using decision = std::function<QSqlError(const QSqlDatabase * database, const model::project *& next)>;
+/// Tells what is to be stored. `existing` is the file that holds the stored project, within the transaction;
+/// null when there is none.
+using decision =
+    std::function<QSqlError(const zk::sqlite::connection * existing, const model::project *& next)>;
 
-/// Fills the empty tables of `database` with the project that `decide` names.
-QSqlError writeDecided(const QString & file, const QSqlDatabase & database, const model::project * next)
+/// Fills the empty tables of `file` with the project that was decided on.
+QSqlError writeDecided(const zk::sqlite::connection & file, const model::project * next)
 {
     if (const auto finding = model_check::firstError(*next)) {
-        return {QString(), finding->text(file), QSqlError::StatementError};
+        return {QString(), finding->text(file.file()), QSqlError::StatementError};
     }
-    return writeModel(database, *next);
+    return writeModel(file, *next);
 }
 
-QSqlError fillEmpty(const QString & file, zk::ZkSession & session, const decision & decide)
+QSqlError fillEmpty(const zk::sqlite::connection & file, const decision & decide)
 {
     const model::project * next = nullptr;
     QSqlError error = decide(nullptr, next);
     if (!error.isValid()) {
-        error = project_schema::create(session.database());
+        error = project_schema::create(file);
     }
-    return error.isValid() ? error : writeDecided(file, session.database(), next);
+    return error.isValid() ? error : writeDecided(file, next);
 }
 
-QSqlError replaceModel(const QString & file, zk::ZkSession & session, const decision & decide)
+QSqlError replaceModel(const zk::sqlite::connection & file, const decision & decide)
 {
-    QSqlError error = project_schema::check(file, session.database(), true);
+    QSqlError error = project_schema::check(file, true);
     const model::project * next = nullptr;
     if (!error.isValid()) {
-        error = decide(&session.database(), next);
+        error = decide(&file, next);
     }
     for (const project_schema::table & t : project_schema::tables()) {
         if (t.holds == project_schema::of_model && !error.isValid()) {
-            error = zk::sqlite::execute(session.database(), QStringLiteral("DELETE FROM ") + t.name);
+            error = file.execute(QStringLiteral("DELETE FROM ") + t.name);
         }
     }
-    return error.isValid() ? error : writeDecided(file, session.database(), next);
+    return error.isValid() ? error : writeDecided(file, next);
 }
 
 /// Stores into a file that is there, be it empty.
-QSqlError storeInto(const QString & file, const decision & decide)
+QSqlError storeInto(const QString & name, const decision & decide)
 {
-    removeLeftovers(QFileInfo(file).canonicalPath());
-    zk::sqlite::scoped_connection connection;
-    if (const QSqlError error = connection.open(file, zk::sqlite::contents::database_or_none);
-        error.isValid()) {
-        return error;
+    removeLeftovers(QFileInfo(name).canonicalPath());
+    zk::sqlite::connection file;
+    QSqlError error = file.open(name, zk::sqlite::contents::database_or_none);
+    if (!error.isValid()) {
+        // All pages are written at the end: readers do not wait before that, and should this process be
+        // killed while it fills an empty file, the first page, by which a database is known, is the first on
+        // disk.
+        error = file.execute(QStringLiteral("PRAGMA cache_spill = OFF"));
     }
-    // All pages are written at the end: readers do not wait before that, and should this process be killed
-    // while it fills an empty file, the first page, by which a database is known, is the first on disk.
-    if (const QSqlError error =
-            zk::sqlite::execute(connection.database(), QStringLiteral("PRAGMA cache_spill = OFF"));
-        error.isValid()) {
-        return zk::sqlite::describe(file, error, connection.database());
-    }
-    zk::ZkSession session(connection.database());
-    if (session.isValid()) {
+    return error.isValid() ? error : file.inTransaction([&] {
         // Only now, as it may be what an interrupted writer has left, which has just been played back.
-        const bool empty = tools::fileStatus(file).size == 0;
-        session.addError(empty ? fillEmpty(file, session, decide) : replaceModel(file, session, decide));
-    }
-    return zk::sqlite::describe(file, session.end(), connection.database());
+        const bool empty = tools::fileStatus(name).size == 0;
+        return empty ? fillEmpty(file, decide) : replaceModel(file, decide);
+    });
 }
 
 QSqlError store(const QString & file, const decision & decide)
@@ -96,10 +90,10 @@ QSqlError store(const QString & file, const decision & decide)
             return storeInto(file, decide);
         }
         const new_project_file::outcome made =
-            new_project_file::create(file, [&](const QSqlDatabase & database) {
+            new_project_file::create(file, [&](const zk::sqlite::connection & empty) {
                 const model::project * next = nullptr;
                 const QSqlError refused = decide(nullptr, next);
-                return refused.isValid() ? refused : writeDecided(file, database, next);
+                return refused.isValid() ? refused : writeDecided(empty, next);
             });
         if (!made.isTaken) {
             return made.error;
@@ -109,26 +103,28 @@ QSqlError store(const QString & file, const decision & decide)
     return error;
 }
 
+/// Whoever loads this library can load projects.
+[[maybe_unused]] const bool isHandedIn = [] {
+    model::project::setFileReader(&read);
+    return true;
+}();
+
 } // namespace
 
-QSqlError read(const QString & file, model::project & project)
+QSqlError read(const QString & name, model::project & project)
 {
-    zk::sqlite::scoped_connection connection;
-    if (const QSqlError error = connection.open(file); error.isValid()) {
-        return error;
-    }
+    zk::sqlite::connection file;
+    const QSqlError error = file.open(name);
     // What is checked and what is read must be one state of the file.
-    QSqlError error = zk::sqlite::execute(connection.database(), QStringLiteral("BEGIN"));
-    if (error.isValid()) {
-        return zk::sqlite::describe(file, error, connection.database());
-    }
-    error = project_schema::check(file, connection.database(), false);
-    return error.isValid() ? error : readModel(file, connection.database(), project);
+    return error.isValid() ? error : file.inSnapshot([&] {
+        const QSqlError damage = project_schema::check(file, false);
+        return damage.isValid() ? damage : readModel(file, project);
+    });
 }
 
 QSqlError write(const QString & file, const model::project & project)
 {
-    return store(file, [&project](const QSqlDatabase *, const model::project *& next) {
+    return store(file, [&project](const zk::sqlite::connection *, const model::project *& next) {
         next = &project;
         return QSqlError();
     });
@@ -138,11 +134,11 @@ QSqlError replace(const QString & file, const change & decide)
 {
     std::unique_ptr<model::project> existing;
     std::unique_ptr<model::project> made;
-    return store(file, [&](const QSqlDatabase * database, const model::project *& next) {
+    return store(file, [&](const zk::sqlite::connection * stored, const model::project *& next) {
         existing.reset();
-        if (database) {
+        if (stored) {
             existing = std::make_unique<model::project>(1);
-            if (const QSqlError error = readModel(file, *database, *existing); error.isValid()) {
+            if (const QSqlError error = readModel(*stored, *existing); error.isValid()) {
                 return error;
             }
         }

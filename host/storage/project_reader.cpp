@@ -29,9 +29,10 @@ constexpr qlonglong MaxNumber = std::numeric_limits<long>::max();
 class table_rows
 {
 public:
-    table_rows(const QSqlDatabase & database, text_cache & cache, const char * table, const char * columns)
-        : m_rows(database, QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid")
-                               .arg(QString::fromLatin1(columns), QString::fromLatin1(table))),
+    table_rows(const zk::sqlite::connection & file, text_cache & cache, const char * table,
+               const char * columns)
+        : m_file(file), m_rows(file, QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid")
+                                         .arg(QString::fromLatin1(columns), QString::fromLatin1(table))),
           m_texts(cache), m_sTable(table)
     {
     }
@@ -66,9 +67,9 @@ public:
         }
     }
     /// What ended the reading; invalid at the end of the table.
-    [[nodiscard]] QSqlError error(const QString & file) const
+    [[nodiscard]] QSqlError error() const
     {
-        return m_sProblem.isEmpty() ? m_rows.error() : zk::sqlite::failure(file, m_sProblem);
+        return m_sProblem.isEmpty() ? m_rows.error() : m_file.failure(m_sProblem);
     }
 
 private:
@@ -94,6 +95,7 @@ private:
         return m_texts.shared(utf8);
     }
 
+    const zk::sqlite::connection & m_file;
     zk::sqlite::statement m_rows;
     text_cache & m_texts;
     const char * m_sTable;
@@ -110,8 +112,8 @@ struct property_detail
 class model_reader
 {
 public:
-    model_reader(const QString & file, const QSqlDatabase & database, model::project & project)
-        : m_sFile(file), m_database(database), m_project(project)
+    model_reader(const zk::sqlite::connection & file, model::project & project)
+        : m_file(file), m_project(project)
     {
     }
 
@@ -127,19 +129,16 @@ public:
             }
         }
         if (!m_details.isEmpty() || !m_relationships.isEmpty()) {
-            return zk::sqlite::failure(m_sFile, texts::tr("is damaged (details of a property that does "
-                                                          "not exist); restore it from a copy"));
+            return m_file.failure(texts::tr("is damaged (details of a property that does "
+                                            "not exist); restore it from a copy"));
         }
         const auto finding = model_check::firstError(m_project);
-        return finding ? QSqlError(QString(), finding->text(m_sFile), QSqlError::StatementError)
+        return finding ? QSqlError(QString(), finding->text(m_file.file()), QSqlError::StatementError)
                        : QSqlError();
     }
 
 private:
-    table_rows rowsOf(const char * table, const char * columns)
-    {
-        return {m_database, m_texts, table, columns};
-    }
+    table_rows rowsOf(const char * table, const char * columns) { return {m_file, m_texts, table, columns}; }
 
     QSqlError readProject()
     {
@@ -153,11 +152,10 @@ private:
             };
             remember(m_project, {mark(1), mark(2), mark(3), mark(4)});
         }
-        if (const QSqlError error = rows.error(m_sFile); error.isValid() || count == 1) {
+        if (const QSqlError error = rows.error(); error.isValid() || count == 1) {
             return error;
         }
-        return zk::sqlite::failure(
-            m_sFile,
+        return m_file.failure(
             texts::tr("is damaged (table t_project has %1 rows); restore it from a copy").arg(count));
     }
 
@@ -171,7 +169,7 @@ private:
                 rows.fail(model_check::usedTwice(model_check::id_kind::enumeration, enumeration->getId()));
             }
         }
-        return rows.error(m_sFile);
+        return rows.error();
     }
 
     QSqlError readValues()
@@ -191,7 +189,7 @@ private:
                 enumeration->setValues(it.value());
             }
         }
-        return rows.error(m_sFile);
+        return rows.error();
     }
 
     QSqlError readEntities()
@@ -207,7 +205,7 @@ private:
                 rows.fail(model_check::usedTwice(model_check::id_kind::entity, entity->getId()));
             }
         }
-        return rows.error(m_sFile);
+        return rows.error();
     }
 
     QSqlError readMetaData()
@@ -232,7 +230,7 @@ private:
                 entity->setMetaData(key, value);
             }
         }
-        return rows.error(m_sFile);
+        return rows.error();
     }
 
     QSqlError readTypes()
@@ -268,7 +266,7 @@ private:
             }
         }
         finish();
-        return rows.error(m_sFile);
+        return rows.error();
     }
 
     QSqlError readDetails()
@@ -281,7 +279,7 @@ private:
             }
             m_details.insert(id, {rows.optionalText(1), rows.optionalText(2)});
         }
-        return rows.error(m_sFile);
+        return rows.error();
     }
 
     QSqlError readRelationships()
@@ -304,7 +302,7 @@ private:
             relation->setForeignKeyOwner(rows.optionalText(7));
             m_relationships.insert(propertyId, relation);
         }
-        return rows.error(m_sFile);
+        return rows.error();
     }
 
     QSqlError readProperties()
@@ -334,7 +332,7 @@ private:
                 rows.fail(model_check::usedTwice(model_check::id_kind::property, property->getId()));
             }
         }
-        return rows.error(m_sFile);
+        return rows.error();
     }
 
     static void setFlags(model::property & property, long flags)
@@ -371,8 +369,7 @@ private:
         return true;
     }
 
-    QString m_sFile;
-    QSqlDatabase m_database;
+    const zk::sqlite::connection & m_file;
     model::project & m_project;
     text_cache m_texts;
     QHash<long, std::shared_ptr<model::property_type>> m_types;
@@ -382,9 +379,9 @@ private:
 
 } // namespace
 
-QSqlError readModel(const QString & file, const QSqlDatabase & database, model::project & project)
+QSqlError readModel(const zk::sqlite::connection & file, model::project & project)
 {
-    return model_reader(file, database, project).read();
+    return model_reader(file, project).read();
 }
 
 } // namespace storage

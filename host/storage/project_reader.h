@@ -1,8 +1,10 @@
 #pragma once
 
-#include <QSqlDatabase>
 #include <QSqlError>
-#include <QString>
+
+namespace zk::sqlite {
+class connection;
+}
 
 namespace model {
 class project;
@@ -10,9 +12,8 @@ class project;
 
 namespace storage {
 
-/// Reads name and model out of the tables of `database`, opened from `file`, into the empty `project`.
+/// Reads name and model out of the tables of the open project `file` into the empty `project`.
 /// The tables are treated as hostile: whatever they hold, a failure says which table and which row.
-[[nodiscard]] QSqlError readModel(const QString & file, const QSqlDatabase & database,
-                                  model::project & project);
+[[nodiscard]] QSqlError readModel(const zk::sqlite::connection & file, model::project & project);
 
 } // namespace storage

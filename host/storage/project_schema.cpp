@@ -3,10 +3,9 @@
 #include "storage/model_check.h"
 #include "storage/texts.h"
 #include "zk/sqlite_connection.h"
+#include "zk/sqlite_statement.h"
 
 #include <QHash>
-#include <QSqlQuery>
-#include <QVariant>
 
 namespace storage::project_schema {
 
@@ -21,94 +20,87 @@ QString createStatement(const table & t)
     return QStringLiteral("CREATE TABLE %1 (%2)").arg(t.name, t.columns);
 }
 
-QSqlError readPragma(const QString & file, const QSqlDatabase & database, const QString & pragma,
-                     QVariant & value)
+/// The number that the pragma `name` answers.
+QSqlError readPragma(const zk::sqlite::connection & file, const QString & name, qint64 & value)
 {
-    QSqlQuery query(database);
-    query.setForwardOnly(true);
-    query.exec(QStringLiteral("PRAGMA ") + pragma);
+    zk::sqlite::statement query(file, QStringLiteral("PRAGMA ") + name);
     if (query.next()) {
-        value = query.value(0);
+        value = query.at(0).number();
     }
-    return zk::sqlite::describe(file, query.lastError(), database);
+    return query.error();
 }
 
-QSqlError checkMarks(const QString & file, const QSqlDatabase & database)
+QSqlError checkMarks(const zk::sqlite::connection & file)
 {
-    QVariant id;
-    QVariant version;
-    if (const QSqlError e = readPragma(file, database, QStringLiteral("application_id"), id); e.isValid()) {
+    qint64 id = 0;
+    qint64 version = 0;
+    if (const QSqlError e = readPragma(file, QStringLiteral("application_id"), id); e.isValid()) {
         return e;
     }
-    if (const QSqlError e = readPragma(file, database, QStringLiteral("user_version"), version);
-        e.isValid()) {
+    if (const QSqlError e = readPragma(file, QStringLiteral("user_version"), version); e.isValid()) {
         return e;
     }
-    if (id.toLongLong() != ApplicationId) {
-        return zk::sqlite::failure(file, texts::tr("is a SQLite database, but not a Korvane project"));
+    if (id != ApplicationId) {
+        return file.failure(texts::tr("is a SQLite database, but not a Korvane project"));
     }
-    if (version.toLongLong() > FormatVersion) {
-        return zk::sqlite::failure(
-            file, texts::tr("was written by a newer korvane (format %1; this one reads up to %2); "
-                            "update korvane")
-                      .arg(version.toString(), QString::number(FormatVersion)));
+    if (version > FormatVersion) {
+        return file.failure(texts::tr("was written by a newer korvane (format %1; this one reads up to %2); "
+                                      "update korvane")
+                                .arg(QString::number(version), QString::number(FormatVersion)));
     }
-    if (version.toLongLong() != FormatVersion) {
-        return zk::sqlite::failure(
-            file, texts::tr("is damaged (format %1); restore it from a copy").arg(version.toString()));
+    if (version != FormatVersion) {
+        return file.failure(
+            texts::tr("is damaged (format %1); restore it from a copy").arg(QString::number(version)));
     }
     return {};
 }
 
 /// Our tables must be the very ones that we create: no column that computes, no check that runs code, no
 /// index that could disagree with its table.
-QSqlError checkTables(const QString & file, const QSqlDatabase & database)
+QSqlError checkTables(const zk::sqlite::connection & file)
 {
     QHash<QString, QString> missing;
     for (const table & t : tables()) {
         missing.insert(t.name, createStatement(t));
     }
-    QSqlQuery query(database);
-    query.setForwardOnly(true);
-    query.exec(QStringLiteral("SELECT type, tbl_name, sql FROM sqlite_master"));
+    zk::sqlite::statement query(file, QStringLiteral("SELECT type, tbl_name, sql FROM sqlite_master"));
     while (query.next()) {
-        const QString name = query.value(1).toString();
+        const QString name = query.at(1).text();
         const bool isOurs = missing.contains(name);
-        if (isOurs && query.value(0).toString() == QStringLiteral("table") &&
-            query.value(2).toString() == missing.value(name)) {
+        if (isOurs && query.at(0).text() == QStringLiteral("table") &&
+            query.at(2).text() == missing.value(name)) {
             missing.remove(name);
             continue;
         }
         for (const table & t : tables()) {
             if (t.name.compare(name, Qt::CaseInsensitive) == 0) {
-                return zk::sqlite::failure(file, texts::tr("is damaged (table %1 is not as it was created); "
-                                                           "restore it from a copy")
-                                                     .arg(t.name));
+                return file.failure(texts::tr("is damaged (table %1 is not as it was created); "
+                                              "restore it from a copy")
+                                        .arg(t.name));
             }
         }
     }
-    if (query.lastError().isValid()) {
-        return zk::sqlite::describe(file, query.lastError(), database);
+    if (query.error().isValid()) {
+        return query.error();
     }
     for (const table & t : tables()) {
         if (missing.contains(t.name)) {
-            return zk::sqlite::failure(
-                file, texts::tr("is damaged (table %1 is missing); restore it from a copy").arg(t.name));
+            return file.failure(
+                texts::tr("is damaged (table %1 is missing); restore it from a copy").arg(t.name));
         }
     }
     return {};
 }
 
-QSqlError quickCheck(const QString & file, const QSqlDatabase & database, const QString & tableName)
+QSqlError quickCheck(const zk::sqlite::connection & file, const QString & tableName)
 {
-    QVariant answer;
-    const QSqlError error =
-        readPragma(file, database, QStringLiteral("quick_check(%1)").arg(tableName), answer);
-    if (!error.isValid() && answer.toString() != QStringLiteral("ok")) {
-        return zk::sqlite::failure(file, texts::tr("is damaged (table %1: %2); restore it from a copy")
-                                             .arg(tableName, model_check::printable(answer.toString())));
+    zk::sqlite::statement query(file, QStringLiteral("PRAGMA quick_check(%1)").arg(tableName));
+    const QString answer = query.next() ? query.at(0).text() : QString();
+    if (!query.error().isValid() && answer != QStringLiteral("ok")) {
+        return file.failure(texts::tr("is damaged (table %1: %2); restore it from a copy")
+                                .arg(tableName, model_check::printable(answer)));
     }
-    return error;
+    return query.error();
 }
 
 } // namespace
@@ -155,7 +147,7 @@ const QList<table> & tables()
     return all;
 }
 
-QSqlError create(const QSqlDatabase & database)
+QSqlError create(const zk::sqlite::connection & file)
 {
     QStringList statements;
     for (const table & t : tables()) {
@@ -164,29 +156,29 @@ QSqlError create(const QSqlDatabase & database)
     statements.append(QStringLiteral("PRAGMA application_id = %1").arg(ApplicationId));
     statements.append(QStringLiteral("PRAGMA user_version = %1").arg(FormatVersion));
     for (const QString & statement : statements) {
-        if (const QSqlError error = zk::sqlite::execute(database, statement); error.isValid()) {
+        if (const QSqlError error = file.execute(statement); error.isValid()) {
             return error;
         }
     }
     return {};
 }
 
-QSqlError check(const QString & file, const QSqlDatabase & database, bool whole)
+QSqlError check(const zk::sqlite::connection & file, bool whole)
 {
-    if (const QSqlError error = checkMarks(file, database); error.isValid()) {
+    if (const QSqlError error = checkMarks(file); error.isValid()) {
         return error;
     }
-    if (const QSqlError error = zk::sqlite::refuseCode(file, database); error.isValid()) {
+    if (const QSqlError error = file.refuseCode(); error.isValid()) {
         return error;
     }
-    if (const QSqlError error = checkTables(file, database); error.isValid()) {
+    if (const QSqlError error = checkTables(file); error.isValid()) {
         return error;
     }
     for (const table & t : tables()) {
         if (!whole && t.name == HistoryTable) {
             continue;
         }
-        if (const QSqlError error = quickCheck(file, database, t.name); error.isValid()) {
+        if (const QSqlError error = quickCheck(file, t.name); error.isValid()) {
             return error;
         }
     }

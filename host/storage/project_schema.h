@@ -1,9 +1,12 @@
 #pragma once
 
 #include <QList>
-#include <QSqlDatabase>
 #include <QSqlError>
 #include <QString>
+
+namespace zk::sqlite {
+class connection;
+}
 
 /// The tables of a project file, and what marks a SQLite file as one.
 namespace storage::project_schema {
@@ -40,12 +43,12 @@ struct table
 /// All tables. Rows are kept in model order; nothing but their order in the table says it.
 [[nodiscard]] const QList<table> & tables();
 
-/// Makes the empty database a project file without contents.
-[[nodiscard]] QSqlError create(const QSqlDatabase & database);
+/// Makes the empty `file` a project file without contents.
+[[nodiscard]] QSqlError create(const zk::sqlite::connection & file);
 
-/// Why `database`, opened from `file`, cannot be used as a project file; invalid when it can.
+/// Why `file` cannot be used as a project file; invalid when it can.
 /// @param whole whether the history, which may be far larger than all the rest, is examined for damage as
 /// well
-[[nodiscard]] QSqlError check(const QString & file, const QSqlDatabase & database, bool whole);
+[[nodiscard]] QSqlError check(const zk::sqlite::connection & file, bool whole);
 
 } // namespace storage::project_schema

@@ -37,8 +37,8 @@ long bit(bool set, long flag)
 class table_filler
 {
 public:
-    table_filler(const QSqlDatabase & database, const char * table, const char * columns)
-        : m_statement(database, insertion(QString::fromLatin1(table), QString::fromLatin1(columns)))
+    table_filler(const zk::sqlite::connection & file, const char * table, const char * columns)
+        : m_statement(file, insertion(QString::fromLatin1(table), QString::fromLatin1(columns)))
     {
     }
 
@@ -82,17 +82,17 @@ private:
 class model_writer
 {
 public:
-    explicit model_writer(const QSqlDatabase & database)
-        : m_project(database, "t_project",
+    explicit model_writer(const zk::sqlite::connection & file)
+        : m_project(file, "t_project",
                     "name, last_enumeration_id, last_entity_id, last_property_id, last_relationship_id"),
-          m_enumeration(database, "t_enumeration", "id, name"),
-          m_value(database, "t_enumeration_value", "enumeration_id, name, value"),
-          m_entity(database, "t_entity", "id, name, entity_key, table_name, soft_delete_column, version"),
-          m_metaData(database, "t_meta_data", "entity_id, meta_key, value_type, meta_value"),
-          m_type(database, "t_property_type", "type_id, cpp_type, enumeration_id"),
-          m_property(database, "t_property", "entity_id, id, name, column_name, type_id, flags"),
-          m_detail(database, "t_property_detail", "property_id, property_key, force_sql_type"),
-          m_relationship(database, "t_relationship",
+          m_enumeration(file, "t_enumeration", "id, name"),
+          m_value(file, "t_enumeration_value", "enumeration_id, name, value"),
+          m_entity(file, "t_entity", "id, name, entity_key, table_name, soft_delete_column, version"),
+          m_metaData(file, "t_meta_data", "entity_id, meta_key, value_type, meta_value"),
+          m_type(file, "t_property_type", "type_id, cpp_type, enumeration_id"),
+          m_property(file, "t_property", "entity_id, id, name, column_name, type_id, flags"),
+          m_detail(file, "t_property_detail", "property_id, property_key, force_sql_type"),
+          m_relationship(file, "t_relationship",
                          "property_id, id, type, target_id, inverse_id, extra_table, foreign_key, "
                          "foreign_key_owner")
     {
@@ -220,9 +220,9 @@ private:
 
 } // namespace
 
-QSqlError writeModel(const QSqlDatabase & database, const model::project & project)
+QSqlError writeModel(const zk::sqlite::connection & file, const model::project & project)
 {
-    return model_writer(database).write(project);
+    return model_writer(file).write(project);
 }
 
 } // namespace storage

@@ -1,7 +1,10 @@
 #pragma once
 
-#include <QSqlDatabase>
 #include <QSqlError>
+
+namespace zk::sqlite {
+class connection;
+}
 
 namespace model {
 class project;
@@ -9,7 +12,7 @@ class project;
 
 namespace storage {
 
-/// Fills the model's tables of `database`, which are empty, with `project`. An error is the engine's.
-[[nodiscard]] QSqlError writeModel(const QSqlDatabase & database, const model::project & project);
+/// Fills the model's tables of the open project `file`, which are empty, with `project`.
+[[nodiscard]] QSqlError writeModel(const zk::sqlite::connection & file, const model::project & project);
 
 } // namespace storage

@@ -3,52 +3,51 @@
 #include "storage/project_schema.h"
 #include "storage/temporary_file.h"
 #include "zk/sqlite_connection.h"
+#include "zk/sqlite_statement.h"
 
 #include <QDir>
-#include <QSqlQuery>
-#include <QSqlRecord>
-#include <QVariant>
 
 namespace storage {
 
 namespace {
 
-/// Opens the rows of a model's table in model order.
-bool select(QSqlQuery & query, const project_schema::table & table)
+/// The rows of a model's table in model order.
+QString selection(const project_schema::table & table)
 {
     // Which ids were used by objects that are gone is no part of the model.
     const QString columns =
         table.name == QLatin1String("t_project") ? QStringLiteral("name") : QStringLiteral("*");
-    query.setForwardOnly(true);
-    return query.exec(QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid").arg(columns, table.name));
+    return QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid").arg(columns, table.name);
 }
 
-bool sameRows(QSqlQuery & a, QSqlQuery & b)
+bool sameRows(zk::sqlite::statement & a, zk::sqlite::statement & b)
 {
-    const int columns = a.record().count();
+    const int columns = a.columnCount();
     for (;;) {
         const bool more = a.next();
         if (more != b.next()) {
             return false;
         }
         if (!more) {
-            return !a.lastError().isValid() && !b.lastError().isValid();
+            return !a.error().isValid() && !b.error().isValid();
         }
         for (int i = 0; i < columns; ++i) {
-            if (a.value(i) != b.value(i)) {
+            if (!(a.at(i) == b.at(i))) {
                 return false;
             }
         }
     }
 }
 
-bool sameTables(const QSqlDatabase & a, const QSqlDatabase & b)
+bool sameTables(const zk::sqlite::connection & a, const zk::sqlite::connection & b)
 {
     for (const project_schema::table & table : project_schema::tables()) {
-        QSqlQuery rowsOfA(a);
-        QSqlQuery rowsOfB(b);
-        if (table.holds == project_schema::of_model &&
-            !(select(rowsOfA, table) && select(rowsOfB, table) && sameRows(rowsOfA, rowsOfB))) {
+        if (table.holds != project_schema::of_model) {
+            continue;
+        }
+        zk::sqlite::statement rowsOfA(a, selection(table));
+        zk::sqlite::statement rowsOfB(b, selection(table));
+        if (!sameRows(rowsOfA, rowsOfB)) {
             return false;
         }
     }
@@ -57,17 +56,16 @@ bool sameTables(const QSqlDatabase & a, const QSqlDatabase & b)
 
 } // namespace
 
-bool holdsModelOf(const QSqlDatabase & database, const QByteArray & other)
+bool holdsModelOf(const zk::sqlite::connection & file, const QByteArray & other)
 {
-    temporary_file file;
-    if (!file.create(QDir::tempPath(), temporary_file::readers::owner).isEmpty() || !file.append(other)) {
+    temporary_file copy;
+    if (!copy.create(QDir::tempPath(), temporary_file::readers::owner).isEmpty() || !copy.append(other)) {
         return false;
     }
-    const zk::sqlite::final_file final(file.name());
-    zk::sqlite::scoped_connection connection;
-    return !connection.open(file.name()).isValid() &&
-           !project_schema::check(file.name(), connection.database(), false).isValid() &&
-           sameTables(database, connection.database());
+    const zk::sqlite::final_file final(copy.name());
+    zk::sqlite::connection opened;
+    return !opened.open(copy.name()).isValid() && !project_schema::check(opened, false).isValid() &&
+           sameTables(file, opened);
 }
 
 } // namespace storage

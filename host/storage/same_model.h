@@ -1,12 +1,15 @@
 #pragma once
 
 #include <QByteArray>
-#include <QSqlDatabase>
+
+namespace zk::sqlite {
+class connection;
+}
 
 namespace storage {
 
-/// Whether the open project file `database` holds the model that the project file whose bytes are `other`
+/// Whether the open project `file` holds the model that the project file whose bytes are `other`
 /// holds. Settings and history do not count. False as well when `other` cannot be read.
-[[nodiscard]] bool holdsModelOf(const QSqlDatabase & database, const QByteArray & other);
+[[nodiscard]] bool holdsModelOf(const zk::sqlite::connection & file, const QByteArray & other);
 
 } // namespace storage

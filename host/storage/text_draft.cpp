@@ -19,7 +19,7 @@ using text_tree::place;
 using text_tree::text_error;
 using text_tree::value;
 
-constexpr std::int64_t FormatVersion = 1;
+constexpr unsigned FormatVersion = 1;
 
 const char EntitiesField[] = "entities";
 const char PropertiesField[] = "properties";
@@ -31,7 +31,7 @@ void checkFormat(fields & f)
     }
     const value & version = f.require("formatVersion");
     const auto * const number = version.as<std::uint64_t>();
-    if (number && *number > static_cast<std::uint64_t>(FormatVersion)) {
+    if (number && *number > FormatVersion) {
         f.fail(texts::tr("field 'formatVersion': the text was written for a newer korvane (format %1; "
                          "this one reads %2); update korvane")
                    .arg(*number)

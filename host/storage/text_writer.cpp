@@ -188,18 +188,22 @@ QByteArray projectText(const model::project & project)
 {
     const json head = {
         {"format", "korvane-project"}, {"formatVersion", 1}, {"name", utf8(project.getName())}};
-    std::vector<std::string> enumerations;
-    for (const auto & enumeration : project.getListOfEnumeration()->values()) {
-        enumerations.push_back("    " + inLine(enumerationJson(*enumeration)));
-    }
-    std::vector<std::string> entities;
-    for (const auto & entity : project.getListOfAllEntities()->values()) {
-        entities.push_back(entityText(*entity, true));
-    }
     const std::string indent = "  ";
-    return QByteArray::fromStdString("{\n" + fieldLines(head, indent) + ",\n" + indent +
-                                     "\"enumerations\": " + listOf(enumerations, indent) + ",\n" + indent +
-                                     "\"entities\": " + listOf(entities, indent) + "\n}\n");
+    QByteArray text = QByteArray::fromStdString("{\n" + fieldLines(head, indent));
+    const auto append = [&text, &indent](const char * list, const auto & objects, const auto & write) {
+        text.append(QByteArrayView(",\n" + indent + "\"" + list + "\": ["));
+        const char * separator = "\n";
+        for (const auto & object : objects) {
+            text.append(separator).append(QByteArrayView(write(*object)));
+            separator = ",\n";
+        }
+        text.append(QByteArrayView(objects.empty() ? "]" : "\n" + indent + "]"));
+    };
+    append("enumerations", project.getListOfEnumeration()->values(),
+           [](const model::enumeration & e) { return "    " + inLine(enumerationJson(e)); });
+    append("entities", project.getListOfAllEntities()->values(),
+           [](const model::entity & e) { return entityText(e, true); });
+    return text.append("\n}\n");
 }
 
 QByteArray entityContents(const model::entity & entity)

@@ -2,7 +2,9 @@
 
 #include "tools/file_status.h"
 #include "zk/sqlite_locks.h"
+#include "zk/sqlite_statement.h"
 #include "zk/texts.h"
+#include "zk/zk_session.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -27,7 +29,7 @@ const QString UnseenMode = QStringLiteral("?mode=rw&nolock=1");
 // No journal is looked for, however it is named.
 const QString FinalMode = QStringLiteral("?mode=ro&immutable=1");
 
-QString reasonOf(const QString & file, const QSqlError & error, const QSqlDatabase & database)
+QString reasonOf(const QSqlError & error, const QSqlDatabase & database)
 {
     const int system = systemError(database);
     QString own = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
@@ -50,7 +52,7 @@ QString reasonOf(const QString & file, const QSqlError & error, const QSqlDataba
     case SQLITE_FULL:
         return texts::tr("cannot be written: the disk is full; make room and try again");
     case SQLITE_CANTOPEN:
-        if (const QString tooLong = tooLongName(file); !tooLong.isEmpty()) {
+        if (const QString tooLong = tooLongName(fileOf(database)); !tooLong.isEmpty()) {
             return tooLong;
         }
         return texts::tr("cannot be opened (%1); check its permissions and those of its folder").arg(reason);
@@ -110,35 +112,10 @@ QString identityOf(const QString & file)
                : QString();
 }
 
-QSqlError connect(const QString & file, const QString & name, QSqlDatabase & database, const QString & mode)
+QSqlError describeOn(const QString & file, const QSqlDatabase & database, const QSqlError & error)
 {
-    database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-    // Only a URI can say that a file which is not there must not be made.
-    database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1;QSQLITE_OPEN_URI")
-                                   .arg(static_cast<qint64>(lockPatience().count())));
-    database.setDatabaseName(
-        UriBegin + QString::fromLatin1(QUrl::toPercentEncoding(QFileInfo(file).absoluteFilePath(), "/")) +
-        mode);
-    QSqlError error;
-    if (!database.open()) {
-        error = database.lastError();
-    } else {
-        waitForLocks(database);
-    }
-    for (const QLatin1StringView pragma :
-         {QLatin1StringView("PRAGMA trusted_schema = OFF"), QLatin1StringView("PRAGMA cell_size_check = ON"),
-          QLatin1StringView("PRAGMA mmap_size = 0")}) {
-        if (!error.isValid()) {
-            error = execute(database, pragma);
-        }
-    }
-    error = describe(file, error, database);
-    openFiles().insert(name, identityOf(file));
-    if (error.isValid()) {
-        database = QSqlDatabase();
-        close(name);
-    }
-    return error;
+    // Without the engine's code it is one of our own failures, which name their file already.
+    return error.nativeErrorCode().isEmpty() ? error : failure(file, reasonOf(error, database));
 }
 
 } // namespace
@@ -149,30 +126,9 @@ QSqlError failure(const QString & file, const QString & reason)
             QSqlError::ConnectionError};
 }
 
-QSqlError describe(const QString & file, const QSqlError & error, const QSqlDatabase & database)
+QSqlError describe(const QSqlDatabase & database, const QSqlError & error)
 {
-    // Without the engine's code it is one of our own failures, which name their file already.
-    return error.nativeErrorCode().isEmpty() ? error : failure(file, reasonOf(file, error, database));
-}
-
-QSqlError open(const QString & file, const QString & name, QSqlDatabase & database, contents expected)
-{
-    const QString identity = identityOf(file);
-    const bool isFinal = !identity.isEmpty() && finalFiles().holds(identity);
-    // Closing a file takes away all locks that this process has on it: one that is open already, perhaps in
-    // the middle of a transaction, is not opened once more just to look at it.
-    const look depth =
-        !identity.isEmpty() && openFiles().holds(identity) ? look::at_its_status : look::into_it;
-    QSqlError error = checkFile(file, expected, depth);
-    if (!error.isValid() && !isFinal) {
-        error = checkJournals(file, depth);
-    }
-    return error.isValid() ? error : connect(file, name, database, isFinal ? FinalMode : SharedMode);
-}
-
-QSqlError openUnseen(const QString & file, const QString & name, QSqlDatabase & database)
-{
-    return connect(file, name, database, UnseenMode);
+    return describeOn(fileOf(database), database, error);
 }
 
 QString fileOf(const QSqlDatabase & database)
@@ -199,57 +155,121 @@ QSqlError execute(const QSqlDatabase & database, const QString & statement)
     return query.lastError();
 }
 
-QSqlError refuseCode(const QString & file, const QSqlDatabase & database)
-{
-    QSqlQuery query(database);
-    query.setForwardOnly(true);
-    query.exec(QStringLiteral("SELECT type, name FROM sqlite_master WHERE type IN ('trigger', 'view')"));
-    if (query.next()) {
-        const QString reason =
-            query.value(0).toString() == QStringLiteral("view")
-                ? texts::tr("contains a view '%1', which does not belong in a project file; "
-                            "remove it, or restore the file from a backup")
-                : texts::tr("contains a trigger '%1', which does not belong in a project "
-                            "file; remove it, or restore the file from a backup");
-        return failure(file, reason.arg(query.value(1).toString()));
-    }
-    return describe(file, query.lastError(), database);
-}
-
-void close(const QString & name)
-{
-    openFiles().remove(name);
-    if (QSqlDatabase::contains(name)) {
-        QSqlDatabase::database(name, false).close();
-        QSqlDatabase::removeDatabase(name);
-    }
-}
-
-scoped_connection::scoped_connection()
+connection::connection()
 {
     static std::atomic<quint64> counter = 0;
     m_sName = QStringLiteral("korvane/%1").arg(++counter);
 }
 
-scoped_connection::~scoped_connection()
+connection::~connection()
 {
     close();
 }
 
-QSqlError scoped_connection::open(const QString & file, contents expected)
+QSqlError connection::open(const QString & file, contents expected)
 {
-    return sqlite::open(file, m_sName, m_database, expected);
+    m_sFile = file;
+    const QString identity = identityOf(file);
+    const bool isFinal = !identity.isEmpty() && finalFiles().holds(identity);
+    // Closing a file takes away all locks that this process has on it: one that is open already, perhaps in
+    // the middle of a transaction, is not opened once more just to look at it.
+    const look depth =
+        !identity.isEmpty() && openFiles().holds(identity) ? look::at_its_status : look::into_it;
+    QSqlError error = checkFile(file, expected, depth);
+    if (!error.isValid() && !isFinal) {
+        error = checkJournals(file, depth);
+    }
+    return error.isValid() ? error : connect(file, isFinal ? FinalMode : SharedMode);
 }
 
-QSqlError scoped_connection::openUnseen(const QString & file)
+QSqlError connection::openUnseen(const QString & file, const QString & told)
 {
-    return sqlite::openUnseen(file, m_sName, m_database);
+    m_sFile = told;
+    return connect(file, UnseenMode);
 }
 
-void scoped_connection::close()
+QSqlError connection::connect(const QString & file, const QString & mode)
 {
+    m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_sName);
+    // Only a URI can say that a file which is not there must not be made.
+    m_database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1;QSQLITE_OPEN_URI")
+                                     .arg(static_cast<qint64>(lockPatience().count())));
+    m_database.setDatabaseName(
+        UriBegin + QString::fromLatin1(QUrl::toPercentEncoding(QFileInfo(file).absoluteFilePath(), "/")) +
+        mode);
+    const QSqlError error = start();
+    openFiles().insert(m_sName, identityOf(file));
+    if (error.isValid()) {
+        close();
+    }
+    return error;
+}
+
+/// Makes the engine work as it has to.
+QSqlError connection::start()
+{
+    if (!m_database.open()) {
+        return describe(m_database.lastError());
+    }
+    if (!handleOf(m_database)) {
+        return failure(
+            texts::tr("cannot be opened: Qt's SQLite driver brings an SQLite of its own along; use a "
+                      "Qt whose driver is built with the system's one"));
+    }
+    waitForLocks(m_database);
+    for (const QLatin1StringView pragma :
+         {QLatin1StringView("PRAGMA trusted_schema = OFF"), QLatin1StringView("PRAGMA cell_size_check = ON"),
+          QLatin1StringView("PRAGMA mmap_size = 0")}) {
+        if (const QSqlError error = execute(pragma); error.isValid()) {
+            return error;
+        }
+    }
+    return {};
+}
+
+void connection::close()
+{
+    openFiles().remove(m_sName);
     m_database = QSqlDatabase();
-    sqlite::close(m_sName);
+    if (QSqlDatabase::contains(m_sName)) {
+        QSqlDatabase::database(m_sName, false).close();
+        QSqlDatabase::removeDatabase(m_sName);
+    }
+}
+
+QSqlError connection::refuseCode() const
+{
+    statement code(*this,
+                   QStringLiteral("SELECT type, name FROM sqlite_master WHERE type IN ('trigger', 'view')"));
+    if (!code.next()) {
+        return code.error();
+    }
+    const QString reason = code.at(0).text() == QStringLiteral("view")
+                               ? texts::tr("contains a view '%1', which does not belong in a project file; "
+                                           "remove it, or restore the file from a backup")
+                               : texts::tr("contains a trigger '%1', which does not belong in a project "
+                                           "file; remove it, or restore the file from a backup");
+    return failure(reason.arg(code.at(1).text()));
+}
+
+QSqlError connection::describe(const QSqlError & error) const
+{
+    return describeOn(m_sFile, m_database, error);
+}
+
+QSqlError connection::inTransaction(const std::function<QSqlError()> & work) const
+{
+    ZkSession session(m_database);
+    if (session.isValid()) {
+        session.addError(work());
+    }
+    return describe(session.end());
+}
+
+QSqlError connection::inSnapshot(const std::function<QSqlError()> & work) const
+{
+    const QSqlError error = execute(QStringLiteral("BEGIN"));
+    return error.isValid() ? error : describe(work());
 }
 
 } // namespace zk::sqlite

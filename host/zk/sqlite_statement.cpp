@@ -49,11 +49,11 @@ bool operator==(const cell & a, const cell & b)
     return type == SQLITE_INTEGER ? a.number() == b.number() : a.bytes() == b.bytes();
 }
 
-statement::statement(const QSqlDatabase & database, const QString & sql)
-    : m_database(database), m_statement(nullptr, sqlite3_finalize)
+statement::statement(const connection & file, const QString & sql)
+    : m_connection(file), m_statement(nullptr, sqlite3_finalize)
 {
     sqlite3_stmt * prepared = nullptr;
-    check(sqlite3_prepare_v2(handleOf(database), sql.toUtf8().constData(), -1, &prepared, nullptr));
+    check(sqlite3_prepare_v2(handleOf(file.database()), sql.toUtf8().constData(), -1, &prepared, nullptr));
     m_statement.reset(prepared);
     m_lstText.resize(static_cast<std::size_t>(sqlite3_bind_parameter_count(prepared)));
 }
@@ -124,11 +124,10 @@ void statement::check(int result)
     if (result == SQLITE_OK || m_error.isValid()) {
         return;
     }
-    sqlite3 * const handle = handleOf(m_database);
-    m_error = describe(fileOf(m_database),
-                       {QString(), QString::fromUtf8(sqlite3_errmsg(handle)), QSqlError::StatementError,
-                        QString::number(sqlite3_extended_errcode(handle))},
-                       m_database);
+    sqlite3 * const handle = handleOf(m_connection.database());
+    m_error =
+        m_connection.describe({QString(), QString::fromUtf8(sqlite3_errmsg(handle)),
+                               QSqlError::StatementError, QString::number(sqlite3_extended_errcode(handle))});
 }
 
 } // namespace zk::sqlite

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QSqlDatabase>
 #include <QSqlError>
 #include <QString>
 
@@ -13,6 +12,8 @@ struct sqlite3_stmt;
 struct sqlite3_value;
 
 namespace zk::sqlite {
+
+class connection;
 
 /// A value of a row.
 class cell
@@ -45,12 +46,12 @@ private:
 };
 
 /// A prepared statement of the engine itself, for where rows are many: values are neither copied into
-/// variants nor turned into another encoding on their way. It must end before its connection does.
+/// variants nor turned into another encoding on their way.
 class statement
 {
 public:
-    /// Prepares `sql` on the open `database`; see error().
-    statement(const QSqlDatabase & database, const QString & sql);
+    /// Prepares `sql` on the open `file`, which must outlive the statement; see error().
+    statement(const connection & file, const QString & sql);
     ~statement();
     statement(const statement &) = delete;
     statement & operator=(const statement &) = delete;
@@ -76,7 +77,7 @@ public:
 private:
     void check(int result);
 
-    QSqlDatabase m_database;
+    const connection & m_connection;
     std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt *)> m_statement;
     std::vector<QByteArray> m_lstText; ///< what is bound, as long as the engine may read it
     QSqlError m_error;

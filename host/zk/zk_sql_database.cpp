@@ -10,6 +10,7 @@
 #include <QSqlResult>
 
 #include <atomic>
+#include <memory>
 
 namespace zk {
 
@@ -56,7 +57,8 @@ public:
 
 struct cached_connection
 {
-    QString name;
+    std::shared_ptr<sqlite::connection> connection; ///< null when it was refused
+    QString refusal;                                ///< name of the stand-in, then
     QDateTime fileBirth; ///< tells a file from another one that has taken its name since
 };
 
@@ -67,15 +69,20 @@ QHash<QString, cached_connection> & connections()
     return cache;
 }
 
-QString newConnectionName()
+/// A connection that is not open and tells why: `reason`.
+QSqlDatabase refusal(const QSqlError & reason, QString & name)
 {
     static std::atomic<quint64> counter = 0;
-    return QStringLiteral("zk/%1").arg(++counter);
+    name = QStringLiteral("zk/refused/%1").arg(++counter);
+    return QSqlDatabase::addDatabase(new refused_driver(reason), name);
 }
 
 void forget(const QString & key)
 {
-    sqlite::close(connections().take(key).name);
+    const cached_connection forgotten = connections().take(key);
+    if (!forgotten.refusal.isEmpty()) {
+        QSqlDatabase::removeDatabase(forgotten.refusal);
+    }
 }
 
 } // namespace
@@ -85,25 +92,26 @@ QSqlDatabase ZkSqlDatabase::getDatabase(const QString & file)
     const QFileInfo info(file);
     const QString key = file.isEmpty() ? QString() : info.absoluteFilePath();
     const QDateTime birth = info.birthTime();
-    if (const auto cached = connections().constFind(key); cached != connections().constEnd()) {
-        const QSqlDatabase known = QSqlDatabase::database(cached->name, false);
+    if (const auto cached = connections().constFind(key);
+        cached != connections().constEnd() && cached->connection) {
+        const QSqlDatabase known = cached->connection->database();
         if (known.isOpen() && info.exists() && cached->fileBirth == birth) {
             return known;
         }
     }
     forget(key);
-    const QString name = newConnectionName();
-    QSqlDatabase database;
-    QSqlError error = sqlite::open(file, name, database);
+    cached_connection made{std::make_shared<sqlite::connection>(), {}, birth};
+    QSqlError error = made.connection->open(file);
     if (!error.isValid()) {
-        error = sqlite::refuseCode(file, database);
+        error = made.connection->refuseCode();
     }
+    QSqlDatabase database = made.connection->database();
     if (error.isValid()) {
         database = QSqlDatabase();
-        sqlite::close(name);
-        database = QSqlDatabase::addDatabase(new refused_driver(error), name);
+        made.connection.reset();
+        database = refusal(error, made.refusal);
     }
-    connections().insert(key, {name, birth});
+    connections().insert(key, made);
     return database;
 }
 
@@ -128,7 +136,7 @@ QSqlError ZkSqlDatabase::openError(const QSqlDatabase & database)
 
 QSqlError ZkSqlDatabase::describe(const QSqlDatabase & database, const QSqlError & error)
 {
-    return sqlite::describe(sqlite::fileOf(database), error, database);
+    return sqlite::describe(database, error);
 }
 
 } // namespace zk

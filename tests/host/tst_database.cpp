@@ -8,6 +8,7 @@
 #include "zk/zk_sql_database.h"
 
 #include <QScopeGuard>
+#include <QSqlDriver>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
@@ -18,6 +19,25 @@ using model::plugin_params;
 using model::project_historic;
 using list_of_params = zk::ZkCollection<long, std::shared_ptr<plugin_params>>;
 using list_of_versions = zk::ZkCollection<long, std::shared_ptr<project_historic>>;
+
+namespace {
+
+/// A driver of databases that keeps the handle of its engine to itself.
+class closed_driver : public QSqlDriver
+{
+public:
+    bool hasFeature(DriverFeature) const override { return false; }
+    bool open(const QString &, const QString &, const QString &, const QString &, int,
+              const QString &) override
+    {
+        setOpen(true);
+        return true;
+    }
+    void close() override { setOpen(false); }
+    QSqlResult * createResult() const override { return nullptr; }
+};
+
+} // namespace
 
 class tst_database : public QObject
 {
@@ -51,6 +71,21 @@ private Q_SLOTS:
         QVERIFY(zk::dao::deleteByQuery<plugin_params>(query, database()).isValid());
         QVERIFY(zk::dao::fetchByQuery(list, query, database()).isValid());
         QCOMPARE(fetch("g").size(), std::size_t(1));
+    }
+
+    void aDriverWithAnEngineOfItsOwnIsRefused()
+    {
+        QVERIFY(database().isOpen()); // by the usual driver, which shares its engine
+        zk::ZkSqlDatabase::clearAllDatabases();
+        QSqlDatabase::registerSqlDriver("QSQLITE", new QSqlDriverCreator<closed_driver>);
+        const auto restored = qScopeGuard([] { QSqlDatabase::registerSqlDriver("QSQLITE", nullptr); });
+        const QString reason =
+            m_sFile +
+            ": cannot be opened: Qt's SQLite driver brings an SQLite of its own along; use a Qt whose "
+            "driver is built with the system's one";
+        QCOMPARE(database().lastError().text(), reason);
+        model::project project(1);
+        QCOMPARE(storage::project_file::read(m_sFile, project).text(), reason);
     }
 
     void connectionsAreCached()

@@ -172,6 +172,92 @@ private Q_SLOTS:
         relationshipErrors(row);
         idErrors(row);
     }
+    void theFirstOfSeveralErrorsIsTold_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("expected");
+        // What is no JSON comes before what is no model, wherever it stands; then the fields of an object
+        // before those of what lies in it, and the unknown ones last.
+        const QByteArray properties = json("'properties': [{'name': 'p', 'index': 1}]");
+        QTest::newRow("no JSON behind a wrong property")
+            << textOf(json("{'name': 'e', ") + properties + json("}, {'name': nobody}"))
+            << "m.json: line 1, column 123: syntax error while parsing value - invalid literal; last read: "
+               "'\"name\": no'";
+        QTest::newRow("field twice behind a wrong property")
+            << textOf(json("{'name': 'e', ") + properties + json(", 'id': 1, 'id': 1}"))
+            << "m.json: entities[0] 'e': field 'id' is given twice";
+        QTest::newRow("entity's field behind its properties")
+            << textOf(json("{'name': 'e', ") + properties + json(", 'version': -1}"))
+            << "m.json: entities[0] 'e': field 'version' must be an integer from 0 to " + QString::fromLatin1(Max);
+        QTest::newRow("name behind the properties")
+            << textOf("{" + properties + json(", 'name': 'late'}"))
+            << "m.json: entities[0] 'late' / properties[0] 'p': field 'index' must be true or false";
+        QTest::newRow("unknown field before a wrong property")
+            << textOf(json("{'color': 1, 'name': 'e', ") + properties + "}")
+            << "m.json: entities[0] 'e' / properties[0] 'p': field 'index' must be true or false";
+        QTest::newRow("a property that is none behind a good one")
+            << textOf(json("{'name': 'e', 'properties': [{'name': 'p'}, 5, {'name': 'q', 'index': 1}]}"))
+            << "m.json: entities[0] 'e' / properties[1]: must be an object";
+        QTest::newRow("of two unknown fields the first in the alphabet")
+            << textOf(json("{'name': 'e', 'zone': 1, 'color': 1}"))
+            << "m.json: entities[0] 'e': unknown field 'color'";
+        QTest::newRow("of two wrong meta-data the first in the alphabet")
+            << textOf(json("{'name': 'e', 'metaData': {'z': null, 'b': null, 'a': 1}}"))
+            << "m.json: entities[0] 'e': field 'metaData' 'b' must be a string, a number or a boolean";
+        QTest::newRow("wrong format behind everything")
+            << json("{'entities': [{'name': 'e', ") + properties +
+                   json("}], 'formatVersion': 1, 'name': 'x', "
+                        "'format': 'other'}")
+            << "m.json: field 'format' must be \"korvane-project\"";
+    }
+    void theFirstOfSeveralErrorsIsTold()
+    {
+        QFETCH(QByteArray, text);
+        QTEST(errorOf(text), "expected");
+    }
+    void aFieldOfManyIsFoundTwice_data()
+    {
+        QTest::addColumn<int>("fields");
+        for (const int fields : {1, 31, 32, 33, 100}) {
+            QTest::addRow("%d", fields) << fields;
+        }
+    }
+    void aFieldOfManyIsFoundTwice()
+    {
+        QFETCH(int, fields);
+        QByteArray text;
+        for (int i = 0; i < fields; ++i) {
+            text += "\"k" + QByteArray::number(i) + "\": 1, ";
+        }
+        const auto withMeta = [](const QByteArray & meta) {
+            return textOf(json("{'name': 'e', 'metaData': {") + meta + "}}");
+        };
+        const auto p = projectOf(withMeta(text.chopped(2)));
+        QVERIFY(p);
+        QCOMPARE(entityOf(*p, 0)->getAllMetaData().size(), fields);
+        for (const int twice : {0, fields - 1}) {
+            const QByteArray name = "k" + QByteArray::number(twice);
+            QCOMPARE(errorOf(withMeta(text + "\"" + name + "\": 1")),
+                     "m.json: entities[0] 'e' / metaData: field '" + QString::fromLatin1(name) +
+                         "' is given twice");
+        }
+    }
+    void equalAndDifferentNamesAreKeptApart()
+    {
+        // More different names than are remembered, and each of them twice.
+        constexpr int count = 10000;
+        QByteArray properties;
+        for (int i = 0; i < 2 * count; ++i) {
+            properties += "{\"name\": \"p" + QByteArray::number(i % count) + "\", \"columnName\": \"\"},";
+        }
+        const auto p =
+            projectOf(textOf(json("{'name': 'e', 'properties': [") + properties.chopped(1) + "]}"));
+        QVERIFY(p);
+        for (int i = 0; i < 2 * count; ++i) {
+            QCOMPARE(propertyOf(*p, 0, i)->getName(), "p" + QString::number(i % count));
+            QCOMPARE(propertyOf(*p, 0, i)->getColumnName(), QString());
+        }
+    }
     void errors()
     {
         QFETCH(QByteArray, text);
