@@ -2622,5 +2622,9 @@ Weiterer Hinweis: Der Debugger lässt sich auch starten, indem Sie beim Ausführ
         <source>The database is not open</source>
         <translation>Die Datenbank ist nicht geöffnet</translation>
     </message>
+    <message>
+        <source>cannot be opened: Qt&apos;s SQLite driver brings an SQLite of its own along; use a Qt whose driver is built with the system&apos;s one</source>
+        <translation>kann nicht geöffnet werden: Qts SQLite-Treiber bringt ein eigenes SQLite mit; verwenden Sie ein Qt, dessen Treiber mit dem des Systems gebaut ist</translation>
+    </message>
 </context>
 </TS>

@@ -2622,5 +2622,9 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
         <source>The database is not open</source>
         <translation>La base de données n&apos;est pas ouverte</translation>
     </message>
+    <message>
+        <source>cannot be opened: Qt&apos;s SQLite driver brings an SQLite of its own along; use a Qt whose driver is built with the system&apos;s one</source>
+        <translation>ne peut pas être ouvert : le pilote SQLite de Qt apporte son propre SQLite ; utilisez un Qt dont le pilote est construit avec celui du système</translation>
+    </message>
 </context>
 </TS>
