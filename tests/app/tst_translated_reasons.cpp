@@ -163,7 +163,7 @@ QString tst_translated_reasons::exportReason(const QByteArray & script, const QS
     QString told;
     app::export_listener listener;
     listener.message = [&told](const QString & text, int type) {
-        told = type == app::ErrorMessage && told.isEmpty() ? text : told;
+        told = type == plugin::ErrorMessage && told.isEmpty() ? text : told;
     };
     const app::export_report report = app::runPlugin(plugin, *project, listener);
     plugin.setCustomScript(nullptr);

@@ -181,34 +181,36 @@ private Q_SLOTS:
         const QByteArray properties = json("'properties': [{'name': 'p', 'index': 1}]");
         QTest::newRow("no JSON behind a wrong property")
             << textOf(json("{'name': 'e', ") + properties + json("}, {'name': nobody}"))
-            << "m.json: line 1, column 123: syntax error while parsing value - invalid literal; last read: "
+            << "shop.json: line 1, column 168: syntax error while parsing value - invalid literal; last "
+               "read: "
                "'\"name\": no'";
         QTest::newRow("field twice behind a wrong property")
             << textOf(json("{'name': 'e', ") + properties + json(", 'id': 1, 'id': 1}"))
-            << "m.json: entities[0] 'e': field 'id' is given twice";
+            << "shop.json: entities[0] 'e': field 'id' is given twice";
         QTest::newRow("entity's field behind its properties")
             << textOf(json("{'name': 'e', ") + properties + json(", 'version': -1}"))
-            << "m.json: entities[0] 'e': field 'version' must be an integer from 0 to " + QString::fromLatin1(Max);
+            << "shop.json: entities[0] 'e': field 'version' must be an integer from 0 to " +
+                   QString::fromLatin1(Max);
         QTest::newRow("name behind the properties")
             << textOf("{" + properties + json(", 'name': 'late'}"))
-            << "m.json: entities[0] 'late' / properties[0] 'p': field 'index' must be true or false";
+            << "shop.json: entities[0] 'late' / properties[0] 'p': field 'index' must be true or false";
         QTest::newRow("unknown field before a wrong property")
             << textOf(json("{'color': 1, 'name': 'e', ") + properties + "}")
-            << "m.json: entities[0] 'e' / properties[0] 'p': field 'index' must be true or false";
+            << "shop.json: entities[0] 'e' / properties[0] 'p': field 'index' must be true or false";
         QTest::newRow("a property that is none behind a good one")
             << textOf(json("{'name': 'e', 'properties': [{'name': 'p'}, 5, {'name': 'q', 'index': 1}]}"))
-            << "m.json: entities[0] 'e' / properties[1]: must be an object";
+            << "shop.json: entities[0] 'e' / properties[1]: must be an object";
         QTest::newRow("of two unknown fields the first in the alphabet")
             << textOf(json("{'name': 'e', 'zone': 1, 'color': 1}"))
-            << "m.json: entities[0] 'e': unknown field 'color'";
+            << "shop.json: entities[0] 'e': unknown field 'color'";
         QTest::newRow("of two wrong meta-data the first in the alphabet")
             << textOf(json("{'name': 'e', 'metaData': {'z': null, 'b': null, 'a': 1}}"))
-            << "m.json: entities[0] 'e': field 'metaData' 'b' must be a string, a number or a boolean";
+            << "shop.json: entities[0] 'e': field 'metaData' 'b' must be a string, a number or a boolean";
         QTest::newRow("wrong format behind everything")
             << json("{'entities': [{'name': 'e', ") + properties +
                    json("}], 'formatVersion': 1, 'name': 'x', "
                         "'format': 'other'}")
-            << "m.json: field 'format' must be \"korvane-project\"";
+            << "shop.json: field 'format' must be \"korvane-project\"";
     }
     void theFirstOfSeveralErrorsIsTold()
     {
@@ -238,7 +240,7 @@ private Q_SLOTS:
         for (const int twice : {0, fields - 1}) {
             const QByteArray name = "k" + QByteArray::number(twice);
             QCOMPARE(errorOf(withMeta(text + "\"" + name + "\": 1")),
-                     "m.json: entities[0] 'e' / metaData: field '" + QString::fromLatin1(name) +
+                     "shop.json: entities[0] 'e' / metaData: field '" + QString::fromLatin1(name) +
                          "' is given twice");
         }
     }
