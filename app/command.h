@@ -21,7 +21,7 @@ enum class surroundings
 };
 
 /// One command of the program: how it is called, what it takes and what it does. Each has a file of its own,
-/// and a row in command_table.cpp.
+/// and a row in commands/commands.h.
 class command
 {
 public:

@@ -8,19 +8,10 @@ namespace app {
 
 std::vector<std::unique_ptr<command>> makeCommands()
 {
-    // A row a command.
-    constexpr std::unique_ptr<command> (*makers[])() = {
-        makeImportCommand, //
-        makeDumpCommand,   //
-        makeTagCommand,    //
-        makeLogCommand,    //
-        makeExportCommand, //
-        makePluginsCommand,
-    };
     std::vector<std::unique_ptr<command>> commands;
-    for (const auto make : makers) {
-        commands.push_back(make());
-    }
+#define KORVANE_MAKE_COMMAND(MAKE) commands.push_back(MAKE());
+    KORVANE_COMMANDS(KORVANE_MAKE_COMMAND)
+#undef KORVANE_MAKE_COMMAND
     return commands;
 }
 

@@ -2,16 +2,22 @@
 
 #include <memory>
 
+/// The commands that are called by a name, in the order in which help lists them: a row a command. It names
+/// the function that makes the command, in a file of its own: makeImportCommand is in import_command.cpp.
+#define KORVANE_COMMANDS(ROW)                                                                                \
+    ROW(makeImportCommand)                                                                                   \
+    ROW(makeDumpCommand)                                                                                     \
+    ROW(makeTagCommand)                                                                                      \
+    ROW(makeLogCommand)                                                                                      \
+    ROW(makeExportCommand)                                                                                   \
+    ROW(makePluginsCommand)
+
 namespace app {
 
 class command;
 
-/// The commands, each made by a file of its own: importing is in import_command.cpp, and so on.
-[[nodiscard]] std::unique_ptr<command> makeImportCommand();
-[[nodiscard]] std::unique_ptr<command> makeDumpCommand();
-[[nodiscard]] std::unique_ptr<command> makeTagCommand();
-[[nodiscard]] std::unique_ptr<command> makeLogCommand();
-[[nodiscard]] std::unique_ptr<command> makeExportCommand();
-[[nodiscard]] std::unique_ptr<command> makePluginsCommand();
+#define KORVANE_DECLARE_COMMAND(MAKE) [[nodiscard]] std::unique_ptr<command> MAKE();
+KORVANE_COMMANDS(KORVANE_DECLARE_COMMAND)
+#undef KORVANE_DECLARE_COMMAND
 
 } // namespace app
