@@ -6,8 +6,8 @@
 #include "app/translation.h"
 #include "app/wait_notice.h"
 
-#include "tools/program_end.h"
-#include "tools/unfinished_files.h"
+#include "os/program_end.h"
+#include "os/unfinished_files.h"
 
 #include <QCoreApplication>
 
@@ -81,11 +81,11 @@ int main(int argc, char ** argv)
     app::holdStandardStreams();
     // A reader that goes away ("korvane dump x.korv | head") is noticed at the next write.
     std::signal(SIGPIPE, SIG_IGN);
-    tools::removeUnfinishedOnSignals();
-    tools::endOrderlyWithoutMemory();
+    os::removeUnfinishedOnSignals();
+    os::endOrderlyWithoutMemory();
     try {
         return runProgram(argc, argv);
     } catch (const std::bad_alloc &) {
-        tools::endProgram(tools::OutOfMemory);
+        os::endProgram(os::OutOfMemory);
     }
 }

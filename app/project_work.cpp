@@ -4,10 +4,10 @@
 
 #include "model/file_suffix.h"
 #include "model/project.h"
+#include "os/file_status.h"
 #include "storage/model_check.h"
 #include "storage/project_file.h"
 #include "storage/text_form.h"
-#include "tools/file_status.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -81,15 +81,15 @@ ZkBool readText(const QString & name, QByteArray & text)
     if (name == StandardInput) {
         return readStandardInput(text);
     }
-    const tools::file_status status = tools::fileStatus(name);
-    if (status.kind == tools::file_status::missing) {
+    const os::file_status status = os::fileStatus(name);
+    if (status.kind == os::file_status::missing) {
         return fileFailure(name, texts::tr("does not exist; check the name"));
     }
-    if (status.kind == tools::file_status::unknown) {
+    if (status.kind == os::file_status::unknown) {
         return fileFailure(
-            name, texts::tr("cannot be read (%1); check the name").arg(tools::systemReason(status.error)));
+            name, texts::tr("cannot be read (%1); check the name").arg(os::systemReason(status.error)));
     }
-    if (status.kind != tools::file_status::regular) {
+    if (status.kind != os::file_status::regular) {
         return fileFailure(
             name, texts::tr("is %1, not a file with the text form of a project").arg(status.kindName));
     }

@@ -1,6 +1,6 @@
 #include "app/whole_file.h"
 
-#include "tools/unfinished_files.h"
+#include "os/unfinished_files.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -72,9 +72,9 @@ zk::ZkBool writeWholeFile(const QString & file, const QByteArray & bytes)
             QCoreApplication::translate("app::whole_file", "it exists, but is not a file"));
     }
     QSaveFile out(file);
-    tools::unfinished_file unfinished;
+    os::unfinished_file unfinished;
     {
-        const tools::ending_held hold;
+        const os::ending_held hold;
         if (!out.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
             return zk::ZkBool::failure(out.errorString());
         }

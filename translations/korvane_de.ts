@@ -1301,6 +1301,37 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
     </message>
 </context>
 <context>
+    <name>os</name>
+    <message>
+        <source>a file</source>
+        <translation>eine Datei</translation>
+    </message>
+    <message>
+        <source>a folder</source>
+        <translation>ein Ordner</translation>
+    </message>
+    <message>
+        <source>a symbolic link</source>
+        <translation>ein symbolischer Link</translation>
+    </message>
+    <message>
+        <source>a named pipe</source>
+        <translation>eine benannte Pipe</translation>
+    </message>
+    <message>
+        <source>a socket</source>
+        <translation>ein Socket</translation>
+    </message>
+    <message>
+        <source>a device</source>
+        <translation>ein Gerät</translation>
+    </message>
+    <message>
+        <source>Out of memory; the command was not completed. Close other programs or raise the limit of memory (ulimit -v), and try again</source>
+        <translation>Der Speicher reicht nicht aus; der Befehl wurde nicht zu Ende geführt. Schließen Sie andere Programme oder heben Sie die Speichergrenze an (ulimit -v), und versuchen Sie es erneut</translation>
+    </message>
+</context>
+<context>
     <name>plugin</name>
     <message>
         <source>the plugin file does not exist</source>
@@ -2004,34 +2035,6 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>it used more than 1 GiB of memory</source>
         <translation>die Auswertung belegte mehr als 1 GiB Speicher</translation>
-    </message>
-    <message>
-        <source>a file</source>
-        <translation>eine Datei</translation>
-    </message>
-    <message>
-        <source>a folder</source>
-        <translation>ein Ordner</translation>
-    </message>
-    <message>
-        <source>a symbolic link</source>
-        <translation>ein symbolischer Link</translation>
-    </message>
-    <message>
-        <source>a named pipe</source>
-        <translation>eine benannte Pipe</translation>
-    </message>
-    <message>
-        <source>a socket</source>
-        <translation>ein Socket</translation>
-    </message>
-    <message>
-        <source>a device</source>
-        <translation>ein Gerät</translation>
-    </message>
-    <message>
-        <source>Out of memory; the command was not completed. Close other programs or raise the limit of memory (ulimit -v), and try again</source>
-        <translation>Der Speicher reicht nicht aus; der Befehl wurde nicht zu Ende geführt. Schließen Sie andere Programme oder heben Sie die Speichergrenze an (ulimit -v), und versuchen Sie es erneut</translation>
     </message>
     <message>
         <source>the file does not exist</source>

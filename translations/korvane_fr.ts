@@ -1301,6 +1301,37 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     </message>
 </context>
 <context>
+    <name>os</name>
+    <message>
+        <source>a file</source>
+        <translation>un fichier</translation>
+    </message>
+    <message>
+        <source>a folder</source>
+        <translation>un dossier</translation>
+    </message>
+    <message>
+        <source>a symbolic link</source>
+        <translation>un lien symbolique</translation>
+    </message>
+    <message>
+        <source>a named pipe</source>
+        <translation>un tube nommé</translation>
+    </message>
+    <message>
+        <source>a socket</source>
+        <translation>un socket</translation>
+    </message>
+    <message>
+        <source>a device</source>
+        <translation>un périphérique</translation>
+    </message>
+    <message>
+        <source>Out of memory; the command was not completed. Close other programs or raise the limit of memory (ulimit -v), and try again</source>
+        <translation>Mémoire insuffisante ; la commande n&apos;a pas été menée à terme. Fermez d&apos;autres programmes ou relevez la limite de mémoire (ulimit -v), puis réessayez</translation>
+    </message>
+</context>
+<context>
     <name>plugin</name>
     <message>
         <source>the plugin file does not exist</source>
@@ -2004,34 +2035,6 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <message>
         <source>it used more than 1 GiB of memory</source>
         <translation>l&apos;évaluation a utilisé plus de 1 Gio de mémoire</translation>
-    </message>
-    <message>
-        <source>a file</source>
-        <translation>un fichier</translation>
-    </message>
-    <message>
-        <source>a folder</source>
-        <translation>un dossier</translation>
-    </message>
-    <message>
-        <source>a symbolic link</source>
-        <translation>un lien symbolique</translation>
-    </message>
-    <message>
-        <source>a named pipe</source>
-        <translation>un tube nommé</translation>
-    </message>
-    <message>
-        <source>a socket</source>
-        <translation>un socket</translation>
-    </message>
-    <message>
-        <source>a device</source>
-        <translation>un périphérique</translation>
-    </message>
-    <message>
-        <source>Out of memory; the command was not completed. Close other programs or raise the limit of memory (ulimit -v), and try again</source>
-        <translation>Mémoire insuffisante ; la commande n&apos;a pas été menée à terme. Fermez d&apos;autres programmes ou relevez la limite de mémoire (ulimit -v), puis réessayez</translation>
     </message>
     <message>
         <source>the file does not exist</source>

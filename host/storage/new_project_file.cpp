@@ -1,9 +1,9 @@
 #include "storage/new_project_file.h"
 
+#include "os/file_status.h"
 #include "storage/project_schema.h"
 #include "storage/temporary_file.h"
 #include "storage/texts.h"
-#include "tools/file_status.h"
 #include "zk/sqlite_connection.h"
 
 #include <QDir>
@@ -26,9 +26,9 @@ QString targetOf(const QString & file, int & error)
     constexpr int longestChain = 40; // the system's own limit
     QString target = QFileInfo(file).absoluteFilePath();
     for (int i = 0; i < longestChain; ++i) {
-        const tools::file_status status = tools::fileStatus(target, tools::links::seen);
-        if (status.kind != tools::file_status::link) {
-            error = status.kind == tools::file_status::unknown ? status.error : 0;
+        const os::file_status status = os::fileStatus(target, os::links::seen);
+        if (status.kind != os::file_status::link) {
+            error = status.kind == os::file_status::unknown ? status.error : 0;
             return target;
         }
         target = QFileInfo(QFileInfo(target).symLinkTarget()).absoluteFilePath();
@@ -90,7 +90,7 @@ outcome create(const QString & file, const filler & fill)
     int error = 0;
     const QString target = targetOf(file, error);
     if (error != 0) {
-        result.error = cannotCreate(file, tools::systemReason(error));
+        result.error = cannotCreate(file, os::systemReason(error));
         return result;
     }
     const QString folder = QFileInfo(target).path();
@@ -108,13 +108,13 @@ outcome create(const QString & file, const filler & fill)
     if (result.error = fillFile(made.name(), file, fill); result.error.isValid()) {
         return result;
     }
-    const tools::ending_held held;
+    const os::ending_held held;
     error = renameToFree(QFile::encodeName(made.name()), QFile::encodeName(target));
     if (error == 0) {
         made.keep();
     } else {
         result.isTaken = error == EEXIST;
-        result.error = cannotCreate(file, tools::systemReason(error));
+        result.error = cannotCreate(file, os::systemReason(error));
     }
     return result;
 }

@@ -1,13 +1,13 @@
 #include "storage/project_file.h"
 
 #include "model/project.h"
+#include "os/file_status.h"
 #include "storage/model_check.h"
 #include "storage/new_project_file.h"
 #include "storage/project_reader.h"
 #include "storage/project_schema.h"
 #include "storage/project_writer.h"
 #include "storage/temporary_file.h"
-#include "tools/file_status.h"
 #include "zk/sqlite_connection.h"
 
 #include <QFileInfo>
@@ -71,7 +71,7 @@ QSqlError storeInto(const QString & name, const decision & decide)
     }
     return error.isValid() ? error : file.inTransaction([&] {
         // Only now, as it may be what an interrupted writer has left, which has just been played back.
-        const bool empty = tools::fileStatus(name).size == 0;
+        const bool empty = os::fileStatus(name).size == 0;
         return empty ? fillEmpty(file, decide) : replaceModel(file, decide);
     });
 }
@@ -86,7 +86,7 @@ QSqlError store(const QString & file, const decision & decide)
     // purpose.
     constexpr int attempts = 20;
     for (int i = 0; i < attempts; ++i) {
-        if (tools::fileStatus(file).kind != tools::file_status::missing) {
+        if (os::fileStatus(file).kind != os::file_status::missing) {
             return storeInto(file, decide);
         }
         const new_project_file::outcome made =

@@ -1,8 +1,8 @@
 #include "storage/restored_version.h"
 
 #include "model/file_suffix.h"
+#include "os/file_status.h"
 #include "storage/temporary_file.h"
-#include "tools/file_status.h"
 #include "zk/sqlite_connection.h"
 
 #include <QDateTime>
@@ -19,7 +19,7 @@ namespace {
 
 bool isTaken(const QString & name)
 {
-    return tools::fileStatus(name, tools::links::seen).kind != tools::file_status::missing;
+    return os::fileStatus(name, os::links::seen).kind != os::file_status::missing;
 }
 
 bool writeWhole(QFile & file, const QByteArray & bytes)
@@ -39,7 +39,7 @@ struct restored_version::data
 
     QString fileName;
     std::optional<temporary_file> claim;
-    std::optional<tools::unfinished_file> file;
+    std::optional<os::unfinished_file> file;
     std::optional<zk::sqlite::final_file> isFinal;
 
     /// Claims the name of this moment and makes the file; false when that did not work.
@@ -53,7 +53,7 @@ struct restored_version::data
             return false;
         }
         opened.setFileName(fileName);
-        const tools::ending_held held;
+        const os::ending_held held;
         if (!opened.open(QIODevice::WriteOnly | QIODevice::NewOnly,
                          QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
             return false;

@@ -1,7 +1,7 @@
 #include "storage/temporary_file.h"
 
 #include "model/file_suffix.h"
-#include "tools/file_status.h"
+#include "os/file_status.h"
 
 #include <QDir>
 #include <QFile>
@@ -108,8 +108,8 @@ void removeClaimed(const QString & folder, const QByteArray & claim)
         return;
     }
     const QString file = QDir(folder).absoluteFilePath(name);
-    const tools::file_status status = tools::fileStatus(file, tools::links::seen);
-    if (status.kind != tools::file_status::regular || status.owner != ::geteuid()) {
+    const os::file_status status = os::fileStatus(file, os::links::seen);
+    if (status.kind != os::file_status::regular || status.owner != ::geteuid()) {
         return;
     }
     // Killed before it could write the identity down, the program had not written the file either.
@@ -136,7 +136,7 @@ QString temporary_file::create(const QString & folder, readers mayRead, purpose 
     int error = 0;
     for (int i = 0; i < attempts; ++i) {
         const QString name = QDir(folder).absoluteFilePath(newName(use));
-        const tools::ending_held held;
+        const os::ending_held held;
         const int descriptor =
             ::open(QFile::encodeName(name).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if (descriptor < 0) {
@@ -144,7 +144,7 @@ QString temporary_file::create(const QString & folder, readers mayRead, purpose 
             if (error == EEXIST) {
                 continue;
             }
-            return tools::systemReason(error);
+            return os::systemReason(error);
         }
         if (lock(descriptor)) {
             m_unfinished.note(name);
@@ -156,7 +156,7 @@ QString temporary_file::create(const QString & folder, readers mayRead, purpose 
         ::close(descriptor);
         error = EEXIST;
     }
-    return tools::systemReason(error);
+    return os::systemReason(error);
 }
 
 bool temporary_file::append(const QByteArray & bytes) const
@@ -199,7 +199,7 @@ QByteArray claim_text::begin(const QString & name)
 
 QByteArray claim_text::identity(const QString & file)
 {
-    const tools::file_status status = tools::fileStatus(file, tools::links::seen);
+    const os::file_status status = os::fileStatus(file, os::links::seen);
     return QByteArray::number(status.device) + ':' + QByteArray::number(status.inode) + '\n';
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/unfinished_files.h"
+#include "os/unfinished_files.h"
 
 #include <QString>
 
@@ -41,7 +41,7 @@ public:
 
 private:
     QString m_sName;
-    tools::unfinished_file m_unfinished;
+    os::unfinished_file m_unfinished;
     int m_iDescriptor = -1; ///< holds the lock
 };
 

@@ -1,12 +1,12 @@
 #include "storage/text_form.h"
 
 #include "model/project.h"
+#include "os/program_end.h"
 #include "storage/id_marks.h"
 #include "storage/text_draft.h"
 #include "storage/text_tree.h"
 #include "storage/text_writer.h"
 #include "storage/texts.h"
-#include "tools/program_end.h"
 
 #include <limits>
 #include <new>
@@ -100,7 +100,7 @@ zk::ZkBool read(const QByteArray & text, const QString & sourceName, const model
     } catch (const text_error & error) {
         return failure(error.finding);
     } catch (const std::bad_alloc &) {
-        return failure({QString(), tools::outOfMemoryText()});
+        return failure({QString(), os::outOfMemoryText()});
     } catch (const std::exception & e) { // the parser's own
         return failure({QString(), model_check::printable(QString::fromLocal8Bit(e.what()))});
     }

@@ -1,6 +1,6 @@
 #include "tools/call_watchdog.h"
 
-#include "tools/memory_in_use.h"
+#include "os/memory_in_use.h"
 
 #include <utility>
 
@@ -18,7 +18,7 @@ constexpr call_watchdog::clock::duration Forever = std::chrono::hours(24 * 365);
 call_watchdog::call_watchdog(std::function<void()> onOverrun, std::function<void(overrun)> onDeaf,
                              long long memory)
     : m_onOverrun(std::move(onOverrun)), m_onDeaf(std::move(onDeaf)),
-      m_iMostMemory(static_cast<long long>(memoryInUse()) + memory), m_thread([this] { run(); })
+      m_iMostMemory(static_cast<long long>(os::memoryInUse()) + memory), m_thread([this] { run(); })
 {
 }
 
@@ -70,7 +70,7 @@ call_watchdog::overrun call_watchdog::end()
 /// One look at the call under watch.
 void call_watchdog::look()
 {
-    const auto memory = static_cast<long long>(memoryInUse());
+    const auto memory = static_cast<long long>(os::memoryInUse());
     const bool isLate = clock::now() >= m_deadline;
     if (m_overrun == overrun::none) {
         if (isLate || memory > m_iMostMemory) {

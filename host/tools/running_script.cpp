@@ -1,7 +1,7 @@
 #include "tools/running_script.h"
 
+#include "os/program_end.h"
 #include "tools/custom_javascript.h"
-#include "tools/program_end.h"
 #include "tools/script_file.h"
 #include "tools/script_limits.h"
 #include "tools/script_values.h"
@@ -34,7 +34,7 @@ running_script::running_script(const script_source & source, int timeLimit, plug
       m_console(owner), m_pEngine(std::make_unique<QJSEngine>()), m_model(*m_pEngine),
       m_watchdog([this] { m_pEngine->setInterrupted(true); },
                  [this](call_watchdog::overrun reason) {
-                     endProgram(m_lastWords[static_cast<size_t>(reason)].constData());
+                     os::endProgram(m_lastWords[static_cast<size_t>(reason)].constData());
                  },
                  MostMemory)
 {

@@ -1,6 +1,6 @@
 #include "zk/sqlite_connection.h"
 
-#include "tools/file_status.h"
+#include "os/file_status.h"
 #include "zk/sqlite_locks.h"
 #include "zk/sqlite_statement.h"
 #include "zk/texts.h"
@@ -34,7 +34,7 @@ QString reasonOf(const QSqlError & error, const QSqlDatabase & database)
     const int system = systemError(database);
     QString own = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
     own = own.trimmed();
-    const QString reason = system == 0 ? own : tools::systemReason(system);
+    const QString reason = system == 0 ? own : os::systemReason(system);
     switch (error.nativeErrorCode().toInt() & 0xff) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
@@ -106,8 +106,8 @@ shared_texts & finalFiles()
 /// What tells a file from all others, whatever its name; empty when there is none.
 QString identityOf(const QString & file)
 {
-    const tools::file_status status = tools::fileStatus(file);
-    return status.kind == tools::file_status::regular
+    const os::file_status status = os::fileStatus(file);
+    return status.kind == os::file_status::regular
                ? QStringLiteral("%1:%2").arg(status.device).arg(status.inode)
                : QString();
 }

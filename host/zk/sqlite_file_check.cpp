@@ -1,6 +1,6 @@
 #include "zk/sqlite_file_check.h"
 
-#include "tools/file_status.h"
+#include "os/file_status.h"
 #include "zk/sqlite_connection.h"
 #include "zk/texts.h"
 
@@ -19,7 +19,7 @@ namespace zk::sqlite {
 
 namespace {
 
-using tools::file_status;
+using os::file_status;
 
 constexpr std::array<char, 16> DatabaseMagic = {'S', 'Q', 'L', 'i', 't', 'e', ' ', 'f',
                                                 'o', 'r', 'm', 'a', 't', ' ', '3', '\0'};
@@ -59,7 +59,7 @@ QString missingReason(const file_status & status)
     const QString reason = status.error == EACCES
                                ? texts::tr("cannot be opened (%1); check the permissions of its folder")
                                : texts::tr("cannot be opened (%1); check the name");
-    return reason.arg(tools::systemReason(status.error));
+    return reason.arg(os::systemReason(status.error));
 }
 
 QString noDatabaseReason(const QByteArray & begin)
@@ -104,7 +104,7 @@ QSqlError examine(const QString & name, journal & found)
     if (descriptor < 0) {
         return errno == ENOENT ? QSqlError()
                                : failure(name, texts::tr("cannot be read (%1); check its permissions")
-                                                   .arg(tools::systemReason(errno)));
+                                                   .arg(os::systemReason(errno)));
     }
     QFile file;
     if (!file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {
@@ -129,13 +129,13 @@ QSqlError examine(const QString & name, journal & found)
 /// What lies at `name`, where nothing or a regular file may be.
 QSqlError onlyRegular(const QString & name, bool & isThere)
 {
-    const file_status status = tools::fileStatus(name, tools::links::seen);
+    const file_status status = os::fileStatus(name, os::links::seen);
     isThere = status.kind == file_status::regular;
     if (isThere || status.kind == file_status::missing || status.error == ENAMETOOLONG) {
         return {};
     }
     return status.kind == file_status::unknown
-               ? failure(name, texts::tr("cannot be looked at (%1)").arg(tools::systemReason(status.error)))
+               ? failure(name, texts::tr("cannot be looked at (%1)").arg(os::systemReason(status.error)))
                : oddJournal(name, status.kindName);
 }
 
@@ -183,7 +183,7 @@ QSqlError checkFile(const QString & file, contents expected, look depth)
     if (file.isEmpty()) {
         return {QString(), texts::tr("no project file is named"), QSqlError::ConnectionError};
     }
-    const file_status status = tools::fileStatus(file);
+    const file_status status = os::fileStatus(file);
     if (status.kind == file_status::missing || status.kind == file_status::unknown) {
         return failure(file, missingReason(status));
     }
@@ -231,7 +231,7 @@ QSqlError checkNewName(const QString & file)
         return failure(file, reason);
     }
     for (const QString & suffix : {JournalSuffix, LogSuffix}) {
-        const file_status status = tools::fileStatus(file + suffix, tools::links::seen);
+        const file_status status = os::fileStatus(file + suffix, os::links::seen);
         if (status.kind != file_status::missing) {
             return failure(file + suffix,
                            texts::tr("belongs to a database that is not there, and would be taken for a "

@@ -2,7 +2,7 @@
 
 #include "plugin/builder/ddl_export_builder.h"
 
-#include "tools/program_end.h"
+#include "os/program_end.h"
 #include "tools/string_helper.h"
 
 #include <QFileInfo>
@@ -84,7 +84,7 @@ bool statement_file::openFile()
     if (target.isEmpty()) {
         return false;
     }
-    const tools::ending_held hold;
+    const os::ending_held hold;
     const bool isNew = !QFileInfo::exists(target);
     const int file = openRegular(target, m_sReason);
     if (file < 0) {
@@ -93,7 +93,7 @@ bool statement_file::openFile()
     if (isNew) {
         m_new.note(target);
     } else {
-        tools::noteLossAtEnd(incompleteText());
+        os::noteLossAtEnd(incompleteText());
     }
     return m_file.open(file, QIODevice::WriteOnly | QIODevice::Text, QFileDevice::AutoCloseHandle);
 }
@@ -140,7 +140,7 @@ void statement_file::abandon()
 void statement_file::settle()
 {
     m_new.keep();
-    tools::noteLossAtEnd({});
+    os::noteLossAtEnd({});
 }
 
 } // namespace plugin

@@ -2,7 +2,7 @@
 
 #include "plugin/builder/statement_sink.h"
 
-#include "tools/unfinished_files.h"
+#include "os/unfinished_files.h"
 
 #include <QFile>
 #include <QTextStream>
@@ -33,7 +33,7 @@ private:
 
     QString m_sFileName;
     QString m_sReason;
-    tools::unfinished_file m_new; ///< the file, when there was none before
+    os::unfinished_file m_new; ///< the file, when there was none before
     QFile m_file;
     QTextStream m_stream;
     bool m_bOpened = false;

@@ -3,8 +3,8 @@
 
 #include "app/whole_file.h"
 
+#include "os/unfinished_files.h"
 #include "support/project_support.h"
-#include "tools/unfinished_files.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -133,7 +133,7 @@ private Q_SLOTS:
             const rlimit little{1000, RLIM_INFINITY};
             setrlimit(RLIMIT_FSIZE, &little);
             std::signal(SIGTERM, SIG_DFL);
-            tools::removeUnfinishedOnSignals();
+            os::removeUnfinishedOnSignals();
             // In the midst of the writing.
             std::signal(SIGXFSZ, [](int) { raise(SIGTERM); });
             (void)app::writeWholeFile(path("a"), QByteArray(5000, 'x'));

@@ -1,5 +1,5 @@
-#include "tools/program_end.h"
-#include "tools/unfinished_files.h"
+#include "os/program_end.h"
+#include "os/unfinished_files.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -16,8 +16,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using tools::ending_held;
-using tools::unfinished_file;
+using os::ending_held;
+using os::unfinished_file;
 
 namespace {
 
@@ -138,7 +138,7 @@ private Q_SLOTS:
     {
         QFETCH(int, signal);
         const end_of_child end = inChild([&] {
-            tools::removeUnfinishedOnSignals();
+            os::removeUnfinishedOnSignals();
             makeThree();
             raise(signal);
         });
@@ -149,7 +149,7 @@ private Q_SLOTS:
     {
         const end_of_child end = inChild([&] {
             std::signal(SIGHUP, SIG_IGN);
-            tools::removeUnfinishedOnSignals();
+            os::removeUnfinishedOnSignals();
             makeFile(path("a"));
             unfinished_file a;
             a.note(path("a"));
@@ -162,7 +162,7 @@ private Q_SLOTS:
     void signalWaitsWhileAFileIsMade()
     {
         const end_of_child end = inChild([&] {
-            tools::removeUnfinishedOnSignals();
+            os::removeUnfinishedOnSignals();
             unfinished_file a;
             {
                 const ending_held outer;
@@ -182,7 +182,7 @@ private Q_SLOTS:
     {
         const end_of_child end = inChild([&] {
             makeThree();
-            tools::endProgram("what happened");
+            os::endProgram("what happened");
         });
         QCOMPARE(end.status, 1);
         QCOMPARE(end.errors, QByteArray("what happened\n"));
@@ -191,28 +191,28 @@ private Q_SLOTS:
     void programEndsWithWhatIsLost()
     {
         end_of_child end = inChild([&] {
-            tools::noteLossAtEnd("one thing");
-            tools::noteLossAtEnd("another");
-            tools::endProgram("what happened");
+            os::noteLossAtEnd("one thing");
+            os::noteLossAtEnd("another");
+            os::endProgram("what happened");
         });
         QCOMPARE(end.status, 1);
         QCOMPARE(end.errors, QByteArray("what happened\nanother\n"));
         end = inChild([&] {
-            tools::noteLossAtEnd("one thing");
-            tools::noteLossAtEnd({});
-            tools::endProgram("what happened");
+            os::noteLossAtEnd("one thing");
+            os::noteLossAtEnd({});
+            os::endProgram("what happened");
         });
         QCOMPARE(end.errors, QByteArray("what happened\n"));
         end = inChild([&] {
-            tools::noteLossAtEnd(QString(10000, 'x'));
-            tools::endProgram("what happened");
+            os::noteLossAtEnd(QString(10000, 'x'));
+            os::endProgram("what happened");
         });
         QCOMPARE(end.errors, "what happened\n" + QByteArray(8191, 'x') + "\n");
     }
     void memoryThatNobodyMissedIsALine()
     {
         const end_of_child end = inChild([&] {
-            tools::endOrderlyWithoutMemory();
+            os::endOrderlyWithoutMemory();
             makeThree();
             withoutWayOut();
         });
@@ -223,7 +223,7 @@ private Q_SLOTS:
     void crashWithoutMemoryIsALine()
     {
         const end_of_child end = inChild([&] {
-            tools::endOrderlyWithoutMemory();
+            os::endOrderlyWithoutMemory();
             makeThree();
             const rlimit little{1024 * 1024, 1024 * 1024};
             setrlimit(RLIMIT_AS, &little);
@@ -243,7 +243,7 @@ private Q_SLOTS:
     {
         QFETCH(int, signal);
         const end_of_child end = inChild([&] {
-            tools::endOrderlyWithoutMemory();
+            os::endOrderlyWithoutMemory();
             makeThree();
             raise(signal);
         });

@@ -1,4 +1,4 @@
-#include "tools/unfinished_files.h"
+#include "os/unfinished_files.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -10,7 +10,7 @@
 
 #include <unistd.h>
 
-namespace tools {
+namespace os {
 
 namespace {
 
@@ -161,4 +161,4 @@ void removeUnfinishedFiles() noexcept
     removeEntries(holds_folder, ::rmdir);
 }
 
-} // namespace tools
+} // namespace os

@@ -1,4 +1,4 @@
-#include "tools/memory_in_use.h"
+#include "os/memory_in_use.h"
 
 #include <array>
 #include <cstring>
@@ -6,7 +6,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace tools {
+namespace os {
 
 std::size_t memoryInUse() noexcept
 {
@@ -25,4 +25,4 @@ std::size_t memoryInUse() noexcept
     return count * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
 }
 
-} // namespace tools
+} // namespace os

@@ -1,6 +1,6 @@
-#include "tools/file_status.h"
+#include "os/file_status.h"
 
-#include "tools/texts.h"
+#include "os/texts.h"
 
 #include <QFile>
 
@@ -9,7 +9,7 @@
 
 #include <sys/stat.h>
 
-namespace tools {
+namespace os {
 
 namespace {
 
@@ -68,4 +68,4 @@ QString systemReason(int error)
     return QString::fromLocal8Bit(std::generic_category().message(error).c_str());
 }
 
-} // namespace tools
+} // namespace os

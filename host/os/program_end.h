@@ -5,7 +5,7 @@
 #include <QString>
 
 /// Ends of the program that run no destructors, and what they owe to the person and to the disk.
-namespace tools {
+namespace os {
 
 /// What is said when memory runs out, wherever that is noticed. In English, for whoever cannot ask for
 /// memory.
@@ -27,4 +27,4 @@ KORVANE_EXPORT void noteLossAtEnd(const QString & line);
 /// unfinished files are removed before it.
 KORVANE_EXPORT void endOrderlyWithoutMemory();
 
-} // namespace tools
+} // namespace os

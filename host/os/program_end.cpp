@@ -1,8 +1,8 @@
-#include "tools/program_end.h"
+#include "os/program_end.h"
 
-#include "tools/memory_in_use.h"
-#include "tools/texts.h"
-#include "tools/unfinished_files.h"
+#include "os/memory_in_use.h"
+#include "os/texts.h"
+#include "os/unfinished_files.h"
 
 #include <algorithm>
 #include <array>
@@ -17,11 +17,11 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-namespace tools {
+namespace os {
 
-const char * const OutOfMemory = QT_TRANSLATE_NOOP(
-    "tools", "Out of memory; the command was not completed. "
-             "Close other programs or raise the limit of memory (ulimit -v), and try again");
+const char * const OutOfMemory =
+    QT_TRANSLATE_NOOP("os", "Out of memory; the command was not completed. "
+                            "Close other programs or raise the limit of memory (ulimit -v), and try again");
 
 QString outOfMemoryText()
 {
@@ -133,4 +133,4 @@ void endOrderlyWithoutMemory()
     }
 }
 
-} // namespace tools
+} // namespace os

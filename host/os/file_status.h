@@ -4,7 +4,7 @@
 
 #include <QString>
 
-namespace tools {
+namespace os {
 
 /// What a name stands for, and why that cannot be told.
 struct file_status
@@ -39,4 +39,4 @@ enum class links
 /// The system's words for `error`, an errno.
 [[nodiscard]] KORVANE_EXPORT QString systemReason(int error);
 
-} // namespace tools
+} // namespace os

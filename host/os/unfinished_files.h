@@ -5,7 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
-namespace tools {
+namespace os {
 
 /// A file, or a folder that is empty by then, that must not outlive the program before it is finished. It is
 /// removed when this object goes, and also when a signal or a lack of memory ends the program meanwhile.
@@ -54,4 +54,4 @@ KORVANE_EXPORT void removeUnfinishedOnSignals();
 /// handler and on any thread.
 KORVANE_EXPORT void removeUnfinishedFiles() noexcept;
 
-} // namespace tools
+} // namespace os
