@@ -138,6 +138,7 @@ private Q_SLOTS:
     void listsStrangeStoredValues();
     void storesOptions();
     void storesNothingThatIsWrong();
+    void storesNothingWhenAWriteFails();
 
 private:
     plugin::statement_source & source() { return *m_source; }
@@ -828,6 +829,22 @@ void tst_statement_source::storesNothingThatIsWrong()
     context::ctx_project::getSingleton().setProject(model.get());
     QCOMPARE(source().storeOptions({{"db", "oracle"}}).getDesc(),
              QStringLiteral("The settings cannot be stored: the project has no file"));
+}
+
+void tst_statement_source::storesNothingWhenAWriteFails()
+{
+    store(twoTables().project());
+    QVERIFY(source().storeOptions({{"db", "mysql"}}));
+    const QStringList before = storedSettings();
+    QSqlQuery trap(context::ctx_project::getSingleton().getDatabase());
+    QVERIFY(trap.exec(QStringLiteral("CREATE TEMP TRIGGER trap BEFORE INSERT ON t_plugin_params "
+                                     "BEGIN SELECT RAISE(ABORT, 'not today'); END")));
+    const zk::ZkBool result = source().storeOptions({{"db", "oracle"}});
+    QVERIFY(!result);
+    QCOMPARE(result.getDesc(), QStringLiteral("The settings cannot be stored: ") + m_project->getFileName() +
+                                   QStringLiteral(": not today"));
+    QVERIFY(trap.exec(QStringLiteral("DROP TRIGGER trap")));
+    QCOMPARE(storedSettings(), before);
 }
 
 QTEST_MAIN(tst_statement_source)
