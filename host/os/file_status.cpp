@@ -2,6 +2,7 @@
 
 #include "os/texts.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <cerrno>
@@ -61,6 +62,13 @@ file_status fileStatus(const QString & name, links treatment)
     status.inode = found.st_ino;
     status.owner = found.st_uid;
     return status;
+}
+
+QString temporaryFolder()
+{
+    const QString folder = QDir::tempPath();
+    // An empty name would stand for the current folder.
+    return folder.isEmpty() ? QString::fromLocal8Bit(qgetenv("TMPDIR")) : folder;
 }
 
 QString systemReason(int error)

@@ -36,6 +36,10 @@ enum class links
 /// Looks at `name` without opening it.
 [[nodiscard]] KORVANE_EXPORT file_status fileStatus(const QString & name, links treatment = links::followed);
 
+/// The folder for temporary files. When TMPDIR names one that is not there, that name: nothing can be made in
+/// it, and messages say which one it is.
+[[nodiscard]] QString temporaryFolder();
+
 /// The system's words for `error`, an errno.
 [[nodiscard]] KORVANE_EXPORT QString systemReason(int error);
 

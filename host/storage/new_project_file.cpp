@@ -121,7 +121,7 @@ outcome create(const QString & file, const filler & fill)
 
 QSqlError bytesOf(const filler & fill, QByteArray & bytes)
 {
-    const QString folder = QDir::tempPath();
+    const QString folder = os::temporaryFolder();
     removeLeftovers(folder);
     temporary_file made;
     if (const QString reason = made.create(folder, temporary_file::readers::owner); !reason.isEmpty()) {

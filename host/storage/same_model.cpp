@@ -1,11 +1,10 @@
 #include "storage/same_model.h"
 
+#include "os/file_status.h"
 #include "storage/project_schema.h"
 #include "storage/temporary_file.h"
 #include "zk/sqlite_connection.h"
 #include "zk/sqlite_statement.h"
-
-#include <QDir>
 
 namespace storage {
 
@@ -59,7 +58,8 @@ bool sameTables(const zk::sqlite::connection & a, const zk::sqlite::connection &
 bool holdsModelOf(const zk::sqlite::connection & file, const QByteArray & other)
 {
     temporary_file copy;
-    if (!copy.create(QDir::tempPath(), temporary_file::readers::owner).isEmpty() || !copy.append(other)) {
+    if (!copy.create(os::temporaryFolder(), temporary_file::readers::owner).isEmpty() ||
+        !copy.append(other)) {
         return false;
     }
     const zk::sqlite::final_file final(copy.name());

@@ -184,6 +184,29 @@ private Q_SLOTS:
             QString());
         QCOMPARE(result.number, 1);
     }
+    void aStateMayBeAsLargeAsTheLimit()
+    {
+        using storage::history::tag_when;
+        tag("one");
+        const qsizetype size = tools::boundedUncompress(record(0)->getProjectFile()).size();
+        storage::history::tag_result result;
+        QVERIFY(storage::history::tag(m_sFile, "x", tag_when::always, result, size - 1).isValid());
+        QCOMPARE(result.number, 0);
+        QCOMPARE(storage::history::tag(m_sFile, "x", tag_when::always, result, size).text(), QString());
+        QCOMPARE(result.number, 2);
+    }
+    void aTagNeedsATemporaryFolder()
+    {
+        const QByteArray before = support::bytesOf(m_sFile);
+        const QString folder = m_folder->filePath("nowhere");
+        qputenv("TMPDIR", folder.toLocal8Bit());
+        const auto back = qScopeGuard([] { qunsetenv("TMPDIR"); });
+        int number = 0;
+        QCOMPARE(storage::history::tag(m_sFile, "one", number).text(),
+                 folder + ": no temporary file can be made there (No such file or directory)");
+        QCOMPARE(number, 0);
+        QCOMPARE(support::bytesOf(m_sFile), before);
+    }
     void aTagLeavesNoTemporaryFiles()
     {
         const QString folder = m_folder->filePath("tmp");

@@ -261,9 +261,9 @@ private Q_SLOTS:
         };
         const QByteArray first = json("{'id': 1, 'name': 'a', 'properties': [{'id': 1, 'name': 'x'}]}");
         import(textOf(
-            first + json(", {'id': 2, 'name': 'b', 'properties': [{'id': 2, 'name': 'x', 'relationship':"
-                         " {'id': 1, 'type': 'many-to-one', 'target': 1}}]}"),
-            json("{'id': 1, 'name': 'e'}")));
+            first + json(", {'id': 20, 'name': 'b', 'properties': [{'id': 300, 'name': 'x', 'relationship':"
+                         " {'id': 4000, 'type': 'many-to-one', 'target': 1}}]}"),
+            json("{'id': 50000, 'name': 'e'}")));
         import(textOf(first));
         import(textOf(first));
         import(textOf(first + json(", {'name': 'c', 'properties': [{'name': 'x', 'relationship':"
@@ -271,10 +271,10 @@ private Q_SLOTS:
                       json("{'name': 'f'}")));
         model::project project(1);
         QVERIFY(!read(m_sFile, project).isValid());
-        QCOMPARE(support::entityOf(project, 1)->getId(), 3L);
-        QCOMPARE(support::propertyOf(project, 1, 0)->getId(), 3L);
-        QCOMPARE(support::propertyOf(project, 1, 0)->getRelation()->getId(), 2L);
-        QCOMPARE(project.getListOfEnumeration()->getByIndex(0)->getId(), 2L);
+        QCOMPARE(support::entityOf(project, 1)->getId(), 21L);
+        QCOMPARE(support::propertyOf(project, 1, 0)->getId(), 301L);
+        QCOMPARE(support::propertyOf(project, 1, 0)->getRelation()->getId(), 4001L);
+        QCOMPARE(project.getListOfEnumeration()->getByIndex(0)->getId(), 50001L);
     }
     void valuesAreBound()
     {
@@ -702,7 +702,9 @@ private Q_SLOTS:
         QVERIFY(support::swapRows(m_sFile, "t_entity"));
         model::project project(1);
         const QString told = read(m_sFile, project).text();
-        QVERIFY2(told.startsWith(m_sFile + ": is damaged (table t_entity: "), qPrintable(told));
+        QVERIFY2(told.startsWith(m_sFile + ": is damaged (table t_entity: ") &&
+                     told.endsWith("); restore it from a copy"),
+                 qPrintable(told));
     }
     void numbersKeepEveryDigit()
     {

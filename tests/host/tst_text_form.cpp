@@ -244,6 +244,13 @@ private Q_SLOTS:
                          "' is given twice");
         }
     }
+    void longNamesAreShortenedInMessages()
+    {
+        const QByteArray name(100, 'n');
+        const QString told = "shop.json: entities[0] 'e': unknown field '" + QString(100, 'n');
+        QCOMPARE(errorOf(textOf("{\"name\": \"e\", \"" + name + "\": 1}")), told + "'");
+        QCOMPARE(errorOf(textOf("{\"name\": \"e\", \"" + name + "m\": 1}")), told + "...'");
+    }
     void equalAndDifferentNamesAreKeptApart()
     {
         // More different names than are remembered, and each of them twice.
