@@ -65,7 +65,7 @@ ZkBool readStandardInput(QByteArray & text)
     if (!input.open(stdin, QIODevice::ReadOnly)) {
         return unreadable(source, input.errorString());
     }
-    constexpr qint64 piece = 1024 * 1024; // bytes
+    constexpr qint64 piece = qint64(1024) * 1024; // bytes
     for (QByteArray more = input.read(piece); !more.isEmpty(); more = input.read(piece)) {
         text += more;
         if (text.size() > TextLimit) {

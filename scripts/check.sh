@@ -12,12 +12,17 @@
 #   checks      the three checks above and that of the coverage find what they are for
 #   clazy       clazy finds nothing, level 1
 #   threads     the tests of threads and processes pass under the thread sanitizer
+# Parts that are run only when they are named, as they take long:
+#   lint        clang-tidy finds nothing (.clang-tidy)
+#   sanitize    the tests pass under the address and undefined-behaviour sanitizers
+#   coverage    no folder's tests take fewer branches than scripts/checks/coverage.toml says
 #
 # Every part is run whatever came of those before it; what failed is listed at the end, with the time of each.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 all_parts=(format spelling shell cmake includes duplicates unused checks clazy threads)
+named_parts=(lint sanitize coverage)
 
 # What git tracks or would track, of the given patterns, as far as it is there.
 sources() {
@@ -78,13 +83,34 @@ check_threads() {
     ctest --preset threads
 }
 
+check_lint() {
+    build dev >/dev/null
+    scripts/analyse.py clang-tidy
+}
+
+check_sanitize() {
+    build sanitize
+    ctest --preset sanitize
+}
+
+check_coverage() {
+    build coverage
+    # Counts of an earlier run would be added to.
+    find build/coverage -name '*.gcda' -delete
+    # Some tests run the program as somebody else, who counts as well.
+    umask 000
+    chmod -R a+rwX build/coverage
+    ctest --preset coverage
+    scripts/check_coverage.py
+}
+
 parts=("$@")
 if [ ${#parts[@]} -eq 0 ]; then
     parts=("${all_parts[@]}")
 fi
 for part in "${parts[@]}"; do
     if ! declare -F "check_$part" >/dev/null; then
-        echo "check.sh: there is no part '$part'; the parts are: ${all_parts[*]}" >&2
+        echo "check.sh: there is no part '$part'; the parts are: ${all_parts[*]} ${named_parts[*]}" >&2
         exit 2
     fi
 done
