@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Puts small faults into the sources, one at a time, and tells which of them no test notices.
 
-usage: scripts/mutate.py [--list] [--build FOLDER] [--again FILE] [--sample N] [--jobs N] [--report FILE] [PATH...]
+usage: scripts/mutate.py [--list] [--build FOLDER] [--again FILE] [--sample N] [--jobs N] [--report FILE]
+                         [--journal FILE] [PATH...]
 
 PATH is a source file or a folder of them; by default plugin and host/storage. Every function is compiled with all
 of its faulty versions beside the right one, so the whole set costs one build; KORVANE_FAULT=N in the environment
@@ -265,14 +266,42 @@ def is_explained(fault, rows):
                for file, before, after in rows)
 
 
-def try_all(faults, tests, seconds, reached, jobs):
-    survivors = []
+class Journal:
+    """What became of each fault so far, a line each in a file, so that a run that was ended can go on."""
+
+    def __init__(self, name):
+        self.path = pathlib.Path(name) if name else None
+        self.outcomes = {}
+        if self.path and self.path.exists():
+            for line in self.path.read_text().splitlines():
+                outcome, key = line.split("\t", 1)
+                self.outcomes[key] = outcome == "noticed"
+
+    @staticmethod
+    def key(fault):
+        """The fault without its number, which changes with the sources."""
+        return str(fault).split("\t", 1)[1]
+
+    def is_noticed(self, fault):
+        """None when the fault has not been tried."""
+        return self.outcomes.get(self.key(fault))
+
+    def add(self, fault, is_noticed):
+        if self.path:
+            with self.path.open("a") as out:
+                out.write(f"{'noticed' if is_noticed else 'not noticed'}\t{self.key(fault)}\n")
+
+
+def try_all(faults, tests, seconds, reached, jobs, journal):
+    survivors = [f for f in faults if journal.is_noticed(f) is False]
+    faults = [f for f in faults if journal.is_noticed(f) is None]
     noticed = collections.Counter()
     begin = time.monotonic()
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
         tried = {pool.submit(notice, fault, tests, seconds, reached, noticed): fault for fault in faults}
         for count, future in enumerate(concurrent.futures.as_completed(tried), 1):
             fault = tried[future]
+            journal.add(fault, future.result() is not None)
             if future.result() is None:
                 survivors.append(fault)
                 print(f"not noticed: {fault}", flush=True)
@@ -302,6 +331,7 @@ def main():
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("--slowest", type=float, default=8, help="seconds that a function of a test may take")
+    parser.add_argument("--journal", help="file in which what was tried is noted, and not tried again")
     parser.add_argument("--report", help="file for the faults that were not noticed, a line each")
     arguments = parser.parse_args()
     files = source_files(arguments.paths)
@@ -323,7 +353,7 @@ def main():
     tests = [t for t in tests if reached[t.name] and t.name not in slow]
     chosen = chosen_faults(faults, arguments)
     print(f"{len(chosen)} of {len(faults)} faults, {len(tests)} tests", flush=True)
-    survivors = try_all(chosen, tests, seconds, reached, arguments.jobs)
+    survivors = try_all(chosen, tests, seconds, reached, arguments.jobs, Journal(arguments.journal))
     rows = explained_faults()
     unknown = [f for f in survivors if not is_explained(f, rows)]
     if arguments.report:

@@ -27,7 +27,7 @@ QString emptyName()
 }
 
 /// The first number that occurs twice.
-std::optional<long> firstTwice(std::vector<long> & ids)
+std::optional<long> findDuplicateId(std::vector<long> & ids)
 {
     // Models that were written by the program are in order already.
     if (!std::is_sorted(ids.begin(), ids.end())) {
@@ -61,13 +61,13 @@ public:
                 return f;
             }
         }
-        if (const auto id = firstTwice(m_lstPropertyId)) {
-            return placeOfSecond(*id, false);
+        if (const auto id = findDuplicateId(m_lstPropertyId)) {
+            return findSecondOwner(*id, false);
         }
-        if (const auto id = firstTwice(m_lstRelationId)) {
-            return placeOfSecond(*id, true);
+        if (const auto id = findDuplicateId(m_lstRelationId)) {
+            return findSecondOwner(*id, true);
         }
-        return findCircle();
+        return findCycle();
     }
 
 private:
@@ -136,7 +136,7 @@ private:
     }
 
     /// Where the second object with `id` stands.
-    [[nodiscard]] finding placeOfSecond(long id, bool relations) const
+    [[nodiscard]] finding findSecondOwner(long id, bool relations) const
     {
         int seen = 0;
         qsizetype entityIndex = 0;
@@ -158,7 +158,7 @@ private:
     }
 
     /// Identifiers that are relationships lead from entity to entity; none may come back to where it was.
-    [[nodiscard]] found findCircle() const
+    [[nodiscard]] found findCycle() const
     {
         QSet<long> finished;
         qsizetype index = -1;
