@@ -14,6 +14,8 @@
 #include <QSet>
 #include <QStringBuilder>
 
+#include <vector>
+
 namespace plugin {
 
 namespace {
@@ -38,7 +40,7 @@ struct ddl_export_builder_default::table_draft
     std::shared_ptr<model::entity::list_of_property> properties;
     QString sql;
     QSet<QString> columns; ///< names written so far
-    model::entity::list_of_property relationships;
+    std::vector<std::shared_ptr<model::property>> relationships;
 
     /// Notes that `column` is written; false when the table has a column of that name.
     bool takeColumn(const QString & column)
@@ -135,7 +137,7 @@ void ddl_export_builder_default::appendColumns(table_draft & draft)
             continue;
         }
         if (p->hasRelationship()) {
-            draft.relationships.insert(p->getId(), p);
+            draft.relationships.push_back(p);
             continue;
         }
         const QString column = getSqlColumnName(p, -1, true);
@@ -158,7 +160,7 @@ void ddl_export_builder_default::appendSoftDelete(table_draft & draft) const
 
 void ddl_export_builder_default::appendRelationships(table_draft & draft)
 {
-    for (const std::shared_ptr<model::property> & p : draft.relationships.values()) {
+    for (const std::shared_ptr<model::property> & p : draft.relationships) {
         const std::shared_ptr<model::relationship> relation = p->getRelation();
         const std::shared_ptr<model::entity> target = relation ? relation->getEntityTarget() : nullptr;
         if (!target) {
