@@ -18,6 +18,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+/// There in a program that counts the branches it takes.
+extern "C" [[gnu::weak]] void __gcov_init(void *);
+
 using storage::project_file::read;
 using storage::project_file::write;
 using support::entityOf;
@@ -644,6 +647,9 @@ private Q_SLOTS:
     }
     void aFullDisk()
     {
+        if (&__gcov_init) {
+            QSKIP("The files of counts meet the limit as well, and the program says so");
+        }
         // A limit on the size of files stands for the disk's.
         QByteArray entities;
         for (int i = 0; i < 3000; ++i) {
