@@ -163,7 +163,8 @@ private Q_SLOTS:
         const auto p = projectOf(textOf("{\"id\": 1, \"name\": \"other\"}"));
         QVERIFY(storage::project_file::write(m_sFile, *p).text().startsWith(expected));
         QCOMPARE(support::bytesOf(m_sFile), before);
-        // The model itself is whole, and may be saved elsewhere.
+        // What the versions are is still told, and the model itself is whole and may be saved elsewhere.
+        QCOMPARE(versions().size(), 2);
         QVERIFY(!support::storedText(m_sFile).isEmpty());
     }
     void whatCouldNotBeRestoredIsNotStored()
