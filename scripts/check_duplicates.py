@@ -15,7 +15,7 @@ import sys
 import tomllib
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-PRODUCT = ("app/", "host/", "plugin/", "view/")
+PRODUCT = ("app/", "database/", "host/", "plugin/", "view/")
 SOURCES = (*PRODUCT, "tests/", "benchmarks/", "docs/tools/", "scripts/")
 SUFFIXES = (".h", ".cpp", ".c", ".py", ".sh")
 SAME_LINES = 8

@@ -12,7 +12,7 @@ import sys
 import tomllib
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("app", "host", "plugin", "view")
+FOLDERS = ("app", "database", "host", "plugin", "view")
 INCLUDE = re.compile(r'^\s*#\s*include\s+["<]([^">]+)[">]', re.MULTILINE)
 # Where a quoted name is looked for, beside the folder of the file itself.
 SEARCHED = (ROOT, ROOT / "host")

@@ -1,0 +1,38 @@
+#include "database/facts/facts.h"
+
+#include "database/facts/rows.h"
+
+#include <algorithm>
+#include <array>
+
+namespace database {
+
+namespace {
+
+// By address: the rows stand in files of their own.
+constexpr std::array<const facts *, 6> Rows = {&GenericFacts,    &SqliteFacts, &MysqlFacts,
+                                               &PostgresqlFacts, &OracleFacts, &MssqlserverFacts};
+
+} // namespace
+
+std::span<const facts * const> allFacts()
+{
+    return Rows;
+}
+
+const facts * factsOf(QStringView key)
+{
+    const auto found =
+        std::find_if(Rows.begin(), Rows.end(), [key](const facts * row) { return row->key == key; });
+    return found == Rows.end() ? nullptr : *found;
+}
+
+QLatin1String codeOf(const facts & known, refusal_cause cause)
+{
+    const auto codes = known.errors.value;
+    const auto found = std::find_if(codes.begin(), codes.end(),
+                                    [cause](const error_code & answer) { return answer.cause == cause; });
+    return found == codes.end() ? QLatin1String() : found->code;
+}
+
+} // namespace database

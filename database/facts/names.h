@@ -1,0 +1,38 @@
+#pragma once
+
+#include "database/facts/facts.h"
+#include "database/facts/reserved_words.h"
+
+#include <QString>
+
+namespace database {
+
+/// A name as a statement writes it.
+struct identifier
+{
+    QString text;
+    QChar quote; ///< that it stands in; null for none
+
+    bool operator==(const identifier &) const = default;
+};
+
+/// What two table names of the database have in common exactly when they are one.
+[[nodiscard]] QString foldedTable(const facts & known, const QString & name);
+/// The same for names of columns, indexes, sequences and constraints.
+[[nodiscard]] QString foldedName(const facts & known, const QString & name);
+
+/// What the database makes of a name that a statement writes.
+struct understood_name
+{
+    QString name; ///< as it is stored
+    refusal_cause refused = refusal_cause::none;
+    bool isCut = false;
+};
+[[nodiscard]] understood_name understood(const facts & known, const identifier & written, name_place place);
+
+/// The name that the database makes up for what belongs to a table and, unless that is empty, a column: the
+/// parts with low lines between, cut until they fit. Not yet made different from names that are taken.
+[[nodiscard]] QString impliedName(const facts & known, const QString & table, const QString & column,
+                                  QLatin1String label);
+
+} // namespace database

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QLatin1String>
+
+namespace database {
+
+/// Why a database does not do a statement. What one database tells apart, all tell apart.
+enum class refusal_cause
+{
+    none,
+    syntax,
+    schema_missing,
+    name_too_long,
+    table_name_too_long,
+    unknown_type,
+    type_with_length, ///< a length where the type takes none
+    relation_exists,  ///< a table, or what shares its names, has the name
+    table_missing,
+    dropped_table_missing,
+    not_a_table, ///< the name is that of an index or a sequence
+    column_exists,
+    system_column_added,
+    system_column_changed,
+    system_column_indexed,
+    changed_column_missing,
+    dropped_column_missing,
+    key_column_missing,   ///< of a key, an index or a foreign key
+    counted_not_possible, ///< the type cannot count, or the column is no key of its own
+    several_counted,
+    key_too_long,
+    row_too_long,
+    prefix_not_possible,
+    text_key_without_prefix,
+    too_many_indexes,
+    type_not_indexable,
+    value_too_long_for_index,
+    index_exists,
+    index_missing,
+    index_needed, ///< by a foreign key
+    table_referred_to,
+    rows_referred_to,
+    unique_added,
+    not_null_added,
+    values_repeat,
+    last_column,
+    column_of_key,
+    column_of_foreign_key,
+    column_of_foreign_key_copied, ///< the same where the change would copy the table
+    column_referred_to,
+    column_bound,     ///< by an index, a key or a foreign key
+    copy_needed,      ///< the change would copy a table, which a foreign key of its column forbids
+    values_lost,      ///< rows hold values that the new type cannot
+    values_converted, ///< rows hold texts that are no value of the new type
+    nulls_lost,       ///< rows have no value where one is asked for now
+    foreign_key_exists,
+    foreign_key_missing,
+    target_missing,
+    target_column_missing,
+    target_not_key,
+    target_type_differs,
+    rows_without_target
+};
+
+/// What a server answers for a cause.
+struct error_code
+{
+    refusal_cause cause;
+    QLatin1String code;
+};
+
+} // namespace database

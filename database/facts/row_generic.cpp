@@ -1,0 +1,95 @@
+#include "database/facts/rows.h"
+
+namespace database {
+
+namespace {
+
+constexpr char Source[] = "assumed, as no database is behind it";
+
+// clang-format off
+constexpr type_word Types[] = {
+    {"INTEGER", "INTEGER", "integer", false, true},
+    {"TEXT", "TEXT", "", false, true},
+};
+
+constexpr error_code Errors[] = {
+    {refusal_cause::syntax, QLatin1String("42000")},
+};
+// clang-format on
+
+} // namespace
+
+constinit const facts GenericFacts = {
+    .key = QLatin1String("generic"),
+    .label = QLatin1String("no database in particular"),
+    .names =
+        {
+            .quotes = {QLatin1String("\""), Source},
+            .tables = {name_equality::exact, Source},
+            .others = {name_equality::stored_as_upper, Source},
+            .longest = {0, Source},
+            .unit = {name_unit::characters, Source},
+            .over = {name_over_length::refused, Source},
+            .digitMayLead = {false, Source},
+            .bareConstraintIsNoColumn = {false, Source},
+            .system = {{}, Source},
+            .knownSchemas = {{}, Source},
+        },
+    .scopes =
+        {
+            .indexes = {name_scope::database, Source},
+            .foreignKeys = {name_scope::table, Source},
+            .tablesShareWithIndexes = {false, Source},
+            .namesKeysAndSequences = {false, Source},
+            .uniqueNamedLikeColumn = {false, Source},
+            .uniqueNumbered = {false, Source},
+        },
+    .types =
+        {
+            .words = {Types, Source},
+            .syntaxErrors = {{}, Source},
+            .unknown = {unknown_type::taken, Source},
+            .mayBeMissing = {false, Source},
+            .countedType = {QLatin1String(""), Source},
+            .countableType = {QLatin1String(""), Source},
+            .onlyOneCounted = {false, Source},
+            .numbersOnlyInBrackets = {false, Source},
+            .withoutOrder = {{}, Source},
+            .widerTargets = {false, Source},
+        },
+    .keys =
+        {
+            .longest = {0, Source},
+            .longestRow = {0, Source},
+            .bytesPerCharacter = {1, Source},
+            .mostIndexes = {0, Source},
+            .prefixes = {false, Source},
+            .longestHashFree = {0, Source},
+            .nullable = {false, Source},
+        },
+    .foreignKeys =
+        {
+            .alterable = {true, Source},
+            .targetMustExist = {true, Source},
+            .targetMustBeWholeKey = {true, Source},
+            .makesIndex = {false, Source},
+            .keepsTarget = {true, Source},
+            .hashMakesDropIdle = {false, Source},
+        },
+    .changes =
+        {
+            .emptyTables = {false, Source},
+            .lastColumnStays = {true, Source},
+            .uniqueColumnAdded = {true, Source},
+            .notNullFilled = {false, Source},
+            .columnTakesItsObjects = {false, Source},
+            .columnBoundToObjects = {false, Source},
+            .columnRenamedToItself = {false, Source},
+            .renamesAnyRelation = {false, Source},
+            .sequencesNamedFirst = {false, Source},
+            .longValuesInIndex = {true, Source},
+        },
+    .errors = {Errors, Source},
+};
+
+} // namespace database

@@ -1,0 +1,136 @@
+#include "database/facts/rows.h"
+
+namespace database {
+
+namespace {
+
+constexpr char Source[] = "documentation of SQL Server";
+
+constexpr QLatin1String WithoutOrder[] = {QLatin1String("TEXT"), QLatin1String("IMAGE")};
+
+// clang-format off
+constexpr type_word Types[] = {
+    {"INT", "", "int", false, true},
+    {"INTEGER", "int", "int", false, true},
+    {"SMALLINT", "", "smallint", false, true},
+    {"BIGINT", "", "bigint", false, true},
+    {"TINYINT", "", "tinyint", false, true},
+    {"FLOAT", "", "float", false, true},
+    {"REAL", "", "real", false, true},
+    {"DECIMAL", "", "decimal", false, true},
+    {"NUMERIC", "", "decimal", false, true},
+    {"VARCHAR", "", "varchar", false, true},
+    {"NVARCHAR", "", "nvarchar", false, true},
+    {"CHAR", "", "char", false, true},
+    {"TEXT", "", "", true, true},
+    {"IMAGE", "", "", true, true},
+    {"DATE", "", "date", false, true},
+    {"TIME", "", "time", false, true},
+    {"DATETIME", "", "datetime", false, true},
+};
+
+constexpr error_code Errors[] = {
+    {refusal_cause::syntax, QLatin1String("102")},
+    {refusal_cause::name_too_long, QLatin1String("103")},
+    {refusal_cause::table_name_too_long, QLatin1String("103")},
+    {refusal_cause::unknown_type, QLatin1String("2715")},
+    {refusal_cause::relation_exists, QLatin1String("2714")},
+    {refusal_cause::table_missing, QLatin1String("4902")},
+    {refusal_cause::dropped_table_missing, QLatin1String("3701")},
+    {refusal_cause::column_exists, QLatin1String("2705")},
+    {refusal_cause::changed_column_missing, QLatin1String("15248")},
+    {refusal_cause::dropped_column_missing, QLatin1String("4924")},
+    {refusal_cause::key_column_missing, QLatin1String("1911")},
+    {refusal_cause::type_not_indexable, QLatin1String("1919")},
+    {refusal_cause::index_exists, QLatin1String("1913")},
+    {refusal_cause::index_missing, QLatin1String("3701")},
+    {refusal_cause::table_referred_to, QLatin1String("3726")},
+    {refusal_cause::not_null_added, QLatin1String("4901")},
+    {refusal_cause::last_column, QLatin1String("4923")},
+    {refusal_cause::column_bound, QLatin1String("5074")},
+    {refusal_cause::foreign_key_exists, QLatin1String("2714")},
+    {refusal_cause::foreign_key_missing, QLatin1String("3728")},
+    {refusal_cause::target_missing, QLatin1String("1767")},
+    {refusal_cause::target_column_missing, QLatin1String("1770")},
+    {refusal_cause::target_not_key, QLatin1String("1776")},
+    {refusal_cause::target_type_differs, QLatin1String("1778")},
+    {refusal_cause::rows_without_target, QLatin1String("547")},
+};
+// clang-format on
+
+} // namespace
+
+constinit const facts MssqlserverFacts = {
+    .key = QLatin1String("mssqlserver"),
+    .label = QLatin1String("SQL Server"),
+    .names =
+        {
+            .quotes = {QLatin1String("\"["), Source},
+            .tables = {name_equality::case_ignored, Source},
+            .others = {name_equality::case_ignored, Source},
+            .longest = {128, Source},
+            .unit = {name_unit::characters, Source},
+            .over = {name_over_length::refused, Source},
+            .digitMayLead = {false, Source},
+            .bareConstraintIsNoColumn = {false, Source},
+            .system = {{}, Source},
+            .knownSchemas = {{}, Source},
+        },
+    .scopes =
+        {
+            .indexes = {name_scope::table, Source},
+            .foreignKeys = {name_scope::database, Source},
+            .tablesShareWithIndexes = {false, Source},
+            .namesKeysAndSequences = {false, Source},
+            .uniqueNamedLikeColumn = {false, Source},
+            .uniqueNumbered = {false, Source},
+        },
+    .types =
+        {
+            .words = {Types, Source},
+            .syntaxErrors = {{}, Source},
+            .unknown = {unknown_type::refused, Source},
+            .mayBeMissing = {false, Source},
+            .countedType = {QLatin1String(""), Source},
+            .countableType = {QLatin1String(""), Source},
+            .onlyOneCounted = {true, Source},
+            .numbersOnlyInBrackets = {false, Source},
+            .withoutOrder = {WithoutOrder, Source},
+            .widerTargets = {false, Source},
+        },
+    .keys =
+        {
+            .longest = {0, Source},
+            .longestRow = {0, Source},
+            .bytesPerCharacter = {1, Source},
+            .mostIndexes = {0, Source},
+            .prefixes = {false, Source},
+            .longestHashFree = {0, Source},
+            .nullable = {false, Source},
+        },
+    .foreignKeys =
+        {
+            .alterable = {true, Source},
+            .targetMustExist = {true, Source},
+            .targetMustBeWholeKey = {true, Source},
+            .makesIndex = {false, Source},
+            .keepsTarget = {true, Source},
+            .hashMakesDropIdle = {false, Source},
+        },
+    .changes =
+        {
+            .emptyTables = {false, Source},
+            .lastColumnStays = {true, Source},
+            .uniqueColumnAdded = {true, Source},
+            .notNullFilled = {false, Source},
+            .columnTakesItsObjects = {false, Source},
+            .columnBoundToObjects = {true, Source},
+            .columnRenamedToItself = {false, Source},
+            .renamesAnyRelation = {false, Source},
+            .sequencesNamedFirst = {false, Source},
+            .longValuesInIndex = {true, Source},
+        },
+    .errors = {Errors, Source},
+};
+
+} // namespace database

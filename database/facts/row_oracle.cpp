@@ -1,0 +1,132 @@
+#include "database/facts/rows.h"
+
+namespace database {
+
+namespace {
+
+constexpr char Source[] = "documentation of Oracle";
+
+constexpr QLatin1String WithoutOrder[] = {QLatin1String("CLOB"), QLatin1String("BLOB")};
+
+// clang-format off
+constexpr type_word Types[] = {
+    {"NUMBER", "", "number", false, true},
+    {"INTEGER", "", "number", false, true},
+    {"INT", "", "number", false, true},
+    {"SMALLINT", "", "number", false, true},
+    {"FLOAT", "", "number", false, true},
+    {"DECIMAL", "", "number", false, true},
+    {"VARCHAR2", "", "string", false, true},
+    {"VARCHAR", "", "string", false, true},
+    {"CHAR", "", "char", false, true},
+    {"CLOB", "", "", true, true},
+    {"BLOB", "", "", true, true},
+    {"DATE", "", "date", false, true},
+    {"TIMESTAMP", "", "timestamp", false, true},
+};
+
+constexpr error_code Errors[] = {
+    {refusal_cause::syntax, QLatin1String("ORA-00904")},
+    {refusal_cause::name_too_long, QLatin1String("ORA-00972")},
+    {refusal_cause::table_name_too_long, QLatin1String("ORA-00972")},
+    {refusal_cause::unknown_type, QLatin1String("ORA-00902")},
+    {refusal_cause::relation_exists, QLatin1String("ORA-00955")},
+    {refusal_cause::table_missing, QLatin1String("ORA-00942")},
+    {refusal_cause::dropped_table_missing, QLatin1String("ORA-00942")},
+    {refusal_cause::column_exists, QLatin1String("ORA-01430")},
+    {refusal_cause::changed_column_missing, QLatin1String("ORA-00904")},
+    {refusal_cause::dropped_column_missing, QLatin1String("ORA-00904")},
+    {refusal_cause::key_column_missing, QLatin1String("ORA-00904")},
+    {refusal_cause::type_not_indexable, QLatin1String("ORA-02327")},
+    {refusal_cause::index_exists, QLatin1String("ORA-00955")},
+    {refusal_cause::index_missing, QLatin1String("ORA-01418")},
+    {refusal_cause::table_referred_to, QLatin1String("ORA-02449")},
+    {refusal_cause::not_null_added, QLatin1String("ORA-01758")},
+    {refusal_cause::last_column, QLatin1String("ORA-12983")},
+    {refusal_cause::column_referred_to, QLatin1String("ORA-12992")},
+    {refusal_cause::foreign_key_exists, QLatin1String("ORA-02264")},
+    {refusal_cause::foreign_key_missing, QLatin1String("ORA-02443")},
+    {refusal_cause::target_missing, QLatin1String("ORA-00942")},
+    {refusal_cause::target_column_missing, QLatin1String("ORA-00904")},
+    {refusal_cause::target_not_key, QLatin1String("ORA-02270")},
+    {refusal_cause::target_type_differs, QLatin1String("ORA-02267")},
+    {refusal_cause::rows_without_target, QLatin1String("ORA-02298")},
+};
+// clang-format on
+
+} // namespace
+
+constinit const facts OracleFacts = {
+    .key = QLatin1String("oracle"),
+    .label = QLatin1String("Oracle"),
+    .names =
+        {
+            .quotes = {QLatin1String("\""), Source},
+            .tables = {name_equality::stored_as_upper, Source},
+            .others = {name_equality::stored_as_upper, Source},
+            .longest = {30, Source},
+            .unit = {name_unit::bytes, Source},
+            .over = {name_over_length::refused, Source},
+            .digitMayLead = {false, Source},
+            .bareConstraintIsNoColumn = {false, Source},
+            .system = {{}, Source},
+            .knownSchemas = {{}, Source},
+        },
+    .scopes =
+        {
+            .indexes = {name_scope::database, Source},
+            .foreignKeys = {name_scope::database, Source},
+            .tablesShareWithIndexes = {false, Source},
+            .namesKeysAndSequences = {false, Source},
+            .uniqueNamedLikeColumn = {false, Source},
+            .uniqueNumbered = {false, Source},
+        },
+    .types =
+        {
+            .words = {Types, Source},
+            .syntaxErrors = {{}, Source},
+            .unknown = {unknown_type::refused, Source},
+            .mayBeMissing = {false, Source},
+            .countedType = {QLatin1String(""), Source},
+            .countableType = {QLatin1String(""), Source},
+            .onlyOneCounted = {false, Source},
+            .numbersOnlyInBrackets = {false, Source},
+            .withoutOrder = {WithoutOrder, Source},
+            .widerTargets = {false, Source},
+        },
+    .keys =
+        {
+            .longest = {0, Source},
+            .longestRow = {0, Source},
+            .bytesPerCharacter = {1, Source},
+            .mostIndexes = {0, Source},
+            .prefixes = {false, Source},
+            .longestHashFree = {0, Source},
+            .nullable = {false, Source},
+        },
+    .foreignKeys =
+        {
+            .alterable = {true, Source},
+            .targetMustExist = {true, Source},
+            .targetMustBeWholeKey = {true, Source},
+            .makesIndex = {false, Source},
+            .keepsTarget = {true, Source},
+            .hashMakesDropIdle = {false, Source},
+        },
+    .changes =
+        {
+            .emptyTables = {false, Source},
+            .lastColumnStays = {true, Source},
+            .uniqueColumnAdded = {true, Source},
+            .notNullFilled = {false, Source},
+            .columnTakesItsObjects = {false, Source},
+            .columnBoundToObjects = {false, Source},
+            .columnRenamedToItself = {false, Source},
+            .renamesAnyRelation = {false, Source},
+            .sequencesNamedFirst = {false, Source},
+            .longValuesInIndex = {true, Source},
+        },
+    .errors = {Errors, Source},
+};
+
+} // namespace database

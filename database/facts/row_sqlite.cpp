@@ -1,0 +1,113 @@
+#include "database/facts/rows.h"
+
+namespace database {
+
+namespace {
+
+constexpr char Source[] = "tried on SQLite 3.40.1";
+
+constexpr QLatin1String KnownSchemas[] = {QLatin1String("main"), QLatin1String("temp")};
+
+// clang-format off
+constexpr type_word Types[] = {
+    {"INTEGER", "INTEGER", "", false, true},
+    {"TEXT", "TEXT", "", false, true},
+};
+
+constexpr error_code Errors[] = {
+    {refusal_cause::syntax, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::schema_missing, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::relation_exists, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::table_missing, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::dropped_table_missing, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::column_exists, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::changed_column_missing, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::dropped_column_missing, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::key_column_missing, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::counted_not_possible, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::index_exists, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::index_missing, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::unique_added, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::not_null_added, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::last_column, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::column_bound, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::rows_referred_to, QLatin1String("SQLITE_CONSTRAINT_FOREIGNKEY")},
+};
+// clang-format on
+
+} // namespace
+
+constinit const facts SqliteFacts = {
+    .key = QLatin1String("sqlite"),
+    .label = QLatin1String("SQLite 3.40"),
+    .names =
+        {
+            .quotes = {QLatin1String("\"`["), Source},
+            .tables = {name_equality::ascii_ignored, Source},
+            .others = {name_equality::ascii_ignored, Source},
+            .longest = {0, Source},
+            .unit = {name_unit::characters, Source},
+            .over = {name_over_length::refused, Source},
+            .digitMayLead = {false, Source},
+            .bareConstraintIsNoColumn = {true, Source},
+            .system = {{}, Source},
+            .knownSchemas = {KnownSchemas, Source},
+        },
+    .scopes =
+        {
+            .indexes = {name_scope::database, Source},
+            .foreignKeys = {name_scope::none, Source},
+            .tablesShareWithIndexes = {true, Source},
+            .namesKeysAndSequences = {false, Source},
+            .uniqueNamedLikeColumn = {false, Source},
+            .uniqueNumbered = {true, Source},
+        },
+    .types =
+        {
+            .words = {Types, Source},
+            .syntaxErrors = {{}, Source},
+            .unknown = {unknown_type::taken, Source},
+            .mayBeMissing = {true, Source},
+            .countedType = {QLatin1String(""), Source},
+            .countableType = {QLatin1String("INTEGER"), Source},
+            .onlyOneCounted = {true, Source},
+            .numbersOnlyInBrackets = {true, Source},
+            .withoutOrder = {{}, Source},
+            .widerTargets = {false, Source},
+        },
+    .keys =
+        {
+            .longest = {0, Source},
+            .longestRow = {0, Source},
+            .bytesPerCharacter = {1, Source},
+            .mostIndexes = {0, Source},
+            .prefixes = {false, Source},
+            .longestHashFree = {0, Source},
+            .nullable = {true, Source},
+        },
+    .foreignKeys =
+        {
+            .alterable = {false, Source},
+            .targetMustExist = {false, Source},
+            .targetMustBeWholeKey = {false, Source},
+            .makesIndex = {false, Source},
+            .keepsTarget = {false, Source},
+            .hashMakesDropIdle = {false, Source},
+        },
+    .changes =
+        {
+            .emptyTables = {false, Source},
+            .lastColumnStays = {true, Source},
+            .uniqueColumnAdded = {false, Source},
+            .notNullFilled = {false, Source},
+            .columnTakesItsObjects = {false, Source},
+            .columnBoundToObjects = {true, Source},
+            .columnRenamedToItself = {false, Source},
+            .renamesAnyRelation = {false, Source},
+            .sequencesNamedFirst = {false, Source},
+            .longValuesInIndex = {true, Source},
+        },
+    .errors = {Errors, Source},
+};
+
+} // namespace database
