@@ -1,0 +1,304 @@
+#include "database/statement/reader.h"
+
+#include "database/statement/table_reader.h"
+
+#include <algorithm>
+
+namespace database {
+
+namespace {
+
+using reading = std::optional<change>;
+
+bool takeIfExists(token_cursor & at)
+{
+    return at.take({"IF", "EXISTS"});
+}
+
+bool takeIfNotExists(token_cursor & at)
+{
+    return at.take({"IF", "NOT", "EXISTS"});
+}
+
+// What is read so far is kept in `into`, for a statement whose rest cannot be read.
+bool readCreateTable(token_cursor & at, reading & into)
+{
+    create_table asked;
+    asked.ifNotExists = takeIfNotExists(at);
+    const auto name = at.takeName();
+    if (!name) {
+        return false;
+    }
+    asked.table = *name;
+    const bool isWhole = readTable(at, asked);
+    into = std::move(asked);
+    if (isWhole && at.take({"WITH"})) {
+        // The tail that PostgreSQL's tables have.
+        return at.take(token_kind::open) && at.take({"OIDS", "=", "FALSE"}) && at.take(token_kind::close);
+    }
+    return isWhole;
+}
+
+reading readCreateIndex(token_cursor & at, bool unique)
+{
+    create_index asked;
+    asked.unique = unique;
+    asked.ifNotExists = takeIfNotExists(at);
+    const auto index = at.takeName();
+    if (!index || !at.take({"ON"})) {
+        return std::nullopt;
+    }
+    const auto table = at.takeName();
+    auto parts = readParts(at);
+    if (!table || !parts) {
+        return std::nullopt;
+    }
+    asked.index = *index;
+    asked.table = *table;
+    asked.parts = std::move(*parts);
+    return asked;
+}
+
+// The body of a trigger is its own affair.
+reading readCreateTrigger(token_cursor & at)
+{
+    const auto trigger = at.takeName();
+    while (!at.isAtEnd() && !at.take({"ON"})) {
+        if (!at.takeName() && !at.take(token_kind::comma) && !at.take(token_kind::open) &&
+            !at.take(token_kind::close)) {
+            return std::nullopt;
+        }
+    }
+    const auto table = at.takeName();
+    if (!trigger || !table) {
+        return std::nullopt;
+    }
+    return create_trigger{*trigger, *table};
+}
+
+reading readCreateSequence(token_cursor & at)
+{
+    const auto name = at.takeName();
+    const bool isOurs = name && at.take({"START", "WITH", "1", "INCREMENT", "BY", "1"});
+    return isOurs ? reading(create_sequence{*name}) : std::nullopt;
+}
+
+bool readCreate(token_cursor & at, reading & into)
+{
+    if (at.take({"TABLE"})) {
+        return readCreateTable(at, into);
+    }
+    if (at.take({"INDEX"})) {
+        into = readCreateIndex(at, false);
+    } else if (at.take({"UNIQUE", "INDEX"})) {
+        into = readCreateIndex(at, true);
+    } else if (at.take({"SEQUENCE"})) {
+        into = readCreateSequence(at);
+    } else if (at.take({"TRIGGER"}) || at.take({"OR", "REPLACE", "TRIGGER"})) {
+        into = readCreateTrigger(at);
+        return into.has_value();
+    }
+    return into && at.isAtEnd();
+}
+
+reading readDrop(token_cursor & at)
+{
+    if (at.take({"TABLE"})) {
+        const bool ifExists = takeIfExists(at);
+        const auto table = at.takeName();
+        return table ? reading(drop_table{*table, ifExists}) : std::nullopt;
+    }
+    if (!at.take({"INDEX"})) {
+        return std::nullopt;
+    }
+    drop_index asked;
+    asked.ifExists = takeIfExists(at);
+    const auto index = at.takeName();
+    if (!index) {
+        return std::nullopt;
+    }
+    asked.index = *index;
+    if (at.take({"ON"})) {
+        asked.table = at.takeName();
+        return asked.table ? reading(asked) : std::nullopt;
+    }
+    return asked;
+}
+
+reading readRenameTable(token_cursor & at)
+{
+    const auto from = at.takeName();
+    const auto to = at.take({"TO"}) ? at.takeName() : std::nullopt;
+    return from && to ? reading(rename_table{*from, *to}) : std::nullopt;
+}
+
+reading readAdd(token_cursor & at, const identifier & table)
+{
+    const token * const after = at.peek(2);
+    if (at.isAt({"CONSTRAINT"}) && after != nullptr && after->isWord(QLatin1String("FOREIGN"))) {
+        at.take({"CONSTRAINT"});
+        const auto name = at.takeName();
+        auto reference = readReference(at);
+        if (!reference) {
+            return std::nullopt;
+        }
+        reference->name = *name;
+        return add_foreign_key{table, std::move(*reference)};
+    }
+    at.take({"COLUMN"});
+    const bool ifNotExists = takeIfNotExists(at);
+    const auto column = readColumn(at);
+    return column ? reading(add_column{table, ifNotExists, *column}) : std::nullopt;
+}
+
+reading readAlterDrop(token_cursor & at, const identifier & table)
+{
+    const bool isForeignKey = at.take({"FOREIGN", "KEY"});
+    if (isForeignKey || at.take({"CONSTRAINT"})) {
+        const bool ifExists = takeIfExists(at);
+        const auto name = at.takeName();
+        return name ? reading(drop_constraint{table, ifExists, isForeignKey, *name}) : std::nullopt;
+    }
+    at.take({"COLUMN"});
+    const bool ifExists = takeIfExists(at);
+    const auto column = at.takeName();
+    return column ? reading(drop_column{table, ifExists, *column}) : std::nullopt;
+}
+
+reading readAlterRename(token_cursor & at, const identifier & table)
+{
+    if (at.take({"TO"})) {
+        const auto to = at.takeName();
+        return to ? reading(rename_table{table, *to}) : std::nullopt;
+    }
+    at.take({"COLUMN"});
+    const auto from = at.takeName();
+    const auto to = at.take({"TO"}) ? at.takeName() : std::nullopt;
+    return from && to ? reading(rename_column{table, *from, *to}) : std::nullopt;
+}
+
+reading readAlter(token_cursor & at)
+{
+    const auto table = at.take({"TABLE"}) ? at.takeName() : std::nullopt;
+    if (!table) {
+        return std::nullopt;
+    }
+    if (at.take({"ADD"})) {
+        return readAdd(at, *table);
+    }
+    if (at.take({"DROP"})) {
+        return readAlterDrop(at, *table);
+    }
+    if (at.take({"RENAME"})) {
+        return readAlterRename(at, *table);
+    }
+    if (!at.take({"CHANGE"})) {
+        return std::nullopt;
+    }
+    at.take({"COLUMN"});
+    const auto from = at.takeName();
+    const auto definition = readColumn(at);
+    return from && definition ? reading(change_column{*table, *from, *definition}) : std::nullopt;
+}
+
+// EXEC sp_rename 'a', 'b' for tables, 'a.x', 'y', 'COLUMN' for columns.
+reading readProcedure(token_cursor & at)
+{
+    const auto from = at.take({"sp_rename"}) ? at.takeText() : std::nullopt;
+    const auto to = at.take(token_kind::comma) ? at.takeText() : std::nullopt;
+    if (!from || !to) {
+        return std::nullopt;
+    }
+    if (!at.take(token_kind::comma)) {
+        return rename_table{{*from, {}}, {*to, {}}};
+    }
+    if (at.takeText() != QLatin1String("COLUMN")) {
+        return std::nullopt;
+    }
+    return rename_column{{from->section(u'.', 0, -2), {}}, {from->section(u'.', -1), {}}, {*to, {}}};
+}
+
+bool isWithoutChange(const token_cursor & at)
+{
+    return at.isAt({"PRAGMA"}) || at.isAt({"BEGIN"}) || at.isAt({"COMMIT"}) || at.isAt({"END"}) ||
+           at.isAt({"START", "TRANSACTION"});
+}
+
+// Gives whether all of the statement was read.
+bool readForm(token_cursor & at, reading & into)
+{
+    if (isWithoutChange(at)) {
+        into = no_change{};
+        return true;
+    }
+    if (at.take({"CREATE"})) {
+        return readCreate(at, into);
+    }
+    if (at.take({"DROP"})) {
+        into = readDrop(at);
+    } else if (at.take({"RENAME", "TABLE"})) {
+        into = readRenameTable(at);
+    } else if (at.take({"ALTER"})) {
+        into = readAlter(at);
+    } else if (at.take({"EXEC"})) {
+        into = readProcedure(at);
+    }
+    return into.has_value();
+}
+
+QString beginningOf(const QString & text)
+{
+    return text.simplified().section(u' ', 0, 2);
+}
+
+statement readStatement(const QString & text, std::span<const token> tokens)
+{
+    statement found;
+    found.position = tokens.front().begin;
+    found.text = text.sliced(found.position, tokens.back().end - found.position);
+    found.isCutShort = std::any_of(tokens.begin(), tokens.end(),
+                                   [](const token & each) { return each.kind == token_kind::unfinished; });
+    token_cursor at(text, tokens);
+    reading asked;
+    const bool isWhole = readForm(at, asked);
+    const bool isTrigger = asked && std::holds_alternative<create_trigger>(*asked);
+    const bool hasNothingAfter =
+        at.isAtEnd() || isTrigger || (asked && std::holds_alternative<no_change>(*asked));
+    if (asked && (found.isCutShort || (isWhole && hasNothingAfter))) {
+        found.asked = std::move(*asked);
+    } else {
+        found.asked = unknown_statement{beginningOf(found.text)};
+    }
+    return found;
+}
+
+// A trigger's body has semicolons of its own; a line with a slash ends it.
+bool isTrigger(std::span<const token> tokens)
+{
+    const std::size_t last = std::min<std::size_t>(tokens.size(), 4);
+    return !tokens.empty() && tokens.front().isWord(QLatin1String("CREATE")) &&
+           std::any_of(tokens.begin(), tokens.begin() + static_cast<std::ptrdiff_t>(last),
+                       [](const token & each) { return each.isWord(QLatin1String("TRIGGER")); });
+}
+
+} // namespace
+
+std::vector<statement> readStatements(const QString & text)
+{
+    const std::vector<token> tokens = tokensOf(text);
+    const std::span<const token> all(tokens);
+    std::vector<statement> statements;
+    std::size_t first = 0;
+    for (std::size_t i = 0; i <= all.size(); ++i) {
+        const auto part = all.subspan(first, i - first);
+        const bool isEnd = i == all.size() || all[i].kind == token_kind::line_of_slash ||
+                           (all[i].kind == token_kind::semicolon && !isTrigger(part));
+        if (isEnd && !part.empty()) {
+            statements.push_back(readStatement(text, part));
+        }
+        first = isEnd ? i + 1 : first;
+    }
+    return statements;
+}
+
+} // namespace database

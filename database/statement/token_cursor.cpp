@@ -1,0 +1,97 @@
+#include "database/statement/token_cursor.h"
+
+#include <algorithm>
+
+namespace database {
+
+const token * token_cursor::peek(std::size_t ahead) const
+{
+    return m_position + ahead < m_tokens.size() ? &m_tokens[m_position + ahead] : nullptr;
+}
+
+bool token_cursor::isAt(token_kind kind) const
+{
+    return !isAtEnd() && peek()->kind == kind;
+}
+
+bool token_cursor::isAt(std::initializer_list<const char *> words) const
+{
+    std::size_t ahead = 0;
+    return std::all_of(words.begin(), words.end(), [this, &ahead](const char * word) {
+        const token * const found = peek(ahead++);
+        return found != nullptr && found->isWord(QLatin1String(word));
+    });
+}
+
+bool token_cursor::take(token_kind kind)
+{
+    const bool found = isAt(kind);
+    m_position += found ? 1 : 0;
+    return found;
+}
+
+bool token_cursor::take(std::initializer_list<const char *> words)
+{
+    const bool found = isAt(words);
+    m_position += found ? words.size() : 0;
+    return found;
+}
+
+std::optional<identifier> token_cursor::takeName()
+{
+    if (!isAt(token_kind::word) && !isAt(token_kind::quoted)) {
+        return std::nullopt;
+    }
+    const token & found = m_tokens[m_position++];
+    return identifier{found.text, found.quote};
+}
+
+std::optional<QString> token_cursor::takeText()
+{
+    if (!isAt(token_kind::text)) {
+        return std::nullopt;
+    }
+    return m_tokens[m_position++].text;
+}
+
+std::optional<int> token_cursor::takeNumberInBrackets()
+{
+    const token * const number = peek(1);
+    const token * const close = peek(2);
+    if (!isAt(token_kind::open) || number == nullptr || close == nullptr ||
+        close->kind != token_kind::close) {
+        return std::nullopt;
+    }
+    bool isNumber = false;
+    const int value = number->text.toInt(&isNumber);
+    if (!isNumber) {
+        return std::nullopt;
+    }
+    m_position += 3;
+    return value;
+}
+
+QString token_cursor::takeUntil(std::span<const char * const> words)
+{
+    const std::size_t first = m_position;
+    for (int depth = 0; !isAtEnd(); ++m_position) {
+        const token & next = *peek();
+        const bool isEndWord = std::any_of(words.begin(), words.end(), [&next](const char * word) {
+            return next.isWord(QLatin1String(word));
+        });
+        if (depth == 0 && (isEndWord || next.kind == token_kind::comma || next.kind == token_kind::close)) {
+            break;
+        }
+        if (next.kind == token_kind::quoted || next.kind == token_kind::unfinished) {
+            break;
+        }
+        depth += next.kind == token_kind::open ? 1 : (next.kind == token_kind::close ? -1 : 0);
+    }
+    if (m_position == first) {
+        return {};
+    }
+    const qsizetype begin = m_tokens[first].begin;
+    return m_text.sliced(begin, m_tokens[m_position - 1].end - begin);
+}
+
+} // namespace database
