@@ -97,6 +97,7 @@ struct type_facts
     fact<std::span<const type_word>> words;
     fact<std::span<const QLatin1String>> syntaxErrors; ///< words that are no type but of another kind
     fact<unknown_type> unknown;
+    fact<bool> unknownReadFirst;       ///< an unknown type is told before a quotation that has no end
     fact<bool> mayBeMissing;           ///< a column needs no type
     fact<QLatin1String> countedType;   ///< the type that counts by itself; empty for none
     fact<QLatin1String> countableType; ///< the one type that may be marked as counted; empty for any
@@ -123,6 +124,7 @@ struct foreign_key_facts
     fact<bool> alterable;            ///< they can be added to and dropped from a table
     fact<bool> targetMustExist;      ///< when the key is made
     fact<bool> targetMustBeWholeKey; ///< else the columns need only begin a key or an index
+    fact<bool> targetLookedForFirst; ///< before the columns of the table itself
     fact<bool> makesIndex;           ///< under its own name, where none begins with its columns
     fact<bool> keepsTarget;          ///< a table that others refer to is not dropped
     fact<bool> hashMakesDropIdle;    ///< DROP CONSTRAINT does nothing in a table with a hash index

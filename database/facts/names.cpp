@@ -88,17 +88,20 @@ understood_name withinLength(const facts & known, const QString & name, name_pla
     return {firstBytes(name, longest), refusal_cause::none, true};
 }
 
-refusal_cause refusalOfQualified(const facts & known, QStringView text, name_place place)
+// A schema that is there on any database is left out of the name: tables of others are not known.
+understood_name withSchema(const facts & known, const QString & text, name_place place)
 {
     const auto dot = text.indexOf(u'.');
-    if (place != name_place::table || dot <= 0 || !hasUnquotedShape(known, text.first(dot)) ||
-        !hasUnquotedShape(known, text.sliced(dot + 1))) {
-        return refusal_cause::syntax;
+    const QStringView whole(text);
+    if (place != name_place::table || dot <= 0 || !hasUnquotedShape(known, whole.first(dot)) ||
+        !hasUnquotedShape(known, whole.sliced(dot + 1))) {
+        return {text, refusal_cause::syntax, false};
     }
     const auto schemas = known.names.knownSchemas.value;
-    const QString schema = asciiFolded(text.first(dot).toString());
-    const bool isThere = std::find(schemas.begin(), schemas.end(), schema) != schemas.end();
-    return isThere ? refusal_cause::none : refusal_cause::schema_missing;
+    const bool isThere =
+        std::find(schemas.begin(), schemas.end(), asciiFolded(text.first(dot))) != schemas.end();
+    return isThere ? understood(known, {text.sliced(dot + 1), {}}, place)
+                   : understood_name{text, refusal_cause::schema_missing, false};
 }
 
 } // namespace
@@ -122,7 +125,7 @@ understood_name understood(const facts & known, const identifier & written, name
                        : understood_name{text, refusal_cause::syntax, false};
     }
     if (!hasUnquotedShape(known, text)) {
-        return {text, refusalOfQualified(known, text, place), false};
+        return withSchema(known, text, place);
     }
     if (isReserved(known, text, place)) {
         return {text, refusal_cause::syntax, false};

@@ -1,0 +1,373 @@
+#include "database/simulation/changes.h"
+
+#include "database/facts/known_types.h"
+#include "database/simulation/parts.h"
+
+#include <QStringBuilder>
+
+#include <algorithm>
+
+namespace database {
+
+namespace {
+
+bool isIn(const state & at, const QStringList & columns, const QString & column)
+{
+    return std::any_of(columns.begin(), columns.end(), [&](const QString & each) {
+        return foldedName(at.known, each) == foldedName(at.known, column);
+    });
+}
+
+// A foreign key of the table that the column is part of.
+const foreign_key * keyFrom(const table & owner, const QString & column)
+{
+    const auto found = std::find_if(owner.foreignKeys.begin(), owner.foreignKeys.end(),
+                                    [&](const foreign_key & key) { return key.columns.contains(column); });
+    return found == owner.foreignKeys.end() ? nullptr : &*found;
+}
+
+// A foreign key, of any table, that refers to the column.
+const foreign_key * keyTo(const state & at, const table & owner, const QString & column)
+{
+    for (const table * other : at.referrersOf(owner)) {
+        for (const foreign_key & key : other->foreignKeys) {
+            if (at.refersTo(key, owner) && isIn(at, key.targetColumns, column)) {
+                return &key;
+            }
+        }
+    }
+    return nullptr;
+}
+
+bool isInKey(const table & owner, const QString & column)
+{
+    return owner.key && columnsOf(owner.key->parts).contains(column);
+}
+
+refusal addingRefusal(const state & at, const table & owner, const add_column & asked, const column & made)
+{
+    const int rows = at.rowsOf(owner);
+    const QString object = columnObject(owner.name, made.name);
+    if (asked.definition.unique && !at.known.changes.uniqueColumnAdded.value) {
+        return {refusal_cause::unique_added, object, false};
+    }
+    const bool isFilled = at.known.changes.notNullFilled.value;
+    if (rows > 0 && made.notNull && !isFilled && !made.counted) {
+        return {refusal_cause::not_null_added, object, false};
+    }
+    if (rows > 1 && made.notNull && isFilled && asked.definition.unique) {
+        return {refusal_cause::values_repeat, object, false};
+    }
+    return {};
+}
+
+void makeColumn(state & at, const table & owner, const add_column & asked, const column & made)
+{
+    QSet<QString> taken;
+    std::vector<sequence> sequences;
+    if (made.counted && at.known.scopes.namesKeysAndSequences.value) {
+        const QString implied = impliedName(at.known, owner.name, made.name, QLatin1String("seq"));
+        sequences.push_back({at.freeName(implied), made.name});
+        taken.insert(sequences.front().name);
+    }
+    std::vector<index> indexes;
+    if (asked.definition.unique) {
+        indexes.push_back(uniqueIndex(at, owner, made.name, taken));
+    }
+    at.change(owner, [&](table & changed) {
+        changed.columns.push_back(made);
+        changed.sequences.insert(changed.sequences.end(), sequences.begin(), sequences.end());
+        changed.indexes.insert(changed.indexes.end(), indexes.begin(), indexes.end());
+    });
+}
+
+refusal droppingRefusal(const state & at, const table & owner, const QString & column)
+{
+    const facts & known = at.known;
+    const QString object = columnObject(owner.name, column);
+    const foreign_key * const from = keyFrom(owner, column);
+    const foreign_key * const to = keyTo(at, owner, column);
+    const bool isIndexed = std::any_of(owner.indexes.begin(), owner.indexes.end(), [&](const index & each) {
+        return columnsOf(each.parts).contains(column);
+    });
+    if (known.changes.columnBoundToObjects.value &&
+        (from != nullptr || isInKey(owner, column) || isIndexed)) {
+        return {refusal_cause::column_bound, object, false};
+    }
+    if (known.changes.lastColumnStays.value && owner.columns.size() == 1) {
+        return {refusal_cause::last_column, object, false};
+    }
+    if (!known.changes.columnTakesItsObjects.value) {
+        if (isInKey(owner, column) && owner.key->parts.size() > 1) {
+            return {refusal_cause::column_of_key, object, false};
+        }
+        if (from != nullptr) {
+            const bool isCopied = at.isCopied(owner);
+            return {isCopied ? refusal_cause::column_of_foreign_key_copied
+                             : refusal_cause::column_of_foreign_key,
+                    foreignKeyObject(from->name), false};
+        }
+    }
+    if (to != nullptr && known.foreignKeys.keepsTarget.value) {
+        return {refusal_cause::column_referred_to, foreignKeyObject(to->name), false};
+    }
+    return {};
+}
+
+void takeFromIndexes(table & owner, const QString & column, bool wholeIndex)
+{
+    for (index & each : owner.indexes) {
+        if (!columnsOf(each.parts).contains(column)) {
+            continue;
+        }
+        if (wholeIndex) {
+            each.parts.clear();
+        } else {
+            std::erase_if(each.parts, [&](const key_part & part) { return part.column == column; });
+        }
+    }
+    std::erase_if(owner.indexes, [](const index & each) { return each.parts.empty(); });
+}
+
+void takeColumn(table & owner, const QString & column, bool wholeIndex)
+{
+    std::erase_if(owner.columns, [&](const class column & each) { return each.name == column; });
+    std::erase_if(owner.sequences, [&](const sequence & each) { return each.column == column; });
+    std::erase_if(owner.foreignKeys, [&](const foreign_key & each) { return each.columns.contains(column); });
+    takeFromIndexes(owner, column, wholeIndex);
+    if (isInKey(owner, column)) {
+        owner.key.reset();
+    }
+}
+
+// What carries a column's name follows it.
+void renameIn(table & owner, const QString & from, const column & to)
+{
+    const auto rename = [&](QString & name) { name = name == from ? to.name : name; };
+    for (column & each : owner.columns) {
+        each = each.name == from ? to : each;
+    }
+    for (sequence & each : owner.sequences) {
+        rename(each.column);
+    }
+    for (foreign_key & each : owner.foreignKeys) {
+        std::for_each(each.columns.begin(), each.columns.end(), rename);
+    }
+    for (index & each : owner.indexes) {
+        std::for_each(each.parts.begin(), each.parts.end(), [&](key_part & part) { rename(part.column); });
+    }
+    if (owner.key) {
+        std::for_each(owner.key->parts.begin(), owner.key->parts.end(),
+                      [&](key_part & part) { rename(part.column); });
+    }
+}
+
+void renameColumn(state & at, const table & owner, const QString & from, const column & to)
+{
+    const std::vector<const table *> referrers = at.referrersOf(owner);
+    const auto follow = [&](foreign_key & key) {
+        if (!at.refersTo(key, owner)) {
+            return;
+        }
+        for (QString & target : key.targetColumns) {
+            target = foldedName(at.known, target) == foldedName(at.known, from) ? to.name : target;
+        }
+    };
+    for (const table * other : referrers) {
+        at.change(*other, [&](table & changed) {
+            std::for_each(changed.foreignKeys.begin(), changed.foreignKeys.end(), follow);
+        });
+    }
+    at.change(owner, [&](table & changed) { renameIn(changed, from, to); });
+}
+
+struct renamed_column
+{
+    const table * owner = nullptr;
+    const column * old = nullptr;
+    QString to;
+};
+
+// What renaming and changing a column have in common.
+refusal findRenamed(const state & at, const identifier & tableName, const identifier & from,
+                    const identifier & to, const QString & type, losses & lost, renamed_column & found)
+{
+    name_reader names(at.known, lost);
+    const QString on = names.table(tableName);
+    const QString old = names.other(from);
+    found.to = names.other(to);
+    refusal why = names.why();
+    found.owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
+    if (found.owner == nullptr) {
+        return why;
+    }
+    if (isSystemColumn(at.known, old)) {
+        return {refusal_cause::system_column_changed, columnObject(on, old), false};
+    }
+    if (const refusal_cause cause = refusalOf(at.known, type);
+        !type.isEmpty() && cause != refusal_cause::none) {
+        return {cause, columnObject(on, found.to), false};
+    }
+    found.old = at.findColumn(*found.owner, old);
+    if (found.old == nullptr) {
+        return {refusal_cause::changed_column_missing, columnObject(on, old), false};
+    }
+    if (isSystemColumn(at.known, found.to)) {
+        return {refusal_cause::system_column_added, columnObject(on, found.to), false};
+    }
+    const column * const there = at.findColumn(*found.owner, found.to);
+    const bool isItself = there == found.old && at.known.changes.columnRenamedToItself.value;
+    return there != nullptr && !isItself
+               ? refusal{refusal_cause::column_exists, columnObject(on, found.to), false}
+               : refusal();
+}
+
+refusal changingRefusal(const state & at, const renamed_column & found, const column & to)
+{
+    const table & owner = *found.owner;
+    const QString object = columnObject(owner.name, found.old->name);
+    const bool isOtherType = partsOf(to.type).word != partsOf(found.old->type).word;
+    const foreign_key * key = keyFrom(owner, found.old->name);
+    key = key == nullptr ? keyTo(at, owner, found.old->name) : key;
+    if (key != nullptr && (isOtherType || at.isCopied(owner))) {
+        return {refusal_cause::copy_needed, foreignKeyObject(key->name), false};
+    }
+    if (isInKey(owner, found.old->name) && isLarge(at.known, to.type)) {
+        const auto part = std::find_if(owner.key->parts.begin(), owner.key->parts.end(),
+                                       [&](const key_part & each) { return each.column == found.old->name; });
+        if (part->prefix == 0) {
+            return {refusal_cause::text_key_without_prefix, object, false};
+        }
+    }
+    if (at.rowsOf(owner) == 0) {
+        return {};
+    }
+    if (isOtherType) {
+        const bool wasText = isLarge(at.known, found.old->type);
+        return {wasText ? refusal_cause::values_converted : refusal_cause::values_lost, object, true};
+    }
+    return to.notNull && !found.old->notNull ? refusal{refusal_cause::nulls_lost, object, true} : refusal();
+}
+
+void fitPrefixes(table & owner, const column & old, const column & to)
+{
+    const QString was = partsOf(old.type).word;
+    const QString is = partsOf(to.type).word;
+    for (index & each : owner.indexes) {
+        for (key_part & part : each.parts) {
+            if (part.column != to.name) {
+                continue;
+            }
+            if (is != QLatin1String("TEXT") && is != QLatin1String("VARCHAR")) {
+                part.prefix = 0;
+            } else if (is == QLatin1String("TEXT") && was == QLatin1String("VARCHAR") && !each.unique) {
+                part.prefix = partsOf(old.type).length();
+            }
+        }
+    }
+}
+
+} // namespace
+
+refusal apply(state & at, const add_column & asked, losses & lost)
+{
+    name_reader names(at.known, lost);
+    const QString name = names.other(asked.definition.name);
+    const QString on = names.table(asked.table);
+    refusal why = names.why();
+    const table * const owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
+    if (owner == nullptr) {
+        return why;
+    }
+    if (asked.ifNotExists && at.findColumn(*owner, name) != nullptr) {
+        return {};
+    }
+    if (why = checkColumn(at, *owner, asked.definition, name); why) {
+        return why;
+    }
+    const column made = columnOf(at.known, asked.definition, name);
+    if (why = addingRefusal(at, *owner, asked, made); why) {
+        return why;
+    }
+    if (at.rowsOf(*owner) > 0 && made.notNull && at.known.changes.notNullFilled.value) {
+        lost.push_back({loss_kind::filled, columnObject(owner->name, name)});
+        at.markFilled(*owner, name);
+    }
+    makeColumn(at, *owner, asked, made);
+    return {};
+}
+
+refusal apply(state & at, const drop_column & asked, losses & lost)
+{
+    name_reader names(at.known, lost);
+    const QString name = names.other(asked.column);
+    const QString on = names.table(asked.table);
+    refusal why = names.why();
+    const table * const owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
+    if (owner == nullptr) {
+        return why;
+    }
+    if (isSystemColumn(at.known, name)) {
+        return {refusal_cause::system_column_changed, columnObject(on, name), false};
+    }
+    const column * const found = at.findColumn(*owner, name);
+    if (found == nullptr) {
+        return asked.ifExists ? refusal()
+                              : refusal{refusal_cause::dropped_column_missing, columnObject(on, name), false};
+    }
+    if (why = droppingRefusal(at, *owner, found->name); why) {
+        return why;
+    }
+    lost.push_back({loss_kind::values, columnObject(owner->name, found->name)});
+    if (isInKey(*owner, found->name)) {
+        lost.push_back({loss_kind::key, tableObject(owner->name)});
+    }
+    const QString gone = found->name;
+    at.change(*owner, [&](table & changed) {
+        takeColumn(changed, gone, at.known.changes.columnTakesItsObjects.value);
+    });
+    return {};
+}
+
+refusal apply(state & at, const rename_column & asked, losses & lost)
+{
+    renamed_column found;
+    if (const refusal why = findRenamed(at, asked.table, asked.from, asked.to, {}, lost, found); why) {
+        return why;
+    }
+    const column old = *found.old;
+    column to = old;
+    to.name = found.to;
+    renameColumn(at, *found.owner, old.name, to);
+    return {};
+}
+
+refusal apply(state & at, const change_column & asked, losses & lost)
+{
+    renamed_column found;
+    const column_definition & definition = asked.definition;
+    refusal why = findRenamed(at, asked.table, asked.from, definition.name, definition.type, lost, found);
+    if (why) {
+        return why;
+    }
+    const column old = *found.old;
+    const bool isKey = isInKey(*found.owner, old.name);
+    const column to{found.to, definition.type, definition.notNull || isKey, definition.counted};
+    why = changingRefusal(at, found, to);
+    if (why && !why.dependsOnValues) {
+        return why;
+    }
+    const QString object = columnObject(found.owner->name, to.name);
+    if (old.counted && !to.counted) {
+        lost.push_back({loss_kind::counter, object});
+    }
+    if (old.notNull && !to.notNull) {
+        lost.push_back({loss_kind::not_null, object});
+    }
+    const QString on = found.owner->name;
+    renameColumn(at, *found.owner, old.name, to);
+    at.change(*at.find(on), [&](table & changed) { fitPrefixes(changed, old, to); });
+    return why;
+}
+
+} // namespace database

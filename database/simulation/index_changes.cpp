@@ -1,0 +1,174 @@
+#include "database/simulation/changes.h"
+
+#include "database/facts/known_types.h"
+#include "database/simulation/parts.h"
+
+#include <algorithm>
+
+namespace database {
+
+namespace {
+
+bool isWithoutOrder(const facts & known, const QString & type)
+{
+    const auto words = known.types.withoutOrder.value;
+    return std::find(words.begin(), words.end(), partsOf(type).word) != words.end();
+}
+
+refusal missingColumn(const facts & known, const table & owner, const QString & name)
+{
+    const bool isSystem = isSystemColumn(known, name);
+    return {isSystem ? refusal_cause::system_column_indexed : refusal_cause::key_column_missing,
+            columnObject(owner.name, name), false};
+}
+
+// How much of the column is kept: what is asked for, or what the longest key has room for.
+int prefixOf(const facts & known, const column & of, int asked)
+{
+    if (asked > 0 || !isHashed(known, of.type)) {
+        return keptPrefix(of.type, asked);
+    }
+    const bool isBytes = partsOf(of.type).word.contains(QLatin1String("BLOB"));
+    return isBytes ? known.keys.longest.value : known.keys.longestHashFree.value;
+}
+
+refusal makeParts(const state & at, const table & owner, const create_index & asked, losses & lost,
+                  index & made)
+{
+    for (const named_part & part : asked.parts) {
+        name_reader names(at.known, lost);
+        const QString name = names.other(part.column);
+        const column * const of = at.findColumn(owner, name);
+        if (names.why() || of == nullptr) {
+            return names.why() ? names.why() : missingColumn(at.known, owner, name);
+        }
+        const QString object = columnObject(owner.name, of->name);
+        if (part.prefix > 0 && !at.known.keys.prefixes.value) {
+            return {refusal_cause::syntax, object, false};
+        }
+        if (part.prefix > 0 && !takesPrefix(at.known, of->type, part.prefix)) {
+            return {refusal_cause::prefix_not_possible, object, false};
+        }
+        made.parts.push_back({of->name, asked.unique ? part.prefix : prefixOf(at.known, *of, part.prefix)});
+        if (part.prefix == 0 && made.parts.back().prefix > 0) {
+            lost.push_back({loss_kind::index_cut, indexObject(made.name)});
+        }
+    }
+    return {};
+}
+
+refusal typeRefusal(const state & at, const table & owner, const index & made)
+{
+    for (const key_part & part : made.parts) {
+        if (isWithoutOrder(at.known, at.findColumn(owner, part.column)->type)) {
+            return {refusal_cause::type_not_indexable, columnObject(owner.name, part.column), false};
+        }
+    }
+    return {};
+}
+
+bool mayHoldLongValues(const state & at, const table & owner, const index & made)
+{
+    return !at.known.changes.longValuesInIndex.value && at.rowsOf(owner) > 0 &&
+           std::any_of(made.parts.begin(), made.parts.end(), [&](const key_part & part) {
+               return isLarge(at.known, at.findColumn(owner, part.column)->type);
+           });
+}
+
+// Whether a foreign key, of the table or to it, could do without the index.
+bool isNeeded(const state & at, const table & owner, const index & asked)
+{
+    const QString first = asked.parts.front().column;
+    const bool hasOther = (owner.key && owner.key->parts.front().column == first) ||
+                          std::any_of(owner.indexes.begin(), owner.indexes.end(), [&](const index & each) {
+                              return each.name != asked.name && each.parts.front().column == first;
+                          });
+    if (hasOther) {
+        return false;
+    }
+    const bool isFrom = std::any_of(owner.foreignKeys.begin(), owner.foreignKeys.end(),
+                                    [&](const foreign_key & key) { return key.columns.front() == first; });
+    const auto referrers = at.referrersOf(owner);
+    return isFrom || std::any_of(referrers.begin(), referrers.end(), [&](const table * other) {
+               return std::any_of(
+                   other->foreignKeys.begin(), other->foreignKeys.end(), [&](const foreign_key & key) {
+                       return at.refersTo(key, owner) &&
+                              foldedName(at.known, key.targetColumns.front()) == foldedName(at.known, first);
+                   });
+           });
+}
+
+} // namespace
+
+refusal apply(state & at, const create_index & asked, losses & lost)
+{
+    name_reader names(at.known, lost);
+    index made;
+    made.unique = asked.unique;
+    made.name = names.other(asked.index);
+    const QString on = names.table(asked.table);
+    for (const named_part & part : asked.parts) {
+        names.other(part.column);
+    }
+    refusal why = names.why();
+    if (!why && asked.parts.empty()) {
+        why = {refusal_cause::syntax, indexObject(made.name), false};
+    }
+    const table * const owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
+    if (owner == nullptr) {
+        return why;
+    }
+    if (why = makeParts(at, *owner, asked, lost, made); why) {
+        return why;
+    }
+    if (at.isIndexNameTaken(*owner, made.name)) {
+        return asked.ifNotExists ? refusal()
+                                 : refusal{refusal_cause::index_exists, indexObject(made.name), false};
+    }
+    if (why = typeRefusal(at, *owner, made); why) {
+        return why;
+    }
+    const int most = at.known.keys.mostIndexes.value;
+    if (most > 0 && static_cast<int>(owner->indexes.size()) + (owner->key ? 1 : 0) >= most) {
+        return {refusal_cause::too_many_indexes, tableObject(owner->name), false};
+    }
+    const bool isMaybeRefused = mayHoldLongValues(at, *owner, made);
+    at.change(*owner, [&](table & changed) {
+        std::erase_if(changed.indexes, [&](const index & each) {
+            return each.madeByForeignKey && columnsOf(each.parts) == columnsOf(made.parts);
+        });
+        changed.indexes.push_back(made);
+    });
+    return isMaybeRefused ? refusal{refusal_cause::value_too_long_for_index, indexObject(made.name), true}
+                          : refusal();
+}
+
+refusal apply(state & at, const drop_index & asked, losses & lost)
+{
+    name_reader names(at.known, lost);
+    const QString name = names.other(asked.index);
+    const QString on = asked.table ? names.table(*asked.table) : QString();
+    refusal why = names.why();
+    if (why) {
+        return why;
+    }
+    const table * const owner =
+        asked.table ? at.need(on, refusal_cause::table_missing, why) : at.ownerOfIndex(name);
+    if (why) {
+        return why;
+    }
+    const index * const found = owner == nullptr ? nullptr : at.findIndex(*owner, name);
+    if (found == nullptr) {
+        return asked.ifExists ? refusal() : refusal{refusal_cause::index_missing, indexObject(name), false};
+    }
+    if (at.known.foreignKeys.makesIndex.value && isNeeded(at, *owner, *found)) {
+        return {refusal_cause::index_needed, indexObject(found->name), false};
+    }
+    const QString gone = found->name;
+    at.change(*owner, [&](table & changed) {
+        std::erase_if(changed.indexes, [&](const index & each) { return each.name == gone; });
+    });
+    return {};
+}
+
+} // namespace database

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "database/catalogue/catalogue.h"
+#include "database/simulation/verdict.h"
+
+#include <memory>
+
+namespace database {
+
+struct facts;
+struct statement;
+
+/// Runs statements as a database would, without one: a refused statement changes nothing, and what follows is
+/// judged by what is there then.
+class simulation
+{
+public:
+    /// The facts have to outlive it. `begin` is what the database holds before the first statement.
+    explicit simulation(const facts & known, catalogue begin = {});
+    ~simulation();
+    simulation(const simulation &) = delete;
+    simulation & operator=(const simulation &) = delete;
+
+    /// Runs one statement. Statements are numbered from 0 in the order in which they are run.
+    verdict run(const statement & asked);
+
+    /// Puts rows into a table, as a program that uses the database would; tables are empty when they are
+    /// made. A table that is not there, or has more rows already, is left alone.
+    void putRows(const QString & table, int count);
+    /// Puts one row into each table that has none.
+    void putRowIntoEach();
+
+    /// What the database holds now, in its normal form.
+    [[nodiscard]] catalogue held() const;
+
+private:
+    class memory;
+    std::unique_ptr<memory> m_memory;
+};
+
+} // namespace database

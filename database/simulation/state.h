@@ -1,0 +1,81 @@
+#pragma once
+
+#include "database/catalogue/catalogue.h"
+#include "database/facts/names.h"
+#include "database/simulation/refusal.h"
+
+#include <QHash>
+#include <QSet>
+
+#include <functional>
+#include <set>
+
+namespace database {
+
+[[nodiscard]] QString tableObject(const QString & table);
+[[nodiscard]] QString columnObject(const QString & table, const QString & column);
+[[nodiscard]] QString indexObject(const QString & name);
+[[nodiscard]] QString foreignKeyObject(const QString & name);
+
+/// A catalogue under the rules of one database, with what finds things in it without a walk over all tables.
+class state
+{
+public:
+    state(const facts & rules, catalogue begin);
+
+    const facts & known; ///< what the database is
+
+    [[nodiscard]] const catalogue & held() const { return m_held; }
+
+    /// The table of that name, as stored; none when there is no such table.
+    [[nodiscard]] const table * find(const QString & name) const;
+    /// The table for a statement that needs it. What is refused when it is missing is told in `why`.
+    [[nodiscard]] const table * need(const QString & name, refusal_cause ifMissing, refusal & why) const;
+    [[nodiscard]] const column * findColumn(const table & owner, const QString & name) const;
+    [[nodiscard]] const index * findIndex(const table & owner, const QString & name) const;
+    /// The table that an index belongs to, of a database where its name is enough.
+    [[nodiscard]] const table * ownerOfIndex(const QString & name) const;
+    /// Those that have a foreign key to the table, the table itself included.
+    [[nodiscard]] std::vector<const table *> referrersOf(const table & target) const;
+    [[nodiscard]] bool refersTo(const foreign_key & key, const table & target) const;
+    [[nodiscard]] bool hasForeignKey(const QString & name) const;
+
+    /// Whether a table, or what shares the space of its names, has the name.
+    [[nodiscard]] bool isTaken(const QString & name) const;
+    [[nodiscard]] bool isIndexNameTaken(const table & owner, const QString & name) const;
+    /// The name, with a number after it when it is taken, here or in `also`.
+    [[nodiscard]] QString freeName(const QString & name, const QSet<QString> & also = {}) const;
+    /// A table with an index that is kept as a hash is copied by every change.
+    [[nodiscard]] bool isCopied(const table & owner) const;
+
+    [[nodiscard]] int rowsOf(const table & owner) const;
+    void setRows(const QString & name, int count);
+
+    void add(table made, int rows);
+    void remove(const table & gone);
+    /// Changes a table, its name included; what finds things follows.
+    void change(const table & owner, const std::function<void(table &)> & how);
+    void addSequence(const sequence & made);
+    /// Renames what is no table but shares the space of names. False when there is no such thing.
+    bool renameRelation(const QString & from, const QString & to);
+
+    /// Remembers that rows have a value in the column that nobody gave.
+    void markFilled(const table & owner, const QString & column);
+    [[nodiscard]] bool isFilled(const table & owner, const QString & column) const;
+
+private:
+    [[nodiscard]] QString keyOf(const QString & name) const { return foldedTable(known, name); }
+    [[nodiscard]] std::vector<QString> sharedNamesOf(const table & owner) const;
+    void enter(const table & owner);
+    void leave(const table & owner);
+
+    catalogue m_held;
+    QHash<QString, QString> m_relations;           ///< name to the key of the table that it is of
+    QHash<QString, QString> m_indexes;             ///< the same, of indexes alone
+    QHash<QString, int> m_foreignKeys;             ///< how often a name is there
+    QHash<QString, std::set<QString>> m_referrers; ///< key of a table to those that refer to it
+    QHash<QString, int> m_rows;
+    QSet<QString> m_filled;
+};
+
+} // namespace database

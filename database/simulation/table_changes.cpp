@@ -1,0 +1,355 @@
+#include "database/simulation/changes.h"
+
+#include "database/facts/known_types.h"
+#include "database/simulation/parts.h"
+
+#include <QStringBuilder>
+
+#include <algorithm>
+
+namespace database {
+
+namespace {
+
+/// A table while it is being made.
+class new_table
+{
+public:
+    new_table(state & at, const create_table & asked, losses & lost) : m_at(at), m_asked(asked), m_lost(lost)
+    {
+    }
+
+    refusal make()
+    {
+        if (const refusal why = readNames(); why) {
+            return why;
+        }
+        const bool isTaken = m_at.isTaken(m_made.name);
+        const bool sequencesFirst = m_at.known.changes.sequencesNamedFirst.value;
+        const refusal taken = {refusal_cause::relation_exists, tableObject(m_made.name), false};
+        if (isTaken && (!sequencesFirst || m_asked.ifNotExists)) {
+            return m_asked.ifNotExists ? refusal() : taken;
+        }
+        for (const auto step : {&new_table::nameSequences, &new_table::makeColumns}) {
+            if (const refusal why = (this->*step)(); why) {
+                return why;
+            }
+        }
+        if (isTaken) {
+            return taken;
+        }
+        for (const auto step : {&new_table::makeKey, &new_table::checkSizes, &new_table::makeReferences}) {
+            if (const refusal why = (this->*step)(); why) {
+                return why;
+            }
+        }
+        finish();
+        return {};
+    }
+
+private:
+    // What cannot be read is refused before anything else is looked at.
+    refusal readNames()
+    {
+        name_reader names(m_at.known, m_lost);
+        const QString name = names.table(m_asked.table);
+        const refusal ofTable = names.why();
+        const bool isSchema = ofTable.cause == refusal_cause::schema_missing;
+        if (ofTable && !isSchema) {
+            return ofTable;
+        }
+        if (m_asked.columns.empty() && !m_at.known.changes.emptyTables.value) {
+            return {refusal_cause::syntax, tableObject(name), false};
+        }
+        m_made.name = name;
+        m_columns = writtenColumns();
+        name_reader others(m_at.known, m_lost);
+        for (const column_definition & each : m_columns) {
+            m_names += others.other(each.name);
+            if (!others.why() && refusalOf(m_at.known, each.type) == refusal_cause::syntax) {
+                return {refusal_cause::syntax, columnObject(name, m_names.back()), false};
+            }
+        }
+        return others.why() ? others.why() : (isSchema ? ofTable : refusal());
+    }
+
+    std::vector<column_definition> writtenColumns()
+    {
+        std::vector<column_definition> columns = m_asked.columns;
+        const bool isLast = columns.size() > 1 && !m_asked.key && m_asked.references.empty();
+        if (!isLast || !m_at.known.names.bareConstraintIsNoColumn.value) {
+            return columns;
+        }
+        const column_definition & last = columns.back();
+        const column_definition bare{
+            {QStringLiteral("constraint"), {}}, last.type, false, false, false, false};
+        if (last == bare && !last.type.contains(u'(') && !last.type.contains(u' ')) {
+            m_lost.push_back({loss_kind::column_not_made, columnObject(m_made.name, last.name.text)});
+            columns.pop_back();
+        }
+        return columns;
+    }
+
+    refusal nameSequences()
+    {
+        if (!m_at.known.scopes.namesKeysAndSequences.value) {
+            return {};
+        }
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            const QString column = m_names.at(static_cast<qsizetype>(i));
+            if (!countsByType(m_at.known, m_columns[i])) {
+                continue;
+            }
+            const QString name =
+                m_at.freeName(impliedName(m_at.known, m_made.name, column, QLatin1String("seq")));
+            if (m_taken.contains(name)) {
+                return {refusal_cause::relation_exists, u"sequence " % name, false};
+            }
+            m_taken.insert(name);
+            m_made.sequences.push_back({name, column});
+        }
+        return {};
+    }
+
+    refusal makeColumns()
+    {
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            const QString & name = m_names.at(static_cast<qsizetype>(i));
+            if (const refusal why = checkColumn(m_at, m_made, m_columns[i], name); why) {
+                return why;
+            }
+            m_made.columns.push_back(columnOf(m_at.known, m_columns[i], name));
+            if (m_columns[i].primaryKey) {
+                m_made.key = primary_key{{}, {{name, 0}}};
+            }
+        }
+        const auto counted = std::count_if(m_made.columns.begin(), m_made.columns.end(),
+                                           [](const column & each) { return each.counted; });
+        const bool isTooMany = m_at.known.types.onlyOneCounted.value && counted > 1;
+        return isTooMany ? refusal{refusal_cause::several_counted, tableObject(m_made.name), false}
+                         : refusal();
+    }
+
+    refusal makeKey()
+    {
+        if (!m_asked.key) {
+            return {};
+        }
+        if (m_asked.key->parts.empty()) {
+            return {refusal_cause::syntax, tableObject(m_made.name), false};
+        }
+        name_reader names(m_at.known, m_lost);
+        m_made.key = primary_key{};
+        int bytes = 0;
+        for (const named_part & part : m_asked.key->parts) {
+            const QString name = names.other(part.column);
+            const column * const of = m_at.findColumn(m_made, name);
+            if (names.why() || of == nullptr) {
+                return names.why() ? names.why()
+                                   : refusal{refusal_cause::key_column_missing,
+                                             columnObject(m_made.name, name), false};
+            }
+            if (const refusal why = checkPart(*of, part.prefix); why) {
+                return why;
+            }
+            m_made.key->parts.push_back({of->name, keptPrefix(of->type, part.prefix)});
+            bytes += bytesOf(*of, part.prefix);
+        }
+        const int longest = m_at.known.keys.longest.value;
+        const bool isTooLong = longest > 0 && bytes > longest;
+        return isTooLong ? refusal{refusal_cause::key_too_long, tableObject(m_made.name), false} : refusal();
+    }
+
+    [[nodiscard]] refusal checkPart(const column & of, int prefix) const
+    {
+        if (!m_at.known.keys.prefixes.value) {
+            return prefix == 0 ? refusal()
+                               : refusal{refusal_cause::syntax, columnObject(m_made.name, of.name), false};
+        }
+        if (prefix > 0 && !takesPrefix(m_at.known, of.type, prefix)) {
+            return {refusal_cause::prefix_not_possible, columnObject(m_made.name, of.name), false};
+        }
+        const bool isUnbounded = prefix == 0 && isLarge(m_at.known, of.type);
+        return isUnbounded ? refusal{refusal_cause::text_key_without_prefix,
+                                     columnObject(m_made.name, of.name), false}
+                           : refusal();
+    }
+
+    [[nodiscard]] int bytesOf(const column & of, int prefix) const
+    {
+        const declared_type type = partsOf(of.type);
+        const bool isText = type.word == QLatin1String("VARCHAR") || type.word == QLatin1String("CHAR");
+        const int characters = prefix > 0 ? prefix : (isText ? type.length() : 0);
+        constexpr int OfANumber = 4;
+        return characters > 0 ? characters * m_at.known.keys.bytesPerCharacter.value : OfANumber;
+    }
+
+    refusal checkSizes()
+    {
+        const int longest = m_at.known.keys.longestRow.value;
+        constexpr int OfALength = 2;
+        int bytes = 0;
+        for (const column & each : m_made.columns) {
+            const declared_type type = partsOf(each.type);
+            const bool isBounded = type.word == QLatin1String("VARCHAR");
+            bytes += isBounded ? type.length() * m_at.known.keys.bytesPerCharacter.value + OfALength : 0;
+        }
+        const bool isTooLong = longest > 0 && bytes > longest;
+        return isTooLong ? refusal{refusal_cause::row_too_long, tableObject(m_made.name), false} : refusal();
+    }
+
+    refusal makeReferences()
+    {
+        for (const reference_definition & each : m_asked.references) {
+            name_reader names(m_at.known, m_lost);
+            foreign_key made;
+            made.columns = names.others(each.columns);
+            made.target = names.table(each.target);
+            made.targetColumns = names.others(each.targetColumns);
+            if (names.why() || made.columns.isEmpty() || made.targetColumns.isEmpty()) {
+                return names.why() ? names.why()
+                                   : refusal{refusal_cause::syntax, tableObject(m_made.name), false};
+            }
+            for (QString & column : made.columns) {
+                const class column * const own = m_at.findColumn(m_made, column);
+                if (own == nullptr) {
+                    return {refusal_cause::key_column_missing, columnObject(m_made.name, column), false};
+                }
+                column = own->name;
+            }
+            m_made.foreignKeys.push_back(made);
+        }
+        return {};
+    }
+
+    void finish()
+    {
+        for (column & each : m_made.columns) {
+            const bool isInKey = m_made.key && columnsOf(m_made.key->parts).contains(each.name);
+            each.notNull = each.notNull || (isInKey && !m_at.known.keys.nullable.value);
+        }
+        m_taken.insert(m_made.name);
+        if (m_made.key && m_at.known.scopes.namesKeysAndSequences.value) {
+            const QString implied = impliedName(m_at.known, m_made.name, {}, QLatin1String("pkey"));
+            m_made.key->name = m_at.freeName(implied, m_taken);
+            m_taken.insert(m_made.key->name);
+        }
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            if (m_columns[i].unique) {
+                m_made.indexes.push_back(
+                    uniqueIndex(m_at, m_made, m_names.at(static_cast<qsizetype>(i)), m_taken));
+                m_taken.insert(m_made.indexes.back().name);
+            }
+        }
+        m_at.add(std::move(m_made), 0);
+    }
+
+    state & m_at;
+    const create_table & m_asked;
+    losses & m_lost;
+    std::vector<column_definition> m_columns;
+    QStringList m_names;   ///< of these, as they are stored
+    QSet<QString> m_taken; ///< names that were made up for the table so far
+    table m_made;
+};
+
+} // namespace
+
+refusal apply(state & at, const create_table & asked, losses & lost)
+{
+    return new_table(at, asked, lost).make();
+}
+
+refusal apply(state & at, const drop_table & asked, losses & lost)
+{
+    name_reader names(at.known, lost);
+    const QString name = names.table(asked.table);
+    refusal why = names.why();
+    const table * const gone = why ? nullptr : at.need(name, refusal_cause::dropped_table_missing, why);
+    if (gone == nullptr) {
+        return asked.ifExists && why.cause == refusal_cause::dropped_table_missing ? refusal() : why;
+    }
+    bool hasRows = false;
+    for (const table * other : at.referrersOf(*gone)) {
+        if (other == gone) {
+            continue;
+        }
+        if (at.known.foreignKeys.keepsTarget.value) {
+            const auto key = std::find_if(other->foreignKeys.begin(), other->foreignKeys.end(),
+                                          [&](const foreign_key & each) { return at.refersTo(each, *gone); });
+            return {refusal_cause::table_referred_to, foreignKeyObject(key->name), false};
+        }
+        hasRows = hasRows || at.rowsOf(*other) > 0;
+    }
+    lost.push_back({loss_kind::rows, tableObject(gone->name)});
+    at.remove(*gone);
+    return hasRows ? refusal{refusal_cause::rows_referred_to, tableObject(name), true} : refusal();
+}
+
+refusal apply(state & at, const rename_table & asked, losses & lost)
+{
+    name_reader names(at.known, lost);
+    const QString to = names.newTable(asked.to);
+    const QString from = names.table(asked.from);
+    refusal why = names.why();
+    if (why) {
+        return why;
+    }
+    if (at.known.changes.renamesAnyRelation.value && at.find(from) == nullptr && !at.isTaken(to) &&
+        at.renameRelation(from, to)) {
+        lost.push_back({loss_kind::other_renamed, from});
+        return {};
+    }
+    const table * const renamed = at.need(from, refusal_cause::table_missing, why);
+    if (renamed == nullptr) {
+        return why;
+    }
+    if (at.isTaken(to)) {
+        return {refusal_cause::relation_exists, tableObject(to), false};
+    }
+    const auto follow = [&](foreign_key & key) { key.target = at.refersTo(key, *renamed) ? to : key.target; };
+    for (const table * other : at.referrersOf(*renamed)) {
+        if (other != renamed) {
+            at.change(*other, [&](table & owner) {
+                std::for_each(owner.foreignKeys.begin(), owner.foreignKeys.end(), follow);
+            });
+        }
+    }
+    at.change(*renamed, [&](table & owner) {
+        std::for_each(owner.foreignKeys.begin(), owner.foreignKeys.end(), follow);
+        owner.name = to;
+    });
+    return {};
+}
+
+refusal apply(state & at, const create_sequence & asked, losses & lost)
+{
+    name_reader names(at.known, lost);
+    const QString name = names.other(asked.sequence);
+    if (names.why()) {
+        return names.why();
+    }
+    if (at.isTaken(name)) {
+        return {refusal_cause::relation_exists, u"sequence " % name, false};
+    }
+    at.addSequence({name, {}});
+    return {};
+}
+
+refusal apply(state & at, const create_trigger & asked, losses & lost)
+{
+    name_reader names(at.known, lost);
+    const QString name = names.other(asked.trigger);
+    const QString on = names.table(asked.table);
+    refusal why = names.why();
+    const table * const owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
+    if (owner != nullptr) {
+        at.change(*owner, [&](table & changed) {
+            std::erase_if(changed.triggers, [&](const trigger & each) { return each.name == name; });
+            changed.triggers.push_back({name});
+        });
+    }
+    return why;
+}
+
+} // namespace database

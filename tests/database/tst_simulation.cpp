@@ -1,0 +1,319 @@
+#include "database/facts/facts.h"
+#include "database/simulation/simulation.h"
+#include "database/statement/reader.h"
+
+#include <QTest>
+
+using namespace database;
+
+namespace {
+
+/// A database that statements are run on, with the verdict of each.
+class script
+{
+public:
+    explicit script(QStringView database, const catalogue & begin = {})
+        : m_simulation(*factsOf(database), begin)
+    {
+    }
+
+    /// Runs the statements of the text and gives the verdict of the last.
+    verdict run(const QString & text)
+    {
+        verdict last;
+        for (const statement & each : readStatements(text)) {
+            last = m_simulation.run(each);
+        }
+        return last;
+    }
+    /// The code of the last statement's refusal; "done" when it is not refused.
+    QString code(const QString & text)
+    {
+        const verdict said = run(text);
+        return said.what == outcome::done ? QString("done") : QString(said.code);
+    }
+    QStringList lines() { return linesOf(m_simulation.held()); }
+    simulation & database() { return m_simulation; }
+
+private:
+    simulation m_simulation;
+};
+
+} // namespace
+
+class tst_simulation : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aRefusedStatementChangesNothing()
+    {
+        script mysql(u"mysql");
+        mysql.run("CREATE TABLE `a` (`id` INTEGER NOT NULL AUTO_INCREMENT, `x` TEXT, PRIMARY KEY (`id`))");
+        const QStringList before = mysql.lines();
+        QCOMPARE(before, (QStringList{"column a.id int(11) NOT NULL counted", "column a.x text", "key a (id)",
+                                      "table a"}));
+        for (const char * text :
+             {"CREATE TABLE `a` (`y` INTEGER)", "ALTER TABLE `a` ADD COLUMN `X` INTEGER",
+              "ALTER TABLE `a` CHANGE `x` `id` TEXT", "CREATE INDEX i ON `a` (`y`)", "DROP INDEX i ON `a`",
+              "ALTER TABLE `a` DROP COLUMN `y`", "RENAME TABLE `b` TO `c`", "RENAME TABLE `a` TO `a`",
+              "ALTER TABLE `a` ADD CONSTRAINT f FOREIGN KEY (`x`) REFERENCES `a` (`id`)",
+              "ALTER TABLE `a` DROP CONSTRAINT f", "CREATE TABLE `b` (`x` BYTEA)", "DROP TABLE `b`"}) {
+            QVERIFY2(mysql.run(text).what == outcome::refused, text);
+            QCOMPARE(mysql.lines(), before);
+        }
+    }
+    void aConsequenceNamesTheEarlierRefusal()
+    {
+        script sqlite(u"sqlite");
+        sqlite.run("CREATE TABLE a (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT)"); // 0
+        const verdict unique = sqlite.run("ALTER TABLE a ADD COLUMN x TEXT UNIQUE");  // 1
+        QCOMPARE(unique.cause, refusal_cause::unique_added);
+        QCOMPARE(unique.consequenceOf, -1);
+        const verdict indexed = sqlite.run("CREATE INDEX idx_a_x ON a (x)"); // 2
+        QCOMPARE(indexed.cause, refusal_cause::key_column_missing);
+        QCOMPARE(indexed.consequenceOf, 1);
+        QCOMPARE(sqlite.run("DROP INDEX idx_a_x").consequenceOf, 2);
+        QCOMPARE(sqlite.run("CREATE INDEX idx_a_y ON a (y)").consequenceOf, -1);
+    }
+    void aNameThatWasNotFreedIsAConsequence()
+    {
+        script postgresql(u"postgresql");
+        postgresql.run("CREATE TABLE a (id BIGSERIAL NOT NULL PRIMARY KEY); CREATE TABLE b (a_id INTEGER);"
+                       "ALTER TABLE b ADD CONSTRAINT fk FOREIGN KEY (a_id) REFERENCES a (id)"); // 0 to 2
+        QCOMPARE(postgresql.run("DROP TABLE a").cause, refusal_cause::table_referred_to);       // 3
+        const verdict again = postgresql.run("CREATE TABLE a (id BIGSERIAL NOT NULL PRIMARY KEY)");
+        QCOMPARE(again.code, QLatin1String("42P07"));
+        QCOMPARE(again.consequenceOf, 3);
+        QCOMPARE(again.object, QString("table a"));
+    }
+    void whatIsUnknownIsNotJudged()
+    {
+        script sqlite(u"sqlite");
+        QCOMPARE(sqlite.run("CREATE VIEW v AS SELECT 1").what, outcome::not_judged);
+        QCOMPARE(sqlite.lines(), QStringList());
+        QCOMPARE(sqlite.run("CREATE TABLE v (x INTEGER)").what, outcome::done);
+    }
+    void ifExistsIsNoRefusal()
+    {
+        script postgresql(u"postgresql");
+        QCOMPARE(postgresql.code("DROP TABLE a"), QString("42P01"));
+        QCOMPARE(postgresql.code("DROP TABLE IF EXISTS a"), QString("done"));
+        postgresql.run("CREATE TABLE a (x INTEGER)");
+        QCOMPARE(postgresql.code("CREATE TABLE IF NOT EXISTS a (y INTEGER)"), QString("done"));
+        QCOMPARE(postgresql.code("ALTER TABLE a DROP COLUMN IF EXISTS y"), QString("done"));
+        QCOMPARE(postgresql.code("ALTER TABLE a ADD COLUMN IF NOT EXISTS x TEXT"), QString("done"));
+        QCOMPARE(postgresql.code("DROP INDEX IF EXISTS i"), QString("done"));
+        QCOMPARE(postgresql.code("ALTER TABLE a DROP CONSTRAINT IF EXISTS f"), QString("done"));
+        QCOMPARE(postgresql.code("ALTER TABLE IF EXISTS a DROP COLUMN x"), QString());
+        QCOMPARE(postgresql.lines(), (QStringList{"column a.x integer", "table a"}));
+    }
+    void quotedNamesKeepTheirCase()
+    {
+        script postgresql(u"postgresql");
+        postgresql.run("CREATE TABLE \"Order\" (\"Select\" INTEGER)");
+        QCOMPARE(postgresql.lines(), (QStringList{"column Order.Select integer", "table Order"}));
+        QCOMPARE(postgresql.code("DROP TABLE Order"), QString("42601"));
+        QCOMPARE(postgresql.code("DROP TABLE \"order\""), QString("42P01"));
+        QCOMPARE(postgresql.code("DROP TABLE \"Order\""), QString("done"));
+    }
+    void namesThatAreCutAreTold()
+    {
+        script postgresql(u"postgresql");
+        const QString longName(70, u'a');
+        const verdict said = postgresql.run("CREATE TABLE " + longName + " (x INTEGER)");
+        QCOMPARE(said.what, outcome::done);
+        QCOMPARE(said.losses, (std::vector<loss>{{loss_kind::name_cut, longName}}));
+        QCOMPARE(postgresql.lines().last(), "table " + QString(63, u'a'));
+    }
+    void losses()
+    {
+        script mysql(u"mysql");
+        mysql.run("CREATE TABLE `a` (`id` INTEGER NOT NULL AUTO_INCREMENT, `x` INTEGER NOT NULL, PRIMARY KEY "
+                  "(`id`))");
+        QCOMPARE(mysql.run("ALTER TABLE `a` CHANGE `id` `nr` INTEGER NOT NULL").losses,
+                 (std::vector<loss>{{loss_kind::counter, "column a.nr"}}));
+        QCOMPARE(mysql.run("ALTER TABLE `a` CHANGE `x` `y` INTEGER").losses,
+                 (std::vector<loss>{{loss_kind::not_null, "column a.y"}}));
+        QCOMPARE(mysql.run("ALTER TABLE `a` DROP COLUMN `nr`").losses,
+                 (std::vector<loss>{{loss_kind::values, "column a.nr"}, {loss_kind::key, "table a"}}));
+        QCOMPARE(mysql.run("DROP TABLE `a`").losses, (std::vector<loss>{{loss_kind::rows, "table a"}}));
+    }
+    void aColumnNamedConstraintIsNotMadeOnSqlite()
+    {
+        script sqlite(u"sqlite");
+        const verdict said = sqlite.run("CREATE TABLE a (x INTEGER, constraint TEXT)");
+        QCOMPARE(said.what, outcome::done);
+        QCOMPARE(said.losses, (std::vector<loss>{{loss_kind::column_not_made, "column a.constraint"}}));
+        QCOMPARE(sqlite.lines(), (QStringList{"column a.x INTEGER", "table a"}));
+        QCOMPARE(sqlite.code("CREATE TABLE b (constraint TEXT, x INTEGER)"), QString("SQLITE_ERROR"));
+    }
+    void rowsDecideWhetherAColumnMayBeAdded()
+    {
+        script postgresql(u"postgresql");
+        postgresql.run("CREATE TABLE a (id BIGSERIAL NOT NULL PRIMARY KEY)");
+        QCOMPARE(postgresql.code("ALTER TABLE a ADD COLUMN x INTEGER NOT NULL"), QString("done"));
+        postgresql.database().putRowIntoEach();
+        const verdict said = postgresql.run("ALTER TABLE a ADD COLUMN y INTEGER NOT NULL");
+        QCOMPARE(said.what, outcome::refused);
+        QCOMPARE(said.code, QLatin1String("23502"));
+        QCOMPARE(postgresql.code("ALTER TABLE a ADD COLUMN z BIGSERIAL"), QString("done"));
+    }
+    void mysqlFillsAColumnWithoutAWord()
+    {
+        script mysql(u"mysql");
+        mysql.run(
+            "CREATE TABLE `b` (`id` INTEGER NOT NULL, PRIMARY KEY (`id`)); CREATE TABLE `a` (`x` INTEGER)");
+        mysql.database().putRows("a", 2);
+        QCOMPARE(mysql.code("ALTER TABLE `a` ADD COLUMN `u` INTEGER NOT NULL UNIQUE"), QString("1062"));
+        QCOMPARE(mysql.run("ALTER TABLE `a` ADD COLUMN `b_id` INTEGER NOT NULL").losses,
+                 (std::vector<loss>{{loss_kind::filled, "column a.b_id"}}));
+        const verdict said =
+            mysql.run("ALTER TABLE `a` ADD CONSTRAINT f FOREIGN KEY (`b_id`) REFERENCES `b` (`id`)");
+        QCOMPARE(said.what, outcome::refused);
+        QCOMPARE(said.code, QLatin1String("1452"));
+    }
+    void valuesDecideWhetherAForeignKeyMayBeAdded()
+    {
+        script postgresql(u"postgresql");
+        postgresql.run("CREATE TABLE a (id INTEGER NOT NULL PRIMARY KEY); CREATE TABLE b (a_id INTEGER)");
+        postgresql.database().putRowIntoEach();
+        const verdict said =
+            postgresql.run("ALTER TABLE b ADD CONSTRAINT f FOREIGN KEY (a_id) REFERENCES a (id)");
+        QCOMPARE(said.what, outcome::maybe_refused);
+        QCOMPARE(said.code, QLatin1String("23503"));
+        QVERIFY(postgresql.lines().contains("foreign b (a_id) -> a (id) f"));
+    }
+    void renamesCarryAlongWhatRefersAndKeepNames()
+    {
+        script postgresql(u"postgresql");
+        postgresql.run("CREATE TABLE a (id BIGSERIAL NOT NULL PRIMARY KEY, x INTEGER UNIQUE);"
+                       "CREATE TABLE b (a_id INTEGER);"
+                       "CREATE INDEX idx_a_x ON a (x);"
+                       "ALTER TABLE b ADD CONSTRAINT fk FOREIGN KEY (a_id) REFERENCES a (id);"
+                       "ALTER TABLE a RENAME TO c;"
+                       "ALTER TABLE c RENAME COLUMN id TO nr;"
+                       "ALTER TABLE c RENAME COLUMN x TO y");
+        QCOMPARE(
+            postgresql.lines(),
+            (QStringList{"column b.a_id integer", "column c.nr bigint NOT NULL counted", "column c.y integer",
+                         "foreign b (a_id) -> c (nr) fk", "index c (y) idx_a_x", "key c (nr) a_pkey",
+                         "sequence a_id_seq", "table b", "table c", "unique c (y) a_x_key"}));
+        // The names left behind are taken, and those that are made up step aside.
+        QCOMPARE(postgresql.code("CREATE TABLE a (id BIGSERIAL NOT NULL PRIMARY KEY)"), QString("done"));
+        QVERIFY(postgresql.lines().contains("sequence a_id_seq1"));
+        QVERIFY(postgresql.lines().contains("key a (id) a_pkey1"));
+        QCOMPARE(postgresql.code("CREATE INDEX idx_a_x ON a (id)"), QString("42P07"));
+        QCOMPARE(postgresql.code("ALTER TABLE b DROP COLUMN a_id; DROP TABLE c"), QString("done"));
+        QCOMPARE(postgresql.code("CREATE INDEX idx_a_x ON a (id)"), QString("done"));
+    }
+    void aSequenceIsRenamedForATable()
+    {
+        script postgresql(u"postgresql");
+        postgresql.run("CREATE TABLE a (id BIGSERIAL NOT NULL PRIMARY KEY)");
+        const verdict said = postgresql.run("ALTER TABLE a_id_seq RENAME TO b");
+        QCOMPARE(said.what, outcome::done);
+        QCOMPARE(said.losses, (std::vector<loss>{{loss_kind::other_renamed, "a_id_seq"}}));
+        QVERIFY(postgresql.lines().contains("sequence b"));
+        QCOMPARE(postgresql.code("DROP TABLE b"), QString("42809"));
+    }
+    void dropConstraintDoesNothingBesideAHash()
+    {
+        script mysql(u"mysql");
+        mysql.run("CREATE TABLE `a` (`id` INTEGER NOT NULL, PRIMARY KEY (`id`));"
+                  "CREATE TABLE `b` (`a_id` INTEGER, `t` TEXT UNIQUE);"
+                  "ALTER TABLE `b` ADD CONSTRAINT f FOREIGN KEY (`a_id`) REFERENCES `a` (`id`)");
+        QCOMPARE(mysql.run("ALTER TABLE `b` DROP CONSTRAINT f").losses,
+                 (std::vector<loss>{{loss_kind::nothing_done, "foreign key f"}}));
+        QVERIFY(mysql.lines().contains("foreign b (a_id) -> a (id) f"));
+        mysql.run("ALTER TABLE `b` DROP FOREIGN KEY f");
+        QVERIFY(!mysql.lines().contains("foreign b (a_id) -> a (id) f"));
+        QVERIFY(mysql.lines().contains("index b (a_id) f"));
+    }
+    void anIndexGivesWayToOneThatIsAskedFor()
+    {
+        script mysql(u"mysql");
+        mysql.run(
+            "CREATE TABLE `a` (`id` INTEGER NOT NULL, PRIMARY KEY (`id`)); CREATE TABLE `b` (`a_id` INTEGER);"
+            "ALTER TABLE `b` ADD CONSTRAINT f FOREIGN KEY (`a_id`) REFERENCES `a` (`id`);"
+            "CREATE INDEX i ON `b` (`a_id`)");
+        QVERIFY(mysql.lines().contains("index b (a_id) i"));
+        QVERIFY(!mysql.lines().contains("index b (a_id) f"));
+        QCOMPARE(mysql.code("DROP INDEX i ON `b`"), QString("1553"));
+    }
+    void indexesLoseADroppedColumn()
+    {
+        script mysql(u"mysql");
+        mysql.run("CREATE TABLE `a` (`x` INTEGER, `y` INTEGER); CREATE INDEX i ON `a` (`x`, `y`);"
+                  "CREATE INDEX j ON `a` (`x`); ALTER TABLE `a` DROP COLUMN `x`");
+        QCOMPARE(mysql.lines(), (QStringList{"column a.y int(11)", "index a (y) i", "table a"}));
+        script postgresql(u"postgresql");
+        postgresql.run("CREATE TABLE a (x INTEGER, y INTEGER); CREATE INDEX i ON a (x, y);"
+                       "ALTER TABLE a DROP COLUMN x");
+        QCOMPARE(postgresql.lines(), (QStringList{"column a.y integer", "table a"}));
+    }
+    void emptyListsAreSyntaxErrors()
+    {
+        script mysql(u"mysql");
+        mysql.run("CREATE TABLE `a` (`x` INTEGER)");
+        QCOMPARE(mysql.code("CREATE INDEX i ON `a` ()"), QString("1064"));
+        QCOMPARE(mysql.code("CREATE TABLE `b` (`x` INTEGER, PRIMARY KEY ())"), QString("1064"));
+        QCOMPARE(mysql.code("CREATE TABLE `b` (`x` INTEGER, FOREIGN KEY () REFERENCES `a` (`x`))"),
+                 QString("1064"));
+        QCOMPARE(mysql.code("ALTER TABLE `a` ADD CONSTRAINT f FOREIGN KEY () REFERENCES `a` (`x`)"),
+                 QString("1064"));
+    }
+    void aQuotationWithoutEndIsASyntaxError()
+    {
+        script mysql(u"mysql");
+        mysql.run("CREATE TABLE `a` (`x` INTEGER)");
+        QCOMPARE(mysql.code("CREATE TABLE `a` (`x`y` INTEGER)"), QString("4161"));
+        QCOMPARE(mysql.code("CREATE TABLE `a` (`x` INTEGER, `y` TEXT"), QString());
+        QCOMPARE(mysql.code("DROP TABLE `a"), QString("1064"));
+        QCOMPARE(mysql.code("SELECT 'a"), QString("1064"));
+        script sqlite(u"sqlite");
+        QCOMPARE(sqlite.code("CREATE TABLE a (x`y INTEGER)"), QString("SQLITE_ERROR"));
+        QCOMPARE(sqlite.lines(), QStringList());
+    }
+    void theLastColumnStaysOnSqlite()
+    {
+        script sqlite(u"sqlite");
+        sqlite.run("CREATE TABLE a (x INTEGER, y INTEGER)");
+        QCOMPARE(sqlite.code("ALTER TABLE a DROP COLUMN x"), QString("done"));
+        QCOMPARE(sqlite.code("ALTER TABLE a DROP COLUMN y"), QString("SQLITE_ERROR"));
+    }
+    void beginsWithWhatIsThere()
+    {
+        script first(u"mysql");
+        first.run(
+            "CREATE TABLE `a` (`id` INTEGER NOT NULL, PRIMARY KEY (`id`)); CREATE TABLE `b` (`a_id` INTEGER);"
+            "ALTER TABLE `b` ADD CONSTRAINT f FOREIGN KEY (`a_id`) REFERENCES `a` (`id`)");
+        script second(u"mysql", first.database().held());
+        QCOMPARE(second.lines(), first.lines());
+        QCOMPARE(second.code("DROP TABLE `a`"), QString("1451"));
+        QCOMPARE(second.code("ALTER TABLE `b` ADD CONSTRAINT F FOREIGN KEY (`a_id`) REFERENCES `a` (`id`)"),
+                 QString("1005"));
+        QCOMPARE(second.code("CREATE TABLE `b` (`x` INTEGER)"), QString("1050"));
+    }
+    void documentedDatabasesAnswerAsWell()
+    {
+        script oracle(u"oracle");
+        oracle.run("CREATE TABLE a (id NUMBER(10) NOT NULL PRIMARY KEY);\n"
+                   "CREATE SEQUENCE seq_inc_a START WITH 1 INCREMENT BY 1;\n"
+                   "CREATE OR REPLACE TRIGGER trigger_inc_a\n\tBEFORE INSERT OR UPDATE OF id ON a\n"
+                   "\tFOR EACH ROW\n\tBEGIN\n\t\tNULL;\n\tEND;\n\t/\n");
+        QCOMPARE(oracle.lines(), (QStringList{"column A.ID number(10) NOT NULL", "key A (ID)",
+                                              "sequence SEQ_INC_A", "table A", "trigger TRIGGER_INC_A"}));
+        QCOMPARE(oracle.code("CREATE TABLE A (x CLOB)"), QString("ORA-00955"));
+        QCOMPARE(oracle.code("CREATE TABLE b (x CLOB); CREATE INDEX i ON b (x)"), QString("ORA-02327"));
+        script server(u"mssqlserver");
+        server.run("CREATE TABLE a (id INT NOT NULL PRIMARY KEY IDENTITY(1,1), x VARCHAR(80));"
+                   "CREATE INDEX i ON a (x)");
+        QCOMPARE(server.code("ALTER TABLE a DROP COLUMN x"), QString("5074"));
+        QCOMPARE(server.code("EXEC sp_rename 'a', 'b'"), QString("done"));
+        QVERIFY(server.lines().contains("table b"));
+    }
+};
+
+QTEST_APPLESS_MAIN(tst_simulation)
+#include "tst_simulation.moc"
