@@ -57,6 +57,8 @@ struct name_facts
     fact<int> longest;          ///< 0 for no limit found
     fact<name_unit> unit;
     fact<name_over_length> over;
+    fact<bool>
+        lengthReadFirst; ///< of any name, before what is there is looked at; else only of those that are made
     fact<bool> digitMayLead; ///< unquoted: `1st` is a name
     fact<bool>
         bareConstraintIsNoColumn; ///< a last column named `constraint` is read as a constraint without any
@@ -97,9 +99,10 @@ struct type_facts
     fact<std::span<const type_word>> words;
     fact<std::span<const QLatin1String>> syntaxErrors; ///< words that are no type but of another kind
     fact<unknown_type> unknown;
-    fact<bool> unknownReadFirst;       ///< an unknown type is told before a quotation that has no end
-    fact<bool> mayBeMissing;           ///< a column needs no type
-    fact<QLatin1String> countedType;   ///< the type that counts by itself; empty for none
+    fact<bool> unknownReadFirst;     ///< an unknown type is told before what is there, and before a quotation
+                                     ///< without end
+    fact<bool> mayBeMissing;         ///< a column needs no type
+    fact<QLatin1String> countedType; ///< the type that counts by itself; empty for none
     fact<QLatin1String> countableType; ///< the one type that may be marked as counted; empty for any
     fact<bool> onlyOneCounted;         ///< a table has no more than one counted column
     fact<bool> numbersOnlyInBrackets;  ///< of a type: one or two numbers and nothing else

@@ -30,6 +30,7 @@ constinit const facts GenericFacts = {
             .longest = {0, Source},
             .unit = {name_unit::characters, Source},
             .over = {name_over_length::refused, Source},
+            .lengthReadFirst = {true, Source},
             .digitMayLead = {false, Source},
             .bareConstraintIsNoColumn = {false, Source},
             .system = {{}, Source},

@@ -71,6 +71,7 @@ constinit const facts MssqlserverFacts = {
             .longest = {128, Source},
             .unit = {name_unit::characters, Source},
             .over = {name_over_length::refused, Source},
+            .lengthReadFirst = {true, Source},
             .digitMayLead = {false, Source},
             .bareConstraintIsNoColumn = {false, Source},
             .system = {{}, Source},

@@ -45,7 +45,7 @@ constexpr type_word Types[] = {
 
 constexpr error_code Errors[] = {
     {refusal_cause::syntax, QLatin1String("1064")},
-    {refusal_cause::schema_missing, QLatin1String("1064")},
+    {refusal_cause::schema_missing, QLatin1String("1049")},
     {refusal_cause::name_too_long, QLatin1String("1059")},
     {refusal_cause::table_name_too_long, QLatin1String("1103")},
     {refusal_cause::unknown_type, QLatin1String("4161")},
@@ -100,6 +100,7 @@ constinit const facts MysqlFacts = {
             .longest = {64, Source},
             .unit = {name_unit::characters, Source},
             .over = {name_over_length::refused, Source},
+            .lengthReadFirst = {false, Source},
             .digitMayLead = {true, Source},
             .bareConstraintIsNoColumn = {false, Source},
             .system = {{}, Source},

@@ -67,6 +67,7 @@ constinit const facts OracleFacts = {
             .longest = {30, Source},
             .unit = {name_unit::bytes, Source},
             .over = {name_over_length::refused, Source},
+            .lengthReadFirst = {true, Source},
             .digitMayLead = {false, Source},
             .bareConstraintIsNoColumn = {false, Source},
             .system = {{}, Source},

@@ -90,6 +90,7 @@ constinit const facts PostgresqlFacts = {
             .longest = {63, Source},
             .unit = {name_unit::bytes, Source},
             .over = {name_over_length::cut, Source},
+            .lengthReadFirst = {true, Source},
             .digitMayLead = {false, Source},
             .bareConstraintIsNoColumn = {false, Source},
             .system = {SystemColumns, Source},

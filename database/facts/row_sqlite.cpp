@@ -48,6 +48,7 @@ constinit const facts SqliteFacts = {
             .longest = {0, Source},
             .unit = {name_unit::characters, Source},
             .over = {name_over_length::refused, Source},
+            .lengthReadFirst = {true, Source},
             .digitMayLead = {false, Source},
             .bareConstraintIsNoColumn = {true, Source},
             .system = {{}, Source},

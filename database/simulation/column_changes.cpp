@@ -131,7 +131,7 @@ void takeFromIndexes(table & owner, const QString & column, bool wholeIndex)
 
 void takeColumn(table & owner, const QString & column, bool wholeIndex)
 {
-    std::erase_if(owner.columns, [&](const class column & each) { return each.name == column; });
+    std::erase_if(owner.columns, [&](const struct column & each) { return each.name == column; });
     std::erase_if(owner.sequences, [&](const sequence & each) { return each.column == column; });
     std::erase_if(owner.foreignKeys, [&](const foreign_key & each) { return each.columns.contains(column); });
     takeFromIndexes(owner, column, wholeIndex);
@@ -194,7 +194,7 @@ refusal findRenamed(const state & at, const identifier & tableName, const identi
 {
     name_reader names(at.known, lost);
     const QString on = names.table(tableName);
-    const QString old = names.other(from);
+    const QString old = names.lookedFor(from);
     found.to = names.other(to);
     refusal why = names.why();
     found.owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
@@ -300,7 +300,7 @@ refusal apply(state & at, const add_column & asked, losses & lost)
 refusal apply(state & at, const drop_column & asked, losses & lost)
 {
     name_reader names(at.known, lost);
-    const QString name = names.other(asked.column);
+    const QString name = names.lookedFor(asked.column);
     const QString on = names.table(asked.table);
     refusal why = names.why();
     const table * const owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
@@ -332,7 +332,8 @@ refusal apply(state & at, const drop_column & asked, losses & lost)
 refusal apply(state & at, const rename_column & asked, losses & lost)
 {
     renamed_column found;
-    if (const refusal why = findRenamed(at, asked.table, asked.from, asked.to, {}, lost, found); why) {
+    if (const refusal why = findRenamed(at, asked.table, asked.from, asked.to, {}, lost, found);
+        why || found.old == nullptr) {
         return why;
     }
     const column old = *found.old;
@@ -347,7 +348,7 @@ refusal apply(state & at, const change_column & asked, losses & lost)
     renamed_column found;
     const column_definition & definition = asked.definition;
     refusal why = findRenamed(at, asked.table, asked.from, definition.name, definition.type, lost, found);
-    if (why) {
+    if (why || found.old == nullptr) {
         return why;
     }
     const column old = *found.old;

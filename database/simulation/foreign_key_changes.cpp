@@ -32,6 +32,9 @@ public:
             why) {
             return why;
         }
+        if (const refusal why = tooLong(m_at.known, m_asked.reference.name); why) {
+            return why;
+        }
         if (m_target == nullptr) {
             return missingTarget();
         }
@@ -57,7 +60,7 @@ private:
         name_reader names(m_at.known, m_lost);
         m_made.columns = names.others(asked.columns);
         m_made.targetColumns = names.others(asked.targetColumns);
-        m_made.name = names.other(asked.name);
+        m_made.name = names.lookedFor(asked.name);
         const QString on = names.table(m_asked.table);
         refusal why = names.why();
         if (why) {
@@ -216,7 +219,7 @@ refusal apply(state & at, const add_foreign_key & asked, losses & lost)
 refusal apply(state & at, const drop_constraint & asked, losses & lost)
 {
     name_reader names(at.known, lost);
-    const QString name = names.other(asked.constraint);
+    const QString name = names.lookedFor(asked.constraint);
     const QString on = names.table(asked.table);
     refusal why = names.why();
     if (!why && !at.known.foreignKeys.alterable.value) {

@@ -105,7 +105,7 @@ refusal apply(state & at, const create_index & asked, losses & lost)
     name_reader names(at.known, lost);
     index made;
     made.unique = asked.unique;
-    made.name = names.other(asked.index);
+    made.name = names.lookedFor(asked.index);
     const QString on = names.table(asked.table);
     for (const named_part & part : asked.parts) {
         names.other(part.column);
@@ -119,6 +119,9 @@ refusal apply(state & at, const create_index & asked, losses & lost)
         return why;
     }
     if (why = makeParts(at, *owner, asked, lost, made); why) {
+        return why;
+    }
+    if (why = tooLong(at.known, asked.index); why) {
         return why;
     }
     if (at.isIndexNameTaken(*owner, made.name)) {
@@ -146,7 +149,7 @@ refusal apply(state & at, const create_index & asked, losses & lost)
 refusal apply(state & at, const drop_index & asked, losses & lost)
 {
     name_reader names(at.known, lost);
-    const QString name = names.other(asked.index);
+    const QString name = names.lookedFor(asked.index);
     const QString on = asked.table ? names.table(*asked.table) : QString();
     refusal why = names.why();
     if (why) {

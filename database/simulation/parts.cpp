@@ -30,6 +30,12 @@ QString name_reader::newTable(const identifier & written)
     return name;
 }
 
+QString name_reader::lookedFor(const identifier & written)
+{
+    const bool isAfterwards = !m_known.names.lengthReadFirst.value && tooLong(m_known, written);
+    return isAfterwards ? written.text : other(written);
+}
+
 QStringList name_reader::others(const std::vector<identifier> & written)
 {
     QStringList names;
@@ -37,6 +43,13 @@ QStringList name_reader::others(const std::vector<identifier> & written)
         names += other(each);
     }
     return names;
+}
+
+refusal tooLong(const facts & known, const identifier & written)
+{
+    const bool isTooLong =
+        understood(known, written, name_place::other).refused == refusal_cause::name_too_long;
+    return isTooLong ? refusal{refusal_cause::name_too_long, written.text, false} : refusal();
 }
 
 bool isSystemColumn(const facts & known, const QString & name)

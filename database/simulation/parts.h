@@ -18,6 +18,9 @@ public:
     /// The same for the new name of a table, which cannot name a schema.
     QString newTable(const identifier & written);
 
+    /// The same for a name that the database looks for, or measures once it has found what the name is for.
+    QString lookedFor(const identifier & written);
+
     [[nodiscard]] const refusal & why() const { return m_why; }
 
 private:
@@ -28,6 +31,8 @@ private:
     refusal m_why;
 };
 
+/// Whether the name is longer than what can be made under it.
+[[nodiscard]] refusal tooLong(const facts & known, const identifier & written);
 [[nodiscard]] bool isSystemColumn(const facts & known, const QString & name);
 [[nodiscard]] bool countsByType(const facts & known, const column_definition & asked);
 /// Whether the column can be made beside those that the table has.

@@ -66,8 +66,11 @@ private:
         name_reader others(m_at.known, m_lost);
         for (const column_definition & each : m_columns) {
             m_names += others.other(each.name);
-            if (!others.why() && refusalOf(m_at.known, each.type) == refusal_cause::syntax) {
-                return {refusal_cause::syntax, columnObject(name, m_names.back()), false};
+            const refusal_cause ofType = refusalOf(m_at.known, each.type);
+            const bool isTold = ofType == refusal_cause::syntax || (ofType == refusal_cause::unknown_type &&
+                                                                    m_at.known.types.unknownReadFirst.value);
+            if (!others.why() && isTold) {
+                return {ofType, columnObject(name, m_names.back()), false};
             }
         }
         return others.why() ? others.why() : (isSchema ? ofTable : refusal());
@@ -211,7 +214,7 @@ private:
                                    : refusal{refusal_cause::syntax, tableObject(m_made.name), false};
             }
             for (QString & column : made.columns) {
-                const class column * const own = m_at.findColumn(m_made, column);
+                const struct column * const own = m_at.findColumn(m_made, column);
                 if (own == nullptr) {
                     return {refusal_cause::key_column_missing, columnObject(m_made.name, column), false};
                 }

@@ -275,6 +275,35 @@ private Q_SLOTS:
         QCOMPARE(sqlite.code("CREATE TABLE a (x`y INTEGER)"), QString("SQLITE_ERROR"));
         QCOMPARE(sqlite.lines(), QStringList());
     }
+    void mysqlMeasuresNamesOfIndexesLast()
+    {
+        script mysql(u"mysql");
+        const QString name(70, u'a');
+        mysql.run("CREATE TABLE `a` (`x` INTEGER)");
+        QCOMPARE(mysql.code("CREATE INDEX " + name + " ON `b` (`x`)"), QString("1146"));
+        QCOMPARE(mysql.code("CREATE INDEX " + name + " ON `a` (`y`)"), QString("1072"));
+        QCOMPARE(mysql.code("CREATE INDEX " + name + " ON `a` (`x`(255))"), QString("1089"));
+        QCOMPARE(mysql.code("CREATE INDEX " + name + " ON `a` (`x`)"), QString("1059"));
+        QCOMPARE(mysql.code("DROP INDEX " + name + " ON `a`"), QString("1091"));
+        QCOMPARE(mysql.code("ALTER TABLE `a` DROP COLUMN " + name), QString("1091"));
+        QCOMPARE(mysql.code("ALTER TABLE `a` DROP CONSTRAINT " + name), QString("1091"));
+        QCOMPARE(mysql.code("ALTER TABLE `a` CHANGE " + name + " `b` INTEGER"), QString("1054"));
+        QCOMPARE(mysql.code("ALTER TABLE `a` CHANGE `x` " + name + " INTEGER"), QString("1059"));
+        QCOMPARE(mysql.code("ALTER TABLE `b` ADD COLUMN " + name + " INTEGER"), QString("1059"));
+        QCOMPARE(
+            mysql.code("ALTER TABLE `b` ADD CONSTRAINT " + name + " FOREIGN KEY (`x`) REFERENCES `a` (`x`)"),
+            QString("1146"));
+        QCOMPARE(
+            mysql.code("ALTER TABLE `a` ADD CONSTRAINT " + name + " FOREIGN KEY (`y`) REFERENCES `a` (`x`)"),
+            QString("1072"));
+    }
+    void mysqlReadsTypesFirst()
+    {
+        script mysql(u"mysql");
+        mysql.run("CREATE TABLE `a` (`x` INTEGER)");
+        QCOMPARE(mysql.code("CREATE TABLE `a` (`x` BYTEA)"), QString("4161"));
+        QCOMPARE(mysql.code("CREATE TABLE shop.a (x INTEGER)"), QString("1049"));
+    }
     void theLastColumnStaysOnSqlite()
     {
         script sqlite(u"sqlite");
