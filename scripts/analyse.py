@@ -18,7 +18,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build/dev"
-FOLDERS = ("app/", "host/", "plugin/", "view/")
+FOLDERS = ("app/", "database/", "host/", "plugin/", "view/")
 CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME", pathlib.Path.home() / ".cache")) / "korvane-analyse"
 
 TOOLS = {

@@ -333,7 +333,7 @@ refusal apply(state & at, const rename_column & asked, losses & lost)
 {
     renamed_column found;
     if (const refusal why = findRenamed(at, asked.table, asked.from, asked.to, {}, lost, found);
-        why || found.old == nullptr) {
+        why || found.owner == nullptr || found.old == nullptr) {
         return why;
     }
     const column old = *found.old;
@@ -348,7 +348,7 @@ refusal apply(state & at, const change_column & asked, losses & lost)
     renamed_column found;
     const column_definition & definition = asked.definition;
     refusal why = findRenamed(at, asked.table, asked.from, definition.name, definition.type, lost, found);
-    if (why || found.old == nullptr) {
+    if (why || found.owner == nullptr || found.old == nullptr) {
         return why;
     }
     const column old = *found.old;
