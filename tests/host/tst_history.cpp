@@ -167,6 +167,17 @@ private Q_SLOTS:
         QCOMPARE(versions().size(), 2);
         QVERIFY(!support::storedText(m_sFile).isEmpty());
     }
+    void damagedMessagesAreNoticed()
+    {
+        tag("one");
+        tag("two");
+        zk::ZkSqlDatabase::clearAllDatabases();
+        QVERIFY(support::swapRows(m_sFile, "t_project_tag"));
+        QList<version> list;
+        const QString told = storage::history::list(m_sFile, list).text();
+        QVERIFY2(told.startsWith(m_sFile + ": is damaged (table t_project_tag: "), qPrintable(told));
+        QVERIFY(list.isEmpty());
+    }
     void whatCouldNotBeRestoredIsNotStored()
     {
         const QByteArray before = support::bytesOf(m_sFile);
