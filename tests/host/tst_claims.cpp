@@ -19,6 +19,7 @@
 namespace {
 
 const QString Version = "shop_v1_20260101000000000.korv";
+const QString OtherClaim = ".korvane-abcdefghijkl0i6q.tag";
 const QString Claim = ".korvane-000000000000CHECK.tag";
 
 QByteArray identityOf(const QString & file)
@@ -121,8 +122,10 @@ private Q_SLOTS:
         writeClaim(Version.toLatin1() + '\n' + identityOf(path(Version)) + '\n');
         const int descriptor = open(QFile::encodeName(path(Claim)).constData(), O_RDONLY | O_CLOEXEC);
         QCOMPARE(flock(descriptor, LOCK_EX), 0);
+        QVERIFY(support::writeBytes(path(OtherClaim), ""));
         storage::removeLeftVersions(m_folder->path());
         QVERIFY(QFile::exists(path(Version)) && QFile::exists(path(Claim)));
+        QVERIFY(!QFile::exists(path(OtherClaim)));
         close(descriptor);
         storage::removeLeftVersions(m_folder->path());
         QVERIFY(!QFile::exists(path(Version)) && !QFile::exists(path(Claim)));
@@ -138,6 +141,25 @@ private Q_SLOTS:
             storage::removeLeftVersions(m_folder->path());
             QVERIFY2(QFile::exists(path(name)), qPrintable(name));
         }
+    }
+    void contentsAreNoClaim()
+    {
+        QVERIFY(support::writeBytes(path(Version), "bytes"));
+        const QString contents = ".korvane-000000000000CHECK.new";
+        QVERIFY(support::writeBytes(path(contents),
+                                    Version.toLatin1() + '\n' + identityOf(path(Version)) + '\n'));
+        storage::removeLeftVersions(m_folder->path());
+        QVERIFY(QFile::exists(path(Version)));
+        QVERIFY(!QFile::exists(path(contents)));
+    }
+    void noFolderIsNotTheCurrentOne()
+    {
+        writeClaim(QByteArray());
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(m_folder->path()));
+        const auto back = qScopeGuard([&before] { QDir::setCurrent(before); });
+        storage::removeLeftVersions(QString());
+        QVERIFY(QFile::exists(path(Claim)));
     }
     void nothingStaysOpen()
     {

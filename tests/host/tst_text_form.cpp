@@ -201,10 +201,10 @@ private Q_SLOTS:
             << textOf(json("{'name': 'e', 'properties': [{'name': 'p'}, 5, {'name': 'q', 'index': 1}]}"))
             << "shop.json: entities[0] 'e' / properties[1]: must be an object";
         QTest::newRow("of two unknown fields the first in the alphabet")
-            << textOf(json("{'name': 'e', 'zone': 1, 'color': 1}"))
+            << textOf(json("{'name': 'e', 'zone': 1, 'color': 1, 'width': 1}"))
             << "shop.json: entities[0] 'e': unknown field 'color'";
         QTest::newRow("of two wrong meta-data the first in the alphabet")
-            << textOf(json("{'name': 'e', 'metaData': {'z': null, 'b': null, 'a': 1}}"))
+            << textOf(json("{'name': 'e', 'metaData': {'m': null, 'b': null, 'z': null, 'a': 1}}"))
             << "shop.json: entities[0] 'e': field 'metaData' 'b' must be a string, a number or a boolean";
         QTest::newRow("wrong format behind everything")
             << json("{'entities': [{'name': 'e', ") + properties +
@@ -624,6 +624,18 @@ private Q_SLOTS:
         QCOMPARE(errorOf(textOf(json("{'id': ") + MaxId + json(", 'name': 'a'}, {'name': 'b'}"))),
                  QString("shop.json: entities[1] 'b': all entity ids are used up"));
         QVERIFY(projectOf(textOf(json("{'id': ") + MaxId + json(", 'name': 'a'}"))));
+        QCOMPARE(errorOf(textOf("", json("{'id': ") + MaxId + json(", 'name': 'a'}, {'name': 'b'}"))),
+                 QString("shop.json: enumerations[1] 'b': all enumeration ids are used up"));
+        const QByteArray entity = json("{'id': 1, 'name': 'e', 'properties': [");
+        QCOMPARE(errorOf(textOf(entity + json("{'id': ") + MaxId + json(", 'name': 'p'}, {'name': 'q'}]}"))),
+                 QString("shop.json: entities[0] 'e' / properties[1] 'q': all property ids are used up"));
+        const auto relation = [](const char * name, const QByteArray & id) {
+            return json("{'name': '") + name + json("', 'relationship': {") + id +
+                   json("'type': 'many-to-one', 'target': 1}}");
+        };
+        QCOMPARE(errorOf(textOf(entity + relation("p", "\"id\": " + MaxId + ", ") + ", " + relation("q", "") +
+                                "]}")),
+                 QString("shop.json: entities[0] 'e' / properties[1] 'q': all relationship ids are used up"));
     }
 
     void versions_data()
