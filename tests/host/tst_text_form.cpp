@@ -746,6 +746,8 @@ private Q_SLOTS:
         QVERIFY(projectOf(textOf(json("{'id': 1, 'name': 'a'}")), old.get()));
         QCOMPARE(errorOf(textOf(json("{'id': 1, 'name': 'b'}")), old.get()),
                  QString("shop.json: entities[0] 'b': the version cannot be raised any further"));
+        QCOMPARE(errorOf(textOf(json("{'id': 2, 'name': 'c'}, {'id': 1, 'name': 'b'}")), old.get()),
+                 QString("shop.json: entities[1] 'b': the version cannot be raised any further"));
     }
 
     void canonicalLayout()
