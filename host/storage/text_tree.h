@@ -30,7 +30,7 @@ struct value
 
     /// Numbers are signed when they are negative, else unsigned, and double with a fraction or an exponent.
     std::variant<std::nullptr_t, bool, std::int64_t, std::uint64_t, double, std::string, list, object>
-        content = nullptr;
+        content;
 
     /// The content when it is of the type T, else null.
     template <class T>
