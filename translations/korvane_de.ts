@@ -1965,6 +1965,26 @@ Soll es angelegt und der Export gestartet werden?</translation>
         <source>line %1, column %2</source>
         <translation>Zeile %1, Spalte %2</translation>
     </message>
+    <message>
+        <source>has no versions; &apos;korvane tag&apos; makes one</source>
+        <translation>hat keine Versionen; &apos;korvane tag&apos; legt eine an</translation>
+    </message>
+    <message>
+        <source>has no version %1; the newest one is version %2</source>
+        <translation>hat keine Version %1; die neueste ist Version %2</translation>
+    </message>
+    <message>
+        <source>is damaged (version %1: %2); restore it from a copy</source>
+        <translation>ist beschädigt (Version %1: %2); stellen Sie die Datei aus einer Kopie wieder her</translation>
+    </message>
+    <message>
+        <source>it cannot be uncompressed</source>
+        <translation>sie kann nicht entpackt werden</translation>
+    </message>
+    <message>
+        <source>cannot be written, so version %1 of %2 cannot be restored; check the folder for temporary files</source>
+        <translation>kann nicht geschrieben werden, daher kann Version %1 von %2 nicht wiederhergestellt werden; prüfen Sie den Ordner für temporäre Dateien</translation>
+    </message>
 </context>
 <context>
     <name>tools</name>

@@ -1965,6 +1965,26 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
         <source>line %1, column %2</source>
         <translation>ligne %1, colonne %2</translation>
     </message>
+    <message>
+        <source>has no versions; &apos;korvane tag&apos; makes one</source>
+        <translation>n&apos;a pas de version ; &apos;korvane tag&apos; en crée une</translation>
+    </message>
+    <message>
+        <source>has no version %1; the newest one is version %2</source>
+        <translation>n&apos;a pas de version %1 ; la plus récente est la version %2</translation>
+    </message>
+    <message>
+        <source>is damaged (version %1: %2); restore it from a copy</source>
+        <translation>est endommagé (version %1 : %2) ; restaurez-le à partir d&apos;une copie</translation>
+    </message>
+    <message>
+        <source>it cannot be uncompressed</source>
+        <translation>elle ne peut pas être décompressée</translation>
+    </message>
+    <message>
+        <source>cannot be written, so version %1 of %2 cannot be restored; check the folder for temporary files</source>
+        <translation>ne peut pas être écrit, la version %1 de %2 ne peut donc pas être restaurée ; vérifiez le dossier des fichiers temporaires</translation>
+    </message>
 </context>
 <context>
     <name>tools</name>

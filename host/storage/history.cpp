@@ -2,9 +2,11 @@
 
 #include "model/project.h"
 #include "model/project_historic.h"
+#include "os/file_status.h"
 #include "storage/new_project_file.h"
 #include "storage/project_reader.h"
 #include "storage/project_schema.h"
+#include "storage/restored_version.h"
 #include "storage/same_model.h"
 #include "storage/temporary_file.h"
 #include "storage/texts.h"
@@ -13,6 +15,7 @@
 #include "zk/sqlite_statement.h"
 #include "zk/zk_dao.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QHash>
 
@@ -159,6 +162,43 @@ QSqlError addVersion(const zk::sqlite::connection & file, const QString & messag
     return addMessage(file, result.number, message);
 }
 
+/// The version `number` as it was stored.
+QSqlError readCompressed(const zk::sqlite::connection & file, int number, QByteArray & compressed)
+{
+    list_of_versions versions;
+    QSqlError error = project_schema::check(file, false);
+    if (!error.isValid()) {
+        error = fetchVersions(file, versions);
+    }
+    if (error.isValid()) {
+        return error;
+    }
+    if (number < 1 || number > versions.count()) {
+        return file.failure(versions.isEmpty()
+                                ? texts::tr("has no versions; 'korvane tag' makes one")
+                                : texts::tr("has no version %1; the newest one is version %2")
+                                      .arg(QString::number(number), QString::number(versions.count())));
+    }
+    return versions.getByIndex(number - 1)->readProjectFile(file.database(), compressed);
+}
+
+QSqlError damagedVersion(const QString & file, int number, const QString & reason)
+{
+    return zk::sqlite::failure(file, texts::tr("is damaged (version %1: %2); restore it from a copy")
+                                         .arg(QString::number(number), reason));
+}
+
+/// Loads `project` from the restored version `number` of `file`.
+QSqlError loadRestored(const QString & file, int number, const QString & restored, model::project & project)
+{
+    project.setFileName(restored);
+    const QSqlError error = project.load();
+    project.setLocation(QString());
+    // The name of the temporary file tells a person nothing.
+    const QString restoredName = zk::sqlite::failure(restored, QString()).text();
+    return error.isValid() ? damagedVersion(file, number, error.text().remove(restoredName)) : error;
+}
+
 } // namespace
 
 QSqlError tag(const QString & file, const QString & message, int & number)
@@ -214,6 +254,41 @@ QSqlError list(const QString & name, QList<version> & versions)
         versions.append({number, record->getCreationTime(), messages.value(number)});
     }
     return {};
+}
+
+QSqlError load(const QString & name, int number, std::shared_ptr<model::project> & project)
+{
+    QByteArray compressed;
+    {
+        zk::sqlite::connection file;
+        QSqlError error = file.open(name);
+        if (!error.isValid()) {
+            error = file.inSnapshot([&] { return readCompressed(file, number, compressed); });
+        }
+        if (error.isValid()) {
+            return error;
+        }
+    }
+    const QString folder = os::temporaryFolder();
+    removeLeftVersions(folder);
+    restored_version restored;
+    switch (restored.restore(folder, QStringLiteral("korvane_v%1_").arg(number), compressed)) {
+    case restored_version::outcome::damaged:
+        return damagedVersion(name, number, texts::tr("it cannot be uncompressed"));
+    case restored_version::outcome::unwritten:
+        return zk::sqlite::failure(restored.fileName(),
+                                   texts::tr("cannot be written, so version %1 of %2 cannot be restored; "
+                                             "check the folder for temporary files")
+                                       .arg(QString::number(number), QDir::toNativeSeparators(name)));
+    case restored_version::outcome::restored:
+        break;
+    }
+    const auto loaded = std::make_shared<model::project>(1);
+    const QSqlError error = loadRestored(name, number, restored.fileName(), *loaded);
+    if (!error.isValid()) {
+        project = loaded;
+    }
+    return error;
 }
 
 } // namespace storage::history

@@ -8,6 +8,8 @@
 #include <QSqlError>
 #include <QString>
 
+#include <memory>
+
 namespace model {
 class project;
 }
@@ -45,5 +47,11 @@ KORVANE_EXPORT QSqlError tag(const QString & file, const QString & message, int 
 
 /// The versions of the project file `file`, oldest first.
 KORVANE_EXPORT QSqlError list(const QString & file, QList<version> & versions);
+
+/// Loads the version `number` of the project file `file`, under the name that the project had then. What is
+/// loaded belongs to no file, and the current project stays the one that it is. A version that the file does
+/// not have, or that cannot be restored into the folder for temporary files, is a failure that leaves
+/// `project` as it is; no file is left behind.
+KORVANE_EXPORT QSqlError load(const QString & file, int number, std::shared_ptr<model::project> & project);
 
 } // namespace storage::history

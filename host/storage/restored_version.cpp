@@ -3,6 +3,7 @@
 #include "model/file_suffix.h"
 #include "os/file_status.h"
 #include "storage/temporary_file.h"
+#include "tools/bounded_uncompress.h"
 #include "zk/sqlite_connection.h"
 
 #include <QDateTime>
@@ -16,6 +17,14 @@
 namespace storage {
 
 namespace {
+
+/// The name of a file that is made now.
+QString momentName(const QString & folder, const QString & start)
+{
+    return QDir(folder).absoluteFilePath(
+        start + QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmsszzz")) +
+        QLatin1Char('.') + model::ProjectFileSuffix);
+}
 
 bool isTaken(const QString & name)
 {
@@ -79,13 +88,26 @@ struct restored_version::data
 restored_version::restored_version() = default;
 restored_version::~restored_version() = default;
 
+restored_version::outcome restored_version::restore(const QString & folder, const QString & start,
+                                                    const QByteArray & compressed)
+{
+    const QByteArray bytes = tools::boundedUncompress(compressed);
+    if (bytes.isEmpty()) {
+        m_sFileName = momentName(folder, start);
+        return outcome::damaged;
+    }
+    return create(folder, start, bytes) ? outcome::restored : outcome::unwritten;
+}
+
 bool restored_version::create(const QString & folder, const QString & start, const QByteArray & bytes)
 {
     constexpr int attempts = 300;
     for (int i = 0; i < attempts; ++i) {
         m_data = std::make_unique<data>();
         QFile file;
-        if (m_data->open(file, folder, start)) {
+        const bool isOpen = m_data->open(file, folder, start);
+        m_sFileName = m_data->fileName;
+        if (isOpen) {
             if (writeWhole(file, bytes)) {
                 return true;
             }
@@ -98,18 +120,6 @@ bool restored_version::create(const QString & folder, const QString & start, con
     }
     m_data->removeAll();
     return false;
-}
-
-QString restored_version::fileName() const
-{
-    return m_data ? m_data->fileName : QString();
-}
-
-QString restored_version::momentName(const QString & folder, const QString & start)
-{
-    return QDir(folder).absoluteFilePath(
-        start + QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMddhhmmsszzz")) +
-        QLatin1Char('.') + model::ProjectFileSuffix);
 }
 
 void removeLeftVersions(const QString & folder)

@@ -20,16 +20,24 @@ public:
     restored_version(const restored_version &) = delete;
     restored_version & operator=(const restored_version &) = delete;
 
-    /// Writes `bytes` into a new file in `folder`. Its name is `start`, the present moment and ".korv"; what
-    /// has such a name already, a link included, is not touched, and a later moment taken. False when it
-    /// cannot be written whole; then there is no file, and fileName() is the one that was tried last.
-    [[nodiscard]] bool create(const QString & folder, const QString & start, const QByteArray & bytes);
-    [[nodiscard]] QString fileName() const;
-
-    /// What create() would name a file now.
-    [[nodiscard]] static QString momentName(const QString & folder, const QString & start);
+    enum class outcome
+    {
+        restored,
+        damaged,  ///< what is compressed is not whole, or too large
+        unwritten ///< the file cannot be written whole
+    };
+    /// Writes what `compressed` holds, the bytes of model::project_historic, into a new file in `folder`. Its
+    /// name is `start`, the present moment and ".korv"; what has such a name already, a link included, is not
+    /// touched, and a later moment taken. When it is not restored there is no file, and fileName() is the one
+    /// that was tried last.
+    [[nodiscard]] outcome restore(const QString & folder, const QString & start,
+                                  const QByteArray & compressed);
+    [[nodiscard]] QString fileName() const { return m_sFileName; }
 
 private:
+    [[nodiscard]] bool create(const QString & folder, const QString & start, const QByteArray & bytes);
+
+    QString m_sFileName;
     struct data;
     std::unique_ptr<data> m_data;
 };

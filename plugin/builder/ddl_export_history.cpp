@@ -6,7 +6,6 @@
 #include "context/ctx_scoped.h"
 #include "model/project.h"
 #include "storage/restored_version.h"
-#include "tools/bounded_uncompress.h"
 #include "zk/zk_dao.h"
 #include "zk/zk_sql_database.h"
 
@@ -58,14 +57,15 @@ zk::ZkBool ddl_export_history::restore(const model::project_historic & tag, cons
     if (const QSqlError error = tag.readProjectFile(compressed); error.isValid()) {
         return tagsFailure(error);
     }
-    const QByteArray data = tools::boundedUncompress(compressed);
-    if (data.isEmpty()) {
-        return zk::ZkBool::failure(tr("Cannot uncompress project file : %1")
-                                       .arg(storage::restored_version::momentName(temp, start)));
+    switch (file.restore(temp, start, compressed)) {
+    case storage::restored_version::outcome::damaged:
+        return zk::ZkBool::failure(tr("Cannot uncompress project file : %1").arg(file.fileName()));
+    case storage::restored_version::outcome::unwritten:
+        return zk::ZkBool::failure(tr("An error occurred opening project file : %1").arg(file.fileName()));
+    case storage::restored_version::outcome::restored:
+        break;
     }
-    return file.create(temp, start, data)
-               ? zk::ZkBool::success()
-               : zk::ZkBool::failure(tr("An error occurred opening project file : %1").arg(file.fileName()));
+    return zk::ZkBool::success();
 }
 
 zk::ZkBool ddl_export_history::load(const QString & temp, const QString & name, model::project & version)

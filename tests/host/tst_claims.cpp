@@ -18,6 +18,8 @@
 
 namespace {
 
+using outcome = storage::restored_version::outcome;
+
 const QString Version = "shop_v1_20260101000000000.korv";
 const QString OtherClaim = ".korvane-abcdefghijkl0i6q.tag";
 const QString Claim = ".korvane-000000000000CHECK.tag";
@@ -166,7 +168,7 @@ private Q_SLOTS:
         const int before = openFiles();
         for (int i = 0; i < 3; ++i) {
             storage::restored_version restored;
-            QVERIFY(restored.create(m_folder->path(), "shop_v1_", "bytes"));
+            QCOMPARE(restored.restore(m_folder->path(), "shop_v1_", qCompress("bytes")), outcome::restored);
             QCOMPARE(support::bytesOf(restored.fileName()), QByteArray("bytes"));
             storage::removeLeftVersions(m_folder->path());
             QVERIFY(QFile::exists(restored.fileName()));
@@ -188,10 +190,20 @@ private Q_SLOTS:
             std::signal(SIGXFSZ, SIG_DFL);
         });
         storage::restored_version restored;
-        QVERIFY(!restored.create(m_folder->path(), "shop_v1_", QByteArray(5000, 'x')));
+        QCOMPARE(restored.restore(m_folder->path(), "shop_v1_", qCompress(QByteArray(5000, 'x'))),
+                 outcome::unwritten);
         QCOMPARE(left(), QStringList());
         QVERIFY(restored.fileName().startsWith(m_folder->filePath("shop_v1_")));
-        QVERIFY(restored.create(m_folder->path(), "shop_v1_", QByteArray(1000, 'x')));
+        QCOMPARE(restored.restore(m_folder->path(), "shop_v1_", qCompress(QByteArray(1000, 'x'))),
+                 outcome::restored);
+    }
+    void aDamagedVersionMakesNoFile()
+    {
+        storage::restored_version restored;
+        QCOMPARE(restored.restore(m_folder->path(), "shop_v1_", qCompress("bytes").chopped(1)),
+                 outcome::damaged);
+        QVERIFY(restored.fileName().startsWith(m_folder->filePath("shop_v1_")));
+        QCOMPARE(left(), QStringList());
     }
 
 private:

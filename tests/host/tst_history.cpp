@@ -1,6 +1,7 @@
 #include "support/damaged_database.h"
 #include "support/project_support.h"
 
+#include "context/ctx_project.h"
 #include "model/project_historic.h"
 #include "storage/history.h"
 #include "tools/bounded_uncompress.h"
@@ -234,6 +235,96 @@ private Q_SLOTS:
         QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
                  QStringList());
     }
+    void aVersionIsLoaded()
+    {
+        tag("one");
+        const QByteArray first = support::storedText(m_sFile);
+        QVERIFY(store("second"));
+        execute("UPDATE t_project SET name = 'store'");
+        tag("two");
+        const QByteArray second = support::storedText(m_sFile);
+        QVERIFY(store("third"));
+        const auto current = std::make_shared<model::project>(7);
+        context::ctx_project::getSingleton().setProject(current);
+        const auto back = qScopeGuard([] { context::ctx_project::getSingleton().setProject(nullptr); });
+        QCOMPARE(storage::text_form::write(*loaded(1)), first);
+        const auto newest = loaded(2);
+        QCOMPARE(storage::text_form::write(*newest), second);
+        QCOMPARE(newest->getName(), QString("store"));
+        // The file that it was read from is gone.
+        QCOMPARE(newest->getFileName(), QString());
+        QCOMPARE(context::ctx_project::getSingleton().getProject(), current);
+    }
+    void aVersionThatIsNotThere_data()
+    {
+        QTest::addColumn<int>("versions");
+        QTest::addColumn<int>("number");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("none") << 0 << 1 << "has no versions; 'korvane tag' makes one";
+        QTest::newRow("beyond") << 2 << 3 << "has no version 3; the newest one is version 2";
+        QTest::newRow("zero") << 2 << 0 << "has no version 0; the newest one is version 2";
+        QTest::newRow("negative") << 1 << -1 << "has no version -1; the newest one is version 1";
+    }
+    void aVersionThatIsNotThere()
+    {
+        QFETCH(int, versions);
+        QFETCH(int, number);
+        QFETCH(QString, reason);
+        for (int i = 0; i < versions; ++i) {
+            tag("x");
+        }
+        QCOMPARE(loadError(number), m_sFile + ": " + reason);
+    }
+    void aVersionThatCannotBeLoaded()
+    {
+        tag("one");
+        tag("two");
+        tag("three");
+        execute("UPDATE t_project_historic SET project_file = x'00000004' WHERE rowid = 1");
+        const QString empty = m_folder->filePath("empty.sqlite");
+        QCOMPARE(support::run("sqlite3", {empty, "CREATE TABLE bookmarks (url TEXT)"}).status, 0);
+        execute("UPDATE t_project_historic SET project_file = x'" +
+                qCompress(support::bytesOf(empty)).toHex() + "' WHERE rowid = 2");
+        QCOMPARE(loadError(1), m_sFile + ": is damaged (version 1: it cannot be uncompressed); restore it "
+                                         "from a copy");
+        QCOMPARE(loadError(2), m_sFile + ": is damaged (version 2: is a SQLite database, but not a Korvane "
+                                         "project); restore it from a copy");
+        QCOMPARE(loadError(3), QString());
+        const QString missing = m_folder->filePath("missing.korv");
+        std::shared_ptr<model::project> project;
+        QCOMPARE(storage::history::load(missing, 1, project).text(),
+                 missing + ": does not exist; check the name");
+    }
+    void loadingLeavesNoFiles()
+    {
+        tag("one");
+        execute("INSERT INTO t_project_historic VALUES ('2999-01-01T00:00:00.000Z', x'" +
+                qCompress("no project").toHex() + "')");
+        const QString folder = m_folder->filePath("tmp");
+        QVERIFY(QDir().mkpath(folder));
+        qputenv("TMPDIR", folder.toLocal8Bit());
+        const auto back = qScopeGuard([] { qunsetenv("TMPDIR"); });
+        QCOMPARE(loadError(1), QString());
+        QCOMPARE(loadError(2), m_sFile + ": is damaged (version 2: is not a Korvane project file (.korv)); "
+                                         "restore it from a copy");
+        QCOMPARE(QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 QStringList());
+    }
+    void loadingNeedsATemporaryFolder()
+    {
+        tag("one");
+        const QString folder = m_folder->filePath("nowhere");
+        qputenv("TMPDIR", folder.toLocal8Bit());
+        const auto back = qScopeGuard([] { qunsetenv("TMPDIR"); });
+        const QRegularExpression expected(
+            QRegularExpression::anchoredPattern(QRegularExpression::escape(folder) +
+                                                "/korvane_v1_\\d{17}\\.korv: cannot be written, so version 1 "
+                                                "of " +
+                                                QRegularExpression::escape(m_sFile) +
+                                                " cannot be restored; check the folder for temporary files"));
+        const QString told = loadError(1);
+        QVERIFY2(expected.match(told).hasMatch(), qPrintable(told));
+    }
     void theLogOfAnotherDatabase()
     {
         const QString other = m_folder->filePath("other.sqlite");
@@ -433,6 +524,23 @@ private:
         QList<version> list;
         const QSqlError error = storage::history::list(m_sFile, list);
         return error.isValid() ? QList<version>{{-1, {}, error.text()}} : list;
+    }
+    std::shared_ptr<model::project> loaded(int number)
+    {
+        std::shared_ptr<model::project> project;
+        const QSqlError error = storage::history::load(m_sFile, number, project);
+        if (error.isValid()) {
+            qWarning("%s", qUtf8Printable(error.text()));
+        }
+        return project ? project : std::make_shared<model::project>(0);
+    }
+    /// What keeps the version from being loaded; then the project that was there stays.
+    QString loadError(int number)
+    {
+        const auto before = std::make_shared<model::project>(7);
+        std::shared_ptr<model::project> project = before;
+        const QSqlError error = storage::history::load(m_sFile, number, project);
+        return error.isValid() && project != before ? QStringLiteral("another project") : error.text();
     }
     std::shared_ptr<model::project_historic> record(long index)
     {
