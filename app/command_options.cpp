@@ -29,6 +29,16 @@ void command_options::addProject(QString & file)
     addFile("PROJECT.korv", "The project file", file);
 }
 
+void command_options::addSource(QString & file)
+{
+    addFile("SOURCE", "A project file, or a model in text form; - is a text on standard input", file);
+}
+
+void command_options::addVersion(const char * name, const char * what, QString & word)
+{
+    add(name, what, word)->type_name("");
+}
+
 void command_options::addText(const char * names, const char * placeholder, const char * what, QString & text)
 {
     add(names, what, text)->type_name(placeholder);

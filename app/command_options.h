@@ -23,6 +23,10 @@ public:
     void addOptionalFile(const char * name, const char * what, QString & file);
     /// The project file, which has to be given.
     void addProject(QString & file);
+    /// What a command reads, which has to be given: a project file or a text form; see app::source.
+    void addSource(QString & file);
+    /// The word for a version, which need not be given.
+    void addVersion(const char * name, const char * what, QString & word);
     /// An option with a value, which help calls `placeholder`.
     void addText(const char * names, const char * placeholder, const char * what, QString & text);
     void addFlag(const char * names, const char * what, bool & flag);

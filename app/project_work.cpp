@@ -39,14 +39,6 @@ ZkBool resultOf(const QSqlError & error)
     return error.isValid() ? ZkBool::failure(error.text()) : ZkBool::success();
 }
 
-const QString StandardInput = QStringLiteral("-");
-
-/// What messages call the text `name`.
-QString sourceOf(const QString & name)
-{
-    return name == StandardInput ? texts::tr("standard input") : QDir::toNativeSeparators(name);
-}
-
 ZkBool unreadable(const QString & name, const QString & reason)
 {
     return fileFailure(name, texts::tr("cannot be read (%1)").arg(reason));
@@ -60,7 +52,7 @@ ZkBool tooLarge(const QString & name)
 /// Reads what comes to its end when the other side ends, however large that turns out to be.
 ZkBool readStandardInput(QByteArray & text)
 {
-    const QString source = sourceOf(StandardInput);
+    const QString source = shownName(StandardInput);
     QFile input;
     if (!input.open(stdin, QIODevice::ReadOnly)) {
         return unreadable(source, input.errorString());
@@ -74,6 +66,28 @@ ZkBool readStandardInput(QByteArray & text)
     }
     return input.error() == QFileDevice::NoError ? ZkBool::success()
                                                  : unreadable(source, input.errorString());
+}
+
+bool hasSuffix(const QString & name, QLatin1String suffix)
+{
+    return QFileInfo(name).suffix().compare(suffix, Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
+bool isProjectName(const QString & name)
+{
+    return hasSuffix(name, model::ProjectFileSuffix);
+}
+
+bool isTextName(const QString & name)
+{
+    return hasSuffix(name, TextSuffix);
+}
+
+QString shownName(const QString & name)
+{
+    return name == StandardInput ? texts::tr("standard input") : QDir::toNativeSeparators(name);
 }
 
 ZkBool readText(const QString & name, QByteArray & text)
@@ -107,23 +121,6 @@ ZkBool readText(const QString & name, QByteArray & text)
     return ZkBool::success();
 }
 
-bool hasSuffix(const QString & name, QLatin1String suffix)
-{
-    return QFileInfo(name).suffix().compare(suffix, Qt::CaseInsensitive) == 0;
-}
-
-} // namespace
-
-bool isProjectName(const QString & name)
-{
-    return hasSuffix(name, model::ProjectFileSuffix);
-}
-
-bool isTextName(const QString & name)
-{
-    return hasSuffix(name, TextSuffix);
-}
-
 ZkBool openProject(const QString & file, std::shared_ptr<model::project> & project)
 {
     const auto opened = std::make_shared<model::project>(1);
@@ -148,7 +145,7 @@ import_result importText(const QString & modelFile, const QString & projectFile)
     if (done.result = readText(modelFile, text); !done.result) {
         return done;
     }
-    const QString source = sourceOf(modelFile);
+    const QString source = shownName(modelFile);
     done.result = resultOf(storage::project_file::replace(
         projectFile, [&](const model::project * existing, model::project & project) {
             done.warnings.clear();

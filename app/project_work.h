@@ -23,6 +23,15 @@ inline constexpr QLatin1String TextSuffix("json");
 [[nodiscard]] bool isProjectName(const QString & name);
 [[nodiscard]] bool isTextName(const QString & name);
 
+/// The name that stands for standard input where a text form is read.
+inline constexpr QLatin1String StandardInput("-");
+
+/// What messages call the text `name`: a file, or standard input.
+[[nodiscard]] QString shownName(const QString & name);
+
+/// Reads the text form in the file `name`, or from standard input.
+[[nodiscard]] zk::ZkBool readText(const QString & name, QByteArray & text);
+
 /// Loads the project of the file `file`. On failure `project` stays as it was.
 [[nodiscard]] zk::ZkBool openProject(const QString & file, std::shared_ptr<model::project> & project);
 

@@ -2,7 +2,7 @@
 #include "app/command_options.h"
 #include "app/commands/commands.h"
 #include "app/output.h"
-#include "app/project_work.h"
+#include "app/source.h"
 
 #include "storage/text_form.h"
 
@@ -10,26 +10,39 @@ namespace app {
 
 namespace {
 
-/// Prints the text form of a project.
+/// Prints the text form of a project, or of one of its versions.
 class dump_command : public command
 {
 public:
     dump_command() : command("dump", "Print the text form of a project") {}
 
-    void declare(command_options & options) override { options.addProject(m_sProjectFile); }
+    void declare(command_options & options) override
+    {
+        options.addSource(m_sSource);
+        options.addVersion("VERSION", "v1, v2 ... of a project file, or now, which is the default",
+                           m_sVersion);
+    }
+
+    [[nodiscard]] QString whyWrong() const override { return whyNoVersion(m_sVersion); }
 
     [[nodiscard]] int run() override
     {
+        source opened;
         std::shared_ptr<model::project> project;
-        if (const zk::ZkBool opened = openProject(m_sProjectFile, project); !opened) {
-            return failed(opened.getDesc());
+        zk::ZkBool result = opened.open(m_sSource);
+        if (result) {
+            result = opened.load(versionNumber(m_sVersion).value_or(Now), project);
+        }
+        if (!result) {
+            return failed(result.getDesc());
         }
         printBytes(storage::text_form::write(*project));
         return Done;
     }
 
 private:
-    QString m_sProjectFile;
+    QString m_sSource;
+    QString m_sVersion;
 };
 
 } // namespace

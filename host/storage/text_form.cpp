@@ -123,6 +123,22 @@ QStringList versionWarnings(const model::project & project, const model::project
     return warnings;
 }
 
+void settleVersions(const model::project & previous, model::project & current)
+{
+    for (const auto & entity : current.getListOfAllEntities()->values()) {
+        const auto former = previous.getEntityById(entity->getId());
+        if (!former) {
+            continue;
+        }
+        const long version = former->getVersion();
+        if (!differs(*entity, *former)) {
+            entity->setVersion(version);
+        } else if (entity->getVersion() == version) {
+            entity->setVersion(version < std::numeric_limits<long>::max() ? version + 1 : version - 1);
+        }
+    }
+}
+
 QByteArray write(const model::project & project)
 {
     return text_writer::projectText(project);

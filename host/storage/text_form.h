@@ -27,6 +27,11 @@ KORVANE_EXPORT zk::ZkBool read(const QByteArray & text, const QString & sourceNa
 [[nodiscard]] KORVANE_EXPORT QStringList versionWarnings(const model::project & project,
                                                          const model::project & existing);
 
+/// Makes the versions of the entities of `current` tell what changed since `previous`, as a stored project's
+/// do: an entity that is the same has its former version, one that differs has another. For two projects that
+/// do not follow each other in one history, such as two texts, whose versions need not tell anything.
+KORVANE_EXPORT void settleVersions(const model::project & previous, model::project & current);
+
 /// The text form of `project` with every id and version, ending with a line end.
 [[nodiscard]] KORVANE_EXPORT QByteArray write(const model::project & project);
 

@@ -472,7 +472,6 @@ private Q_SLOTS:
         QVERIFY(support::writeBytes(text, textOf("")));
         QCOMPARE(support::runKorvane({"import", text, m_folder->filePath("other.db")}).status, 1);
         QCOMPARE(support::bytesOf(m_folder->filePath("other.db")), QByteArray("no project"));
-        QCOMPARE(support::runKorvane({"dump", text}).status, 1);
     }
     void aChangeUnderItsOldVersionIsWarnedOf()
     {

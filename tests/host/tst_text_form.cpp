@@ -825,6 +825,38 @@ private Q_SLOTS:
             QCOMPARE(storage::text_form::write(*projectOf(dumped)), dumped);
         }
     }
+    void versionsAreSettled_data()
+    {
+        QTest::addColumn<QByteArray>("former");
+        QTest::addColumn<QByteArray>("later");
+        QTest::addColumn<long>("version");
+        const auto entity = [](const char * version, const char * more) {
+            return QByteArray("{\"id\": 1, \"name\": \"a\", \"version\": ") + version + more + "}";
+        };
+        const char * const changed = ", \"tableName\": \"t\"";
+        QTest::newRow("the same") << entity("3", "") << entity("3", "") << 3L;
+        QTest::newRow("the same, raised") << entity("3", "") << entity("4", "") << 3L;
+        QTest::newRow("the same, lowered") << entity("3", "") << entity("0", "") << 3L;
+        QTest::newRow("changed") << entity("3", "") << entity("3", changed) << 4L;
+        QTest::newRow("changed and raised") << entity("3", "") << entity("9", changed) << 9L;
+        QTest::newRow("changed and lowered") << entity("3", changed) << entity("1", "") << 1L;
+        QTest::newRow("changed at the largest")
+            << entity("9223372036854775807", "") << entity("9223372036854775807", changed)
+            << 9223372036854775806L;
+        QTest::newRow("new") << QByteArray("{\"id\": 2, \"name\": \"b\"}") << entity("6", "") << 6L;
+    }
+    void versionsAreSettled()
+    {
+        QFETCH(QByteArray, former);
+        QFETCH(QByteArray, later);
+        QFETCH(long, version);
+        const auto previous = support::projectOf(support::textOf(former));
+        const auto current = support::projectOf(support::textOf(later));
+        const QByteArray before = storage::text_form::write(*previous);
+        storage::text_form::settleVersions(*previous, *current);
+        QCOMPARE(entityOf(*current, 0)->getVersion(), version);
+        QCOMPARE(storage::text_form::write(*previous), before);
+    }
 
 private:
     static std::shared_ptr<model::project> stored()

@@ -115,6 +115,7 @@ private Q_SLOTS:
     void linesAreThoseOfTheScript();
     void tellsWhatStatementsAreAbout();
     void tellsWhatAStepIsAbout();
+    void aStepBetweenTwoTexts();
     void actionsHaveTheNamesThatScriptsKnow();
     void customScriptReplacesText();
     void customScriptThatFailsInTheMiddle();
@@ -406,6 +407,28 @@ void tst_statement_source::tellsWhatAStepIsAbout()
                      "v3_to_v7.sql 3-7 17+1 DROP_INDEX 1/11/0", "v3_to_v7.sql 3-7 18+1 ADD_COLUMN 1/13/0",
                      "v3_to_v7.sql 3-7 19+4 DROP_FOREIGN_KEY 1/15/100",
                      "v3_to_v7.sql 3-7 23+1 DDL_EXPORT_END 0/0/0"}));
+}
+
+/// Texts bear whatever versions somebody wrote into them; the step has to go by what differs.
+void tst_statement_source::aStepBetweenTwoTexts()
+{
+    const auto former = support::projectOf(
+        support::textOf(R"({"id": 1, "name": "a", "version": 7}, {"id": 2, "name": "b", "version": 7})"));
+    const auto later = support::projectOf(
+        support::textOf(R"({"id": 1, "name": "z", "version": 7}, {"id": 2, "name": "b", "version": 9})"));
+    const auto step = [&] {
+        const statement_list list = source().stepStatements({former, later, 1, 2}, {{"db", "postgresql"}});
+        QStringList actions;
+        for (const statement_record & record : list.records) {
+            actions << plugin::actionName(record.action) + QLatin1Char(' ') + QString::number(record.entity);
+        }
+        return actions;
+    };
+    // Without it the rename is not seen.
+    QCOMPARE(step(), QStringList({"DDL_EXPORT_BEGIN 0", "DDL_EXPORT_END 0"}));
+    storage::text_form::settleVersions(*former, *later);
+    QCOMPARE(step(), QStringList({"DDL_EXPORT_BEGIN 0", "RENAME_TABLE 1", "DDL_EXPORT_END 0"}));
+    QCOMPARE(support::entityOf(*later, 1)->getVersion(), 7L);
 }
 
 void tst_statement_source::actionsHaveTheNamesThatScriptsKnow()
