@@ -139,7 +139,7 @@ reading readAdd(token_cursor & at, const identifier & table)
         at.take({"CONSTRAINT"});
         const auto name = at.takeName();
         auto reference = readReference(at);
-        if (!reference) {
+        if (!name || !reference) {
             return std::nullopt;
         }
         reference->name = *name;

@@ -57,7 +57,11 @@ bool readItem(token_cursor & at, create_table & into)
     identifier name;
     if (isAtNamedKey(at)) {
         at.take({"CONSTRAINT"});
-        name = *at.takeName();
+        const auto taken = at.takeName();
+        if (!taken) {
+            return false;
+        }
+        name = *taken;
     }
     if (at.take({"PRIMARY", "KEY"})) {
         return readKey(at, into, name);

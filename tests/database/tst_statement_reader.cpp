@@ -238,6 +238,8 @@ private Q_SLOTS:
               "EXEC sp_help 'a'",
               "CREATE TABLE a (x INTEGER",
               "CREATE TABLE a (PRIMARY KEY (x), PRIMARY KEY (y))",
+              "CREATE TABLE a (x INTEGER, CONSTRAINT 'k' PRIMARY KEY (x))",
+              "ALTER TABLE a ADD CONSTRAINT 'f' FOREIGN KEY (x) REFERENCES b (y)",
               "CREATE TABLE a (x INTEGER) WITH (FILLFACTOR = 9)",
               "ALTER TABLE a ADD CONSTRAINT f FOREIGN KEY (x) REFERENCES b (y) ON DELETE CASCADE"}) {
             QTest::newRow(text) << QString(text);
