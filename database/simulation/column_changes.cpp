@@ -39,9 +39,20 @@ const foreign_key * keyTo(const state & at, const table & owner, const QString &
     return nullptr;
 }
 
+const key_part * partOfKey(const table & owner, const QString & column)
+{
+    if (!owner.key) {
+        return nullptr;
+    }
+    const std::vector<key_part> & parts = owner.key->parts;
+    const auto found = std::find_if(parts.begin(), parts.end(),
+                                    [&](const key_part & each) { return each.column == column; });
+    return found == parts.end() ? nullptr : &*found;
+}
+
 bool isInKey(const table & owner, const QString & column)
 {
-    return owner.key && columnsOf(owner.key->parts).contains(column);
+    return partOfKey(owner, column) != nullptr;
 }
 
 refusal addingRefusal(const state & at, const table & owner, const add_column & asked, const column & made)
@@ -98,7 +109,7 @@ refusal droppingRefusal(const state & at, const table & owner, const QString & c
         return {refusal_cause::last_column, object, false};
     }
     if (!known.changes.columnTakesItsObjects.value) {
-        if (isInKey(owner, column) && owner.key->parts.size() > 1) {
+        if (owner.key && owner.key->parts.size() > 1 && isInKey(owner, column)) {
             return {refusal_cause::column_of_key, object, false};
         }
         if (from != nullptr) {
@@ -232,12 +243,9 @@ refusal changingRefusal(const state & at, const renamed_column & found, const co
     if (key != nullptr && (isOtherType || at.isCopied(owner))) {
         return {refusal_cause::copy_needed, foreignKeyObject(key->name), false};
     }
-    if (isInKey(owner, found.old->name) && isLarge(at.known, to.type)) {
-        const auto part = std::find_if(owner.key->parts.begin(), owner.key->parts.end(),
-                                       [&](const key_part & each) { return each.column == found.old->name; });
-        if (part->prefix == 0) {
-            return {refusal_cause::text_key_without_prefix, object, false};
-        }
+    const key_part * const part = partOfKey(owner, found.old->name);
+    if (part != nullptr && part->prefix == 0 && isLarge(at.known, to.type)) {
+        return {refusal_cause::text_key_without_prefix, object, false};
     }
     if (at.rowsOf(owner) == 0) {
         return {};

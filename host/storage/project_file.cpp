@@ -35,20 +35,20 @@ QSqlError writeDecided(const zk::sqlite::connection & file, const model::project
 QSqlError fillEmpty(const zk::sqlite::connection & file, const decision & decide)
 {
     const model::project * next = nullptr;
-    QSqlError error = decide(nullptr, next);
-    if (!error.isValid()) {
-        error = project_schema::create(file);
+    if (const QSqlError refused = decide(nullptr, next); refused.isValid()) {
+        return refused;
     }
+    const QSqlError error = project_schema::create(file);
     return error.isValid() ? error : writeDecided(file, next);
 }
 
 QSqlError replaceModel(const zk::sqlite::connection & file, const decision & decide)
 {
-    QSqlError error = project_schema::check(file, true);
-    const model::project * next = nullptr;
-    if (!error.isValid()) {
-        error = decide(&file, next);
+    if (const QSqlError damaged = project_schema::check(file, true); damaged.isValid()) {
+        return damaged;
     }
+    const model::project * next = nullptr;
+    QSqlError error = decide(&file, next);
     for (const project_schema::table & t : project_schema::tables()) {
         if (t.holds == project_schema::of_model && !error.isValid()) {
             error = file.execute(QStringLiteral("DELETE FROM ") + t.name);
