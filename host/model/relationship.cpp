@@ -6,6 +6,8 @@
 
 #include <QSet>
 
+#include <array>
+
 namespace model {
 
 std::shared_ptr<entity> relationship::getEntityTarget() const
@@ -53,6 +55,12 @@ std::shared_ptr<property> relationship::getKeyProperty() const
             return key;
         }
     }
+}
+
+QLatin1String typeName(relationship::type_relation type)
+{
+    static constexpr std::array names = {"one-to-one", "one-to-many", "many-to-one", "many-to-many"};
+    return QLatin1String(names[static_cast<std::size_t>(type)]);
 }
 
 } // namespace model

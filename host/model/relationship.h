@@ -2,6 +2,8 @@
 
 #include "model/persistable.h"
 
+#include <QLatin1String>
+
 #include <memory>
 
 namespace model {
@@ -74,5 +76,8 @@ private:
     QString m_sForeignKey;
     QString m_sForeignKeyOwner;
 };
+
+/// The word for a type of relationship in the text form, such as "many-to-one".
+[[nodiscard]] KORVANE_EXPORT QLatin1String typeName(relationship::type_relation type);
 
 } // namespace model

@@ -1,9 +1,9 @@
 #include "storage/project_writer.h"
 
+#include "model/meta_value.h"
 #include "model/project.h"
 #include "model/property_type.h"
 #include "storage/id_marks.h"
-#include "storage/meta_value.h"
 #include "storage/project_schema.h"
 #include "zk/sqlite_statement.h"
 
@@ -136,7 +136,7 @@ private:
         QStringList keys = entity.getAllMetaData().keys();
         std::sort(keys.begin(), keys.end()); // equal models give equal files
         for (const QString & key : keys) {
-            const QVariant value = metaValue(entity.getMetaData(key));
+            const QVariant value = model::metaValue(entity.getMetaData(key));
             const QString text = value.typeId() == QMetaType::Double
                                      ? QString::number(value.toDouble(), 'g', 17)
                                      : value.toString();

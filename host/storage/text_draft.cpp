@@ -214,11 +214,15 @@ private:
 
     std::shared_ptr<model::relationship> readRelationship(const value & object, const place & where)
     {
-        static const QHash<QString, model::relationship::type_relation> types = {
-            {QStringLiteral("one-to-one"), model::relationship::one_to_one},
-            {QStringLiteral("one-to-many"), model::relationship::one_to_many},
-            {QStringLiteral("many-to-one"), model::relationship::many_to_one},
-            {QStringLiteral("many-to-many"), model::relationship::many_to_many}};
+        using model::relationship;
+        static const QHash<QString, relationship::type_relation> types = [] {
+            QHash<QString, relationship::type_relation> byName;
+            for (const auto type : {relationship::one_to_one, relationship::one_to_many,
+                                    relationship::many_to_one, relationship::many_to_many}) {
+                byName.insert(model::typeName(type), type);
+            }
+            return byName;
+        }();
         fields f(object, &where, m_texts, owner::relationship);
         const long id = f.id("id");
         const auto type = types.constFind(f.requiredText("type"));

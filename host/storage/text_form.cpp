@@ -1,5 +1,6 @@
 #include "storage/text_form.h"
 
+#include "model/model_difference.h"
 #include "model/project.h"
 #include "os/program_end.h"
 #include "storage/id_marks.h"
@@ -47,12 +48,6 @@ void build(const text_draft::project & draft, model::project & project)
     }
 }
 
-/// Whether anything but the version is another.
-bool differs(const model::entity & a, const model::entity & b)
-{
-    return text_writer::entityContents(a) != text_writer::entityContents(b);
-}
-
 /// The version of an entity for which the text gives none; `place` is where it stands.
 long followingVersion(const model::entity & entity, const QString & place, const model::project * existing)
 {
@@ -60,7 +55,7 @@ long followingVersion(const model::entity & entity, const QString & place, const
     if (!stored) {
         return 1;
     }
-    const bool changed = differs(entity, *stored);
+    const bool changed = !model::isSame(entity, *stored);
     if (changed && stored->getVersion() == std::numeric_limits<long>::max()) {
         throw text_error{{place, texts::tr("the version cannot be raised any further")}};
     }
@@ -113,7 +108,7 @@ QStringList versionWarnings(const model::project & project, const model::project
     for (long i = 0; i < entities->count(); ++i) {
         const auto entity = entities->getByIndex(i);
         const auto stored = existing.getEntityById(entity->getId());
-        if (stored && stored->getVersion() == entity->getVersion() && differs(*entity, *stored)) {
+        if (stored && stored->getVersion() == entity->getVersion() && !model::isSame(*entity, *stored)) {
             warnings << texts::tr("%1: changed, but its \"version\" is still %2, so no evolution script will "
                                   "contain the change; delete the \"version\" field or raise it")
                             .arg(model_check::placeOfEntity(i, entity->getName()),
@@ -131,7 +126,7 @@ void settleVersions(const model::project & previous, model::project & current)
             continue;
         }
         const long version = former->getVersion();
-        if (!differs(*entity, *former)) {
+        if (model::isSame(*entity, *former)) {
             entity->setVersion(version);
         } else if (entity->getVersion() == version) {
             entity->setVersion(version < std::numeric_limits<long>::max() ? version + 1 : version - 1);

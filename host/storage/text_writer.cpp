@@ -1,13 +1,12 @@
 #include "storage/text_writer.h"
 
+#include "model/meta_value.h"
 #include "model/project.h"
 #include "model/property_type.h"
-#include "storage/meta_value.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <array>
 
 namespace storage::text_writer {
 
@@ -83,9 +82,8 @@ json enumerationJson(const model::enumeration & enumeration)
 
 json relationshipJson(const model::relationship & relation)
 {
-    static constexpr std::array types = {"one-to-one", "one-to-many", "many-to-one", "many-to-many"};
     json result = {{"id", relation.getId()},
-                   {"type", types[static_cast<std::size_t>(relation.getType())]},
+                   {"type", model::typeName(relation.getType()).data()},
                    {"target", relation.getEntityTargetId()}};
     if (relation.getInverseId() != 0) {
         result["inverse"] = relation.getInverseId();
@@ -140,7 +138,7 @@ json propertyJson(const model::property & property)
 
 json metaValueJson(const QVariant & value)
 {
-    switch (const QVariant kept = metaValue(value); kept.typeId()) {
+    switch (const QVariant kept = model::metaValue(value); kept.typeId()) {
     case QMetaType::Bool:
         return kept.toBool();
     case QMetaType::Double:
@@ -154,15 +152,13 @@ json metaValueJson(const QVariant & value)
     }
 }
 
-std::string entityText(const model::entity & entity, bool withVersion)
+std::string entityText(const model::entity & entity)
 {
     json fields = {{"id", entity.getId()}};
     set(fields, "key", entity.getExplicitKey());
     fields["name"] = utf8(entity.getName());
     set(fields, "tableName", entity.getTableName());
-    if (withVersion) {
-        fields["version"] = entity.getVersion();
-    }
+    fields["version"] = entity.getVersion();
     set(fields, "softDeleteColumn", entity.getSoftDeleteColumn());
     QStringList keys = entity.getAllMetaData().keys();
     std::sort(keys.begin(), keys.end()); // their order means nothing, so it must not make a difference
@@ -202,13 +198,8 @@ QByteArray projectText(const model::project & project)
     append("enumerations", project.getListOfEnumeration()->values(),
            [](const model::enumeration & e) { return "    " + inLine(enumerationJson(e)); });
     append("entities", project.getListOfAllEntities()->values(),
-           [](const model::entity & e) { return entityText(e, true); });
+           [](const model::entity & e) { return entityText(e); });
     return text.append("\n}\n");
-}
-
-QByteArray entityContents(const model::entity & entity)
-{
-    return QByteArray::fromStdString(entityText(entity, false));
 }
 
 } // namespace storage::text_writer

@@ -3,17 +3,13 @@
 #include <QByteArray>
 
 namespace model {
-class entity;
 class project;
-} // namespace model
+}
 
 namespace storage::text_writer {
 
 /// The text form of `project`: one line a property and one a field of everything above it, so that a
 /// difference between two texts is a difference of few lines.
 [[nodiscard]] QByteArray projectText(const model::project & project);
-
-/// What the text form says about `entity`, its version left out.
-[[nodiscard]] QByteArray entityContents(const model::entity & entity);
 
 } // namespace storage::text_writer

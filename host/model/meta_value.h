@@ -4,7 +4,7 @@
 
 #include <limits>
 
-namespace storage {
+namespace model {
 
 /// `value` as one of the types in which meta-data is kept: text, boolean, signed or (only when too large for
 /// that) unsigned 64-bit integer, double.
@@ -34,4 +34,4 @@ namespace storage {
     }
 }
 
-} // namespace storage
+} // namespace model
