@@ -45,7 +45,6 @@ std::unique_ptr<QCoreApplication> makeWindowApplication(int & argc, char ** argv
     // Under these names the window's layout and the recent files are kept.
     QCoreApplication::setOrganizationName(QStringLiteral("korvane"));
     QCoreApplication::setApplicationName(QStringLiteral("korvane"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(KORVANE_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("korvane"));
     return application;
 }
@@ -83,6 +82,7 @@ bool hasDisplay()
 
 std::unique_ptr<QCoreApplication> makeApplication(int & argc, char ** argv, surroundings needed)
 {
+    QCoreApplication::setApplicationVersion(QStringLiteral(KORVANE_VERSION));
     switch (needed) {
     case surroundings::window:
         return makeWindowApplication(argc, argv);

@@ -11,6 +11,7 @@ class command_options;
 constexpr int Done = 0;
 constexpr int Failed = 1;     ///< with one line on standard error that says what and where
 constexpr int WrongUsage = 2; ///< the command line was wrong, which one line on standard error tells
+constexpr int Objected = 3;   ///< done, and there is something to object to
 
 /// What a command needs around it.
 enum class surroundings

@@ -67,11 +67,11 @@ private Q_SLOTS:
         QTest::newRow("unknown command")
             << QStringList{"frobnicate"}
             << QByteArray("'frobnicate' is neither a command nor a project file (the commands are import, "
-                          "dump, tag, log, export, plugins)\n");
+                          "dump, tag, log, diff, export, plugins)\n");
         QTest::newRow("mistyped command")
             << QStringList{"exprot"}
             << QByteArray("'exprot' is neither a command nor a project file; did you mean 'export'? (the "
-                          "commands are import, dump, tag, log, export, plugins)\n");
+                          "commands are import, dump, tag, log, diff, export, plugins)\n");
         QTest::newRow("mistyped command with arguments")
             << QStringList{"exprot", "p.korv", "-y"} << QByteArray("did you mean 'export'?");
         QTest::newRow("mistyped command with two values")
@@ -266,7 +266,7 @@ private Q_SLOTS:
         const program_result help = runProgram({QStringLiteral("--help")});
         QCOMPARE(help.status, 0);
         QCOMPARE(help.errors, QByteArray());
-        for (const char * const command : {"import", "dump", "tag", "log", "export", "plugins"}) {
+        for (const char * const command : {"import", "dump", "tag", "log", "diff", "export", "plugins"}) {
             QVERIFY2(help.output.contains(QByteArray("\n  ") + command + " "), command);
             const program_result own = runProgram({QString::fromLatin1(command), QStringLiteral("--help")});
             QCOMPARE(own.status, 0);

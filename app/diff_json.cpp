@@ -1,0 +1,97 @@
+#include "app/diff_report.h"
+
+#include "model/project.h"
+
+#include <nlohmann/json.hpp>
+
+#include <span>
+
+namespace app {
+
+namespace {
+
+using json = nlohmann::ordered_json;
+
+json textOf(const QString & text)
+{
+    return text.toStdString();
+}
+
+json valueOf(const QVariant & value)
+{
+    switch (value.typeId()) {
+    case QMetaType::UnknownType:
+        return nullptr;
+    case QMetaType::Bool:
+        return value.toBool();
+    case QMetaType::LongLong:
+        return value.toLongLong();
+    case QMetaType::ULongLong:
+        return value.toULongLong();
+    case QMetaType::Double:
+        return value.toDouble();
+    case QMetaType::QStringList:
+    case QMetaType::QVariantList: {
+        json list = json::array();
+        for (const QVariant & part : value.toList()) {
+            list.push_back(valueOf(part));
+        }
+        return list;
+    }
+    case QMetaType::QVariantMap: {
+        json object = json::object();
+        const QVariantMap map = value.toMap();
+        for (auto it = map.constBegin(); it != map.constEnd(); ++it) {
+            object[it.key().toStdString()] = valueOf(it.value());
+        }
+        return object;
+    }
+    default:
+        return textOf(value.toString());
+    }
+}
+
+json objectOf(const model::named_object & object)
+{
+    return {{"kind", textOf(model::kindName(object.kind))}, {"id", object.id}, {"name", textOf(object.name)}};
+}
+
+/// The first of `owners`, with what that belongs to.
+json ownerOf(std::span<const model::named_object> owners)
+{
+    if (owners.empty()) {
+        return nullptr;
+    }
+    json owner = objectOf(owners.front());
+    owner["of"] = ownerOf(owners.subspan(1));
+    return owner;
+}
+
+json changeOf(const model::model_change & change)
+{
+    json result = {{"change", textOf(model::changeName(change.change))}};
+    result.update(objectOf(change.object));
+    result["of"] = ownerOf(change.owners);
+    result["field"] = change.field.isEmpty() ? json(nullptr) : textOf(change.field);
+    result["before"] = valueOf(change.before);
+    result["after"] = valueOf(change.after);
+    return result;
+}
+
+} // namespace
+
+QByteArray diffJson(const diff_report & report, const QString & program)
+{
+    json changes = json::array();
+    for (const model::model_change & change : report.changes) {
+        changes.push_back(changeOf(change));
+    }
+    const json whole = {
+        {"format", "korvane.diff"},           {"formatVersion", 1},
+        {"program", textOf(program)},         {"project", textOf(report.states.state->getName())},
+        {"from", textOf(report.states.from)}, {"to", textOf(report.states.to)},
+        {"changes", std::move(changes)}};
+    return QByteArray::fromStdString(whole.dump(2, ' ', false, json::error_handler_t::replace)) + '\n';
+}
+
+} // namespace app
