@@ -36,7 +36,8 @@ public:
 
     [[nodiscard]] const char * name() const { return m_name; }
     [[nodiscard]] const char * description() const { return m_description; }
-    [[nodiscard]] surroundings needs() const { return m_needs; }
+    /// What it needs, given what declare() was told of.
+    [[nodiscard]] virtual surroundings needs() const { return m_needs; }
 
     /// Says what the command takes and where to put it; what it is given is there before whyWrong() is asked.
     /// The command outlives `options`.

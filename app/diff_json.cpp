@@ -78,6 +78,18 @@ json changeOf(const model::model_change & change)
     return result;
 }
 
+json statementOf(const step_statement & statement)
+{
+    json objects = json::array();
+    for (const model::named_object & object : statement.objects) {
+        objects.push_back(objectOf(object));
+    }
+    return {{"script", textOf(statement.script)}, {"line", statement.line},
+            {"lines", statement.lines},           {"action", textOf(plugin::actionName(statement.action))},
+            {"text", textOf(statement.text)},     {"customScript", statement.isCustom},
+            {"objects", std::move(objects)},      {"causes", statement.causes}};
+}
+
 } // namespace
 
 QByteArray diffJson(const diff_report & report, const QString & program)
@@ -86,11 +98,18 @@ QByteArray diffJson(const diff_report & report, const QString & program)
     for (const model::model_change & change : report.changes) {
         changes.push_back(changeOf(change));
     }
-    const json whole = {
-        {"format", "korvane.diff"},           {"formatVersion", 1},
-        {"program", textOf(program)},         {"project", textOf(report.states.state->getName())},
-        {"from", textOf(report.states.from)}, {"to", textOf(report.states.to)},
-        {"changes", std::move(changes)}};
+    json whole = {{"format", "korvane.diff"},           {"formatVersion", 1},
+                  {"program", textOf(program)},         {"project", textOf(report.states.state->getName())},
+                  {"from", textOf(report.states.from)}, {"to", textOf(report.states.to)},
+                  {"changes", std::move(changes)}};
+    if (report.script) {
+        json statements = json::array();
+        for (const step_statement & statement : report.script->statements) {
+            statements.push_back(statementOf(statement));
+        }
+        whole["database"] = textOf(report.script->database);
+        whole["statements"] = std::move(statements);
+    }
     return QByteArray::fromStdString(whole.dump(2, ' ', false, json::error_handler_t::replace)) + '\n';
 }
 

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "app/compared_states.h"
+#include "app/step_script.h"
 
 #include "model/model_difference.h"
 
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 namespace app {
@@ -17,6 +19,7 @@ struct diff_report
     compared_states states;
     bool hasTwoSources = false;
     std::vector<model::model_change> changes;
+    std::optional<step_script> script; ///< when its statements are asked for
 };
 
 /// For people: entity by entity, in words of the model.

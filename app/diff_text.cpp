@@ -20,26 +20,37 @@ struct outline_line
 {
     int depth = 0; ///< 0 for an entity or enumeration
     QString text;
+    std::vector<QString> statements; ///< that follow from it
 };
 
-QString countOf(std::size_t changes)
+/// "no changes", "1 change", "2 changes".
+QString countOf(std::size_t number, const QString & what)
 {
-    switch (changes) {
+    switch (number) {
     case 0:
-        return QStringLiteral("no changes");
+        return QStringLiteral("no %1s").arg(what);
     case 1:
-        return QStringLiteral("1 change");
+        return QStringLiteral("1 ") + what;
     default:
-        return QStringLiteral("%1 changes").arg(changes);
+        return QStringLiteral("%1 %2s").arg(QString::number(number), what);
     }
 }
 
 QString headOf(const diff_report & report)
 {
     const QString states = QStringLiteral("%1 to %2").arg(report.states.from, report.states.to);
-    return QStringLiteral("%1: %2").arg(
+    QString head = QStringLiteral("%1: %2").arg(
         report.hasTwoSources ? states : report.states.state->getName() + QStringLiteral(", ") + states,
-        countOf(report.changes.size()));
+        countOf(report.changes.size(), QStringLiteral("change")));
+    if (report.script) {
+        const std::vector<step_statement> & statements = report.script->statements;
+        const auto count = std::count_if(statements.begin(), statements.end(),
+                                         [](const step_statement & s) { return !s.isFrame(); });
+        head += QStringLiteral(", %1 for %2")
+                    .arg(countOf(static_cast<std::size_t>(count), QStringLiteral("statement")),
+                         report.script->label);
+    }
+    return head;
 }
 
 /// The entity or enumeration that a change is told under.
@@ -65,14 +76,19 @@ bool isSameObject(const model::named_object & a, const model::named_object & b)
     return a.kind == b.kind && a.id == b.id;
 }
 
-/// Puts the changes below the objects that they belong to.
+/// Puts the changes below the objects that they belong to, and the statements below the changes.
 class outline
 {
 public:
     explicit outline(const diff_report & report) : m_words(*report.states.before, *report.states.after)
     {
+        std::vector<std::size_t> lineOfChange;
         for (const model_change & change : report.changes) {
             add(change);
+            lineOfChange.push_back(m_lines.size() - 1);
+        }
+        if (report.script) {
+            addStatements(*report.script, lineOfChange);
         }
     }
 
@@ -86,9 +102,8 @@ private:
         if (isWhole || !isSameObject(top, m_top)) {
             m_top = top;
             m_property = {};
-            m_lines.push_back({0, isWhole
-                                      ? m_words.lineOf(change)
-                                      : QStringLiteral("%1 %2").arg(model::kindName(top.kind), top.name)});
+            addLine(0, isWhole ? m_words.lineOf(change)
+                               : QStringLiteral("%1 %2").arg(model::kindName(top.kind), top.name));
             if (isWhole) {
                 return;
             }
@@ -96,14 +111,42 @@ private:
         const model::named_object * const property = propertyOf(change);
         if (!property) {
             m_property = change.object;
-            m_lines.push_back({1, m_words.lineOf(change)});
+            addLine(1, m_words.lineOf(change));
             return;
         }
         if (!isSameObject(*property, m_property)) {
             m_property = *property;
-            m_lines.push_back({1, QStringLiteral("property ") + property->name});
+            addLine(1, QStringLiteral("property ") + property->name);
         }
-        m_lines.push_back({2, m_words.lineOf(change)});
+        addLine(2, m_words.lineOf(change));
+    }
+    void addLine(int depth, const QString & text) { m_lines.push_back({depth, text, {}}); }
+
+    /// A statement stands below the first change that it follows from.
+    void addStatements(const step_script & script, const std::vector<std::size_t> & lineOfChange)
+    {
+        std::vector<bool> hasStatement(lineOfChange.size(), false);
+        outline_line others{0, QStringLiteral("statements that follow from no change of the model"), {}};
+        for (const step_statement & statement : script.statements) {
+            for (const int cause : statement.causes) {
+                hasStatement[static_cast<std::size_t>(cause)] = true;
+            }
+            outline_line & line =
+                statement.causes.empty()
+                    ? others
+                    : m_lines[lineOfChange[static_cast<std::size_t>(statement.causes.front())]];
+            if (!statement.isFrame()) {
+                line.statements.push_back(statement.text);
+            }
+        }
+        for (std::size_t change = 0; change < lineOfChange.size(); ++change) {
+            if (!hasStatement[change]) {
+                m_lines[lineOfChange[change]].text += QStringLiteral(" (no statement)");
+            }
+        }
+        if (!others.statements.empty()) {
+            m_lines.push_back(others);
+        }
     }
 
     change_words m_words;
@@ -111,6 +154,18 @@ private:
     model::named_object m_property; ///< likewise
     std::vector<outline_line> m_lines;
 };
+
+/// The lines of `statement`, each after `indent` blanks.
+QString indented(const QString & statement, int indent)
+{
+    QString lines;
+    for (const QString & line : statement.split(QLatin1Char('\n'))) {
+        const QString shown = oneLine(line);
+        const auto first = std::find_if(line.cbegin(), line.cend(), [](QChar c) { return c != u' '; });
+        lines += QString(indent + (first - line.cbegin()), QLatin1Char(' ')) + shown + QLatin1Char('\n');
+    }
+    return lines;
+}
 
 /// `text` as Markdown that shows it as it is.
 QString escaped(const QString & text)
@@ -127,6 +182,21 @@ QString escaped(const QString & text)
     return QStringLiteral("+->").contains(text.left(1)) ? QLatin1Char('\\') + result : result;
 }
 
+/// The statements as a block of code of a list entry that is `indent` blanks in.
+QString codeBlock(const std::vector<QString> & statements, int indent)
+{
+    QString code;
+    for (const QString & statement : statements) {
+        code += indented(statement, indent);
+    }
+    QString fence = QStringLiteral("```");
+    while (code.contains(fence)) {
+        fence += QLatin1Char('`');
+    }
+    const QString blanks(indent, QLatin1Char(' '));
+    return QStringLiteral("\n%1%2sql\n%3%1%2\n").arg(blanks, fence, code);
+}
+
 } // namespace
 
 QByteArray diffText(const diff_report & report)
@@ -136,6 +206,9 @@ QByteArray diffText(const diff_report & report)
     for (const outline_line & line : told.lines()) {
         text += line.depth == 0 ? QStringLiteral("\n") : QString(2 * line.depth, QLatin1Char(' '));
         text += oneLine(line.text) + QLatin1Char('\n');
+        for (const QString & statement : line.statements) {
+            text += indented(statement, 2 * line.depth + 4);
+        }
     }
     return text.toUtf8();
 }
@@ -152,6 +225,9 @@ QByteArray diffMarkdown(const diff_report & report)
         } else {
             text += (isList ? QString() : QStringLiteral("\n")) +
                     QString(2 * (line.depth - 1), QLatin1Char(' ')) + QStringLiteral("- %1\n").arg(shown);
+        }
+        if (!line.statements.empty()) {
+            text += codeBlock(line.statements, 2 * line.depth);
         }
         isList = line.depth > 0;
     }

@@ -3,6 +3,7 @@
 #include "app/command.h"
 
 #include "plugin/export_interface.h"
+#include "plugin/statement_source.h"
 
 #include <QCoreApplication>
 #include <QLibrary>
@@ -170,6 +171,19 @@ plugin::export_interface * choosePlugin(const found_plugins & found, const plugi
     status = WrongUsage;
     reason = wrongOption(found, request);
     return reason.isEmpty() ? chosen : nullptr;
+}
+
+plugin::statement_source * chooseStatementSource(const found_plugins & found, const plugin_request & request,
+                                                 int & status, QString & reason)
+{
+    plugin::export_interface * const chosen = choosePlugin(found, request, status, reason);
+    auto * const source = qobject_cast<plugin::statement_source *>(chosen);
+    if (chosen && !source) {
+        status = Failed;
+        reason = QStringLiteral("The plugin %1 does not tell the statements of its scripts")
+                     .arg(chosen->getName());
+    }
+    return source;
 }
 
 } // namespace app

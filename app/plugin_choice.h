@@ -9,6 +9,10 @@
 #include <memory>
 #include <vector>
 
+namespace plugin {
+class statement_source;
+}
+
 namespace app {
 
 /// The plug-in that a command line asks for, and what it hands to it.
@@ -38,6 +42,10 @@ struct found_plugins
 /// (WrongUsage).
 plugin::export_interface * choosePlugin(const found_plugins & found, const plugin_request & request,
                                         int & status, QString & reason);
+
+/// The same for a plug-in that tells the statements of its scripts.
+plugin::statement_source * chooseStatementSource(const found_plugins & found, const plugin_request & request,
+                                                 int & status, QString & reason);
 
 /// Says that the plug-in folders have none, and what to do.
 [[nodiscard]] QString noPluginText();

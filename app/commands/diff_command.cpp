@@ -3,6 +3,7 @@
 #include "app/commands/commands.h"
 #include "app/diff_report.h"
 #include "app/output.h"
+#include "app/plugin_choice.h"
 
 #include <QCoreApplication>
 
@@ -22,6 +23,7 @@ const char Help[] =
     "Examples:\n"
     "  korvane diff shop.korv                      from the newest version to now\n"
     "  korvane diff shop.korv v1 v3                from one version to another\n"
+    "  korvane diff shop.korv --db postgresql      with the statements below each change\n"
     "  git show main:shop.json | korvane diff - shop.json";
 
 /// A form in which changes are told.
@@ -52,44 +54,113 @@ class diff_command : public command
 public:
     diff_command() : command("diff", "Tell what changed between two states of a project") {}
 
-    void declare(command_options & options) override
+    void declare(command_options & options) override;
+    [[nodiscard]] QString whyWrong() const override;
+    /// Statements are made by a plug-in.
+    [[nodiscard]] surroundings needs() const override
     {
-        options.addSource(m_request.source);
-        options.addVersion("FROM", "The version to begin with, v1, v2 ..., or another SOURCE to compare with",
-                           m_request.from);
-        options.addVersion("TO", "The version to end with; now is the default", m_request.to);
-        options.addText("--format", "FORMAT", "text (the default), json or markdown", m_sFormat);
-        options.addFlag("--json", "The same as --format json", m_isJson);
-        options.addFlag("--exit-code", "End with status 3 when something changed", m_hasExitCode);
-        options.setFooter(Help);
+        return wantsStatements() ? surroundings::plugins : surroundings::console;
     }
-
-    [[nodiscard]] QString whyWrong() const override
-    {
-        if (!formatOf(m_sFormat)) {
-            return QStringLiteral("'%1' is not a format; they are text, json and markdown").arg(m_sFormat);
-        }
-        return m_request.whyWrong();
-    }
-
-    [[nodiscard]] int run() override
-    {
-        diff_report report;
-        report.hasTwoSources = m_request.hasTwoSources();
-        if (const zk::ZkBool loaded = loadStates(m_request, report.states); !loaded) {
-            return failed(loaded.getDesc());
-        }
-        report.changes = model::difference(*report.states.before, *report.states.after);
-        printBytes(formatOf(m_isJson ? QStringLiteral("json") : m_sFormat)->write(report));
-        return m_hasExitCode && !report.changes.empty() ? Objected : Done;
-    }
+    [[nodiscard]] int run() override;
 
 private:
+    [[nodiscard]] bool wantsStatements() const { return m_isScript || !m_scriptRequest.database.isEmpty(); }
+    [[nodiscard]] int addScript(const found_plugins & found, diff_report & report);
+
     comparison_request m_request;
-    QString m_sFormat = QStringLiteral("text");
+    script_request m_scriptRequest;
+    plugin_request m_plugin;
+    QString m_sFormat;
+    QString m_sRelationships;
+    QString m_sCustomScript;
     bool m_isJson = false;
+    bool m_isScript = false;
     bool m_hasExitCode = false;
 };
+
+void diff_command::declare(command_options & options)
+{
+    options.addSource(m_request.source);
+    options.addVersion("FROM", "The version to begin with, v1, v2 ..., or another SOURCE to compare with",
+                       m_request.from);
+    options.addVersion("TO", "The version to end with; now is the default", m_request.to);
+    options.addText("--db", "NAME", "Tell below each change the statements for this database",
+                    m_scriptRequest.database);
+    options.addFlag("--sql", "Print the script of the step alone, as an export writes it", m_isScript);
+    options.addText("--relationships", "yes|no", "Export relationships as foreign keys, or not",
+                    m_sRelationships);
+    options.addText("--custom-script", "FILE", "Custom script in the place of the project's",
+                    m_sCustomScript);
+    options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
+                    m_scriptRequest.noCustomScript);
+    options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
+                    m_plugin.name);
+    options.addText("--format", "FORMAT", "text (the default), json or markdown", m_sFormat);
+    options.addFlag("--json", "The same as --format json", m_isJson);
+    options.addFlag("--exit-code", "End with status 3 when something changed", m_hasExitCode);
+    options.setFooter(Help);
+}
+
+QString diff_command::whyWrong() const
+{
+    if (!m_sFormat.isEmpty() && !formatOf(m_sFormat)) {
+        return QStringLiteral("'%1' is not a format; they are text, json and markdown").arg(m_sFormat);
+    }
+    if (m_isScript && (m_isJson || !m_sFormat.isEmpty())) {
+        return QStringLiteral(
+            "--sql prints the script alone, which has no other format; leave one of both out");
+    }
+    return m_request.whyWrong();
+}
+
+/// Puts the script of the step into `report`; the exit status.
+int diff_command::addScript(const found_plugins & found, diff_report & report)
+{
+    int status = Failed;
+    QString reason;
+    plugin::statement_source * const statements = chooseStatementSource(found, m_plugin, status, reason);
+    if (!statements) {
+        printError(reason);
+        return status;
+    }
+    if (!m_sRelationships.isEmpty()) {
+        m_scriptRequest.options.insert(QStringLiteral("relationships"), m_sRelationships);
+    }
+    if (!m_sCustomScript.isEmpty()) {
+        m_scriptRequest.options.insert(QStringLiteral("custom-script"), m_sCustomScript);
+    }
+    if (const QString wrong = whyNoScript(*statements, m_scriptRequest); !wrong.isEmpty()) {
+        printError(wrong);
+        return WrongUsage;
+    }
+    const zk::ZkBool made =
+        makeStepScript(*statements, report.states, report.changes, m_scriptRequest, report.script.emplace());
+    return made ? Done : failed(made.getDesc());
+}
+
+int diff_command::run()
+{
+    found_plugins found; // texts of a plug-in belong to its module, so it stays as long as the report
+    diff_report report;
+    report.hasTwoSources = m_request.hasTwoSources();
+    if (const zk::ZkBool loaded = loadStates(m_request, report.states); !loaded) {
+        return failed(loaded.getDesc());
+    }
+    report.changes = model::difference(*report.states.before, *report.states.after);
+    if (wantsStatements()) {
+        found = found_plugins::forRequest(m_plugin);
+        if (const int status = addScript(found, report); status != Done) {
+            return status;
+        }
+    }
+    if (m_isScript) {
+        printBytes(report.script->bytes);
+    } else {
+        const QString format = m_isJson ? QStringLiteral("json") : m_sFormat;
+        printBytes((format.isEmpty() ? Formats : formatOf(format))->write(report));
+    }
+    return m_hasExitCode && !report.changes.empty() ? Objected : Done;
+}
 
 } // namespace
 

@@ -5,6 +5,7 @@
 #include "app/output.h"
 #include "app/plugin_choice.h"
 #include "app/project_work.h"
+#include "app/script_guard.h"
 #include "app/unattended.h"
 
 #include "context/ctx_global.h"
@@ -12,7 +13,6 @@
 #include "model/project.h"
 #include "plugin/export_details.h"
 #include "plugin/export_interface.h"
-#include "tools/script_permission.h"
 #include "view/main_wnd.h"
 #include "zk/zk_sql_database.h"
 
@@ -132,16 +132,7 @@ int runExport(plugin::export_interface & plugin, model::project & project, const
     };
     const unattended watch(request.answerYes,
                            [&plugin](const QString & title) { return helpAbout(plugin, title); });
-    const tools::script_guard_scope guard([&request](const QString & file, bool isStored) {
-        if (request.noCustomScript) {
-            return tools::script_permission::leave_out;
-        }
-        if (isStored) {
-            printError(QStringLiteral("Custom script of the project: %1 ('--no-custom-script' leaves it out)")
-                           .arg(QDir::toNativeSeparators(file)));
-        }
-        return tools::script_permission::run;
-    });
+    const tools::script_guard_scope guard(commandScriptGuard(request.noCustomScript));
     const export_report report = runPlugin(plugin, project, listener);
     if (!watch.unanswered().isEmpty()) {
         // An error that was told says more than that a window came up because of it.

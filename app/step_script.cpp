@@ -1,0 +1,176 @@
+#include "app/step_script.h"
+
+#include "app/change_causes.h"
+#include "app/script_guard.h"
+
+#include "context/ctx_project.h"
+#include "context/ctx_scoped.h"
+#include "database/statement/reader.h"
+#include "model/project.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <iterator>
+
+namespace app {
+
+namespace {
+
+using zk::ZkBool;
+
+constexpr QLatin1String DatabaseOption("db");
+constexpr QLatin1String DatabaseOfTexts("sqlite");
+
+/// A database that takes the scripts of another one.
+struct script_user
+{
+    QLatin1String key;
+    QLatin1String scripts;
+    QLatin1String label;
+};
+
+constexpr script_user ScriptUsers[] = {
+    {QLatin1String("mariadb"), QLatin1String("mysql"), QLatin1String("MariaDB")},
+};
+
+const script_user * scriptUser(const QString & key)
+{
+    const auto * const found = std::find_if(std::begin(ScriptUsers), std::end(ScriptUsers),
+                                            [&key](const script_user & u) { return u.key == key; });
+    return found == std::end(ScriptUsers) ? nullptr : found;
+}
+
+/// The database that is stored with the current project.
+ZkBool findStored(plugin::statement_source & source, QString & key)
+{
+    QList<plugin::friendly_option> options;
+    const ZkBool listed = source.listOptions(options);
+    for (const plugin::friendly_option & option : options) {
+        if (option.name == DatabaseOption) {
+            key = option.stored;
+        }
+    }
+    return listed;
+}
+
+ZkBool findLabel(plugin::statement_source & source, step_script & script)
+{
+    if (const script_user * const user = scriptUser(script.database)) {
+        script.label = user->label;
+        return ZkBool::success();
+    }
+    QList<plugin::statement_database> databases;
+    const ZkBool listed = source.listDatabases(databases);
+    for (const plugin::statement_database & database : databases) {
+        if (database.key == script.database) {
+            script.label = database.label;
+        }
+    }
+    return listed;
+}
+
+/// The objects that a statement is about, with the names of `after`, or of `before` when they are gone.
+std::vector<model::named_object> objectsOf(const plugin::statement_record & record,
+                                           const compared_states & states)
+{
+    using model::object_kind;
+    std::vector<model::named_object> objects;
+    const auto add = [&objects](object_kind kind, long id, const auto & after, const auto & before) {
+        if (id != 0) {
+            objects.push_back({kind, id, after ? after->getName() : before ? before->getName() : QString()});
+        }
+    };
+    const auto now = states.after->getEntityById(record.entity);
+    const auto former = states.before->getEntityById(record.entity);
+    const auto property = now ? now->getPropertyById(record.property) : nullptr;
+    const auto formerProperty = former ? former->getPropertyById(record.property) : nullptr;
+    add(object_kind::entity, record.entity, now, former);
+    add(object_kind::property, record.property, property, formerProperty);
+    add(object_kind::relationship, record.relationship, property, formerProperty);
+    return objects;
+}
+
+/// The statements of `record`, each with its own line.
+void addStatements(const plugin::statement_record & record, const compared_states & states,
+                   const change_causes & causes, std::vector<step_statement> & statements)
+{
+    for (const database::statement & read : database::readStatements(record.text)) {
+        step_statement statement;
+        statement.script = record.script;
+        statement.line =
+            record.line + static_cast<int>(QStringView(record.text).left(read.position).count(u'\n'));
+        statement.lines = 1 + static_cast<int>(read.text.count(u'\n'));
+        statement.action = record.action;
+        statement.text = read.text;
+        const qsizetype end = read.position + read.text.size();
+        if (end < record.text.size() && record.text.at(end) == u';') {
+            statement.text += u';';
+        }
+        statement.isCustom = record.isReplaced();
+        statement.objects = objectsOf(record, states);
+        statement.causes = causes.find(record);
+        statements.push_back(std::move(statement));
+    }
+}
+
+} // namespace
+
+QString whyNoScript(plugin::statement_source & source, const script_request & request)
+{
+    QList<plugin::friendly_option> options;
+    if (const ZkBool listed = source.listOptions(options); !listed) {
+        return listed.getDesc();
+    }
+    for (const plugin::friendly_option & option : std::as_const(options)) {
+        const bool isDatabase = option.name == DatabaseOption;
+        const QString given = isDatabase ? request.database : request.options.value(option.name);
+        QStringList names;
+        for (const plugin::friendly_value & value : option.values) {
+            names << value.name;
+        }
+        for (const script_user & user : ScriptUsers) {
+            names << (isDatabase ? QStringList(user.key) : QStringList());
+        }
+        if (!given.isEmpty() && !option.values.isEmpty() && !names.contains(given)) {
+            return QStringLiteral("'%1' is not a value of --%2; it takes %3")
+                .arg(given, option.name, names.join(QStringLiteral(", ")));
+        }
+    }
+    return {};
+}
+
+ZkBool makeStepScript(plugin::statement_source & source, const compared_states & states,
+                      const std::vector<model::model_change> & changes, const script_request & request,
+                      step_script & script)
+{
+    const context::ctx_kept kept(context::ctx_project::getSingleton());
+    context::ctx_project::getSingleton().setProject(states.state);
+    const tools::script_guard_scope guard(commandScriptGuard(request.noCustomScript));
+    script.database =
+        request.database.isEmpty() && states.isText ? QString(DatabaseOfTexts) : request.database;
+    ZkBool result = script.database.isEmpty() ? findStored(source, script.database) : ZkBool::success();
+    if (result) {
+        result = findLabel(source, script);
+    }
+    if (!result) {
+        return result;
+    }
+    plugin::friendly_settings options = request.options;
+    const script_user * const user = scriptUser(script.database);
+    options.insert(DatabaseOption, user ? QString(user->scripts) : script.database);
+    // Scripts of an older version bear the name that the project has now.
+    const QString name = states.after->getName();
+    states.after->setName(states.state->getName());
+    const plugin::statement_list list =
+        source.stepStatements({states.before, states.after, states.fromNumber, states.toNumber}, options);
+    states.after->setName(name);
+    const change_causes causes(changes, *states.after);
+    for (const plugin::statement_record & record : list.records) {
+        script.bytes += record.text.toUtf8() + '\n';
+        addStatements(record, states, causes, script.statements);
+    }
+    return list.outcome;
+}
+
+} // namespace app

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "app/compared_states.h"
+
+#include "model/model_difference.h"
+#include "plugin/statement_source.h"
+#include "zk/zk_bool.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace app {
+
+/// A statement as a server runs it: a record of the export may hold several, or none but a comment.
+struct step_statement
+{
+    QString script; ///< by the name that an export gives it
+    int line = 0;   ///< of the script, from 1
+    int lines = 1;
+    plugin::statement_action action = plugin::statement_action::begin;
+    QString text;
+    bool isCustom = false; ///< whether a custom script had a hand in it
+    std::vector<model::named_object> objects;
+    std::vector<int> causes; ///< indexes into the changes of the step
+
+    /// Whether it is one of those that are around the statements of every script.
+    [[nodiscard]] bool isFrame() const
+    {
+        return !isCustom &&
+               (action == plugin::statement_action::begin || action == plugin::statement_action::end);
+    }
+};
+
+/// The script that leads from one state to another.
+struct step_script
+{
+    QString database; ///< key, as on the command line
+    QString label;    ///< of the database, for people
+    QByteArray bytes; ///< as an export writes them
+    std::vector<step_statement> statements;
+};
+
+/// What a script is made with.
+struct script_request
+{
+    QString database;                  ///< key; empty for the stored one, or SQLite for a text form
+    plugin::friendly_settings options; ///< of the export, beside the database
+    bool noCustomScript = false;
+};
+
+/// Which option of `request` has a value that it does not take, on one line; empty for none.
+[[nodiscard]] QString whyNoScript(plugin::statement_source & source, const script_request & request);
+
+/// Makes the script of the step between `states`, whose changes are `changes`. The project whose settings
+/// count is the current one meanwhile. A failure is one line, and `script` has what was made until then.
+[[nodiscard]] zk::ZkBool makeStepScript(plugin::statement_source & source, const compared_states & states,
+                                        const std::vector<model::model_change> & changes,
+                                        const script_request & request, step_script & script);
+
+} // namespace app
