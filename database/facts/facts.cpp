@@ -10,8 +10,9 @@ namespace database {
 namespace {
 
 // By address: the rows stand in files of their own.
-constexpr std::array<const facts *, 6> Rows = {&GenericFacts,    &SqliteFacts, &MysqlFacts,
-                                               &PostgresqlFacts, &OracleFacts, &MssqlserverFacts};
+constexpr std::array<const facts *, 7> Rows = {&GenericFacts,    &SqliteFacts,     &MysqlFacts,
+                                               &MariadbFacts,    &PostgresqlFacts, &OracleFacts,
+                                               &MssqlserverFacts};
 
 } // namespace
 

@@ -5,7 +5,9 @@
 #include <QLatin1String>
 #include <QString>
 
+#include <algorithm>
 #include <span>
+#include <string_view>
 
 /// What is known about each database: one row a database, each fact with where it is known from.
 namespace database {
@@ -60,6 +62,12 @@ struct name_facts
     fact<bool>
         lengthReadFirst; ///< of any name, before what is there is looked at; else only of those that are made
     fact<bool> digitMayLead; ///< unquoted: `1st` is a name
+    fact<bool> mayEndInBlank;
+    fact<bool> basicPlaneOnly;    ///< letters beyond U+FFFF are refused
+    fact<bool> databasesNamed;    ///< a table may be named with schema and database before it
+    fact<bool> columnsNameTable;  ///< a column may be defined with its table's name before it
+    fact<bool> indexedNameSchema; ///< CREATE INDEX takes a table with a schema before it
+    fact<bool> hashIsComment;     ///< from # to the end of the line
     fact<bool>
         bareConstraintIsNoColumn; ///< a last column named `constraint` is read as a constraint without any
     fact<std::span<const QLatin1String>> system;       ///< column names that the database keeps for itself
@@ -77,15 +85,52 @@ struct scope_facts
     fact<bool> uniqueNumbered; ///< the indexes of keys and unique columns are numbered table by table
 };
 
-/// A word that the database knows as a type.
+/// A type that the database knows. Some words stand in several rows, each for other numbers in brackets; the
+/// first of them is what the word means without any.
 struct type_word
 {
-    const char * word;  ///< as declared, in capitals
-    const char * shown; ///< as the catalogue shows it; empty for the word in small letters
-    const char *
-        family; ///< a foreign key's column and its target must be of one; empty for those that cannot be
-    bool large = false;      ///< text or bytes without a length of their own
-    bool takesLength = true; ///< may be followed by numbers in brackets
+    const char * word;   ///< as declared, in capitals, one blank between its words
+    const char * shown;  ///< as the catalogue shows it, with % for the brackets; empty for the declared text
+                         ///< in small letters
+    const char * family; ///< what a foreign key's column and its target must have in common; empty for those
+                         ///< that cannot have one
+    bool large = false;  ///< text or bytes without a length of their own
+    int mostNumbers = 2; ///< in brackets
+    int fewestNumbers = 0;  ///< else it is an error in the syntax
+    int usual = -1;         ///< first number when there is none; -1 for none
+    int usualScale = -1;    ///< second number when only one is there
+    int smallest = 0;       ///< first number that the row is for
+    int largest = 0;        ///< the same; 0 for no limit
+    bool countable = false; ///< a key of the type may be marked as counted
+    bool counts = false;    ///< it counts by itself
+    bool isUnique = false;  ///< a column of the type is unique by itself
+    const char * ifUnsigned =
+        nullptr;              ///< family of the type without negative numbers; none: it cannot be unsigned
+    int usualUnsigned = -1;   ///< first number of that one
+    int bytes = 0;            ///< that a value takes in a key
+    bool isBounded = false;   ///< a value has at most as many characters, of `bytes` each, as the number says
+    bool hasPrefixes = false; ///< the beginning of a value can be in a key, though it is no text
+    int bytesInRow = 0;       ///< that a text without a bound takes where the row stands
+    bool isTime = false;      ///< a date or a time
+    int mostIndexed = 0;      ///< of a text without a bound: how much an index takes; 0 for as much as it can
+    bool takesTexts = false;  ///< in the brackets, in place of numbers
+    refusal_cause miscounted = refusal_cause::syntax;         ///< told for too many numbers
+    refusal_cause tooLarge = refusal_cause::length_too_large; ///< told for a first number that no row is for
+};
+
+/// Whether the rows stand in the order of their words, as whoever looks for a word expects it.
+constexpr bool isSorted(std::span<const type_word> words)
+{
+    return std::is_sorted(words.begin(), words.end(), [](const type_word & a, const type_word & b) {
+        return std::string_view(a.word) < std::string_view(b.word);
+    });
+}
+
+/// A column of the one family may refer to a key of the other.
+struct family_pair
+{
+    const char * from;
+    const char * to;
 };
 
 enum class unknown_type
@@ -99,27 +144,26 @@ struct type_facts
     fact<std::span<const type_word>> words;
     fact<std::span<const QLatin1String>> syntaxErrors; ///< words that are no type but of another kind
     fact<unknown_type> unknown;
-    fact<bool> unknownReadFirst;     ///< an unknown type is told before what is there, and before a quotation
-                                     ///< without end
-    fact<bool> mayBeMissing;         ///< a column needs no type
-    fact<QLatin1String> countedType; ///< the type that counts by itself; empty for none
+    fact<std::span<const refusal_cause>> readFirst; ///< of a type, told before what is there is looked at,
+                                                    ///< and before a quotation without end
+    fact<bool> mayBeMissing;                        ///< a column needs no type
     fact<QLatin1String> countableType; ///< the one type that may be marked as counted; empty for any
     fact<bool> onlyOneCounted;         ///< a table has no more than one counted column
     fact<bool> numbersOnlyInBrackets;  ///< of a type: one or two numbers and nothing else
-    fact<std::span<const QLatin1String>> withoutOrder; ///< words of types that no index can be on
-    fact<bool> widerTargets; ///< a column of the family "integer" may refer to a key of "real" or "numeric"
+    fact<std::span<const QLatin1String>> withoutOrder; ///< families of types that no index can be on
+    fact<std::span<const family_pair>> references;     ///< besides those of one family
+    fact<bool> arrays;                                 ///< brackets after a type make a type of many values
 };
 
 struct key_facts
 {
-    fact<int> longest;    ///< bytes of a key; 0 for no limit
-    fact<int> longestRow; ///< bytes of the bounded texts of a row; 0 for no limit
-    fact<int> bytesPerCharacter;
-    fact<int> mostIndexes;     ///< of a table, keys included; 0 for no limit
-    fact<bool> prefixes;       ///< a part of a key can be the beginning of a text
-    fact<int> longestHashFree; ///< characters of a bounded text that a unique index takes without a hash; 0:
-                               ///< no hashes
-    fact<bool> nullable;       ///< a column of a primary key may hold no value
+    fact<int> longest;     ///< bytes of a key; 0 for no limit
+    fact<int> longestRow;  ///< bytes of the bounded texts of a row; 0 for no limit
+    fact<int> mostIndexes; ///< of a table, keys included; 0 for no limit
+    fact<bool> prefixes;   ///< a part of a key can be the beginning of a text
+    fact<int> bytesOfHash; ///< that such a hash takes of a row
+    fact<bool> hashesLong; ///< a unique index over more than the longest key is kept as a hash
+    fact<bool> nullable;   ///< a column of a primary key may hold no value
 };
 
 struct foreign_key_facts
@@ -138,6 +182,7 @@ struct change_facts
     fact<bool> emptyTables;           ///< a table may have no column
     fact<bool> lastColumnStays;       ///< the last column of a table cannot be dropped
     fact<bool> uniqueColumnAdded;     ///< ADD COLUMN … UNIQUE runs
+    fact<bool> addedNameFirst;        ///< of an added column, before its type is looked at
     fact<bool> notNullFilled;         ///< ADD COLUMN … NOT NULL puts a value of its own into rows
     fact<bool> columnTakesItsObjects; ///< DROP COLUMN drops indexes, keys and foreign keys with it
     fact<bool>
@@ -161,7 +206,8 @@ struct facts
     fact<std::span<const error_code>> errors;
 };
 
-/// All rows, in the order in which the databases are numbered.
+/// All rows, in the order in which the databases are numbered; MariaDB, which runs the scripts of MySQL and
+/// has no number of its own, comes after it.
 [[nodiscard]] std::span<const facts * const> allFacts();
 
 /// The row of the database with that key; none for a key that no database has.

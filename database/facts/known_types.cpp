@@ -1,9 +1,10 @@
 #include "database/facts/known_types.h"
 
+#include "database/facts/reserved_words.h"
+
 #include <QStringBuilder>
 
 #include <algorithm>
-#include <cstring>
 
 namespace database {
 
@@ -17,9 +18,9 @@ bool isNumber(const QString & text)
            std::all_of(digits.begin(), digits.end(), [](QChar c) { return c.isDigit() || c == u'.'; });
 }
 
-bool hasNumbersOnly(const declared_type & type)
+bool haveNumbersOnly(const QStringList & arguments)
 {
-    return type.arguments.size() <= 2 && std::all_of(type.arguments.begin(), type.arguments.end(), isNumber);
+    return std::all_of(arguments.begin(), arguments.end(), isNumber);
 }
 
 bool contains(std::span<const QLatin1String> words, const QString & word)
@@ -27,124 +28,278 @@ bool contains(std::span<const QLatin1String> words, const QString & word)
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-QLatin1String familyOf(const facts & known, const declared_type & type)
+std::span<const type_word> rowsOf(const facts & known, const QString & word)
 {
-    const type_word * const word = knownType(known, type);
-    return QLatin1String(word == nullptr ? "" : word->family);
+    const auto words = known.types.words.value;
+    const auto first =
+        std::lower_bound(words.begin(), words.end(), word, [](const type_word & row, const QString & asked) {
+            return QLatin1String(row.word) < asked;
+        });
+    const auto last = std::find_if(first, words.end(),
+                                   [&](const type_word & row) { return word != QLatin1String(row.word); });
+    return {first, last};
 }
 
-bool isInteger(const type_word & word)
+/// The words of a type that belong to its name, and what follows them.
+struct known_words
 {
-    return std::strcmp(word.family, "integer") == 0;
+    std::span<const type_word> rows;
+    QString rest;
+};
+
+// As many words as there is a type for.
+known_words wordsOf(const facts & known, const declared_type & type)
+{
+    QString name = type.rest.isEmpty() ? type.word : QString(type.word % u' ' % type.rest);
+    for (QString rest;;) {
+        const auto rows = rowsOf(known, name);
+        const auto blank = name.lastIndexOf(u' ');
+        if (!rows.empty() || blank < 0) {
+            return {rows, rest.trimmed()};
+        }
+        rest = name.sliced(blank) % rest;
+        name.truncate(blank);
+    }
+}
+
+bool fitsCount(const type_word & row, qsizetype count)
+{
+    return count <= row.mostNumbers && count >= row.fewestNumbers;
+}
+
+bool fitsNumber(const type_word & row, const QStringList & arguments)
+{
+    if (arguments.isEmpty() || row.takesTexts) {
+        return true;
+    }
+    const int number = arguments.constFirst().toInt();
+    return number >= row.smallest && (row.largest == 0 || number <= row.largest);
+}
+
+void addUsual(understood_type & type)
+{
+    const bool hasOther = type.isUnsigned && type.row->usualUnsigned >= 0;
+    const int usual = hasOther ? type.row->usualUnsigned : type.row->usual;
+    if (type.arguments.isEmpty() && usual >= 0) {
+        type.arguments += QString::number(usual);
+    }
+    if (type.arguments.size() == 1 && type.row->usualScale >= 0) {
+        type.arguments += QString::number(type.row->usualScale);
+    }
+}
+
+void chooseRow(std::span<const type_word> rows, understood_type & type)
+{
+    const QStringList & arguments = type.arguments;
+    const type_word & first = rows.front();
+    const auto counted = std::find_if(rows.begin(), rows.end(), [&](const type_word & row) {
+        return fitsCount(row, arguments.size()) && (row.takesTexts || haveNumbersOnly(arguments));
+    });
+    if (counted == rows.end()) {
+        const bool isTooMany = arguments.size() > first.mostNumbers && haveNumbersOnly(arguments);
+        type.refused = isTooMany ? first.miscounted : refusal_cause::syntax;
+        return;
+    }
+    const auto found = std::find_if(rows.begin(), rows.end(), [&](const type_word & row) {
+        return fitsCount(row, arguments.size()) && fitsNumber(row, arguments);
+    });
+    if (found == rows.end() && counted->tooLarge != refusal_cause::none) {
+        type.refused = counted->tooLarge;
+        return;
+    }
+    type.row = found == rows.end() ? &*counted : &*found;
+    if (found == rows.end()) {
+        type.arguments.front() = QString::number(counted->largest);
+    }
+    addUsual(type);
+}
+
+// After the type: whether its numbers have a sign.
+bool takeMarks(const type_word & row, const QString & rest, understood_type & type)
+{
+    const QStringList marks = rest.split(u' ', Qt::SkipEmptyParts);
+    const bool areKnown = std::all_of(marks.begin(), marks.end(), [](const QString & mark) {
+        return mark == QLatin1String("UNSIGNED") || mark == QLatin1String("SIGNED") ||
+               mark == QLatin1String("ZEROFILL");
+    });
+    type.isUnsigned = marks.contains(QLatin1String("UNSIGNED")) || marks.contains(QLatin1String("ZEROFILL"));
+    return marks.isEmpty() || (areKnown && row.ifUnsigned != nullptr);
+}
+
+// Of a type that can be any words: none of them means something else.
+bool haveWordsOnly(const facts & known, const declared_type & type)
+{
+    const QStringList words = type.rest.split(u' ', Qt::SkipEmptyParts) + QStringList(type.word);
+    return std::none_of(words.begin(), words.end(),
+                        [&](const QString & word) { return isReserved(known, word, name_place::other); });
+}
+
+int bytesOfDigits(int digits)
+{
+    constexpr int Bytes[] = {0, 1, 1, 2, 2, 3, 3, 4, 4};
+    return digits / 9 * 4 + Bytes[digits % 9];
+}
+
+QString familyOf(const facts & known, const QString & declared)
+{
+    const understood_type type = understoodType(known, declared);
+    if (type.row == nullptr) {
+        return {};
+    }
+    if (type.isArray) {
+        // Those of texts with a length have no family, whatever the length.
+        const bool isPlain = type.row->family[0] != '\0' && !QLatin1String(type.row->shown).contains(u'%');
+        return isPlain ? shownType(known, declared) : QString();
+    }
+    return QString::fromLatin1(type.isUnsigned ? type.row->ifUnsigned : type.row->family);
 }
 
 } // namespace
 
-int declared_type::length() const
+int understood_type::length() const
 {
-    return arguments.size() == 1 ? arguments.front().toInt() : 0;
+    return row != nullptr && row->isBounded && !arguments.isEmpty() ? arguments.constFirst().toInt() : 0;
+}
+
+int understood_type::bytes() const
+{
+    if (row == nullptr) {
+        return 0;
+    }
+    if (row->usualScale >= 0 && arguments.size() == 2) {
+        const int scale = arguments.at(1).toInt();
+        return bytesOfDigits(std::max(arguments.at(0).toInt() - scale, 0)) + bytesOfDigits(scale);
+    }
+    return row->isBounded ? length() * row->bytes : row->bytes;
 }
 
 declared_type partsOf(const QString & type)
 {
-    const QString text = type.trimmed();
+    QString text = type.trimmed();
+    declared_type parts;
+    parts.isArray = text.endsWith(QLatin1String("[]"));
+    if (parts.isArray) {
+        text.chop(2);
+    }
     const auto open = text.indexOf(u'(');
     const auto close = text.lastIndexOf(u')');
-    declared_type parts;
     const bool hasBrackets = open >= 0 && close > open;
-    const QString head = hasBrackets ? text.left(open).trimmed() : text;
-    parts.word = head.section(u' ', 0, 0).toUpper();
-    parts.rest = head.section(u' ', 1).toUpper();
+    QString words = hasBrackets ? QString(text.left(open) % u' ' % text.mid(close + 1)) : text;
+    words = words.simplified().toUpper();
+    parts.word = words.section(u' ', 0, 0);
+    parts.rest = words.section(u' ', 1);
     if (hasBrackets) {
         for (const QString & argument : text.mid(open + 1, close - open - 1).split(u',')) {
             parts.arguments += argument.trimmed();
         }
-        parts.rest = QString(parts.rest % u' ' % text.mid(close + 1).toUpper()).trimmed();
     }
     return parts;
 }
 
-const type_word * knownType(const facts & known, const declared_type & type)
+understood_type understoodType(const facts & known, const QString & type)
 {
-    const auto words = known.types.words.value;
-    const auto found = std::find_if(words.begin(), words.end(), [&type](const type_word & word) {
-        return type.word == QLatin1String(word.word);
-    });
-    return found == words.end() ? nullptr : &*found;
+    const declared_type parts = partsOf(type);
+    understood_type found;
+    found.arguments = parts.arguments;
+    found.isArray = parts.isArray;
+    const type_facts & types = known.types;
+    const bool isTaken = types.unknown.value == unknown_type::taken;
+    if (parts.word.isEmpty()) {
+        found.refused = types.mayBeMissing.value ? refusal_cause::none : refusal_cause::syntax;
+    } else if (contains(types.syntaxErrors.value, parts.word) || (parts.isArray && !types.arrays.value)) {
+        found.refused = refusal_cause::syntax;
+    } else if (types.numbersOnlyInBrackets.value &&
+               (parts.arguments.size() > 2 || !haveNumbersOnly(parts.arguments))) {
+        found.refused = refusal_cause::syntax;
+    }
+    if (isTaken && found.refused == refusal_cause::none && !haveWordsOnly(known, parts)) {
+        found.refused = refusal_cause::syntax;
+    }
+    const known_words words = wordsOf(known, parts);
+    if (found.refused != refusal_cause::none || parts.word.isEmpty()) {
+        return found;
+    }
+    if (isTaken) {
+        found.row = words.rows.empty() ? nullptr : &words.rows.front();
+    } else if (words.rows.empty()) {
+        const bool isOneWord = words.rest.isEmpty() || isReadFirst(known, refusal_cause::unknown_type);
+        found.refused = isOneWord ? refusal_cause::unknown_type : refusal_cause::syntax;
+    } else if (!takeMarks(words.rows.front(), words.rest, found)) {
+        found.refused = refusal_cause::syntax;
+    } else {
+        chooseRow(words.rows, found);
+    }
+    return found;
 }
 
 refusal_cause refusalOf(const facts & known, const QString & type)
 {
-    const declared_type parts = partsOf(type);
-    if (parts.word.isEmpty()) {
-        return known.types.mayBeMissing.value ? refusal_cause::none : refusal_cause::syntax;
-    }
-    if (contains(known.types.syntaxErrors.value, parts.word)) {
-        return refusal_cause::syntax;
-    }
-    if (known.types.numbersOnlyInBrackets.value && !hasNumbersOnly(parts)) {
-        return refusal_cause::syntax;
-    }
-    const type_word * const word = knownType(known, parts);
-    if (word == nullptr) {
-        return known.types.unknown.value == unknown_type::taken ? refusal_cause::none
-                                                                : refusal_cause::unknown_type;
-    }
-    return !word->takesLength && !parts.arguments.isEmpty() ? refusal_cause::type_with_length
-                                                            : refusal_cause::none;
+    return understoodType(known, type).refused;
+}
+
+bool isReadFirst(const facts & known, refusal_cause cause)
+{
+    constexpr refusal_cause Always[] = {refusal_cause::syntax, refusal_cause::name_not_encodable,
+                                        refusal_cause::table_name_in_column,
+                                        refusal_cause::database_name_in_column};
+    const auto causes = known.types.readFirst.value;
+    return std::find(std::begin(Always), std::end(Always), cause) != std::end(Always) ||
+           std::find(causes.begin(), causes.end(), cause) != causes.end();
 }
 
 bool mayRefer(const facts & known, const QString & from, const QString & to)
 {
-    const declared_type own = partsOf(from);
-    const declared_type target = partsOf(to);
-    const QLatin1String ownFamily = familyOf(known, own);
-    const QLatin1String targetFamily = familyOf(known, target);
-    if (ownFamily.isEmpty() || targetFamily.isEmpty()) {
+    const QString own = familyOf(known, from);
+    const QString target = familyOf(known, to);
+    if (own.isEmpty() || target.isEmpty()) {
         return false;
     }
-    if (ownFamily == targetFamily) {
-        return own.rest.contains(QLatin1String("UNSIGNED")) ==
-               target.rest.contains(QLatin1String("UNSIGNED"));
-    }
-    const type_word * const word = knownType(known, own);
-    return known.types.widerTargets.value && word != nullptr && isInteger(*word) &&
-           (targetFamily == QLatin1String("real") || targetFamily == QLatin1String("numeric"));
+    const auto pairs = known.types.references.value;
+    return own == target || std::any_of(pairs.begin(), pairs.end(), [&](const family_pair & pair) {
+               return own == QLatin1String(pair.from) && target == QLatin1String(pair.to);
+           });
 }
 
-bool isLarge(const facts & known, const QString & type)
+bool hasOrder(const facts & known, const QString & type)
 {
-    const type_word * const word = knownType(known, partsOf(type));
-    return word != nullptr && word->large;
+    const understood_type found = understoodType(known, type);
+    return found.row == nullptr || found.isArray ||
+           !contains(known.types.withoutOrder.value, QString::fromLatin1(found.row->family));
 }
 
 bool isHashed(const facts & known, const QString & type)
 {
-    const int longest = known.keys.longestHashFree.value;
-    return longest > 0 && (isLarge(known, type) || partsOf(type).length() > longest);
+    const understood_type found = understoodType(known, type);
+    return known.keys.hashesLong.value && (found.isLarge() || found.bytes() > known.keys.longest.value);
+}
+
+bool isLarge(const facts & known, const QString & type)
+{
+    return understoodType(known, type).isLarge();
 }
 
 bool takesPrefix(const facts & known, const QString & type, int characters)
 {
-    const declared_type parts = partsOf(type);
-    return isLarge(known, type) || (parts.word == QLatin1String("VARCHAR") && parts.length() >= characters);
+    const understood_type found = understoodType(known, type);
+    return found.isLarge() || found.length() >= characters ||
+           (found.row != nullptr && found.row->hasPrefixes);
 }
 
 QString shownType(const facts & known, const QString & type)
 {
-    const declared_type parts = partsOf(type);
-    const type_word * const word = knownType(known, parts);
-    if (word == nullptr) {
+    const understood_type found = understoodType(known, type);
+    if (found.row == nullptr || known.types.unknown.value == unknown_type::taken) {
         return type;
     }
-    const QLatin1String shown(word->shown);
+    const QString brackets =
+        found.arguments.isEmpty() ? QString() : QString(u'(' % found.arguments.join(u',') % u')');
+    QString shown = QString::fromLatin1(found.row->shown);
     if (shown.isEmpty()) {
-        return known.types.unknown.value == unknown_type::taken ? type : type.toLower();
+        shown = QString::fromLatin1(found.row->word).toLower() % u'%';
     }
-    if (parts.arguments.isEmpty() || shown.endsWith(u')')) {
-        return shown;
-    }
-    return shown % u'(' % parts.arguments.join(u',') % u')';
+    shown.replace(u'%', brackets);
+    return shown % QLatin1String(found.isUnsigned ? " unsigned" : "") %
+           QLatin1String(found.isArray ? "[]" : "");
 }
 
 } // namespace database

@@ -12,22 +12,42 @@ struct declared_type
 {
     QString word;          ///< the first, in capitals: "VARCHAR"; empty for a type that is missing
     QStringList arguments; ///< between the brackets, without blanks around them
-    QString rest;          ///< what follows, in capitals: "UNSIGNED"
-
-    /// The only number in the brackets; 0 when there is none, or more than one.
-    [[nodiscard]] int length() const;
+    QString rest;          ///< the other words, in capitals: "UNSIGNED"
+    bool isArray = false;  ///< "[]" stands at the end
 };
 
 [[nodiscard]] declared_type partsOf(const QString & type);
 
-/// What the database knows of the type's word; none when it does not know it.
-[[nodiscard]] const type_word * knownType(const facts & known, const declared_type & type);
+/// What a database makes of a type.
+struct understood_type
+{
+    const type_word * row = nullptr; ///< none for a type that it does not know, or refuses
+    refusal_cause refused = refusal_cause::none;
+    QStringList arguments;   ///< with those that the database adds
+    bool isUnsigned = false; ///< it has no negative numbers
+    bool isArray = false;
+
+    [[nodiscard]] bool isLarge() const { return row != nullptr && row->large && !isArray; }
+    /// By itself, not by a word after the type.
+    [[nodiscard]] bool counts() const { return row != nullptr && row->counts; }
+    /// Characters of a bounded text; 0 for all else.
+    [[nodiscard]] int length() const;
+    /// Bytes that a value takes in a key.
+    [[nodiscard]] int bytes() const;
+};
+
+[[nodiscard]] understood_type understoodType(const facts & known, const QString & type);
 
 /// Why the database does not take the type; `none` when it does.
 [[nodiscard]] refusal_cause refusalOf(const facts & known, const QString & type);
+/// Whether the cause is told before what is there is looked at.
+[[nodiscard]] bool isReadFirst(const facts & known, refusal_cause cause);
 
 /// Whether a foreign key may lead from a column of type `from` to one of type `to`.
 [[nodiscard]] bool mayRefer(const facts & known, const QString & from, const QString & to);
+
+/// Whether an index can be on a column of the type.
+[[nodiscard]] bool hasOrder(const facts & known, const QString & type);
 
 /// Whether a unique index over a column of the type is kept as a hash.
 [[nodiscard]] bool isHashed(const facts & known, const QString & type);
@@ -38,7 +58,7 @@ struct declared_type
 /// Whether the beginning of a value, of so many characters, can be part of a key.
 [[nodiscard]] bool takesPrefix(const facts & known, const QString & type, int characters);
 
-/// The type as the database's catalogue shows it.
+/// The type as the database's catalogue shows it; the same for what the catalogue shows.
 [[nodiscard]] QString shownType(const facts & known, const QString & type);
 
 } // namespace database

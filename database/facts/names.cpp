@@ -1,6 +1,7 @@
 #include "database/facts/names.h"
 
 #include <QList>
+#include <QRegularExpression>
 #include <QStringBuilder>
 
 #include <algorithm>
@@ -46,13 +47,21 @@ bool mayStandIn(QChar c)
            c.unicode() >= 0x80;
 }
 
+// Where a digit may lead, what is a number nevertheless: 1e5, 0x1f, 0b1.
+bool beginsWithNumber(QStringView text)
+{
+    static const QRegularExpression number(QStringLiteral("^(?:[0-9]+[eE][0-9].*|0x[0-9a-fA-F]+|0b[01]+)$"),
+                                           QRegularExpression::DotMatchesEverythingOption);
+    return isDigit(text.front()) && number.match(text).hasMatch();
+}
+
 bool hasUnquotedShape(const facts & known, QStringView text)
 {
     if (text.isEmpty() || !std::all_of(text.begin(), text.end(), mayStandIn)) {
         return false;
     }
     if (known.names.digitMayLead.value) {
-        return !std::all_of(text.begin(), text.end(), isDigit);
+        return !std::all_of(text.begin(), text.end(), isDigit) && !beginsWithNumber(text);
     }
     return !isDigit(text.front()) && text.front() != u'$';
 }
@@ -77,6 +86,9 @@ qsizetype lengthIn(name_unit unit, const QString & text)
 
 understood_name withinLength(const facts & known, const QString & name, name_place place)
 {
+    if (place == name_place::table && !known.names.mayEndInBlank.value && name.endsWith(u' ')) {
+        return {name, refusal_cause::table_name_ends_blank, false};
+    }
     const int longest = known.names.longest.value;
     if (longest == 0 || lengthIn(known.names.unit.value, name) <= longest) {
         return {name, refusal_cause::none, false};
@@ -91,12 +103,15 @@ understood_name withinLength(const facts & known, const QString & name, name_pla
 // A schema that is there on any database is left out of the name: tables of others are not known.
 understood_name withSchema(const facts & known, const QString & text, name_place place)
 {
-    const auto dot = text.indexOf(u'.');
-    const QStringView whole(text);
-    if (place != name_place::table || dot <= 0 || !hasUnquotedShape(known, whole.first(dot)) ||
-        !hasUnquotedShape(known, whole.sliced(dot + 1))) {
+    const QStringList parts = text.split(u'.');
+    const qsizetype most = known.names.databasesNamed.value ? 3 : 2;
+    if (place != name_place::table || !isQualified(known, text) || parts.size() > most) {
         return {text, refusal_cause::syntax, false};
     }
+    if (parts.size() == 3) {
+        return {text, refusal_cause::database_named, false};
+    }
+    const auto dot = text.indexOf(u'.');
     const auto schemas = known.names.knownSchemas.value;
     const bool isThere =
         std::find(schemas.begin(), schemas.end(), asciiFolded(text.first(dot))) != schemas.end();
@@ -105,6 +120,14 @@ understood_name withSchema(const facts & known, const QString & text, name_place
 }
 
 } // namespace
+
+bool isQualified(const facts & known, const QString & text)
+{
+    const QStringList parts = text.split(u'.');
+    return parts.size() > 1 && std::all_of(parts.begin(), parts.end(), [&](const QString & part) {
+               return hasUnquotedShape(known, part);
+           });
+}
 
 QString foldedTable(const facts & known, const QString & name)
 {
@@ -119,6 +142,10 @@ QString foldedName(const facts & known, const QString & name)
 understood_name understood(const facts & known, const identifier & written, name_place place)
 {
     const QString & text = written.text;
+    const auto isBeyond = [](QChar c) { return c.isSurrogate(); };
+    if (known.names.basicPlaneOnly.value && std::any_of(text.begin(), text.end(), isBeyond)) {
+        return {text, refusal_cause::name_not_encodable, false};
+    }
     if (!written.quote.isNull()) {
         const bool isQuote = QString(known.names.quotes.value).contains(written.quote);
         return isQuote ? withinLength(known, text, place)
@@ -138,7 +165,7 @@ understood_name understood(const facts & known, const identifier & written, name
     return found;
 }
 
-QString impliedName(const facts & known, const QString & table, const QString & column, QLatin1String label)
+QString impliedName(const facts & known, const QString & table, const QString & column, const QString & label)
 {
     qsizetype ofTable = table.toUtf8().size();
     qsizetype ofColumn = column.toUtf8().size();

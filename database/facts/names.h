@@ -21,6 +21,9 @@ struct identifier
 /// The same for names of columns, indexes, sequences and constraints.
 [[nodiscard]] QString foldedName(const facts & known, const QString & name);
 
+/// Whether the text has the shape of names with points between them.
+[[nodiscard]] bool isQualified(const facts & known, const QString & text);
+
 /// What the database makes of a name that a statement writes.
 struct understood_name
 {
@@ -33,6 +36,6 @@ struct understood_name
 /// The name that the database makes up for what belongs to a table and, unless that is empty, a column: the
 /// parts with low lines between, cut until they fit. Not yet made different from names that are taken.
 [[nodiscard]] QString impliedName(const facts & known, const QString & table, const QString & column,
-                                  QLatin1String label);
+                                  const QString & label);
 
 } // namespace database

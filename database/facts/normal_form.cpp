@@ -11,7 +11,8 @@ namespace database {
 
 namespace {
 
-// SQLite keeps a key of one INTEGER column without an index, so that takes no number.
+// SQLite keeps a key of one INTEGER column without an index, so that takes no number; one of several columns
+// stands after all columns, so it takes the last.
 bool keyTakesNumber(const table & owner)
 {
     if (!owner.key) {
@@ -21,7 +22,7 @@ bool keyTakesNumber(const table & owner)
     const auto only = std::find_if(owner.columns.begin(), owner.columns.end(), [&parts](const column & held) {
         return held.name == parts.front().column;
     });
-    return parts.size() != 1 || only == owner.columns.end() ||
+    return parts.size() == 1 && only != owner.columns.end() &&
            only->type.compare(u"INTEGER", Qt::CaseInsensitive) != 0;
 }
 

@@ -12,13 +12,25 @@ enum class refusal_cause
     schema_missing,
     name_too_long,
     table_name_too_long,
+    table_name_ends_blank,
+    column_name_ends_blank,
+    table_name_in_column,    ///< a column named with a table before it, which is not its own
+    database_name_in_column, ///< the same with a database before that
+    name_not_encodable,      ///< it has a letter that names cannot have
+    database_named,          ///< a name with the database before schema and table
     unknown_type,
-    type_with_length, ///< a length where the type takes none
-    relation_exists,  ///< a table, or what shares its names, has the name
+    type_with_length,     ///< a length where the type takes none
+    length_too_large,     ///< of a type of fixed length, or of any where nothing else is told apart
+    text_too_long,        ///< the length of a text that has a bound
+    width_too_large,      ///< the number of digits to show
+    precision_too_large,  ///< the number of digits
+    specifier_impossible, ///< a number or a mark that the type cannot have
+    relation_exists,      ///< a table, or what shares its names, has the name
     table_missing,
     dropped_table_missing,
     not_a_table, ///< the name is that of an index or a sequence
     column_exists,
+    too_many_columns,
     system_column_added,
     system_column_changed,
     system_column_indexed,
@@ -57,6 +69,8 @@ enum class refusal_cause
     target_missing,
     target_column_missing,
     target_not_key,
+    target_column_count, ///< as many columns on both sides, or it is no foreign key
+    column_repeated,     ///< in a foreign key
     target_type_differs,
     rows_without_target
 };

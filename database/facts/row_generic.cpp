@@ -8,9 +8,10 @@ constexpr char Source[] = "assumed, as no database is behind it";
 
 // clang-format off
 constexpr type_word Types[] = {
-    {"INTEGER", "INTEGER", "integer", false, true},
-    {"TEXT", "TEXT", "", false, true},
+    {"INTEGER", "INTEGER%", "integer", false, 2},
+    {"TEXT", "TEXT%", "", false, 2},
 };
+static_assert(isSorted(Types));
 
 constexpr error_code Errors[] = {
     {refusal_cause::syntax, QLatin1String("42000")},
@@ -32,6 +33,12 @@ constinit const facts GenericFacts = {
             .over = {name_over_length::refused, Source},
             .lengthReadFirst = {true, Source},
             .digitMayLead = {false, Source},
+            .mayEndInBlank = {true, Source},
+            .basicPlaneOnly = {false, Source},
+            .databasesNamed = {false, Source},
+            .columnsNameTable = {false, Source},
+            .indexedNameSchema = {true, Source},
+            .hashIsComment = {false, Source},
             .bareConstraintIsNoColumn = {false, Source},
             .system = {{}, Source},
             .knownSchemas = {{}, Source},
@@ -50,23 +57,23 @@ constinit const facts GenericFacts = {
             .words = {Types, Source},
             .syntaxErrors = {{}, Source},
             .unknown = {unknown_type::taken, Source},
-            .unknownReadFirst = {false, Source},
+            .readFirst = {{}, Source},
             .mayBeMissing = {false, Source},
-            .countedType = {QLatin1String(""), Source},
             .countableType = {QLatin1String(""), Source},
             .onlyOneCounted = {false, Source},
             .numbersOnlyInBrackets = {false, Source},
             .withoutOrder = {{}, Source},
-            .widerTargets = {false, Source},
+            .references = {{}, Source},
+            .arrays = {false, Source},
         },
     .keys =
         {
             .longest = {0, Source},
             .longestRow = {0, Source},
-            .bytesPerCharacter = {1, Source},
             .mostIndexes = {0, Source},
             .prefixes = {false, Source},
-            .longestHashFree = {0, Source},
+            .bytesOfHash = {0, Source},
+            .hashesLong = {false, Source},
             .nullable = {false, Source},
         },
     .foreignKeys =
@@ -84,6 +91,7 @@ constinit const facts GenericFacts = {
             .emptyTables = {false, Source},
             .lastColumnStays = {true, Source},
             .uniqueColumnAdded = {true, Source},
+            .addedNameFirst = {false, Source},
             .notNullFilled = {false, Source},
             .columnTakesItsObjects = {false, Source},
             .columnBoundToObjects = {false, Source},

@@ -6,28 +6,29 @@ namespace {
 
 constexpr char Source[] = "documentation of SQL Server";
 
-constexpr QLatin1String WithoutOrder[] = {QLatin1String("TEXT"), QLatin1String("IMAGE")};
+constexpr QLatin1String WithoutOrder[] = {QLatin1String("")};
 
 // clang-format off
 constexpr type_word Types[] = {
-    {"INT", "", "int", false, true},
-    {"INTEGER", "int", "int", false, true},
-    {"SMALLINT", "", "smallint", false, true},
-    {"BIGINT", "", "bigint", false, true},
-    {"TINYINT", "", "tinyint", false, true},
-    {"FLOAT", "", "float", false, true},
-    {"REAL", "", "real", false, true},
-    {"DECIMAL", "", "decimal", false, true},
-    {"NUMERIC", "", "decimal", false, true},
-    {"VARCHAR", "", "varchar", false, true},
-    {"NVARCHAR", "", "nvarchar", false, true},
-    {"CHAR", "", "char", false, true},
-    {"TEXT", "", "", true, true},
-    {"IMAGE", "", "", true, true},
-    {"DATE", "", "date", false, true},
-    {"TIME", "", "time", false, true},
-    {"DATETIME", "", "datetime", false, true},
+    {"BIGINT", "", "bigint", false, 2},
+    {"CHAR", "", "char", false, 2},
+    {"DATE", "", "date", false, 2},
+    {"DATETIME", "", "datetime", false, 2},
+    {"DECIMAL", "", "decimal", false, 2},
+    {"FLOAT", "", "float", false, 2},
+    {"IMAGE", "", "", true, 2},
+    {"INT", "", "int", false, 2},
+    {"INTEGER", "int%", "int", false, 2},
+    {"NUMERIC", "", "decimal", false, 2},
+    {"NVARCHAR", "", "nvarchar", false, 2},
+    {"REAL", "", "real", false, 2},
+    {"SMALLINT", "", "smallint", false, 2},
+    {"TEXT", "", "", true, 2},
+    {"TIME", "", "time", false, 2},
+    {"TINYINT", "", "tinyint", false, 2},
+    {"VARCHAR", "", "varchar", false, 2},
 };
+static_assert(isSorted(Types));
 
 constexpr error_code Errors[] = {
     {refusal_cause::syntax, QLatin1String("102")},
@@ -73,6 +74,12 @@ constinit const facts MssqlserverFacts = {
             .over = {name_over_length::refused, Source},
             .lengthReadFirst = {true, Source},
             .digitMayLead = {false, Source},
+            .mayEndInBlank = {true, Source},
+            .basicPlaneOnly = {false, Source},
+            .databasesNamed = {false, Source},
+            .columnsNameTable = {false, Source},
+            .indexedNameSchema = {true, Source},
+            .hashIsComment = {false, Source},
             .bareConstraintIsNoColumn = {false, Source},
             .system = {{}, Source},
             .knownSchemas = {{}, Source},
@@ -91,23 +98,23 @@ constinit const facts MssqlserverFacts = {
             .words = {Types, Source},
             .syntaxErrors = {{}, Source},
             .unknown = {unknown_type::refused, Source},
-            .unknownReadFirst = {false, Source},
+            .readFirst = {{}, Source},
             .mayBeMissing = {false, Source},
-            .countedType = {QLatin1String(""), Source},
             .countableType = {QLatin1String(""), Source},
             .onlyOneCounted = {true, Source},
             .numbersOnlyInBrackets = {false, Source},
             .withoutOrder = {WithoutOrder, Source},
-            .widerTargets = {false, Source},
+            .references = {{}, Source},
+            .arrays = {false, Source},
         },
     .keys =
         {
             .longest = {0, Source},
             .longestRow = {0, Source},
-            .bytesPerCharacter = {1, Source},
             .mostIndexes = {0, Source},
             .prefixes = {false, Source},
-            .longestHashFree = {0, Source},
+            .bytesOfHash = {0, Source},
+            .hashesLong = {false, Source},
             .nullable = {false, Source},
         },
     .foreignKeys =
@@ -125,6 +132,7 @@ constinit const facts MssqlserverFacts = {
             .emptyTables = {false, Source},
             .lastColumnStays = {true, Source},
             .uniqueColumnAdded = {true, Source},
+            .addedNameFirst = {false, Source},
             .notNullFilled = {false, Source},
             .columnTakesItsObjects = {false, Source},
             .columnBoundToObjects = {true, Source},

@@ -6,24 +6,25 @@ namespace {
 
 constexpr char Source[] = "documentation of Oracle";
 
-constexpr QLatin1String WithoutOrder[] = {QLatin1String("CLOB"), QLatin1String("BLOB")};
+constexpr QLatin1String WithoutOrder[] = {QLatin1String("")};
 
 // clang-format off
 constexpr type_word Types[] = {
-    {"NUMBER", "", "number", false, true},
-    {"INTEGER", "", "number", false, true},
-    {"INT", "", "number", false, true},
-    {"SMALLINT", "", "number", false, true},
-    {"FLOAT", "", "number", false, true},
-    {"DECIMAL", "", "number", false, true},
-    {"VARCHAR2", "", "string", false, true},
-    {"VARCHAR", "", "string", false, true},
-    {"CHAR", "", "char", false, true},
-    {"CLOB", "", "", true, true},
-    {"BLOB", "", "", true, true},
-    {"DATE", "", "date", false, true},
-    {"TIMESTAMP", "", "timestamp", false, true},
+    {"BLOB", "", "", true, 2},
+    {"CHAR", "", "char", false, 2},
+    {"CLOB", "", "", true, 2},
+    {"DATE", "", "date", false, 2},
+    {"DECIMAL", "", "number", false, 2},
+    {"FLOAT", "", "number", false, 2},
+    {"INT", "", "number", false, 2},
+    {"INTEGER", "", "number", false, 2},
+    {"NUMBER", "", "number", false, 2},
+    {"SMALLINT", "", "number", false, 2},
+    {"TIMESTAMP", "", "timestamp", false, 2},
+    {"VARCHAR", "", "string", false, 2},
+    {"VARCHAR2", "", "string", false, 2},
 };
+static_assert(isSorted(Types));
 
 constexpr error_code Errors[] = {
     {refusal_cause::syntax, QLatin1String("ORA-00904")},
@@ -69,6 +70,12 @@ constinit const facts OracleFacts = {
             .over = {name_over_length::refused, Source},
             .lengthReadFirst = {true, Source},
             .digitMayLead = {false, Source},
+            .mayEndInBlank = {true, Source},
+            .basicPlaneOnly = {false, Source},
+            .databasesNamed = {false, Source},
+            .columnsNameTable = {false, Source},
+            .indexedNameSchema = {true, Source},
+            .hashIsComment = {false, Source},
             .bareConstraintIsNoColumn = {false, Source},
             .system = {{}, Source},
             .knownSchemas = {{}, Source},
@@ -87,23 +94,23 @@ constinit const facts OracleFacts = {
             .words = {Types, Source},
             .syntaxErrors = {{}, Source},
             .unknown = {unknown_type::refused, Source},
-            .unknownReadFirst = {false, Source},
+            .readFirst = {{}, Source},
             .mayBeMissing = {false, Source},
-            .countedType = {QLatin1String(""), Source},
             .countableType = {QLatin1String(""), Source},
             .onlyOneCounted = {false, Source},
             .numbersOnlyInBrackets = {false, Source},
             .withoutOrder = {WithoutOrder, Source},
-            .widerTargets = {false, Source},
+            .references = {{}, Source},
+            .arrays = {false, Source},
         },
     .keys =
         {
             .longest = {0, Source},
             .longestRow = {0, Source},
-            .bytesPerCharacter = {1, Source},
             .mostIndexes = {0, Source},
             .prefixes = {false, Source},
-            .longestHashFree = {0, Source},
+            .bytesOfHash = {0, Source},
+            .hashesLong = {false, Source},
             .nullable = {false, Source},
         },
     .foreignKeys =
@@ -121,6 +128,7 @@ constinit const facts OracleFacts = {
             .emptyTables = {false, Source},
             .lastColumnStays = {true, Source},
             .uniqueColumnAdded = {true, Source},
+            .addedNameFirst = {false, Source},
             .notNullFilled = {false, Source},
             .columnTakesItsObjects = {false, Source},
             .columnBoundToObjects = {false, Source},

@@ -1,3 +1,4 @@
+#include "database/facts/postgresql_types.h"
 #include "database/facts/rows.h"
 
 namespace database {
@@ -11,42 +12,21 @@ constexpr QLatin1String SystemColumns[] = {QLatin1String("ctid"), QLatin1String(
                                            QLatin1String("xmax"), QLatin1String("cmin"),
                                            QLatin1String("cmax"), QLatin1String("tableoid")};
 constexpr QLatin1String KnownSchemas[] = {QLatin1String("public")};
-constexpr QLatin1String WithoutOrder[] = {QLatin1String("JSON"), QLatin1String("XML"),
-                                          QLatin1String("POINT")};
+constexpr QLatin1String WithoutOrder[] = {QLatin1String("")};
+constexpr refusal_cause ReadFirst[] = {refusal_cause::precision_too_large};
+constexpr family_pair References[] = {{"integer", "numeric"}, {"integer", "real"},  {"integer", "oid"},
+                                      {"numeric", "real"},    {"string", "bpchar"}, {"bpchar", "string"},
+                                      {"string", "name"},     {"name", "string"},   {"bpchar", "name"},
+                                      {"char", "string"},     {"time", "timetz"},   {"time", "interval"}};
 
 // clang-format off
-constexpr type_word Types[] = {
-    {"INTEGER", "integer", "integer", false, false},
-    {"INT", "integer", "integer", false, false},
-    {"SMALLINT", "smallint", "integer", false, false},
-    {"BIGINT", "bigint", "integer", false, false},
-    {"BIGSERIAL", "bigint", "integer", false, false},
-    {"SERIAL", "integer", "integer", false, false},
-    {"BOOLEAN", "boolean", "boolean", false, false},
-    {"TEXT", "text", "string", true, false},
-    {"VARCHAR", "character varying", "string", false, true},
-    {"CHAR", "character", "string", false, true},
-    {"CHARACTER", "character", "string", false, true},
-    {"FLOAT", "double precision", "real", false, true},
-    {"REAL", "real", "real", false, false},
-    {"NUMERIC", "numeric", "numeric", false, true},
-    {"DECIMAL", "numeric", "numeric", false, true},
-    {"DATE", "date", "time of day and date", false, false},
-    {"TIMESTAMP", "timestamp without time zone", "time of day and date", false, true},
-    {"TIMESTAMPTZ", "timestamp with time zone", "time of day and date", false, true},
-    {"TIME", "time", "time", false, true},
-    {"BYTEA", "bytea", "bytea", false, false},
-    {"JSON", "json", "", false, false},
-    {"JSONB", "jsonb", "jsonb", false, false},
-    {"UUID", "uuid", "uuid", false, false},
-    {"XML", "xml", "", false, false},
-    {"POINT", "point", "", false, false},
-};
-
 constexpr error_code Errors[] = {
     {refusal_cause::syntax, QLatin1String("42601")},
     {refusal_cause::type_with_length, QLatin1String("42601")},
+    {refusal_cause::length_too_large, QLatin1String("22023")},
+    {refusal_cause::precision_too_large, QLatin1String("22023")},
     {refusal_cause::schema_missing, QLatin1String("3F000")},
+    {refusal_cause::database_named, QLatin1String("0A000")},
     {refusal_cause::unknown_type, QLatin1String("42704")},
     {refusal_cause::relation_exists, QLatin1String("42P07")},
     {refusal_cause::table_missing, QLatin1String("42P01")},
@@ -92,6 +72,12 @@ constinit const facts PostgresqlFacts = {
             .over = {name_over_length::cut, Source},
             .lengthReadFirst = {true, Source},
             .digitMayLead = {false, Source},
+            .mayEndInBlank = {true, Source},
+            .basicPlaneOnly = {false, Source},
+            .databasesNamed = {true, Source},
+            .columnsNameTable = {false, Source},
+            .indexedNameSchema = {true, Source},
+            .hashIsComment = {false, Source},
             .bareConstraintIsNoColumn = {false, Source},
             .system = {SystemColumns, Source},
             .knownSchemas = {KnownSchemas, Documented},
@@ -107,26 +93,26 @@ constinit const facts PostgresqlFacts = {
         },
     .types =
         {
-            .words = {Types, Source},
+            .words = {PostgresqlTypes, Source},
             .syntaxErrors = {{}, Source},
             .unknown = {unknown_type::refused, Source},
-            .unknownReadFirst = {false, Source},
+            .readFirst = {ReadFirst, Source},
             .mayBeMissing = {false, Source},
-            .countedType = {QLatin1String("BIGSERIAL"), Source},
             .countableType = {QLatin1String(""), Source},
             .onlyOneCounted = {false, Source},
             .numbersOnlyInBrackets = {false, Source},
             .withoutOrder = {WithoutOrder, Source},
-            .widerTargets = {true, Source},
+            .references = {References, Source},
+            .arrays = {true, Source},
         },
     .keys =
         {
             .longest = {0, Source},
             .longestRow = {0, Source},
-            .bytesPerCharacter = {1, Source},
             .mostIndexes = {0, Source},
             .prefixes = {false, Source},
-            .longestHashFree = {0, Source},
+            .bytesOfHash = {0, Source},
+            .hashesLong = {false, Source},
             .nullable = {false, Source},
         },
     .foreignKeys =
@@ -144,6 +130,7 @@ constinit const facts PostgresqlFacts = {
             .emptyTables = {true, Source},
             .lastColumnStays = {false, Source},
             .uniqueColumnAdded = {true, Source},
+            .addedNameFirst = {true, Source},
             .notNullFilled = {false, Source},
             .columnTakesItsObjects = {true, Source},
             .columnBoundToObjects = {false, Source},

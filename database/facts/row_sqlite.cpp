@@ -10,9 +10,10 @@ constexpr QLatin1String KnownSchemas[] = {QLatin1String("main"), QLatin1String("
 
 // clang-format off
 constexpr type_word Types[] = {
-    {"INTEGER", "INTEGER", "", false, true},
-    {"TEXT", "TEXT", "", false, true},
+    {"INTEGER", "INTEGER%", "", false, 2},
+    {"TEXT", "TEXT%", "", false, 2},
 };
+static_assert(isSorted(Types));
 
 constexpr error_code Errors[] = {
     {refusal_cause::syntax, QLatin1String("SQLITE_ERROR")},
@@ -50,6 +51,12 @@ constinit const facts SqliteFacts = {
             .over = {name_over_length::refused, Source},
             .lengthReadFirst = {true, Source},
             .digitMayLead = {false, Source},
+            .mayEndInBlank = {true, Source},
+            .basicPlaneOnly = {false, Source},
+            .databasesNamed = {false, Source},
+            .columnsNameTable = {false, Source},
+            .indexedNameSchema = {false, Source},
+            .hashIsComment = {false, Source},
             .bareConstraintIsNoColumn = {true, Source},
             .system = {{}, Source},
             .knownSchemas = {KnownSchemas, Source},
@@ -68,23 +75,23 @@ constinit const facts SqliteFacts = {
             .words = {Types, Source},
             .syntaxErrors = {{}, Source},
             .unknown = {unknown_type::taken, Source},
-            .unknownReadFirst = {false, Source},
+            .readFirst = {{}, Source},
             .mayBeMissing = {true, Source},
-            .countedType = {QLatin1String(""), Source},
             .countableType = {QLatin1String("INTEGER"), Source},
             .onlyOneCounted = {true, Source},
             .numbersOnlyInBrackets = {true, Source},
             .withoutOrder = {{}, Source},
-            .widerTargets = {false, Source},
+            .references = {{}, Source},
+            .arrays = {true, Source},
         },
     .keys =
         {
             .longest = {0, Source},
             .longestRow = {0, Source},
-            .bytesPerCharacter = {1, Source},
             .mostIndexes = {0, Source},
             .prefixes = {false, Source},
-            .longestHashFree = {0, Source},
+            .bytesOfHash = {0, Source},
+            .hashesLong = {false, Source},
             .nullable = {true, Source},
         },
     .foreignKeys =
@@ -102,6 +109,7 @@ constinit const facts SqliteFacts = {
             .emptyTables = {false, Source},
             .lastColumnStays = {true, Source},
             .uniqueColumnAdded = {false, Source},
+            .addedNameFirst = {false, Source},
             .notNullFilled = {false, Source},
             .columnTakesItsObjects = {false, Source},
             .columnBoundToObjects = {true, Source},

@@ -8,6 +8,7 @@ namespace database {
 extern const facts GenericFacts;
 extern const facts SqliteFacts;
 extern const facts MysqlFacts;
+extern const facts MariadbFacts;
 extern const facts PostgresqlFacts;
 extern const facts OracleFacts;
 extern const facts MssqlserverFacts;

@@ -62,6 +62,9 @@ refusal addingRefusal(const state & at, const table & owner, const add_column & 
     if (asked.definition.unique && !at.known.changes.uniqueColumnAdded.value) {
         return {refusal_cause::unique_added, object, false};
     }
+    if (asked.definition.unique && !hasOrder(at.known, made.type)) {
+        return {refusal_cause::type_not_indexable, object, false};
+    }
     const bool isFilled = at.known.changes.notNullFilled.value;
     if (rows > 0 && made.notNull && !isFilled && !made.counted) {
         return {refusal_cause::not_null_added, object, false};
@@ -77,12 +80,11 @@ void makeColumn(state & at, const table & owner, const add_column & asked, const
     QSet<QString> taken;
     std::vector<sequence> sequences;
     if (made.counted && at.known.scopes.namesKeysAndSequences.value) {
-        const QString implied = impliedName(at.known, owner.name, made.name, QLatin1String("seq"));
-        sequences.push_back({at.freeName(implied), made.name});
+        sequences.push_back({at.freeName(owner.name, made.name, QLatin1String("seq")), made.name});
         taken.insert(sequences.front().name);
     }
     std::vector<index> indexes;
-    if (asked.definition.unique) {
+    if (asked.definition.unique || isUniqueByType(at.known, asked.definition)) {
         indexes.push_back(uniqueIndex(at, owner, made.name, taken));
     }
     at.change(owner, [&](table & changed) {
@@ -201,13 +203,16 @@ struct renamed_column
 
 // What renaming and changing a column have in common.
 refusal findRenamed(const state & at, const identifier & tableName, const identifier & from,
-                    const identifier & to, const QString & type, losses & lost, renamed_column & found)
+                    const column_definition & to, losses & lost, renamed_column & found)
 {
     name_reader names(at.known, lost);
     const QString on = names.table(tableName);
     const QString old = names.lookedFor(from);
-    found.to = names.other(to);
+    found.to = names.other(to.name);
     refusal why = names.why();
+    if (!why && !to.type.isEmpty()) {
+        why = readType(at.known, to, columnObject(on, found.to));
+    }
     found.owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
     if (found.owner == nullptr) {
         return why;
@@ -215,16 +220,19 @@ refusal findRenamed(const state & at, const identifier & tableName, const identi
     if (isSystemColumn(at.known, old)) {
         return {refusal_cause::system_column_changed, columnObject(on, old), false};
     }
-    if (const refusal_cause cause = refusalOf(at.known, type);
-        !type.isEmpty() && cause != refusal_cause::none) {
-        return {cause, columnObject(on, found.to), false};
-    }
     found.old = at.findColumn(*found.owner, old);
     if (found.old == nullptr) {
         return {refusal_cause::changed_column_missing, columnObject(on, old), false};
     }
     if (isSystemColumn(at.known, found.to)) {
         return {refusal_cause::system_column_added, columnObject(on, found.to), false};
+    }
+    if (!at.known.names.mayEndInBlank.value && found.to.endsWith(u' ')) {
+        return {refusal_cause::column_name_ends_blank, columnObject(on, found.to), false};
+    }
+    if (const refusal_cause cause = refusalOf(at.known, to.type);
+        !to.type.isEmpty() && cause != refusal_cause::none) {
+        return {cause, columnObject(on, found.to), false};
     }
     const column * const there = at.findColumn(*found.owner, found.to);
     const bool isItself = there == found.old && at.known.changes.columnRenamedToItself.value;
@@ -237,40 +245,54 @@ refusal changingRefusal(const state & at, const renamed_column & found, const co
 {
     const table & owner = *found.owner;
     const QString object = columnObject(owner.name, found.old->name);
-    const bool isOtherType = partsOf(to.type).word != partsOf(found.old->type).word;
+    const bool isOtherType = shownType(at.known, to.type) != shownType(at.known, found.old->type);
     const foreign_key * key = keyFrom(owner, found.old->name);
     key = key == nullptr ? keyTo(at, owner, found.old->name) : key;
-    if (key != nullptr && (isOtherType || at.isCopied(owner))) {
-        return {refusal_cause::copy_needed, foreignKeyObject(key->name), false};
-    }
     const key_part * const part = partOfKey(owner, found.old->name);
     if (part != nullptr && part->prefix == 0 && isLarge(at.known, to.type)) {
         return {refusal_cause::text_key_without_prefix, object, false};
+    }
+    if (key != nullptr && (isOtherType || at.isCopied(owner))) {
+        return {refusal_cause::copy_needed, foreignKeyObject(key->name), false};
     }
     if (at.rowsOf(owner) == 0) {
         return {};
     }
     if (isOtherType) {
-        const bool wasText = isLarge(at.known, found.old->type);
+        const understood_type was = understoodType(at.known, found.old->type);
+        const understood_type is = understoodType(at.known, to.type);
+        const bool wasText = was.isLarge() || was.length() > 0 || (is.row != nullptr && is.row->isTime);
         return {wasText ? refusal_cause::values_converted : refusal_cause::values_lost, object, true};
     }
     return to.notNull && !found.old->notNull ? refusal{refusal_cause::nulls_lost, object, true} : refusal();
 }
 
-void fitPrefixes(table & owner, const column & old, const column & to)
+// An index over the whole column is one over the whole of the new type, as far as that goes; one over its
+// beginning stays that where there is more.
+int fittedPrefix(const facts & known, int prefix, const column & to)
 {
-    const QString was = partsOf(old.type).word;
-    const QString is = partsOf(to.type).word;
+    const understood_type type = understoodType(known, to.type);
+    const bool isText = type.isLarge() || type.length() > 0;
+    const bool isBeginning = prefix > 0 && (type.isLarge() || prefix < type.length());
+    const int whole = indexedPart(known, to.type, 0);
+    if (!isText || !isBeginning) {
+        return isText ? whole : 0;
+    }
+    return type.isLarge() && whole > 0 ? std::min(prefix, whole) : prefix;
+}
+
+void fitPrefixes(const facts & known, table & owner, const column & to)
+{
     for (index & each : owner.indexes) {
         for (key_part & part : each.parts) {
-            if (part.column != to.name) {
-                continue;
+            if (part.column == to.name) {
+                part.prefix = each.unique ? 0 : fittedPrefix(known, part.prefix, to);
             }
-            if (is != QLatin1String("TEXT") && is != QLatin1String("VARCHAR")) {
-                part.prefix = 0;
-            } else if (is == QLatin1String("TEXT") && was == QLatin1String("VARCHAR") && !each.unique) {
-                part.prefix = partsOf(old.type).length();
-            }
+        }
+    }
+    if (owner.key) {
+        for (key_part & part : owner.key->parts) {
+            part.prefix = part.column == to.name ? fittedPrefix(known, part.prefix, to) : part.prefix;
         }
     }
 }
@@ -280,9 +302,12 @@ void fitPrefixes(table & owner, const column & old, const column & to)
 refusal apply(state & at, const add_column & asked, losses & lost)
 {
     name_reader names(at.known, lost);
-    const QString name = names.other(asked.definition.name);
     const QString on = names.table(asked.table);
+    const QString name = names.other(asked.definition.name);
     refusal why = names.why();
+    if (!why) {
+        why = readType(at.known, asked.definition, columnObject(on, name));
+    }
     const table * const owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
     if (owner == nullptr) {
         return why;
@@ -290,8 +315,11 @@ refusal apply(state & at, const add_column & asked, losses & lost)
     if (asked.ifNotExists && at.findColumn(*owner, name) != nullptr) {
         return {};
     }
-    if (why = checkColumn(at, *owner, asked.definition, name); why) {
-        return why;
+    const bool nameFirst = at.known.changes.addedNameFirst.value;
+    const refusal ofName = checkColumnName(at, *owner, name);
+    const refusal ofType = checkColumnType(at, *owner, asked.definition, name);
+    if (ofName || ofType) {
+        return (nameFirst && ofName) || !ofType ? ofName : ofType;
     }
     const column made = columnOf(at.known, asked.definition, name);
     if (why = addingRefusal(at, *owner, asked, made); why) {
@@ -340,7 +368,9 @@ refusal apply(state & at, const drop_column & asked, losses & lost)
 refusal apply(state & at, const rename_column & asked, losses & lost)
 {
     renamed_column found;
-    if (const refusal why = findRenamed(at, asked.table, asked.from, asked.to, {}, lost, found);
+    column_definition renamed;
+    renamed.name = asked.to;
+    if (const refusal why = findRenamed(at, asked.table, asked.from, renamed, lost, found);
         why || found.owner == nullptr || found.old == nullptr) {
         return why;
     }
@@ -355,7 +385,7 @@ refusal apply(state & at, const change_column & asked, losses & lost)
 {
     renamed_column found;
     const column_definition & definition = asked.definition;
-    refusal why = findRenamed(at, asked.table, asked.from, definition.name, definition.type, lost, found);
+    refusal why = findRenamed(at, asked.table, asked.from, definition, lost, found);
     if (why || found.owner == nullptr || found.old == nullptr) {
         return why;
     }
@@ -375,7 +405,7 @@ refusal apply(state & at, const change_column & asked, losses & lost)
     }
     const QString on = found.owner->name;
     renameColumn(at, *found.owner, old.name, to);
-    at.change(*at.find(on), [&](table & changed) { fitPrefixes(changed, old, to); });
+    at.change(*at.find(on), [&](table & changed) { fitPrefixes(at.known, changed, to); });
     return why;
 }
 

@@ -9,6 +9,16 @@ namespace database {
 
 namespace {
 
+// Whether a foreign key, a key or a unique column of the table has the name.
+bool isConstraint(const table & owner, const QString & name)
+{
+    return std::any_of(owner.foreignKeys.begin(), owner.foreignKeys.end(),
+                       [&](const foreign_key & each) { return each.name == name; }) ||
+           std::any_of(owner.indexes.begin(), owner.indexes.end(),
+                       [&](const index & each) { return each.unique && each.name == name; }) ||
+           (owner.key && owner.key->name == name);
+}
+
 /// A foreign key while it is being added.
 class new_foreign_key
 {
@@ -23,20 +33,33 @@ public:
         if (const refusal why = readNames(); why) {
             return why;
         }
-        m_target = m_at.find(m_made.target);
         const bool targetFirst = m_at.known.foreignKeys.targetLookedForFirst.value;
-        if (targetFirst && m_target == nullptr) {
-            return missingTarget();
+        if (const refusal why = targetFirst ? checkName() : refusal(); why) {
+            return why;
+        }
+        if (m_ofTarget) {
+            return m_ofTarget;
+        }
+        refusal ofTarget;
+        m_target = m_at.need(m_made.target, refusal_cause::target_missing, ofTarget);
+        if (targetFirst && ofTarget) {
+            return ofTarget;
         }
         if (const refusal why = findColumns(*m_owner, m_made.columns, refusal_cause::key_column_missing);
             why) {
             return why;
         }
-        if (const refusal why = tooLong(m_at.known, m_asked.reference.name); why) {
-            return why;
+        if (m_at.known.foreignKeys.makesIndex.value && m_made.columns.size() != m_made.targetColumns.size()) {
+            return {refusal_cause::target_column_count, foreignKeyObject(m_made.name), false};
         }
-        if (m_target == nullptr) {
-            return missingTarget();
+        for (const auto step : {&new_foreign_key::checkIndexLength, &new_foreign_key::checkNameLength,
+                                &new_foreign_key::checkIndexColumns}) {
+            if (const refusal why = (this->*step)(); why) {
+                return why;
+            }
+        }
+        if (ofTarget) {
+            return ofTarget;
         }
         for (const auto step : {&new_foreign_key::checkTarget, &new_foreign_key::checkTypes,
                                 &new_foreign_key::checkName, &new_foreign_key::checkFilled}) {
@@ -58,30 +81,57 @@ private:
             return {refusal_cause::syntax, foreignKeyObject(asked.name.text), false};
         }
         name_reader names(m_at.known, m_lost);
-        m_made.columns = names.others(asked.columns);
-        m_made.targetColumns = names.others(asked.targetColumns);
-        m_made.name = names.lookedFor(asked.name);
         const QString on = names.table(m_asked.table);
+        m_made.name = names.lookedFor(asked.name);
+        m_made.columns = names.allLookedFor(asked.columns);
         refusal why = names.why();
-        if (why) {
+        if (why && why.cause != refusal_cause::schema_missing && why.cause != refusal_cause::database_named) {
             return why;
         }
         name_reader targets(m_at.known, m_lost);
         m_made.target = targets.table(asked.target);
-        why = targets.why();
-        const bool isSchema = why.cause == refusal_cause::schema_missing;
-        if (why && !isSchema) {
+        name_reader afterwards(m_at.known, m_lost);
+        m_made.targetColumns = afterwards.allLookedFor(asked.targetColumns);
+        for (const refusal & each : {targets.why(), afterwards.why()}) {
+            if (each && isReadFirst(m_at.known, each.cause)) {
+                return each;
+            }
+        }
+        if (why) {
             return why;
         }
-        // The table itself is looked for before the schema of the other.
-        refusal ofOwner;
-        m_owner = m_at.need(on, refusal_cause::table_missing, ofOwner);
-        return ofOwner ? ofOwner : why;
+        why = targets.why();
+        // The table itself is looked for before the name of the other is.
+        m_ofTarget = why;
+        m_owner = m_at.need(on, refusal_cause::table_missing, why);
+        return m_owner == nullptr ? why : refusal();
     }
 
-    [[nodiscard]] refusal missingTarget() const
+    // The index of the key's own, where one is made.
+    [[nodiscard]] refusal checkIndexColumns()
     {
-        return {refusal_cause::target_missing, tableObject(m_made.target), false};
+        QStringList once = m_made.columns;
+        const bool isRefused = m_at.known.foreignKeys.makesIndex.value && once.removeDuplicates() > 0;
+        return isRefused ? refusal{refusal_cause::column_repeated,
+                                   columnObject(m_owner->name, once.constFirst()), false}
+                         : refusal();
+    }
+
+    [[nodiscard]] refusal checkNameLength() { return tooLong(m_at.known, m_asked.reference.name); }
+
+    [[nodiscard]] refusal checkIndexLength()
+    {
+        if (!m_at.known.foreignKeys.makesIndex.value || m_made.columns.size() < 2) {
+            return {};
+        }
+        int bytes = 0;
+        for (const QString & each : m_made.columns) {
+            bytes += bytesInKey(m_at.known, m_at.findColumn(*m_owner, each)->type, 0);
+        }
+        const int longest = m_at.known.keys.longest.value;
+        return longest > 0 && bytes > longest
+                   ? refusal{refusal_cause::key_too_long, foreignKeyObject(m_made.name), false}
+                   : refusal();
     }
 
     // Puts the names that the columns have in the place of those that the statement writes.
@@ -147,9 +197,7 @@ private:
     {
         const bool isOfDatabase = m_at.known.scopes.foreignKeys.value == name_scope::database;
         const bool isTaken =
-            isOfDatabase ? m_at.hasForeignKey(m_made.name)
-                         : std::any_of(m_owner->foreignKeys.begin(), m_owner->foreignKeys.end(),
-                                       [&](const foreign_key & each) { return each.name == m_made.name; });
+            isOfDatabase ? m_at.hasForeignKey(m_made.name) : isConstraint(*m_owner, m_made.name);
         return isTaken ? refusal{refusal_cause::foreign_key_exists, foreignKeyObject(m_made.name), false}
                        : refusal();
     }
@@ -206,6 +254,7 @@ private:
     losses & m_lost;
     const table * m_owner = nullptr;
     const table * m_target = nullptr;
+    refusal m_ofTarget; ///< of how it is named
     foreign_key m_made;
 };
 
@@ -219,8 +268,8 @@ refusal apply(state & at, const add_foreign_key & asked, losses & lost)
 refusal apply(state & at, const drop_constraint & asked, losses & lost)
 {
     name_reader names(at.known, lost);
-    const QString name = names.lookedFor(asked.constraint);
     const QString on = names.table(asked.table);
+    const QString name = names.lookedFor(asked.constraint);
     refusal why = names.why();
     if (!why && !at.known.foreignKeys.alterable.value) {
         why = {refusal_cause::syntax, foreignKeyObject(name), false};

@@ -9,12 +9,6 @@ namespace database {
 
 namespace {
 
-bool isWithoutOrder(const facts & known, const QString & type)
-{
-    const auto words = known.types.withoutOrder.value;
-    return std::find(words.begin(), words.end(), partsOf(type).word) != words.end();
-}
-
 refusal missingColumn(const facts & known, const table & owner, const QString & name)
 {
     const bool isSystem = isSystemColumn(known, name);
@@ -22,22 +16,12 @@ refusal missingColumn(const facts & known, const table & owner, const QString & 
             columnObject(owner.name, name), false};
 }
 
-// How much of the column is kept: what is asked for, or what the longest key has room for.
-int prefixOf(const facts & known, const column & of, int asked)
-{
-    if (asked > 0 || !isHashed(known, of.type)) {
-        return keptPrefix(of.type, asked);
-    }
-    const bool isBytes = partsOf(of.type).word.contains(QLatin1String("BLOB"));
-    return isBytes ? known.keys.longest.value : known.keys.longestHashFree.value;
-}
-
 refusal makeParts(const state & at, const table & owner, const create_index & asked, losses & lost,
                   index & made)
 {
     for (const named_part & part : asked.parts) {
         name_reader names(at.known, lost);
-        const QString name = names.other(part.column);
+        const QString name = names.lookedFor(part.column);
         const column * const of = at.findColumn(owner, name);
         if (names.why() || of == nullptr) {
             return names.why() ? names.why() : missingColumn(at.known, owner, name);
@@ -49,7 +33,8 @@ refusal makeParts(const state & at, const table & owner, const create_index & as
         if (part.prefix > 0 && !takesPrefix(at.known, of->type, part.prefix)) {
             return {refusal_cause::prefix_not_possible, object, false};
         }
-        made.parts.push_back({of->name, asked.unique ? part.prefix : prefixOf(at.known, *of, part.prefix)});
+        made.parts.push_back(
+            {of->name, asked.unique ? part.prefix : indexedPart(at.known, of->type, part.prefix)});
         if (part.prefix == 0 && made.parts.back().prefix > 0) {
             lost.push_back({loss_kind::index_cut, indexObject(made.name)});
         }
@@ -60,7 +45,7 @@ refusal makeParts(const state & at, const table & owner, const create_index & as
 refusal typeRefusal(const state & at, const table & owner, const index & made)
 {
     for (const key_part & part : made.parts) {
-        if (isWithoutOrder(at.known, at.findColumn(owner, part.column)->type)) {
+        if (!hasOrder(at.known, at.findColumn(owner, part.column)->type)) {
             return {refusal_cause::type_not_indexable, columnObject(owner.name, part.column), false};
         }
     }
@@ -107,8 +92,12 @@ refusal apply(state & at, const create_index & asked, losses & lost)
     made.unique = asked.unique;
     made.name = names.lookedFor(asked.index);
     const QString on = names.table(asked.table);
+    const bool isPlain = asked.table.quote.isNull() && isQualified(at.known, asked.table.text);
+    if (isPlain && !at.known.names.indexedNameSchema.value) {
+        return {refusal_cause::syntax, tableObject(asked.table.text), false};
+    }
     for (const named_part & part : asked.parts) {
-        names.other(part.column);
+        names.lookedFor(part.column);
     }
     refusal why = names.why();
     if (!why && asked.parts.empty()) {

@@ -11,7 +11,11 @@ namespace database {
 QString name_reader::read(const identifier & written, name_place place)
 {
     const understood_name found = understood(m_known, written, place);
-    if (!m_why && found.refused != refusal_cause::none) {
+    // What is wrong with the text is told before what its names stand for is looked at.
+    const bool isLookedUp =
+        m_why.cause == refusal_cause::schema_missing || m_why.cause == refusal_cause::database_named;
+    if ((!m_why || (isLookedUp && isReadFirst(m_known, found.refused))) &&
+        found.refused != refusal_cause::none) {
         const bool isTable = place == name_place::table;
         m_why = {found.refused, isTable ? tableObject(written.text) : written.text, false};
     }
@@ -24,8 +28,22 @@ QString name_reader::read(const identifier & written, name_place place)
 QString name_reader::newTable(const identifier & written)
 {
     const QString name = table(written);
-    if (m_why.cause == refusal_cause::schema_missing) {
-        m_why.cause = refusal_cause::syntax;
+    const bool isQualifiedName = written.quote.isNull() && isQualified(m_known, written.text);
+    if (isQualifiedName && (!m_why || m_why.object == tableObject(written.text))) {
+        m_why = {refusal_cause::syntax, tableObject(written.text), false};
+    }
+    return name;
+}
+
+QString name_reader::newColumn(const identifier & written)
+{
+    const bool hadNone = !m_why;
+    const QString name = other(written);
+    const bool namesTable =
+        m_known.names.columnsNameTable.value && written.quote.isNull() && isQualified(m_known, written.text);
+    if (hadNone && m_why && namesTable) {
+        m_why.cause = written.text.count(u'.') == 1 ? refusal_cause::table_name_in_column
+                                                    : refusal_cause::database_name_in_column;
     }
     return name;
 }
@@ -34,6 +52,15 @@ QString name_reader::lookedFor(const identifier & written)
 {
     const bool isAfterwards = !m_known.names.lengthReadFirst.value && tooLong(m_known, written);
     return isAfterwards ? written.text : other(written);
+}
+
+QStringList name_reader::allLookedFor(const std::vector<identifier> & written)
+{
+    QStringList names;
+    for (const identifier & each : written) {
+        names += lookedFor(each);
+    }
+    return names;
 }
 
 QStringList name_reader::others(const std::vector<identifier> & written)
@@ -60,26 +87,47 @@ bool isSystemColumn(const facts & known, const QString & name)
 
 bool countsByType(const facts & known, const column_definition & asked)
 {
-    const QLatin1String counted = known.types.countedType.value;
-    return !counted.isEmpty() && partsOf(asked.type).word == counted;
+    return understoodType(known, asked.type).counts();
 }
 
-refusal checkColumn(const state & at, const table & owner, const column_definition & asked,
-                    const QString & name)
+refusal readType(const facts & known, const column_definition & asked, const QString & object)
 {
-    if (const refusal_cause cause = refusalOf(at.known, asked.type); cause != refusal_cause::none) {
-        return {cause, columnObject(owner.name, name), false};
+    const understood_type type = understoodType(known, asked.type);
+    if (isReadFirst(known, type.refused)) {
+        return {type.refused, object, false};
+    }
+    const bool cannotCount = asked.counted && type.row != nullptr && type.counts();
+    if (cannotCount || (asked.counted && isReadFirst(known, refusal_cause::specifier_impossible) &&
+                        (type.row == nullptr || !type.row->countable))) {
+        return {cannotCount ? refusal_cause::syntax : refusal_cause::specifier_impossible, object, false};
+    }
+    return {};
+}
+
+refusal checkColumnName(const state & at, const table & owner, const QString & name)
+{
+    const QString object = columnObject(owner.name, name);
+    if (!at.known.names.mayEndInBlank.value && name.endsWith(u' ')) {
+        return {refusal_cause::column_name_ends_blank, object, false};
     }
     if (at.findColumn(owner, name) != nullptr) {
-        return {refusal_cause::column_exists, columnObject(owner.name, name), false};
+        return {refusal_cause::column_exists, object, false};
     }
-    if (isSystemColumn(at.known, name)) {
-        return {refusal_cause::system_column_added, columnObject(owner.name, name), false};
+    return isSystemColumn(at.known, name) ? refusal{refusal_cause::system_column_added, object, false}
+                                          : refusal();
+}
+
+refusal checkColumnType(const state & at, const table & owner, const column_definition & asked,
+                        const QString & name)
+{
+    const QString object = columnObject(owner.name, name);
+    if (const refusal_cause cause = refusalOf(at.known, asked.type); cause != refusal_cause::none) {
+        return {cause, object, false};
     }
     const QLatin1String countable = at.known.types.countableType.value;
     const bool isOfOtherType = asked.type.compare(countable, Qt::CaseInsensitive) != 0;
     if (asked.counted && !countable.isEmpty() && (!asked.primaryKey || isOfOtherType)) {
-        return {refusal_cause::counted_not_possible, columnObject(owner.name, name), false};
+        return {refusal_cause::counted_not_possible, object, false};
     }
     return {};
 }
@@ -96,7 +144,7 @@ index uniqueIndex(const state & at, const table & owner, const QString & column,
     made.unique = true;
     made.parts = {{column, 0}};
     if (at.known.scopes.namesKeysAndSequences.value) {
-        made.name = at.freeName(impliedName(at.known, owner.name, column, QLatin1String("key")), taken);
+        made.name = at.freeName(owner.name, column, QLatin1String("key"), taken);
     } else if (at.known.scopes.uniqueNamedLikeColumn.value) {
         made.name = column;
         for (int number = 2; at.findIndex(owner, made.name) != nullptr; ++number) {
@@ -115,10 +163,56 @@ QStringList columnsOf(const std::vector<key_part> & parts)
     return names;
 }
 
-int keptPrefix(const QString & type, int prefix)
+int keptPrefix(const facts & known, const QString & type, int prefix)
 {
-    const declared_type parts = partsOf(type);
-    return parts.word == QLatin1String("VARCHAR") && parts.length() == prefix ? 0 : prefix;
+    return understoodType(known, type).length() == prefix ? 0 : prefix;
+}
+
+bool isUniqueByType(const facts & known, const column_definition & asked)
+{
+    const understood_type type = understoodType(known, asked.type);
+    return type.row != nullptr && type.row->isUnique;
+}
+
+int bytesOfRow(const facts & known, const table & owner)
+{
+    constexpr int ShortText = 255;
+    int bytes = 0;
+    int nullable = 0;
+    for (const column & each : owner.columns) {
+        const understood_type type = understoodType(known, each.type);
+        nullable += each.notNull ? 0 : 1;
+        if (type.row == nullptr) {
+            continue;
+        }
+        const bool hasLength = type.row->fewestNumbers == 1 && type.row->isBounded;
+        const int ofLength = type.bytes() > ShortText ? 2 : 1;
+        bytes += type.row->large ? type.row->bytesInRow : type.bytes() + (hasLength ? ofLength : 0);
+    }
+    return bytes + (nullable + 7) / 8;
+}
+
+int indexedPart(const facts & known, const QString & type, int asked)
+{
+    const understood_type found = understoodType(known, type);
+    const bool isWhole = asked == 0 && found.row != nullptr && found.row->mostIndexed == 0;
+    if (isWhole && !isHashed(known, type)) {
+        return 0;
+    }
+    const int most = found.row == nullptr         ? 0
+                     : found.row->mostIndexed > 0 ? found.row->mostIndexed
+                                                  : known.keys.longest.value / std::max(found.row->bytes, 1);
+    return asked == 0 || (found.row != nullptr && found.row->hasPrefixes) ? most
+                                                                          : keptPrefix(known, type, asked);
+}
+
+int bytesInKey(const facts & known, const QString & type, int prefix)
+{
+    const understood_type found = understoodType(known, type);
+    if (prefix == 0) {
+        return found.isLarge() ? known.keys.longest.value + 1 : found.bytes();
+    }
+    return found.row == nullptr ? 0 : prefix * found.row->bytes;
 }
 
 } // namespace database

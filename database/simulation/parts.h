@@ -18,8 +18,12 @@ public:
     /// The same for the new name of a table, which cannot name a schema.
     QString newTable(const identifier & written);
 
+    /// The same for a column that is defined.
+    QString newColumn(const identifier & written);
+
     /// The same for a name that the database looks for, or measures once it has found what the name is for.
     QString lookedFor(const identifier & written);
+    QStringList allLookedFor(const std::vector<identifier> & written);
 
     [[nodiscard]] const refusal & why() const { return m_why; }
 
@@ -35,15 +39,27 @@ private:
 [[nodiscard]] refusal tooLong(const facts & known, const identifier & written);
 [[nodiscard]] bool isSystemColumn(const facts & known, const QString & name);
 [[nodiscard]] bool countsByType(const facts & known, const column_definition & asked);
-/// Whether the column can be made beside those that the table has.
-[[nodiscard]] refusal checkColumn(const state & at, const table & owner, const column_definition & asked,
-                                  const QString & name);
+/// What of a column is told before what is there is looked at.
+[[nodiscard]] refusal readType(const facts & known, const column_definition & asked, const QString & object);
+/// Whether the column can have the name beside those that the table has.
+[[nodiscard]] refusal checkColumnName(const state & at, const table & owner, const QString & name);
+/// Whether the column can have its type, and be counted if it is to be.
+[[nodiscard]] refusal checkColumnType(const state & at, const table & owner, const column_definition & asked,
+                                      const QString & name);
 [[nodiscard]] column columnOf(const facts & known, const column_definition & asked, const QString & name);
 /// The index that a unique column gets, beside those of the table.
 [[nodiscard]] index uniqueIndex(const state & at, const table & owner, const QString & column,
                                 const QSet<QString> & taken);
 [[nodiscard]] QStringList columnsOf(const std::vector<key_part> & parts);
 /// A prefix that is as long as the text is no prefix.
-[[nodiscard]] int keptPrefix(const QString & type, int prefix);
+[[nodiscard]] int keptPrefix(const facts & known, const QString & type, int prefix);
+/// Whether a column is unique without saying so.
+[[nodiscard]] bool isUniqueByType(const facts & known, const column_definition & asked);
+/// Bytes that the values of a row take where they stand together.
+[[nodiscard]] int bytesOfRow(const facts & known, const table & owner);
+/// How much of a column an index keeps that asks for so many characters, or for all: 0 for all of it.
+[[nodiscard]] int indexedPart(const facts & known, const QString & type, int asked);
+/// Bytes that a column takes in a key, with as many characters of it as the prefix says.
+[[nodiscard]] int bytesInKey(const facts & known, const QString & type, int prefix);
 
 } // namespace database

@@ -4,18 +4,20 @@
 #include "database/facts/normal_form.h"
 #include "database/simulation/changes.h"
 #include "database/simulation/earlier_refusals.h"
+#include "database/simulation/parts.h"
 #include "database/statement/reader.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace database {
 
 class simulation::memory
 {
 public:
-    memory(const facts & known, catalogue begin) : now(known, std::move(begin)) {}
+    memory(const facts & known, catalogue begin) : now(std::make_unique<state>(known, std::move(begin))) {}
 
-    state now;
+    std::unique_ptr<state> now;
     earlier_refusals refused;
     int number = 0; ///< of the next statement
 };
@@ -46,16 +48,68 @@ bool isUnknown(const statement & asked)
     return std::holds_alternative<unknown_statement>(asked.asked);
 }
 
-// What stands before a quotation without end is read first, so its types can be what is wrong.
+// For a database where # begins a comment, in which names that are not quoted can have it.
+std::optional<statement> withoutComment(const facts & known, const statement & asked)
+{
+    if (!known.names.hashIsComment.value || !asked.text.contains(u'#')) {
+        return std::nullopt;
+    }
+    QString text;
+    QChar quote;
+    for (const QChar c : asked.text) {
+        if (quote.isNull() && c == u'#') {
+            break;
+        }
+        const bool isMark = c == u'`' || c == u'"' || c == u'\'';
+        quote = isMark && quote.isNull() ? c : (c == quote ? QChar() : quote);
+        text += c;
+    }
+    const std::vector<statement> read = readStatements(text);
+    statement cut = read.empty() ? statement() : read.front();
+    // What is left may be the beginning of a statement only.
+    cut.isCutShort = cut.isCutShort || read.empty() || isUnknown(cut);
+    return cut;
+}
+
+/// The columns that a change defines, and the table that they are for.
+struct defined_columns
+{
+    identifier table;
+    std::vector<column_definition> columns;
+};
+
+std::optional<defined_columns> columnsDefinedBy(const change & asked)
+{
+    if (const auto * const made = std::get_if<create_table>(&asked)) {
+        return defined_columns{made->table, made->columns};
+    }
+    if (const auto * const added = std::get_if<add_column>(&asked)) {
+        return defined_columns{added->table, {added->definition}};
+    }
+    const auto * const changed = std::get_if<change_column>(&asked);
+    return changed == nullptr ? std::nullopt
+                              : std::optional(defined_columns{changed->table, {changed->definition}});
+}
+
+// What stands before the place that cannot be read is read first, so that can be what is wrong.
 refusal refusalOfCut(const facts & known, const change & asked)
 {
-    const auto * const made = std::get_if<create_table>(&asked);
-    const bool hasUnknown =
-        made != nullptr && known.types.unknownReadFirst.value &&
-        std::any_of(made->columns.begin(), made->columns.end(), [&](const column_definition & each) {
-            return refusalOf(known, each.type) == refusal_cause::unknown_type;
-        });
-    return {hasUnknown ? refusal_cause::unknown_type : refusal_cause::syntax, {}, false};
+    losses lost;
+    const auto defined = columnsDefinedBy(asked);
+    if (defined) {
+        name_reader names(known, lost);
+        names.table(defined->table);
+        for (const column_definition & each : defined->columns) {
+            const QString name = names.newColumn(each.name);
+            if (names.why() && isReadFirst(known, names.why().cause)) {
+                return names.why();
+            }
+            if (const refusal why = readType(known, each, name); why) {
+                return why;
+            }
+        }
+    }
+    return {refusal_cause::syntax, {}, false};
 }
 
 } // namespace
@@ -67,10 +121,14 @@ simulation::simulation(const facts & known, catalogue begin)
 
 simulation::~simulation() = default;
 
-verdict simulation::run(const statement & asked)
+verdict simulation::run(const statement & written, row_values values)
 {
+    const std::optional<statement> cut = withoutComment(m_memory->now->known, written);
+    const statement & asked = cut ? *cut : written;
     const int number = m_memory->number++;
-    state & now = m_memory->now;
+    const std::unique_ptr<state> before =
+        values == row_values::conflicting ? std::make_unique<state>(*m_memory->now) : nullptr;
+    state & now = *m_memory->now;
     verdict said;
     if (isUnknown(asked) && !asked.isCutShort) {
         said.what = outcome::not_judged;
@@ -85,32 +143,36 @@ verdict simulation::run(const statement & asked)
     said.cause = why.cause;
     said.object = why.object;
     said.code = codeOf(now.known, why.cause);
-    if (!why.dependsOnValues) {
+    const bool isUndone = why.dependsOnValues && values == row_values::conflicting;
+    if (!why.dependsOnValues || isUndone) {
         said.losses.clear();
         said.consequenceOf = m_memory->refused.causeOf(why);
         m_memory->refused.add(number, now.known, asked.asked);
+    }
+    if (isUndone) {
+        m_memory->now = std::make_unique<state>(*before);
     }
     return said;
 }
 
 void simulation::putRows(const QString & table, int count)
 {
-    const auto * const found = m_memory->now.find(table);
+    const auto * const found = m_memory->now->find(table);
     if (found != nullptr) {
-        m_memory->now.setRows(table, std::max(count, m_memory->now.rowsOf(*found)));
+        m_memory->now->setRows(table, std::max(count, m_memory->now->rowsOf(*found)));
     }
 }
 
 void simulation::putRowIntoEach()
 {
-    for (const auto & [key, owner] : m_memory->now.held().tables) {
+    for (const auto & [key, owner] : m_memory->now->held().tables) {
         putRows(owner.name, 1);
     }
 }
 
 catalogue simulation::held() const
 {
-    return normalForm(m_memory->now.held(), m_memory->now.known);
+    return normalForm(m_memory->now->held(), m_memory->now->known);
 }
 
 } // namespace database

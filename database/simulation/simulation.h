@@ -10,6 +10,13 @@ namespace database {
 struct facts;
 struct statement;
 
+/// What is known of the values in rows when a statement depends on them.
+enum class row_values
+{
+    fitting,    ///< nothing, or that the statement runs: what follows is judged as if it ran
+    conflicting ///< that it is refused
+};
+
 /// Runs statements as a database would, without one: a refused statement changes nothing, and what follows is
 /// judged by what is there then.
 class simulation
@@ -22,7 +29,8 @@ public:
     simulation & operator=(const simulation &) = delete;
 
     /// Runs one statement. Statements are numbered from 0 in the order in which they are run.
-    verdict run(const statement & asked);
+    /// `values` has a say only in what is `maybe_refused`.
+    verdict run(const statement & asked, row_values values = row_values::fitting);
 
     /// Puts rows into a table, as a program that uses the database would; tables are empty when they are
     /// made. A table that is not there, or has more rows already, is left alone.

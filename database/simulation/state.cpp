@@ -111,11 +111,12 @@ bool state::isIndexNameTaken(const table & owner, const QString & name) const
            (known.scopes.tablesShareWithIndexes.value && isTaken(name));
 }
 
-QString state::freeName(const QString & name, const QSet<QString> & also) const
+QString state::freeName(const QString & table, const QString & column, QLatin1String label,
+                        const QSet<QString> & also) const
 {
-    QString free = name;
+    QString free = impliedName(known, table, column, label);
     for (int number = 1; isTaken(free) || also.contains(free); ++number) {
-        free = name % QString::number(number);
+        free = impliedName(known, table, column, label % QString::number(number));
     }
     return free;
 }

@@ -43,8 +43,9 @@ public:
     /// Whether a table, or what shares the space of its names, has the name.
     [[nodiscard]] bool isTaken(const QString & name) const;
     [[nodiscard]] bool isIndexNameTaken(const table & owner, const QString & name) const;
-    /// The name, with a number after it when it is taken, here or in `also`.
-    [[nodiscard]] QString freeName(const QString & name, const QSet<QString> & also = {}) const;
+    /// The name that the database makes up, with a number after it while it is taken, here or in `also`.
+    [[nodiscard]] QString freeName(const QString & table, const QString & column, QLatin1String label,
+                                   const QSet<QString> & also = {}) const;
     /// A table with an index that is kept as a hash is copied by every change.
     [[nodiscard]] bool isCopied(const table & owner) const;
 

@@ -30,7 +30,8 @@ public:
         if (isTaken && (!sequencesFirst || m_asked.ifNotExists)) {
             return m_asked.ifNotExists ? refusal() : taken;
         }
-        for (const auto step : {&new_table::nameSequences, &new_table::makeColumns}) {
+        for (const auto step :
+             {&new_table::checkKeyNames, &new_table::nameSequences, &new_table::makeColumns}) {
             if (const refusal why = (this->*step)(); why) {
                 return why;
             }
@@ -54,7 +55,8 @@ private:
         name_reader names(m_at.known, m_lost);
         const QString name = names.table(m_asked.table);
         const refusal ofTable = names.why();
-        const bool isSchema = ofTable.cause == refusal_cause::schema_missing;
+        const bool isSchema =
+            ofTable.cause == refusal_cause::schema_missing || ofTable.cause == refusal_cause::database_named;
         if (ofTable && !isSchema) {
             return ofTable;
         }
@@ -65,12 +67,10 @@ private:
         m_columns = writtenColumns();
         name_reader others(m_at.known, m_lost);
         for (const column_definition & each : m_columns) {
-            m_names += others.other(each.name);
-            const refusal_cause ofType = refusalOf(m_at.known, each.type);
-            const bool isTold = ofType == refusal_cause::syntax || (ofType == refusal_cause::unknown_type &&
-                                                                    m_at.known.types.unknownReadFirst.value);
-            if (!others.why() && isTold) {
-                return {ofType, columnObject(name, m_names.back()), false};
+            m_names += others.newColumn(each.name);
+            const refusal ofType = readType(m_at.known, each, columnObject(name, m_names.back()));
+            if (!others.why() && ofType) {
+                return ofType;
             }
         }
         return others.why() ? others.why() : (isSchema ? ofTable : refusal());
@@ -93,6 +93,23 @@ private:
         return columns;
     }
 
+    // A key that names a column twice is told before a sequence is.
+    refusal checkKeyNames()
+    {
+        if (!m_asked.key || !m_at.known.changes.sequencesNamedFirst.value) {
+            return {};
+        }
+        QSet<QString> names;
+        for (const named_part & part : m_asked.key->parts) {
+            const QString name = understood(m_at.known, part.column, name_place::other).name;
+            if (names.contains(name)) {
+                return {refusal_cause::column_exists, columnObject(m_made.name, name), false};
+            }
+            names.insert(name);
+        }
+        return {};
+    }
+
     refusal nameSequences()
     {
         if (!m_at.known.scopes.namesKeysAndSequences.value) {
@@ -103,8 +120,7 @@ private:
             if (!countsByType(m_at.known, m_columns[i])) {
                 continue;
             }
-            const QString name =
-                m_at.freeName(impliedName(m_at.known, m_made.name, column, QLatin1String("seq")));
+            const QString name = m_at.freeName(m_made.name, column, QLatin1String("seq"));
             if (m_taken.contains(name)) {
                 return {refusal_cause::relation_exists, u"sequence " % name, false};
             }
@@ -118,7 +134,13 @@ private:
     {
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
             const QString & name = m_names.at(static_cast<qsizetype>(i));
-            if (const refusal why = checkColumn(m_at, m_made, m_columns[i], name); why) {
+            if (const refusal why = checkColumnType(m_at, m_made, m_columns[i], name); why) {
+                return why;
+            }
+        }
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            const QString & name = m_names.at(static_cast<qsizetype>(i));
+            if (const refusal why = checkColumnName(m_at, m_made, name); why) {
                 return why;
             }
             m_made.columns.push_back(columnOf(m_at.known, m_columns[i], name));
@@ -145,7 +167,7 @@ private:
         m_made.key = primary_key{};
         int bytes = 0;
         for (const named_part & part : m_asked.key->parts) {
-            const QString name = names.other(part.column);
+            const QString name = names.lookedFor(part.column);
             const column * const of = m_at.findColumn(m_made, name);
             if (names.why() || of == nullptr) {
                 return names.why() ? names.why()
@@ -155,8 +177,8 @@ private:
             if (const refusal why = checkPart(*of, part.prefix); why) {
                 return why;
             }
-            m_made.key->parts.push_back({of->name, keptPrefix(of->type, part.prefix)});
-            bytes += bytesOf(*of, part.prefix);
+            m_made.key->parts.push_back({of->name, keptPrefix(m_at.known, of->type, part.prefix)});
+            bytes += bytesInKey(m_at.known, of->type, part.prefix);
         }
         const int longest = m_at.known.keys.longest.value;
         const bool isTooLong = longest > 0 && bytes > longest;
@@ -178,24 +200,23 @@ private:
                            : refusal();
     }
 
-    [[nodiscard]] int bytesOf(const column & of, int prefix) const
-    {
-        const declared_type type = partsOf(of.type);
-        const bool isText = type.word == QLatin1String("VARCHAR") || type.word == QLatin1String("CHAR");
-        const int characters = prefix > 0 ? prefix : (isText ? type.length() : 0);
-        constexpr int OfANumber = 4;
-        return characters > 0 ? characters * m_at.known.keys.bytesPerCharacter.value : OfANumber;
-    }
-
     refusal checkSizes()
     {
-        const int longest = m_at.known.keys.longestRow.value;
-        constexpr int OfALength = 2;
-        int bytes = 0;
-        for (const column & each : m_made.columns) {
-            const declared_type type = partsOf(each.type);
-            const bool isBounded = type.word == QLatin1String("VARCHAR");
-            bytes += isBounded ? type.length() * m_at.known.keys.bytesPerCharacter.value + OfALength : 0;
+        const facts & known = m_at.known;
+        const int longest = known.keys.longestRow.value;
+        int bytes = bytesOfRow(known, m_made);
+        for (const column_definition & each : m_columns) {
+            const bool isUnordered = (each.unique || each.primaryKey) && !hasOrder(known, each.type);
+            if (isUnordered) {
+                return {refusal_cause::type_not_indexable, tableObject(m_made.name), false};
+            }
+            const bool isHash = each.unique && isHashed(known, each.type);
+            bytes += isHash ? known.keys.bytesOfHash.value : 0;
+        }
+        for (const key_part & part : m_made.key ? m_made.key->parts : std::vector<key_part>()) {
+            if (!hasOrder(known, m_at.findColumn(m_made, part.column)->type)) {
+                return {refusal_cause::type_not_indexable, tableObject(m_made.name), false};
+            }
         }
         const bool isTooLong = longest > 0 && bytes > longest;
         return isTooLong ? refusal{refusal_cause::row_too_long, tableObject(m_made.name), false} : refusal();
@@ -233,12 +254,11 @@ private:
         }
         m_taken.insert(m_made.name);
         if (m_made.key && m_at.known.scopes.namesKeysAndSequences.value) {
-            const QString implied = impliedName(m_at.known, m_made.name, {}, QLatin1String("pkey"));
-            m_made.key->name = m_at.freeName(implied, m_taken);
+            m_made.key->name = m_at.freeName(m_made.name, {}, QLatin1String("pkey"), m_taken);
             m_taken.insert(m_made.key->name);
         }
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
-            if (m_columns[i].unique) {
+            if (m_columns[i].unique || isUniqueByType(m_at.known, m_columns[i])) {
                 m_made.indexes.push_back(
                     uniqueIndex(m_at, m_made, m_names.at(static_cast<qsizetype>(i)), m_taken));
                 m_taken.insert(m_made.indexes.back().name);

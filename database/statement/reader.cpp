@@ -251,7 +251,7 @@ QString beginningOf(const QString & text)
     return text.simplified().section(u' ', 0, 2);
 }
 
-statement readStatement(const QString & text, std::span<const token> tokens)
+statement readStatement(const QString & text, std::span<const token> tokens, writer by)
 {
     statement found;
     found.position = tokens.front().begin;
@@ -264,6 +264,7 @@ statement readStatement(const QString & text, std::span<const token> tokens)
     const bool isTrigger = asked && std::holds_alternative<create_trigger>(*asked);
     const bool hasNothingAfter =
         at.isAtEnd() || isTrigger || (asked && std::holds_alternative<no_change>(*asked));
+    found.isCutShort = found.isCutShort || (by == writer::exporter && !(asked && isWhole && hasNothingAfter));
     if (asked && (found.isCutShort || (isWhole && hasNothingAfter))) {
         found.asked = std::move(*asked);
     } else {
@@ -283,7 +284,7 @@ bool isTrigger(std::span<const token> tokens)
 
 } // namespace
 
-std::vector<statement> readStatements(const QString & text)
+std::vector<statement> readStatements(const QString & text, writer by)
 {
     const std::vector<token> tokens = tokensOf(text);
     const std::span<const token> all(tokens);
@@ -294,7 +295,7 @@ std::vector<statement> readStatements(const QString & text)
         const bool isEnd = i == all.size() || all[i].kind == token_kind::line_of_slash ||
                            (all[i].kind == token_kind::semicolon && !isTrigger(part));
         if (isEnd && !part.empty()) {
-            statements.push_back(readStatement(text, part));
+            statements.push_back(readStatement(text, part, by));
         }
         first = isEnd ? i + 1 : first;
     }

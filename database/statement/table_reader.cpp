@@ -107,7 +107,9 @@ std::optional<std::vector<named_part>> readParts(token_cursor & at)
         return parts;
     }
     do {
-        const auto name = at.takeName();
+        // Where a name is missing there is one without letters, which no database takes.
+        const bool isMissing = at.isAt(token_kind::comma) || at.isAt(token_kind::close);
+        const auto name = isMissing ? std::optional<identifier>(identifier()) : at.takeName();
         if (!name) {
             return std::nullopt;
         }

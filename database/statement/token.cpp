@@ -127,7 +127,9 @@ private:
     // A name that a database would want in quotation marks stays one word: who judges it has to see it whole.
     void readWord()
     {
-        const QString ends = QStringLiteral("(),;`\"'");
+        // A quotation mark in the middle makes no quotation: what stands around it is no name of any
+        // database.
+        const QString ends = QStringLiteral("(),;`'");
         qsizetype end = m_position;
         while (end < m_text.size() && !m_text.at(end).isSpace() && !ends.contains(m_text.at(end))) {
             ++end;

@@ -33,9 +33,9 @@ catalogue orders()
     return held;
 }
 
-const facts & mysql()
+const facts & mariadb()
 {
-    return *factsOf(u"mysql");
+    return *factsOf(u"mariadb");
 }
 
 } // namespace
@@ -102,15 +102,15 @@ private Q_SLOTS:
     }
     void normalFormHasTheTypesOfTheServer()
     {
-        const catalogue shown = normalForm(orders(), mysql());
+        const catalogue shown = normalForm(orders(), mariadb());
         QCOMPARE(shown.tables.at("customer").columns[0].type, QString("int(11)"));
         QCOMPARE(shown.tables.at("customer").columns[1].type, QString("varchar(80)"));
         QCOMPARE(shown.tables.at("placed").columns[1].type, QString("text"));
     }
     void normalFormOfNormalFormIsTheSame()
     {
-        const catalogue once = normalForm(orders(), mysql());
-        QVERIFY(normalForm(once, mysql()) == once);
+        const catalogue once = normalForm(orders(), mariadb());
+        QVERIFY(normalForm(once, mariadb()) == once);
     }
     void sqliteNumbersWhatHasNoName()
     {

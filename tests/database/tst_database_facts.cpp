@@ -12,9 +12,9 @@ const facts & sqlite()
 {
     return *factsOf(u"sqlite");
 }
-const facts & mysql()
+const facts & mariadb()
 {
-    return *factsOf(u"mysql");
+    return *factsOf(u"mariadb");
 }
 const facts & postgresql()
 {
@@ -41,13 +41,17 @@ private Q_SLOTS:
             QCOMPARE(factsOf(QString(row->key)), row);
             QVERIFY(QByteArray(row->names.longest.source).size() > 5);
         }
-        QCOMPARE(keys, (QStringList{"generic", "sqlite", "mysql", "postgresql", "oracle", "mssqlserver"}));
+        QCOMPARE(keys, (QStringList{"generic", "sqlite", "mysql", "mariadb", "postgresql", "oracle",
+                                    "mssqlserver"}));
         QVERIFY(factsOf(u"db2") == nullptr);
     }
     void eachFactSaysWhereItIsKnownFrom()
     {
         QCOMPARE(sqlite().names.longest.source, "tried on SQLite 3.40.1");
-        QCOMPARE(mysql().keys.longest.source, "tried on MariaDB 10.11.19");
+        QCOMPARE(mariadb().keys.longest.source, "tried on MariaDB 10.11.19");
+        QCOMPARE(mariadb().label, QLatin1String("MariaDB 10.11"));
+        QCOMPARE(factsOf(u"mysql")->keys.longest.source, "documentation of MySQL 8.0");
+        QCOMPARE(factsOf(u"mysql")->label, QLatin1String("documentation of MySQL 8.0"));
         QCOMPARE(postgresql().types.words.source, "tried on PostgreSQL 15.20");
         QCOMPARE(factsOf(u"oracle")->names.longest.source, "documentation of Oracle");
         QCOMPARE(factsOf(u"mssqlserver")->errors.source, "documentation of SQL Server");
@@ -68,12 +72,14 @@ private Q_SLOTS:
                                   << "SELECT" << true << true;
         QTest::newRow("a keyword that runs") << "sqlite"
                                              << "key" << false << false;
-        QTest::newRow("MariaDB's key") << "mysql"
+        QTest::newRow("MariaDB's key") << "mariadb"
                                        << "key" << true << true;
-        QTest::newRow("MariaDB's window") << "mysql"
+        QTest::newRow("MariaDB's window") << "mariadb"
                                           << "window" << false << false;
-        QTest::newRow("with a low line") << "mysql"
+        QTest::newRow("with a low line") << "mariadb"
                                          << "year_month" << true << true;
+        QTest::newRow("MySQL's window") << "mysql"
+                                        << "window" << true << true;
         QTest::newRow("user") << "postgresql"
                               << "user" << true << true;
         QTest::newRow("rows") << "postgresql"
@@ -94,11 +100,11 @@ private Q_SLOTS:
         QCOMPARE(column(postgresql(), "Name").name, QString("name"));
         QCOMPARE(column(postgresql(), "Name", u'"').name, QString("Name"));
         QCOMPARE(column(postgresql(), QStringLiteral("ÄPFEL")).name, QStringLiteral("Äpfel"));
-        QCOMPARE(column(mysql(), "Name").name, QString("Name"));
-        QCOMPARE(foldedName(mysql(), "Name"), QString("name"));
-        QCOMPARE(foldedTable(mysql(), "Name"), QString("Name"));
+        QCOMPARE(column(mariadb(), "Name").name, QString("Name"));
+        QCOMPARE(foldedName(mariadb(), "Name"), QString("name"));
+        QCOMPARE(foldedTable(mariadb(), "Name"), QString("Name"));
         QCOMPARE(foldedTable(sqlite(), "NAME"), QString("name"));
-        QVERIFY(foldedName(mysql(), "role") != foldedName(mysql(), QStringLiteral("rôle")));
+        QVERIFY(foldedName(mariadb(), "role") != foldedName(mariadb(), QStringLiteral("rôle")));
     }
     void shapesOfUnquotedNames()
     {
@@ -107,12 +113,12 @@ private Q_SLOTS:
         };
         QCOMPARE(refused(sqlite(), "my-name"), refusal_cause::syntax);
         QCOMPARE(refused(sqlite(), "1st"), refusal_cause::syntax);
-        QCOMPARE(refused(mysql(), "1st"), refusal_cause::none);
-        QCOMPARE(refused(mysql(), "12"), refusal_cause::syntax);
+        QCOMPARE(refused(mariadb(), "1st"), refusal_cause::none);
+        QCOMPARE(refused(mariadb(), "12"), refusal_cause::syntax);
         QCOMPARE(refused(postgresql(), "a$b"), refusal_cause::none);
         QCOMPARE(refused(postgresql(), "a.b"), refusal_cause::syntax);
         QCOMPARE(refused(postgresql(), QString()), refusal_cause::syntax);
-        QCOMPARE(column(mysql(), "my-name", u'`').refused, refusal_cause::none);
+        QCOMPARE(column(mariadb(), "my-name", u'`').refused, refusal_cause::none);
         QCOMPARE(column(postgresql(), "x", u'`').refused, refusal_cause::syntax);
     }
     void schemasOfTables()
@@ -123,14 +129,14 @@ private Q_SLOTS:
         QCOMPARE(refused(sqlite(), "main.a"), refusal_cause::none);
         QCOMPARE(refused(sqlite(), "shop.a"), refusal_cause::schema_missing);
         QCOMPARE(refused(postgresql(), "shop.a"), refusal_cause::schema_missing);
-        QCOMPARE(refused(postgresql(), "shop.a.b"), refusal_cause::syntax);
+        QCOMPARE(refused(postgresql(), "shop.a.b"), refusal_cause::database_named);
         QCOMPARE(codeOf(postgresql(), refusal_cause::schema_missing), QLatin1String("3F000"));
     }
     void longNames()
     {
-        QCOMPARE(column(mysql(), QString(64, u'é')).refused, refusal_cause::none);
-        QCOMPARE(column(mysql(), QString(65, u'a')).refused, refusal_cause::name_too_long);
-        QCOMPARE(understood(mysql(), {QString(65, u'a'), u'`'}, name_place::table).refused,
+        QCOMPARE(column(mariadb(), QString(64, u'é')).refused, refusal_cause::none);
+        QCOMPARE(column(mariadb(), QString(65, u'a')).refused, refusal_cause::name_too_long);
+        QCOMPARE(understood(mariadb(), {QString(65, u'a'), u'`'}, name_place::table).refused,
                  refusal_cause::table_name_too_long);
         QVERIFY(!column(postgresql(), QString(63, u'a')).isCut);
         QVERIFY(column(postgresql(), QString(64, u'a')).isCut);
@@ -159,32 +165,34 @@ private Q_SLOTS:
         QCOMPARE(decimal.word, QString("DECIMAL"));
         QCOMPARE(decimal.arguments, (QStringList{"12", "2"}));
         QCOMPARE(decimal.rest, QString("UNSIGNED"));
-        QCOMPARE(decimal.length(), 0);
-        QCOMPARE(partsOf("VARCHAR(80)").length(), 80);
+        QCOMPARE(understoodType(mariadb(), "VARCHAR(80)").length(), 80);
+        QCOMPARE(understoodType(mariadb(), "INTEGER(8)").length(), 0);
         QCOMPARE(partsOf("").word, QString());
     }
     void typesThatAreRefused()
     {
-        QCOMPARE(refusalOf(sqlite(), "ANYTHING AT ALL"), refusal_cause::none);
+        QCOMPARE(refusalOf(sqlite(), "ANYTHING AT HAND"), refusal_cause::none);
+        QCOMPARE(refusalOf(sqlite(), "ANYTHING AT ALL"), refusal_cause::syntax);
         QCOMPARE(refusalOf(sqlite(), ""), refusal_cause::none);
         QCOMPARE(refusalOf(sqlite(), "ENUM('y','n')"), refusal_cause::syntax);
         QCOMPARE(refusalOf(sqlite(), "DECIMAL(1,2,3)"), refusal_cause::syntax);
         QCOMPARE(refusalOf(sqlite(), "DECIMAL(-1,+2)"), refusal_cause::none);
-        QCOMPARE(refusalOf(mysql(), "BYTEA"), refusal_cause::unknown_type);
-        QCOMPARE(refusalOf(mysql(), "VARCHAR2(10)"), refusal_cause::syntax);
-        QCOMPARE(refusalOf(mysql(), ""), refusal_cause::syntax);
+        QCOMPARE(refusalOf(mariadb(), "BYTEA"), refusal_cause::unknown_type);
+        QCOMPARE(refusalOf(mariadb(), "VARCHAR2(10)"), refusal_cause::syntax);
+        QCOMPARE(refusalOf(mariadb(), ""), refusal_cause::syntax);
         QCOMPARE(refusalOf(postgresql(), "DATETIME"), refusal_cause::unknown_type);
-        QCOMPARE(refusalOf(postgresql(), "INTEGER(11)"), refusal_cause::type_with_length);
+        QCOMPARE(refusalOf(postgresql(), "INTEGER(11)"), refusal_cause::syntax);
+        QCOMPARE(refusalOf(postgresql(), "TEXT(11)"), refusal_cause::type_with_length);
         QCOMPARE(refusalOf(postgresql(), "VARCHAR(11)"), refusal_cause::none);
     }
     void typesOfForeignKeys()
     {
-        QVERIFY(mayRefer(mysql(), "INTEGER", "int(11)"));
-        QVERIFY(!mayRefer(mysql(), "INTEGER", "BIGINT"));
-        QVERIFY(!mayRefer(mysql(), "INTEGER", "INTEGER UNSIGNED"));
-        QVERIFY(mayRefer(mysql(), "VARCHAR(10)", "CHAR(36)"));
-        QVERIFY(mayRefer(mysql(), "TINYINT", "BOOLEAN"));
-        QVERIFY(!mayRefer(mysql(), "TEXT", "TEXT"));
+        QVERIFY(mayRefer(mariadb(), "INTEGER", "int(11)"));
+        QVERIFY(!mayRefer(mariadb(), "INTEGER", "BIGINT"));
+        QVERIFY(!mayRefer(mariadb(), "INTEGER", "INTEGER UNSIGNED"));
+        QVERIFY(mayRefer(mariadb(), "VARCHAR(10)", "CHAR(36)"));
+        QVERIFY(mayRefer(mariadb(), "TINYINT", "BOOLEAN"));
+        QVERIFY(!mayRefer(mariadb(), "TEXT", "TEXT"));
         QVERIFY(mayRefer(postgresql(), "INTEGER", "BIGSERIAL"));
         QVERIFY(mayRefer(postgresql(), "INTEGER", "NUMERIC(10,2)"));
         QVERIFY(!mayRefer(postgresql(), "NUMERIC(10,2)", "INTEGER"));
@@ -194,28 +202,29 @@ private Q_SLOTS:
     }
     void typesInKeys()
     {
-        QVERIFY(isHashed(mysql(), "TEXT"));
-        QVERIFY(isHashed(mysql(), "VARCHAR(769)"));
-        QVERIFY(!isHashed(mysql(), "VARCHAR(768)"));
+        QVERIFY(isHashed(mariadb(), "TEXT"));
+        QVERIFY(isHashed(mariadb(), "VARCHAR(769)"));
+        QVERIFY(!isHashed(mariadb(), "VARCHAR(768)"));
         QVERIFY(!isHashed(postgresql(), "TEXT"));
-        QVERIFY(takesPrefix(mysql(), "JSON", 255));
-        QVERIFY(takesPrefix(mysql(), "VARCHAR(255)", 255));
-        QVERIFY(!takesPrefix(mysql(), "VARCHAR(80)", 255));
-        QVERIFY(!takesPrefix(mysql(), "CHAR(255)", 255));
-        QVERIFY(!takesPrefix(mysql(), "INTEGER", 255));
+        QVERIFY(takesPrefix(mariadb(), "JSON", 255));
+        QVERIFY(takesPrefix(mariadb(), "VARCHAR(255)", 255));
+        QVERIFY(!takesPrefix(mariadb(), "VARCHAR(80)", 255));
+        QVERIFY(takesPrefix(mariadb(), "CHAR(255)", 255));
+        QVERIFY(!takesPrefix(mariadb(), "CHAR(36)", 255));
+        QVERIFY(!takesPrefix(mariadb(), "INTEGER", 255));
     }
     void typesAsTheCatalogueShowsThem()
     {
-        QCOMPARE(shownType(mysql(), "INTEGER"), QString("int(11)"));
-        QCOMPARE(shownType(mysql(), "DECIMAL(12,2)"), QString("decimal(12,2)"));
-        QCOMPARE(shownType(mysql(), "JSON"), QString("longtext"));
+        QCOMPARE(shownType(mariadb(), "INTEGER"), QString("int(11)"));
+        QCOMPARE(shownType(mariadb(), "DECIMAL(12,2)"), QString("decimal(12,2)"));
+        QCOMPARE(shownType(mariadb(), "JSON"), QString("longtext"));
         QCOMPARE(shownType(postgresql(), "VARCHAR(80)"), QString("character varying(80)"));
         QCOMPARE(shownType(postgresql(), "BIGSERIAL"), QString("bigint"));
         QCOMPARE(shownType(sqlite(), "Money"), QString("Money"));
     }
     void codesOfErrors()
     {
-        QCOMPARE(codeOf(mysql(), refusal_cause::relation_exists), QLatin1String("1050"));
+        QCOMPARE(codeOf(mariadb(), refusal_cause::relation_exists), QLatin1String("1050"));
         QCOMPARE(codeOf(postgresql(), refusal_cause::relation_exists), QLatin1String("42P07"));
         QCOMPARE(codeOf(sqlite(), refusal_cause::relation_exists), QLatin1String("SQLITE_ERROR"));
         QCOMPARE(codeOf(*factsOf(u"oracle"), refusal_cause::relation_exists), QLatin1String("ORA-00955"));

@@ -48,9 +48,9 @@ class tst_simulation : public QObject
 private Q_SLOTS:
     void aRefusedStatementChangesNothing()
     {
-        script mysql(u"mysql");
-        mysql.run("CREATE TABLE `a` (`id` INTEGER NOT NULL AUTO_INCREMENT, `x` TEXT, PRIMARY KEY (`id`))");
-        const QStringList before = mysql.lines();
+        script mariadb(u"mariadb");
+        mariadb.run("CREATE TABLE `a` (`id` INTEGER NOT NULL AUTO_INCREMENT, `x` TEXT, PRIMARY KEY (`id`))");
+        const QStringList before = mariadb.lines();
         QCOMPARE(before, (QStringList{"column a.id int(11) NOT NULL counted", "column a.x text", "key a (id)",
                                       "table a"}));
         for (const char * text :
@@ -59,8 +59,8 @@ private Q_SLOTS:
               "ALTER TABLE `a` DROP COLUMN `y`", "RENAME TABLE `b` TO `c`", "RENAME TABLE `a` TO `a`",
               "ALTER TABLE `a` ADD CONSTRAINT f FOREIGN KEY (`x`) REFERENCES `a` (`id`)",
               "ALTER TABLE `a` DROP CONSTRAINT f", "CREATE TABLE `b` (`x` BYTEA)", "DROP TABLE `b`"}) {
-            QVERIFY2(mysql.run(text).what == outcome::refused, text);
-            QCOMPARE(mysql.lines(), before);
+            QVERIFY2(mariadb.run(text).what == outcome::refused, text);
+            QCOMPARE(mariadb.lines(), before);
         }
     }
     void aConsequenceNamesTheEarlierRefusal()
@@ -128,16 +128,17 @@ private Q_SLOTS:
     }
     void losses()
     {
-        script mysql(u"mysql");
-        mysql.run("CREATE TABLE `a` (`id` INTEGER NOT NULL AUTO_INCREMENT, `x` INTEGER NOT NULL, PRIMARY KEY "
-                  "(`id`))");
-        QCOMPARE(mysql.run("ALTER TABLE `a` CHANGE `id` `nr` INTEGER NOT NULL").losses,
+        script mariadb(u"mariadb");
+        mariadb.run(
+            "CREATE TABLE `a` (`id` INTEGER NOT NULL AUTO_INCREMENT, `x` INTEGER NOT NULL, PRIMARY KEY "
+            "(`id`))");
+        QCOMPARE(mariadb.run("ALTER TABLE `a` CHANGE `id` `nr` INTEGER NOT NULL").losses,
                  (std::vector<loss>{{loss_kind::counter, "column a.nr"}}));
-        QCOMPARE(mysql.run("ALTER TABLE `a` CHANGE `x` `y` INTEGER").losses,
+        QCOMPARE(mariadb.run("ALTER TABLE `a` CHANGE `x` `y` INTEGER").losses,
                  (std::vector<loss>{{loss_kind::not_null, "column a.y"}}));
-        QCOMPARE(mysql.run("ALTER TABLE `a` DROP COLUMN `nr`").losses,
+        QCOMPARE(mariadb.run("ALTER TABLE `a` DROP COLUMN `nr`").losses,
                  (std::vector<loss>{{loss_kind::values, "column a.nr"}, {loss_kind::key, "table a"}}));
-        QCOMPARE(mysql.run("DROP TABLE `a`").losses, (std::vector<loss>{{loss_kind::rows, "table a"}}));
+        QCOMPARE(mariadb.run("DROP TABLE `a`").losses, (std::vector<loss>{{loss_kind::rows, "table a"}}));
     }
     void aColumnNamedConstraintIsNotMadeOnSqlite()
     {
@@ -161,15 +162,15 @@ private Q_SLOTS:
     }
     void mysqlFillsAColumnWithoutAWord()
     {
-        script mysql(u"mysql");
-        mysql.run(
+        script mariadb(u"mariadb");
+        mariadb.run(
             "CREATE TABLE `b` (`id` INTEGER NOT NULL, PRIMARY KEY (`id`)); CREATE TABLE `a` (`x` INTEGER)");
-        mysql.database().putRows("a", 2);
-        QCOMPARE(mysql.code("ALTER TABLE `a` ADD COLUMN `u` INTEGER NOT NULL UNIQUE"), QString("1062"));
-        QCOMPARE(mysql.run("ALTER TABLE `a` ADD COLUMN `b_id` INTEGER NOT NULL").losses,
+        mariadb.database().putRows("a", 2);
+        QCOMPARE(mariadb.code("ALTER TABLE `a` ADD COLUMN `u` INTEGER NOT NULL UNIQUE"), QString("1062"));
+        QCOMPARE(mariadb.run("ALTER TABLE `a` ADD COLUMN `b_id` INTEGER NOT NULL").losses,
                  (std::vector<loss>{{loss_kind::filled, "column a.b_id"}}));
         const verdict said =
-            mysql.run("ALTER TABLE `a` ADD CONSTRAINT f FOREIGN KEY (`b_id`) REFERENCES `b` (`id`)");
+            mariadb.run("ALTER TABLE `a` ADD CONSTRAINT f FOREIGN KEY (`b_id`) REFERENCES `b` (`id`)");
         QCOMPARE(said.what, outcome::refused);
         QCOMPARE(said.code, QLatin1String("1452"));
     }
@@ -219,34 +220,34 @@ private Q_SLOTS:
     }
     void dropConstraintDoesNothingBesideAHash()
     {
-        script mysql(u"mysql");
-        mysql.run("CREATE TABLE `a` (`id` INTEGER NOT NULL, PRIMARY KEY (`id`));"
-                  "CREATE TABLE `b` (`a_id` INTEGER, `t` TEXT UNIQUE);"
-                  "ALTER TABLE `b` ADD CONSTRAINT f FOREIGN KEY (`a_id`) REFERENCES `a` (`id`)");
-        QCOMPARE(mysql.run("ALTER TABLE `b` DROP CONSTRAINT f").losses,
+        script mariadb(u"mariadb");
+        mariadb.run("CREATE TABLE `a` (`id` INTEGER NOT NULL, PRIMARY KEY (`id`));"
+                    "CREATE TABLE `b` (`a_id` INTEGER, `t` TEXT UNIQUE);"
+                    "ALTER TABLE `b` ADD CONSTRAINT f FOREIGN KEY (`a_id`) REFERENCES `a` (`id`)");
+        QCOMPARE(mariadb.run("ALTER TABLE `b` DROP CONSTRAINT f").losses,
                  (std::vector<loss>{{loss_kind::nothing_done, "foreign key f"}}));
-        QVERIFY(mysql.lines().contains("foreign b (a_id) -> a (id) f"));
-        mysql.run("ALTER TABLE `b` DROP FOREIGN KEY f");
-        QVERIFY(!mysql.lines().contains("foreign b (a_id) -> a (id) f"));
-        QVERIFY(mysql.lines().contains("index b (a_id) f"));
+        QVERIFY(mariadb.lines().contains("foreign b (a_id) -> a (id) f"));
+        mariadb.run("ALTER TABLE `b` DROP FOREIGN KEY f");
+        QVERIFY(!mariadb.lines().contains("foreign b (a_id) -> a (id) f"));
+        QVERIFY(mariadb.lines().contains("index b (a_id) f"));
     }
     void anIndexGivesWayToOneThatIsAskedFor()
     {
-        script mysql(u"mysql");
-        mysql.run(
+        script mariadb(u"mariadb");
+        mariadb.run(
             "CREATE TABLE `a` (`id` INTEGER NOT NULL, PRIMARY KEY (`id`)); CREATE TABLE `b` (`a_id` INTEGER);"
             "ALTER TABLE `b` ADD CONSTRAINT f FOREIGN KEY (`a_id`) REFERENCES `a` (`id`);"
             "CREATE INDEX i ON `b` (`a_id`)");
-        QVERIFY(mysql.lines().contains("index b (a_id) i"));
-        QVERIFY(!mysql.lines().contains("index b (a_id) f"));
-        QCOMPARE(mysql.code("DROP INDEX i ON `b`"), QString("1553"));
+        QVERIFY(mariadb.lines().contains("index b (a_id) i"));
+        QVERIFY(!mariadb.lines().contains("index b (a_id) f"));
+        QCOMPARE(mariadb.code("DROP INDEX i ON `b`"), QString("1553"));
     }
     void indexesLoseADroppedColumn()
     {
-        script mysql(u"mysql");
-        mysql.run("CREATE TABLE `a` (`x` INTEGER, `y` INTEGER); CREATE INDEX i ON `a` (`x`, `y`);"
-                  "CREATE INDEX j ON `a` (`x`); ALTER TABLE `a` DROP COLUMN `x`");
-        QCOMPARE(mysql.lines(), (QStringList{"column a.y int(11)", "index a (y) i", "table a"}));
+        script mariadb(u"mariadb");
+        mariadb.run("CREATE TABLE `a` (`x` INTEGER, `y` INTEGER); CREATE INDEX i ON `a` (`x`, `y`);"
+                    "CREATE INDEX j ON `a` (`x`); ALTER TABLE `a` DROP COLUMN `x`");
+        QCOMPARE(mariadb.lines(), (QStringList{"column a.y int(11)", "index a (y) i", "table a"}));
         script postgresql(u"postgresql");
         postgresql.run("CREATE TABLE a (x INTEGER, y INTEGER); CREATE INDEX i ON a (x, y);"
                        "ALTER TABLE a DROP COLUMN x");
@@ -254,55 +255,55 @@ private Q_SLOTS:
     }
     void emptyListsAreSyntaxErrors()
     {
-        script mysql(u"mysql");
-        mysql.run("CREATE TABLE `a` (`x` INTEGER)");
-        QCOMPARE(mysql.code("CREATE INDEX i ON `a` ()"), QString("1064"));
-        QCOMPARE(mysql.code("CREATE TABLE `b` (`x` INTEGER, PRIMARY KEY ())"), QString("1064"));
-        QCOMPARE(mysql.code("CREATE TABLE `b` (`x` INTEGER, FOREIGN KEY () REFERENCES `a` (`x`))"),
+        script mariadb(u"mariadb");
+        mariadb.run("CREATE TABLE `a` (`x` INTEGER)");
+        QCOMPARE(mariadb.code("CREATE INDEX i ON `a` ()"), QString("1064"));
+        QCOMPARE(mariadb.code("CREATE TABLE `b` (`x` INTEGER, PRIMARY KEY ())"), QString("1064"));
+        QCOMPARE(mariadb.code("CREATE TABLE `b` (`x` INTEGER, FOREIGN KEY () REFERENCES `a` (`x`))"),
                  QString("1064"));
-        QCOMPARE(mysql.code("ALTER TABLE `a` ADD CONSTRAINT f FOREIGN KEY () REFERENCES `a` (`x`)"),
+        QCOMPARE(mariadb.code("ALTER TABLE `a` ADD CONSTRAINT f FOREIGN KEY () REFERENCES `a` (`x`)"),
                  QString("1064"));
     }
     void aQuotationWithoutEndIsASyntaxError()
     {
-        script mysql(u"mysql");
-        mysql.run("CREATE TABLE `a` (`x` INTEGER)");
-        QCOMPARE(mysql.code("CREATE TABLE `a` (`x`y` INTEGER)"), QString("4161"));
-        QCOMPARE(mysql.code("CREATE TABLE `a` (`x` INTEGER, `y` TEXT"), QString());
-        QCOMPARE(mysql.code("DROP TABLE `a"), QString("1064"));
-        QCOMPARE(mysql.code("SELECT 'a"), QString("1064"));
+        script mariadb(u"mariadb");
+        mariadb.run("CREATE TABLE `a` (`x` INTEGER)");
+        QCOMPARE(mariadb.code("CREATE TABLE `a` (`x`y` INTEGER)"), QString("4161"));
+        QCOMPARE(mariadb.code("CREATE TABLE `a` (`x` INTEGER, `y` TEXT"), QString());
+        QCOMPARE(mariadb.code("DROP TABLE `a"), QString("1064"));
+        QCOMPARE(mariadb.code("SELECT 'a"), QString("1064"));
         script sqlite(u"sqlite");
         QCOMPARE(sqlite.code("CREATE TABLE a (x`y INTEGER)"), QString("SQLITE_ERROR"));
         QCOMPARE(sqlite.lines(), QStringList());
     }
     void mysqlMeasuresNamesOfIndexesLast()
     {
-        script mysql(u"mysql");
+        script mariadb(u"mariadb");
         const QString name(70, u'a');
-        mysql.run("CREATE TABLE `a` (`x` INTEGER)");
-        QCOMPARE(mysql.code("CREATE INDEX " + name + " ON `b` (`x`)"), QString("1146"));
-        QCOMPARE(mysql.code("CREATE INDEX " + name + " ON `a` (`y`)"), QString("1072"));
-        QCOMPARE(mysql.code("CREATE INDEX " + name + " ON `a` (`x`(255))"), QString("1089"));
-        QCOMPARE(mysql.code("CREATE INDEX " + name + " ON `a` (`x`)"), QString("1059"));
-        QCOMPARE(mysql.code("DROP INDEX " + name + " ON `a`"), QString("1091"));
-        QCOMPARE(mysql.code("ALTER TABLE `a` DROP COLUMN " + name), QString("1091"));
-        QCOMPARE(mysql.code("ALTER TABLE `a` DROP CONSTRAINT " + name), QString("1091"));
-        QCOMPARE(mysql.code("ALTER TABLE `a` CHANGE " + name + " `b` INTEGER"), QString("1054"));
-        QCOMPARE(mysql.code("ALTER TABLE `a` CHANGE `x` " + name + " INTEGER"), QString("1059"));
-        QCOMPARE(mysql.code("ALTER TABLE `b` ADD COLUMN " + name + " INTEGER"), QString("1059"));
-        QCOMPARE(
-            mysql.code("ALTER TABLE `b` ADD CONSTRAINT " + name + " FOREIGN KEY (`x`) REFERENCES `a` (`x`)"),
-            QString("1146"));
-        QCOMPARE(
-            mysql.code("ALTER TABLE `a` ADD CONSTRAINT " + name + " FOREIGN KEY (`y`) REFERENCES `a` (`x`)"),
-            QString("1072"));
+        mariadb.run("CREATE TABLE `a` (`x` INTEGER)");
+        QCOMPARE(mariadb.code("CREATE INDEX " + name + " ON `b` (`x`)"), QString("1146"));
+        QCOMPARE(mariadb.code("CREATE INDEX " + name + " ON `a` (`y`)"), QString("1072"));
+        QCOMPARE(mariadb.code("CREATE INDEX " + name + " ON `a` (`x`(255))"), QString("1089"));
+        QCOMPARE(mariadb.code("CREATE INDEX " + name + " ON `a` (`x`)"), QString("1059"));
+        QCOMPARE(mariadb.code("DROP INDEX " + name + " ON `a`"), QString("1091"));
+        QCOMPARE(mariadb.code("ALTER TABLE `a` DROP COLUMN " + name), QString("1091"));
+        QCOMPARE(mariadb.code("ALTER TABLE `a` DROP CONSTRAINT " + name), QString("1091"));
+        QCOMPARE(mariadb.code("ALTER TABLE `a` CHANGE " + name + " `b` INTEGER"), QString("1054"));
+        QCOMPARE(mariadb.code("ALTER TABLE `a` CHANGE `x` " + name + " INTEGER"), QString("1059"));
+        QCOMPARE(mariadb.code("ALTER TABLE `b` ADD COLUMN " + name + " INTEGER"), QString("1059"));
+        QCOMPARE(mariadb.code("ALTER TABLE `b` ADD CONSTRAINT " + name +
+                              " FOREIGN KEY (`x`) REFERENCES `a` (`x`)"),
+                 QString("1146"));
+        QCOMPARE(mariadb.code("ALTER TABLE `a` ADD CONSTRAINT " + name +
+                              " FOREIGN KEY (`y`) REFERENCES `a` (`x`)"),
+                 QString("1072"));
     }
     void mysqlReadsTypesFirst()
     {
-        script mysql(u"mysql");
-        mysql.run("CREATE TABLE `a` (`x` INTEGER)");
-        QCOMPARE(mysql.code("CREATE TABLE `a` (`x` BYTEA)"), QString("4161"));
-        QCOMPARE(mysql.code("CREATE TABLE shop.a (x INTEGER)"), QString("1049"));
+        script mariadb(u"mariadb");
+        mariadb.run("CREATE TABLE `a` (`x` INTEGER)");
+        QCOMPARE(mariadb.code("CREATE TABLE `a` (`x` BYTEA)"), QString("4161"));
+        QCOMPARE(mariadb.code("CREATE TABLE shop.a (x INTEGER)"), QString("1049"));
     }
     void theLastColumnStaysOnSqlite()
     {
@@ -313,11 +314,11 @@ private Q_SLOTS:
     }
     void beginsWithWhatIsThere()
     {
-        script first(u"mysql");
+        script first(u"mariadb");
         first.run(
             "CREATE TABLE `a` (`id` INTEGER NOT NULL, PRIMARY KEY (`id`)); CREATE TABLE `b` (`a_id` INTEGER);"
             "ALTER TABLE `b` ADD CONSTRAINT f FOREIGN KEY (`a_id`) REFERENCES `a` (`id`)");
-        script second(u"mysql", first.database().held());
+        script second(u"mariadb", first.database().held());
         QCOMPARE(second.lines(), first.lines());
         QCOMPARE(second.code("DROP TABLE `a`"), QString("1451"));
         QCOMPARE(second.code("ALTER TABLE `b` ADD CONSTRAINT F FOREIGN KEY (`a_id`) REFERENCES `a` (`id`)"),
