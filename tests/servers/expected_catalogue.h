@@ -30,7 +30,7 @@ struct expectations
     bool relationships = false;
 };
 
-/// The lines that target_database::catalogue() has to give after the full script of `project`.
+/// The lines that modelLinesOf() has to give after the full script of `project`.
 [[nodiscard]] QStringList expectedCatalogue(const model::project & project, const expectations & e);
 
 } // namespace servers

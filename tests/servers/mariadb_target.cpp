@@ -2,6 +2,9 @@
 #include "servers/sql_connection.h"
 #include "servers/target_database.h"
 
+#include "database/facts/names.h"
+#include "database/facts/normal_form.h"
+
 #include <QFile>
 #include <QSqlDatabase>
 
@@ -30,34 +33,49 @@ public:
                    daemon,
                    {QStringLiteral("--no-defaults"), data, QStringLiteral("--skip-networking"),
                     QStringLiteral("--socket=") + socket(),
-                    QStringLiteral("--pid-file=") + m_server.folder() + QStringLiteral("/pid")},
+                    QStringLiteral("--pid-file=") + m_server.folder() + QStringLiteral("/pid"),
+                    QStringLiteral("--innodb-flush-log-at-trx-commit=0")},
                    [this] { return QFile::exists(socket()) && connect(QString())->isOpen(); }, why);
     }
 
+    [[nodiscard]] const database::facts & known() const override { return *database::factsOf(u"mariadb"); }
     bool reset(QString & error) override
     {
-        m_connection.reset();
-        const QString name = QStringLiteral("scratch_%1").arg(++m_iDatabases);
-        if (!connect(QString())->execute(QStringLiteral("CREATE DATABASE %1 CHARACTER SET utf8mb4").arg(name),
-                                         error)) {
-            return false;
+        if (!m_connection) {
+            m_connection = connect(QString());
+            error = m_connection->openError();
         }
-        m_connection = connect(name);
-        error = m_connection->openError();
-        return m_connection->isOpen();
+        const QString old = QStringLiteral("DROP DATABASE IF EXISTS scratch_%1").arg(m_iDatabases);
+        const QString name = QStringLiteral("scratch_%1").arg(++m_iDatabases);
+        return m_connection->isOpen() && m_connection->execute(old, error) &&
+               m_connection->execute(QStringLiteral("CREATE DATABASE %1 CHARACTER SET utf8mb4").arg(name),
+                                     error) &&
+               m_connection->execute(QStringLiteral("USE ") + name, error);
     }
-    bool execute(const QString & statement, QString & error) override
+    bool execute(const QString & statement, server_error & error) override
     {
         return m_connection->execute(statement, error);
     }
-    QStringList catalogue() override
+    [[nodiscard]] QList<QVariantList> rows(const QString & query) override
     {
-        QStringList lines;
-        addTablesAndColumns(lines);
-        addIndexes(lines);
-        addForeignKeys(lines);
-        lines.sort();
-        return lines;
+        return m_connection->rows(query);
+    }
+    [[nodiscard]] database::catalogue held() override
+    {
+        database::catalogue found;
+        addTablesAndColumns(found);
+        addIndexes(found);
+        addForeignKeys(found);
+        return database::normalForm(std::move(found), known());
+    }
+    [[nodiscard]] QString quoted(const QString & name) const override
+    {
+        return QLatin1Char('`') + QString(name).replace(QLatin1Char('`'), QLatin1String("``")) +
+               QLatin1Char('`');
+    }
+    [[nodiscard]] QString checkForeignKeys(bool on) const override
+    {
+        return QStringLiteral("SET foreign_key_checks = %1").arg(on ? 1 : 0);
     }
     QString typeAsStored(const QString & type) override;
 
@@ -72,67 +90,68 @@ private:
                 db.setDatabaseName(database);
             });
     }
-    void addTablesAndColumns(QStringList & lines) const;
-    void addIndexes(QStringList & lines) const;
-    void addForeignKeys(QStringList & lines) const;
+    void addTablesAndColumns(database::catalogue & found) const;
+    void addIndexes(database::catalogue & found) const;
+    void addForeignKeys(database::catalogue & found) const;
+    [[nodiscard]] database::table & tableOf(database::catalogue & found, const QVariant & name) const
+    {
+        return found.tables[database::foldedTable(known(), name.toString())];
+    }
 
     private_server m_server{QStringLiteral("mysql")};
     int m_iDatabases = 0;
     std::unique_ptr<sql_connection> m_connection;
 };
 
-void mariadb_target::addTablesAndColumns(QStringList & lines) const
+void mariadb_target::addTablesAndColumns(database::catalogue & found) const
 {
     for (const QString & table : m_connection->firstColumn(QStringLiteral(
              "SELECT table_name FROM information_schema.tables WHERE table_schema = DATABASE()"))) {
-        lines.append(QStringLiteral("table ") + table);
+        tableOf(found, table).name = table;
     }
-    for (const QVariantList & c : m_connection->rows(QStringLiteral(
-             "SELECT table_name, column_name, column_type, is_nullable FROM information_schema.columns "
-             "WHERE table_schema = DATABASE()"))) {
-        lines.append(
-            QStringLiteral("column %1.%2 %3%4")
-                .arg(c[0].toString(), c[1].toString(), c[2].toString(),
-                     c[3].toString() == QStringLiteral("NO") ? QStringLiteral(" NOT NULL") : QString()));
+    for (const QVariantList & c : m_connection->rows(
+             QStringLiteral("SELECT table_name, column_name, column_type, is_nullable, extra FROM "
+                            "information_schema.columns WHERE table_schema = DATABASE() "
+                            "ORDER BY table_name, ordinal_position"))) {
+        tableOf(found, c[0])
+            .columns.push_back({c[1].toString(), c[2].toString(), c[3].toString() == QStringLiteral("NO"),
+                                c[4].toString().contains(QLatin1String("auto_increment"))});
     }
 }
 
-void mariadb_target::addIndexes(QStringList & lines) const
+void mariadb_target::addIndexes(database::catalogue & found) const
 {
-    const QStringList foreignKeys = m_connection->firstColumn(
-        QStringLiteral("SELECT constraint_name FROM information_schema.table_constraints "
-                       "WHERE table_schema = DATABASE() AND constraint_type = 'FOREIGN KEY'"));
     for (const QVariantList & i : m_connection->rows(
-             QStringLiteral("SELECT table_name, index_name, MAX(non_unique), "
-                            "GROUP_CONCAT(column_name ORDER BY seq_in_index SEPARATOR ', ') FROM "
-                            "information_schema.statistics "
-                            "WHERE table_schema = DATABASE() GROUP BY table_name, index_name"))) {
-        const QString table = i[0].toString();
+             QStringLiteral("SELECT table_name, index_name, non_unique, column_name, sub_part FROM "
+                            "information_schema.statistics WHERE table_schema = DATABASE() "
+                            "ORDER BY table_name, index_name, seq_in_index"))) {
+        database::table & owner = tableOf(found, i[0]);
         const QString name = i[1].toString();
-        const QStringList columns(i[3].toString());
+        const database::key_part part{i[3].toString(), i[4].toInt()};
         if (name == QStringLiteral("PRIMARY")) {
-            lines.append(withColumns(QStringLiteral("key ") + table, columns));
-        } else if (!i[2].toBool()) {
-            lines.append(withColumns(QStringLiteral("unique ") + table, columns));
-        } else if (!foreignKeys.contains(name)) {
-            // The server makes an index of its own for a foreign key that has none; it bears the key's name.
-            lines.append(withColumns(QStringLiteral("index %1 %2").arg(name, table), columns));
+            owner.key = owner.key ? owner.key : database::primary_key{};
+            owner.key->parts.push_back(part);
+        } else if (!owner.indexes.empty() && owner.indexes.back().name == name) {
+            owner.indexes.back().parts.push_back(part);
+        } else {
+            owner.indexes.push_back({name, {part}, !i[2].toBool(), false});
         }
     }
 }
 
-void mariadb_target::addForeignKeys(QStringList & lines) const
+void mariadb_target::addForeignKeys(database::catalogue & found) const
 {
-    for (const QVariantList & f : m_connection->rows(QStringLiteral(
-             "SELECT constraint_name, table_name, "
-             "GROUP_CONCAT(column_name ORDER BY ordinal_position SEPARATOR ', '), referenced_table_name, "
-             "GROUP_CONCAT(referenced_column_name ORDER BY ordinal_position SEPARATOR ', ') "
-             "FROM information_schema.key_column_usage "
-             "WHERE table_schema = DATABASE() AND referenced_table_name IS NOT NULL "
-             "GROUP BY constraint_name, table_name, referenced_table_name"))) {
-        lines.append(withColumns(QStringLiteral("foreign %1 %2").arg(f[0].toString(), f[1].toString()),
-                                 QStringList(f[2].toString())) +
-                     withColumns(QStringLiteral(" -> ") + f[3].toString(), QStringList(f[4].toString())));
+    for (const QVariantList & f : m_connection->rows(
+             QStringLiteral("SELECT constraint_name, table_name, column_name, referenced_table_name, "
+                            "referenced_column_name FROM information_schema.key_column_usage "
+                            "WHERE table_schema = DATABASE() AND referenced_table_name IS NOT NULL "
+                            "ORDER BY table_name, constraint_name, ordinal_position"))) {
+        auto & keys = tableOf(found, f[1]).foreignKeys;
+        if (keys.empty() || keys.back().name != f[0].toString()) {
+            keys.push_back({f[0].toString(), {}, f[3].toString(), {}});
+        }
+        keys.back().columns.append(f[2].toString());
+        keys.back().targetColumns.append(f[4].toString());
     }
 }
 

@@ -2,6 +2,9 @@
 #include "servers/sql_connection.h"
 #include "servers/target_database.h"
 
+#include "database/facts/names.h"
+#include "database/facts/normal_form.h"
+
 #include <QDir>
 #include <QSqlDatabase>
 
@@ -40,29 +43,43 @@ public:
                    [this] { return connect(QStringLiteral("postgres"))->isOpen(); }, why);
     }
 
+    [[nodiscard]] const database::facts & known() const override { return *database::factsOf(u"postgresql"); }
     bool reset(QString & error) override
     {
-        m_connection.reset();
-        const QString name = QStringLiteral("scratch_%1").arg(++m_iDatabases);
-        if (!connect(QStringLiteral("postgres"))->execute(QStringLiteral("CREATE DATABASE ") + name, error)) {
-            return false;
+        if (!m_connection) {
+            m_connection = connect(QStringLiteral("postgres"));
+            error = m_connection->openError();
         }
-        m_connection = connect(name);
-        error = m_connection->openError();
-        return m_connection->isOpen();
+        return m_connection->isOpen() &&
+               m_connection->execute(QStringLiteral("SET client_min_messages = warning"), error) &&
+               m_connection->execute(QStringLiteral("DROP SCHEMA public CASCADE"), error) &&
+               m_connection->execute(QStringLiteral("CREATE SCHEMA public"), error);
     }
-    bool execute(const QString & statement, QString & error) override
+    bool execute(const QString & statement, server_error & error) override
     {
         return m_connection->execute(statement, error);
     }
-    QStringList catalogue() override
+    [[nodiscard]] QList<QVariantList> rows(const QString & query) override
     {
-        QStringList lines;
-        addTablesAndColumns(lines);
-        addConstraints(lines);
-        addIndexes(lines);
-        lines.sort();
-        return lines;
+        return m_connection->rows(query);
+    }
+    [[nodiscard]] database::catalogue held() override
+    {
+        database::catalogue found;
+        addTablesAndColumns(found);
+        addForeignKeys(found);
+        addIndexes(found);
+        addSequences(found);
+        return database::normalForm(std::move(found), known());
+    }
+    [[nodiscard]] QString quoted(const QString & name) const override
+    {
+        return QLatin1Char('"') + QString(name).replace(QLatin1Char('"'), QLatin1String("\"\"")) +
+               QLatin1Char('"');
+    }
+    [[nodiscard]] QString checkForeignKeys(bool on) const override
+    {
+        return QStringLiteral("SET session_replication_role = ") + QLatin1String(on ? "DEFAULT" : "replica");
     }
     QString typeAsStored(const QString & type) override
     {
@@ -89,71 +106,84 @@ private:
             db.setDatabaseName(database);
         });
     }
-    /// SQL for the names of the columns `numbers` (an array of attribute numbers) of `relation`.
+    /// SQL for the names of the columns `numbers` (an array of attribute numbers) of `relation`, by line.
     [[nodiscard]] static QString columnNames(const QString & relation, const QString & numbers)
     {
         return QStringLiteral(
-                   "(SELECT string_agg(attname, ', ' ORDER BY n) FROM unnest(%2) WITH ORDINALITY AS "
+                   "(SELECT string_agg(attname, E'\\n' ORDER BY n) FROM unnest(%2) WITH ORDINALITY AS "
                    "k(num, n) JOIN pg_attribute ON attrelid = %1 AND attnum = num)")
             .arg(relation, numbers);
     }
-    void addTablesAndColumns(QStringList & lines) const;
-    void addConstraints(QStringList & lines) const;
-    void addIndexes(QStringList & lines) const;
+    [[nodiscard]] static std::vector<database::key_part> partsOf(const QVariant & names)
+    {
+        std::vector<database::key_part> parts;
+        for (const QString & name : names.toString().split(QLatin1Char('\n'))) {
+            parts.push_back({name, 0});
+        }
+        return parts;
+    }
+    void addTablesAndColumns(database::catalogue & found) const;
+    void addForeignKeys(database::catalogue & found) const;
+    void addIndexes(database::catalogue & found) const;
+    void addSequences(database::catalogue & found) const;
 
     private_server m_server{QStringLiteral("postgres")};
-    int m_iDatabases = 0;
     std::unique_ptr<sql_connection> m_connection;
 };
 
-void postgresql_target::addTablesAndColumns(QStringList & lines) const
+void postgresql_target::addTablesAndColumns(database::catalogue & found) const
 {
     for (const QString & table : m_connection->firstColumn(QStringLiteral(
              "SELECT relname FROM pg_class WHERE relkind = 'r' AND relnamespace = 'public'::regnamespace"))) {
-        lines.append(QStringLiteral("table ") + table);
+        found.tables[table].name = table;
     }
     for (const QVariantList & c : m_connection->rows(QStringLiteral(
-             "SELECT t.relname, a.attname, format_type(a.atttypid, a.atttypmod), a.attnotnull "
-             "FROM pg_attribute a JOIN pg_class t ON t.oid = a.attrelid WHERE t.relkind = 'r' AND "
-             "t.relnamespace = 'public'::regnamespace AND a.attnum > 0 AND NOT a.attisdropped"))) {
-        lines.append(QStringLiteral("column %1.%2 %3%4")
-                         .arg(c[0].toString(), c[1].toString(), c[2].toString(),
-                              c[3].toBool() ? QStringLiteral(" NOT NULL") : QString()));
+             "SELECT t.relname, a.attname, format_type(a.atttypid, a.atttypmod), a.attnotnull, "
+             "coalesce(pg_get_expr(d.adbin, d.adrelid), '') "
+             "FROM pg_attribute a JOIN pg_class t ON t.oid = a.attrelid "
+             "LEFT JOIN pg_attrdef d ON d.adrelid = t.oid AND d.adnum = a.attnum WHERE t.relkind = 'r' AND "
+             "t.relnamespace = 'public'::regnamespace AND a.attnum > 0 AND NOT a.attisdropped "
+             "ORDER BY t.relname, a.attnum"))) {
+        found.tables[c[0].toString()].columns.push_back({c[1].toString(), c[2].toString(), c[3].toBool(),
+                                                         c[4].toString().contains(QLatin1String("nextval"))});
     }
 }
 
-void postgresql_target::addConstraints(QStringList & lines) const
+void postgresql_target::addForeignKeys(database::catalogue & found) const
 {
     for (const QVariantList & c : m_connection->rows(
-             QStringLiteral(
-                 "SELECT contype::text, conname, t.relname, %1, f.relname, %2 FROM pg_constraint c "
-                 "JOIN pg_class t ON t.oid = conrelid LEFT JOIN pg_class f ON f.oid = confrelid "
-                 "WHERE connamespace = 'public'::regnamespace")
+             QStringLiteral("SELECT conname, t.relname, %1, f.relname, %2 FROM pg_constraint c "
+                            "JOIN pg_class t ON t.oid = conrelid JOIN pg_class f ON f.oid = confrelid "
+                            "WHERE connamespace = 'public'::regnamespace AND contype = 'f'")
                  .arg(columnNames(QStringLiteral("conrelid"), QStringLiteral("conkey")),
                       columnNames(QStringLiteral("confrelid"), QStringLiteral("confkey"))))) {
-        const QString kind = c[0].toString();
-        const QString table = c[2].toString();
-        const QStringList columns(c[3].toString());
-        if (kind == QStringLiteral("p")) {
-            lines.append(withColumns(QStringLiteral("key ") + table, columns));
-        } else if (kind == QStringLiteral("u")) {
-            lines.append(withColumns(QStringLiteral("unique ") + table, columns));
-        } else if (kind == QStringLiteral("f")) {
-            lines.append(withColumns(QStringLiteral("foreign %1 %2").arg(c[1].toString(), table), columns) +
-                         withColumns(QStringLiteral(" -> ") + c[4].toString(), QStringList(c[5].toString())));
+        found.tables[c[1].toString()].foreignKeys.push_back(
+            {c[0].toString(), c[2].toString().split(QLatin1Char('\n')), c[3].toString(),
+             c[4].toString().split(QLatin1Char('\n'))});
+    }
+}
+
+void postgresql_target::addIndexes(database::catalogue & found) const
+{
+    for (const QVariantList & i : m_connection->rows(
+             QStringLiteral("SELECT n.relname, t.relname, indisunique, indisprimary, %1 FROM pg_index x "
+                            "JOIN pg_class n ON n.oid = indexrelid JOIN pg_class t ON t.oid = indrelid "
+                            "WHERE t.relnamespace = 'public'::regnamespace")
+                 .arg(columnNames(QStringLiteral("indrelid"), QStringLiteral("indkey::int2[]"))))) {
+        database::table & owner = found.tables[i[1].toString()];
+        if (i[3].toBool()) {
+            owner.key = database::primary_key{i[0].toString(), partsOf(i[4])};
+        } else {
+            owner.indexes.push_back({i[0].toString(), partsOf(i[4]), i[2].toBool(), false});
         }
     }
 }
 
-void postgresql_target::addIndexes(QStringList & lines) const
+void postgresql_target::addSequences(database::catalogue & found) const
 {
-    for (const QVariantList & i : m_connection->rows(
-             QStringLiteral("SELECT n.relname, t.relname, %1 FROM pg_index x "
-                            "JOIN pg_class n ON n.oid = indexrelid JOIN pg_class t ON t.oid = indrelid "
-                            "WHERE t.relnamespace = 'public'::regnamespace AND NOT indisunique")
-                 .arg(columnNames(QStringLiteral("indrelid"), QStringLiteral("indkey::int2[]"))))) {
-        lines.append(withColumns(QStringLiteral("index %1 %2").arg(i[0].toString(), i[1].toString()),
-                                 QStringList(i[2].toString())));
+    for (const QString & sequence : m_connection->firstColumn(QStringLiteral(
+             "SELECT relname FROM pg_class WHERE relkind = 'S' AND relnamespace = 'public'::regnamespace"))) {
+        found.sequences.push_back({sequence, {}});
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QStandardPaths>
 
 #include <csignal>
@@ -81,6 +82,9 @@ bool private_server::start(const QString & program, const QStringList & argument
                            const std::function<bool()> & answers, QString & why)
 {
     becomeUser(m_server);
+    // Into a file: a server that nobody listens to stops once a pipe is full of what it says.
+    const QString log = m_folder.filePath(QStringLiteral("log"));
+    m_server.setStandardOutputFile(log);
     startUnsynced(m_server, program, arguments);
     QElapsedTimer timer;
     timer.start();
@@ -89,8 +93,9 @@ bool private_server::start(const QString & program, const QStringList & argument
             return true;
         }
     }
-    why = program + QStringLiteral(" does not start: ") +
-          QString::fromLocal8Bit(m_server.readAll()).simplified();
+    QFile said(log);
+    const QByteArray words = said.open(QIODevice::ReadOnly) ? said.readAll() : QByteArray();
+    why = program + QStringLiteral(" does not start: ") + QString::fromLocal8Bit(words).simplified();
     return false;
 }
 

@@ -22,11 +22,20 @@ sql_connection::~sql_connection()
     QSqlDatabase::removeDatabase(m_sName);
 }
 
-bool sql_connection::execute(const QString & statement, QString & error) const
+bool sql_connection::execute(const QString & statement, server_error & error) const
 {
     QSqlQuery q(QSqlDatabase::database(m_sName, false));
     const bool done = q.exec(statement);
-    error = done ? QString() : q.lastError().databaseText();
+    error =
+        done ? server_error() : server_error{q.lastError().nativeErrorCode(), q.lastError().databaseText()};
+    return done;
+}
+
+bool sql_connection::execute(const QString & statement, QString & error) const
+{
+    server_error why;
+    const bool done = execute(statement, why);
+    error = why.words;
     return done;
 }
 

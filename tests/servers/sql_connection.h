@@ -9,6 +9,13 @@
 
 namespace servers {
 
+/// What a database says to a statement that it refuses.
+struct server_error
+{
+    QString code; ///< as the driver tells it: SQLSTATE, or a number
+    QString words;
+};
+
 /// A connection with a name of its own; it is removed with this object.
 class sql_connection
 {
@@ -20,6 +27,7 @@ public:
 
     [[nodiscard]] bool isOpen() const { return m_bOpen; }
     [[nodiscard]] QString openError() const { return m_sOpenError; }
+    bool execute(const QString & statement, server_error & error) const;
     bool execute(const QString & statement, QString & error) const;
     /// The rows of a query that has to succeed; a failure ends the test program, since no test can go on.
     [[nodiscard]] QList<QVariantList> rows(const QString & query, const QVariantList & values = {}) const;

@@ -1,6 +1,9 @@
 #include "servers/sql_connection.h"
 #include "servers/target_database.h"
 
+#include "database/facts/names.h"
+#include "database/facts/normal_form.h"
+
 #include <QMap>
 #include <QSqlDatabase>
 
@@ -11,6 +14,7 @@ namespace {
 class sqlite_target : public target_database
 {
 public:
+    [[nodiscard]] const database::facts & known() const override { return *database::factsOf(u"sqlite"); }
     bool reset(QString & error) override
     {
         m_connection = std::make_unique<sql_connection>(QStringLiteral("QSQLITE"), [](QSqlDatabase & db) {
@@ -19,79 +23,98 @@ public:
         error = m_connection->openError();
         return m_connection->isOpen();
     }
-    bool execute(const QString & statement, QString & error) override
+    bool execute(const QString & statement, server_error & error) override
     {
-        return m_connection->execute(statement, error);
+        const bool done = m_connection->execute(statement, error);
+        // The driver has the numbers that SQLite's names stand for.
+        static const QMap<QString, QString> names = {
+            {QStringLiteral("1"), QStringLiteral("SQLITE_ERROR")},
+            {QStringLiteral("787"), QStringLiteral("SQLITE_CONSTRAINT_FOREIGNKEY")}};
+        error.code = names.value(error.code, error.code);
+        return done;
+    }
+    [[nodiscard]] QList<QVariantList> rows(const QString & query) override
+    {
+        return m_connection->rows(query);
     }
     QString typeAsStored(const QString & type) override { return type; }
-
-    QStringList catalogue() override
+    [[nodiscard]] QString quoted(const QString & name) const override
     {
-        QStringList lines;
-        for (const QString & table : m_connection->firstColumn(QStringLiteral(
-                 "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%'"))) {
-            lines.append(QStringLiteral("table ") + table);
-            addColumns(table, lines);
-            addIndexes(table, lines);
-            addForeignKeys(table, lines);
+        return QLatin1Char('"') + QString(name).replace(QLatin1Char('"'), QLatin1String("\"\"")) +
+               QLatin1Char('"');
+    }
+    [[nodiscard]] QString checkForeignKeys(bool) const override
+    {
+        return QStringLiteral("PRAGMA foreign_keys = OFF");
+    }
+
+    [[nodiscard]] database::catalogue held() override
+    {
+        database::catalogue found;
+        for (const QVariantList & row : m_connection->rows(
+                 QStringLiteral("SELECT name, sql FROM sqlite_master WHERE type = 'table' AND name NOT LIKE "
+                                "'sqlite_%' UNION ALL "
+                                "SELECT name, sql FROM sqlite_temp_master WHERE type = 'table'"))) {
+            database::table owner;
+            owner.name = row[0].toString();
+            addColumns(owner, row[1].toString().contains(QLatin1String("AUTOINCREMENT")));
+            addIndexes(owner);
+            addForeignKeys(owner);
+            found.tables.emplace(database::foldedTable(known(), owner.name), std::move(owner));
         }
-        lines.sort();
-        return lines;
+        return database::normalForm(std::move(found), known());
     }
 
 private:
-    void addColumns(const QString & table, QStringList & lines) const
+    void addColumns(database::table & owner, bool hasCounter) const
     {
         QMap<int, QString> key;
         for (const QVariantList & c : m_connection->rows(
-                 QStringLiteral("SELECT name, type, \"notnull\", pk FROM pragma_table_info(?)"), {table})) {
-            lines.append(QStringLiteral("column %1.%2 %3%4")
-                             .arg(table, c[0].toString(), c[1].toString(),
-                                  c[2].toBool() ? QStringLiteral(" NOT NULL") : QString()));
-            if (c[3].toInt() > 0) {
-                key.insert(c[3].toInt(), c[0].toString());
+                 QStringLiteral("SELECT name, type, \"notnull\", pk FROM pragma_table_info(?)"),
+                 {owner.name})) {
+            const int place = c[3].toInt();
+            owner.columns.push_back(
+                {c[0].toString(), c[1].toString(), c[2].toBool(), place > 0 && hasCounter});
+            if (place > 0) {
+                key.insert(place, c[0].toString());
             }
         }
         if (!key.isEmpty()) {
-            lines.append(withColumns(QStringLiteral("key ") + table, key.values()));
-        }
-    }
-
-    void addIndexes(const QString & table, QStringList & lines) const
-    {
-        for (const QVariantList & i :
-             m_connection->rows(QStringLiteral("SELECT name, origin FROM pragma_index_list(?)"), {table})) {
-            const QStringList columns = m_connection->firstColumn(
-                QStringLiteral("SELECT name FROM pragma_index_info(?) ORDER BY seqno"), {i[0]});
-            if (i[1].toString() == QStringLiteral("u")) {
-                lines.append(withColumns(QStringLiteral("unique ") + table, columns));
-            } else if (i[1].toString() == QStringLiteral("c")) {
-                lines.append(withColumns(QStringLiteral("index %1 %2").arg(i[0].toString(), table), columns));
+            owner.key = database::primary_key{};
+            for (const QString & column : key) {
+                owner.key->parts.push_back({column, 0});
             }
         }
     }
 
-    void addForeignKeys(const QString & table, QStringList & lines) const
+    void addIndexes(database::table & owner) const
     {
-        struct foreign_key
-        {
-            QString target;
-            QStringList from;
-            QStringList to;
-        };
-        QMap<int, foreign_key> keys;
+        for (const QVariantList & i : m_connection->rows(
+                 QStringLiteral("SELECT name, \"unique\" FROM pragma_index_list(?) WHERE origin <> 'pk'"),
+                 {owner.name})) {
+            database::index found{i[0].toString(), {}, i[1].toBool(), false};
+            for (const QString & column : m_connection->firstColumn(
+                     QStringLiteral("SELECT name FROM pragma_index_info(?) ORDER BY seqno"), {i[0]})) {
+                found.parts.push_back({column, 0});
+            }
+            owner.indexes.push_back(std::move(found));
+        }
+    }
+
+    void addForeignKeys(database::table & owner) const
+    {
+        QMap<int, database::foreign_key> keys;
         for (const QVariantList & f :
              m_connection->rows(QStringLiteral("SELECT id, \"table\", \"from\", \"to\" FROM "
                                                "pragma_foreign_key_list(?) ORDER BY id, seq"),
-                                {table})) {
-            foreign_key & key = keys[f[0].toInt()];
+                                {owner.name})) {
+            database::foreign_key & key = keys[f[0].toInt()];
             key.target = f[1].toString();
-            key.from.append(f[2].toString());
-            key.to.append(f[3].toString());
+            key.columns.append(f[2].toString());
+            key.targetColumns.append(f[3].toString());
         }
-        for (const foreign_key & key : keys) {
-            lines.append(withColumns(QStringLiteral("foreign - ") + table, key.from) +
-                         withColumns(QStringLiteral(" -> ") + key.target, key.to));
+        for (const database::foreign_key & key : keys) {
+            owner.foreignKeys.push_back(key);
         }
     }
 

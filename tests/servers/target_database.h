@@ -1,5 +1,9 @@
 #pragma once
 
+#include "database/catalogue/catalogue.h"
+#include "database/facts/facts.h"
+#include "servers/sql_connection.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -13,16 +17,22 @@ class target_database
 public:
     virtual ~target_database() = default;
 
+    /// What is known about it.
+    [[nodiscard]] virtual const database::facts & known() const = 0;
     /// Begins anew with an empty database. False, with the reason, when that fails.
     virtual bool reset(QString & error) = 0;
-    /// Runs one statement; false, with the database's own words, when it is refused.
-    virtual bool execute(const QString & statement, QString & error) = 0;
-    /// What is in the database, a sorted list of lines:
-    ///   "table T", "column T.C TYPE [NOT NULL]", "key T (C, …)", "unique T (C)", "index NAME T (C)",
-    ///   "foreign NAME T (C, …) -> T2 (C2, …)"; a foreign key without a name of its own has the name "-".
-    virtual QStringList catalogue() = 0;
+    /// Runs one statement; false, with the database's own code and words, when it is refused.
+    virtual bool execute(const QString & statement, server_error & error) = 0;
+    /// The rows of a query that has to succeed.
+    [[nodiscard]] virtual QList<QVariantList> rows(const QString & query) = 0;
+    /// What is in the database now, in its normal form.
+    [[nodiscard]] virtual database::catalogue held() = 0;
     /// How the catalogue spells the SQL type `type`.
     virtual QString typeAsStored(const QString & type) = 0;
+    /// A name as a statement of this test writes it, whatever it is made of.
+    [[nodiscard]] virtual QString quoted(const QString & name) const = 0;
+    /// The statement after which foreign keys do, or do not, have a say in what rows there are.
+    [[nodiscard]] virtual QString checkForeignKeys(bool on) const = 0;
 };
 
 /// A SQLite database in memory.

@@ -2,6 +2,7 @@
 //
 // Built once for each database: KORVANE_TARGET is the function that starts it, KORVANE_DATABASE its number.
 
+#include "servers/catalogue_lines.h"
 #include "servers/expected_catalogue.h"
 #include "servers/model_history.h"
 #include "servers/refusals.h"
@@ -156,9 +157,9 @@ QStringList tst_scripts_on_databases::run(const QString & script) const
 {
     QStringList refused;
     for (const QString & statement : statementsOf(script)) {
-        QString error;
+        servers::server_error error;
         if (!m_target->execute(statement, error)) {
-            refused.append(statement + QStringLiteral(" => ") + error);
+            refused.append(statement + QStringLiteral(" => ") + error.words);
         }
     }
     return refused;
@@ -215,7 +216,7 @@ void tst_scripts_on_databases::fullScript()
     }
     const QStringList wanted = servers::expectedCatalogue(stored.project(), expected);
     QVERIFY(wanted.size() > 50);
-    const QStringList found = m_target->catalogue();
+    const QStringList found = servers::modelLinesOf(m_target->held());
     QVERIFY2(found == wanted, qPrintable(difference(found, wanted)));
 }
 
@@ -288,9 +289,9 @@ void tst_scripts_on_databases::evolutionChain()
         const QString step = QStringLiteral("v%1_to_v%2.sql").arg(i).arg(i + 1);
         QCOMPARE(run(stored.content(scripts + step)).join(QLatin1Char('\n')), QString());
     }
-    const QStringList evolved = withoutConstraintNames(m_target->catalogue());
+    const QStringList evolved = withoutConstraintNames(servers::modelLinesOf(m_target->held()));
     runOnEmpty(stored.content(scripts + QStringLiteral("full.sql")));
-    const QStringList full = withoutConstraintNames(m_target->catalogue());
+    const QStringList full = withoutConstraintNames(servers::modelLinesOf(m_target->held()));
     QVERIFY(full.size() > 10);
     QVERIFY2(evolved == full, qPrintable(difference(evolved, full)));
 }
@@ -331,7 +332,7 @@ void tst_scripts_on_databases::refusals()
     for (qsizetype i = 0; i < refused.size(); ++i) {
         QVERIFY2(refused.at(i).startsWith(expected.at(i)), qPrintable(refused.at(i)));
     }
-    const QStringList catalogue = m_target->catalogue();
+    const QStringList catalogue = servers::modelLinesOf(m_target->held());
     for (const QString & line : row.found.value(Database)) {
         QVERIFY2(catalogue.contains(line),
                  qPrintable(line + QStringLiteral(" is not in\n") + catalogue.join(QLatin1Char('\n'))));

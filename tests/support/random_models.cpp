@@ -9,15 +9,6 @@ namespace {
 const char * const Types[] = {"int",     "long",  "QString", "bool",       "double",  "QDate",
                               "quint64", "qint8", "QUuid",   "QByteArray", "unknown", "std::string"};
 
-QStringList numbered(const QString & name, int count)
-{
-    QStringList names;
-    for (int i = 0; i < count; ++i) {
-        names.append(name + QString::number(i));
-    }
-    return names;
-}
-
 } // namespace
 
 random_model::random_model(unsigned seed) : m_random(seed)
@@ -39,7 +30,7 @@ QString random_model::newName()
     return QString::fromUtf8(Words[below(std::size(Words))]) + QLatin1Char('_') + QString::number(newId());
 }
 
-random_model::draft_property random_model::newKey()
+draft_property random_model::newKey()
 {
     draft_property key;
     key.id = newId();
@@ -53,7 +44,7 @@ random_model::draft_property random_model::newKey()
     return key;
 }
 
-random_model::draft_property random_model::newColumn()
+draft_property random_model::newColumn()
 {
     draft_property column;
     column.id = newId();
@@ -114,8 +105,13 @@ void random_model::addRelationship()
         there.inverse = here.id;
         here.inverse = there.id;
         here.linkTable = there.linkTable = QStringLiteral("link_%1").arg(newId());
-        here.linkColumns = there.inverseColumns = keyColumns(owner);
-        here.inverseColumns = there.linkColumns = keyColumns(target);
+        const auto columns = [](const char * side, const draft_entity & entity) {
+            return numbered(QString::fromLatin1(side), keyColumns(entity)).join(QLatin1Char('|'));
+        };
+        here.linkColumns = columns("own", owner);
+        here.inverseColumns = columns("other", target);
+        there.linkColumns = columns("own", target);
+        there.inverseColumns = columns("other", owner);
         target.properties.push_back(there);
         ++target.version;
     }
@@ -210,46 +206,9 @@ void random_model::change()
     }
 }
 
-void random_model::addTo(entity_builder & entity, const draft_property & property)
-{
-    if (property.relationId != 0) {
-        property_builder built = entity.relation(property.id, property.name, property.relationId,
-                                                 property.relation, property.target);
-        built.indexed(property.isIndex).transient(property.isTransient).columns(property.columns);
-        if (!property.isNullable) {
-            built.notNull();
-        }
-        if (!property.linkTable.isEmpty()) {
-            const auto names = [](const QString & side, int count) {
-                return numbered(side, count).join(QLatin1Char('|'));
-            };
-            built.linkTable(property.linkTable, names(QStringLiteral("own"), property.linkColumns),
-                            names(QStringLiteral("other"), property.inverseColumns), property.inverse);
-        }
-        return;
-    }
-    property_builder built = entity.property(property.id, property.name, QString());
-    built.types(property.types).columns(property.columns).forced(property.forced);
-    built.indexed(property.isIndex).transient(property.isTransient);
-    built.get()->setIdentifier(property.isKey);
-    built.get()->setUnique(property.isUnique);
-    built.get()->setAllowNull(property.isNullable);
-}
-
 std::shared_ptr<model::project> random_model::project() const
 {
-    model_builder model;
-    for (const draft_entity & draft : m_entities) {
-        entity_builder entity = model.entity(draft.id, draft.name);
-        entity.table(draft.table).version(draft.version).softDelete(draft.softDelete);
-        if (!draft.hasTable) {
-            entity.createTable(QStringLiteral("0"));
-        }
-        for (const draft_property & property : draft.properties) {
-            addTo(entity, property);
-        }
-    }
-    return model.get();
+    return projectOf(m_entities);
 }
 
 } // namespace support

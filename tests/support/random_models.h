@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/model_builder.h"
+#include "support/model_draft.h"
 
 #include <memory>
 #include <random>
@@ -23,37 +23,6 @@ public:
     void change();
 
 private:
-    struct draft_property
-    {
-        long id = 0;
-        QString name;
-        QString columns;
-        QStringList types;
-        QString forced;
-        bool isKey = false;
-        bool isNullable = true;
-        bool isUnique = false;
-        bool isIndex = false;
-        bool isTransient = false;
-        long relationId = 0; ///< 0 for a property without a relationship
-        model::relationship::type_relation relation = model::relationship::many_to_one;
-        long target = 0;
-        long inverse = 0;
-        QString linkTable;
-        int linkColumns = 1;
-        int inverseColumns = 1;
-    };
-    struct draft_entity
-    {
-        long id = 0;
-        long version = 1;
-        QString name;
-        QString table;
-        QString softDelete;
-        bool hasTable = true;
-        std::vector<draft_property> properties; ///< the key is the first
-    };
-
     [[nodiscard]] int below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
     [[nodiscard]] bool oneIn(int n) { return below(n) == 0; }
     [[nodiscard]] QString newName();
@@ -66,7 +35,6 @@ private:
     void changeEntity(draft_entity & entity);
     void changeProperty(draft_property & property);
     [[nodiscard]] static int keyColumns(const draft_entity & entity);
-    static void addTo(entity_builder & entity, const draft_property & property);
 
     std::mt19937 m_random;
     long m_iLastId = 0;

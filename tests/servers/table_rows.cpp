@@ -1,0 +1,100 @@
+#include "servers/table_rows.h"
+
+#include "servers/target_database.h"
+
+#include <QSet>
+
+namespace servers {
+
+namespace {
+
+struct type_value
+{
+    const char * beginning; ///< of the type as the catalogue shows it, in small letters
+    const char * value;     ///< a literal; %1 is a number that no other column has
+    const char * ofKey;     ///< the same in columns of keys
+};
+
+// The first that fits counts.
+constexpr type_value Values[] = {
+    {"varchar", "'v%1'", "'k7'"},
+    {"char", "'v%1'", "'k7'"},
+    {"text", "'v%1'", "'k7'"},
+    {"tinytext", "'v%1'", "'k7'"},
+    {"mediumtext", "'v%1'", "'k7'"},
+    {"longtext", "'v%1'", "'k7'"},
+    {"bool", "TRUE", "TRUE"},
+    {"tinyint", "1", "7"},
+    {"year", "2026", "2026"},
+    {"blob", "'b%1'", "'k7'"},
+    {"longblob", "'b%1'", "'k7'"},
+    {"bytea", "'b%1'", "'k7'"},
+    {"varbinary", "'b%1'", "'k7'"},
+    {"timestamp", "'2026-01-01 00:00:00'", "'2026-01-01 00:00:00'"},
+    {"datetime", "'2026-01-01 00:00:00'", "'2026-01-01 00:00:00'"},
+    {"date", "'2026-01-02'", "'2026-01-02'"},
+    {"time", "'03:04:05'", "'03:04:05'"},
+    {"json", "'{\"a\": %1}'", "'{\"a\": 7}'"},
+    {"uuid", "'00000000-0000-0000-0000-00000000%1'", "'00000000-0000-0000-0000-000000000007'"},
+};
+
+QString valueOf(const QString & type, bool isKey, int number)
+{
+    for (const type_value & each : Values) {
+        if (type.startsWith(QLatin1String(each.beginning), Qt::CaseInsensitive)) {
+            return QString::fromLatin1(isKey ? each.ofKey : each.value)
+                .replace(QLatin1String("%1"), QString::number(number));
+        }
+    }
+    return isKey ? QStringLiteral("7") : QString::number(number);
+}
+
+QSet<QString> keyColumnsOf(const database::table & owner)
+{
+    QSet<QString> names;
+    if (owner.key) {
+        for (const database::key_part & part : owner.key->parts) {
+            names += part.column;
+        }
+    }
+    for (const database::foreign_key & key : owner.foreignKeys) {
+        names += QSet<QString>(key.columns.begin(), key.columns.end());
+    }
+    return names;
+}
+
+QString insertion(const target_database & target, const database::table & owner, int & number)
+{
+    const QSet<QString> keys = keyColumnsOf(owner);
+    QStringList columns;
+    QStringList values;
+    for (const database::column & each : owner.columns) {
+        const bool isKey = keys.contains(each.name) || each.name.endsWith(QLatin1String("_id"));
+        columns += target.quoted(each.name);
+        values += valueOf(each.type, isKey, ++number);
+    }
+    return QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+        .arg(target.quoted(owner.name), columns.join(QLatin1Char(',')), values.join(QLatin1Char(',')));
+}
+
+} // namespace
+
+QMap<QString, int> putRowIntoEach(target_database & target)
+{
+    // Four digits, as a UUID above wants them.
+    int number = 1000;
+    QMap<QString, int> counts;
+    server_error error;
+    target.execute(target.checkForeignKeys(false), error);
+    for (const auto & [key, owner] : target.held().tables) {
+        const QString count = QStringLiteral("SELECT count(*) FROM ") + target.quoted(owner.name);
+        if (target.rows(count).constFirst().constFirst().toInt() == 0 && !owner.columns.empty()) {
+            target.execute(insertion(target, owner, number), error);
+        }
+        counts[owner.name] = target.rows(count).constFirst().constFirst().toInt();
+    }
+    target.execute(target.checkForeignKeys(true), error);
+    return counts;
+}
+
+} // namespace servers
