@@ -29,9 +29,21 @@ void command_options::addProject(QString & file)
     addFile("PROJECT.korv", "The project file", file);
 }
 
+namespace {
+
+const char SourceName[] = "SOURCE";
+const char AboutSource[] = "A project file, or a model in text form; - is a text on standard input";
+
+} // namespace
+
 void command_options::addSource(QString & file)
 {
-    addFile("SOURCE", "A project file, or a model in text form; - is a text on standard input", file);
+    addFile(SourceName, AboutSource, file);
+}
+
+void command_options::addOptionalSource(QString & file)
+{
+    addOptionalFile(SourceName, AboutSource, file);
 }
 
 void command_options::addVersion(const char * name, const char * what, QString & word)

@@ -25,6 +25,8 @@ public:
     void addProject(QString & file);
     /// What a command reads, which has to be given: a project file or a text form; see app::source.
     void addSource(QString & file);
+    /// The same for a command that can do without.
+    void addOptionalSource(QString & file);
     /// The word for a version, which need not be given.
     void addVersion(const char * name, const char * what, QString & word);
     /// An option with a value, which help calls `placeholder`.

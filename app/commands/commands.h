@@ -11,6 +11,7 @@
     ROW(makeLogCommand)                                                                                      \
     ROW(makeDiffCommand)                                                                                     \
     ROW(makeExportCommand)                                                                                   \
+    ROW(makeCheckCommand)                                                                                    \
     ROW(makePluginsCommand)
 
 namespace app {

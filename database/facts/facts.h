@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/facts/lock_facts.h"
 #include "database/facts/refusal_cause.h"
 
 #include <QLatin1String>
@@ -193,16 +194,25 @@ struct change_facts
     fact<bool> longValuesInIndex;     ///< any value of a text can be in an index
 };
 
+struct lock_facts
+{
+    fact<std::span<const lock_cost>> costs; ///< of the forms that cost more than a moment
+};
+
 struct facts
 {
-    QLatin1String key;   ///< word for a command line, such as "postgresql"
-    QLatin1String label; ///< what the facts were tried on, or what documentation they are of
+    QLatin1String key;     ///< word for a command line, such as "postgresql"
+    QLatin1String scripts; ///< key of the database that the scripts are made for
+    bool isDatabase;       ///< false for the dialect of none in particular
+    QLatin1String label;   ///< what the facts were tried on, or what documentation they are of
+    bool isTried;          ///< on the database itself; else all is known from documentation
     name_facts names;
     scope_facts scopes;
     type_facts types;
     key_facts keys;
     foreign_key_facts foreignKeys;
     change_facts changes;
+    lock_facts locks;
     fact<std::span<const error_code>> errors;
 };
 

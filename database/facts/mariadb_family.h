@@ -9,6 +9,11 @@ inline constexpr QLatin1String MariadbSyntaxErrors[] = {
     QLatin1String("VARCHAR2"), QLatin1String("NUMBER"), QLatin1String("CLOB"), QLatin1String("RAW"),
     QLatin1String("UNSIGNED"), QLatin1String("SIGNED"), QLatin1String("ROW")};
 
+inline constexpr lock_cost MariadbLockCosts[] = {
+    {lock_form::change_column, true, true},
+    {lock_form::add_foreign_key, true, true},
+};
+
 // What the type of a column is told with before the table is looked for.
 inline constexpr refusal_cause MariadbReadFirst[] = {
     refusal_cause::unknown_type, refusal_cause::length_too_large, refusal_cause::width_too_large,
@@ -59,6 +64,7 @@ inline constexpr error_code MariadbErrors[] = {
     {refusal_cause::column_of_foreign_key_copied, QLatin1String("1828")},
     {refusal_cause::column_referred_to, QLatin1String("1829")},
     {refusal_cause::copy_needed, QLatin1String("1846")},
+    {refusal_cause::type_change_forbidden, QLatin1String("1846")},
     {refusal_cause::values_lost, QLatin1String("1264")},
     {refusal_cause::values_converted, QLatin1String("1292")},
     {refusal_cause::nulls_lost, QLatin1String("1265")},
@@ -74,11 +80,14 @@ inline constexpr error_code MariadbErrors[] = {
 
 /// What MariaDB does, and MySQL as far as nothing else is known of it.
 /// @param source where that is known from
-constexpr facts mariadbFamily(QLatin1String key, QLatin1String label, const char * source)
+constexpr facts mariadbFamily(QLatin1String key, QLatin1String label, bool isTried, const char * source)
 {
     return {
         .key = key,
+        .scripts = QLatin1String("mysql"),
+        .isDatabase = true,
         .label = label,
+        .isTried = isTried,
         .names =
             {
                 .quotes = {QLatin1String("`"), source},
@@ -155,6 +164,10 @@ constexpr facts mariadbFamily(QLatin1String key, QLatin1String label, const char
                 .renamesAnyRelation = {false, source},
                 .sequencesNamedFirst = {false, source},
                 .longValuesInIndex = {true, source},
+            },
+        .locks =
+            {
+                .costs = {MariadbLockCosts, source},
             },
         .errors = {MariadbErrors, source},
     };

@@ -59,11 +59,12 @@ enum class refusal_cause
     column_of_foreign_key,
     column_of_foreign_key_copied, ///< the same where the change would copy the table
     column_referred_to,
-    column_bound,     ///< by an index, a key or a foreign key
-    copy_needed,      ///< the change would copy a table, which a foreign key of its column forbids
-    values_lost,      ///< rows hold values that the new type cannot
-    values_converted, ///< rows hold texts that are no value of the new type
-    nulls_lost,       ///< rows have no value where one is asked for now
+    column_bound,          ///< by an index, a key or a foreign key
+    copy_needed,           ///< the change would copy a table, which a foreign key of its column forbids
+    type_change_forbidden, ///< the same, since the column would get another type
+    values_lost,           ///< rows hold values that the new type cannot
+    values_converted,      ///< rows hold texts that are no value of the new type
+    nulls_lost,            ///< rows have no value where one is asked for now
     foreign_key_exists,
     foreign_key_missing,
     target_missing,

@@ -22,7 +22,10 @@ constexpr error_code Errors[] = {
 
 constinit const facts GenericFacts = {
     .key = QLatin1String("generic"),
+    .scripts = QLatin1String("generic"),
+    .isDatabase = false,
     .label = QLatin1String("no database in particular"),
+    .isTried = false,
     .names =
         {
             .quotes = {QLatin1String("\""), Source},
@@ -99,6 +102,10 @@ constinit const facts GenericFacts = {
             .renamesAnyRelation = {false, Source},
             .sequencesNamedFirst = {false, Source},
             .longValuesInIndex = {true, Source},
+        },
+    .locks =
+        {
+            .costs = {{}, Source},
         },
     .errors = {Errors, Source},
 };

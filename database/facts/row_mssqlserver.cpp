@@ -63,7 +63,10 @@ constexpr error_code Errors[] = {
 
 constinit const facts MssqlserverFacts = {
     .key = QLatin1String("mssqlserver"),
+    .scripts = QLatin1String("mssqlserver"),
+    .isDatabase = true,
     .label = QLatin1String("SQL Server"),
+    .isTried = false,
     .names =
         {
             .quotes = {QLatin1String("\"["), Source},
@@ -140,6 +143,10 @@ constinit const facts MssqlserverFacts = {
             .renamesAnyRelation = {false, Source},
             .sequencesNamedFirst = {false, Source},
             .longValuesInIndex = {true, Source},
+        },
+    .locks =
+        {
+            .costs = {{}, Source},
         },
     .errors = {Errors, Source},
 };

@@ -20,6 +20,7 @@ constexpr error_code OwnErrors[] = {
     {refusal_cause::table_referred_to, QLatin1String("3730")},
     {refusal_cause::column_of_foreign_key, QLatin1String("1828")},
     {refusal_cause::copy_needed, QLatin1String("1832")},
+    {refusal_cause::type_change_forbidden, QLatin1String("1832")},
     {refusal_cause::foreign_key_exists, QLatin1String("1826")},
     {refusal_cause::foreign_key_missing, QLatin1String("3940")},
     {refusal_cause::target_missing, QLatin1String("1824")},
@@ -40,7 +41,7 @@ constexpr auto Errors = [] {
 constexpr facts mysql()
 {
     facts row =
-        mariadbFamily(QLatin1String("mysql"), QLatin1String("documentation of MySQL 8.0"), Documented);
+        mariadbFamily(QLatin1String("mysql"), QLatin1String("MySQL 8.0"), false, Documented);
     row.types.syntaxErrors.value = SyntaxErrors;
     // It keeps no unique index as a hash: a text without a length has to have a prefix in any key.
     row.keys.hashesLong.value = false;

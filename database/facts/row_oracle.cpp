@@ -59,7 +59,10 @@ constexpr error_code Errors[] = {
 
 constinit const facts OracleFacts = {
     .key = QLatin1String("oracle"),
+    .scripts = QLatin1String("oracle"),
+    .isDatabase = true,
     .label = QLatin1String("Oracle"),
+    .isTried = false,
     .names =
         {
             .quotes = {QLatin1String("\""), Source},
@@ -136,6 +139,10 @@ constinit const facts OracleFacts = {
             .renamesAnyRelation = {false, Source},
             .sequencesNamedFirst = {false, Source},
             .longValuesInIndex = {true, Source},
+        },
+    .locks =
+        {
+            .costs = {{}, Source},
         },
     .errors = {Errors, Source},
 };

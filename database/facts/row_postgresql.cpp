@@ -19,6 +19,13 @@ constexpr family_pair References[] = {{"integer", "numeric"}, {"integer", "real"
                                       {"string", "name"},     {"name", "string"},   {"bpchar", "name"},
                                       {"char", "string"},     {"time", "timetz"},   {"time", "interval"}};
 
+constexpr lock_cost LockCosts[] = {
+    {lock_form::add_counted_column, true, true},
+    {lock_form::add_unique_column, false, true},
+    {lock_form::create_index, false, true},
+    {lock_form::add_foreign_key, false, true},
+};
+
 // clang-format off
 constexpr error_code Errors[] = {
     {refusal_cause::syntax, QLatin1String("42601")},
@@ -61,7 +68,10 @@ constexpr error_code Errors[] = {
 
 constinit const facts PostgresqlFacts = {
     .key = QLatin1String("postgresql"),
+    .scripts = QLatin1String("postgresql"),
+    .isDatabase = true,
     .label = QLatin1String("PostgreSQL 15"),
+    .isTried = true,
     .names =
         {
             .quotes = {QLatin1String("\""), Source},
@@ -138,6 +148,10 @@ constinit const facts PostgresqlFacts = {
             .renamesAnyRelation = {true, Source},
             .sequencesNamedFirst = {true, Source},
             .longValuesInIndex = {false, Source},
+        },
+    .locks =
+        {
+            .costs = {LockCosts, Source},
         },
     .errors = {Errors, Source},
 };

@@ -40,7 +40,10 @@ constexpr error_code Errors[] = {
 
 constinit const facts SqliteFacts = {
     .key = QLatin1String("sqlite"),
+    .scripts = QLatin1String("sqlite"),
+    .isDatabase = true,
     .label = QLatin1String("SQLite 3.40"),
+    .isTried = true,
     .names =
         {
             .quotes = {QLatin1String("\"`["), Source},
@@ -117,6 +120,10 @@ constinit const facts SqliteFacts = {
             .renamesAnyRelation = {false, Source},
             .sequencesNamedFirst = {false, Source},
             .longValuesInIndex = {true, Source},
+        },
+    .locks =
+        {
+            .costs = {{}, Source},
         },
     .errors = {Errors, Source},
 };

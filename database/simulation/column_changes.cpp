@@ -253,7 +253,8 @@ refusal changingRefusal(const state & at, const renamed_column & found, const co
         return {refusal_cause::text_key_without_prefix, object, false};
     }
     if (key != nullptr && (isOtherType || at.isCopied(owner))) {
-        return {refusal_cause::copy_needed, foreignKeyObject(key->name), false};
+        return {isOtherType ? refusal_cause::type_change_forbidden : refusal_cause::copy_needed,
+                foreignKeyObject(key->name), false};
     }
     if (at.rowsOf(owner) == 0) {
         return {};

@@ -203,6 +203,20 @@ bool state::isFilled(const table & owner, const QString & column) const
     return m_filled.contains(columnObject(keyOf(owner.name), column));
 }
 
+QString state::holderOf(const QString & name) const
+{
+    const auto owner = m_held.tables.find(m_relations.value(keyOf(name)));
+    if (owner == m_held.tables.end() || keyOf(owner->second.name) == keyOf(name)) {
+        return tableObject(name);
+    }
+    const table & of = owner->second;
+    const auto isIt = [&](const auto & each) { return foldedName(known, each.name) == keyOf(name); };
+    if (std::any_of(of.indexes.begin(), of.indexes.end(), isIt)) {
+        return indexObject(name);
+    }
+    return (of.key && isIt(*of.key) ? QLatin1String("key ") : QLatin1String("sequence ")) + name;
+}
+
 std::vector<QString> state::sharedNamesOf(const table & owner) const
 {
     std::vector<QString> names = {keyOf(owner.name)};

@@ -42,6 +42,9 @@ public:
 
     /// Whether a table, or what shares the space of its names, has the name.
     [[nodiscard]] bool isTaken(const QString & name) const;
+    /// What has the name, as "table a", "index i", "sequence s", "key k"; "table" and the name when nothing
+    /// has it.
+    [[nodiscard]] QString holderOf(const QString & name) const;
     [[nodiscard]] bool isIndexNameTaken(const table & owner, const QString & name) const;
     /// The name that the database makes up, with a number after it while it is taken, here or in `also`.
     [[nodiscard]] QString freeName(const QString & table, const QString & column, QLatin1String label,

@@ -26,7 +26,7 @@ public:
         }
         const bool isTaken = m_at.isTaken(m_made.name);
         const bool sequencesFirst = m_at.known.changes.sequencesNamedFirst.value;
-        const refusal taken = {refusal_cause::relation_exists, tableObject(m_made.name), false};
+        const refusal taken = {refusal_cause::relation_exists, m_at.holderOf(m_made.name), false};
         if (isTaken && (!sequencesFirst || m_asked.ifNotExists)) {
             return m_asked.ifNotExists ? refusal() : taken;
         }
@@ -328,7 +328,7 @@ refusal apply(state & at, const rename_table & asked, losses & lost)
         return why;
     }
     if (at.isTaken(to)) {
-        return {refusal_cause::relation_exists, tableObject(to), false};
+        return {refusal_cause::relation_exists, at.holderOf(to), false};
     }
     const auto follow = [&](foreign_key & key) { key.target = at.refersTo(key, *renamed) ? to : key.target; };
     for (const table * other : at.referrersOf(*renamed)) {

@@ -106,9 +106,9 @@ using friendly_settings = QMap<QString, QString>;
 /// ids, and an entity counts as changed when its version is another one.
 struct project_step
 {
-    std::shared_ptr<model::project> previous;
+    std::shared_ptr<model::project> previous; ///< null for the first version, which is made as a whole
     std::shared_ptr<model::project> current;
-    int from = 0; ///< number of the version `previous`, for the name of the script
+    int from = 0; ///< number of the version `previous`, for the name of the script; 0 for none
     int to = 0;   ///< of `current`; the next one after the newest version for the state of the project
 };
 

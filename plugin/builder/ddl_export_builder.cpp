@@ -79,7 +79,8 @@ zk::ZkBool ddl_export_builder::buildStep(const std::shared_ptr<model::project> &
     }
     takeSettings();
     m_progress.begin(1);
-    zk::ZkBool result = compare(previous, current, from, to);
+    const bool isFirst = !previous && current && from == 0;
+    zk::ZkBool result = isFirst ? buildSchemaFull(*current, true) : compare(previous, current, from, to);
     m_pPreviousProject = nullptr;
     m_pCurrentProject = nullptr;
     releaseSettings();

@@ -1,0 +1,321 @@
+#include "app/check_run.h"
+
+#include "app/nearest_word.h"
+#include "app/source.h"
+
+#include "check/checker.h"
+#include "context/ctx_project.h"
+#include "context/ctx_scoped.h"
+#include "database/facts/facts.h"
+#include "model/project.h"
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace app {
+
+namespace {
+
+using zk::ZkBool;
+
+/// The option of the export that names the database.
+constexpr QLatin1String DatabaseOption("db");
+/// That which says whether relationships become foreign keys, "yes" or "no".
+constexpr QLatin1String RelationshipsOption("relationships");
+
+/// The scripts of one database, as far as they are judged.
+struct database_run
+{
+    QString key;
+    plugin::friendly_settings options;
+    const database::facts * known = nullptr;
+    check::export_settings settings;
+    std::unique_ptr<check::checker> chain;
+    std::optional<database::catalogue>
+        newest; ///< of a new database of the version that the chain has come to
+    check::report found;
+};
+
+/// What a version is called in `run` and in acceptance files.
+QString toWord(int number, int newest)
+{
+    return number > newest ? versionWord(Now) : versionWord(number);
+}
+
+/// The run of a check over all databases at once, so that each version is loaded once.
+class check_run
+{
+public:
+    check_run(plugin::statement_source & statements, source & of, const check_request & asked)
+        : m_statements(statements), m_source(of), m_asked(asked)
+    {
+    }
+
+    ZkBool run()
+    {
+        ZkBool result = m_source.load(Now, m_now);
+        if (!result) {
+            return result;
+        }
+        context::ctx_project::getSingleton().setProject(m_now);
+        if (result = takeDatabases(); !result) {
+            return result;
+        }
+        const bool isStep = m_asked.from || m_asked.to;
+        if (!isStep) {
+            result = judgeFull();
+        }
+        return result ? (isStep ? judgeStep() : judgeHistory()) : result;
+    }
+
+    /// What was found, database by database.
+    void addTo(check::report & found)
+    {
+        found.project = m_now ? m_now->getName() : QString();
+        for (database_run & each : m_databases) {
+            const auto first = static_cast<int>(found.findings.size());
+            for (check::finding & one : each.found.findings) {
+                one.consequenceOf += one.consequenceOf < 0 ? 0 : first;
+                found.findings.push_back(std::move(one));
+            }
+            found.runs.insert(found.runs.end(), each.found.runs.begin(), each.found.runs.end());
+        }
+    }
+
+private:
+    /// Those that are asked for, else the one that the project's settings name.
+    ZkBool takeDatabases()
+    {
+        QList<plugin::friendly_option> options;
+        QList<plugin::statement_database> databases;
+        ZkBool listed = m_statements.listOptions(options);
+        if (listed) {
+            listed = m_statements.listDatabases(databases);
+        }
+        if (!listed) {
+            return listed;
+        }
+        const QString stored =
+            m_source.isText() ? QStringLiteral("sqlite") : valueOf(options, DatabaseOption);
+        for (const QString & key : m_asked.databases.isEmpty() ? QStringList(stored) : m_asked.databases) {
+            if (const QString why = whyNoDatabase({key}); !why.isEmpty()) {
+                return ZkBool::failure(why);
+            }
+            addDatabase(key, databases);
+            m_databases.back().settings.relationships =
+                valueOf(options, RelationshipsOption) == QLatin1String("yes");
+        }
+        return ZkBool::success();
+    }
+
+    /// What an option of the export is set to for this check.
+    [[nodiscard]] QString valueOf(const QList<plugin::friendly_option> & options, QLatin1String name) const
+    {
+        const auto stored = std::find_if(options.cbegin(), options.cend(),
+                                         [&](const plugin::friendly_option & o) { return o.name == name; });
+        return m_asked.options.value(name, stored == options.cend() ? QString() : stored->stored);
+    }
+
+    void addDatabase(const QString & key, const QList<plugin::statement_database> & databases)
+    {
+        database_run run;
+        run.key = key;
+        run.known = database::factsOf(key);
+        run.options = m_asked.options;
+        run.options.insert(DatabaseOption, run.known->scripts);
+        run.chain = std::make_unique<check::checker>(*run.known, key);
+        for (const plugin::statement_database & each : databases) {
+            for (const auto & [cppType, sqlType] :
+                 each.key == run.known->scripts ? each.types : decltype(each.types)()) {
+                run.settings.mappedTypes.insert(cppType);
+            }
+        }
+        m_databases.push_back(std::move(run));
+    }
+
+    ZkBool judgeFull()
+    {
+        for (database_run & each : m_databases) {
+            check::script full;
+            full.to = versionWord(Now);
+            full.now = m_now;
+            full.isFull = true;
+            plugin::statement_list list = m_statements.fullStatements(*m_now, each.options);
+            check::checker whole(*each.known, each.key);
+            if (const ZkBool told = runScript(whole, full, std::move(list), &each.found); !told) {
+                return told;
+            }
+            whole.lookAtModel(full, each.settings, each.found);
+        }
+        return ZkBool::success();
+    }
+
+    ZkBool judgeHistory()
+    {
+        const int newest = m_source.newestVersion();
+        std::shared_ptr<model::project> before;
+        ZkBool result = runChain(newest, m_asked.whole, before);
+        if (result && newest > 0) {
+            result = runStep(before, m_now, newest, newest + 1, true);
+        }
+        return result;
+    }
+
+    ZkBool judgeStep()
+    {
+        const int newest = m_source.newestVersion();
+        const int to = m_asked.to.value_or(Now);
+        const int toNumber = to == Now ? newest + 1 : to;
+        const int from = m_asked.from ? *m_asked.from : toNumber - 1;
+        for (const int each : {from, to}) {
+            if (const ZkBool there = m_source.checkVersion(each); !there) {
+                return there;
+            }
+        }
+        std::shared_ptr<model::project> before;
+        ZkBool result = runChain(from, false, before);
+        std::shared_ptr<model::project> after = m_now;
+        if (result && to != Now) {
+            result = load(to, after);
+        }
+        return result ? runStep(before, after, from, toNumber, true) : result;
+    }
+
+    /// Runs the scripts of the history up to a version, which is handed out.
+    ZkBool runChain(int last, bool isTold, std::shared_ptr<model::project> & newest)
+    {
+        for (int number = 1; number <= last; ++number) {
+            std::shared_ptr<model::project> version;
+            ZkBool result = load(number, version);
+            if (result) {
+                result = runStep(newest, version, number - 1, number, isTold);
+            }
+            if (!result) {
+                return result;
+            }
+            newest = version;
+        }
+        return ZkBool::success();
+    }
+
+    ZkBool load(int number, std::shared_ptr<model::project> & version)
+    {
+        const ZkBool loaded = m_source.load(number, version);
+        if (loaded) {
+            version->setName(m_now->getName());
+        }
+        return loaded;
+    }
+
+    ZkBool runStep(const std::shared_ptr<model::project> & before,
+                   const std::shared_ptr<model::project> & after, int from, int to, bool isTold)
+    {
+        for (database_run & each : m_databases) {
+            check::script step;
+            step.from = from == 0 ? QString() : versionWord(from);
+            step.to = toWord(to, m_source.newestVersion());
+            step.before = before;
+            step.now = after;
+            plugin::statement_list list =
+                m_statements.stepStatements({before, after, from, to}, each.options);
+            const ZkBool told = runScript(*each.chain, step, std::move(list), isTold ? &each.found : nullptr);
+            if (!told) {
+                return told;
+            }
+            if (isTold && before) {
+                compare(each, step);
+            }
+        }
+        return ZkBool::success();
+    }
+
+    /// Compares what a step left with new databases.
+    void compare(database_run & of, const check::script & step)
+    {
+        std::optional<database::catalogue> before = std::move(of.newest);
+        of.newest = newDatabase(of, step.now);
+        of.chain->compare(
+            step, *of.newest, [&] { return before ? std::move(*before) : newDatabase(of, step.before); },
+            of.found);
+    }
+
+    /// What the full script of the model makes.
+    database::catalogue newDatabase(const database_run & of, const std::shared_ptr<model::project> & model)
+    {
+        check::script full;
+        full.now = model;
+        full.isFull = true;
+        full.records = m_statements.fullStatements(*model, of.options).records;
+        check::checker whole(*of.known, of.key);
+        whole.run(full, nullptr);
+        return whole.held();
+    }
+
+    /// What was made before a failure is judged as well.
+    static ZkBool runScript(check::checker & with, check::script & script, plugin::statement_list list,
+                            check::report * told)
+    {
+        script.records = std::move(list.records);
+        script.name = script.records.empty() ? QString() : script.records.front().script;
+        with.run(script, told);
+        return list.outcome;
+    }
+
+    plugin::statement_source & m_statements;
+    source & m_source;
+    const check_request & m_asked;
+    std::shared_ptr<model::project> m_now;
+    std::vector<database_run> m_databases;
+};
+
+} // namespace
+
+QStringList databaseKeys(const QString & list)
+{
+    QStringList keys;
+    for (const QString & each : list.split(QLatin1Char(','))) {
+        const QString key = each.trimmed();
+        if (key != AllDatabases) {
+            keys << key;
+            continue;
+        }
+        for (const database::facts * const known : database::allFacts()) {
+            if (known->isDatabase) {
+                keys << known->key;
+            }
+        }
+    }
+    keys.removeDuplicates();
+    return keys;
+}
+
+QString whyNoDatabase(const QStringList & keys)
+{
+    QStringList all;
+    for (const database::facts * const known : database::allFacts()) {
+        all << known->key;
+    }
+    all << AllDatabases;
+    const auto unknown =
+        std::find_if(keys.begin(), keys.end(), [&](const QString & key) { return !all.contains(key); });
+    if (unknown == keys.end()) {
+        return {};
+    }
+    const QString meant = nearestWord(*unknown, all);
+    return QStringLiteral("'%1' is not a database; they are %2%3")
+        .arg(*unknown, all.join(QStringLiteral(", ")),
+             meant.isEmpty() ? QString() : QStringLiteral(" (did you mean %1?)").arg(meant));
+}
+
+ZkBool checkSource(plugin::statement_source & statements, source & of, const check_request & asked,
+                   check::report & found)
+{
+    const context::ctx_kept kept(context::ctx_project::getSingleton());
+    check_run run(statements, of, asked);
+    const ZkBool result = run.run();
+    run.addTo(found);
+    return result;
+}
+
+} // namespace app

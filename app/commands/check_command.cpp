@@ -1,0 +1,269 @@
+#include "app/check_run.h"
+#include "app/command.h"
+#include "app/command_options.h"
+#include "app/commands/commands.h"
+#include "app/output.h"
+#include "app/plugin_choice.h"
+#include "app/script_guard.h"
+#include "app/source.h"
+#include "app/whole_file.h"
+
+#include "check/report/report.h"
+#include "check/rules/rule.h"
+#include "plugin/export_interface.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include <algorithm>
+#include <iterator>
+
+#include <unistd.h>
+
+namespace app {
+
+namespace {
+
+const char Help[] =
+    "Without --from, --to and --all the full script is judged, and the step from the newest version "
+    "to now.\n"
+    "\n"
+    "Exit status: 0 nothing to object to; 1 it could not be done; 2 wrong usage; 3 there are findings "
+    "of the severity\n"
+    "of --fail-on, or worse.\n"
+    "\n"
+    "Examples:\n"
+    "  korvane check shop.korv\n"
+    "  korvane check shop.korv --db sqlite,postgresql --all\n"
+    "  korvane check shop.korv --from v1 --to v3 --json -o findings.json";
+
+/// A form in which findings are told.
+struct report_format
+{
+    QLatin1String name;
+    QByteArray (*write)(const check::report & of);
+};
+
+bool isTerminal()
+{
+    return isatty(STDOUT_FILENO) == 1 && qEnvironmentVariableIsEmpty("NO_COLOR");
+}
+
+const report_format Formats[] = {
+    {QLatin1String("text"),
+     [](const check::report & of) { return check::textReport(of, {isTerminal()}).toUtf8(); }},
+    {QLatin1String("json"),
+     [](const check::report & of) { return check::jsonReport(of, QCoreApplication::applicationVersion()); }},
+};
+
+/// From which severity on there is something to object to.
+struct objection
+{
+    QLatin1String name;
+    std::optional<check::severity> least;
+};
+
+const objection Objections[] = {
+    {QLatin1String("error"), check::severity::error},
+    {QLatin1String("warning"), check::severity::warning},
+    {QLatin1String("note"), check::severity::note},
+    {QLatin1String("never"), {}},
+};
+
+/// The row of `table` with that name; null when there is none.
+template <class Row, std::size_t Count>
+const Row * rowOf(const Row (&table)[Count], const QString & name)
+{
+    const auto * const found =
+        std::find_if(std::begin(table), std::end(table), [&](const Row & row) { return row.name == name; });
+    return found == std::end(table) ? nullptr : found;
+}
+
+/// Why `value` is wrong for an option that takes the names of `table`; empty when it is right.
+template <class Row, std::size_t Count>
+QString whyNoRow(const char * option, const Row (&table)[Count], const QString & value)
+{
+    if (rowOf(table, value) != nullptr) {
+        return {};
+    }
+    QStringList names;
+    for (const Row & row : table) {
+        names << row.name;
+    }
+    return QStringLiteral("'%1' is not a value of %2; it takes %3")
+        .arg(value, QLatin1String(option), names.join(QStringLiteral(", ")));
+}
+
+/// Foretells, without a server, what the scripts of a project will do.
+class check_command : public command
+{
+public:
+    check_command()
+        : command("check", "Foretell what a database will refuse, lose or never hear of",
+                  surroundings::plugins)
+    {
+    }
+
+    void declare(command_options & options) override;
+    [[nodiscard]] QString whyWrong() const override;
+    [[nodiscard]] int run() override;
+
+private:
+    [[nodiscard]] int listRules() const;
+    [[nodiscard]] int judge();
+    [[nodiscard]] int tell(const check::report & found) const;
+    [[nodiscard]] check_request request() const;
+
+    QString m_source;
+    QString m_databases;
+    QString m_from;
+    QString m_to;
+    QString m_failOn = QStringLiteral("error");
+    QString m_format = QStringLiteral("text");
+    QString m_file;
+    QString m_relationships;
+    QString m_customScript;
+    plugin_request m_plugin;
+    bool m_all = false;
+    bool m_json = false;
+    bool m_list = false;
+    bool m_noCustomScript = false;
+};
+
+void check_command::declare(command_options & options)
+{
+    options.addOptionalSource(m_source);
+    options.addText("--db", "LIST", "Databases to judge for, with commas between; all is every one",
+                    m_databases);
+    options.addText("--from", "VERSION", "Judge the step from this version", m_from);
+    options.addText("--to", "VERSION", "Judge the step to this version; now is the state of the project",
+                    m_to);
+    options.addFlag("--all", "Judge the full script, v1 and each step", m_all);
+    options.addText("--fail-on", "SEVERITY", "error (the default), warning, note or never", m_failOn);
+    options.addText("--format", "FORMAT", "text (the default) or json", m_format);
+    options.addFlag("--json", "The same as --format json", m_json);
+    options.addText("-o,--output", "FILE", "Write to FILE in the place of standard output", m_file);
+    options.addText("--relationships", "yes|no", "Export relationships as foreign keys, or not",
+                    m_relationships);
+    options.addText("--custom-script", "FILE", "Custom script in the place of the project's", m_customScript);
+    options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
+                    m_noCustomScript);
+    options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
+                    m_plugin.name);
+    options.addFlag("--list", "List all rules and do nothing else", m_list);
+    options.setFooter(Help);
+}
+
+QString check_command::whyWrong() const
+{
+    if (m_list) {
+        return {};
+    }
+    if (m_source.isEmpty()) {
+        return QStringLiteral("SOURCE is missing: give a project file or a model in text form");
+    }
+    for (const QString & version : {m_from, m_to}) {
+        if (const QString why = whyNoVersion(version); !why.isEmpty()) {
+            return why;
+        }
+    }
+    if (m_all && !(m_from.isEmpty() && m_to.isEmpty())) {
+        return QStringLiteral("--all judges the whole history, --from and --to one step: give one of both");
+    }
+    const int from = versionNumber(m_from).value_or(Now);
+    const int to = versionNumber(m_to).value_or(Now);
+    if (!m_from.isEmpty() && (from == Now || (to != Now && to <= from))) {
+        return QStringLiteral("%1 to %2 is not a step forwards")
+            .arg(m_from, m_to.isEmpty() ? versionWord(Now) : m_to);
+    }
+    for (const QString & why :
+         {m_databases.isEmpty() ? QString() : whyNoDatabase(databaseKeys(m_databases)),
+          whyNoRow("--format", Formats, m_format), whyNoRow("--fail-on", Objections, m_failOn)}) {
+        if (!why.isEmpty()) {
+            return why;
+        }
+    }
+    return {};
+}
+
+int check_command::listRules() const
+{
+    for (const check::rule & each : check::allRules()) {
+        printLine(QStringLiteral("%1  %2  %3")
+                      .arg(each.code, QString(check::wordOf(each.weight)).leftJustified(7),
+                           QString::fromUtf8(each.title)));
+    }
+    return Done;
+}
+
+int check_command::run()
+{
+    return m_list ? listRules() : judge();
+}
+
+check_request check_command::request() const
+{
+    check_request asked;
+    asked.databases = m_databases.isEmpty() ? QStringList() : databaseKeys(m_databases);
+    asked.whole = m_all;
+    asked.from = versionNumber(m_from);
+    asked.to = versionNumber(m_to);
+    if (!m_relationships.isEmpty()) {
+        asked.options.insert(QStringLiteral("relationships"), m_relationships);
+    }
+    if (!m_customScript.isEmpty()) {
+        asked.options.insert(QStringLiteral("custom-script"), m_customScript);
+    }
+    return asked;
+}
+
+int check_command::judge()
+{
+    const found_plugins found = found_plugins::forRequest(m_plugin);
+    int status = Failed;
+    QString reason;
+    plugin::export_interface * const plugin = choosePlugin(found, m_plugin, status, reason);
+    if (!plugin) {
+        printError(reason);
+        return status;
+    }
+    auto * const statements = qobject_cast<plugin::statement_source *>(plugin);
+    if (!statements) {
+        return failed(QStringLiteral("The plugin %1 does not tell its statements").arg(plugin->getName()));
+    }
+    source of;
+    if (const zk::ZkBool opened = of.open(m_source); !opened) {
+        return failed(opened.getDesc());
+    }
+    const tools::script_guard_scope guard(commandScriptGuard(m_noCustomScript));
+    check::report told;
+    const zk::ZkBool judged = checkSource(*statements, of, request(), told);
+    const int result = tell(told);
+    return judged ? result : failed(judged.getDesc());
+}
+
+int check_command::tell(const check::report & found) const
+{
+    const QByteArray bytes = rowOf(Formats, m_json ? QStringLiteral("json") : m_format)->write(found);
+    if (m_file.isEmpty()) {
+        printBytes(bytes);
+    } else if (const zk::ZkBool written = writeWholeFile(m_file, bytes); !written) {
+        return failed(QStringLiteral("%1: cannot be written (%2)")
+                          .arg(QDir::toNativeSeparators(m_file), written.getDesc()));
+    }
+    const std::optional<check::severity> least = rowOf(Objections, m_failOn)->least;
+    const bool hasObjection =
+        least && std::any_of(found.findings.begin(), found.findings.end(), [&](const check::finding & each) {
+            return !each.accepted && each.weight >= *least;
+        });
+    return hasObjection ? Objected : Done;
+}
+
+} // namespace
+
+std::unique_ptr<command> makeCheckCommand()
+{
+    return std::make_unique<check_command>();
+}
+
+} // namespace app

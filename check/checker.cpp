@@ -1,0 +1,269 @@
+#include "check/checker.h"
+
+#include "check/rules/change_rules.h"
+#include "check/rules/difference_rules.h"
+#include "check/rules/loss_rules.h"
+#include "check/rules/model_rules.h"
+#include "check/rules/refusal_rules.h"
+#include "check/rules/statement_rules.h"
+#include "check/told_statement.h"
+
+#include "database/statement/reader.h"
+#include "model/entity.h"
+#include "model/property.h"
+#include "model/relationship.h"
+
+#include <algorithm>
+
+namespace check {
+
+namespace {
+
+/// Where a statement of a record stands in its script.
+statement_place placeOf(const plugin::statement_record & record, const database::statement & read)
+{
+    statement_place place;
+    place.script = record.script;
+    place.line = record.line + static_cast<int>(QStringView(record.text).left(read.position).count(u'\n'));
+    place.lines = 1 + static_cast<int>(read.text.count(u'\n'));
+    place.action = record.action;
+    place.text = read.text;
+    const qsizetype end = read.position + read.text.size();
+    if (end < record.text.size() && record.text.at(end) == u';') {
+        place.text += u';';
+    }
+    place.isCustom = record.isReplaced();
+    return place;
+}
+
+bool isRefused(const database::verdict & said)
+{
+    return said.what == database::outcome::refused;
+}
+
+} // namespace
+
+/// The run of one script, and what there is to say of it.
+class checker::script_run
+{
+public:
+    script_run(checker & of, const script & next, report * told)
+        : m_of(of), m_next(next), m_told(told), m_view(next, of.m_known, of.m_made)
+    {
+        m_run.database = of.m_database;
+        m_run.basis = (of.m_known.isTried ? QLatin1String("run on ") : QLatin1String("documentation of ")) +
+                      of.m_known.label;
+        m_run.script = next.name;
+        m_run.from = next.from;
+        m_run.to = next.to;
+    }
+
+    void run()
+    {
+        for (const plugin::statement_record & record : m_next.records) {
+            const std::vector<database::statement> statements = database::readStatements(record.text);
+            for (const database::statement & read : statements) {
+                runStatement(record, read);
+            }
+            if (statements.empty() && !record.text.trimmed().isEmpty()) {
+                m_of.m_step.commented.insert(record.property);
+            }
+        }
+        if (m_told != nullptr) {
+            m_told->runs.push_back(m_run);
+            tellHalfApplied();
+        }
+    }
+
+private:
+    void runStatement(const plugin::statement_record & record, const database::statement & read)
+    {
+        const database::verdict empty = m_of.m_empty.run(read);
+        const database::verdict withRows = m_next.isFull ? empty : m_of.m_withRows.run(read);
+        const int number = m_of.m_number++;
+        ++m_run.statements;
+        m_run.judged += empty.what == database::outcome::not_judged ? 0 : 1;
+        const bool always = isRefused(empty) || withRows.what == database::outcome::not_judged;
+        const database::verdict & said = always ? empty : withRows;
+        if (isRefused(said)) {
+            m_of.m_refused.insert(number, {placeOf(record, read), -1});
+        }
+        if (isRefused(empty)) {
+            ++m_refused;
+            m_of.m_step.refusedEntities.insert(record.entity);
+            m_of.m_step.refusedProperties.insert(record.property);
+        }
+        if (m_told != nullptr) {
+            tell(told_statement(m_view, record, read, said), always ? occasion::always : occasion::rows, number);
+        }
+        if (!isRefused(empty)) {
+            m_of.m_made.add(read, record);
+        }
+    }
+
+    void tell(const told_statement & of, occasion when, int number)
+    {
+        using database::outcome;
+        switch (of.said().what) {
+        case outcome::refused:
+        case outcome::maybe_refused:
+            tellRefusal(of, when, number);
+            break;
+        case outcome::not_judged:
+            add(notJudged(of), of, occasion::always);
+            break;
+        case outcome::done:
+            for (finding & each : explainDone(of)) {
+                add(std::move(each), of, occasion::always);
+            }
+            break;
+        }
+        for (const database::loss & each : of.said().losses) {
+            if (std::optional<finding> told = explainLoss(of, each)) {
+                const occasion whenLost = told->when;
+                m_of.m_step.toldProperties.insert(of.record().property);
+                add(std::move(*told), of, whenLost);
+            }
+        }
+    }
+
+    /// A script with a statement that is always refused is done in parts.
+    void tellHalfApplied()
+    {
+        if (m_refused == 0 || !m_view.isStep()) {
+            return;
+        }
+        finding told = halfApplied({{QStringLiteral("db"), m_of.m_known.label},
+                                    {QStringLiteral("refused"), QString::number(m_refused)},
+                                    {QStringLiteral("done"), QString::number(m_run.statements - m_refused)}});
+        m_of.addTo(*m_told, std::move(told), m_next);
+    }
+
+    void tellRefusal(const told_statement & of, occasion when, int number)
+    {
+        const auto cause = m_of.m_refused.constFind(of.said().consequenceOf);
+        const bool follows = cause != m_of.m_refused.constEnd();
+        finding told = explainRefusal(of, follows ? nameOf(cause->place) : QString());
+        told.consequenceOf = follows ? cause->finding : -1;
+        const auto index = static_cast<int>(m_told->findings.size());
+        add(std::move(told), of, when);
+        if (const auto own = m_of.m_refused.find(number); own != m_of.m_refused.end()) {
+            own->finding = index;
+        }
+    }
+
+    [[nodiscard]] QString nameOf(const statement_place & of) const
+    {
+        return of.script == m_next.name ? QStringLiteral("line %1").arg(of.line)
+                                        : QStringLiteral("line %1 of %2").arg(QString::number(of.line), of.script);
+    }
+
+    void add(finding told, const told_statement & of, occasion when)
+    {
+        told.when = when;
+        told.objects = of.objects();
+        told.statement = placeOf(of.record(), of.read());
+        told.statement->objects = told.objects;
+        m_of.addTo(*m_told, std::move(told), m_next);
+    }
+
+    checker & m_of;
+    const script & m_next;
+    report * m_told;
+    script_view m_view;
+    check::run m_run;
+    int m_refused = 0; ///< statements that are refused whatever there is in rows
+};
+
+checker::checker(const database::facts & known, const QString & database)
+    : m_known(known), m_database(database), m_empty(known), m_withRows(known), m_made(known)
+{
+}
+
+void checker::run(const script & next, report * told)
+{
+    if (!next.isFull) {
+        m_withRows.putRowIntoEach();
+    }
+    m_step = {};
+    m_beforeStep = told != nullptr && !next.isFull ? held() : database::catalogue();
+    script_run(*this, next, told).run();
+}
+
+namespace {
+
+/// What makes two differences the same one at two times.
+QString keyOf(const difference_view & of)
+{
+    const schema_difference & what = of.what();
+    const auto entity = of.entity();
+    const auto member = of.property();
+    const auto idOf = [](const auto & each) { return QString::number(each ? each->getId() : 0); };
+    return QStringList{QString::number(static_cast<int>(what.kind)), idOf(entity), idOf(member), idOf(of.link()),
+                       entity ? QString() : what.table, what.expected, what.found}
+        .join(u'\n');
+}
+
+/// Differences that were there before the step.
+QSet<QString> keysOf(const std::vector<schema_difference> & differences, const script_view & in,
+                     const step_changes & changes, const step_record & record)
+{
+    QSet<QString> keys;
+    for (const schema_difference & each : differences) {
+        keys.insert(keyOf(difference_view(in, changes, record, each)));
+    }
+    return keys;
+}
+
+} // namespace
+
+void checker::lookAtModel(const script & full, const export_settings & settings, report & told)
+{
+    for (finding & each : explainModel({m_known, full, held(), settings})) {
+        addTo(told, std::move(each), full);
+    }
+}
+
+void checker::addTo(report & told, finding one, const script & of) const
+{
+    one.database = m_database;
+    one.script = of.name;
+    one.step = of.step();
+    if (!m_known.isTried && one.weight == severity::error) {
+        one.weight = severity::warning;
+    }
+    one.fingerprint = fingerprintOf(one);
+    told.findings.push_back(std::move(one));
+}
+
+void checker::compare(const script & step, const database::catalogue & now,
+                      const std::function<database::catalogue()> & before, report & told)
+{
+    const step_changes changes(*step.before, *step.now);
+    for (finding & each : explainChanges(step, changes)) {
+        addTo(told, std::move(each), step);
+    }
+    const std::vector<schema_difference> differences = compareSchemas(now, held());
+    if (differences.empty()) {
+        return;
+    }
+    const script_view view(step, m_known, m_made);
+    const QSet<QString> old = keysOf(compareSchemas(before(), m_beforeStep), view, changes, m_step);
+    QSet<QString> fingerprints;
+    for (const schema_difference & each : differences) {
+        const difference_view seen(view, changes, m_step, each);
+        if (old.contains(keyOf(seen)) || isExplained(seen)) {
+            continue;
+        }
+        const std::optional<finding> explained = explainDifference(seen);
+        finding one = explained ? *explained : unexplained(seen);
+        one.objects = seen.objects();
+        // One change can leave several differences; the first says it.
+        if (const QString print = fingerprintOf(one); !fingerprints.contains(print)) {
+            fingerprints.insert(print);
+            addTo(told, std::move(one), step);
+        }
+    }
+}
+
+} // namespace check

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "check/difference_view.h"
+#include "check/finding.h"
+#include "check/made_objects.h"
+#include "check/rules/model_rules.h"
+#include "check/script.h"
+
+#include "database/simulation/simulation.h"
+
+#include <functional>
+
+namespace check {
+
+/// Foretells what one database does with scripts that are run one after another: the full script, or those of
+/// a history from its first version on. Statements are run one by one, a refused one changes nothing.
+class checker
+{
+public:
+    /// The facts have to outlive it. `database` is the word for it on the command line.
+    checker(const database::facts & known, const QString & database);
+
+    /// Runs a script. What it has to say of a script goes to `told`, when that is given, the same for all calls:
+    /// a script without it is only there for what it leaves to those after it.
+    void run(const script & next, report * told);
+
+    /// Tells what the full script that was run left otherwise than its model says, and what is unwise in it.
+    void lookAtModel(const script & full, const export_settings & settings, report & told);
+
+    /// Tells what the step that was run last left otherwise than a new database is. Differences that were there
+    /// before it are not told again.
+    /// @param now what a new database holds, made by the full script of the model after the step
+    /// @param before the same of the model before it, asked for when there are differences
+    void compare(const script & step, const database::catalogue & now,
+                 const std::function<database::catalogue()> & before, report & told);
+
+    /// What the database holds now when no table has rows.
+    [[nodiscard]] database::catalogue held() const { return m_empty.held(); }
+
+private:
+    class script_run;
+    struct refused_statement
+    {
+        statement_place place;
+        int finding = -1; ///< its place in the report; -1 when it is not told
+    };
+
+    /// Adds a finding about a script, which is worth less where all is known from documentation.
+    void addTo(report & told, finding one, const script & of) const;
+
+    const database::facts & m_known;
+    QString m_database;
+    database::simulation m_empty;    ///< no table has rows
+    database::simulation m_withRows; ///< each table has a row when a script begins
+    made_objects m_made;
+    QHash<int, refused_statement> m_refused; ///< by their numbers, for what follows from them
+    int m_number = 0; ///< of the next statement
+    step_record m_step;                    ///< of the script that was run last
+    database::catalogue m_beforeStep;      ///< what was held before it, if it was told
+};
+
+} // namespace check

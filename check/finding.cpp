@@ -1,0 +1,73 @@
+#include "check/finding.h"
+
+#include <QCryptographicHash>
+
+#include <algorithm>
+#include <iterator>
+
+namespace check {
+
+namespace {
+
+// In the order of their enumerations.
+constexpr QLatin1String SeverityWords[] = {QLatin1String("note"), QLatin1String("warning"),
+                                           QLatin1String("error")};
+constexpr QLatin1String EffectWords[] = {QLatin1String("refused"), QLatin1String("loss"),
+                                         QLatin1String("silent"),  QLatin1String("differs"),
+                                         QLatin1String("blocks"),  QLatin1String("advice")};
+constexpr QLatin1String OccasionWords[] = {QLatin1String("always"), QLatin1String("rows")};
+
+} // namespace
+
+summary summaryOf(const report & of)
+{
+    summary counted;
+    for (const finding & each : of.findings) {
+        if (each.accepted) {
+            ++counted.accepted;
+        } else {
+            ++(each.weight == severity::error     ? counted.errors
+               : each.weight == severity::warning ? counted.warnings
+                                                  : counted.notes);
+        }
+    }
+    return counted;
+}
+
+QLatin1String wordOf(severity weight)
+{
+    return SeverityWords[static_cast<std::size_t>(weight)];
+}
+
+QLatin1String wordOf(effect what)
+{
+    return EffectWords[static_cast<std::size_t>(what)];
+}
+
+QLatin1String wordOf(occasion when)
+{
+    return OccasionWords[static_cast<std::size_t>(when)];
+}
+
+std::optional<severity> severityOf(const QString & word)
+{
+    const auto * const found = std::find(std::begin(SeverityWords), std::end(SeverityWords), word);
+    return found == std::end(SeverityWords)
+               ? std::nullopt
+               : std::optional(static_cast<severity>(std::distance(std::begin(SeverityWords), found)));
+}
+
+QString fingerprintOf(const finding & of)
+{
+    QString text = of.code + QLatin1Char(' ') + of.database;
+    if (of.statement) {
+        text += QLatin1Char(' ') + plugin::actionName(of.statement->action);
+    }
+    for (const object & each : of.objects) {
+        text += QLatin1Char(' ') + model::kindName(each.kind) + QString::number(each.id);
+    }
+    const QByteArray hash = QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha256);
+    return QString::fromLatin1(hash.toHex().left(16));
+}
+
+} // namespace check

@@ -1,0 +1,64 @@
+#include "check/made_objects.h"
+
+#include "database/facts/names.h"
+
+namespace check {
+
+namespace {
+
+template <class Change>
+const Change * changeOf(const database::statement & done)
+{
+    return std::get_if<Change>(&done.asked);
+}
+
+} // namespace
+
+void made_objects::add(const database::statement & done, const plugin::statement_record & record)
+{
+    const origin by{{}, record.script, record.entity, record.property, record.relationship};
+    const auto remember = [&](QHash<QString, origin> & in, const QString & name) {
+        origin & made = in[keyOf(name)];
+        made = by;
+        made.name = name;
+    };
+    if (const auto * const table = changeOf<database::create_table>(done)) {
+        if (record.action == plugin::statement_action::create_extra_table) {
+            m_links.insert(keyOf(table->table.text));
+        } else {
+            m_tables.insert(record.entity, record.script);
+        }
+    } else if (const auto * const index = changeOf<database::create_index>(done)) {
+        remember(m_indexes, index->index.text);
+        m_indexOf.insert(record.property, index->index.text);
+    } else if (const auto * const key = changeOf<database::add_foreign_key>(done)) {
+        remember(m_foreignKeys, key->reference.name.text);
+        m_foreignKeyOf.insert(record.relationship, key->reference.name.text);
+    } else if (changeOf<database::drop_table>(done) != nullptr) {
+        m_tables.remove(record.entity);
+    }
+}
+
+bool made_objects::isLinkTable(const QString & table) const
+{
+    return m_links.contains(keyOf(table));
+}
+
+const made_objects::origin * made_objects::indexNamed(const QString & name) const
+{
+    const auto found = m_indexes.constFind(keyOf(name));
+    return found == m_indexes.constEnd() ? nullptr : &*found;
+}
+
+const made_objects::origin * made_objects::foreignKeyNamed(const QString & name) const
+{
+    const auto found = m_foreignKeys.constFind(keyOf(name));
+    return found == m_foreignKeys.constEnd() ? nullptr : &*found;
+}
+
+QString made_objects::keyOf(const QString & name) const
+{
+    return database::foldedName(m_known, database::understood(m_known, {name, {}}, database::name_place::other).name);
+}
+
+} // namespace check

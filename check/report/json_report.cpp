@@ -1,0 +1,112 @@
+#include "check/report/report.h"
+
+namespace check {
+
+namespace {
+
+using json = nlohmann::ordered_json;
+
+json textOf(const QString & text)
+{
+    return text.toStdString();
+}
+
+json textOf(QLatin1String text)
+{
+    return std::string(text.data(), static_cast<std::size_t>(text.size()));
+}
+
+json textOrNull(const QString & text)
+{
+    return text.isEmpty() ? json(nullptr) : textOf(text);
+}
+
+json objectsOf(const std::vector<object> & objects)
+{
+    json list = json::array();
+    for (const object & each : objects) {
+        list.push_back({{"kind", textOf(model::kindName(each.kind))}, {"id", each.id}, {"name", textOf(each.name)}});
+    }
+    return list;
+}
+
+json statementOf(const statement_place & of)
+{
+    return {{"script", textOf(of.script)},
+            {"line", of.line},
+            {"lines", of.lines},
+            {"action", textOf(plugin::actionName(of.action))},
+            {"text", textOf(of.text)},
+            {"customScript", of.isCustom},
+            {"objects", objectsOf(of.objects)}};
+}
+
+json remedyOf(const remedy & of)
+{
+    json sql = json::array();
+    for (const QString & each : of.sql) {
+        sql.push_back(textOf(each));
+    }
+    return {{"text", textOf(of.text)}, {"sql", sql}, {"model", of.model.is_null() ? json::array() : of.model}};
+}
+
+json acceptanceOf(const std::optional<acceptance> & of)
+{
+    return of ? json{{"why", textOf(of->why)}, {"until", textOrNull(of->until)}} : json(nullptr);
+}
+
+json findingOf(const finding & of)
+{
+    return {{"code", textOf(of.code)},
+            {"name", textOf(of.name)},
+            {"severity", textOf(wordOf(of.weight))},
+            {"outcome", textOf(wordOf(of.what))},
+            {"when", textOf(wordOf(of.when))},
+            {"database", textOf(of.database)},
+            {"error", textOrNull(of.error)},
+            {"statement", of.statement ? statementOf(*of.statement) : json(nullptr)},
+            {"message", textOf(of.message)},
+            {"why", textOf(of.why)},
+            {"remedy", remedyOf(of.way)},
+            {"objects", objectsOf(of.objects)},
+            {"location", nullptr},
+            {"consequenceOf", of.consequenceOf < 0 ? json(nullptr) : json(of.consequenceOf)},
+            {"fingerprint", textOf(of.fingerprint)},
+            {"accepted", acceptanceOf(of.accepted)}};
+}
+
+json runOf(const run & of)
+{
+    return {{"database", textOf(of.database)}, {"basis", textOf(of.basis)},     {"script", textOf(of.script)},
+            {"from", textOrNull(of.from)},     {"to", textOf(of.to)},           {"statements", of.statements},
+            {"judged", of.judged}};
+}
+
+} // namespace
+
+QByteArray jsonReport(const report & of, const QString & program)
+{
+    json runs = json::array();
+    for (const run & each : of.runs) {
+        runs.push_back(runOf(each));
+    }
+    json findings = json::array();
+    for (const finding & each : of.findings) {
+        findings.push_back(findingOf(each));
+    }
+    const summary counted = summaryOf(of);
+    const json whole = {{"format", "korvane.check"},
+                        {"formatVersion", 1},
+                        {"program", textOf(program)},
+                        {"project", textOf(of.project)},
+                        {"runs", runs},
+                        {"findings", findings},
+                        {"summary",
+                         {{"error", counted.errors},
+                          {"warning", counted.warnings},
+                          {"note", counted.notes},
+                          {"accepted", counted.accepted}}}};
+    return QByteArray::fromStdString(whole.dump(2, ' ', false, json::error_handler_t::replace)) + '\n';
+}
+
+} // namespace check

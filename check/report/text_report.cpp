@@ -1,0 +1,221 @@
+#include "check/report/report.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace check {
+
+namespace {
+
+constexpr int Width = 100; ///< characters of a line
+constexpr int Indent = 4;
+
+/// `text` in lines of the report's width.
+QString wrapped(const QString & text, int indent)
+{
+    const QString begin(indent, u' ');
+    QString result;
+    QString line;
+    for (const QString & word : text.split(u' ', Qt::SkipEmptyParts)) {
+        if (!line.isEmpty() && indent + line.size() + 1 + word.size() > Width) {
+            result += begin + line + u'\n';
+            line.clear();
+        }
+        line += (line.isEmpty() ? QString() : QStringLiteral(" ")) + word;
+    }
+    return line.isEmpty() ? result : result + begin + line + u'\n';
+}
+
+QString counted(int count, const char * one, const char * many)
+{
+    return QString::number(count) + u' ' + QLatin1String(count == 1 ? one : many);
+}
+
+/// Findings about one statement, or about none.
+struct group
+{
+    std::vector<const finding *> findings; ///< the worst first
+    [[nodiscard]] int line() const
+    {
+        return findings.front()->statement ? findings.front()->statement->line : 0;
+    }
+};
+
+/// Places of the findings that follow from each.
+using consequences = std::map<int, std::vector<const finding *>>;
+
+class text_writer
+{
+public:
+    text_writer(const report & of, const text_style & style) : m_report(of), m_style(style)
+    {
+        for (const finding & each : of.findings) {
+            if (each.consequenceOf >= 0) {
+                m_consequences[rootOf(each)].push_back(&each);
+            }
+        }
+    }
+
+    QString write()
+    {
+        for (const run & each : m_report.runs) {
+            writeRun(each);
+        }
+        writeGroups(findingsOf(QString(), QString()));
+        writeLastLine();
+        return m_text;
+    }
+
+private:
+    /// The finding that all follows from, in the end.
+    [[nodiscard]] int rootOf(const finding & of) const
+    {
+        int at = of.consequenceOf;
+        while (m_report.findings.at(static_cast<std::size_t>(at)).consequenceOf >= 0) {
+            at = m_report.findings.at(static_cast<std::size_t>(at)).consequenceOf;
+        }
+        return at;
+    }
+
+    /// The groups of one script, the worst first; of an empty name those of no script.
+    [[nodiscard]] std::vector<group> findingsOf(const QString & database, const QString & name) const
+    {
+        std::map<std::pair<int, QString>, group> byLine;
+        for (const finding & each : m_report.findings) {
+            const bool isHere = each.script == name && (name.isEmpty() || each.database == database);
+            if (isHere && each.consequenceOf < 0) {
+                byLine[{each.statement ? each.statement->line : 0, each.statement ? QString() : each.fingerprint}]
+                    .findings.push_back(&each);
+            }
+        }
+        std::vector<group> groups;
+        for (auto & [line, of] : byLine) {
+            std::stable_sort(of.findings.begin(), of.findings.end(), isWorse);
+            groups.push_back(std::move(of));
+        }
+        std::stable_sort(groups.begin(), groups.end(), [](const group & a, const group & b) {
+            return isWorse(a.findings.front(), b.findings.front());
+        });
+        return groups;
+    }
+
+    static bool isWorse(const finding * a, const finding * b)
+    {
+        return rank(*a) > rank(*b);
+    }
+
+    static int rank(const finding & of) { return of.accepted ? -1 : static_cast<int>(of.weight); }
+
+    void writeRun(const run & of)
+    {
+        m_text += coloured(of.script, "1") + QStringLiteral("  %1, ").arg(of.basis);
+        m_text += of.from.isEmpty() ? QString() : QStringLiteral("%1 to %2, ").arg(of.from, of.to);
+        m_text += counted(of.statements, "statement", "statements");
+        const int unknown = of.statements - of.judged;
+        m_text += unknown == 0 ? QString() : QStringLiteral(", %1 not judged").arg(unknown);
+        const std::vector<group> groups = findingsOf(of.database, of.script);
+        m_text += groups.empty() ? QStringLiteral(": nothing found\n") : QStringLiteral("\n\n");
+        writeGroups(groups);
+    }
+
+    void writeGroups(const std::vector<group> & groups)
+    {
+        for (const group & each : groups) {
+            for (const finding * of : each.findings) {
+                writeFinding(*of);
+            }
+            const auto & statement = each.findings.front()->statement;
+            if (statement) {
+                writeStatement(*statement);
+            }
+            m_text += u'\n';
+        }
+    }
+
+    void writeFinding(const finding & of)
+    {
+        const QString place = of.statement ? QStringLiteral(" line %1").arg(of.statement->line) : QString();
+        m_text += QStringLiteral("%1 %2%3\n").arg(sign(of), of.code, place);
+        m_text += wrapped(of.message, Indent);
+        if (of.accepted) {
+            m_text += wrapped(QStringLiteral("Accepted: ") + of.accepted->why, Indent);
+            return;
+        }
+        m_text += wrapped(QStringLiteral("Why: ") + of.why, Indent);
+        m_text += wrapped(QStringLiteral("What to do: ") + of.way.text, Indent);
+        for (const QString & each : of.way.sql) {
+            m_text += QString(2 * Indent, u' ') + each + u'\n';
+        }
+        writeConsequences(of);
+    }
+
+    void writeConsequences(const finding & of)
+    {
+        const auto index = static_cast<int>(&of - m_report.findings.data());
+        const auto found = m_consequences.find(index);
+        if (found == m_consequences.end()) {
+            return;
+        }
+        QStringList places;
+        for (const finding * each : found->second) {
+            places += each->script == of.script
+                          ? QString::number(each->statement->line)
+                          : QStringLiteral("%1 of %2").arg(QString::number(each->statement->line), each->script);
+        }
+        m_text += wrapped(QStringLiteral("Refused as well because of it: line ") + places.join(QLatin1String(", ")),
+                          Indent);
+    }
+
+    void writeStatement(const statement_place & of)
+    {
+        constexpr qsizetype Most = 6;
+        const QStringList lines = of.text.split(u'\n');
+        for (const QString & each : lines.mid(0, Most)) {
+            m_text += coloured(QString(Indent, u' ') + QStringLiteral("| ") + each, "2") + u'\n';
+        }
+        if (lines.size() > Most) {
+            m_text += coloured(QString(Indent, u' ') + QStringLiteral("| …"), "2") + u'\n';
+        }
+    }
+
+    void writeLastLine()
+    {
+        const summary total = summaryOf(m_report);
+        m_text += QStringLiteral("%1, %2, %3")
+                      .arg(counted(total.errors, "error", "errors"), counted(total.warnings, "warning", "warnings"),
+                           counted(total.notes, "note", "notes"));
+        m_text += total.accepted == 0 ? QString() : QStringLiteral("; %1 accepted").arg(total.accepted);
+        m_text += u'\n';
+    }
+
+    [[nodiscard]] QString sign(const finding & of) const
+    {
+        if (of.accepted) {
+            return coloured(QStringLiteral("accepted"), "2");
+        }
+        const char * const codes[] = {"36", "33", "31;1"};
+        return coloured(wordOf(of.weight), codes[static_cast<std::size_t>(of.weight)]);
+    }
+
+    [[nodiscard]] QString coloured(const QString & text, const char * code) const
+    {
+        return m_style.colours
+                   ? QStringLiteral("\033[%1m%2\033[0m").arg(QString::fromLatin1(code), text)
+                   : text;
+    }
+
+    const report & m_report;
+    const text_style & m_style;
+    consequences m_consequences;
+    QString m_text;
+};
+
+} // namespace
+
+QString textReport(const report & of, const text_style & style)
+{
+    return text_writer(of, style).write();
+}
+
+} // namespace check

@@ -1,0 +1,271 @@
+// What a new database has otherwise than the model says, though every statement runs, and what is unwise.
+
+#include "check/rules/model_rules.h"
+
+#include "check/model_names.h"
+#include "check/rules/rule.h"
+
+#include "database/facts/known_types.h"
+#include "database/facts/names.h"
+#include "model/entity.h"
+#include "model/project.h"
+#include "model/property.h"
+#include "model/property_type.h"
+#include "model/relationship.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace check {
+
+namespace {
+
+/// A table with the entity, or the relationship, that it was made for.
+class model_walk
+{
+public:
+    explicit model_walk(const made_model & of) : m_of(of) {}
+
+    std::vector<finding> walk()
+    {
+        const auto entities = m_of.full.now->getListOfAllEntities();
+        for (const auto & each : entities ? entities->values() : std::vector<std::shared_ptr<model::entity>>()) {
+            if (const database::table * const table = tableOf(tableNameOf(*each))) {
+                lookAt(*each, *table);
+            }
+        }
+        return std::move(m_told);
+    }
+
+private:
+    [[nodiscard]] QString stored(const QString & name, database::name_place place) const
+    {
+        return database::understood(m_of.known, {name, {}}, place).name;
+    }
+
+    [[nodiscard]] const database::table * tableOf(const QString & name) const
+    {
+        const auto found = m_of.made.tables.find(
+            database::foldedTable(m_of.known, stored(name, database::name_place::table)));
+        return found == m_of.made.tables.end() ? nullptr : &found->second;
+    }
+
+    [[nodiscard]] const database::column * columnOf(const database::table & in, const QString & name) const
+    {
+        const QString wanted = database::foldedName(m_of.known, stored(name, database::name_place::other));
+        const auto found = std::find_if(in.columns.begin(), in.columns.end(), [&](const database::column & each) {
+            return database::foldedName(m_of.known, each.name) == wanted;
+        });
+        return found == in.columns.end() ? nullptr : &*found;
+    }
+
+    void lookAt(const model::entity & entity, const database::table & table)
+    {
+        if (!table.key) {
+            tell(WithoutKey, entity, nullptr, table);
+        }
+        for (const auto & each : entity.getListOfProperty(true, false, true)->values()) {
+            lookAt(entity, *each, table);
+        }
+    }
+
+    void lookAt(const model::entity & entity, const model::property & member, const database::table & table)
+    {
+        const QStringList names = columnNamesOf(member);
+        const database::column * const column = names.isEmpty() ? nullptr : columnOf(table, names.front());
+        if (column != nullptr && member.isIdentifier() && names.size() > 1 && column->counted) {
+            tell(CountedCompositeKey, entity, &member, table);
+        }
+        if (column != nullptr && !member.hasRelationship()) {
+            lookAtType(entity, member, table, *column);
+        }
+        if (member.hasRelationship() && m_of.settings.relationships) {
+            lookAtRelationship(entity, member, table, column);
+        }
+    }
+
+    void lookAtType(const model::entity & entity, const model::property & member, const database::table & table,
+                    const database::column & column)
+    {
+        const QString forced = member.getExplicitForceSqlType();
+        const bool isOther = !forced.isEmpty() && database::shownType(m_of.known, forced) != column.type;
+        if (isOther) {
+            tell(ForcedTypeUnused, entity, &member, table,
+                 {{QStringLiteral("forced"), forced}, {QStringLiteral("type"), column.type}});
+        }
+        const auto type = member.getType();
+        if (!forced.isEmpty() || !type || type->getEnumeration() || m_of.settings.mappedTypes.isEmpty()) {
+            return;
+        }
+        for (const QString & each : type->getCppTypes()) {
+            if (!m_of.settings.mappedTypes.contains(each)) {
+                tell(UnknownCppType, entity, &member, table,
+                     {{QStringLiteral("cpp"), each}, {QStringLiteral("type"), column.type}});
+            }
+        }
+    }
+
+    void lookAtRelationship(const model::entity & entity, const model::property & member,
+                            const database::table & table, const database::column * column)
+    {
+        const model::relationship & relation = *member.getRelation();
+        if (relation.getType() == model::relationship::many_to_many) {
+            lookAtLink(entity, member);
+            return;
+        }
+        if (column == nullptr || relation.getType() != model::relationship::many_to_one) {
+            return;
+        }
+        const bool isWritten = std::any_of(
+            table.foreignKeys.begin(), table.foreignKeys.end(),
+            [&](const database::foreign_key & each) { return each.columns.contains(column->name); });
+        if (!isWritten && relation.getEntityTargetId() == entity.getId()) {
+            tell(SelfReference, entity, &member, table);
+        }
+        const bool isUnique = std::any_of(table.indexes.begin(), table.indexes.end(), [&](const auto & each) {
+            return each.unique && each.parts.front().column == column->name;
+        });
+        const bool isKey = table.key && table.key->parts.front().column == column->name;
+        const bool isNullUnwritten = !member.getAllowNull() && !column->notNull;
+        if (!isKey && (isNullUnwritten || (member.getUnique() && !isUnique))) {
+            tell(ConstraintsUnwritten, entity, &member, table);
+        }
+        if (isWritten && !isKey && !hasIndex(table, column->name)) {
+            tell(WithoutIndex, entity, &member, table);
+        }
+    }
+
+    static bool hasIndex(const database::table & in, const QString & column)
+    {
+        return std::any_of(in.indexes.begin(), in.indexes.end(), [&](const database::index & each) {
+            return each.parts.front().column == column;
+        });
+    }
+
+    void lookAtLink(const model::entity & entity, const model::property & member)
+    {
+        const model::relationship & relation = *member.getRelation();
+        const database::table * const table = tableOf(relation.getExtraTable());
+        // Both ends have the relationship; the link table is told of once.
+        if (table == nullptr || m_links.contains(table->name)) {
+            return;
+        }
+        m_links.insert(table->name);
+        const bool isSelf = relation.getEntityTargetId() == entity.getId();
+        if (table->foreignKeys.empty()) {
+            tell(isSelf ? SelfLinkWithoutForeignKeys : LinkWithoutForeignKeys, entity, &member, *table);
+        } else if (table->foreignKeys.size() == 1) {
+            tell(LinkWithOneForeignKey, entity, &member, *table);
+        }
+        const bool counts = std::any_of(table->columns.begin(), table->columns.end(),
+                                        [](const database::column & each) { return each.counted; });
+        if (counts) {
+            tell(LinkCounts, entity, &member, *table);
+        }
+    }
+
+    void tell(const rule_text & about, const model::entity & entity, const model::property * member,
+              const database::table & table, const values & more = {})
+    {
+        values words{{QStringLiteral("db"), m_of.known.label},
+                     {QStringLiteral("entity"), entity.getName()},
+                     {QStringLiteral("table"), table.name}};
+        if (member != nullptr) {
+            words.insert(QStringLiteral("property"), nameOf(*member));
+            words.insert(QStringLiteral("column"), columnNamesOf(*member).join(QStringLiteral(", ")));
+        }
+        words.insert(more);
+        finding told = findingOf(about, words);
+        told.objects.push_back({model::object_kind::entity, entity.getId(), entity.getName()});
+        if (member != nullptr) {
+            told.objects.push_back({model::object_kind::property, member->getId(), nameOf(*member)});
+        }
+        m_told.push_back(std::move(told));
+    }
+
+    static const rule_text WithoutKey;
+    static const rule_text CountedCompositeKey;
+    static const rule_text ForcedTypeUnused;
+    static const rule_text UnknownCppType;
+    static const rule_text SelfReference;
+    static const rule_text ConstraintsUnwritten;
+    static const rule_text WithoutIndex;
+    static const rule_text LinkWithoutForeignKeys;
+    static const rule_text SelfLinkWithoutForeignKeys;
+    static const rule_text LinkWithOneForeignKey;
+    static const rule_text LinkCounts;
+
+    const made_model & m_of;
+    QSet<QString> m_links;
+    std::vector<finding> m_told;
+};
+
+const rule_text model_walk::WithoutKey = {
+    QLatin1String("KV701"), effect::advice, "Table '{table}' has no primary key.",
+    "'{entity}' has no identifier. Rows cannot be told apart, other tables cannot refer to them, and some ways to copy "
+    "databases need a key.",
+    "Give '{entity}' an identifier (\"identifier\": true on one property)."};
+
+const rule_text model_walk::CountedCompositeKey = {
+    QLatin1String("KV116"), effect::differs, "Each column of the key of table '{table}' counts up by itself.",
+    "The identifier '{property}' has several columns and is to be counted up.",
+    "Leave \"autoIncrement\" out, or set it to false, at '{property}'."};
+
+const rule_text model_walk::ForcedTypeUnused = {
+    QLatin1String("KV418"), effect::differs,
+    "The column '{column}' of '{property}' is {type}, not {forced} as \"forceSqlType\" says.",
+    "Keys that are counted up and texts that are keys or indexed have types of their own.",
+    "Leave \"forceSqlType\" out, or have the custom script write the type (action CREATE_TABLE)."};
+
+const rule_text model_walk::UnknownCppType = {
+    QLatin1String("KV114"), effect::differs,
+    "The column '{column}' of '{property}' is {type}, since the type mapping does not know '{cpp}'.",
+    "C++ types without a row in the type mapping get the default type.",
+    "Look at the spelling of the type, add a row to the type mapping, or force a type (\"forceSqlType\")."};
+
+const rule_text model_walk::SelfReference = {
+    QLatin1String("KV112"), effect::differs, "'{property}' gets no foreign key.",
+    "The relationship leads from the entity to itself, and scripts for this database write no foreign key then.",
+    "Run an ALTER TABLE {table} ADD CONSTRAINT … FOREIGN KEY ({column}) … of your own."};
+
+const rule_text model_walk::ConstraintsUnwritten = {
+    QLatin1String("KV138"), effect::differs,
+    "The column '{column}' of '{property}' may be null and repeat, whatever the model says.",
+    "NOT NULL and UNIQUE are not written for relationships of a new table.",
+    "Add them with an ALTER TABLE {table} of your own, or have the custom script write them (action CREATE_TABLE)."};
+
+const rule_text model_walk::WithoutIndex = {
+    QLatin1String("KV702"), effect::advice, "The foreign key of '{property}' has no index.",
+    "{db} makes none by itself, so that looking for the rows that refer to another one reads the whole table; dropping "
+    "and changing rows of the other table does that.",
+    "Set \"index\": true on '{property}'."};
+
+const rule_text model_walk::LinkWithoutForeignKeys = {
+    QLatin1String("KV139"), effect::differs, "The link table '{table}' of '{property}' has no foreign keys.",
+    "Scripts for this database write foreign keys into the table of an entity only.",
+    "Have the custom script write them (action CREATE_EXTRA_TABLE)."};
+
+const rule_text model_walk::SelfLinkWithoutForeignKeys = {
+    QLatin1String("KV134"), effect::differs, "The link table '{table}' of '{property}' has no foreign keys.",
+    "The relationship leads from the entity to itself, and no foreign key is written then.",
+    "Run two ALTER TABLE {table} ADD CONSTRAINT … FOREIGN KEY … of your own."};
+
+const rule_text model_walk::LinkWithOneForeignKey = {
+    QLatin1String("KV111"), effect::differs, "The link table '{table}' of '{property}' has one foreign key, not two.",
+    "The entity at its other end is left out of the scripts, which writes that end's foreign key.",
+    "Run the other ALTER TABLE {table} ADD CONSTRAINT … FOREIGN KEY … of your own."};
+
+const rule_text model_walk::LinkCounts = {
+    QLatin1String("KV121"), effect::differs,
+    "A row of the link table '{table}' that is written without a value gets one that counts up.",
+    "The columns have the type of the keys that they refer to, which count up by themselves here.",
+    "Always write both values, or have the custom script write another type (action CREATE_EXTRA_TABLE)."};
+
+} // namespace
+
+std::vector<finding> explainModel(const made_model & of)
+{
+    return model_walk(of).walk();
+}
+
+} // namespace check

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "check/script.h"
+#include "check/finding.h"
+
+#include "database/catalogue/catalogue.h"
+#include "database/facts/facts.h"
+
+#include <QSet>
+
+#include <vector>
+
+namespace check {
+
+/// What the export is set to, as far as it has a say in what the model means.
+struct export_settings
+{
+    QSet<QString> mappedTypes; ///< C++ types that the type mapping has; empty when that is not known
+    bool relationships = true; ///< become foreign keys
+};
+
+/// A model beside what its full script makes of it.
+struct made_model
+{
+    const database::facts & known;
+    const script & full;
+    const database::catalogue & made;
+    const export_settings & settings;
+};
+
+/// What a new database has otherwise than the model says though every statement runs, and what is unwise.
+[[nodiscard]] std::vector<finding> explainModel(const made_model & of);
+
+} // namespace check

@@ -1,0 +1,39 @@
+#include "check/rules/rule.h"
+
+namespace check {
+
+QString filled(const char * text, const values & with)
+{
+    const QString pattern = QString::fromUtf8(text);
+    QString result;
+    qsizetype at = 0;
+    while (at < pattern.size()) {
+        const qsizetype open = pattern.indexOf(QLatin1Char('{'), at);
+        const qsizetype close = open < 0 ? -1 : pattern.indexOf(QLatin1Char('}'), open);
+        if (close < 0) {
+            break;
+        }
+        result += QStringView(pattern).mid(at, open - at);
+        const QString name = pattern.mid(open + 1, close - open - 1);
+        const auto value = with.constFind(name);
+        result += value == with.constEnd() ? pattern.mid(open, close - open + 1) : *value;
+        at = close + 1;
+    }
+    return result + pattern.mid(at);
+}
+
+finding findingOf(const rule_text & of, const values & with)
+{
+    finding told;
+    const rule * const known = ruleOf(of.code);
+    told.code = of.code;
+    told.name = known == nullptr ? QLatin1String() : known->name;
+    told.weight = known == nullptr ? severity::error : known->weight;
+    told.what = of.what;
+    told.message = filled(of.message, with);
+    told.why = filled(of.why, with);
+    told.way.text = filled(of.remedy, with);
+    return told;
+}
+
+} // namespace check

@@ -1,0 +1,312 @@
+// Types, keys and sizes that a database does not take.
+
+#include "check/rules/refusal_rules.h"
+#include "check/told_statement.h"
+
+#include "database/facts/known_types.h"
+#include "model/entity.h"
+#include "model/project.h"
+#include "model/property.h"
+#include "model/relationship.h"
+
+#include <algorithm>
+
+namespace check {
+
+namespace {
+
+using database::refusal_cause;
+using found = std::optional<values>;
+
+values with(const char * name, const QString & text)
+{
+    return {{QString::fromLatin1(name), text}};
+}
+
+found only(bool applies)
+{
+    return applies ? found(values()) : std::nullopt;
+}
+
+/// The column that the refusal is about, without its table.
+QString columnOf(const told_statement & of)
+{
+    return of.said().object.section(QLatin1Char('.'), -1);
+}
+
+bool isWithoutKey(const std::shared_ptr<model::relationship> & relation)
+{
+    return relation && relation->hasColumns() && !relation->getKeyProperty();
+}
+
+/// The relationship of the statement, or of a table that it makes, whose target has no key.
+std::shared_ptr<model::relationship> relationshipWithoutKey(const told_statement & of)
+{
+    if (const auto own = of.relationship(); isWithoutKey(own)) {
+        return own;
+    }
+    const std::shared_ptr<model::entity> entity = of.entity();
+    if (!entity || of.asks<database::create_table>() == nullptr) {
+        return nullptr;
+    }
+    const auto relations = entity->getListOfRelation()->values();
+    const auto first = std::find_if(relations.begin(), relations.end(), isWithoutKey);
+    return first == relations.end() ? nullptr : *first;
+}
+
+found targetWithoutKey(const told_statement & of)
+{
+    const std::shared_ptr<model::relationship> relation =
+        of.isFor(refusal_cause::syntax) ? relationshipWithoutKey(of) : nullptr;
+    if (!relation) {
+        return {};
+    }
+    const std::shared_ptr<model::entity> target = relation->getEntityTarget();
+    const std::shared_ptr<model::property> owner = relation->getProperty();
+    return values{{QStringLiteral("property"), owner ? nameOf(*owner) : QString()},
+                  {QStringLiteral("other"), target ? target->getName() : QStringLiteral("?")}};
+}
+
+found noColumns(const told_statement & of)
+{
+    const auto * const made = of.asks<database::create_table>();
+    return only(of.isFor(refusal_cause::syntax) && made != nullptr && made->columns.empty());
+}
+
+/// An identifier of several columns that is to be counted up.
+bool hasCountedCompositeKey(const told_statement & of)
+{
+    const std::shared_ptr<model::entity> entity = of.entity();
+    const std::shared_ptr<model::property> key = entity ? entity->getPropertyId(true) : nullptr;
+    return key && columnNamesOf(*key).size() > 1;
+}
+
+bool isAboutCounting(const told_statement & of)
+{
+    return of.isFor(refusal_cause::counted_not_possible) || of.isFor(refusal_cause::several_counted);
+}
+
+found countedCompositeKey(const told_statement & of)
+{
+    return only(isAboutCounting(of) && hasCountedCompositeKey(of));
+}
+
+found countedKeyType(const told_statement & of)
+{
+    return isAboutCounting(of) ? found(with("type", QString(of.known().types.countableType.value))) : std::nullopt;
+}
+
+/// The type in the statement that the database does not take.
+QString refusedType(const told_statement & of)
+{
+    const auto isRefused = [&](const QString & type) {
+        return !type.isEmpty() && database::refusalOf(of.known(), type) != refusal_cause::none;
+    };
+    if (const auto * const made = of.asks<database::create_table>()) {
+        const auto first =
+            std::find_if(made->columns.begin(), made->columns.end(),
+                         [&](const database::column_definition & each) { return isRefused(each.type); });
+        return first == made->columns.end() ? QString() : first->type;
+    }
+    if (const auto * const added = of.asks<database::add_column>()) {
+        return isRefused(added->definition.type) ? added->definition.type : QString();
+    }
+    const auto * const changed = of.asks<database::change_column>();
+    return changed != nullptr && isRefused(changed->definition.type) ? changed->definition.type : QString();
+}
+
+found unknownType(const told_statement & of)
+{
+    const bool isType = of.isFor(refusal_cause::unknown_type) || of.isFor(refusal_cause::type_with_length) ||
+                        of.isFor(refusal_cause::syntax);
+    const QString type = isType ? refusedType(of) : QString();
+    return type.isEmpty() ? std::nullopt : found(with("type", type));
+}
+
+found keyTooLong(const told_statement & of)
+{
+    return of.isFor(refusal_cause::key_too_long)
+               ? found(with("most", QString::number(of.known().keys.longest.value)))
+               : std::nullopt;
+}
+
+found tooMany(const told_statement & of)
+{
+    return only(of.isFor(refusal_cause::row_too_long) || of.isFor(refusal_cause::too_many_indexes));
+}
+
+found prefixNotPossible(const told_statement & of)
+{
+    return of.isFor(refusal_cause::prefix_not_possible) ? found(with("column", columnOf(of))) : std::nullopt;
+}
+
+found renamedTextKey(const told_statement & of)
+{
+    return only(of.isFor(refusal_cause::text_key_without_prefix) &&
+                of.asks<database::change_column>() != nullptr);
+}
+
+found textInKey(const told_statement & of)
+{
+    return of.isFor(refusal_cause::text_key_without_prefix) ? found(with("column", columnOf(of))) : std::nullopt;
+}
+
+found notIndexable(const told_statement & of)
+{
+    return only(of.isFor(refusal_cause::type_not_indexable));
+}
+
+found longTextIndexed(const told_statement & of)
+{
+    return only(of.isFor(refusal_cause::value_too_long_for_index));
+}
+
+found typesDiffer(const told_statement & of)
+{
+    return only(of.isFor(refusal_cause::target_type_differs));
+}
+
+bool isAboutTargetKey(const told_statement & of)
+{
+    return of.isFor(refusal_cause::target_not_key) && of.asks<database::add_foreign_key>() != nullptr;
+}
+
+/// The entity that the statement's relationship leads to, in one of the models.
+std::shared_ptr<model::entity> targetOf(const told_statement & of, moment when)
+{
+    const std::shared_ptr<model::relationship> relation = of.relationship();
+    const model::project * const in = of.in().project(when);
+    return relation && in != nullptr ? in->getEntityById(relation->getEntityTargetId()) : nullptr;
+}
+
+found keyColumnCount(const told_statement & of)
+{
+    const std::shared_ptr<model::property> own = of.property();
+    const std::shared_ptr<model::entity> target = targetOf(of, moment::now);
+    const std::shared_ptr<model::property> key = target ? target->getPropertyId(true) : nullptr;
+    if (!isAboutTargetKey(of) || !own || !key) {
+        return {};
+    }
+    const qsizetype count = columnNamesOf(*own).size();
+    const qsizetype needed = columnNamesOf(*key).size();
+    return count != 0 && count != needed ? found(values{{QStringLiteral("count"), QString::number(count)},
+                                                        {QStringLiteral("needed"), QString::number(needed)}})
+                                         : std::nullopt;
+}
+
+found addedKey(const told_statement & of)
+{
+    if (!isAboutTargetKey(of)) {
+        return {};
+    }
+    const std::shared_ptr<model::entity> before = targetOf(of, moment::before);
+    const std::shared_ptr<model::entity> now = targetOf(of, moment::now);
+    return before && now && !before->getPropertyId(true) && now->getPropertyId(true)
+               ? found(with("other", now->getName()))
+               : std::nullopt;
+}
+
+found targetIsNoKey(const told_statement & of)
+{
+    const std::shared_ptr<model::entity> target = targetOf(of, moment::now);
+    return of.isFor(refusal_cause::target_not_key)
+               ? found(with("other", target ? target->getName() : of.said().object.section(QLatin1Char(' '), 1)))
+               : std::nullopt;
+}
+
+const refusal_rule Rules[] = {
+    {{QLatin1String("KV109"), effect::refused,
+      "{db} refuses the statement about '{property}': '{other}', to which it refers, has no identifier.",
+      "The column takes its type from the identifier of the other entity, so that it is written without a type here.",
+      "Give '{other}' an identifier (\"identifier\": true on one property)."},
+     targetWithoutKey},
+    {{QLatin1String("KV108"), effect::refused,
+      "{db} refuses to make table '{table}': it would have no column.",
+      "Every property of '{entity}' is transient, or has no column of its own.",
+      "Give '{entity}' a property with a column, or leave its table out with the meta-data "
+      "\"DDL_EXPORT_CREATE_TABLE\": \"0\"."},
+     noColumns},
+    {{QLatin1String("KV116"), effect::refused,
+      "{db} refuses to make table '{table}': its identifier has several columns and is to be counted up.",
+      "One column at most can be counted up by the database.",
+      "Leave \"autoIncrement\" out, or set it to false, at the identifier of '{entity}'."},
+     countedCompositeKey},
+    {{QLatin1String("KV115"), effect::refused,
+      "{db} refuses the statement about '{subject}': only a key of the type '{type}' can be counted up.",
+      "The type of the identifier is mapped to, or forced to, another one.",
+      "Choose a C++ type that is mapped to '{type}', or set \"autoIncrement\" to false."},
+     countedKeyType},
+    {{QLatin1String("KV113"), effect::refused,
+      "{db} refuses the statement about '{subject}': it does not know the type '{type}'.",
+      "The type comes from \"forceSqlType\" or from the type mapping; an extension or a type of your own could "
+      "bring it.",
+      "Choose a type of this database in \"forceSqlType\", or in the type mapping of the export."},
+     unknownType},
+    {{QLatin1String("KV127"), effect::refused,
+      "{db} refuses to make table '{table}': the columns of its key are together longer than {most} bytes.",
+      "A text counts with four bytes for each of its characters.",
+      "Force shorter types on the columns of the key, VARCHAR(100) for instance, or take fewer columns."},
+     keyTooLong},
+    {{QLatin1String("KV132"), effect::refused,
+      "{db} refuses the statement about table '{table}': it has more columns, longer rows or more indexes than it "
+      "can have.",
+      "There is an upper limit for each, and bounded texts count with their full length.",
+      "Part the entity, drop indexes that nothing needs, or use TEXT in the place of long VARCHAR columns."},
+     tooMany},
+    {{QLatin1String("KV119"), effect::refused,
+      "{db} refuses the statement about '{subject}': the column '{column}' has no first 255 characters.",
+      "Indexes and keys on text are written for the first 255 characters, whatever type is forced; the type is a "
+      "shorter text, or none at all.",
+      "Force VARCHAR(255) or a longer text, or give the property the C++ type of a number or a date if it is one."},
+     prefixNotPossible},
+    {{QLatin1String("KV222"), effect::refused,
+      "{db} refuses to rename the key '{property}' of table '{table}': the statement makes it {type} again, which "
+      "cannot be a key.",
+      "Renaming a column repeats its type; the table was made with VARCHAR(255), since the key is referred to.",
+      "Force VARCHAR(255) on the key (\"forceSqlType\")."},
+     renamedTextKey},
+    {{QLatin1String("KV117"), effect::refused,
+      "{db} refuses the statement about table '{table}': the text '{column}' is in a key and has no length.",
+      "A key needs columns of a bounded length.", "Force a length, VARCHAR(200) for instance (\"forceSqlType\")."},
+     textInKey},
+    {{QLatin1String("KV118"), effect::refused,
+      "{db} refuses the index of '{subject}': values of the column's type cannot be put in order.",
+      "An ordinary index sorts its values.", "Switch \"index\" off, or choose another type."},
+     notIndexable},
+    {{QLatin1String("KV224"), effect::refused,
+      "{db} refuses the index of '{subject}' if a row holds a text that is longer than an index can hold.",
+      "A value of an index has to fit into a third of a page, 2,704 bytes after compression; later, longer values "
+      "are refused when they are written.",
+      "Force a bounded type, or have the custom script write an index over an expression (action CREATE_INDEX)."},
+     longTextIndexed},
+    {{QLatin1String("KV120"), effect::refused,
+      "{db} refuses the foreign key of '{subject}': it is of another type than the key in '{target}'.",
+      "A foreign key compares both columns, and the database does not compare these types.",
+      "Force the same type on both (\"forceSqlType\")."},
+     typesDiffer},
+    {{QLatin1String("KV137"), effect::refused,
+      "{db} refuses the foreign key of '{subject}': it has columns: {count}, and the key in '{target}': {needed}.",
+      "A foreign key needs a column for each column of the key that it refers to.",
+      "Name as many columns in \"columnName\", with bars between, as the key has."},
+     keyColumnCount},
+    {{QLatin1String("KV223"), effect::refused,
+      "{db} refuses the foreign key of '{subject}': the identifier of '{other}' was added in this step, and its column "
+      "is no key in the database.",
+      "A step adds the column of a new identifier, but not the key.",
+      "Run ALTER TABLE {target} ADD PRIMARY KEY ({target_column}) between the two statements."},
+     addedKey},
+    {{QLatin1String("KV403"), effect::refused,
+      "{db} refuses the foreign key of '{subject}': what it refers to in '{target}' is not the key of that table.",
+      "The key of '{other}' was changed in the model; scripts do not change the key of a table that is there.",
+      "Change the key yourself before the script: drop the old one, add the new one."},
+     targetIsNoKey},
+};
+
+} // namespace
+
+std::span<const refusal_rule> typeRules()
+{
+    return Rules;
+}
+
+} // namespace check

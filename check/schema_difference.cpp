@@ -1,0 +1,247 @@
+#include "check/schema_difference.h"
+
+#include <algorithm>
+#include <map>
+
+namespace check {
+
+namespace {
+
+QStringList columnsOf(const std::vector<database::key_part> & parts)
+{
+    QStringList columns;
+    for (const database::key_part & each : parts) {
+        columns += each.column;
+    }
+    return columns;
+}
+
+/// What tells indexes apart beside their names.
+QString wordsOf(const database::index & of)
+{
+    QStringList parts;
+    for (const database::key_part & each : of.parts) {
+        parts += each.prefix > 0 ? QStringLiteral("%1(%2)").arg(each.column, QString::number(each.prefix))
+                                 : each.column;
+    }
+    return QStringLiteral("%1(%2)").arg(QLatin1String(of.unique ? "UNIQUE " : ""), parts.join(QStringLiteral(", ")));
+}
+
+QString wordsOf(const database::foreign_key & of)
+{
+    return QStringLiteral("(%1) → %2 (%3)")
+        .arg(of.columns.join(QStringLiteral(", ")), of.target, of.targetColumns.join(QStringLiteral(", ")));
+}
+
+QString wordsOf(const std::optional<database::primary_key> & of)
+{
+    return of ? QStringLiteral("(%1)").arg(columnsOf(of->parts).join(QStringLiteral(", "))) : QString();
+}
+
+/// Compares one table that both have.
+class table_comparison
+{
+public:
+    table_comparison(const database::table & expected, const database::table & found,
+                     std::vector<schema_difference> & told)
+        : m_expected(expected), m_found(found), m_told(told)
+    {
+    }
+
+    void compare()
+    {
+        compareColumns();
+        compareKeys();
+        compareIndexes();
+        compareForeignKeys();
+        compareNames();
+    }
+
+private:
+    void tell(difference_kind kind, const QStringList & columns, const QString & expected, const QString & found)
+    {
+        m_told.push_back({kind, m_expected.name, columns, expected, found});
+    }
+
+    static const database::column * find(const database::table & in, const QString & name)
+    {
+        const auto found = std::find_if(in.columns.begin(), in.columns.end(),
+                                        [&](const database::column & each) { return each.name == name; });
+        return found == in.columns.end() ? nullptr : &*found;
+    }
+
+    void compareColumns()
+    {
+        for (const database::column & each : m_expected.columns) {
+            const database::column * const other = find(m_found, each.name);
+            if (other == nullptr) {
+                tell(difference_kind::column_missing, {each.name}, each.type, {});
+                continue;
+            }
+            if (each.type != other->type) {
+                tell(difference_kind::type, {each.name}, each.type, other->type);
+            }
+            if (each.notNull != other->notNull) {
+                tell(difference_kind::null, {each.name}, nullWords(each), nullWords(*other));
+            }
+            if (each.counted != other->counted) {
+                tell(difference_kind::counter, {each.name}, countWords(each), countWords(*other));
+            }
+        }
+        for (const database::column & each : m_found.columns) {
+            if (find(m_expected, each.name) == nullptr) {
+                tell(difference_kind::column_left, {each.name}, {}, each.type);
+            }
+        }
+        compareOrder();
+    }
+
+    static QString nullWords(const database::column & of)
+    {
+        return of.notNull ? QStringLiteral("NOT NULL") : QStringLiteral("NULL");
+    }
+    static QString countWords(const database::column & of)
+    {
+        return of.counted ? QStringLiteral("counted up") : QStringLiteral("not counted up");
+    }
+
+    void compareOrder()
+    {
+        const auto namesIn = [](const database::table & in, const database::table & also) {
+            QStringList names;
+            for (const database::column & each : in.columns) {
+                if (find(also, each.name) != nullptr) {
+                    names += each.name;
+                }
+            }
+            return names;
+        };
+        const QStringList expected = namesIn(m_expected, m_found);
+        const QStringList found = namesIn(m_found, m_expected);
+        if (expected != found) {
+            tell(difference_kind::order, {}, expected.join(QStringLiteral(", ")), found.join(QStringLiteral(", ")));
+        }
+    }
+
+    void compareKeys()
+    {
+        const QString expected = wordsOf(m_expected.key);
+        const QString found = wordsOf(m_found.key);
+        if (expected != found) {
+            tell(difference_kind::key, columnsOf(m_expected.key ? m_expected.key->parts : m_found.key->parts),
+                 expected, found);
+        }
+    }
+
+    void compareIndexes()
+    {
+        std::multimap<QString, const database::index *> left;
+        for (const database::index & each : m_found.indexes) {
+            left.emplace(wordsOf(each), &each);
+        }
+        for (const database::index & each : m_expected.indexes) {
+            const auto same = left.find(wordsOf(each));
+            if (same == left.end()) {
+                tell(each.unique ? difference_kind::unique_missing : difference_kind::index_missing,
+                     columnsOf(each.parts), wordsOf(each), {});
+                continue;
+            }
+            addNames(columnsOf(each.parts), each.name, same->second->name);
+            left.erase(same);
+        }
+        for (const auto & [words, each] : left) {
+            tell(each->unique ? difference_kind::unique_left : difference_kind::index_left, columnsOf(each->parts),
+                 {}, words);
+        }
+    }
+
+    void compareForeignKeys()
+    {
+        std::multimap<QString, const database::foreign_key *> left;
+        for (const database::foreign_key & each : m_found.foreignKeys) {
+            left.emplace(wordsOf(each), &each);
+        }
+        std::vector<const database::foreign_key *> missing;
+        for (const database::foreign_key & each : m_expected.foreignKeys) {
+            const auto same = left.find(wordsOf(each));
+            if (same == left.end()) {
+                missing.push_back(&each);
+                continue;
+            }
+            addNames(each.columns, each.name, same->second->name);
+            left.erase(same);
+        }
+        tellForeignKeys(missing, left);
+    }
+
+    /// One that has the same columns and leads elsewhere is one difference.
+    void tellForeignKeys(const std::vector<const database::foreign_key *> & missing,
+                         std::multimap<QString, const database::foreign_key *> & left)
+    {
+        for (const database::foreign_key * const each : missing) {
+            const auto other = std::find_if(left.begin(), left.end(), [&](const auto & one) {
+                return one.second->columns == each->columns;
+            });
+            if (other == left.end()) {
+                tell(difference_kind::foreign_key_missing, each->columns, wordsOf(*each), {});
+                continue;
+            }
+            tell(difference_kind::foreign_key_target, each->columns, wordsOf(*each), other->first);
+            left.erase(other);
+        }
+        for (const auto & [words, each] : left) {
+            tell(difference_kind::foreign_key_left, each->columns, {}, words);
+        }
+    }
+
+    void addNames(const QStringList & columns, const QString & expected, const QString & found)
+    {
+        if (expected != found) {
+            m_names.push_back({difference_kind::names, m_expected.name, columns, expected, found});
+        }
+    }
+
+    void compareNames()
+    {
+        if (m_expected.key && m_found.key && wordsOf(m_expected.key) == wordsOf(m_found.key)) {
+            addNames(columnsOf(m_expected.key->parts), m_expected.key->name, m_found.key->name);
+        }
+        for (const database::sequence & each : m_expected.sequences) {
+            const auto other = std::find_if(m_found.sequences.begin(), m_found.sequences.end(),
+                                            [&](const database::sequence & one) { return one.column == each.column; });
+            if (other != m_found.sequences.end()) {
+                addNames({each.column}, each.name, other->name);
+            }
+        }
+        m_told.insert(m_told.end(), m_names.begin(), m_names.end());
+    }
+
+    const database::table & m_expected;
+    const database::table & m_found;
+    std::vector<schema_difference> & m_told;
+    std::vector<schema_difference> m_names;
+};
+
+} // namespace
+
+std::vector<schema_difference> compareSchemas(const database::catalogue & expected,
+                                              const database::catalogue & found)
+{
+    std::vector<schema_difference> told;
+    for (const auto & [name, table] : expected.tables) {
+        const auto other = found.tables.find(name);
+        if (other == found.tables.end()) {
+            told.push_back({difference_kind::table_missing, table.name, {}, table.name, {}});
+        } else if (!(table == other->second)) {
+            table_comparison(table, other->second, told).compare();
+        }
+    }
+    for (const auto & [name, table] : found.tables) {
+        if (!expected.tables.contains(name)) {
+            told.push_back({difference_kind::table_left, table.name, {}, {}, table.name});
+        }
+    }
+    return told;
+}
+
+} // namespace check
