@@ -1,6 +1,6 @@
 #pragma once
 
-#include "check/finding.h"
+#include "check/finding/finding.h"
 #include "plugin/statement_source.h"
 #include "zk/zk_bool.h"
 

@@ -6,7 +6,7 @@
 #include "check/rules/model_rules.h"
 #include "check/rules/refusal_rules.h"
 #include "check/rules/statement_rules.h"
-#include "check/told_statement.h"
+#include "check/view/told_statement.h"
 
 #include "database/statement/reader.h"
 #include "model/entity.h"
@@ -130,7 +130,7 @@ private:
     /// A script with a statement that is always refused is done in parts.
     void tellHalfApplied()
     {
-        if (m_refused == 0 || !m_view.isStep()) {
+        if (m_refused == 0 || m_refused == m_run.statements || !m_view.isStep()) {
             return;
         }
         finding told = halfApplied({{QStringLiteral("db"), m_of.m_known.label},

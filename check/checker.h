@@ -1,10 +1,10 @@
 #pragma once
 
-#include "check/difference_view.h"
-#include "check/finding.h"
-#include "check/made_objects.h"
+#include "check/view/difference_view.h"
+#include "check/finding/finding.h"
+#include "check/view/made_objects.h"
 #include "check/rules/model_rules.h"
-#include "check/script.h"
+#include "check/view/script.h"
 
 #include "database/simulation/simulation.h"
 

@@ -8,8 +8,8 @@
 #include "app/source.h"
 #include "app/whole_file.h"
 
+#include "check/finding/rule.h"
 #include "check/report/report.h"
-#include "check/rules/rule.h"
 #include "plugin/export_interface.h"
 
 #include <QCoreApplication>
@@ -238,7 +238,8 @@ int check_command::judge()
     const tools::script_guard_scope guard(commandScriptGuard(m_noCustomScript));
     check::report told;
     const zk::ZkBool judged = checkSource(*statements, of, request(), told);
-    const int result = tell(told);
+    // What was judged until a failure is told as well.
+    const int result = judged || !told.runs.empty() ? tell(told) : Done;
     return judged ? result : failed(judged.getDesc());
 }
 

@@ -2,8 +2,8 @@
 
 #include "check/rules/change_rules.h"
 
-#include "check/model_names.h"
-#include "check/rules/rule.h"
+#include "check/view/model_names.h"
+#include "check/finding/rule.h"
 
 #include "model/entity.h"
 #include "model/enumeration.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "check/finding.h"
-#include "check/script.h"
-#include "check/step_changes.h"
+#include "check/finding/finding.h"
+#include "check/view/script.h"
+#include "check/view/step_changes.h"
 
 #include <vector>
 

@@ -2,7 +2,7 @@
 
 #include "check/rules/difference_rules.h"
 
-#include "check/difference_view.h"
+#include "check/view/difference_view.h"
 
 #include "model/entity.h"
 #include "model/property.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "check/rules/rule.h"
+#include "check/finding/rule.h"
 
 #include <optional>
 

@@ -1,5 +1,5 @@
 #include "check/rules/refusal_rules.h"
-#include "check/told_statement.h"
+#include "check/view/told_statement.h"
 
 namespace check {
 

@@ -2,7 +2,7 @@
 
 #include "check/rules/loss_rules.h"
 
-#include "check/told_statement.h"
+#include "check/view/told_statement.h"
 
 #include "model/entity.h"
 #include "model/project.h"

@@ -2,8 +2,8 @@
 
 #include "check/rules/model_rules.h"
 
-#include "check/model_names.h"
-#include "check/rules/rule.h"
+#include "check/view/model_names.h"
+#include "check/finding/rule.h"
 
 #include "database/facts/known_types.h"
 #include "database/facts/names.h"

@@ -1,8 +1,8 @@
 // Names that a database does not take, or takes for one another.
 
 #include "check/rules/refusal_rules.h"
-#include "check/told_statement.h"
-#include "check/written_names.h"
+#include "check/view/told_statement.h"
+#include "check/view/written_names.h"
 
 #include "model/entity.h"
 #include "model/property.h"

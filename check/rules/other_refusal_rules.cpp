@@ -1,7 +1,7 @@
 // What is refused because of something else, and what no other rule explains.
 
 #include "check/rules/refusal_rules.h"
-#include "check/told_statement.h"
+#include "check/view/told_statement.h"
 
 namespace check {
 

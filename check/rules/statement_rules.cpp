@@ -2,7 +2,7 @@
 
 #include "check/rules/statement_rules.h"
 
-#include "check/told_statement.h"
+#include "check/view/told_statement.h"
 
 #include "database/facts/known_types.h"
 
@@ -130,7 +130,7 @@ const statement_rule Rules[] = {
 
 const rule_text HalfApplied = {
     QLatin1String("KV503"), effect::differs,
-    "{db} does this script in part: statements that run: {done}, that are refused: {refused}.",
+    "{db} does this script in part: of its statements {done} run and {refused} do not.",
     "A refused statement does not take back those before it, and what runs the script may go on with those after it, or "
     "stop in the middle.",
     "Mend what is refused before you run the script, and try it on a copy of the database."};

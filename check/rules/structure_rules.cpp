@@ -1,7 +1,7 @@
 // Columns, relationships and link tables that the model asks for and the script cannot make.
 
 #include "check/rules/refusal_rules.h"
-#include "check/told_statement.h"
+#include "check/view/told_statement.h"
 
 #include "model/entity.h"
 #include "model/project.h"

@@ -1,7 +1,7 @@
 // What a step cannot do to tables and columns that are there.
 
 #include "check/rules/refusal_rules.h"
-#include "check/told_statement.h"
+#include "check/view/told_statement.h"
 
 #include "database/facts/names.h"
 #include "model/entity.h"

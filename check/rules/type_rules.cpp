@@ -1,7 +1,7 @@
 // Types, keys and sizes that a database does not take.
 
 #include "check/rules/refusal_rules.h"
-#include "check/told_statement.h"
+#include "check/view/told_statement.h"
 
 #include "database/facts/known_types.h"
 #include "model/entity.h"

@@ -36,7 +36,8 @@ private:
         const QString kind = head.value(0);
         const QByteArray text = inside.join(u'\n').toUtf8();
         if (kind == QLatin1String("json")) {
-            (head.value(2) == QLatin1String("remedy") ? m_page.remedies : m_page.versions)[head.value(1)] = text;
+            (head.value(2) == QLatin1String("remedy") ? m_page.remedies : m_page.versions)[head.value(1)] =
+                text;
         } else if (kind == QLatin1String("js")) {
             m_page.remedyScript = text;
         } else if (kind == QLatin1String("sql")) {
@@ -53,7 +54,8 @@ private:
         QStringList statement;
         for (const QString & line : lines) {
             const QString what = line.section(u':', 0, 0);
-            const bool isAnswer = what == QLatin1String("refused") || what == QLatin1String("refused with rows") ||
+            const bool isAnswer = what == QLatin1String("refused") ||
+                                  what == QLatin1String("refused with rows") ||
                                   what == QLatin1String("runs") || what == QLatin1String("silent");
             if (!isAnswer) {
                 statement += line;

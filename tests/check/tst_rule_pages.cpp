@@ -6,7 +6,7 @@
 #include "app/project_work.h"
 #include "app/source.h"
 
-#include "check/rules/rule.h"
+#include "check/finding/rule.h"
 #include "plugin/export_interface.h"
 #include "plugin/plugin_finder.h"
 #include "storage/history.h"
@@ -111,8 +111,9 @@ private Q_SLOTS:
         for (const claim & each : read.claims) {
             for (const QString & database : each.databases) {
                 const check::report report = judge(read, versions, read.remedyScript, database);
-                const bool isStill = std::any_of(report.findings.begin(), report.findings.end(),
-                                                 [&](const check::finding & f) { return f.code == read.code; });
+                const bool isStill =
+                    std::any_of(report.findings.begin(), report.findings.end(),
+                                [&](const check::finding & f) { return f.code == read.code; });
                 QVERIFY2(!isStill, qPrintable(database + told(report)));
             }
         }
@@ -127,8 +128,8 @@ private:
     }
 
     /// Judges the whole history of the versions.
-    check::report judge(const page & of, const std::map<QString, QByteArray> & versions, const QByteArray & script,
-                        const QString & database)
+    check::report judge(const page & of, const std::map<QString, QByteArray> & versions,
+                        const QByteArray & script, const QString & database)
     {
         const QTemporaryDir folder;
         const QString file = folder.filePath("shop.korv");

@@ -1,4 +1,4 @@
-#include "check/schema_difference.h"
+#include "check/view/schema_difference.h"
 
 #include <algorithm>
 #include <map>

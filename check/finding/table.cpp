@@ -1,6 +1,6 @@
 // All rules, in one table. A code is never given to another rule, even when its rule is gone.
 
-#include "check/rules/rule.h"
+#include "check/finding/rule.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "check/made_objects.h"
+#include "check/view/made_objects.h"
 
 #include "database/facts/names.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "check/schema_difference.h"
-#include "check/step_changes.h"
-#include "check/told_statement.h"
+#include "check/view/schema_difference.h"
+#include "check/view/step_changes.h"
+#include "check/view/told_statement.h"
 
 #include <QSet>
 

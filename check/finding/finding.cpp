@@ -1,4 +1,4 @@
-#include "check/finding.h"
+#include "check/finding/finding.h"
 
 #include <QCryptographicHash>
 

@@ -1,4 +1,4 @@
-#include "check/rules/rule.h"
+#include "check/finding/rule.h"
 
 namespace check {
 

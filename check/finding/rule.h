@@ -1,6 +1,6 @@
 #pragma once
 
-#include "check/finding.h"
+#include "check/finding/finding.h"
 
 #include <QHash>
 #include <QLatin1String>

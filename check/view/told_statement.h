@@ -1,9 +1,9 @@
 #pragma once
 
-#include "check/made_objects.h"
-#include "check/model_names.h"
-#include "check/rules/rule.h"
-#include "check/script.h"
+#include "check/view/made_objects.h"
+#include "check/view/model_names.h"
+#include "check/finding/rule.h"
+#include "check/view/script.h"
 
 #include "database/simulation/verdict.h"
 

@@ -1,4 +1,4 @@
-#include "check/step_changes.h"
+#include "check/view/step_changes.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "check/told_statement.h"
+#include "check/view/told_statement.h"
 
 #include "model/entity.h"
 #include "model/project.h"

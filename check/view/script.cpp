@@ -1,4 +1,4 @@
-#include "check/script.h"
+#include "check/view/script.h"
 
 namespace check {
 

@@ -1,4 +1,4 @@
-#include "check/model_names.h"
+#include "check/view/model_names.h"
 
 #include "database/facts/names.h"
 #include "model/column_list.h"

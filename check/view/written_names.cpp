@@ -1,4 +1,4 @@
-#include "check/written_names.h"
+#include "check/view/written_names.h"
 
 namespace check {
 

@@ -1,4 +1,4 @@
-#include "check/difference_view.h"
+#include "check/view/difference_view.h"
 
 #include "database/facts/names.h"
 #include "model/column_list.h"

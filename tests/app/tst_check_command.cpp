@@ -1,0 +1,325 @@
+// The command check: what it judges, how it answers, and what it says to what is wrong.
+
+#include "support/program.h"
+#include "support/project_support.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QTest>
+
+using support::json;
+using support::program_result;
+using support::runProgram;
+using support::textOf;
+
+namespace {
+
+const char First[] =
+    "{'id': 1, 'name': 'draft', 'properties': [{'id': 1, 'name': 'text', 'type': 'QString', "
+    "'identifier': true}]}, {'id': 2, 'name': 'final', 'properties': [{'id': 2, 'name': 'text', "
+    "'type': 'QString', 'identifier': true}]}";
+/// The same with the names of both exchanged.
+const char Swapped[] =
+    "{'id': 1, 'name': 'final', 'properties': [{'id': 1, 'name': 'text', 'type': 'QString', "
+    "'identifier': true}]}, {'id': 2, 'name': 'draft', 'properties': [{'id': 2, 'name': 'text', "
+    "'type': 'QString', 'identifier': true}]}";
+
+QStringList codesOf(const QByteArray & report)
+{
+    QStringList codes;
+    const QJsonArray findings = QJsonDocument::fromJson(report)["findings"].toArray();
+    for (const QJsonValue & each : findings) {
+        codes += each["code"].toString();
+    }
+    return codes;
+}
+
+QStringList scriptsOf(const QByteArray & report)
+{
+    QStringList scripts;
+    const QJsonArray runs = QJsonDocument::fromJson(report)["runs"].toArray();
+    for (const QJsonValue & each : runs) {
+        scripts += each["script"].toString();
+    }
+    return scripts;
+}
+
+} // namespace
+
+class tst_check_command : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_project = m_folder->filePath("shop.korv");
+    }
+
+    void findsARefusedStep()
+    {
+        storeSwap();
+        const program_result result = check({"--db", "postgresql"});
+        QCOMPARE(result.errors, QByteArray());
+        QCOMPARE(result.status, 3);
+        QCOMPARE(
+            QString::fromUtf8(result.output),
+            QString("shop_postgresql_db_schema_full.sql  run on PostgreSQL 15, 2 statements: nothing found\n"
+                    "shop_postgresql_db_schema_v1_to_v2.sql  run on PostgreSQL 15, v1 to now, 2 statements\n"
+                    "\n"
+                    "error KV203 line 2\n"
+                    "    PostgreSQL 15 refuses to rename the table of 'final' from 'draft' to 'final': that "
+                    "name is taken\n"
+                    "    when the statement runs.\n"
+                    "    Why: Tables are renamed one after another in the order of the model, so a name that "
+                    "another\n"
+                    "    table gives up later in the script is not free yet.\n"
+                    "    What to do: Take two versions: rename 'final' to a name that nothing has, tag, then "
+                    "to 'final'.\n"
+                    "    Refused as well because of it: line 3\n"
+                    "    | ALTER TABLE draft RENAME TO final;\n"
+                    "\n"
+                    "2 errors, 0 warnings, 0 notes\n"));
+    }
+    void tellsJson()
+    {
+        storeSwap();
+        const program_result result = check({"--db", "postgresql", "--json"});
+        QCOMPARE(result.status, 3);
+        const QJsonDocument report = QJsonDocument::fromJson(result.output);
+        QCOMPARE(report["format"].toString(), QString("korvane.check"));
+        QCOMPARE(report["formatVersion"].toInt(), 1);
+        QCOMPARE(report["project"].toString(), QString("shop"));
+        const QJsonValue run = report["runs"][1];
+        QCOMPARE(run["database"].toString(), QString("postgresql"));
+        QCOMPARE(run["basis"].toString(), QString("run on PostgreSQL 15"));
+        QCOMPARE(run["from"].toString(), QString("v1"));
+        QCOMPARE(run["to"].toString(), QString("now"));
+        QCOMPARE(run["statements"], run["judged"]);
+        QVERIFY(report["runs"][0]["from"].isNull());
+        const QJsonValue found = report["findings"][0];
+        QCOMPARE(found["code"].toString(), QString("KV203"));
+        QCOMPARE(found["name"].toString(), QString("rename-onto-taken-table"));
+        QCOMPARE(found["severity"].toString(), QString("error"));
+        QCOMPARE(found["outcome"].toString(), QString("refused"));
+        QCOMPARE(found["when"].toString(), QString("always"));
+        QCOMPARE(found["error"].toString(), QString("42P07"));
+        QCOMPARE(found["statement"]["script"].toString(), QString("shop_postgresql_db_schema_v1_to_v2.sql"));
+        QCOMPARE(found["statement"]["line"].toInt(), 2);
+        QCOMPARE(found["statement"]["lines"].toInt(), 1);
+        QCOMPARE(found["statement"]["action"].toString(), QString("RENAME_TABLE"));
+        QCOMPARE(found["statement"]["text"].toString(), QString("ALTER TABLE draft RENAME TO final;"));
+        QCOMPARE(found["statement"]["customScript"].toBool(true), false);
+        QCOMPARE(found["objects"][0]["kind"].toString(), QString("entity"));
+        QCOMPARE(found["objects"][0]["id"].toInt(), 1);
+        QCOMPARE(found["objects"][0]["name"].toString(), QString("final"));
+        QVERIFY(found["consequenceOf"].isNull());
+        QVERIFY(found["accepted"].isNull());
+        QCOMPARE(found["fingerprint"].toString().size(), 16);
+        QCOMPARE(report["findings"][1]["code"].toString(), QString("KV200"));
+        QCOMPARE(report["findings"][1]["consequenceOf"].toInt(-1), 0);
+        QCOMPARE(report["summary"]["error"].toInt(), 2);
+        QCOMPARE(report["summary"]["accepted"].toInt(-1), 0);
+    }
+    void judgesWhatIsAskedFor()
+    {
+        store(textOf(json(First)));
+        tag();
+        store(textOf(json(First) + json(", {'name': 'third', 'properties': [{'name': 'x', 'type': 'int', "
+                                        "'identifier': true}]}")));
+        tag();
+        const QString name = "shop_sqlite_db_schema_%1.sql";
+        QCOMPARE(scriptsOf(check({"--json"}).output), QStringList({name.arg("full"), name.arg("v2_to_v3")}));
+        QCOMPARE(scriptsOf(check({"--json", "--all"}).output),
+                 QStringList({name.arg("full"), name.arg("v1"), name.arg("v1_to_v2"), name.arg("v2_to_v3")}));
+        QCOMPARE(scriptsOf(check({"--json", "--from", "v1"}).output), QStringList(name.arg("v1_to_v3")));
+        QCOMPARE(scriptsOf(check({"--json", "--from", "v1", "--to", "v2"}).output),
+                 QStringList(name.arg("v1_to_v2")));
+        QCOMPARE(scriptsOf(check({"--json", "--to", "v2"}).output), QStringList(name.arg("v1_to_v2")));
+        QCOMPARE(scriptsOf(check({"--json", "--to", "v1"}).output), QStringList(name.arg("v1")));
+    }
+    void judgesATextWithoutHistory()
+    {
+        const program_result result =
+            runProgram({"check", "-", "--json"}, {},
+                       textOf(json("{'name': 'order', 'properties': [{'name': 'id', "
+                                   "'type': 'long', 'identifier': true}]}")));
+        QCOMPARE(result.errors, QByteArray());
+        QCOMPARE(result.status, 3);
+        QCOMPARE(scriptsOf(result.output), QStringList("shop_sqlite_db_schema_full.sql"));
+        QCOMPARE(codesOf(result.output), QStringList("KV101"));
+    }
+    void judgesSeveralDatabases()
+    {
+        store(textOf(
+            json("{'name': 'order', 'properties': [{'name': 'id', 'type': 'long', 'identifier': true}]}")));
+        const program_result result = check({"--db", "sqlite,postgresql,generic", "--json"});
+        QCOMPARE(scriptsOf(result.output),
+                 QStringList({"shop_sqlite_db_schema_full.sql", "shop_postgresql_db_schema_full.sql",
+                              "shop_default_db_schema_full.sql"}));
+        QCOMPARE(codesOf(result.output), QStringList({"KV101", "KV101"}));
+    }
+    void saysWhenThereIsNothing()
+    {
+        store(textOf(json(First)));
+        const program_result result = check({});
+        QCOMPARE(result.status, 0);
+        QCOMPARE(QString::fromUtf8(result.output),
+                 QString("shop_sqlite_db_schema_full.sql  run on SQLite 3.40, 5 statements: nothing found\n"
+                         "0 errors, 0 warnings, 0 notes\n"));
+    }
+    void endsByTheWorstFinding_data()
+    {
+        QTest::addColumn<QString>("failOn");
+        QTest::addColumn<int>("status");
+        QTest::newRow("error") << "error" << 0;
+        QTest::newRow("warning") << "warning" << 3;
+        QTest::newRow("note") << "note" << 3;
+        QTest::newRow("never") << "never" << 0;
+    }
+    void endsByTheWorstFinding()
+    {
+        QFETCH(QString, failOn);
+        QFETCH(int, status);
+        store(textOf(json("{'id': 1, 'name': 'a', 'properties': [{'id': 1, 'name': 'x', 'type': 'int', "
+                          "'identifier': true}, {'id': 2, 'name': 'y', 'type': 'int'}]}")));
+        tag();
+        store(textOf(json("{'id': 1, 'name': 'a', 'properties': [{'id': 1, 'name': 'x', 'type': 'int', "
+                          "'identifier': true}, {'id': 2, 'name': 'y', 'type': 'QString'}]}")));
+        const program_result result = check({"--db", "postgresql", "--fail-on", failOn, "--json"});
+        QCOMPARE(codesOf(result.output), QStringList("KV401"));
+        QCOMPARE(result.status, status);
+    }
+    void writesToAFile()
+    {
+        storeSwap();
+        const QString file = m_folder->filePath("findings.json");
+        const program_result result = check({"--db", "postgresql", "--json", "-o", file});
+        QCOMPARE(result.status, 3);
+        QCOMPARE(result.output, QByteArray());
+        QCOMPARE(codesOf(support::bytesOf(file)).first(), QString("KV203"));
+    }
+    void listsRules()
+    {
+        const program_result result = runProgram({"check", "--list"});
+        QCOMPARE(result.status, 0);
+        QVERIFY(result.output.startsWith("KV101  error    A table or column is named by a reserved word\n"));
+    }
+    void wrongInput_data()
+    {
+        QTest::addColumn<QStringList>("arguments"); // after the project
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("unknown database") << QStringList{"--db", "postgress"} << 2
+                                          << "'postgress' is not a database; they are generic, sqlite, "
+                                             "mysql, postgresql, oracle, mssqlserver, all "
+                                             "(did you mean postgresql?)";
+        QTest::newRow("backwards") << QStringList{"--from", "v2", "--to", "v1"} << 2
+                                   << "v2 to v1 is not a step forwards";
+        QTest::newRow("no step") << QStringList{"--from", "v1", "--to", "v1"} << 2
+                                 << "v1 to v1 is not a step forwards";
+        QTest::newRow("from now") << QStringList{"--from", "now"} << 2 << "now to now is not a step forwards";
+        QTest::newRow("beyond the history")
+            << QStringList{"--from", "v1", "--to", "v7"} << 1 << "PROJECT: v7: the project has 1 version";
+        QTest::newRow("no version")
+            << QStringList{"--from", "one"} << 2
+            << "'one' is not a version; versions are v1, v2 … as 'korvane log' lists them, and "
+               "now for the state of the project";
+        QTest::newRow("all and a step")
+            << QStringList{"--all", "--from", "v1"} << 2
+            << "--all judges the whole history, --from and --to one step: give one of both";
+        QTest::newRow("format") << QStringList{"--format", "xml"} << 2
+                                << "'xml' is not a value of --format; it takes text, json";
+        QTest::newRow("fail-on")
+            << QStringList{"--fail-on", "always"} << 2
+            << "'always' is not a value of --fail-on; it takes error, warning, note, never";
+    }
+    void wrongInput()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, status);
+        QFETCH(QString, error);
+        storeSwap();
+        const program_result result = check(arguments);
+        QCOMPARE(result.output, QByteArray());
+        QCOMPARE(firstLine(result.errors), error.replace("PROJECT", m_project));
+        QCOMPARE(result.status, status);
+    }
+    void aTextHasNoSteps()
+    {
+        const QString file = m_folder->filePath("shop.json");
+        QFile text(file);
+        QVERIFY(text.open(QIODevice::WriteOnly) && text.write(textOf(json(First))) > 0);
+        text.close();
+        const program_result result = runProgram({"check", file, "--from", "v1"});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(QString::fromUtf8(result.errors), file + ": v1: a text form has no versions\n");
+    }
+    void nothingIsGiven()
+    {
+        const program_result result = runProgram({"check"});
+        QCOMPARE(result.status, 2);
+        QCOMPARE(firstLine(result.errors),
+                 QString("SOURCE is missing: give a project file or a model in text form"));
+    }
+    void fileThatCannotBeWritten()
+    {
+        storeSwap();
+        const QString file = m_folder->filePath("none/findings.json");
+        const program_result result = check({"-o", file});
+        QCOMPARE(result.status, 1);
+        QVERIFY2(result.errors.startsWith(file.toUtf8() + ": cannot be written ("),
+                 result.errors.constData());
+        QCOMPARE(result.errors.count('\n'), 1);
+    }
+    void customScriptThatFailsInTheMiddle()
+    {
+        storeSwap();
+        const QString script = m_folder->filePath("custom.js");
+        QFile file(script);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("function exportStep(project, entity, property, enumeration, parameters) {\n"
+                   "  if (entity && entity.getName() === 'final') { throw new Error('not this one'); }\n"
+                   "  return parameters.default_value;\n}\n");
+        file.close();
+        const program_result result = check({"--json", "--db", "postgresql", "--custom-script", script});
+        QCOMPARE(result.status, 1);
+        QVERIFY2(result.errors.contains("not this one"), result.errors.constData());
+        QCOMPARE(QJsonDocument::fromJson(result.output)["runs"][0]["script"].toString(),
+                 QString("shop_postgresql_db_schema_full.sql"));
+    }
+
+private:
+    program_result check(const QStringList & arguments)
+    {
+        return runProgram(QStringList{"check", m_project} + arguments);
+    }
+    void storeSwap()
+    {
+        store(textOf(json(First)));
+        tag();
+        store(textOf(json(Swapped)));
+    }
+    void store(const QByteArray & text)
+    {
+        const program_result result = runProgram({"import", "-", m_project}, {}, text);
+        QVERIFY2(result.status == 0, result.errors.constData());
+    }
+    void tag()
+    {
+        const program_result result = runProgram({"tag", m_project});
+        QVERIFY2(result.status == 0, result.errors.constData());
+    }
+    static QString firstLine(const QByteArray & text) { return QString::fromUtf8(text).section(u'\n', 0, 0); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_project;
+};
+
+QTEST_GUILESS_MAIN(tst_check_command)
+#include "tst_check_command.moc"
