@@ -9,6 +9,7 @@
 #include "model/relationship.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace check {
 
@@ -101,19 +102,30 @@ found needsQuotes(const told_statement & of)
     if (of.read().isCutShort) {
         return with("word", nameWithBacktick(of));
     }
-    const std::optional<written_name> bad = unreadableName(of);
-    return bad ? found(with("word", bad->name.text)) : std::nullopt;
+    if (const std::optional<written_name> bad = unreadableName(of)) {
+        return with("word", bad->name.text);
+    }
+    constexpr refusal_cause Others[] = {
+        refusal_cause::table_name_ends_blank,   refusal_cause::column_name_ends_blank,
+        refusal_cause::table_name_in_column,    refusal_cause::database_name_in_column,
+        refusal_cause::name_not_encodable,      refusal_cause::database_named};
+    const bool isOther = std::any_of(std::begin(Others), std::end(Others),
+                                     [&](refusal_cause each) { return of.isFor(each); });
+    return isOther ? found(with("word", of.said().object.section(QLatin1Char(' '), 1))) : std::nullopt;
 }
 
 found schemaQualified(const told_statement & of)
 {
-    if (!of.isFor(refusal_cause::schema_missing)) {
+    const auto * const index = of.asks<database::create_index>();
+    // An index lies in the schema of its table, which is not looked for under its whole name.
+    const bool isOfIndex = index != nullptr && of.isFor(refusal_cause::table_missing) &&
+                           index->table.quote.isNull() && index->table.text.contains(QLatin1Char('.'));
+    if (!of.isFor(refusal_cause::schema_missing) && !isOfIndex) {
         return {};
     }
     const std::vector<written_name> names = writtenNames(of.read().asked);
     const auto bad = std::find_if(names.begin(), names.end(), [&](const written_name & each) {
-        return database::understood(of.known(), each.name, each.place).refused ==
-               refusal_cause::schema_missing;
+        return each.place == database::name_place::table && each.name.text.contains(QLatin1Char('.'));
     });
     const QString name = bad == names.end() ? of.said().object : bad->name.text;
     return values{{QStringLiteral("word"), name},

@@ -29,8 +29,7 @@ public:
 
     std::optional<lock_form> operator()(const database::add_column & asked) const
     {
-        const QString type = database::partsOf(asked.definition.type).word;
-        const bool isCounted = !type.isEmpty() && type == m_known.types.countedType.value;
+        const bool isCounted = database::understoodType(m_known, asked.definition.type).counts();
         return isCounted                 ? lock_form::add_counted_column
                : asked.definition.unique ? lock_form::add_unique_column
                                          : lock_form::add_column;

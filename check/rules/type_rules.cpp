@@ -10,6 +10,7 @@
 #include "model/relationship.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace check {
 
@@ -26,6 +27,11 @@ values with(const char * name, const QString & text)
 found only(bool applies)
 {
     return applies ? found(values()) : std::nullopt;
+}
+
+bool isForAny(const told_statement & of, std::initializer_list<refusal_cause> causes)
+{
+    return std::any_of(causes.begin(), causes.end(), [&](refusal_cause each) { return of.isFor(each); });
 }
 
 /// The column that the refusal is about, without its table.
@@ -117,8 +123,10 @@ QString refusedType(const told_statement & of)
 
 found unknownType(const told_statement & of)
 {
-    const bool isType = of.isFor(refusal_cause::unknown_type) || of.isFor(refusal_cause::type_with_length) ||
-                        of.isFor(refusal_cause::syntax);
+    const bool isType = isForAny(of, {refusal_cause::unknown_type, refusal_cause::type_with_length,
+                                      refusal_cause::length_too_large, refusal_cause::text_too_long,
+                                      refusal_cause::width_too_large, refusal_cause::precision_too_large,
+                                      refusal_cause::specifier_impossible, refusal_cause::syntax});
     const QString type = isType ? refusedType(of) : QString();
     return type.isEmpty() ? std::nullopt : found(with("type", type));
 }
@@ -132,7 +140,8 @@ found keyTooLong(const told_statement & of)
 
 found tooMany(const told_statement & of)
 {
-    return only(of.isFor(refusal_cause::row_too_long) || of.isFor(refusal_cause::too_many_indexes));
+    return only(isForAny(of, {refusal_cause::row_too_long, refusal_cause::too_many_indexes,
+                              refusal_cause::too_many_columns}));
 }
 
 found prefixNotPossible(const told_statement & of)
@@ -168,7 +177,9 @@ found typesDiffer(const told_statement & of)
 
 bool isAboutTargetKey(const told_statement & of)
 {
-    return of.isFor(refusal_cause::target_not_key) && of.asks<database::add_foreign_key>() != nullptr;
+    return isForAny(of, {refusal_cause::target_not_key, refusal_cause::target_column_count,
+                         refusal_cause::column_repeated}) &&
+           of.asks<database::add_foreign_key>() != nullptr;
 }
 
 /// The entity that the statement's relationship leads to, in one of the models.
@@ -209,7 +220,7 @@ found addedKey(const told_statement & of)
 found targetIsNoKey(const told_statement & of)
 {
     const std::shared_ptr<model::entity> target = targetOf(of, moment::now);
-    return of.isFor(refusal_cause::target_not_key)
+    return isAboutTargetKey(of)
                ? found(with("other", target ? target->getName() : of.said().object.section(QLatin1Char(' '), 1)))
                : std::nullopt;
 }
@@ -237,7 +248,7 @@ const refusal_rule Rules[] = {
       "Choose a C++ type that is mapped to '{type}', or set \"autoIncrement\" to false."},
      countedKeyType},
     {{QLatin1String("KV113"), effect::refused,
-      "{db} refuses the statement about '{subject}': it does not know the type '{type}'.",
+      "{db} refuses the statement about '{subject}': it does not take the type '{type}'.",
       "The type comes from \"forceSqlType\" or from the type mapping; an extension or a type of your own could "
       "bring it.",
       "Choose a type of this database in \"forceSqlType\", or in the type mapping of the export."},

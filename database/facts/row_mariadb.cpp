@@ -3,7 +3,7 @@
 
 namespace database {
 
-constinit const facts MariadbFacts =
-    mariadbFamily(QLatin1String("mariadb"), QLatin1String("MariaDB 10.11"), true, "tried on MariaDB 10.11.19");
+constinit const facts MariadbFacts = mariadbFamily(QLatin1String("mariadb"), QLatin1String("MariaDB 10.11"),
+                                                   true, "tried on MariaDB 10.11.19");
 
 } // namespace database

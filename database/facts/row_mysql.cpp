@@ -40,8 +40,7 @@ constexpr auto Errors = [] {
 
 constexpr facts mysql()
 {
-    facts row =
-        mariadbFamily(QLatin1String("mysql"), QLatin1String("MySQL 8.0"), false, Documented);
+    facts row = mariadbFamily(QLatin1String("mysql"), QLatin1String("MySQL 8.0"), false, Documented);
     row.types.syntaxErrors.value = SyntaxErrors;
     // It keeps no unique index as a hash: a text without a length has to have a prefix in any key.
     row.keys.hashesLong.value = false;

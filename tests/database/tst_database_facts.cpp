@@ -51,7 +51,7 @@ private Q_SLOTS:
         QCOMPARE(mariadb().keys.longest.source, "tried on MariaDB 10.11.19");
         QCOMPARE(mariadb().label, QLatin1String("MariaDB 10.11"));
         QCOMPARE(factsOf(u"mysql")->keys.longest.source, "documentation of MySQL 8.0");
-        QCOMPARE(factsOf(u"mysql")->label, QLatin1String("documentation of MySQL 8.0"));
+        QCOMPARE(factsOf(u"mysql")->label, QLatin1String("MySQL 8.0"));
         QCOMPARE(postgresql().types.words.source, "tried on PostgreSQL 15.20");
         QCOMPARE(factsOf(u"oracle")->names.longest.source, "documentation of Oracle");
         QCOMPARE(factsOf(u"mssqlserver")->errors.source, "documentation of SQL Server");
