@@ -109,7 +109,7 @@ ZkBool source::open(const QString & name)
         if (read && isInput && contentOf(m_text.left(EnoughBytes)) == content::neither) {
             return failure(name, QStringLiteral("is not the text form of a project"));
         }
-        return read ? readText(nullptr, m_state) : read;
+        return read;
     }
     const QSqlError error = storage::history::list(name, m_versions);
     return error.isValid() ? ZkBool::failure(error.text()) : ZkBool::success();
@@ -131,11 +131,14 @@ ZkBool source::load(int number, std::shared_ptr<model::project> & project)
         return there;
     }
     if (number == Now) {
-        const ZkBool opened = m_state ? ZkBool::success() : openProject(m_sName, m_state);
-        if (opened) {
+        ZkBool read = ZkBool::success();
+        if (!m_state) {
+            read = m_isText ? readText(nullptr, m_state) : openProject(m_sName, m_state);
+        }
+        if (read) {
             project = m_state;
         }
-        return opened;
+        return read;
     }
     const QSqlError error = storage::history::load(m_sName, number, project);
     return error.isValid() ? ZkBool::failure(error.text()) : ZkBool::success();

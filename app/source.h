@@ -34,8 +34,8 @@ inline constexpr int Now = 0;
 class source
 {
 public:
-    /// Opens the file `name`, or the text on standard input for "-". A text is read at once, the state of a
-    /// project file when it is asked for.
+    /// Opens the file `name`, or the text on standard input for "-". What it describes is read when it is
+    /// asked for.
     [[nodiscard]] zk::ZkBool open(const QString & name);
 
     /// The name that was given.
@@ -63,8 +63,8 @@ public:
     [[nodiscard]] zk::ZkBool loadAfter(const model::project & previous,
                                        std::shared_ptr<model::project> & project) const;
 
-    /// Where an object of the state begins in the text form; nothing for a project file, and for an object
-    /// that the state of load() does not have; what loadAfter() gives may have other ids.
+    /// Where an object of the state that load() has given begins in the text form; nothing for a project
+    /// file, and for an object that the state does not have. What loadAfter() gives may have other ids.
     [[nodiscard]] std::optional<storage::text_place> find(model::object_kind kind, long id);
 
 private:

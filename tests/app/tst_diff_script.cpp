@@ -163,7 +163,8 @@ DROP TABLE `b`;
                 const QStringList versions{m_sProject, QStringLiteral("v%1").arg(version), to};
                 const QStringList options{"--db", database, "--relationships", "yes"};
                 QCOMPARE(diff(versions + options + QStringList("--sql")).output, expected);
-                for (const QJsonValue & statement : statementsOf(versions + options)) {
+                const QJsonArray statementList = statementsOf(versions + options);
+                for (const QJsonValue & statement : statementList) {
                     QCOMPARE(statement["script"].toString(), files.constFirst());
                     // Each statement stands in the script where it says.
                     const QStringList lines = QString::fromUtf8(expected).split(QLatin1Char('\n'));
@@ -197,7 +198,8 @@ DROP TABLE `b`;
             const QJsonObject told = QJsonDocument::fromJson(output).object();
             QCOMPARE(told["database"], QJsonValue(QLatin1String(database)));
             const QJsonArray changes = told["changes"].toArray();
-            for (const QJsonValue & statement : told["statements"].toArray()) {
+            const QJsonArray statementList = told["statements"].toArray();
+            for (const QJsonValue & statement : statementList) {
                 if (statement["action"].toString().startsWith(QLatin1String("DDL_EXPORT"))) {
                     QCOMPARE(statement["causes"].toArray(), QJsonArray());
                     continue;
@@ -205,7 +207,8 @@ DROP TABLE `b`;
                 ++statements;
                 const QByteArray shown = QJsonDocument(statement.toObject()).toJson();
                 QVERIFY2(!statement["causes"].toArray().isEmpty(), shown.constData());
-                for (const QJsonValue & cause : statement["causes"].toArray()) {
+                const QJsonArray causeList = statement["causes"].toArray();
+                for (const QJsonValue & cause : causeList) {
                     QVERIFY2(isAbout(statement, changes.at(cause.toInt())), shown.constData());
                 }
             }
@@ -339,7 +342,8 @@ private:
         if (statement["action"] == QJsonValue("CREATE_EXTRA_TABLE")) {
             return true;
         }
-        for (const QJsonValue & object : statement["objects"].toArray()) {
+        const QJsonArray objectList = statement["objects"].toArray();
+        for (const QJsonValue & object : objectList) {
             if (object["kind"] == change["kind"] && object["id"] == change["id"]) {
                 return true;
             }

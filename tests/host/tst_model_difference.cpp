@@ -97,12 +97,15 @@ std::map<QString, QJsonObject> objectsOf(const model::project & project)
     };
     std::map<QString, QJsonObject> objects;
     const QJsonObject root = QJsonDocument::fromJson(storage::text_form::write(project)).object();
-    for (const QJsonValue & enumeration : root["enumerations"].toArray()) {
+    const QJsonArray enumerationList = root["enumerations"].toArray();
+    for (const QJsonValue & enumeration : enumerationList) {
         objects[named("enumeration", enumeration.toObject())] = enumeration.toObject();
     }
-    for (const QJsonValue & value : root["entities"].toArray()) {
+    const QJsonArray valueList = root["entities"].toArray();
+    for (const QJsonValue & value : valueList) {
         QJsonObject entity = value.toObject();
-        for (const QJsonValue & held : entity["properties"].toArray()) {
+        const QJsonArray heldList = entity["properties"].toArray();
+        for (const QJsonValue & held : heldList) {
             QJsonObject property = held.toObject();
             const QJsonObject relationship = property["relationship"].toObject();
             if (!relationship.isEmpty()) {
