@@ -9,7 +9,6 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <array>
 #include <optional>
 
 namespace model {
@@ -116,6 +115,13 @@ relations_by_id relationsOf(const project & project)
     return relations;
 }
 
+/// Whether the properties are the same ones in the same order, which needs no look-ups.
+bool hasSameIds(const property_list & a, const property_list & b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](const auto & p, const auto & q) { return p->getId() == q->getId(); });
+}
+
 class comparison
 {
 public:
@@ -193,7 +199,11 @@ void comparison::noteMoves(const std::vector<std::shared_ptr<entity>> & formerEn
 {
     for (const std::shared_ptr<entity> & former : formerEntities) {
         const std::shared_ptr<entity> now = m_after.getEntityById(former->getId());
-        for (const std::shared_ptr<property> & p : propertiesOf(*former)) {
+        const property_list properties = propertiesOf(*former);
+        if (now && hasSameIds(properties, propertiesOf(*now))) {
+            continue;
+        }
+        for (const std::shared_ptr<property> & p : properties) {
             if (!now || !now->getPropertyById(p->getId())) {
                 m_left.insert(p->getId(), p);
             }
@@ -226,8 +236,16 @@ void comparison::compareEntity(const std::shared_ptr<entity> & former, const ent
         add(change_kind::changed, place(), QStringLiteral("metaData.") + key, toldMetaData(*former, key),
             toldMetaData(e, key));
     }
-    compareOrder(*former, e);
-    compareProperties(*former, e);
+    const property_list before = propertiesOf(*former);
+    const property_list now = propertiesOf(e);
+    if (!hasSameIds(before, now)) {
+        compareOrder(*former, e);
+        compareProperties(*former, e);
+        return;
+    }
+    for (std::size_t i = 0; i < now.size(); ++i) {
+        compareProperty(*before[i], *now[i]);
+    }
 }
 
 void comparison::compareProperties(const entity & former, const entity & e)
@@ -354,18 +372,6 @@ const relations_by_id & comparison::relations()
 }
 
 } // namespace
-
-QLatin1String changeName(change_kind change)
-{
-    static constexpr std::array names = {"added", "removed", "renamed", "changed", "moved"};
-    return QLatin1String(names[static_cast<std::size_t>(change)]);
-}
-
-QLatin1String kindName(object_kind kind)
-{
-    static constexpr std::array names = {"entity", "property", "relationship", "enumeration"};
-    return QLatin1String(names[static_cast<std::size_t>(kind)]);
-}
 
 std::vector<model_change> difference(const project & before, const project & after)
 {

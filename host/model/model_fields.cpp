@@ -150,6 +150,18 @@ constexpr std::array EnumerationFields = {
 
 } // namespace
 
+QLatin1String changeName(change_kind change)
+{
+    static constexpr std::array names = {"added", "removed", "renamed", "changed", "moved"};
+    return QLatin1String(names[static_cast<std::size_t>(change)]);
+}
+
+QLatin1String kindName(object_kind kind)
+{
+    static constexpr std::array names = {"entity", "property", "relationship", "enumeration"};
+    return QLatin1String(names[static_cast<std::size_t>(kind)]);
+}
+
 std::span<const object_field<entity>> entityFields()
 {
     return EntityFields;
