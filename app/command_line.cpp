@@ -28,11 +28,14 @@ const char Examples[] =
     "  korvane shop.korv                           open a project in the main window\n"
     "  korvane import shop.json shop.korv          create a project from a model in text form\n"
     "  korvane tag shop.korv -m \"first release\"    tag its current state as a new version\n"
+    "  korvane diff shop.korv                      what changed since the newest version\n"
     "  korvane export shop.korv -y --KorvGenericDDLExport_path=sql --KorvGenericDDLExport_db_type=3\n"
     "                                              write the PostgreSQL scripts to the folder sql\n"
     "  korvane plugins                             list the plugins and their options\n"
     "\n"
-    "Exit status: 0 success; 1 failure (one line on standard error says why); 2 wrong usage.";
+    "Exit status: 0 success; 1 failure (one line on standard error says why); 2 wrong usage; 3 done, and "
+    "there is\n"
+    "something to object to.";
 
 /// A command, and what stands for it in the parser.
 struct declared_command

@@ -114,6 +114,33 @@ DROP TABLE `b`;
 ```
 )"));
     }
+    void theFrameOfAScriptIsNotTold()
+    {
+        QVERIFY(support::writeBytes(path("a.json"), textOf(json("{'id': 1, 'name': 'a'}"))));
+        QVERIFY(support::writeBytes(path("b.json"), textOf(json("{'id': 1, 'name': 'b'}"))));
+        QCOMPARE(withoutFolder(diff({path("a.json"), path("b.json"), "--db", "sqlite"}).output),
+                 QString("a.json to b.json: 1 change, 1 statement for SQLite\n\nentity b\n  name: a -> b\n"
+                         "      ALTER TABLE a RENAME TO b;\n"));
+        // It is there in JSON: a server runs it as well.
+        QCOMPARE(statementsOf({path("a.json"), path("b.json"), "--db", "sqlite"}).size(), 4);
+    }
+    /// A statement cannot end the block of code that it stands in, nor fool a terminal.
+    void statementsOfAnOddKind()
+    {
+        QVERIFY(support::writeBytes(
+            path("hook.js"), "function exportStep(project, entity, property, enumeration, p) {\n"
+                             "  if (p.action === 'RENAME_TABLE') return 'SELECT 1\\n  ```\\u001b[31m;';\n"
+                             "}\n"));
+        QVERIFY(support::writeBytes(path("a.json"), textOf(json("{'id': 1, 'name': 'a'}"))));
+        QVERIFY(support::writeBytes(path("b.json"), textOf(json("{'id': 1, 'name': 'b'}"))));
+        const QStringList arguments{path("a.json"), path("b.json"), "--db", "postgresql",
+                                    "--custom-script=" + path("hook.js")};
+        const QByteArray text = diff(arguments).output;
+        QVERIFY2(text.endsWith("  name: a -> b\n      SELECT 1\n        ``` [31m;\n"), text.constData());
+        const QByteArray markdown = diff(arguments + QStringList{"--format", "markdown"}).output;
+        QVERIFY2(markdown.endsWith("- name: a -> b\n\n  ````sql\n  SELECT 1\n    ``` [31m;\n  ````\n"),
+                 markdown.constData());
+    }
     void whatNoChangeExplains()
     {
         QVERIFY(support::writeBytes(path("hook.js"),

@@ -97,6 +97,13 @@ private Q_SLOTS:
         QVERIFY(opened.load(Now, state));
         QCOMPARE(state->getFileName(), QString());
     }
+    void aTextWithAMark()
+    {
+        QVERIFY(support::writeBytes(path("a.json"), "\xef\xbb\xbf" + textOf(R"({"id": 7, "name": "a"})")));
+        source opened;
+        QCOMPARE(opened.open(path("a.json")).getDesc(), QString());
+        QCOMPARE(nameIn(opened, Now), QString("a"));
+    }
     void aVersionThatIsNotThere()
     {
         source opened;

@@ -298,6 +298,10 @@ private Q_SLOTS:
         QCOMPARE(
             toldOf(abc, entity("{'id': 3, 'name': 'c'}, {'id': 1, 'name': 'a'}, {'id': 2, 'name': 'b'}")),
             QStringList("changed entity 1 e: order [\"a\",\"b\",\"c\"] -> [\"c\",\"a\",\"b\"]"));
+        // Those at the end may be in their places.
+        QCOMPARE(
+            toldOf(abc, entity("{'id': 2, 'name': 'b'}, {'id': 1, 'name': 'a'}, {'id': 3, 'name': 'c'}")),
+            QStringList("changed entity 1 e: order [\"a\",\"b\",\"c\"] -> [\"b\",\"a\",\"c\"]"));
         // One more and one less between them is no other order.
         QCOMPARE(
             toldOf(abc, entity("{'id': 4, 'name': 'd'}, {'id': 1, 'name': 'a'}, {'id': 3, 'name': 'c'}")),
@@ -392,12 +396,52 @@ private Q_SLOTS:
                          "renamed enumeration 2 e2: name \"e\" -> \"e2\"", "removed entity 1 a",
                          "removed enumeration 1 d"}));
     }
+    void metaDataInTheOrderOfTheKeys()
+    {
+        QByteArray values;
+        QStringList expected;
+        for (char key = 'a'; key < 'n'; ++key) {
+            values += QByteArray(values.isEmpty() ? "" : ", ") + "\"" + key + "\": 1";
+            expected << QString("changed entity 1 e: metaData.%1 null -> 1").arg(QLatin1Char(key));
+        }
+        QCOMPARE(toldOf(textOf(json("{'id': 1, 'name': 'e'}")),
+                        textOf(json("{'id': 1, 'name': 'e', 'metaData': {") + values + "}}")),
+                 expected);
+    }
+    void whatIsLeftOutIsNotAnEmptyText()
+    {
+        const auto changes =
+            model::difference(*projectOf(textOf(json("{'id': 1, 'name': 'e', 'metaData': {'a': ''}}"))),
+                              *projectOf(textOf(json("{'id': 1, 'name': 'e', 'tableName': 't'}"))));
+        QCOMPARE(changes.size(), std::size_t(2));
+        QVERIFY(!changes.at(0).before.isValid());
+        QCOMPARE(changes.at(0).after, QVariant("t"));
+        QCOMPARE(changes.at(1).before, QVariant(""));
+        QVERIFY(!changes.at(1).after.isValid());
+    }
+    void otherPropertiesThatSayTheSame()
+    {
+        support::model_builder a;
+        a.entity(1, "e").property(1, "p", "int");
+        support::model_builder b;
+        b.entity(1, "e").property(2, "p", "int");
+        QVERIFY(!model::isSame(*a.entity(1), *b.entity(1)));
+        QVERIFY(model::isSame(*a.entity(1), *a.entity(1)));
+        b.entity(2, "e");
+        a.entity(3, "e");
+        QVERIFY(!model::isSame(*a.entity(3), *b.entity(2)));
+    }
     void aListThatIsNotThere()
     {
         model::project empty(1);
         empty.setListOfAllEntities(nullptr);
         QCOMPARE(told(empty, *projectOf(textOf(json("{'id': 1, 'name': 'a'}")))),
                  QStringList("added entity 1 a"));
+        const auto list = std::make_shared<model::project::list_of_entity>();
+        list->insert(1, nullptr);
+        model::project without(1);
+        without.setListOfAllEntities(list);
+        QCOMPARE(told(empty, without), QStringList());
         QCOMPARE(told(*projectOf(textOf(json("{'id': 1, 'name': 'a'}"))), empty),
                  QStringList("removed entity 1 a"));
     }
