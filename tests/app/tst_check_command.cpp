@@ -217,7 +217,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("error");
         QTest::newRow("unknown database") << QStringList{"--db", "postgress"} << 2
                                           << "'postgress' is not a database; they are generic, sqlite, "
-                                             "mysql, postgresql, oracle, mssqlserver, all "
+                                             "mysql, mariadb, postgresql, oracle, mssqlserver, all "
                                              "(did you mean postgresql?)";
         QTest::newRow("backwards") << QStringList{"--from", "v2", "--to", "v1"} << 2
                                    << "v2 to v1 is not a step forwards";
