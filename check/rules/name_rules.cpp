@@ -118,7 +118,7 @@ found schemaQualified(const told_statement & of)
 {
     const auto * const index = of.asks<database::create_index>();
     // An index lies in the schema of its table, which is not looked for under its whole name.
-    const bool isOfIndex = index != nullptr && of.said().object == u"table " + index->table.text &&
+    const bool isOfIndex = index != nullptr && of.said().object == QLatin1String("table ") + index->table.text &&
                            index->table.quote.isNull() && index->table.text.contains(QLatin1Char('.'));
     if (!of.isFor(refusal_cause::schema_missing) && !isOfIndex) {
         return {};
