@@ -1,8 +1,7 @@
 #include "app/diff_report.h"
 
+#include "check/report/json_parts.h"
 #include "model/project.h"
-
-#include <nlohmann/json.hpp>
 
 #include <span>
 
@@ -10,12 +9,9 @@ namespace app {
 
 namespace {
 
-using json = nlohmann::ordered_json;
-
-json textOf(const QString & text)
-{
-    return text.toStdString();
-}
+using check::json;
+using check::objectOf;
+using check::textOf;
 
 json valueOf(const QVariant & value)
 {
@@ -51,11 +47,6 @@ json valueOf(const QVariant & value)
     }
 }
 
-json objectOf(const model::named_object & object)
-{
-    return {{"kind", textOf(model::kindName(object.kind))}, {"id", object.id}, {"name", textOf(object.name)}};
-}
-
 /// The first of `owners`, with what that belongs to.
 json ownerOf(std::span<const model::named_object> owners)
 {
@@ -80,14 +71,9 @@ json changeOf(const model::model_change & change)
 
 json statementOf(const step_statement & statement)
 {
-    json objects = json::array();
-    for (const model::named_object & object : statement.objects) {
-        objects.push_back(objectOf(object));
-    }
-    return {{"script", textOf(statement.script)}, {"line", statement.line},
-            {"lines", statement.lines},           {"action", textOf(plugin::actionName(statement.action))},
-            {"text", textOf(statement.text)},     {"customScript", statement.isCustom},
-            {"objects", std::move(objects)},      {"causes", statement.causes}};
+    json result = check::statementOf(statement.place);
+    result["causes"] = statement.causes;
+    return result;
 }
 
 } // namespace
@@ -110,7 +96,7 @@ QByteArray diffJson(const diff_report & report, const QString & program)
         whole["database"] = textOf(report.script->database);
         whole["statements"] = std::move(statements);
     }
-    return QByteArray::fromStdString(whole.dump(2, ' ', false, json::error_handler_t::replace)) + '\n';
+    return check::written(whole);
 }
 
 } // namespace app

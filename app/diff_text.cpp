@@ -136,7 +136,7 @@ private:
                     ? others
                     : m_lines[lineOfChange[static_cast<std::size_t>(statement.causes.front())]];
             if (!statement.isFrame()) {
-                line.statements.push_back(statement.text);
+                line.statements.push_back(statement.place.text);
             }
         }
         for (std::size_t change = 0; change < lineOfChange.size(); ++change) {

@@ -3,15 +3,14 @@
 #include "app/change_causes.h"
 #include "app/script_guard.h"
 
+#include "check/view/statement_place.h"
 #include "context/ctx_project.h"
 #include "context/ctx_scoped.h"
+#include "database/facts/facts.h"
 #include "database/statement/reader.h"
 #include "model/project.h"
 
 #include <QStringList>
-
-#include <algorithm>
-#include <iterator>
 
 namespace app {
 
@@ -21,25 +20,6 @@ using zk::ZkBool;
 
 constexpr QLatin1String DatabaseOption("db");
 constexpr QLatin1String DatabaseOfTexts("sqlite");
-
-/// A database that takes the scripts of another one.
-struct script_user
-{
-    QLatin1String key;
-    QLatin1String scripts;
-    QLatin1String label;
-};
-
-constexpr script_user ScriptUsers[] = {
-    {QLatin1String("mariadb"), QLatin1String("mysql"), QLatin1String("MariaDB")},
-};
-
-const script_user * scriptUser(const QString & key)
-{
-    const auto * const found = std::find_if(std::begin(ScriptUsers), std::end(ScriptUsers),
-                                            [&key](const script_user & u) { return u.key == key; });
-    return found == std::end(ScriptUsers) ? nullptr : found;
-}
 
 /// The database that is stored with the current project.
 ZkBool findStored(plugin::statement_source & source, QString & key)
@@ -54,18 +34,14 @@ ZkBool findStored(plugin::statement_source & source, QString & key)
     return listed;
 }
 
-ZkBool findLabel(plugin::statement_source & source, step_script & script)
+/// What `known` is called, by the plug-in when it has scripts of its own.
+ZkBool findLabel(plugin::statement_source & source, const database::facts & known, QString & label)
 {
-    if (const script_user * const user = scriptUser(script.database)) {
-        script.label = user->label;
-        return ZkBool::success();
-    }
+    label = known.label;
     QList<plugin::statement_database> databases;
     const ZkBool listed = source.listDatabases(databases);
-    for (const plugin::statement_database & database : databases) {
-        if (database.key == script.database) {
-            script.label = database.label;
-        }
+    for (const plugin::statement_database & each : databases) {
+        label = each.key == known.key ? each.label : label;
     }
     return listed;
 }
@@ -96,20 +72,8 @@ void addStatements(const plugin::statement_record & record, const compared_state
                    const change_causes & causes, std::vector<step_statement> & statements)
 {
     for (const database::statement & read : database::readStatements(record.text)) {
-        step_statement statement;
-        statement.script = record.script;
-        statement.line =
-            record.line + static_cast<int>(QStringView(record.text).left(read.position).count(u'\n'));
-        statement.lines = 1 + static_cast<int>(read.text.count(u'\n'));
-        statement.action = record.action;
-        statement.text = read.text;
-        const qsizetype end = read.position + read.text.size();
-        if (end < record.text.size() && record.text.at(end) == u';') {
-            statement.text += u';';
-        }
-        statement.isCustom = record.isReplaced();
-        statement.objects = objectsOf(record, states);
-        statement.causes = causes.find(record);
+        step_statement statement{check::placeOf(record, read), causes.find(record)};
+        statement.place.objects = objectsOf(record, states);
         statements.push_back(std::move(statement));
     }
 }
@@ -123,16 +87,12 @@ QString whyNoScript(plugin::statement_source & source, const script_request & re
         return listed.getDesc();
     }
     for (const plugin::friendly_option & option : std::as_const(options)) {
-        const bool isDatabase = option.name == DatabaseOption;
-        const QString given = isDatabase ? request.database : request.options.value(option.name);
+        const QString given = request.options.value(option.name);
         QStringList names;
         for (const plugin::friendly_value & value : option.values) {
             names << value.name;
         }
-        for (const script_user & user : ScriptUsers) {
-            names << (isDatabase ? QStringList(user.key) : QStringList());
-        }
-        if (!given.isEmpty() && !option.values.isEmpty() && !names.contains(given)) {
+        if (!given.isEmpty() && !names.isEmpty() && !names.contains(given)) {
             return QStringLiteral("'%1' is not a value of --%2; it takes %3")
                 .arg(given, option.name, names.join(QStringLiteral(", ")));
         }
@@ -150,15 +110,15 @@ ZkBool makeStepScript(plugin::statement_source & source, const compared_states &
     script.database =
         request.database.isEmpty() && states.isText ? QString(DatabaseOfTexts) : request.database;
     ZkBool result = script.database.isEmpty() ? findStored(source, script.database) : ZkBool::success();
-    if (result) {
-        result = findLabel(source, script);
+    const database::facts * const known = database::factsOf(script.database);
+    if (result && known) {
+        result = findLabel(source, *known, script.label);
     }
     if (!result) {
         return result;
     }
     plugin::friendly_settings options = request.options;
-    const script_user * const user = scriptUser(script.database);
-    options.insert(DatabaseOption, user ? QString(user->scripts) : script.database);
+    options.insert(DatabaseOption, known ? QString(known->scripts) : script.database);
     // Scripts of an older version bear the name that the project has now.
     const QString name = states.after->getName();
     states.after->setName(states.state->getName());

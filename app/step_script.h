@@ -2,6 +2,7 @@
 
 #include "app/compared_states.h"
 
+#include "check/finding/finding.h"
 #include "model/model_difference.h"
 #include "plugin/statement_source.h"
 #include "zk/zk_bool.h"
@@ -15,20 +16,15 @@ namespace app {
 /// A statement as a server runs it: a record of the export may hold several, or none but a comment.
 struct step_statement
 {
-    QString script; ///< by the name that an export gives it
-    int line = 0;   ///< of the script, from 1
-    int lines = 1;
-    plugin::statement_action action = plugin::statement_action::begin;
-    QString text;
-    bool isCustom = false; ///< whether a custom script had a hand in it
-    std::vector<model::named_object> objects;
+    check::statement_place place;
     std::vector<int> causes; ///< indexes into the changes of the step
 
     /// Whether it is one of those that are around the statements of every script.
     [[nodiscard]] bool isFrame() const
     {
-        return !isCustom &&
-               (action == plugin::statement_action::begin || action == plugin::statement_action::end);
+        using plugin::statement_action;
+        return !place.isCustom &&
+               (place.action == statement_action::begin || place.action == statement_action::end);
     }
 };
 
@@ -44,12 +40,12 @@ struct step_script
 /// What a script is made with.
 struct script_request
 {
-    QString database;                  ///< key; empty for the stored one, or SQLite for a text form
+    QString database; ///< see whyNoDatabase(); empty for the stored one, or SQLite for a text form
     plugin::friendly_settings options; ///< of the export, beside the database
     bool noCustomScript = false;
 };
 
-/// Which option of `request` has a value that it does not take, on one line; empty for none.
+/// Which option of the export in `request` has a value that it does not take, on one line; empty for none.
 [[nodiscard]] QString whyNoScript(plugin::statement_source & source, const script_request & request);
 
 /// Makes the script of the step between `states`, whose changes are `changes`. The project whose settings

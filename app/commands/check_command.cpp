@@ -10,7 +10,6 @@
 
 #include "check/finding/rule.h"
 #include "check/report/report.h"
-#include "plugin/export_interface.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -222,14 +221,10 @@ int check_command::judge()
     const found_plugins found = found_plugins::forRequest(m_plugin);
     int status = Failed;
     QString reason;
-    plugin::export_interface * const plugin = choosePlugin(found, m_plugin, status, reason);
-    if (!plugin) {
+    plugin::statement_source * const statements = chooseStatementSource(found, m_plugin, status, reason);
+    if (!statements) {
         printError(reason);
         return status;
-    }
-    auto * const statements = qobject_cast<plugin::statement_source *>(plugin);
-    if (!statements) {
-        return failed(QStringLiteral("The plugin %1 does not tell its statements").arg(plugin->getName()));
     }
     source of;
     if (const zk::ZkBool opened = of.open(m_source); !opened) {

@@ -1,3 +1,4 @@
+#include "app/check_run.h"
 #include "app/command.h"
 #include "app/command_options.h"
 #include "app/commands/commands.h"
@@ -110,7 +111,12 @@ QString diff_command::whyWrong() const
         return QStringLiteral(
             "--sql prints the script alone, which has no other format; leave one of both out");
     }
-    return m_request.whyWrong();
+    const QString & database = m_scriptRequest.database;
+    if (database == AllDatabases) {
+        return QStringLiteral("--db takes one database at a time; name it");
+    }
+    const QString wrong = database.isEmpty() ? QString() : whyNoDatabase({database});
+    return wrong.isEmpty() ? m_request.whyWrong() : wrong;
 }
 
 /// Puts the script of the step into `report`; the exit status.

@@ -1,44 +1,14 @@
 #include "check/report/report.h"
 
+#include "check/report/json_parts.h"
+
 namespace check {
 
 namespace {
 
-using json = nlohmann::ordered_json;
-
-json textOf(const QString & text)
-{
-    return text.toStdString();
-}
-
-json textOf(QLatin1String text)
-{
-    return std::string(text.data(), static_cast<std::size_t>(text.size()));
-}
-
 json textOrNull(const QString & text)
 {
     return text.isEmpty() ? json(nullptr) : textOf(text);
-}
-
-json objectsOf(const std::vector<object> & objects)
-{
-    json list = json::array();
-    for (const object & each : objects) {
-        list.push_back({{"kind", textOf(model::kindName(each.kind))}, {"id", each.id}, {"name", textOf(each.name)}});
-    }
-    return list;
-}
-
-json statementOf(const statement_place & of)
-{
-    return {{"script", textOf(of.script)},
-            {"line", of.line},
-            {"lines", of.lines},
-            {"action", textOf(plugin::actionName(of.action))},
-            {"text", textOf(of.text)},
-            {"customScript", of.isCustom},
-            {"objects", objectsOf(of.objects)}};
 }
 
 json remedyOf(const remedy & of)
@@ -106,7 +76,7 @@ QByteArray jsonReport(const report & of, const QString & program)
                           {"warning", counted.warnings},
                           {"note", counted.notes},
                           {"accepted", counted.accepted}}}};
-    return QByteArray::fromStdString(whole.dump(2, ' ', false, json::error_handler_t::replace)) + '\n';
+    return written(whole);
 }
 
 } // namespace check
