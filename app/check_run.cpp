@@ -269,6 +269,24 @@ private:
     std::vector<database_run> m_databases;
 };
 
+QStringList knownKeys()
+{
+    QStringList keys;
+    for (const database::facts * const known : database::allFacts()) {
+        keys << known->key;
+    }
+    return keys;
+}
+
+/// Says that `key` is none of `words`.
+QString noDatabase(const QString & key, const QStringList & words)
+{
+    const QString meant = nearestWord(key, words);
+    return QStringLiteral("'%1' is not a database; they are %2%3")
+        .arg(key, words.join(QStringLiteral(", ")),
+             meant.isEmpty() ? QString() : QStringLiteral(" (did you mean %1?)").arg(meant));
+}
+
 } // namespace
 
 QStringList databaseKeys(const QString & list)
@@ -292,20 +310,16 @@ QStringList databaseKeys(const QString & list)
 
 QString whyNoDatabase(const QStringList & keys)
 {
-    QStringList all;
-    for (const database::facts * const known : database::allFacts()) {
-        all << known->key;
-    }
-    all << AllDatabases;
+    const QStringList words = knownKeys() << AllDatabases;
     const auto unknown =
-        std::find_if(keys.begin(), keys.end(), [&](const QString & key) { return !all.contains(key); });
-    if (unknown == keys.end()) {
-        return {};
-    }
-    const QString meant = nearestWord(*unknown, all);
-    return QStringLiteral("'%1' is not a database; they are %2%3")
-        .arg(*unknown, all.join(QStringLiteral(", ")),
-             meant.isEmpty() ? QString() : QStringLiteral(" (did you mean %1?)").arg(meant));
+        std::find_if(keys.begin(), keys.end(), [&](const QString & key) { return !words.contains(key); });
+    return unknown == keys.end() ? QString() : noDatabase(*unknown, words);
+}
+
+QString whyNotOneDatabase(const QString & key)
+{
+    const QStringList words = knownKeys();
+    return words.contains(key) ? QString() : noDatabase(key, words);
 }
 
 ZkBool checkSource(plugin::statement_source & statements, source & of, const check_request & asked,

@@ -31,6 +31,8 @@ struct check_request
 [[nodiscard]] QStringList databaseKeys(const QString & list);
 /// Why one of `keys` cannot be judged, on one line; empty when all can.
 [[nodiscard]] QString whyNoDatabase(const QStringList & keys);
+/// Why `key` is no database that scripts are made for; empty when it is one.
+[[nodiscard]] QString whyNotOneDatabase(const QString & key);
 
 /// Foretells what the scripts of `of` do. The current project is that of `of` meanwhile. After a failure
 /// `found` has what was judged until then.

@@ -40,7 +40,7 @@ struct step_script
 /// What a script is made with.
 struct script_request
 {
-    QString database; ///< see whyNoDatabase(); empty for the stored one, or SQLite for a text form
+    QString database; ///< see whyNotOneDatabase(); empty for the stored one, or SQLite for a text form
     plugin::friendly_settings options; ///< of the export, beside the database
     bool noCustomScript = false;
 };

@@ -112,10 +112,7 @@ QString diff_command::whyWrong() const
             "--sql prints the script alone, which has no other format; leave one of both out");
     }
     const QString & database = m_scriptRequest.database;
-    if (database == AllDatabases) {
-        return QStringLiteral("--db takes one database at a time; name it");
-    }
-    const QString wrong = database.isEmpty() ? QString() : whyNoDatabase({database});
+    const QString wrong = database.isEmpty() ? QString() : whyNotOneDatabase(database);
     return wrong.isEmpty() ? m_request.whyWrong() : wrong;
 }
 

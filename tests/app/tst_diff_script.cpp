@@ -316,9 +316,13 @@ DROP TABLE `b`;
         QTest::addColumn<int>("status");
         QTest::addColumn<QByteArray>("reason");
         QTest::newRow("database") << QStringList{"--db", "foo"} << 2
-                                  << QByteArray(
-                                         "'foo' is not a value of --db; it takes generic, sqlite, mysql, "
-                                         "postgresql, oracle, mssqlserver, mariadb\n");
+                                  << QByteArray("'foo' is not a database; they are generic, sqlite, mysql, "
+                                                "mariadb, postgresql, oracle, mssqlserver\n");
+        QTest::newRow("several databases")
+            << QStringList{"--db", "all"} << 2
+            << QByteArray(
+                   "'all' is not a database; they are generic, sqlite, mysql, mariadb, postgresql, oracle, "
+                   "mssqlserver\n");
         QTest::newRow("relationships")
             << QStringList{"--sql", "--relationships", "maybe"} << 2
             << QByteArray("'maybe' is not a value of --relationships; it takes no, yes\n");
