@@ -64,11 +64,15 @@ struct name_facts
         lengthReadFirst; ///< of any name, before what is there is looked at; else only of those that are made
     fact<bool> digitMayLead; ///< unquoted: `1st` is a name
     fact<bool> mayEndInBlank;
-    fact<bool> basicPlaneOnly;    ///< letters beyond U+FFFF are refused
-    fact<bool> databasesNamed;    ///< a table may be named with schema and database before it
-    fact<bool> columnsNameTable;  ///< a column may be defined with its table's name before it
-    fact<bool> indexedNameSchema; ///< CREATE INDEX takes a table with a schema before it
-    fact<bool> hashIsComment;     ///< from # to the end of the line
+    fact<bool> basicPlaneOnly;         ///< letters beyond U+FFFF are refused
+    fact<bool> databasesNamed;         ///< a table may be named with schema and database before it
+    fact<bool> columnsNameTable;       ///< a column may be defined with its table's name before it
+    fact<bool> indexedNameSchema;      ///< CREATE INDEX takes a table with a schema before it
+    fact<QLatin1String> keptBeginning; ///< no table can be made under a name that begins so; empty for none
+    fact<bool> missingSchemaIsMissingTable; ///< except for a table that is made
+    fact<bool> likeCopiesTable;             ///< a column named `like` is read as the table to copy columns of
+    fact<std::span<const QLatin1String>> functions; ///< reserved words that an index takes as functions
+    fact<bool> hashIsComment;                       ///< from # to the end of the line
     fact<bool>
         bareConstraintIsNoColumn; ///< a last column named `constraint` is read as a constraint without any
     fact<std::span<const QLatin1String>> system;       ///< column names that the database keeps for itself

@@ -74,6 +74,7 @@ inline constexpr error_code MariadbErrors[] = {
     {refusal_cause::target_column_missing, QLatin1String("1005")},
     {refusal_cause::target_not_key, QLatin1String("1005")},
     {refusal_cause::target_type_differs, QLatin1String("1005")},
+    {refusal_cause::column_too_long, QLatin1String("1005")},
     {refusal_cause::rows_without_target, QLatin1String("1452")},
 };
 // clang-format on
@@ -103,6 +104,10 @@ constexpr facts mariadbFamily(QLatin1String key, QLatin1String label, bool isTri
                 .databasesNamed = {false, source},
                 .columnsNameTable = {true, source},
                 .indexedNameSchema = {true, source},
+                .keptBeginning = {QLatin1String(""), source},
+                .missingSchemaIsMissingTable = {true, source},
+                .likeCopiesTable = {false, source},
+                .functions = {{}, source},
                 .hashIsComment = {true, source},
                 .bareConstraintIsNoColumn = {false, source},
                 .system = {{}, source},

@@ -16,6 +16,8 @@ enum class refusal_cause
     column_name_ends_blank,
     table_name_in_column,    ///< a column named with a table before it, which is not its own
     database_name_in_column, ///< the same with a database before that
+    name_kept,               ///< the database keeps names that begin so to itself
+    function_indexed,        ///< the word is that of a function whose value changes
     name_not_encodable,      ///< it has a letter that names cannot have
     database_named,          ///< a name with the database before schema and table
     unknown_type,
@@ -73,6 +75,7 @@ enum class refusal_cause
     target_column_count, ///< as many columns on both sides, or it is no foreign key
     column_repeated,     ///< in a foreign key
     target_type_differs,
+    column_too_long, ///< of a foreign key: the index that goes with it cannot hold the whole of it
     rows_without_target
 };
 

@@ -13,6 +13,11 @@ constexpr QLatin1String SystemColumns[] = {QLatin1String("ctid"), QLatin1String(
                                            QLatin1String("cmax"), QLatin1String("tableoid")};
 constexpr QLatin1String KnownSchemas[] = {QLatin1String("public")};
 constexpr QLatin1String WithoutOrder[] = {QLatin1String("")};
+constexpr QLatin1String Functions[] = {QLatin1String("current_catalog"), QLatin1String("current_date"),
+                                       QLatin1String("current_role"),    QLatin1String("current_time"),
+                                       QLatin1String("current_user"),    QLatin1String("current_timestamp"),
+                                       QLatin1String("localtime"),       QLatin1String("session_user"),
+                                       QLatin1String("localtimestamp"),  QLatin1String("user")};
 constexpr refusal_cause ReadFirst[] = {refusal_cause::precision_too_large};
 constexpr family_pair References[] = {{"integer", "numeric"}, {"integer", "real"},  {"integer", "oid"},
                                       {"numeric", "real"},    {"string", "bpchar"}, {"bpchar", "string"},
@@ -32,6 +37,7 @@ constexpr error_code Errors[] = {
     {refusal_cause::type_with_length, QLatin1String("42601")},
     {refusal_cause::length_too_large, QLatin1String("22023")},
     {refusal_cause::precision_too_large, QLatin1String("22023")},
+    {refusal_cause::function_indexed, QLatin1String("42P17")},
     {refusal_cause::schema_missing, QLatin1String("3F000")},
     {refusal_cause::database_named, QLatin1String("0A000")},
     {refusal_cause::unknown_type, QLatin1String("42704")},
@@ -87,6 +93,10 @@ constinit const facts PostgresqlFacts = {
             .databasesNamed = {true, Source},
             .columnsNameTable = {false, Source},
             .indexedNameSchema = {true, Source},
+            .keptBeginning = {QLatin1String(""), Source},
+            .missingSchemaIsMissingTable = {false, Source},
+            .likeCopiesTable = {true, Source},
+            .functions = {Functions, Source},
             .hashIsComment = {false, Source},
             .bareConstraintIsNoColumn = {false, Source},
             .system = {SystemColumns, Source},

@@ -18,6 +18,7 @@ static_assert(isSorted(Types));
 constexpr error_code Errors[] = {
     {refusal_cause::syntax, QLatin1String("SQLITE_ERROR")},
     {refusal_cause::schema_missing, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::name_kept, QLatin1String("SQLITE_ERROR")},
     {refusal_cause::relation_exists, QLatin1String("SQLITE_ERROR")},
     {refusal_cause::table_missing, QLatin1String("SQLITE_ERROR")},
     {refusal_cause::dropped_table_missing, QLatin1String("SQLITE_ERROR")},
@@ -59,6 +60,10 @@ constinit const facts SqliteFacts = {
             .databasesNamed = {false, Source},
             .columnsNameTable = {false, Source},
             .indexedNameSchema = {false, Source},
+            .keptBeginning = {QLatin1String("sqlite_"), Source},
+            .missingSchemaIsMissingTable = {false, Source},
+            .likeCopiesTable = {false, Source},
+            .functions = {{}, Source},
             .hashIsComment = {false, Source},
             .bareConstraintIsNoColumn = {true, Source},
             .system = {{}, Source},

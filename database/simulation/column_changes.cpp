@@ -85,7 +85,9 @@ void makeColumn(state & at, const table & owner, const add_column & asked, const
     }
     std::vector<index> indexes;
     if (asked.definition.unique || isUniqueByType(at.known, asked.definition)) {
-        indexes.push_back(uniqueIndex(at, owner, made.name, taken));
+        table with = owner;
+        with.columns.push_back(made);
+        indexes.push_back(uniqueIndex(at, with, made.name, taken));
     }
     at.change(owner, [&](table & changed) {
         changed.columns.push_back(made);
@@ -241,6 +243,18 @@ refusal findRenamed(const state & at, const identifier & tableName, const identi
                : refusal();
 }
 
+// Whether each value of the one type is one of the other.
+bool keepsValues(const understood_type & was, const understood_type & is)
+{
+    if (was.row == nullptr || is.row == nullptr) {
+        return false;
+    }
+    const bool areWhole = was.row->tooLarge == refusal_cause::width_too_large && was.row->countable &&
+                          is.row->tooLarge == refusal_cause::width_too_large && is.row->countable;
+    const bool isLonger = was.length() > 0 && is.length() >= was.length() && was.row->bytes <= is.row->bytes;
+    return (areWhole && was.isUnsigned == is.isUnsigned && is.bytes() >= was.bytes()) || isLonger;
+}
+
 refusal changingRefusal(const state & at, const renamed_column & found, const column & to)
 {
     const table & owner = *found.owner;
@@ -259,9 +273,9 @@ refusal changingRefusal(const state & at, const renamed_column & found, const co
     if (at.rowsOf(owner) == 0) {
         return {};
     }
-    if (isOtherType) {
-        const understood_type was = understoodType(at.known, found.old->type);
-        const understood_type is = understoodType(at.known, to.type);
+    const understood_type was = understoodType(at.known, found.old->type);
+    const understood_type is = understoodType(at.known, to.type);
+    if (isOtherType && !keepsValues(was, is)) {
         const bool wasText = was.isLarge() || was.length() > 0 || (is.row != nullptr && is.row->isTime);
         return {wasText ? refusal_cause::values_converted : refusal_cause::values_lost, object, true};
     }
@@ -329,6 +343,9 @@ refusal apply(state & at, const add_column & asked, losses & lost)
     if (at.rowsOf(*owner) > 0 && made.notNull && at.known.changes.notNullFilled.value) {
         lost.push_back({loss_kind::filled, columnObject(owner->name, name)});
         at.markFilled(*owner, name);
+    }
+    if (!made.notNull && !made.counted) {
+        at.markEmpty(*owner, name);
     }
     makeColumn(at, *owner, asked, made);
     return {};

@@ -68,7 +68,10 @@ public:
             }
         }
         const QString object = foreignKeyObject(m_made.name);
-        const bool hasRows = m_at.rowsOf(*m_owner) > 0;
+        // A row without a value in one of the columns refers to nothing.
+        const bool isEmpty = std::any_of(m_made.columns.begin(), m_made.columns.end(),
+                                         [&](const QString & each) { return m_at.isEmpty(*m_owner, each); });
+        const bool hasRows = m_at.rowsOf(*m_owner) > 0 && !isEmpty;
         add();
         return hasRows ? refusal{refusal_cause::rows_without_target, object, true} : refusal();
     }
@@ -85,7 +88,7 @@ private:
         m_made.name = names.lookedFor(asked.name);
         m_made.columns = names.allLookedFor(asked.columns);
         refusal why = names.why();
-        if (why && why.cause != refusal_cause::schema_missing && why.cause != refusal_cause::database_named) {
+        if (why && !isLookedUp(why.cause)) {
             return why;
         }
         name_reader targets(m_at.known, m_lost);
@@ -188,6 +191,11 @@ private:
             const column * const to = m_at.findColumn(*m_target, m_made.targetColumns.at(i));
             if (!mayRefer(m_at.known, from->type, to->type)) {
                 return {refusal_cause::target_type_differs, columnObject(m_owner->name, from->name), false};
+            }
+            const int longest = m_at.known.keys.longest.value;
+            if (m_at.known.foreignKeys.makesIndex.value && longest > 0 &&
+                bytesInKey(m_at.known, from->type, 0) > longest) {
+                return {refusal_cause::column_too_long, columnObject(m_owner->name, from->name), false};
             }
         }
         return {};

@@ -9,6 +9,13 @@ namespace database {
 
 namespace {
 
+bool isFunction(const facts & known, const identifier & written)
+{
+    const auto words = known.names.functions.value;
+    return written.quote.isNull() &&
+           std::find(words.begin(), words.end(), written.text.toLower()) != words.end();
+}
+
 refusal missingColumn(const facts & known, const table & owner, const QString & name)
 {
     const bool isSystem = isSystemColumn(known, name);
@@ -56,7 +63,8 @@ bool mayHoldLongValues(const state & at, const table & owner, const index & made
 {
     return !at.known.changes.longValuesInIndex.value && at.rowsOf(owner) > 0 &&
            std::any_of(made.parts.begin(), made.parts.end(), [&](const key_part & part) {
-               return isLarge(at.known, at.findColumn(owner, part.column)->type);
+               return isLarge(at.known, at.findColumn(owner, part.column)->type) &&
+                      !at.isEmpty(owner, part.column);
            });
 }
 
@@ -96,8 +104,13 @@ refusal apply(state & at, const create_index & asked, losses & lost)
     if (isPlain && !at.known.names.indexedNameSchema.value) {
         return {refusal_cause::syntax, tableObject(asked.table.text), false};
     }
+    bool hasFunction = false;
     for (const named_part & part : asked.parts) {
-        names.lookedFor(part.column);
+        const bool isCall = isFunction(at.known, part.column);
+        hasFunction = hasFunction || isCall;
+        if (!isCall) {
+            names.lookedFor(part.column);
+        }
     }
     refusal why = names.why();
     if (!why && asked.parts.empty()) {
@@ -106,6 +119,9 @@ refusal apply(state & at, const create_index & asked, losses & lost)
     const table * const owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
     if (owner == nullptr) {
         return why;
+    }
+    if (hasFunction) {
+        return {refusal_cause::function_indexed, indexObject(made.name), false};
     }
     if (why = makeParts(at, *owner, asked, lost, made); why) {
         return why;

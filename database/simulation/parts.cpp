@@ -8,14 +8,18 @@
 
 namespace database {
 
+bool isLookedUp(refusal_cause cause)
+{
+    return cause == refusal_cause::schema_missing || cause == refusal_cause::database_named ||
+           cause == refusal_cause::table_missing;
+}
+
 QString name_reader::read(const identifier & written, name_place place)
 {
     const understood_name found = understood(m_known, written, place);
     // What is wrong with the text is told before what its names stand for is looked at.
-    const bool isLookedUp =
-        m_why.cause == refusal_cause::schema_missing || m_why.cause == refusal_cause::database_named;
-    if ((!m_why || (isLookedUp && isReadFirst(m_known, found.refused))) &&
-        found.refused != refusal_cause::none) {
+    const bool isReplaced = isLookedUp(m_why.cause) && isReadFirst(m_known, found.refused);
+    if ((!m_why || isReplaced) && found.refused != refusal_cause::none) {
         const bool isTable = place == name_place::table;
         m_why = {found.refused, isTable ? tableObject(written.text) : written.text, false};
     }
@@ -25,9 +29,20 @@ QString name_reader::read(const identifier & written, name_place place)
     return found.name;
 }
 
+QString name_reader::table(const identifier & written)
+{
+    const bool hadNone = !m_why;
+    const QString name = createdTable(written);
+    if (hadNone && m_why.cause == refusal_cause::schema_missing &&
+        m_known.names.missingSchemaIsMissingTable.value) {
+        m_why.cause = refusal_cause::table_missing;
+    }
+    return name;
+}
+
 QString name_reader::newTable(const identifier & written)
 {
-    const QString name = table(written);
+    const QString name = createdTable(written);
     const bool isQualifiedName = written.quote.isNull() && isQualified(m_known, written.text);
     if (isQualifiedName && (!m_why || m_why.object == tableObject(written.text))) {
         m_why = {refusal_cause::syntax, tableObject(written.text), false};
@@ -77,6 +92,12 @@ refusal tooLong(const facts & known, const identifier & written)
     const bool isTooLong =
         understood(known, written, name_place::other).refused == refusal_cause::name_too_long;
     return isTooLong ? refusal{refusal_cause::name_too_long, written.text, false} : refusal();
+}
+
+bool isKept(const facts & known, const QString & table)
+{
+    const QLatin1String kept = known.names.keptBeginning.value;
+    return !kept.isEmpty() && table.startsWith(kept, Qt::CaseInsensitive);
 }
 
 bool isSystemColumn(const facts & known, const QString & name)
@@ -138,17 +159,19 @@ column columnOf(const facts & known, const column_definition & asked, const QStr
     return {name, asked.type, asked.notNull || isCounted, asked.counted || isCounted};
 }
 
-index uniqueIndex(const state & at, const table & owner, const QString & column, const QSet<QString> & taken)
+index uniqueIndex(const state & at, const table & owner, const QString & name, const QSet<QString> & taken)
 {
     index made;
     made.unique = true;
-    made.parts = {{column, 0}};
+    const column * const of = at.findColumn(owner, name);
+    const bool isPart = of != nullptr && !isHashed(at.known, of->type);
+    made.parts = {{name, isPart ? indexedPart(at.known, of->type, 0) : 0}};
     if (at.known.scopes.namesKeysAndSequences.value) {
-        made.name = at.freeName(owner.name, column, QLatin1String("key"), taken);
+        made.name = at.freeName(owner.name, name, QLatin1String("key"), taken);
     } else if (at.known.scopes.uniqueNamedLikeColumn.value) {
-        made.name = column;
+        made.name = name;
         for (int number = 2; at.findIndex(owner, made.name) != nullptr; ++number) {
-            made.name = column % u'_' % QString::number(number);
+            made.name = name % u'_' % QString::number(number);
         }
     }
     return made;

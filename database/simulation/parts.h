@@ -5,6 +5,9 @@
 
 namespace database {
 
+/// Whether that is told once the text is read: where a name leads is not part of how it is written.
+[[nodiscard]] bool isLookedUp(refusal_cause cause);
+
 /// Reads the names of one statement, one after the other. After the first that the database does not take,
 /// all are passed over; the refusal stands.
 class name_reader
@@ -12,16 +15,19 @@ class name_reader
 public:
     name_reader(const facts & rules, losses & lost) : m_known(rules), m_lost(lost) {}
 
-    QString table(const identifier & written) { return read(written, name_place::table); }
+    /// The name of a table that is to be there.
+    QString table(const identifier & written);
+    /// The same of one that is made, which can be in another schema.
+    QString createdTable(const identifier & written) { return read(written, name_place::table); }
     QString other(const identifier & written) { return read(written, name_place::other); }
     QStringList others(const std::vector<identifier> & written);
-    /// The same for the new name of a table, which cannot name a schema.
+    /// The new name of a table, which cannot name a schema.
     QString newTable(const identifier & written);
 
-    /// The same for a column that is defined.
+    /// The name of a column that is defined.
     QString newColumn(const identifier & written);
 
-    /// The same for a name that the database looks for, or measures once it has found what the name is for.
+    /// A name that the database looks for, or measures once it has found what the name is for.
     QString lookedFor(const identifier & written);
     QStringList allLookedFor(const std::vector<identifier> & written);
 
@@ -37,6 +43,8 @@ private:
 
 /// Whether the name is longer than what can be made under it.
 [[nodiscard]] refusal tooLong(const facts & known, const identifier & written);
+/// Whether the database keeps the name of a table for itself.
+[[nodiscard]] bool isKept(const facts & known, const QString & table);
 [[nodiscard]] bool isSystemColumn(const facts & known, const QString & name);
 [[nodiscard]] bool countsByType(const facts & known, const column_definition & asked);
 /// What of a column is told before what is there is looked at.
@@ -48,7 +56,7 @@ private:
                                       const QString & name);
 [[nodiscard]] column columnOf(const facts & known, const column_definition & asked, const QString & name);
 /// The index that a unique column gets, beside those of the table.
-[[nodiscard]] index uniqueIndex(const state & at, const table & owner, const QString & column,
+[[nodiscard]] index uniqueIndex(const state & at, const table & owner, const QString & name,
                                 const QSet<QString> & taken);
 [[nodiscard]] QStringList columnsOf(const std::vector<key_part> & parts);
 /// A prefix that is as long as the text is no prefix.

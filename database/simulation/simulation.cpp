@@ -95,6 +95,11 @@ std::optional<defined_columns> columnsDefinedBy(const change & asked)
 refusal refusalOfCut(const facts & known, const change & asked)
 {
     losses lost;
+    if (const auto * const unknown = std::get_if<unknown_statement>(&asked); unknown && unknown->table) {
+        name_reader names(known, lost);
+        names.table(*unknown->table);
+        return names.why() ? names.why() : refusal{refusal_cause::syntax, {}, false};
+    }
     const auto defined = columnsDefinedBy(asked);
     if (defined) {
         name_reader names(known, lost);
@@ -157,6 +162,7 @@ verdict simulation::run(const statement & written, row_values values)
 
 void simulation::putRows(const QString & table, int count)
 {
+    m_memory->now->forgetEmpty();
     const auto * const found = m_memory->now->find(table);
     if (found != nullptr) {
         m_memory->now->setRows(table, std::max(count, m_memory->now->rowsOf(*found)));

@@ -193,6 +193,16 @@ bool state::renameRelation(const QString & from, const QString & to)
     return true;
 }
 
+void state::markEmpty(const table & owner, const QString & column)
+{
+    m_empty.insert(columnObject(keyOf(owner.name), column));
+}
+
+bool state::isEmpty(const table & owner, const QString & column) const
+{
+    return m_empty.contains(columnObject(keyOf(owner.name), column));
+}
+
 void state::markFilled(const table & owner, const QString & column)
 {
     m_filled.insert(columnObject(keyOf(owner.name), column));

@@ -63,6 +63,10 @@ public:
     /// Renames what is no table but shares the space of names. False when there is no such thing.
     bool renameRelation(const QString & from, const QString & to);
 
+    /// Remembers that no row has a value in the column, until rows may have been put in or changed.
+    void markEmpty(const table & owner, const QString & column);
+    [[nodiscard]] bool isEmpty(const table & owner, const QString & column) const;
+    void forgetEmpty() { m_empty.clear(); }
     /// Remembers that rows have a value in the column that nobody gave.
     void markFilled(const table & owner, const QString & column);
     [[nodiscard]] bool isFilled(const table & owner, const QString & column) const;
@@ -80,6 +84,7 @@ private:
     QHash<QString, std::set<QString>> m_referrers; ///< key of a table to those that refer to it
     QHash<QString, int> m_rows;
     QSet<QString> m_filled;
+    QSet<QString> m_empty;
 };
 
 } // namespace database

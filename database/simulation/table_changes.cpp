@@ -53,7 +53,7 @@ private:
     refusal readNames()
     {
         name_reader names(m_at.known, m_lost);
-        const QString name = names.table(m_asked.table);
+        const QString name = names.createdTable(m_asked.table);
         const refusal ofTable = names.why();
         const bool isSchema =
             ofTable.cause == refusal_cause::schema_missing || ofTable.cause == refusal_cause::database_named;
@@ -67,26 +67,49 @@ private:
         m_columns = writtenColumns();
         name_reader others(m_at.known, m_lost);
         for (const column_definition & each : m_columns) {
+            if (const refusal copied = copiedTable(each); copied && !others.why()) {
+                return copied;
+            }
             m_names += others.newColumn(each.name);
             const refusal ofType = readType(m_at.known, each, columnObject(name, m_names.back()));
             if (!others.why() && ofType) {
                 return ofType;
             }
         }
-        return others.why() ? others.why() : (isSchema ? ofTable : refusal());
+        if (others.why() || isSchema) {
+            return others.why() ? others.why() : ofTable;
+        }
+        return isKept(m_at.known, name) ? refusal{refusal_cause::name_kept, tableObject(name), false}
+                                        : refusal();
+    }
+
+    // CREATE TABLE (…, like other, …), where `other` would be the type of a column.
+    [[nodiscard]] refusal copiedTable(const column_definition & asked) const
+    {
+        column_definition bare;
+        bare.name = asked.name;
+        bare.type = asked.type;
+        const declared_type type = partsOf(asked.type);
+        const bool isCopy = m_at.known.names.likeCopiesTable.value && asked.name.quote.isNull() &&
+                            asked.name.text.compare(u"like", Qt::CaseInsensitive) == 0 && bare == asked &&
+                            type.rest.isEmpty() && type.arguments.isEmpty() && !type.word.isEmpty();
+        return isCopy ? refusal{refusal_cause::table_missing, tableObject(type.word.toLower()), false}
+                      : refusal();
     }
 
     std::vector<column_definition> writtenColumns()
     {
         std::vector<column_definition> columns = m_asked.columns;
-        const bool isLast = columns.size() > 1 && !m_asked.key && m_asked.references.empty();
-        if (!isLast || !m_at.known.names.bareConstraintIsNoColumn.value) {
+        if (columns.size() < 2 || !m_at.known.names.bareConstraintIsNoColumn.value) {
             return columns;
         }
         const column_definition & last = columns.back();
-        const column_definition bare{
-            {QStringLiteral("constraint"), {}}, last.type, false, false, false, false};
-        if (last == bare && !last.type.contains(u'(') && !last.type.contains(u' ')) {
+        column_definition bare;
+        bare.name = last.name;
+        bare.type = last.type;
+        const bool isNamedSo =
+            last.name.quote.isNull() && last.name.text.compare(u"constraint", Qt::CaseInsensitive) == 0;
+        if (isNamedSo && last == bare && !last.type.contains(u'(') && !last.type.contains(u' ')) {
             m_lost.push_back({loss_kind::column_not_made, columnObject(m_made.name, last.name.text)});
             columns.pop_back();
         }
@@ -177,7 +200,7 @@ private:
             if (const refusal why = checkPart(*of, part.prefix); why) {
                 return why;
             }
-            m_made.key->parts.push_back({of->name, keptPrefix(m_at.known, of->type, part.prefix)});
+            m_made.key->parts.push_back({of->name, indexedPart(m_at.known, of->type, part.prefix)});
             bytes += bytesInKey(m_at.known, of->type, part.prefix);
         }
         const int longest = m_at.known.keys.longest.value;
@@ -329,6 +352,9 @@ refusal apply(state & at, const rename_table & asked, losses & lost)
     }
     if (at.isTaken(to)) {
         return {refusal_cause::relation_exists, at.holderOf(to), false};
+    }
+    if (isKept(at.known, to)) {
+        return {refusal_cause::name_kept, tableObject(to), false};
     }
     const auto follow = [&](foreign_key & key) { key.target = at.refersTo(key, *renamed) ? to : key.target; };
     for (const table * other : at.referrersOf(*renamed)) {

@@ -148,7 +148,8 @@ struct no_change
 /// None of the forms above. What it does is not known.
 struct unknown_statement
 {
-    QString beginning; ///< its first words
+    QString beginning;               ///< its first words
+    std::optional<identifier> table; ///< of ALTER TABLE, of which the rest is unknown
 };
 
 using change = std::variant<create_table, drop_table, rename_table, add_column, drop_column, rename_column,

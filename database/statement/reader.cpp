@@ -134,13 +134,11 @@ reading readRenameTable(token_cursor & at)
 
 reading readAdd(token_cursor & at, const identifier & table)
 {
-    const token * const after = at.peek(2);
-    if (at.isAt({"CONSTRAINT"}) && after != nullptr && after->isWord(QLatin1String("FOREIGN"))) {
-        at.take({"CONSTRAINT"});
+    if (at.take({"CONSTRAINT"})) {
         const auto name = at.takeName();
         auto reference = readReference(at);
         if (!name || !reference) {
-            return std::nullopt;
+            return unknown_statement{{}, table};
         }
         reference->name = *name;
         return add_foreign_key{table, std::move(*reference)};
@@ -268,7 +266,11 @@ statement readStatement(const QString & text, std::span<const token> tokens, wri
     if (asked && (found.isCutShort || (isWhole && hasNothingAfter))) {
         found.asked = std::move(*asked);
     } else {
-        found.asked = unknown_statement{beginningOf(found.text)};
+        found.asked = unknown_statement{{}, {}};
+    }
+    if (auto * const unknown = std::get_if<unknown_statement>(&found.asked)) {
+        unknown->beginning = beginningOf(found.text);
+        found.isCutShort = found.isCutShort || by == writer::exporter;
     }
     return found;
 }

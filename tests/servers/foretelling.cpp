@@ -77,6 +77,12 @@ void foretelling::begin()
         qFatal("%s", qPrintable(error));
     }
     m_simulation = std::make_unique<database::simulation>(m_target.known());
+    m_case = {QStringLiteral("database ") + m_target.known().key};
+}
+
+QString foretelling::caseText() const
+{
+    return (m_case + QStringList(QStringLiteral("afterwards")) + m_afterwards).join(QLatin1Char('\n'));
 }
 
 void foretelling::putRows()
@@ -89,6 +95,7 @@ void foretelling::putRows()
 
 void foretelling::run(const QString & name, const std::vector<plugin::statement_record> & script)
 {
+    m_case += QLatin1String(m_case.size() == 1 ? "begin" : "step");
     for (const plugin::statement_record & record : script) {
         for (const database::statement & asked : database::readStatements(record.text, writerOf(record))) {
             runStatement(name, asked);
@@ -119,6 +126,10 @@ void foretelling::runStatement(const QString & name, const database::statement &
     }
     const bool isRight = isDone ? !isForetold && said.what != database::outcome::not_judged
                                 : (isForetold || isByValues) && hasRightCode;
+    m_case += QStringLiteral("> ") + asked.text.simplified();
+    if (!isDone) {
+        m_case += QStringLiteral("refused ") + error.code;
+    }
     if (!isRight) {
         m_misses += name + QStringLiteral(": ") + asked.text.left(400) + QStringLiteral("\n    database: ") +
                     told(isDone, error) + QStringLiteral("\n    foretold: ") + told(said);
@@ -127,7 +138,9 @@ void foretelling::runStatement(const QString & name, const database::statement &
 
 void foretelling::compareCatalogues(const QString & name)
 {
-    const auto found = database::difference(m_target.held(), m_simulation->held());
+    const database::catalogue held = m_target.held();
+    const auto found = database::difference(held, m_simulation->held());
+    m_afterwards = database::linesOf(held);
     ++m_figures.catalogues;
     m_figures.equalCatalogues += found.isEmpty() ? 1 : 0;
     if (!found.isEmpty()) {

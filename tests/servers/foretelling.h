@@ -42,6 +42,8 @@ public:
     void run(const QString & name, const std::vector<plugin::statement_record> & script);
 
     [[nodiscard]] const foretelling_figures & figures() const { return m_figures; }
+    /// What the database did since the beginning, in the form of tests/database/cases.
+    [[nodiscard]] QString caseText() const;
     /// One for each statement that was foretold otherwise, and each catalogue that differs.
     [[nodiscard]] const QStringList & misses() const { return m_misses; }
 
@@ -53,6 +55,8 @@ private:
     std::unique_ptr<database::simulation> m_simulation;
     foretelling_figures m_figures;
     QStringList m_misses;
+    QStringList m_case;
+    QStringList m_afterwards;
 };
 
 } // namespace servers

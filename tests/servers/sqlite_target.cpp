@@ -43,9 +43,9 @@ public:
         return QLatin1Char('"') + QString(name).replace(QLatin1Char('"'), QLatin1String("\"\"")) +
                QLatin1Char('"');
     }
-    [[nodiscard]] QString checkForeignKeys(bool) const override
+    [[nodiscard]] QString checkForeignKeys(bool on) const override
     {
-        return QStringLiteral("PRAGMA foreign_keys = OFF");
+        return QStringLiteral("PRAGMA foreign_keys = ") + QLatin1String(on ? "ON" : "OFF");
     }
 
     [[nodiscard]] database::catalogue held() override
@@ -54,7 +54,8 @@ public:
         for (const QVariantList & row : m_connection->rows(
                  QStringLiteral("SELECT name, sql FROM sqlite_master WHERE type = 'table' AND name NOT LIKE "
                                 "'sqlite_%' UNION ALL "
-                                "SELECT name, sql FROM sqlite_temp_master WHERE type = 'table'"))) {
+                                "SELECT name, sql FROM sqlite_temp_master WHERE type = 'table' AND name NOT "
+                                "LIKE 'sqlite_%'"))) {
             database::table owner;
             owner.name = row[0].toString();
             addColumns(owner, row[1].toString().contains(QLatin1String("AUTOINCREMENT")));

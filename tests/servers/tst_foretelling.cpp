@@ -149,6 +149,12 @@ void tst_foretelling::chain()
     servers::foretelling both(*m_target);
     both.begin();
     both.run(QStringLiteral("full"), scripts.full);
+    const auto tell = [&both](const char * run) {
+        if (qEnvironmentVariableIsSet("KORVANE_TELL_CASE")) {
+            qInfo("%s\n%s", run, qUtf8Printable(both.caseText()));
+        }
+    };
+    tell("full script");
     for (const bool withRows : {false, true}) {
         both.begin();
         for (std::size_t i = 0; i < scripts.steps.size(); ++i) {
@@ -158,6 +164,7 @@ void tst_foretelling::chain()
             both.run(QStringLiteral("v%1%2").arg(i + 1).arg(QLatin1String(withRows ? " with rows" : "")),
                      scripts.steps[i]);
         }
+        tell(withRows ? "steps with rows" : "steps");
     }
     ++m_chains;
     m_figures.add(both.figures());
