@@ -3,6 +3,8 @@
 
 #include "fuzz_support.h"
 
+#include "storage/text_places.h"
+
 #include <QCoreApplication>
 
 namespace {
@@ -35,6 +37,32 @@ void promiseStored(const model::project & project, const QByteArray & text)
     QFile::remove(file);
 }
 
+/// Each object of what was taken begins at the place in the text that is told of it.
+void promisePlaces(const model::project & project, const QByteArray & text)
+{
+    using model::object_kind;
+    const storage::text_places places(text, project);
+    const QList<QByteArray> lines = text.split('\n');
+    const auto promiseAt = [&](object_kind kind, long id) {
+        const auto place = places.find(kind, id);
+        fuzz::promise(place && place->line <= lines.size(), "an object has a place in its text");
+        const QString line = QString::fromUtf8(lines.at(place->line - 1));
+        fuzz::promise(line.mid(place->column - 1, 1) == QLatin1String("{"), "an object begins at its place");
+    };
+    for (const auto & enumeration : project.getListOfEnumeration()->values()) {
+        promiseAt(object_kind::enumeration, enumeration->getId());
+    }
+    for (const auto & entity : project.getListOfAllEntities()->values()) {
+        promiseAt(object_kind::entity, entity->getId());
+        for (const auto & property : entity->getListOfProperty(true, true, false)->values()) {
+            promiseAt(object_kind::property, property->getId());
+            if (property->hasRelationship()) {
+                promiseAt(object_kind::relationship, property->getRelation()->getId());
+            }
+        }
+    }
+}
+
 void readText(const QByteArray & text, const model::project * existing)
 {
     model::project project(1);
@@ -43,6 +71,7 @@ void readText(const QByteArray & text, const model::project * existing)
         fuzz::promiseLine(read.getDesc(), name);
         return;
     }
+    promisePlaces(project, text);
     const QByteArray dumped = fuzz::promiseRoundTrip(project);
     if (!existing) {
         promiseStored(project, dumped);
