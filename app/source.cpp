@@ -96,6 +96,16 @@ QString whyNoVersion(const QString & word)
 
 ZkBool source::open(const QString & name)
 {
+    const ZkBool opened = openState(name);
+    if (!opened || m_isText) {
+        return opened;
+    }
+    const QSqlError error = storage::history::list(name, m_versions);
+    return error.isValid() ? ZkBool::failure(error.text()) : ZkBool::success();
+}
+
+ZkBool source::openState(const QString & name)
+{
     *this = source();
     m_sName = name;
     const bool isInput = name == StandardInput;
@@ -104,15 +114,13 @@ ZkBool source::open(const QString & name)
         return failure(name, QStringLiteral("is neither a project file nor the text form of a project"));
     }
     m_isText = found == content::text;
-    if (m_isText) {
-        const ZkBool read = app::readText(name, m_text);
-        if (read && isInput && contentOf(m_text.left(EnoughBytes)) == content::neither) {
-            return failure(name, QStringLiteral("is not the text form of a project"));
-        }
-        return read;
+    if (!m_isText) {
+        return ZkBool::success();
     }
-    const QSqlError error = storage::history::list(name, m_versions);
-    return error.isValid() ? ZkBool::failure(error.text()) : ZkBool::success();
+    const ZkBool read = app::readText(name, m_text);
+    return read && isInput && contentOf(m_text.left(EnoughBytes)) == content::neither
+               ? failure(name, QStringLiteral("is not the text form of a project"))
+               : read;
 }
 
 ZkBool source::checkVersion(int number) const

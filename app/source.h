@@ -37,6 +37,9 @@ public:
     /// Opens the file `name`, or the text on standard input for "-". What it describes is read when it is
     /// asked for.
     [[nodiscard]] zk::ZkBool open(const QString & name);
+    /// The same for who wants nothing but the state, which can be whole when the history is damaged: there
+    /// are no versions.
+    [[nodiscard]] zk::ZkBool openState(const QString & name);
 
     /// The name that was given.
     [[nodiscard]] const QString & name() const { return m_sName; }

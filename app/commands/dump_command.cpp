@@ -29,9 +29,10 @@ public:
     {
         source opened;
         std::shared_ptr<model::project> project;
-        zk::ZkBool result = opened.open(m_sSource);
+        const int version = versionNumber(m_sVersion).value_or(Now);
+        zk::ZkBool result = version == Now ? opened.openState(m_sSource) : opened.open(m_sSource);
         if (result) {
-            result = opened.load(versionNumber(m_sVersion).value_or(Now), project);
+            result = opened.load(version, project);
         }
         if (!result) {
             return failed(result.getDesc());

@@ -734,7 +734,8 @@ private Q_SLOTS:
                                          QStringLiteral("c") + QChar(0x85) + QStringLiteral("d") +
                                          QChar(0x200f) + QStringLiteral("e.korv")});
         QCOMPARE(result.status, 1);
-        QCOMPARE(result.errors, QByteArray("a b c d<U+200F>e.korv: does not exist; check the name\n"));
+        QVERIFY2(result.errors.endsWith("/a b c d<U+200F>e.korv: does not exist; check the name\n"),
+                 result.errors.constData());
     }
 
     void importFromStandardInput();

@@ -2,6 +2,7 @@
 
 #include "app/source.h"
 
+#include "support/damaged_database.h"
 #include "support/program.h"
 #include "support/project_support.h"
 
@@ -224,6 +225,20 @@ private Q_SLOTS:
         QCOMPARE(dumped("v3").status, 1);
         QCOMPARE(dumped("v3").errors, m_sProject.toUtf8() + ": v3: the project has 2 versions\n");
         QCOMPARE(dumped("2").status, 2);
+    }
+    /// The state is there to be saved as long as it is whole itself.
+    void dumpsTheStateBesideADamagedHistory()
+    {
+        const QByteArray state = runProgram({"dump", m_sProject}).output;
+        zk::ZkSqlDatabase::clearAllDatabases();
+        QVERIFY(support::spoilTable(m_sProject, "t_project_historic"));
+        const auto dumped = runProgram({"dump", m_sProject});
+        QCOMPARE(dumped.errors, QByteArray());
+        QCOMPARE(dumped.output, state);
+        const auto version = runProgram({"dump", m_sProject, "v1"});
+        QCOMPARE(version.status, 1);
+        QVERIFY2(version.errors.startsWith(m_sProject.toUtf8() + ": is damaged ("),
+                 version.errors.constData());
     }
     void dumpsAText()
     {
