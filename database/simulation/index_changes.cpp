@@ -49,14 +49,30 @@ refusal makeParts(const state & at, const table & owner, const create_index & as
     return {};
 }
 
-refusal typeRefusal(const state & at, const table & owner, const index & made)
+// What the table has against another index, whatever its name.
+refusal tableRefusal(const state & at, const table & owner, const index & made)
 {
     for (const key_part & part : made.parts) {
         if (!hasOrder(at.known, at.findColumn(owner, part.column)->type)) {
             return {refusal_cause::type_not_indexable, columnObject(owner.name, part.column), false};
         }
     }
+    const int most = at.known.keys.mostIndexes.value;
+    if (most > 0 && static_cast<int>(owner.indexes.size()) + (owner.key ? 1 : 0) >= most) {
+        return {refusal_cause::too_many_indexes, tableObject(owner.name), false};
+    }
     return {};
+}
+
+// Puts it in the place of one that a foreign key had made for itself.
+void putIndex(state & at, const table & owner, const index & made)
+{
+    at.change(owner, [&](table & changed) {
+        std::erase_if(changed.indexes, [&](const index & each) {
+            return each.madeByForeignKey && columnsOf(each.parts) == columnsOf(made.parts);
+        });
+        changed.indexes.push_back(made);
+    });
 }
 
 bool mayHoldLongValues(const state & at, const table & owner, const index & made)
@@ -133,20 +149,11 @@ refusal apply(state & at, const create_index & asked, losses & lost)
         return asked.ifNotExists ? refusal()
                                  : refusal{refusal_cause::index_exists, indexObject(made.name), false};
     }
-    if (why = typeRefusal(at, *owner, made); why) {
+    if (why = tableRefusal(at, *owner, made); why) {
         return why;
     }
-    const int most = at.known.keys.mostIndexes.value;
-    if (most > 0 && static_cast<int>(owner->indexes.size()) + (owner->key ? 1 : 0) >= most) {
-        return {refusal_cause::too_many_indexes, tableObject(owner->name), false};
-    }
     const bool isMaybeRefused = mayHoldLongValues(at, *owner, made);
-    at.change(*owner, [&](table & changed) {
-        std::erase_if(changed.indexes, [&](const index & each) {
-            return each.madeByForeignKey && columnsOf(each.parts) == columnsOf(made.parts);
-        });
-        changed.indexes.push_back(made);
-    });
+    putIndex(at, *owner, made);
     return isMaybeRefused ? refusal{refusal_cause::value_too_long_for_index, indexObject(made.name), true}
                           : refusal();
 }
