@@ -16,9 +16,9 @@ import re
 import subprocess
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+from source_folders import FOLDERS, ROOT
+
 BUILD = ROOT / "build/dev"
-FOLDERS = ("app/", "database/", "host/", "plugin/", "view/")
 CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME", pathlib.Path.home() / ".cache")) / "korvane-analyse"
 
 TOOLS = {
@@ -43,7 +43,7 @@ def sources_of(commands, given):
     chosen = {}
     for entry in commands:
         name = os.path.relpath(entry["file"], ROOT)
-        wanted = name in given if given else name.startswith(FOLDERS)
+        wanted = name in given if given else name.split("/")[0] in FOLDERS
         if wanted and name not in chosen:
             chosen[name] = entry
     if missing := sorted(set(given) - set(chosen)):

@@ -6,13 +6,12 @@ are not looked at.
 """
 
 import fnmatch
-import pathlib
 import re
 import sys
 import tomllib
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("app", "database", "host", "plugin", "view")
+from source_folders import FOLDERS, ROOT
+
 INCLUDE = re.compile(r'^\s*#\s*include\s+["<]([^">]+)[">]', re.MULTILINE)
 # Where a quoted name is looked for, beside the folder of the file itself.
 SEARCHED = (ROOT, ROOT / "host")

@@ -5,14 +5,13 @@ cppcheck looks for them, by name. What overrides a function of Qt or of another 
 stands in scripts/checks/unused.toml, with the reason; an entry that nothing needs fails.
 """
 
-import pathlib
 import re
 import subprocess
 import sys
 import tomllib
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("app", "host", "plugin", "view")
+from source_folders import FOLDERS, ROOT
+
 CPPCHECK = ("cppcheck", "--enable=unusedFunction", "--quiet", "--language=c++", "--std=c++20", "--library=qt", "-I", ".",
             "-I", "host", "-DQ_OBJECT=", "-DQ_SLOTS=", "-DQ_SIGNALS=public", "-DQ_EMIT=", "--template={file}:{line}|{id}|{message}")
 FOUND = re.compile(r"^(\S+)\|unusedFunction\|The function '(\w+)' is never used\.$", re.MULTILINE)

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Takes the pictures of the manual (docs/images) anew, on a display that nobody sees.
-# Needs the Debian packages xvfb, xauth and fonts-dejavu-core.
 #
 # usage: screenshots.sh [FOLDER [all]]     "all" takes more states of the main window than the manual shows;
 #                                          QT_SCALE_FACTOR=2 in the environment takes them at double size
 set -euo pipefail
 cd "$(dirname "$0")/.."
+scripts/install_dependencies.sh screenshots
 cmake --preset dev >/dev/null
 cmake --build --preset dev --target screenshots
 folder=${1:-docs/images}

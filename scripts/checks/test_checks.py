@@ -217,5 +217,50 @@ class Coverage(CheckTest):
         self.assertEqual(file.read_text(encoding="utf-8"), '[branches]\n"plugin" = 95.0\n"plugin/builder" = 50.0\n')
 
 
+class Floors(CheckTest):
+    def setUp(self):
+        super().setUp()
+        self.commit('"plugin" = 80.0\n"view" = 70.0\n')
+        self.commit('"plugin" = 85.0\n"view" = 70.0\n')
+
+    def floors(self, lines):
+        self.write("scripts/checks/coverage.toml", "[branches]\n" + lines)
+
+    def git(self, *arguments):
+        done = subprocess.run(["git", "-c", "user.name=a", "-c", "user.email=a@localhost", *arguments], cwd=self.root, check=True,
+                              capture_output=True, text=True)
+        return done.stdout.strip()
+
+    def commit(self, lines):
+        self.floors(lines)
+        self.git("add", "scripts/checks/coverage.toml")
+        self.git("commit", "-q", "-m", "a test")
+
+    def test_as_committed(self):
+        self.assert_silent("check_floors.py")
+
+    def test_raised(self):
+        self.floors('"plugin" = 85.1\n"view" = 70.0\n"app" = 1.0\n')
+        self.assert_silent("check_floors.py")
+
+    def test_lowered(self):
+        self.floors('"plugin" = 84.9\n"view" = 70.0\n')
+        newest = self.git("rev-parse", "--short", "HEAD")
+        self.assert_finds("check_floors.py", f"coverage.toml: 84.9 % are asked of plugin, but {newest} asked for 85.0 %\n")
+
+    def test_lowered_commits_ago(self):
+        highest = self.git("rev-parse", "--short", "HEAD")
+        self.commit('"plugin" = 80.0\n"view" = 70.0\n')
+        self.commit('"plugin" = 81.0\n"view" = 70.0\n')
+        self.assert_finds("check_floors.py", f"coverage.toml: 81.0 % are asked of plugin, but {highest} asked for 85.0 %\n")
+
+    def test_folder_left_out(self):
+        self.floors('"plugin" = 85.0\n')
+        newest = self.git("rev-parse", "--short", "HEAD")
+        self.assert_finds("check_floors.py", f"coverage.toml: nothing is asked of view, but {newest} asked for 70.0 %\n")
+        shutil.rmtree(self.root / "view")
+        self.assert_silent("check_floors.py")
+
+
 if __name__ == "__main__":
     unittest.main()
