@@ -1,6 +1,7 @@
 // Commands that come to an early end: by a signal, or because memory runs out.
 
 #include "support/program.h"
+#include "support/rounds.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -78,7 +79,8 @@ private Q_SLOTS:
         const QStringList before = names();
         int missed = 0;
         // Below the least of these the loader itself finds no room; with the greatest every command succeeds.
-        for (int kilobytes = 50000; kilobytes <= 170000; kilobytes += 2000) {
+        const int step = 120000 / support::rounds(60);
+        for (int kilobytes = 50000; kilobytes <= 170000; kilobytes += step) {
             QFile::remove(path("tagged.korv"));
             QVERIFY(QFile::copy(path("large.korv"), path("tagged.korv")));
             const program_result result = runWithin(kilobytes, command);

@@ -4,6 +4,7 @@
 // KORVANE_KILLS is how many runs are ended, 120 by default.
 
 #include "faults/command_runs.h"
+#include "support/rounds.h"
 
 #include <QRandomGenerator>
 #include <QThread>
@@ -29,7 +30,8 @@ private:
 
 void tst_kills::atAnyMoment()
 {
-    const int count = qMax(1, qEnvironmentVariable("KORVANE_KILLS", "120").toInt());
+    const int asked = qEnvironmentVariableIntValue("KORVANE_KILLS");
+    const int count = asked > 0 ? asked : support::rounds(120);
     for (int i = 0; i < count; ++i) {
         const QString & command = faults::Commands.at(i % faults::Commands.size());
         const int signal = QList<int>{SIGKILL, SIGTERM, SIGKILL, SIGINT}.at(i / faults::Commands.size() % 4);

@@ -1,4 +1,5 @@
 #include "support/project_support.h"
+#include "support/rounds.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
@@ -50,7 +51,7 @@ private Q_SLOTS:
     {
         int oldStates = 0;
         int newStates = 0;
-        for (int i = 0; i < 250; ++i) {
+        for (int i = 0; i < support::rounds(250); ++i) {
             QFile::remove(path("p.korv"));
             QFile::remove(path("p.korv-journal"));
             QVERIFY(QFile::copy(path("old.korv"), path("p.korv")));
@@ -65,7 +66,7 @@ private Q_SLOTS:
     void intoANewFile()
     {
         int none = 0;
-        for (int i = 0; i < 150; ++i) {
+        for (int i = 0; i < support::rounds(150); ++i) {
             QFile::remove(path("n.korv"));
             killAfterAWhile("n.korv");
             if (!QFile::exists(path("n.korv"))) {

@@ -4,6 +4,7 @@
 // KORVANE_COMMAND_PAIRS is how many pairs of each kind are run; without it a few are.
 
 #include "support/project_support.h"
+#include "support/rounds.h"
 
 #include "storage/history.h"
 #include "tools/bounded_uncompress.h"
@@ -112,7 +113,8 @@ void tst_command_pairs::pairs()
 {
     QFETCH(QStringList, kinds);
     QFETCH(bool, isNew);
-    const int rounds = qMax(1, qEnvironmentVariable("KORVANE_COMMAND_PAIRS", "20").toInt());
+    const int asked = qEnvironmentVariableIntValue("KORVANE_COMMAND_PAIRS");
+    const int rounds = asked > 0 ? asked : support::rounds(20);
     for (int round = 0; round < rounds; ++round) {
         if (isNew) {
             QFile::remove(path("p.korv"));
