@@ -3,6 +3,7 @@
 
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -42,7 +43,24 @@ FUNCTION = """int sumOf(int first, int second)
 
 COUNTS = """#!/bin/sh
 echo '{"files": [{"filename": "plugin/a.cpp", "branch_covered": 9, "branch_total": 10},
-                 {"filename": "plugin/builder/b.cpp", "branch_covered": 1, "branch_total": 2}]}'
+                 {"filename": "plugin/builder/b.cpp", "branch_covered": 1, "branch_total": 2},
+                 {"filename": "app/straight.cpp", "branch_covered": 0, "branch_total": 0}]}'
+"""
+
+TEMPORARIES = """#include <string>
+std::string named(const std::string & name, bool isOld)
+{
+    return isOld ? name : "a new " + name + ", as " + name + " was";
+}
+int forgotten(int given)
+{
+    // never called
+    return given > 0 ? 1 : 2;
+}
+int main()
+{
+    return named("a", true).size() + named("b", false).size() == 18 ? 0 : 1;
+}
 """
 
 
@@ -196,25 +214,58 @@ class Coverage(CheckTest):
         return self.write("scripts/checks/coverage.toml", "[branches]\n" + "\n".join(lines) + "\n")
 
     def test_enough(self):
-        self.floor(plugin=83.3)
+        self.floor(app=1.0, plugin=83.3)
         self.assert_silent("check_coverage.py")
 
     def test_too_little(self):
-        self.floor(plugin=83.4)
+        self.floor(app=1.0, plugin=83.4)
         self.assert_finds("check_coverage.py", "plugin: the tests take 83.3 % of the branches, 83.4 % are wanted\n")
 
     def test_deepest_folder_counts(self):
-        self.floor(**{"plugin": 90.0, "plugin/builder": 50.1})
+        self.floor(**{"app": 1.0, "plugin": 90.0, "plugin/builder": 50.1})
         self.assert_finds("check_coverage.py", "plugin/builder: the tests take 50.0 % of the branches, 50.1 % are wanted\n")
 
     def test_nothing_counted(self):
-        self.floor(plugin=1.0, view=1.0)
-        self.assert_finds("check_coverage.py", "view: no branch was counted\n")
+        self.floor(app=1.0, plugin=1.0, view=1.0)
+        self.assert_finds("check_coverage.py", "view: nothing was counted\n")
 
     def test_raise(self):
-        file = self.floor(**{"plugin": 95.0, "plugin/builder": 10.0})
+        file = self.floor(**{"app": 1.0, "plugin": 95.0, "plugin/builder": 10.0})
         self.run_check("check_coverage.py", "--raise")
-        self.assertEqual(file.read_text(encoding="utf-8"), '[branches]\n"plugin" = 95.0\n"plugin/builder" = 50.0\n')
+        self.assertEqual(file.read_text(encoding="utf-8"), '[branches]\n"app" = 100.0\n"plugin" = 95.0\n"plugin/builder" = 50.0\n')
+
+    def test_file_of_no_folder(self):
+        self.floor(plugin=1.0)
+        self.assert_finds("check_coverage.py", "app/straight.cpp: no folder of coverage.toml has this file\n")
+
+
+class Gcov(CheckTest):
+    """Counts what the compiler makes of a real source."""
+
+    def branches(self, executable):
+        self.write("a.cpp", TEMPORARIES)
+        subprocess.run(["g++", "-Og", "--coverage", "-o", "a", "a.cpp"], cwd=self.root, check=True)
+        subprocess.run([self.root / "a"], cwd=self.root, check=True)
+        note = next(self.root.glob("*a.gcno"))
+        subprocess.run([*executable, "--branch-counts", "--branch-probabilities", note], cwd=self.root, check=True,
+                       stdout=subprocess.DEVNULL)
+        text = (self.root / "a.cpp.gcov").read_text(encoding="utf-8")
+        told = re.search(r"^ *\S+: *4:.*\n((?:(?:branch|call) .*\n)*)", text, re.MULTILINE)[1]
+        found = [line for line in told.split("\n") if line.startswith("branch") and not line.endswith("(throw)")]
+        return {"taken": sum(not line.endswith(("never executed", "taken 0")) for line in found), "all": len(found)}
+
+    def test_what_only_an_exception_reaches(self):
+        plain = self.branches(["gcov"])
+        without = self.branches([self.root / "scripts/gcov_without_exceptions.py"])
+        self.assertGreater(plain["all"], plain["taken"])
+        self.assertEqual(without["taken"], plain["taken"])
+        self.assertEqual(without["all"], without["taken"])
+
+    def test_what_was_not_run_stays(self):
+        without = self.branches([self.root / "scripts/gcov_without_exceptions.py"])
+        text = (self.root / "a.cpp.gcov").read_text(encoding="utf-8")
+        self.assertRegex(text, r"#####: *9:.*\nbranch  0 never executed\nbranch  1 never executed\n")
+        self.assertGreater(without["all"], 0)
 
 
 class Floors(CheckTest):

@@ -394,6 +394,10 @@ private Q_SLOTS:
                                  << QByteArray("Make it & go ? It is new. (-y answers Yes)\n");
         QTest::newRow("button for Escape") << "question_escape" << false << 1 << QByteArray("clicked Stay\n")
                                            << QByteArray("Go ? (-y answers Yes)\n");
+        QTest::newRow("own buttons") << "question_own" << false << 1 << QByteArray("clicked nothing\n")
+                                     << QByteArray("Left or right ? (-y answers Yes)\n");
+        QTest::newRow("own buttons, -y") << "question_own" << true << 1 << QByteArray("clicked nothing\n")
+                                         << QByteArray("Left or right ? (-y answers Yes)\n");
         QTest::newRow("progress") << "progress" << false << 0 << QByteArray("worked\n") << QByteArray();
         QTest::newRow("information") << "information" << false << 0 << QByteArray("something to know\ntold\n")
                                      << QByteArray();

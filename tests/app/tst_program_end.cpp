@@ -254,7 +254,8 @@ private:
     {
         return support::runShell(QString("cd '%1' && ulimit -c 0 && ulimit -v %2 && exec '%3' %4")
                                      .arg(m_dir.path(), QString::number(kilobytes), KORVANE_PROGRAM, command),
-                                 {});
+                                 // A busy machine must not let a script meet its limit of time first.
+                                 {{"KORVANE_SCRIPT_TIMEOUT_MS", "60000"}});
     }
 
     QTemporaryDir m_dir;

@@ -72,6 +72,7 @@ public:
             {QStringLiteral("question_ok"), [this] { return ask(QMessageBox::Ok | QMessageBox::Cancel); }},
             {QStringLiteral("question_no"), [this] { return askForNo(); }},
             {QStringLiteral("question_escape"), [this] { return askWithEscape(); }},
+            {QStringLiteral("question_own"), [this] { return askWithOwnButtons(); }},
             {QStringLiteral("progress"), [this] { return showProgress(); }},
             {QStringLiteral("question_then_dialog"), [this] { return askThenDialog(); }},
             {QStringLiteral("information"), [this] { return inform(QMessageBox::Information); }},
@@ -169,6 +170,18 @@ private:
         box.setEscapeButton(stay);
         box.exec();
         say(QStringLiteral("clicked ") + box.clickedButton()->text());
+        return zk::ZkBool::success();
+    }
+    /// Asks with two buttons that mean neither Yes nor No, in a box that is answered by none of them either.
+    zk::ZkBool askWithOwnButtons()
+    {
+        QMessageBox box(QMessageBox::Question, QStringLiteral("Korvane - AskingPlugin"),
+                        QStringLiteral("Left or right ?"));
+        box.addButton(QStringLiteral("Left"), QMessageBox::ActionRole);
+        box.addButton(QStringLiteral("Right"), QMessageBox::ActionRole);
+        box.exec();
+        say(box.clickedButton() ? QStringLiteral("clicked ") + box.clickedButton()->text()
+                                : QStringLiteral("clicked nothing"));
         return zk::ZkBool::success();
     }
     zk::ZkBool showProgress()
