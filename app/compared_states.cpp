@@ -17,9 +17,9 @@ ZkBool loadTwoSources(const comparison_request & request, compared_states & stat
 {
     source former;
     source later;
-    ZkBool result = former.open(request.source);
+    ZkBool result = former.openState(request.source);
     if (result) {
-        result = later.open(request.from);
+        result = later.openState(request.from);
     }
     if (result) {
         result = former.load(Now, states.before);
