@@ -18,7 +18,7 @@ using model::object_kind;
 
 struct outline_line
 {
-    int depth = 0; ///< 0 for an entity or enumeration
+    qsizetype depth = 0; ///< 0 for an entity or enumeration
     QString text;
     std::vector<QString> statements; ///< that follow from it
 };
@@ -120,7 +120,7 @@ private:
         }
         addLine(2, m_words.lineOf(change));
     }
-    void addLine(int depth, const QString & text) { m_lines.push_back({depth, text, {}}); }
+    void addLine(qsizetype depth, const QString & text) { m_lines.push_back({depth, text, {}}); }
 
     /// A statement stands below the first change that it follows from.
     void addStatements(const step_script & script, const std::vector<std::size_t> & lineOfChange)
@@ -155,14 +155,19 @@ private:
     std::vector<outline_line> m_lines;
 };
 
+QString blanks(qsizetype count)
+{
+    return QString(count, QLatin1Char(' '));
+}
+
 /// The lines of `statement`, each after `indent` blanks.
-QString indented(const QString & statement, int indent)
+QString indented(const QString & statement, qsizetype indent)
 {
     QString lines;
     for (const QString & line : statement.split(QLatin1Char('\n'))) {
         const QString shown = oneLine(line);
         const auto first = std::find_if(line.cbegin(), line.cend(), [](QChar c) { return c != u' '; });
-        lines += QString(indent + (first - line.cbegin()), QLatin1Char(' ')) + shown + QLatin1Char('\n');
+        lines += blanks(indent + (first - line.cbegin())) + shown + QLatin1Char('\n');
     }
     return lines;
 }
@@ -183,7 +188,7 @@ QString escaped(const QString & text)
 }
 
 /// The statements as a block of code of a list entry that is `indent` blanks in.
-QString codeBlock(const std::vector<QString> & statements, int indent)
+QString codeBlock(const std::vector<QString> & statements, qsizetype indent)
 {
     QString code;
     for (const QString & statement : statements) {
@@ -193,8 +198,7 @@ QString codeBlock(const std::vector<QString> & statements, int indent)
     while (code.contains(fence)) {
         fence += QLatin1Char('`');
     }
-    const QString blanks(indent, QLatin1Char(' '));
-    return QStringLiteral("\n%1%2sql\n%3%1%2\n").arg(blanks, fence, code);
+    return QStringLiteral("\n%1%2sql\n%3%1%2\n").arg(blanks(indent), fence, code);
 }
 
 } // namespace
@@ -204,7 +208,7 @@ QByteArray diffText(const diff_report & report)
     QString text = oneLine(headOf(report)) + QLatin1Char('\n');
     const outline told(report);
     for (const outline_line & line : told.lines()) {
-        text += line.depth == 0 ? QStringLiteral("\n") : QString(2 * line.depth, QLatin1Char(' '));
+        text += line.depth == 0 ? QStringLiteral("\n") : blanks(2 * line.depth);
         text += oneLine(line.text) + QLatin1Char('\n');
         for (const QString & statement : line.statements) {
             text += indented(statement, 2 * line.depth + 4);
@@ -223,8 +227,8 @@ QByteArray diffMarkdown(const diff_report & report)
         if (line.depth == 0) {
             text += QStringLiteral("\n### %1\n").arg(shown);
         } else {
-            text += (isList ? QString() : QStringLiteral("\n")) +
-                    QString(2 * (line.depth - 1), QLatin1Char(' ')) + QStringLiteral("- %1\n").arg(shown);
+            text += (isList ? QString() : QStringLiteral("\n")) + blanks(2 * (line.depth - 1)) +
+                    QStringLiteral("- %1\n").arg(shown);
         }
         if (!line.statements.empty()) {
             text += codeBlock(line.statements, 2 * line.depth);

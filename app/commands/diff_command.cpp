@@ -111,6 +111,13 @@ QString diff_command::whyWrong() const
         return QStringLiteral(
             "--sql prints the script alone, which has no other format; leave one of both out");
     }
+    const bool hasOptions = m_scriptRequest.noCustomScript || !m_sRelationships.isEmpty() ||
+                            !m_sCustomScript.isEmpty() || !m_plugin.name.isEmpty();
+    if (hasOptions && !wantsStatements()) {
+        return QStringLiteral(
+            "Without --db or --sql no statements are told, and the options of the export have "
+            "no say; add one of both");
+    }
     const QString & database = m_scriptRequest.database;
     const QString wrong = database.isEmpty() ? QString() : whyNotOneDatabase(database);
     return wrong.isEmpty() ? m_request.whyWrong() : wrong;
@@ -156,7 +163,7 @@ int diff_command::run()
             return status;
         }
     }
-    if (m_isScript) {
+    if (m_isScript && report.script) {
         printBytes(report.script->bytes);
     } else {
         const QString format = m_isJson ? QStringLiteral("json") : m_sFormat;

@@ -334,6 +334,14 @@ DROP TABLE `b`;
             << QStringList{"--sql", "--format", "markdown"} << 2
             << QByteArray(
                    "--sql prints the script alone, which has no other format; leave one of both out\n");
+        for (const QString & option : {QString("--relationships=no"), QString("--custom-script=a.js"),
+                                       QString("--no-custom-script"), QString("--plugin=Foo")}) {
+            QTest::newRow(qPrintable(option + " without statements"))
+                << QStringList{option} << 2
+                << QByteArray(
+                       "Without --db or --sql no statements are told, and the options of the export have no "
+                       "say; add one of both\n");
+        }
         QTest::newRow("plugin") << QStringList{"--sql", "--plugin", "Foo"} << 1 << QByteArray("Foo");
     }
     void failures()
