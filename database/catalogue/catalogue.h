@@ -43,6 +43,7 @@ struct index
     std::vector<key_part> parts;
     bool unique = false;
     bool madeByForeignKey = false; ///< gives way to an index that is asked for
+    bool isConstraint = false;     ///< it can be dropped as a constraint, and as nothing else
 
     bool operator==(const index &) const = default;
 };

@@ -104,6 +104,7 @@ struct type_word
     int fewestNumbers = 0;  ///< else it is an error in the syntax
     int usual = -1;         ///< first number when there is none; -1 for none
     int usualScale = -1;    ///< second number when only one is there
+    int largestScale = 0;   ///< second number, which is no more than the first then; 0 for no limit
     int smallest = 0;       ///< first number that the row is for
     int largest = 0;        ///< the same; 0 for no limit
     bool countable = false; ///< a key of the type may be marked as counted
@@ -153,6 +154,7 @@ struct type_facts
                                                     ///< and before a quotation without end
     fact<bool> mayBeMissing;                        ///< a column needs no type
     fact<QLatin1String> countableType; ///< the one type that may be marked as counted; empty for any
+    fact<bool> countedNeedsKey;        ///< a counted column has to be the first of a key or an index
     fact<bool> onlyOneCounted;         ///< a table has no more than one counted column
     fact<bool> numbersOnlyInBrackets;  ///< of a type: one or two numbers and nothing else
     fact<std::span<const QLatin1String>> withoutOrder; ///< families of types that no index can be on

@@ -23,6 +23,12 @@ bool haveNumbersOnly(const QStringList & arguments)
     return std::all_of(arguments.begin(), arguments.end(), isNumber);
 }
 
+bool haveTextsOnly(const QStringList & arguments)
+{
+    return std::all_of(arguments.begin(), arguments.end(),
+                       [](const QString & each) { return each.startsWith(u'\''); });
+}
+
 bool contains(std::span<const QLatin1String> words, const QString & word)
 {
     return std::find(words.begin(), words.end(), word) != words.end();
@@ -78,6 +84,12 @@ bool fitsNumber(const type_word & row, const QStringList & arguments)
 
 void addUsual(understood_type & type)
 {
+    // Where a width or a precision can be too large, none at all is as if it was not there.
+    const bool isCounted = type.row->tooLarge == refusal_cause::width_too_large ||
+                           type.row->tooLarge == refusal_cause::precision_too_large;
+    if (isCounted && !type.arguments.isEmpty() && type.arguments.constFirst().toInt() == 0) {
+        type.arguments.clear();
+    }
     const bool hasOther = type.isUnsigned && type.row->usualUnsigned >= 0;
     const int usual = hasOther ? type.row->usualUnsigned : type.row->usual;
     if (type.arguments.isEmpty() && usual >= 0) {
@@ -93,7 +105,8 @@ void chooseRow(std::span<const type_word> rows, understood_type & type)
     const QStringList & arguments = type.arguments;
     const type_word & first = rows.front();
     const auto counted = std::find_if(rows.begin(), rows.end(), [&](const type_word & row) {
-        return fitsCount(row, arguments.size()) && (row.takesTexts || haveNumbersOnly(arguments));
+        return fitsCount(row, arguments.size()) &&
+               (row.takesTexts ? haveTextsOnly(arguments) : haveNumbersOnly(arguments));
     });
     if (counted == rows.end()) {
         const bool isTooMany = arguments.size() > first.mostNumbers && haveNumbersOnly(arguments);
@@ -110,6 +123,12 @@ void chooseRow(std::span<const type_word> rows, understood_type & type)
     type.row = found == rows.end() ? &*counted : &*found;
     if (found == rows.end()) {
         type.arguments.front() = QString::number(counted->largest);
+    }
+    if (const int most = type.row->largestScale; most > 0 && arguments.size() == 2) {
+        const int scale = arguments.at(1).toInt();
+        type.refused = scale > most                      ? refusal_cause::scale_too_large
+                       : scale > arguments.at(0).toInt() ? refusal_cause::scale_over_precision
+                                                         : refusal_cause::none;
     }
     addUsual(type);
 }
@@ -148,8 +167,8 @@ QString familyOf(const facts & known, const QString & declared)
     }
     if (type.isArray) {
         // Those of texts with a length have no family, whatever the length.
-        const bool isPlain = type.row->family[0] != '\0' && !QLatin1String(type.row->shown).contains(u'%');
-        return isPlain ? shownType(known, declared) : QString();
+        const bool hasFamily = type.row->family[0] != '\0' && !type.row->isBounded;
+        return hasFamily ? shownType(known, declared) : QString();
     }
     return QString::fromLatin1(type.isUnsigned ? type.row->ifUnsigned : type.row->family);
 }
@@ -298,7 +317,7 @@ QString shownType(const facts & known, const QString & type)
         shown = QString::fromLatin1(found.row->word).toLower() % u'%';
     }
     shown.replace(u'%', brackets);
-    return shown % QLatin1String(found.isUnsigned ? " unsigned" : "") %
+    return shown % QLatin1String(found.isUnsigned && !found.row->isTime ? " unsigned" : "") %
            QLatin1String(found.isArray ? "[]" : "");
 }
 

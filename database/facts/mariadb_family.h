@@ -16,8 +16,9 @@ inline constexpr lock_cost MariadbLockCosts[] = {
 
 // What the type of a column is told with before the table is looked for.
 inline constexpr refusal_cause MariadbReadFirst[] = {
-    refusal_cause::unknown_type, refusal_cause::length_too_large, refusal_cause::width_too_large,
-    refusal_cause::precision_too_large, refusal_cause::specifier_impossible};
+    refusal_cause::unknown_type,        refusal_cause::length_too_large,     refusal_cause::width_too_large,
+    refusal_cause::precision_too_large, refusal_cause::specifier_impossible, refusal_cause::scale_too_large,
+    refusal_cause::scale_over_precision};
 
 // clang-format off
 inline constexpr error_code MariadbErrors[] = {
@@ -35,6 +36,8 @@ inline constexpr error_code MariadbErrors[] = {
     {refusal_cause::text_too_long, QLatin1String("1074")},
     {refusal_cause::width_too_large, QLatin1String("1439")},
     {refusal_cause::precision_too_large, QLatin1String("1426")},
+    {refusal_cause::scale_too_large, QLatin1String("1425")},
+    {refusal_cause::scale_over_precision, QLatin1String("1427")},
     {refusal_cause::specifier_impossible, QLatin1String("1063")},
     {refusal_cause::too_many_columns, QLatin1String("1117")},
     {refusal_cause::target_column_count, QLatin1String("1239")},
@@ -130,6 +133,7 @@ constexpr facts mariadbFamily(QLatin1String key, QLatin1String label, bool isTri
                 .readFirst = {MariadbReadFirst, source},
                 .mayBeMissing = {false, source},
                 .countableType = {QLatin1String(""), source},
+                .countedNeedsKey = {true, source},
                 .onlyOneCounted = {true, source},
                 .numbersOnlyInBrackets = {false, source},
                 .withoutOrder = {{}, source},

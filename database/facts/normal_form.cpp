@@ -66,6 +66,7 @@ catalogue normalForm(catalogue held, const facts & known)
         // No server tells it.
         for (index & each : owner.indexes) {
             each.madeByForeignKey = false;
+            each.isConstraint = false;
         }
     }
     return held;

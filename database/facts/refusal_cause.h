@@ -26,6 +26,8 @@ enum class refusal_cause
     text_too_long,        ///< the length of a text that has a bound
     width_too_large,      ///< the number of digits to show
     precision_too_large,  ///< the number of digits
+    scale_too_large,      ///< the number of those after the point
+    scale_over_precision, ///< more of them than digits
     specifier_impossible, ///< a number or a mark that the type cannot have
     relation_exists,      ///< a table, or what shares its names, has the name
     table_missing,

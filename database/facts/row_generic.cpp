@@ -67,6 +67,7 @@ constinit const facts GenericFacts = {
             .readFirst = {{}, Source},
             .mayBeMissing = {false, Source},
             .countableType = {QLatin1String(""), Source},
+            .countedNeedsKey = {false, Source},
             .onlyOneCounted = {false, Source},
             .numbersOnlyInBrackets = {false, Source},
             .withoutOrder = {{}, Source},

@@ -108,6 +108,7 @@ constinit const facts MssqlserverFacts = {
             .readFirst = {{}, Source},
             .mayBeMissing = {false, Source},
             .countableType = {QLatin1String(""), Source},
+            .countedNeedsKey = {false, Source},
             .onlyOneCounted = {true, Source},
             .numbersOnlyInBrackets = {false, Source},
             .withoutOrder = {WithoutOrder, Source},

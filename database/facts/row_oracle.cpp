@@ -104,6 +104,7 @@ constinit const facts OracleFacts = {
             .readFirst = {{}, Source},
             .mayBeMissing = {false, Source},
             .countableType = {QLatin1String(""), Source},
+            .countedNeedsKey = {false, Source},
             .onlyOneCounted = {false, Source},
             .numbersOnlyInBrackets = {false, Source},
             .withoutOrder = {WithoutOrder, Source},

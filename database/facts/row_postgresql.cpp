@@ -18,6 +18,8 @@ constexpr QLatin1String Functions[] = {QLatin1String("current_catalog"), QLatin1
                                        QLatin1String("current_user"),    QLatin1String("current_timestamp"),
                                        QLatin1String("localtime"),       QLatin1String("session_user"),
                                        QLatin1String("localtimestamp"),  QLatin1String("user")};
+constexpr QLatin1String SyntaxErrors[] = {QLatin1String("PRECISION"), QLatin1String("ROW"),
+                                          QLatin1String("TABLE")};
 constexpr refusal_cause ReadFirst[] = {refusal_cause::precision_too_large};
 constexpr family_pair References[] = {{"integer", "numeric"}, {"integer", "real"},  {"integer", "oid"},
                                       {"numeric", "real"},    {"string", "bpchar"}, {"bpchar", "string"},
@@ -114,11 +116,12 @@ constinit const facts PostgresqlFacts = {
     .types =
         {
             .words = {PostgresqlTypes, Source},
-            .syntaxErrors = {{}, Source},
+            .syntaxErrors = {SyntaxErrors, Source},
             .unknown = {unknown_type::refused, Source},
             .readFirst = {ReadFirst, Source},
             .mayBeMissing = {false, Source},
             .countableType = {QLatin1String(""), Source},
+            .countedNeedsKey = {false, Source},
             .onlyOneCounted = {false, Source},
             .numbersOnlyInBrackets = {false, Source},
             .withoutOrder = {WithoutOrder, Source},

@@ -86,6 +86,7 @@ constinit const facts SqliteFacts = {
             .readFirst = {{}, Source},
             .mayBeMissing = {true, Source},
             .countableType = {QLatin1String("INTEGER"), Source},
+            .countedNeedsKey = {false, Source},
             .onlyOneCounted = {true, Source},
             .numbersOnlyInBrackets = {true, Source},
             .withoutOrder = {{}, Source},

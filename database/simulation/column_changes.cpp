@@ -65,6 +65,11 @@ refusal addingRefusal(const state & at, const table & owner, const add_column & 
     if (asked.definition.unique && !hasOrder(at.known, made.type)) {
         return {refusal_cause::type_not_indexable, object, false};
     }
+    const bool hasCounted = std::any_of(owner.columns.begin(), owner.columns.end(),
+                                        [](const column & each) { return each.counted; });
+    if (made.counted && hasCounted && at.known.types.onlyOneCounted.value) {
+        return {refusal_cause::several_counted, tableObject(owner.name), false};
+    }
     const bool isFilled = at.known.changes.notNullFilled.value;
     if (rows > 0 && made.notNull && !isFilled && !made.counted) {
         return {refusal_cause::not_null_added, object, false};
@@ -255,6 +260,23 @@ bool keepsValues(const understood_type & was, const understood_type & is)
     return (areWhole && was.isUnsigned == is.isUnsigned && is.bytes() >= was.bytes()) || isLonger;
 }
 
+// Whether the primary key has no room for the column when it is of the type.
+bool isKeyTooLong(const facts & known, const table & owner, const QString & column, const QString & type)
+{
+    int bytes = 0;
+    for (const key_part & part : owner.key->parts) {
+        const auto of = std::find_if(owner.columns.begin(), owner.columns.end(),
+                                     [&](const struct column & each) { return each.name == part.column; });
+        const bool isBeginning =
+            part.prefix > 0 && part.column == column && understoodType(known, type).length() > part.prefix;
+        const int prefix = part.column != column || isBeginning ? part.prefix : 0;
+        const QString & own = part.column == column ? type : of->type;
+        bytes += isLarge(known, own) && part.prefix > 0 ? bytesInKey(known, own, part.prefix)
+                                                        : bytesInKey(known, own, prefix);
+    }
+    return known.keys.longest.value > 0 && bytes > known.keys.longest.value;
+}
+
 refusal changingRefusal(const state & at, const renamed_column & found, const column & to)
 {
     const table & owner = *found.owner;
@@ -265,6 +287,15 @@ refusal changingRefusal(const state & at, const renamed_column & found, const co
     const key_part * const part = partOfKey(owner, found.old->name);
     if (part != nullptr && part->prefix == 0 && isLarge(at.known, to.type)) {
         return {refusal_cause::text_key_without_prefix, object, false};
+    }
+    if (part != nullptr && isKeyTooLong(at.known, owner, found.old->name, to.type)) {
+        return {refusal_cause::key_too_long, tableObject(owner.name), false};
+    }
+    const bool hasOtherCounted =
+        std::any_of(owner.columns.begin(), owner.columns.end(),
+                    [&](const column & each) { return each.counted && each.name != found.old->name; });
+    if (to.counted && hasOtherCounted && at.known.types.onlyOneCounted.value) {
+        return {refusal_cause::several_counted, tableObject(owner.name), false};
     }
     if (key != nullptr && (isOtherType || at.isCopied(owner))) {
         return {isOtherType ? refusal_cause::type_change_forbidden : refusal_cause::copy_needed,
@@ -409,7 +440,8 @@ refusal apply(state & at, const change_column & asked, losses & lost)
     }
     const column old = *found.old;
     const bool isKey = isInKey(*found.owner, old.name);
-    const column to{found.to, definition.type, definition.notNull || isKey, definition.counted};
+    const bool counts = definition.counted || understoodType(at.known, definition.type).counts();
+    const column to{found.to, definition.type, definition.notNull || isKey, counts};
     why = changingRefusal(at, found, to);
     if (why && !why.dependsOnValues) {
         return why;

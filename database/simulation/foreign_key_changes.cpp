@@ -4,6 +4,7 @@
 #include "database/simulation/parts.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace database {
 
@@ -15,7 +16,7 @@ bool isConstraint(const table & owner, const QString & name)
     return std::any_of(owner.foreignKeys.begin(), owner.foreignKeys.end(),
                        [&](const foreign_key & each) { return each.name == name; }) ||
            std::any_of(owner.indexes.begin(), owner.indexes.end(),
-                       [&](const index & each) { return each.unique && each.name == name; }) ||
+                       [&](const index & each) { return each.isConstraint && each.name == name; }) ||
            (owner.key && owner.key->name == name);
 }
 
@@ -49,11 +50,8 @@ public:
             why) {
             return why;
         }
-        if (m_at.known.foreignKeys.makesIndex.value && m_made.columns.size() != m_made.targetColumns.size()) {
-            return {refusal_cause::target_column_count, foreignKeyObject(m_made.name), false};
-        }
-        for (const auto step : {&new_foreign_key::checkIndexLength, &new_foreign_key::checkNameLength,
-                                &new_foreign_key::checkIndexColumns}) {
+        for (const auto step : {&new_foreign_key::checkIndexLength, &new_foreign_key::checkCount,
+                                &new_foreign_key::checkNameLength, &new_foreign_key::checkIndexColumns}) {
             if (const refusal why = (this->*step)(); why) {
                 return why;
             }
@@ -117,6 +115,14 @@ private:
         const bool isRefused = m_at.known.foreignKeys.makesIndex.value && once.removeDuplicates() > 0;
         return isRefused ? refusal{refusal_cause::column_repeated,
                                    columnObject(m_owner->name, once.constFirst()), false}
+                         : refusal();
+    }
+
+    [[nodiscard]] refusal checkCount()
+    {
+        const bool isRefused =
+            m_at.known.foreignKeys.makesIndex.value && m_made.columns.size() != m_made.targetColumns.size();
+        return isRefused ? refusal{refusal_cause::target_column_count, foreignKeyObject(m_made.name), false}
                          : refusal();
     }
 
@@ -266,6 +272,46 @@ private:
     foreign_key m_made;
 };
 
+// A foreign key, of any table, that refers to just these columns.
+const foreign_key * keyTo(const state & at, const table & owner, const std::vector<key_part> & parts)
+{
+    for (const table * other : at.referrersOf(owner)) {
+        for (const foreign_key & each : other->foreignKeys) {
+            QStringList asked = each.targetColumns;
+            QStringList there = columnsOf(parts);
+            asked.sort();
+            there.sort();
+            if (at.refersTo(each, owner) && asked == there) {
+                return &each;
+            }
+        }
+    }
+    return nullptr;
+}
+
+// Drops the key or the unique constraint of that name; none when there is no such one.
+std::optional<refusal> dropKey(state & at, const table & owner, const QString & name)
+{
+    const index * const unique = at.findIndex(owner, name);
+    const bool isUnique = unique != nullptr && unique->unique &&
+                          (unique->isConstraint || at.known.scopes.indexes.value == name_scope::table);
+    const bool isKey = owner.key && !owner.key->name.isEmpty() && owner.key->name == name;
+    if (!isUnique && !isKey) {
+        return std::nullopt;
+    }
+    const foreign_key * const needs = keyTo(at, owner, isKey ? owner.key->parts : unique->parts);
+    if (needs != nullptr && at.known.foreignKeys.targetMustBeWholeKey.value) {
+        return refusal{refusal_cause::index_needed, foreignKeyObject(needs->name), false};
+    }
+    at.change(owner, [&](table & changed) {
+        std::erase_if(changed.indexes, [&](const index & each) { return isUnique && each.name == name; });
+        if (isKey) {
+            changed.key.reset();
+        }
+    });
+    return refusal();
+}
+
 } // namespace
 
 refusal apply(state & at, const add_foreign_key & asked, losses & lost)
@@ -290,6 +336,11 @@ refusal apply(state & at, const drop_constraint & asked, losses & lost)
         return foldedName(at.known, each.name) == foldedName(at.known, name);
     };
     const bool isThere = std::any_of(owner->foreignKeys.begin(), owner->foreignKeys.end(), isNamed);
+    if (!isThere && !asked.asForeignKey) {
+        if (const auto done = dropKey(at, *owner, name)) {
+            return *done;
+        }
+    }
     if (!isThere) {
         return asked.ifExists ? refusal()
                               : refusal{refusal_cause::foreign_key_missing, foreignKeyObject(name), false};

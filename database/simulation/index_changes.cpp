@@ -176,7 +176,7 @@ refusal apply(state & at, const drop_index & asked, losses & lost)
     if (found == nullptr) {
         return asked.ifExists ? refusal() : refusal{refusal_cause::index_missing, indexObject(name), false};
     }
-    if (at.known.foreignKeys.makesIndex.value && isNeeded(at, *owner, *found)) {
+    if (found->isConstraint || (at.known.foreignKeys.makesIndex.value && isNeeded(at, *owner, *found))) {
         return {refusal_cause::index_needed, indexObject(found->name), false};
     }
     const QString gone = found->name;

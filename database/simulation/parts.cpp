@@ -163,6 +163,7 @@ index uniqueIndex(const state & at, const table & owner, const QString & name, c
 {
     index made;
     made.unique = true;
+    made.isConstraint = at.known.scopes.namesKeysAndSequences.value;
     const column * const of = at.findColumn(owner, name);
     const bool isPart = of != nullptr && !isHashed(at.known, of->type);
     made.parts = {{name, isPart ? indexedPart(at.known, of->type, 0) : 0}};

@@ -39,7 +39,8 @@ public:
         if (isTaken) {
             return taken;
         }
-        for (const auto step : {&new_table::makeKey, &new_table::checkSizes, &new_table::makeReferences}) {
+        for (const auto step : {&new_table::makeKey, &new_table::checkCounted, &new_table::checkSizes,
+                                &new_table::makeReferences}) {
             if (const refusal why = (this->*step)(); why) {
                 return why;
             }
@@ -221,6 +222,19 @@ private:
         return isUnbounded ? refusal{refusal_cause::text_key_without_prefix,
                                      columnObject(m_made.name, of.name), false}
                            : refusal();
+    }
+
+    refusal checkCounted()
+    {
+        for (std::size_t i = 0; i < m_columns.size() && m_at.known.types.countedNeedsKey.value; ++i) {
+            const QString & name = m_made.columns[i].name;
+            const bool isIndexed = (m_made.key && m_made.key->parts.front().column == name) ||
+                                   m_columns[i].unique || isUniqueByType(m_at.known, m_columns[i]);
+            if (m_made.columns[i].counted && !isIndexed) {
+                return {refusal_cause::counted_not_possible, columnObject(m_made.name, name), false};
+            }
+        }
+        return {};
     }
 
     refusal checkSizes()
