@@ -332,6 +332,8 @@ refusal apply(state & at, const drop_table & asked, losses & lost)
     bool hasRows = false;
     for (const table * other : at.referrersOf(*gone)) {
         if (other == gone) {
+            // Its own rows go with it, but the database counts while they do.
+            hasRows = hasRows || (!at.known.foreignKeys.keepsTarget.value && at.rowsOf(*gone) > 0);
             continue;
         }
         if (at.known.foreignKeys.keepsTarget.value) {
