@@ -141,6 +141,7 @@ private:
             full.to = versionWord(Now);
             full.now = m_now;
             full.isFull = true;
+            full.step = QStringLiteral("full");
             plugin::statement_list list = m_statements.fullStatements(*m_now, each.options);
             check::checker whole(*each.known, each.key);
             if (const ZkBool told = runScript(whole, full, std::move(list), &each.found); !told) {
@@ -215,6 +216,7 @@ private:
             check::script step;
             step.from = from == 0 ? QString() : versionWord(from);
             step.to = toWord(to, m_source.newestVersion());
+            step.step = from == 0 ? versionWord(to) : step.from + QLatin1Char('-') + versionWord(to);
             step.before = before;
             step.now = after;
             plugin::statement_list list =

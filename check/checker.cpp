@@ -40,6 +40,7 @@ public:
         m_run.script = next.name;
         m_run.from = next.from;
         m_run.to = next.to;
+        m_run.step = next.step;
     }
 
     void run()
@@ -212,7 +213,7 @@ void checker::addTo(report & told, finding one, const script & of) const
 {
     one.database = m_database;
     one.script = of.name;
-    one.step = of.step();
+    one.step = of.step;
     if (!m_known.isTried && one.weight == severity::error) {
         one.weight = severity::warning;
     }

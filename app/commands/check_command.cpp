@@ -8,11 +8,15 @@
 #include "app/source.h"
 #include "app/whole_file.h"
 
+#include "check/finding/acceptance.h"
 #include "check/finding/rule.h"
 #include "check/report/report.h"
 
 #include <QCoreApplication>
+#include <QDate>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <iterator>
@@ -53,6 +57,11 @@ const report_format Formats[] = {
      [](const check::report & of) { return check::textReport(of, {isTerminal()}).toUtf8(); }},
     {QLatin1String("json"),
      [](const check::report & of) { return check::jsonReport(of, QCoreApplication::applicationVersion()); }},
+    {QLatin1String("sarif"),
+     [](const check::report & of) { return check::sarifReport(of, QCoreApplication::applicationVersion()); }},
+    {QLatin1String("github"), &check::githubReport},
+    {QLatin1String("gitlab"), &check::gitlabReport},
+    {QLatin1String("markdown"), &check::markdownReport},
 };
 
 /// From which severity on there is something to object to.
@@ -112,6 +121,9 @@ private:
     [[nodiscard]] int judge();
     [[nodiscard]] int tell(const check::report & found) const;
     [[nodiscard]] check_request request() const;
+    [[nodiscard]] zk::ZkBool readAccepted(const source & of, check::accepted_findings & accepted) const;
+    [[nodiscard]] zk::ZkBool openText(source & text) const;
+    static void findPlaces(source & in, check::report & told);
 
     QString m_source;
     QString m_databases;
@@ -122,6 +134,9 @@ private:
     QString m_file;
     QString m_relationships;
     QString m_customScript;
+    QString m_text;
+    QString m_accept;
+    QString m_explain;
     plugin_request m_plugin;
     bool m_all = false;
     bool m_json = false;
@@ -139,7 +154,8 @@ void check_command::declare(command_options & options)
                     m_to);
     options.addFlag("--all", "Judge the full script, v1 and each step", m_all);
     options.addText("--fail-on", "SEVERITY", "error (the default), warning, note or never", m_failOn);
-    options.addText("--format", "FORMAT", "text (the default) or json", m_format);
+    options.addText("--format", "FORMAT", "text (the default), json, sarif, github, gitlab or markdown",
+                    m_format);
     options.addFlag("--json", "The same as --format json", m_json);
     options.addText("-o,--output", "FILE", "Write to FILE in the place of standard output", m_file);
     options.addText("--relationships", "yes|no", "Export relationships as foreign keys, or not",
@@ -149,6 +165,10 @@ void check_command::declare(command_options & options)
                     m_noCustomScript);
     options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
                     m_plugin.name);
+    options.addText("--text", "FILE", "Tell places of SARIF and forges in this model in text form", m_text);
+    options.addText("--accept", "FILE", "Accepted findings; by default korvane-check.json beside the project",
+                    m_accept);
+    options.addText("--explain", "CODE", "Print the page of a rule and do nothing else", m_explain);
     options.addFlag("--list", "List all rules and do nothing else", m_list);
     options.setFooter(Help);
 }
@@ -157,6 +177,11 @@ QString check_command::whyWrong() const
 {
     if (m_list) {
         return {};
+    }
+    if (!m_explain.isEmpty()) {
+        return check::ruleOf(m_explain) == nullptr
+                   ? QStringLiteral("There is no rule %1; 'korvane check --list' lists them").arg(m_explain)
+                   : QString();
     }
     if (m_source.isEmpty()) {
         return QStringLiteral("SOURCE is missing: give a project file or a model in text form");
@@ -197,6 +222,10 @@ int check_command::listRules() const
 
 int check_command::run()
 {
+    if (!m_explain.isEmpty()) {
+        printBytes(check::rulePage(m_explain));
+        return Done;
+    }
     return m_list ? listRules() : judge();
 }
 
@@ -230,12 +259,65 @@ int check_command::judge()
     if (const zk::ZkBool opened = of.open(m_source); !opened) {
         return failed(opened.getDesc());
     }
+    check::accepted_findings accepted;
+    source text;
+    zk::ZkBool read = readAccepted(of, accepted);
+    if (read && !m_text.isEmpty()) {
+        read = openText(text);
+    }
+    if (!read) {
+        return failed(read.getDesc());
+    }
     const tools::script_guard_scope guard(commandScriptGuard(m_noCustomScript));
     check::report told;
     const zk::ZkBool judged = checkSource(*statements, of, request(), told);
+    check::accept(accepted, QDate::currentDate(), told);
+    findPlaces(m_text.isEmpty() ? of : text, told);
     // What was judged until a failure is told as well.
     const int result = judged || !told.runs.empty() ? tell(told) : Done;
     return judged ? result : failed(judged.getDesc());
+}
+
+/// Opens the text form whose places are told.
+zk::ZkBool check_command::openText(source & text) const
+{
+    zk::ZkBool read = text.open(m_text);
+    if (read && !text.isText()) {
+        return zk::ZkBool::failure(m_text + QStringLiteral(": is not a text form"));
+    }
+    std::shared_ptr<model::project> state;
+    return read ? text.load(Now, state) : read;
+}
+
+/// Reads the acceptance file that is given, or the one beside the project when there is one.
+zk::ZkBool check_command::readAccepted(const source & of, check::accepted_findings & accepted) const
+{
+    const bool isInput = of.isText() && of.name() == QLatin1String("-");
+    const QString beside =
+        isInput ? QString() : QFileInfo(of.name()).dir().filePath(QStringLiteral("korvane-check.json"));
+    const QString name = m_accept.isEmpty() ? beside : m_accept;
+    if (m_accept.isEmpty() && (name.isEmpty() || !QFileInfo::exists(name))) {
+        return zk::ZkBool::success();
+    }
+    QFile file(name);
+    const QString shown = QDir::toNativeSeparators(name);
+    return file.open(QIODevice::ReadOnly)
+               ? check::readAcceptance(file.readAll(), shown, accepted)
+               : zk::ZkBool::failure(
+                     QStringLiteral("%1: cannot be read (%2)").arg(shown, file.errorString()));
+}
+
+/// Fills in where the objects of findings stand in the text form `in`; a project file has no such places.
+void check_command::findPlaces(source & in, check::report & told)
+{
+    for (check::finding & each : told.findings) {
+        // The nearest object is the last one that has a place.
+        for (auto object = each.objects.rbegin(); object != each.objects.rend() && !each.location; ++object) {
+            if (const auto place = in.find(object->kind, object->id)) {
+                each.location = check::source_place{in.name(), place->line, place->column};
+            }
+        }
+    }
 }
 
 int check_command::tell(const check::report & found) const

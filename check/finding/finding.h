@@ -62,6 +62,14 @@ struct remedy
     nlohmann::ordered_json model; ///< a JSON Patch of the model's text form; null for none
 };
 
+/// A place in a text form.
+struct source_place
+{
+    QString file; ///< as it was given
+    int line = 0;
+    int column = 0;
+};
+
 /// Why a finding was accepted.
 struct acceptance
 {
@@ -83,6 +91,7 @@ struct finding
     QString why;
     remedy way;
     std::vector<object> objects;
+    std::optional<source_place> location; ///< of the first object in the model's text form
     int consequenceOf = -1; ///< index of the finding without which this would not be; -1 for none
     QString script;         ///< that it belongs to, by name; empty for none
     QString step;           ///< "v2-v3", "full", as acceptance names it
@@ -98,6 +107,7 @@ struct run
     QString script;
     QString from;   ///< "v2"; empty for a script that begins with nothing
     QString to;     ///< "v3", "now"
+    QString step;   ///< as acceptance files name it
     int statements = 0;
     int judged = 0; ///< those of them in a form that is known
 };

@@ -1,5 +1,7 @@
 #include "check/finding/rule.h"
 
+#include <QFile>
+
 namespace check {
 
 QString filled(const char * text, const values & with)
@@ -20,6 +22,12 @@ QString filled(const char * text, const values & with)
         at = close + 1;
     }
     return result + pattern.mid(at);
+}
+
+QByteArray rulePage(const QString & code)
+{
+    QFile page(QStringLiteral(":/korvane/rules/%1.md").arg(code));
+    return page.open(QIODevice::ReadOnly) ? page.readAll() : QByteArray();
 }
 
 finding findingOf(const rule_text & of, const values & with)

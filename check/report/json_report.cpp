@@ -20,6 +20,11 @@ json remedyOf(const remedy & of)
     return {{"text", textOf(of.text)}, {"sql", sql}, {"model", of.model.is_null() ? json::array() : of.model}};
 }
 
+json locationOf(const std::optional<source_place> & of)
+{
+    return of ? json{{"file", textOf(of->file)}, {"line", of->line}, {"column", of->column}} : json(nullptr);
+}
+
 json acceptanceOf(const std::optional<acceptance> & of)
 {
     return of ? json{{"why", textOf(of->why)}, {"until", textOrNull(of->until)}} : json(nullptr);
@@ -39,7 +44,7 @@ json findingOf(const finding & of)
             {"why", textOf(of.why)},
             {"remedy", remedyOf(of.way)},
             {"objects", objectsOf(of.objects)},
-            {"location", nullptr},
+            {"location", locationOf(of.location)},
             {"consequenceOf", of.consequenceOf < 0 ? json(nullptr) : json(of.consequenceOf)},
             {"fingerprint", textOf(of.fingerprint)},
             {"accepted", acceptanceOf(of.accepted)}};

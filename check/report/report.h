@@ -17,6 +17,16 @@ struct text_style
 /// in the last line.
 [[nodiscard]] QString textReport(const report & of, const text_style & style);
 
+/// SARIF 2.1.0: a rule object for each code, accepted findings as suppressed.
+[[nodiscard]] QByteArray sarifReport(const report & of, const QString & program);
+
+/// Annotations of GitHub's workflows; of each severity the first, and how many more there are.
+[[nodiscard]] QByteArray githubReport(const report & of);
+/// GitLab's code quality list.
+[[nodiscard]] QByteArray gitlabReport(const report & of);
+/// A table for comments and summaries.
+[[nodiscard]] QByteArray markdownReport(const report & of);
+
 /// The form "korvane.check".
 [[nodiscard]] QByteArray jsonReport(const report & of, const QString & program);
 

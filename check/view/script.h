@@ -19,13 +19,11 @@ struct script
     QString name; ///< by which an export writes it
     QString from; ///< "v2"; empty for a script that begins with nothing
     QString to;   ///< "v3", "now"
+    QString step; ///< how acceptance files name it: "v2-v3" also while v3 is not tagged yet, "v1", "full"
     std::shared_ptr<model::project> before; ///< null for a script that begins with nothing
     std::shared_ptr<model::project> now;
     bool isFull = false; ///< makes the whole schema of a new database; else it is a part of the history
     std::vector<plugin::statement_record> records;
-
-    /// How acceptance files and people name it: "v2-v3", "v1", "full".
-    [[nodiscard]] QString step() const;
 };
 
 } // namespace check

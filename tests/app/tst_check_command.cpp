@@ -204,6 +204,67 @@ private Q_SLOTS:
         QCOMPARE(result.output, QByteArray());
         QCOMPARE(codesOf(support::bytesOf(file)).first(), QString("KV203"));
     }
+    void acceptsByTheFileBesideTheProject()
+    {
+        storeSwap();
+        writeFile("korvane-check.json",
+                  json("{'accept': [{'code': 'KV203', 'step': 'v1-v2', 'why': 'by hand'}]}"));
+        const program_result result = check({"--db", "postgresql", "--json"});
+        QCOMPARE(result.errors, QByteArray());
+        QCOMPARE(result.status, 0);
+        const QJsonDocument report = QJsonDocument::fromJson(result.output);
+        QCOMPARE(report["findings"][0]["accepted"]["why"].toString(), QString("by hand"));
+        QVERIFY(report["findings"][0]["accepted"]["until"].isNull());
+        QCOMPARE(report["summary"]["error"].toInt(-1), 0);
+        QCOMPARE(report["summary"]["accepted"].toInt(), 2);
+    }
+    void acceptsByTheFileThatIsGiven()
+    {
+        storeSwap();
+        writeFile("korvane-check.json", "broken");
+        const QString file =
+            writeFile("other.json", json("{'severity': {'KV203': 'note', 'KV200': 'note'}}"));
+        const program_result result = check({"--db", "postgresql", "--accept", file, "--json"});
+        QCOMPARE(result.errors, QByteArray());
+        QCOMPARE(result.status, 0);
+        QCOMPARE(QJsonDocument::fromJson(result.output)["summary"]["note"].toInt(), 2);
+    }
+    void acceptanceFileIsWrong()
+    {
+        storeSwap();
+        const QString file = writeFile("korvane-check.json", "broken");
+        program_result result = check({});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.output, QByteArray());
+        QCOMPARE(QString::fromUtf8(result.errors), file + ": line 1: is not JSON\n");
+        result = check({"--accept", m_folder->filePath("none.json")});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(QString::fromUtf8(result.errors),
+                 m_folder->filePath("none.json") + ": cannot be read (No such file or directory)\n");
+    }
+    void tellsPlacesInAText()
+    {
+        storeSwap();
+        const QString file = writeFile("shop.json", textOf("\n\n" + json(Swapped)));
+        const program_result result = check({"--db", "postgresql", "--text", file, "--json"});
+        const QJsonValue place = QJsonDocument::fromJson(result.output)["findings"][0]["location"];
+        QCOMPARE(place["file"].toString(), file);
+        QCOMPARE(place["line"].toInt(), 3);
+        QCOMPARE(place["column"].toInt(), 1);
+        const program_result wrong = check({"--text", m_project});
+        QCOMPARE(wrong.status, 1);
+        QCOMPARE(QString::fromUtf8(wrong.errors), m_project + ": is not a text form\n");
+    }
+    void explainsARule()
+    {
+        const program_result result = runProgram({"check", "--explain", "KV203"});
+        QCOMPARE(result.status, 0);
+        QCOMPARE(result.output, support::bytesOf(KORVANE_SOURCE_DIR "/docs/rules/KV203.md"));
+        const program_result wrong = runProgram({"check", "--explain", "KV998"});
+        QCOMPARE(wrong.status, 2);
+        QCOMPARE(firstLine(wrong.errors),
+                 QString("There is no rule KV998; 'korvane check --list' lists them"));
+    }
     void listsRules()
     {
         const program_result result = runProgram({"check", "--list"});
@@ -233,8 +294,9 @@ private Q_SLOTS:
         QTest::newRow("all and a step")
             << QStringList{"--all", "--from", "v1"} << 2
             << "--all judges the whole history, --from and --to one step: give one of both";
-        QTest::newRow("format") << QStringList{"--format", "xml"} << 2
-                                << "'xml' is not a value of --format; it takes text, json";
+        QTest::newRow("format")
+            << QStringList{"--format", "xml"} << 2
+            << "'xml' is not a value of --format; it takes text, json, sarif, github, gitlab, markdown";
         QTest::newRow("fail-on")
             << QStringList{"--fail-on", "always"} << 2
             << "'always' is not a value of --fail-on; it takes error, warning, note, never";
@@ -314,6 +376,14 @@ private:
     {
         const program_result result = runProgram({"tag", m_project});
         QVERIFY2(result.status == 0, result.errors.constData());
+    }
+    QString writeFile(const QString & name, const QByteArray & text)
+    {
+        QFile file(m_folder->filePath(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
+            qWarning("%s", qUtf8Printable(file.errorString()));
+        }
+        return file.fileName();
     }
     static QString firstLine(const QByteArray & text) { return QString::fromUtf8(text).section(u'\n', 0, 0); }
 
