@@ -129,6 +129,10 @@ private:
         const auto cause = m_of.m_refused.constFind(of.said().consequenceOf);
         const bool follows = cause != m_of.m_refused.constEnd();
         finding told = explainRefusal(of, follows ? nameOf(cause->place) : QString());
+        // Whether it happens depends on values, which nobody knows here.
+        if (of.said().what == database::outcome::maybe_refused) {
+            told.weight = std::min(told.weight, severity::warning);
+        }
         told.consequenceOf = follows ? cause->finding : -1;
         const auto index = static_cast<int>(m_told->findings.size());
         add(std::move(told), of, when);

@@ -223,7 +223,11 @@ int check_command::listRules() const
 int check_command::run()
 {
     if (!m_explain.isEmpty()) {
-        printBytes(check::rulePage(m_explain));
+        const check::rule & rule = *check::ruleOf(m_explain);
+        const QByteArray page = check::rulePage(m_explain);
+        const QString title =
+            QStringLiteral("# %1 %2\n\n%3.\n").arg(rule.code, rule.name, QString::fromUtf8(rule.title));
+        printBytes(page.isEmpty() ? title.toUtf8() : page);
         return Done;
     }
     return m_list ? listRules() : judge();

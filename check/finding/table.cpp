@@ -71,7 +71,7 @@ constexpr rule Rules[] = {
     {QLatin1String("KV221"), QLatin1String("foreign-key-over-lost-rows"), severity::error, "A foreign key is added over values that may lead nowhere"},
     {QLatin1String("KV222"), QLatin1String("rename-restates-key-text"), severity::error, "A text key is renamed to a type that cannot be a key"},
     {QLatin1String("KV223"), QLatin1String("foreign-key-to-added-key"), severity::error, "A foreign key refers to an identifier that was added and is no key"},
-    {QLatin1String("KV224"), QLatin1String("index-over-long-text"), severity::error, "An index is made over text that may be too long for it"},
+    {QLatin1String("KV224"), QLatin1String("index-over-long-text"), severity::note, "An index is made over text that may be too long for it"},
     {QLatin1String("KV225"), QLatin1String("composite-key-column-dropped"), severity::error, "A key of several columns gets another number of columns"},
     {QLatin1String("KV299"), QLatin1String("refused"), severity::error, "A statement is refused for a reason that no other rule names"},
     {QLatin1String("KV301"), QLatin1String("table-dropped"), severity::error, "A table is dropped with its rows"},

@@ -249,7 +249,7 @@ const difference_rule Rules[] = {
       "Nothing, as long as programs name the columns that they read and write."}},
     {isName,
      {QLatin1String("KV415"), effect::differs,
-      "'{found}' of table '{table}' keeps its name; a new database calls it '{expected}'.",
+      "Table '{table}' keeps names of what belongs to it: '{found}' is '{expected}' in a new database.",
       "Renaming a table or a column leaves the names of its indexes, keys, sequences and foreign keys.",
       "Nothing now; later versions that drop it, or make another of that name, will be refused, which the check tells "
       "then."}},

@@ -284,7 +284,7 @@ const refusal_rule Rules[] = {
       "{db} refuses the index of '{subject}': values of the column's type cannot be put in order.",
       "An ordinary index sorts its values.", "Switch \"index\" off, or choose another type."},
      notIndexable},
-    {{QLatin1String("KV224"), effect::refused,
+    {{QLatin1String("KV224"), effect::advice,
       "{db} refuses the index of '{subject}' if a row holds a text that is longer than an index can hold.",
       "A value of an index has to fit into a third of a page, 2,704 bytes after compression; later, longer values "
       "are refused when they are written.",

@@ -119,6 +119,10 @@ std::vector<object> difference_view::objects() const
     if (const auto of = entity()) {
         about.push_back({model::object_kind::entity, of->getId(), of->getName()});
     }
+    // Names and order are told once for a table.
+    if (m_what.kind == difference_kind::names || m_what.kind == difference_kind::order) {
+        return about;
+    }
     if (const auto member = property()) {
         about.push_back({model::object_kind::property, member->getId(), nameOf(*member)});
         if (member->hasRelationship()) {

@@ -1,7 +1,9 @@
 // The command check: what it judges, how it answers, and what it says to what is wrong.
 
+#include "support/json_schema.h"
 #include "support/program.h"
 #include "support/project_support.h"
+#include "support/random_models.h"
 
 #include <QDir>
 #include <QFile>
@@ -354,6 +356,41 @@ private Q_SLOTS:
         QVERIFY2(result.errors.contains("not this one"), result.errors.constData());
         QCOMPARE(QJsonDocument::fromJson(result.output)["runs"][0]["script"].toString(),
                  QString("shop_postgresql_db_schema_full.sql"));
+    }
+
+    void jsonIsAsItsSchemaSays()
+    {
+        if (!support::hasSchemaValidator()) {
+            QSKIP("python3-jsonschema is not installed");
+        }
+        QStringList files;
+        // Among all the changes made by chance are findings of most kinds.
+        for (unsigned seed = 1; seed <= 5; ++seed) {
+            QFile::remove(m_project);
+            support::random_model model(seed);
+            store(storage::text_form::write(*model.project()));
+            tag();
+            model.change();
+            store(storage::text_form::write(*model.project()));
+            const program_result result = check({"--db", "all", "--all", "--json", "--fail-on", "never"});
+            QCOMPARE(result.status, 0);
+            files << writeFile(QStringLiteral("told%1.json").arg(seed), result.output);
+        }
+        storeSwap();
+        const QString text = writeFile("shop.json", textOf(json(Swapped)));
+        const QString accepted =
+            writeFile("a.json", json("{'accept': [{'code': 'KV203', 'why': 'x', 'until': "
+                                     "'2999-01-31'}, {'code': 'KV101', 'why': 'y'}]}"));
+        files << writeFile("told.json", check({"--json", "--text", text, "--accept", accepted}).output);
+        QCOMPARE(support::schemaErrors("check.schema.json", files), QByteArray());
+        for (const auto & [part, other] : {std::pair{"\"KV203\"", "\"KV2030\""},
+                                           {"\"refused\"", "\"refuse\""},
+                                           {"\"fingerprint\"", "\"print\""}}) {
+            QByteArray damaged = support::bytesOf(files.constLast());
+            QVERIFY2(damaged.contains(part), part);
+            const QString file = writeFile("damaged.json", damaged.replace(part, other));
+            QVERIFY(!support::schemaErrors("check.schema.json", {file}).isEmpty());
+        }
     }
 
 private:
