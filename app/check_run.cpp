@@ -32,8 +32,8 @@ struct database_run
     const database::facts * known = nullptr;
     check::export_settings settings;
     std::unique_ptr<check::checker> chain;
-    std::optional<database::catalogue>
-        newest; ///< of a new database of the version that the chain has come to
+    std::optional<database::catalogue> state;    ///< of a new database of the project's state
+    std::optional<database::catalogue> previous; ///< of one of the version that was compared last
     check::report found;
 };
 
@@ -147,6 +147,7 @@ private:
             if (const ZkBool told = runScript(whole, full, std::move(list), &each.found); !told) {
                 return told;
             }
+            each.state = whole.held();
             whole.lookAtModel(full, each.settings, each.found);
         }
         return ZkBool::success();
@@ -235,11 +236,17 @@ private:
     /// Compares what a step left with new databases.
     void compare(database_run & of, const check::script & step)
     {
-        std::optional<database::catalogue> before = std::move(of.newest);
-        of.newest = newDatabase(of, step.now);
+        database::catalogue now = step.now == m_now && of.state ? *of.state : newDatabase(of, step.now);
         of.chain->compare(
-            step, *of.newest, [&] { return before ? std::move(*before) : newDatabase(of, step.before); },
+            step, now,
+            [&] {
+                // The first version is made as a whole, so a history holds then what a new database does.
+                return step.from == versionWord(1) ? of.chain->heldBefore()
+                       : of.previous               ? *of.previous
+                                                   : newDatabase(of, step.before);
+            },
             of.found);
+        of.previous = std::move(now);
     }
 
     /// What the full script of the model makes.

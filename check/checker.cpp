@@ -64,7 +64,7 @@ private:
     void runStatement(const plugin::statement_record & record, const database::statement & read)
     {
         const database::verdict empty = m_of.m_empty.run(read);
-        const database::verdict withRows = m_next.isFull ? empty : m_of.m_withRows.run(read);
+        const database::verdict withRows = m_of.m_withRows ? m_of.m_withRows->run(read) : empty;
         const int number = m_of.m_number++;
         ++m_run.statements;
         m_run.judged += empty.what == database::outcome::not_judged ? 0 : 1;
@@ -165,14 +165,18 @@ private:
 };
 
 checker::checker(const database::facts & known, const QString & database)
-    : m_known(known), m_database(database), m_empty(known), m_withRows(known), m_made(known)
+    : m_known(known), m_database(database), m_empty(known), m_made(known)
 {
 }
 
 void checker::run(const script & next, report * told)
 {
-    if (!next.isFull) {
-        m_withRows.putRowIntoEach();
+    // Before the first step there is no table to have a row.
+    if (next.before) {
+        if (!m_withRows) {
+            m_withRows.emplace(m_empty);
+        }
+        m_withRows->putRowIntoEach();
     }
     m_step = {};
     m_beforeStep = told != nullptr && !next.isFull ? held() : database::catalogue();

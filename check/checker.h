@@ -9,6 +9,7 @@
 #include "database/simulation/simulation.h"
 
 #include <functional>
+#include <optional>
 
 namespace check {
 
@@ -34,6 +35,8 @@ public:
     void compare(const script & step, const database::catalogue & now,
                  const std::function<database::catalogue()> & before, report & told);
 
+    /// What the database held before the script that was told last, when no table has rows.
+    [[nodiscard]] const database::catalogue & heldBefore() const { return m_beforeStep; }
     /// What the database holds now when no table has rows.
     [[nodiscard]] database::catalogue held() const { return m_empty.held(); }
 
@@ -51,7 +54,7 @@ private:
     const database::facts & m_known;
     QString m_database;
     database::simulation m_empty;    ///< no table has rows
-    database::simulation m_withRows; ///< each table has a row when a script begins
+    std::optional<database::simulation> m_withRows; ///< each table has a row when a script begins
     made_objects m_made;
     QHash<int, refused_statement> m_refused; ///< by their numbers, for what follows from them
     int m_number = 0; ///< of the next statement

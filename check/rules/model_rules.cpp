@@ -52,7 +52,13 @@ private:
 
     [[nodiscard]] const database::column * columnOf(const database::table & in, const QString & name) const
     {
-        const QString wanted = database::foldedName(m_of.known, stored(name, database::name_place::other));
+        const QString written = stored(name, database::name_place::other);
+        for (const database::column & each : in.columns) {
+            if (each.name == written) {
+                return &each;
+            }
+        }
+        const QString wanted = database::foldedName(m_of.known, written);
         const auto found = std::find_if(in.columns.begin(), in.columns.end(), [&](const database::column & each) {
             return database::foldedName(m_of.known, each.name) == wanted;
         });

@@ -16,6 +16,12 @@ class simulation::memory
 {
 public:
     memory(const facts & known, catalogue begin) : now(std::make_unique<state>(known, std::move(begin))) {}
+    memory(const memory & other)
+        : now(std::make_unique<state>(*other.now)), refused(other.refused), number(other.number)
+    {
+    }
+    memory & operator=(const memory &) = delete;
+    ~memory() = default;
 
     std::unique_ptr<state> now;
     earlier_refusals refused;
@@ -123,6 +129,8 @@ simulation::simulation(const facts & known, catalogue begin)
     : m_memory(std::make_unique<memory>(known, std::move(begin)))
 {
 }
+
+simulation::simulation(const simulation & other) : m_memory(std::make_unique<memory>(*other.m_memory)) {}
 
 simulation::~simulation() = default;
 

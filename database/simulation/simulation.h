@@ -25,7 +25,8 @@ public:
     /// The facts have to outlive it. `begin` is what the database holds before the first statement.
     explicit simulation(const facts & known, catalogue begin = {});
     ~simulation();
-    simulation(const simulation &) = delete;
+    /// A database that holds the same, and goes on by itself.
+    simulation(const simulation & other);
     simulation & operator=(const simulation &) = delete;
 
     /// Runs one statement. Statements are numbered from 0 in the order in which they are run.
