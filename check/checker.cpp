@@ -212,7 +212,7 @@ QSet<QString> keysOf(const std::vector<schema_difference> & differences, const s
 
 void checker::lookAtModel(const script & full, const export_settings & settings, report & told)
 {
-    for (finding & each : explainModel({m_known, full, held(), settings})) {
+    for (finding & each : explainModel({m_known, full, held(), settings, m_step.refusedProperties})) {
         addTo(told, std::move(each), full);
     }
 }

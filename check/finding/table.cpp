@@ -32,6 +32,7 @@ constexpr rule Rules[] = {
     {QLatin1String("KV119"), QLatin1String("prefix-over-length"), severity::error, "An index or key asks for the first characters of a shorter text, or of no text"},
     {QLatin1String("KV120"), QLatin1String("key-types-differ"), severity::error, "A foreign key and the key that it refers to are of different types"},
     {QLatin1String("KV121"), QLatin1String("link-column-counts-up"), severity::warning, "A column of a link table counts up by itself"},
+    {QLatin1String("KV122"), QLatin1String("soft-delete-type"), severity::error, "The soft-delete column has a type that the database does not take"},
     {QLatin1String("KV123"), QLatin1String("link-table-name-taken"), severity::error, "A link table has the name of another table"},
     {QLatin1String("KV124"), QLatin1String("schema-qualified"), severity::error, "A table name with a dot needs a schema"},
     {QLatin1String("KV125"), QLatin1String("foreign-key-name-twice"), severity::error, "Two foreign keys get one name"},

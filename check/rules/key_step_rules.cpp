@@ -85,13 +85,17 @@ found droppedColumn(const told_statement & of)
 
 found droppedTarget(const told_statement & of)
 {
-    const bool isReferredTo =
-        of.isFor(refusal_cause::table_referred_to) || of.isFor(refusal_cause::rows_referred_to);
+    const bool isReferredTo = of.isFor(refusal_cause::table_referred_to);
     return isReferredTo
                ? found(values{{QStringLiteral("detail"),
                                QStringLiteral("drop table '%1': the foreign key '%2' of another table refers to it")
                                    .arg(of.word("table"), nameOfObject(of))}})
                : std::nullopt;
+}
+
+found droppedWhereEnforced(const told_statement & of)
+{
+    return only(of.isFor(refusal_cause::rows_referred_to));
 }
 
 found goneForeignKey(const told_statement & of)
@@ -181,6 +185,12 @@ const refusal_rule Rules[] = {
       "only the foreign key keeps it from going.",
       "Have the custom script return an empty text for this DROP_COLUMN."},
      sharedColumn},
+    {{QLatin1String("KV209"), effect::advice,
+      "{db} refuses to drop table '{table}' on a connection that enforces foreign keys, if rows of another table refer to "
+      "it.",
+      "The script switches enforcement off, but within its transaction, where that has no effect.",
+      "Run the script on a connection that does not enforce foreign keys, and run PRAGMA foreign_key_check afterwards."},
+     droppedWhereEnforced},
     {{QLatin1String("KV209"), effect::refused,
       "{db} refuses to {detail}.",
       "The script drops tables first, then columns, then foreign keys, and takes the names that tables have in the "

@@ -65,13 +65,22 @@ private:
         return found == in.columns.end() ? nullptr : &*found;
     }
 
+    /// Whether a statement of the property, or of the other end of its relationship, was refused.
+    [[nodiscard]] bool isRefused(const model::property & of) const
+    {
+        return m_of.refused.contains(of.getId()) ||
+               (of.hasRelationship() && m_of.refused.contains(of.getRelation()->getInverseId()));
+    }
+
     void lookAt(const model::entity & entity, const database::table & table)
     {
         if (!table.key) {
             tell(WithoutKey, entity, nullptr, table);
         }
         for (const auto & each : entity.getListOfProperty(true, false, true)->values()) {
-            lookAt(entity, *each, table);
+            if (!isRefused(*each)) {
+                lookAt(entity, *each, table);
+            }
         }
     }
 

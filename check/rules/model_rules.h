@@ -26,6 +26,7 @@ struct made_model
     const script & full;
     const database::catalogue & made;
     const export_settings & settings;
+    const QSet<long> & refused; ///< properties of which a statement was refused, which says enough
 };
 
 /// What a new database has otherwise than the model says though every statement runs, and what is unwise.

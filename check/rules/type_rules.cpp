@@ -102,23 +102,22 @@ found countedKeyType(const told_statement & of)
     return isAboutCounting(of) ? found(with("type", QString(of.known().types.countableType.value))) : std::nullopt;
 }
 
-/// The type in the statement that the database does not take.
-QString refusedType(const told_statement & of)
+/// The column of the statement whose type the database does not take; null when there is none.
+const database::column_definition * columnOfRefusedType(const told_statement & of)
 {
-    const auto isRefused = [&](const QString & type) {
-        return !type.isEmpty() && database::refusalOf(of.known(), type) != refusal_cause::none;
+    const auto isRefused = [&](const database::column_definition & each) {
+        return !each.type.isEmpty() && database::refusalOf(of.known(), each.type) != refusal_cause::none;
     };
     if (const auto * const made = of.asks<database::create_table>()) {
-        const auto first =
-            std::find_if(made->columns.begin(), made->columns.end(),
-                         [&](const database::column_definition & each) { return isRefused(each.type); });
-        return first == made->columns.end() ? QString() : first->type;
+        const auto first = std::find_if(made->columns.begin(), made->columns.end(), isRefused);
+        return first == made->columns.end() ? nullptr : &*first;
     }
-    if (const auto * const added = of.asks<database::add_column>()) {
-        return isRefused(added->definition.type) ? added->definition.type : QString();
-    }
+    const auto * const added = of.asks<database::add_column>();
     const auto * const changed = of.asks<database::change_column>();
-    return changed != nullptr && isRefused(changed->definition.type) ? changed->definition.type : QString();
+    const auto * const only = added != nullptr     ? &added->definition
+                              : changed != nullptr ? &changed->definition
+                                                   : nullptr;
+    return only != nullptr && isRefused(*only) ? only : nullptr;
 }
 
 found unknownType(const told_statement & of)
@@ -127,8 +126,19 @@ found unknownType(const told_statement & of)
                                       refusal_cause::length_too_large, refusal_cause::text_too_long,
                                       refusal_cause::width_too_large, refusal_cause::precision_too_large,
                                       refusal_cause::specifier_impossible, refusal_cause::syntax});
-    const QString type = isType ? refusedType(of) : QString();
-    return type.isEmpty() ? std::nullopt : found(with("type", type));
+    const database::column_definition * const column = isType ? columnOfRefusedType(of) : nullptr;
+    return column == nullptr ? std::nullopt
+                             : found(values{{QStringLiteral("type"), column->type},
+                                            {QStringLiteral("column"), column->name.text}});
+}
+
+found softDeleteType(const told_statement & of)
+{
+    const std::shared_ptr<model::entity> entity = of.entity();
+    found words = unknownType(of);
+    const bool isSoftDelete = words && entity && of.asks<database::create_table>() != nullptr &&
+                              words->value(QStringLiteral("column")) == entity->getSoftDeleteColumn();
+    return isSoftDelete ? words : std::nullopt;
 }
 
 found keyTooLong(const told_statement & of)
@@ -247,6 +257,11 @@ const refusal_rule Rules[] = {
       "The type of the identifier is mapped to, or forced to, another one.",
       "Choose a C++ type that is mapped to '{type}', or set \"autoIncrement\" to false."},
      countedKeyType},
+    {{QLatin1String("KV122"), effect::refused,
+      "{db} refuses to make table '{table}': it does not take the type '{type}' of the soft-delete column '{column}'.",
+      "The soft-delete column has one type in the scripts for all databases.",
+      "Have the custom script write another type (action CREATE_TABLE), or leave the soft-delete column out."},
+     softDeleteType},
     {{QLatin1String("KV113"), effect::refused,
       "{db} refuses the statement about '{subject}': it does not take the type '{type}'.",
       "The type comes from \"forceSqlType\" or from the type mapping; an extension or a type of your own could "
