@@ -67,11 +67,12 @@ struct name_facts
     fact<bool> basicPlaneOnly;         ///< letters beyond U+FFFF are refused
     fact<bool> databasesNamed;         ///< a table may be named with schema and database before it
     fact<bool> columnsNameTable;       ///< a column may be defined with its table's name before it
-    fact<bool> indexedNameSchema;      ///< CREATE INDEX takes a table with a schema before it
+    fact<bool> indexedNameSchema;      ///< so do CREATE INDEX and REFERENCES
     fact<QLatin1String> keptBeginning; ///< no table can be made under a name that begins so; empty for none
     fact<bool> missingSchemaIsMissingTable; ///< except for a table that is made
     fact<bool> likeCopiesTable;             ///< a column named `like` is read as the table to copy columns of
     fact<std::span<const QLatin1String>> functions; ///< reserved words that an index takes as functions
+    fact<bool> literalsIndexed;                     ///< a number, or null, is what an index can be over
     fact<bool> hashIsComment;                       ///< from # to the end of the line
     fact<bool>
         bareConstraintIsNoColumn; ///< a last column named `constraint` is read as a constraint without any
@@ -186,9 +187,13 @@ struct foreign_key_facts
 
 struct change_facts
 {
-    fact<bool> emptyTables;           ///< a table may have no column
-    fact<bool> lastColumnStays;       ///< the last column of a table cannot be dropped
-    fact<bool> uniqueColumnAdded;     ///< ADD COLUMN … UNIQUE runs
+    fact<bool> emptyTables;       ///< a table may have no column
+    fact<bool> lastColumnStays;   ///< the last column of a table cannot be dropped
+    fact<bool> uniqueColumnAdded; ///< ADD COLUMN … UNIQUE runs
+    fact<bool>
+        kindsNamed; ///< ALTER TABLE has CHANGE, MODIFY, DROP PRIMARY KEY, DROP FOREIGN KEY, RENAME INDEX
+    fact<bool> columnsAltered;        ///< ALTER TABLE has ALTER COLUMN … TYPE and SET NOT NULL
+    fact<bool> indexesAltered;        ///< there is ALTER INDEX … RENAME
     fact<bool> addedNameFirst;        ///< of an added column, before its type is looked at
     fact<bool> notNullFilled;         ///< ADD COLUMN … NOT NULL puts a value of its own into rows
     fact<bool> columnTakesItsObjects; ///< DROP COLUMN drops indexes, keys and foreign keys with it

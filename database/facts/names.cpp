@@ -121,6 +121,12 @@ understood_name withSchema(const facts & known, const QString & text, name_place
 
 } // namespace
 
+bool isLiteral(const QString & text)
+{
+    static const QRegularExpression number(QStringLiteral("^(?:[0-9]+(?:[eE][0-9]+)?|0[xX][0-9a-fA-F]+)$"));
+    return text.compare(u"null", Qt::CaseInsensitive) == 0 || number.match(text).hasMatch();
+}
+
 bool isQualified(const facts & known, const QString & text)
 {
     const QStringList parts = text.split(u'.');

@@ -21,6 +21,9 @@ struct identifier
 /// The same for names of columns, indexes, sequences and constraints.
 [[nodiscard]] QString foldedName(const facts & known, const QString & name);
 
+/// Whether the database reads the text as a number, or as no value.
+[[nodiscard]] bool isLiteral(const QString & text);
+
 /// Whether the text has the shape of names with points between them.
 [[nodiscard]] bool isQualified(const facts & known, const QString & text);
 

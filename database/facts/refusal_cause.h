@@ -52,13 +52,17 @@ enum class refusal_cause
     value_too_long_for_index,
     index_exists,
     index_missing,
-    index_needed, ///< by a foreign key
+    index_needed,        ///< by a foreign key
+    index_needed_copied, ///< the same where the change would copy the table
     table_referred_to,
     rows_referred_to,
     unique_added,
     not_null_added,
     values_repeat,
     last_column,
+    key_exists, ///< a table has no more than one primary key
+    renamed_index_missing,
+    type_not_convertible, ///< values of the old type do not become those of the new one by themselves
     column_of_key,
     column_of_foreign_key,
     column_of_foreign_key_copied, ///< the same where the change would copy the table

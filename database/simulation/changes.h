@@ -18,6 +18,10 @@ refusal apply(state & at, const create_index & asked, losses & lost);
 refusal apply(state & at, const drop_index & asked, losses & lost);
 refusal apply(state & at, const add_foreign_key & asked, losses & lost);
 refusal apply(state & at, const drop_constraint & asked, losses & lost);
+refusal apply(state & at, const alter_column & asked, losses & lost);
+refusal apply(state & at, const rename_index & asked, losses & lost);
+refusal apply(state & at, const add_key & asked, losses & lost);
+refusal apply(state & at, const drop_key & asked, losses & lost);
 refusal apply(state & at, const create_sequence & asked, losses & lost);
 refusal apply(state & at, const create_trigger & asked, losses & lost);
 

@@ -70,8 +70,14 @@ refusal addingRefusal(const state & at, const table & owner, const add_column & 
     if (made.counted && hasCounted && at.known.types.onlyOneCounted.value) {
         return {refusal_cause::several_counted, tableObject(owner.name), false};
     }
+    table with = owner;
+    with.columns.push_back(made);
+    if (at.known.keys.longestRow.value > 0 && bytesOfRow(at.known, with) > at.known.keys.longestRow.value) {
+        return {refusal_cause::row_too_long, tableObject(owner.name), false};
+    }
     const bool isFilled = at.known.changes.notNullFilled.value;
-    if (rows > 0 && made.notNull && !isFilled && !made.counted) {
+    const bool isGiven = made.counted || asked.definition.hasDefault;
+    if (rows > 0 && made.notNull && !isFilled && !isGiven) {
         return {refusal_cause::not_null_added, object, false};
     }
     if (rows > 1 && made.notNull && isFilled && asked.definition.unique) {
@@ -222,7 +228,10 @@ refusal findRenamed(const state & at, const identifier & tableName, const identi
     }
     found.owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
     if (found.owner == nullptr) {
-        return why;
+        // A sequence or an index has columns as well, though others than are asked for.
+        return why.cause == refusal_cause::not_a_table && to.type.isEmpty()
+                   ? refusal{refusal_cause::changed_column_missing, columnObject(on, old), false}
+                   : why;
     }
     if (isSystemColumn(at.known, old)) {
         return {refusal_cause::system_column_changed, columnObject(on, old), false};
@@ -332,7 +341,8 @@ void fitPrefixes(const facts & known, table & owner, const column & to)
     for (index & each : owner.indexes) {
         for (key_part & part : each.parts) {
             if (part.column == to.name) {
-                part.prefix = each.unique ? 0 : fittedPrefix(known, part.prefix, to);
+                part.prefix =
+                    each.unique && isHashed(known, to.type) ? 0 : fittedPrefix(known, part.prefix, to);
             }
         }
     }
@@ -371,11 +381,12 @@ refusal apply(state & at, const add_column & asked, losses & lost)
     if (why = addingRefusal(at, *owner, asked, made); why) {
         return why;
     }
-    if (at.rowsOf(*owner) > 0 && made.notNull && at.known.changes.notNullFilled.value) {
+    if (at.rowsOf(*owner) > 0 && made.notNull && !asked.definition.hasDefault &&
+        at.known.changes.notNullFilled.value) {
         lost.push_back({loss_kind::filled, columnObject(owner->name, name)});
         at.markFilled(*owner, name);
     }
-    if (!made.notNull && !made.counted) {
+    if (!made.notNull && !made.counted && !asked.definition.hasDefault) {
         at.markEmpty(*owner, name);
     }
     makeColumn(at, *owner, asked, made);
@@ -432,6 +443,9 @@ refusal apply(state & at, const rename_column & asked, losses & lost)
 
 refusal apply(state & at, const change_column & asked, losses & lost)
 {
+    if (!at.known.changes.kindsNamed.value) {
+        return {refusal_cause::syntax, tableObject(asked.table.text), false};
+    }
     renamed_column found;
     const column_definition & definition = asked.definition;
     refusal why = findRenamed(at, asked.table, asked.from, definition, lost, found);

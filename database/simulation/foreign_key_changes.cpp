@@ -78,11 +78,14 @@ private:
     refusal readNames()
     {
         const reference_definition & asked = m_asked.reference;
-        if (asked.columns.empty() || asked.targetColumns.empty() || !m_at.known.foreignKeys.alterable.value) {
-            return {refusal_cause::syntax, foreignKeyObject(asked.name.text), false};
-        }
         name_reader names(m_at.known, m_lost);
         const QString on = names.table(m_asked.table);
+        const bool isEmpty = asked.columns.empty() || asked.targetColumns.empty();
+        if (isEmpty || !m_at.known.foreignKeys.alterable.value) {
+            return names.why() && !isLookedUp(names.why().cause)
+                       ? names.why()
+                       : refusal{refusal_cause::syntax, foreignKeyObject(asked.name.text), false};
+        }
         m_made.name = names.lookedFor(asked.name);
         m_made.columns = names.allLookedFor(asked.columns);
         refusal why = names.why();
@@ -149,7 +152,9 @@ private:
         for (QString & each : columns) {
             const column * const found = m_at.findColumn(in, each);
             if (found == nullptr) {
-                return {ifMissing, columnObject(in.name, each), false};
+                const bool isSystem = isSystemColumn(m_at.known, each);
+                return {isSystem ? refusal_cause::system_column_changed : ifMissing,
+                        columnObject(in.name, each), false};
             }
             each = found->name;
         }
@@ -325,7 +330,8 @@ refusal apply(state & at, const drop_constraint & asked, losses & lost)
     const QString on = names.table(asked.table);
     const QString name = names.lookedFor(asked.constraint);
     refusal why = names.why();
-    if (!why && !at.known.foreignKeys.alterable.value) {
+    const bool isUnknown = asked.asForeignKey && !at.known.changes.kindsNamed.value;
+    if (!why && (isUnknown || !at.known.foreignKeys.alterable.value)) {
         why = {refusal_cause::syntax, foreignKeyObject(name), false};
     }
     const table * const owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);

@@ -9,6 +9,12 @@ namespace database {
 
 namespace {
 
+// What is in the place of a column but has the same value for each row.
+bool isIndexedLiteral(const facts & known, const identifier & written)
+{
+    return known.names.literalsIndexed.value && written.quote.isNull() && isLiteral(written.text);
+}
+
 bool isFunction(const facts & known, const identifier & written)
 {
     const auto words = known.names.functions.value;
@@ -27,6 +33,10 @@ refusal makeParts(const state & at, const table & owner, const create_index & as
                   index & made)
 {
     for (const named_part & part : asked.parts) {
+        if (isIndexedLiteral(at.known, part.column)) {
+            made.parts.push_back({});
+            continue;
+        }
         name_reader names(at.known, lost);
         const QString name = names.lookedFor(part.column);
         const column * const of = at.findColumn(owner, name);
@@ -53,7 +63,7 @@ refusal makeParts(const state & at, const table & owner, const create_index & as
 refusal tableRefusal(const state & at, const table & owner, const index & made)
 {
     for (const key_part & part : made.parts) {
-        if (!hasOrder(at.known, at.findColumn(owner, part.column)->type)) {
+        if (!part.column.isEmpty() && !hasOrder(at.known, at.findColumn(owner, part.column)->type)) {
             return {refusal_cause::type_not_indexable, columnObject(owner.name, part.column), false};
         }
     }
@@ -79,8 +89,8 @@ bool mayHoldLongValues(const state & at, const table & owner, const index & made
 {
     return !at.known.changes.longValuesInIndex.value && at.rowsOf(owner) > 0 &&
            std::any_of(made.parts.begin(), made.parts.end(), [&](const key_part & part) {
-               return isLarge(at.known, at.findColumn(owner, part.column)->type) &&
-                      !at.isEmpty(owner, part.column);
+               const column * const of = at.findColumn(owner, part.column);
+               return of != nullptr && isLarge(at.known, of->type) && !at.isEmpty(owner, part.column);
            });
 }
 
@@ -122,6 +132,9 @@ refusal apply(state & at, const create_index & asked, losses & lost)
     }
     bool hasFunction = false;
     for (const named_part & part : asked.parts) {
+        if (isIndexedLiteral(at.known, part.column)) {
+            continue;
+        }
         const bool isCall = isFunction(at.known, part.column);
         hasFunction = hasFunction || isCall;
         if (!isCall) {
@@ -177,7 +190,8 @@ refusal apply(state & at, const drop_index & asked, losses & lost)
         return asked.ifExists ? refusal() : refusal{refusal_cause::index_missing, indexObject(name), false};
     }
     if (found->isConstraint || (at.known.foreignKeys.makesIndex.value && isNeeded(at, *owner, *found))) {
-        return {refusal_cause::index_needed, indexObject(found->name), false};
+        return {at.isCopied(*owner) ? refusal_cause::index_needed_copied : refusal_cause::index_needed,
+                indexObject(found->name), false};
     }
     const QString gone = found->name;
     at.change(*owner, [&](table & changed) {

@@ -97,6 +97,20 @@ std::optional<defined_columns> columnsDefinedBy(const change & asked)
                               : std::optional(defined_columns{changed->table, {changed->definition}});
 }
 
+// The table that the text names first.
+void readTable(name_reader & names, const create_table & asked)
+{
+    names.createdTable(asked.table);
+}
+
+template <class Change>
+void readTable(name_reader & names, const Change & asked)
+{
+    if constexpr (requires { names.table(asked.table); }) {
+        names.table(asked.table);
+    }
+}
+
 // What stands before the place that cannot be read is read first, so that can be what is wrong.
 refusal refusalOfCut(const facts & known, const change & asked)
 {
@@ -106,13 +120,18 @@ refusal refusalOfCut(const facts & known, const change & asked)
         names.table(*unknown->table);
         return names.why() ? names.why() : refusal{refusal_cause::syntax, {}, false};
     }
+    name_reader tables(known, lost);
+    std::visit([&tables](const auto & each) { readTable(tables, each); }, asked);
+    if (tables.why() && !isLookedUp(tables.why().cause)) {
+        return tables.why();
+    }
     const auto defined = columnsDefinedBy(asked);
     if (defined) {
         name_reader names(known, lost);
         names.table(defined->table);
         for (const column_definition & each : defined->columns) {
             const QString name = names.newColumn(each.name);
-            if (names.why() && isReadFirst(known, names.why().cause)) {
+            if (names.why() && !isLookedUp(names.why().cause)) {
                 return names.why();
             }
             if (const refusal why = readType(known, each, name); why) {

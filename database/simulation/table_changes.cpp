@@ -30,8 +30,8 @@ public:
         if (isTaken && (!sequencesFirst || m_asked.ifNotExists)) {
             return m_asked.ifNotExists ? refusal() : taken;
         }
-        for (const auto step :
-             {&new_table::checkKeyNames, &new_table::nameSequences, &new_table::makeColumns}) {
+        for (const auto step : {&new_table::checkTypes, &new_table::checkKeyNames, &new_table::nameSequences,
+                                &new_table::makeColumns}) {
             if (const refusal why = (this->*step)(); why) {
                 return why;
             }
@@ -67,9 +67,12 @@ private:
         m_made.name = name;
         m_columns = writtenColumns();
         name_reader others(m_at.known, m_lost);
+        refusal ofCopy;
         for (const column_definition & each : m_columns) {
-            if (const refusal copied = copiedTable(each); copied && !others.why()) {
-                return copied;
+            const refusal copied = copiedTable(each);
+            ofCopy = ofCopy ? ofCopy : copied;
+            if (copied) {
+                continue;
             }
             m_names += others.newColumn(each.name);
             const refusal ofType = readType(m_at.known, each, columnObject(name, m_names.back()));
@@ -77,8 +80,8 @@ private:
                 return ofType;
             }
         }
-        if (others.why() || isSchema) {
-            return others.why() ? others.why() : ofTable;
+        if (others.why() || isSchema || ofCopy) {
+            return others.why() ? others.why() : (isSchema ? ofTable : ofCopy);
         }
         return isKept(m_at.known, name) ? refusal{refusal_cause::name_kept, tableObject(name), false}
                                         : refusal();
@@ -154,7 +157,7 @@ private:
         return {};
     }
 
-    refusal makeColumns()
+    refusal checkTypes()
     {
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
             const QString & name = m_names.at(static_cast<qsizetype>(i));
@@ -162,6 +165,11 @@ private:
                 return why;
             }
         }
+        return {};
+    }
+
+    refusal makeColumns()
+    {
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
             const QString & name = m_names.at(static_cast<qsizetype>(i));
             if (const refusal why = checkColumnName(m_at, m_made, name); why) {
@@ -265,7 +273,9 @@ private:
             name_reader names(m_at.known, m_lost);
             foreign_key made;
             made.columns = names.others(each.columns);
-            made.target = names.table(each.target);
+            // Where no schema may be named, any name is one that is looked for.
+            made.target = m_at.known.names.indexedNameSchema.value ? names.table(each.target)
+                                                                   : names.other(each.target);
             made.targetColumns = names.others(each.targetColumns);
             if (names.why() || made.columns.isEmpty() || made.targetColumns.isEmpty()) {
                 return names.why() ? names.why()
@@ -361,6 +371,9 @@ refusal apply(state & at, const rename_table & asked, losses & lost)
         at.renameRelation(from, to)) {
         lost.push_back({loss_kind::other_renamed, from});
         return {};
+    }
+    if (at.known.changes.renamesAnyRelation.value && at.isTaken(from) && at.isTaken(to)) {
+        return {refusal_cause::relation_exists, at.holderOf(to), false};
     }
     const table * const renamed = at.need(from, refusal_cause::table_missing, why);
     if (renamed == nullptr) {

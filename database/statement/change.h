@@ -27,6 +27,7 @@ struct column_definition
     bool primaryKey = false;
     bool counted = false; ///< by a word of its own, not by its type
     bool unique = false;
+    bool hasDefault = false; ///< a value for rows that bring none
 
     bool operator==(const column_definition &) const = default;
 };
@@ -129,6 +130,37 @@ struct drop_constraint
     identifier constraint;
 };
 
+/// Adds a primary key or a unique constraint.
+struct add_key
+{
+    identifier table;
+    bool isPrimary = false;
+    key_definition key;
+};
+
+/// Drops the primary key, whatever its name.
+struct drop_key
+{
+    identifier table;
+};
+
+struct rename_index
+{
+    std::optional<identifier> table; ///< none when the statement names the index alone
+    identifier from;
+    identifier to;
+};
+
+/// Changes the type of a column, or whether it may hold no value; or neither, but the value that rows get.
+struct alter_column
+{
+    identifier table;
+    identifier column;
+    QString type;             ///< empty to leave it
+    bool isConverted = false; ///< the statement says how values become those of the type
+    std::optional<bool> notNull;
+};
+
 struct create_sequence
 {
     identifier sequence;
@@ -140,7 +172,7 @@ struct create_trigger
     identifier table;
 };
 
-/// Leaves the catalogue as it is: transactions, settings.
+/// Leaves the catalogue as it is: transactions, settings, rows. Whether rows fit is not looked at.
 struct no_change
 {
 };
@@ -153,7 +185,8 @@ struct unknown_statement
 };
 
 using change = std::variant<create_table, drop_table, rename_table, add_column, drop_column, rename_column,
-                            change_column, create_index, drop_index, add_foreign_key, drop_constraint,
-                            create_sequence, create_trigger, no_change, unknown_statement>;
+                            change_column, alter_column, create_index, drop_index, rename_index,
+                            add_foreign_key, add_key, drop_constraint, drop_key, create_sequence,
+                            create_trigger, no_change, unknown_statement>;
 
 } // namespace database

@@ -1,5 +1,6 @@
 #include "database/statement/reader.h"
 
+#include "database/statement/alter_reader.h"
 #include "database/statement/table_reader.h"
 
 #include <algorithm>
@@ -8,23 +9,11 @@ namespace database {
 
 namespace {
 
-using reading = std::optional<change>;
-
-bool takeIfExists(token_cursor & at)
-{
-    return at.take({"IF", "EXISTS"});
-}
-
-bool takeIfNotExists(token_cursor & at)
-{
-    return at.take({"IF", "NOT", "EXISTS"});
-}
-
 // What is read so far is kept in `into`, for a statement whose rest cannot be read.
 bool readCreateTable(token_cursor & at, reading & into)
 {
     create_table asked;
-    asked.ifNotExists = takeIfNotExists(at);
+    asked.ifNotExists = at.take({"IF", "NOT", "EXISTS"});
     const auto name = at.takeName();
     if (!name) {
         return false;
@@ -43,7 +32,7 @@ reading readCreateIndex(token_cursor & at, bool unique)
 {
     create_index asked;
     asked.unique = unique;
-    asked.ifNotExists = takeIfNotExists(at);
+    asked.ifNotExists = at.take({"IF", "NOT", "EXISTS"});
     const auto index = at.takeName();
     if (!index || !at.take({"ON"})) {
         return std::nullopt;
@@ -104,7 +93,7 @@ bool readCreate(token_cursor & at, reading & into)
 reading readDrop(token_cursor & at)
 {
     if (at.take({"TABLE"})) {
-        const bool ifExists = takeIfExists(at);
+        const bool ifExists = at.take({"IF", "EXISTS"});
         const auto table = at.takeName();
         return table ? reading(drop_table{*table, ifExists}) : std::nullopt;
     }
@@ -112,7 +101,7 @@ reading readDrop(token_cursor & at)
         return std::nullopt;
     }
     drop_index asked;
-    asked.ifExists = takeIfExists(at);
+    asked.ifExists = at.take({"IF", "EXISTS"});
     const auto index = at.takeName();
     if (!index) {
         return std::nullopt;
@@ -130,73 +119,6 @@ reading readRenameTable(token_cursor & at)
     const auto from = at.takeName();
     const auto to = at.take({"TO"}) ? at.takeName() : std::nullopt;
     return from && to ? reading(rename_table{*from, *to}) : std::nullopt;
-}
-
-reading readAdd(token_cursor & at, const identifier & table)
-{
-    if (at.take({"CONSTRAINT"})) {
-        const auto name = at.takeName();
-        auto reference = readReference(at);
-        if (!name || !reference) {
-            return unknown_statement{{}, table};
-        }
-        reference->name = *name;
-        return add_foreign_key{table, std::move(*reference)};
-    }
-    at.take({"COLUMN"});
-    const bool ifNotExists = takeIfNotExists(at);
-    const auto column = readColumn(at);
-    return column ? reading(add_column{table, ifNotExists, *column}) : std::nullopt;
-}
-
-reading readAlterDrop(token_cursor & at, const identifier & table)
-{
-    const bool isForeignKey = at.take({"FOREIGN", "KEY"});
-    if (isForeignKey || at.take({"CONSTRAINT"})) {
-        const bool ifExists = takeIfExists(at);
-        const auto name = at.takeName();
-        return name ? reading(drop_constraint{table, ifExists, isForeignKey, *name}) : std::nullopt;
-    }
-    at.take({"COLUMN"});
-    const bool ifExists = takeIfExists(at);
-    const auto column = at.takeName();
-    return column ? reading(drop_column{table, ifExists, *column}) : std::nullopt;
-}
-
-reading readAlterRename(token_cursor & at, const identifier & table)
-{
-    if (at.take({"TO"})) {
-        const auto to = at.takeName();
-        return to ? reading(rename_table{table, *to}) : std::nullopt;
-    }
-    at.take({"COLUMN"});
-    const auto from = at.takeName();
-    const auto to = at.take({"TO"}) ? at.takeName() : std::nullopt;
-    return from && to ? reading(rename_column{table, *from, *to}) : std::nullopt;
-}
-
-reading readAlter(token_cursor & at)
-{
-    const auto table = at.take({"TABLE"}) ? at.takeName() : std::nullopt;
-    if (!table) {
-        return std::nullopt;
-    }
-    if (at.take({"ADD"})) {
-        return readAdd(at, *table);
-    }
-    if (at.take({"DROP"})) {
-        return readAlterDrop(at, *table);
-    }
-    if (at.take({"RENAME"})) {
-        return readAlterRename(at, *table);
-    }
-    if (!at.take({"CHANGE"})) {
-        return std::nullopt;
-    }
-    at.take({"COLUMN"});
-    const auto from = at.takeName();
-    const auto definition = readColumn(at);
-    return from && definition ? reading(change_column{*table, *from, *definition}) : std::nullopt;
 }
 
 // EXEC sp_rename 'a', 'b' for tables, 'a.x', 'y', 'COLUMN' for columns.
@@ -218,8 +140,10 @@ reading readProcedure(token_cursor & at)
 
 bool isWithoutChange(const token_cursor & at)
 {
-    return at.isAt({"PRAGMA"}) || at.isAt({"BEGIN"}) || at.isAt({"COMMIT"}) || at.isAt({"END"}) ||
-           at.isAt({"START", "TRANSACTION"});
+    constexpr const char * Words[] = {"PRAGMA", "BEGIN",  "COMMIT", "END", "START",  "INSERT",
+                                      "UPDATE", "DELETE", "SELECT", "SET", "VACUUM", "ANALYZE"};
+    return std::any_of(std::begin(Words), std::end(Words),
+                       [&at](const char * word) { return at.isAt({word}); });
 }
 
 // Gives whether all of the statement was read.

@@ -19,6 +19,14 @@ bool readIdentity(token_cursor & at)
            at.take(token_kind::close);
 }
 
+// DEFAULT, with something after it.
+bool hasValue(const token_cursor & at)
+{
+    const token * const value = at.peek(1);
+    return at.isAt({"DEFAULT"}) && value != nullptr && value->kind != token_kind::comma &&
+           value->kind != token_kind::close;
+}
+
 bool readClause(token_cursor & at, column_definition & column)
 {
     if (at.take({"NOT", "NULL"})) {
@@ -27,12 +35,29 @@ bool readClause(token_cursor & at, column_definition & column)
         column.primaryKey = true;
     } else if (at.take({"UNIQUE"})) {
         column.unique = true;
+    } else if (hasValue(at)) {
+        at.take({"DEFAULT"});
+        at.takeUntil(AfterType);
+        column.hasDefault = true;
     } else if (at.take({"AUTOINCREMENT"}) || at.take({"AUTO_INCREMENT"}) || readIdentity(at)) {
         column.counted = true;
     } else {
         return at.take({"NULL"});
     }
     return true;
+}
+
+// What happens to rows that refer to one that goes or changes.
+bool takeAction(token_cursor & at)
+{
+    for (const char * const event : {"DELETE", "UPDATE"}) {
+        if (at.take({"ON", event, "CASCADE"}) || at.take({"ON", event, "RESTRICT"}) ||
+            at.take({"ON", event, "SET", "NULL"}) || at.take({"ON", event, "NO", "ACTION"}) ||
+            at.take({"ON", event, "SET", "DEFAULT"})) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool isAtNamedKey(const token_cursor & at)
@@ -147,6 +172,8 @@ std::optional<reference_definition> readReference(token_cursor & at)
     auto targetColumns = readNames(at);
     if (!target || !targetColumns) {
         return std::nullopt;
+    }
+    while (takeAction(at)) {
     }
     return reference_definition{{}, std::move(*columns), *target, std::move(*targetColumns)};
 }

@@ -30,6 +30,8 @@ public:
     std::optional<QString> takeText();
     /// A number in brackets; none when there is no such thing.
     std::optional<int> takeNumberInBrackets();
+    /// Everything that is left.
+    void takeRest() { m_position = m_tokens.size(); }
     /// The text up to one of the words, or a comma or a bracket that closes more than was opened.
     QString takeUntil(std::span<const char * const> words);
 
