@@ -12,6 +12,7 @@ import sys
 
 BLOCK = re.compile(r"^ *(\S+): *\d+-block +\d+$")
 SOURCE = re.compile(r"^ *\S+: *\d+:")
+CREATED = re.compile(r"^Creating '(.+)'$", re.MULTILINE)
 # How gcov marks a block that was not executed and that nothing but an exception leads to.
 EXCEPTIONAL = "$$$$$"
 
@@ -31,9 +32,10 @@ def without_exceptional(lines):
 
 def main():
     wanted = "--branch-counts" in sys.argv
-    done = subprocess.run(["gcov", *sys.argv[1:], *(["--all-blocks"] if wanted else [])])
+    done = subprocess.run(["gcov", *sys.argv[1:], *(["--all-blocks"] if wanted else [])], stdout=subprocess.PIPE, text=True)
+    sys.stdout.write(done.stdout)
     if wanted:
-        for path in pathlib.Path.cwd().glob("*.gcov"):
+        for path in map(pathlib.Path, CREATED.findall(done.stdout)):
             lines = path.read_text(encoding="utf-8", errors="surrogateescape").split("\n")
             if ":Source:/usr/" in lines[0]:  # a library's header, of which gcovr makes nothing
                 continue

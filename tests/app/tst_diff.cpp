@@ -119,6 +119,33 @@ private Q_SLOTS:
                     "- \\+ property p: int\n\n### \\- entity gone: 0 properties\n")
                 .arg(folder));
     }
+    void whatComesAndGoes()
+    {
+        QVERIFY(support::writeBytes(
+            path("a.json"),
+            textOf(json("{'id': 1, 'name': 'person', 'properties': [{'id': 10, 'name': 'home', 'type': "
+                        "'QString'}]}, "
+                        "{'id': 2, 'name': 'country', 'properties': []}"),
+                   json("{'id': 1, 'name': 'mood', 'values': [{'name': 'calm', 'value': 1}]}"))));
+        QVERIFY(support::writeBytes(
+            path("b.json"),
+            textOf(
+                json("{'id': 1, 'name': 'person', 'properties': [{'id': 10, 'name': 'home', 'relationship': "
+                     "{'id': 1, 'type': 'many-to-one', 'target': 2}}, {'id': 11, 'name': 'mail', 'type': "
+                     "'QString', 'allowNull': false, 'unique': true, 'transient': true}]}, "
+                     "{'id': 2, 'name': 'country', 'properties': []}"),
+                json("{'id': 2, 'name': 'rank', 'values': [{'name': 'low', 'value': 1}, {'name': 'high', "
+                     "'value': 2}]}"))));
+        const QString told = withoutFolder(diff({path("a.json"), path("b.json")}).output);
+        const QString back = withoutFolder(diff({path("b.json"), path("a.json")}).output);
+        QVERIFY2(told.contains("\n  + property mail: QString, not null, unique, transient\n"),
+                 qPrintable(told));
+        QVERIFY2(told.contains("\n    + relationship: many-to-one to country\n"), qPrintable(told));
+        QVERIFY2(told.contains("\n+ enumeration rank: 2 values\n"), qPrintable(told));
+        QVERIFY2(told.contains("\n- enumeration mood: 1 value\n"), qPrintable(told));
+        QVERIFY2(back.contains("\n    - relationship: many-to-one to country\n"), qPrintable(back));
+        QVERIFY2(back.contains("\n- enumeration rank: 2 values\n"), qPrintable(back));
+    }
     void versionsOfAProject()
     {
         makeHistory();
