@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Measures whole processes: import, export and dump of generated models beside the floor, an evolution, and start-up.
 
-usage: run.py [BUILD_FOLDER...] [--runs N] [--sizes 100,1000,10000] [--instructions] [--tags 100] [--tag-entities 1000]
+usage: run.py [BUILD_FOLDER...] [--runs N] [--sizes 100,1000,10000] [--instructions] [--check] [--tags 100] [--tag-entities 1000]
 
 Times are seconds of wall clock (median of N runs), memory is the largest resident set. The floor reads the same
 rows from the same file and writes as many bytes. Everything is run in turns, so that a busy machine slows all alike;
@@ -138,6 +138,27 @@ def measure_evolution(build, folder, tags, entities):
             "last": statistics.mean(steps[-10:])}
 
 
+def measure_check(build, folder, entities, runs):
+    """Foretelling beside the export of the same scripts: the full script, and the step from a version to 1 % changes."""
+    korvane = build / "bin/korvane"
+    folder = folder / f"check_{entities}"
+    folder.mkdir()
+    project, out = folder / "bench.korv", folder / "sql"
+    out.mkdir()
+    run([korvane, "import", write_model(build, folder, entities), project])
+    check = [korvane, "check", project, "--db", "postgresql", "--relationships", "yes", "--fail-on", "never", "-o", folder / "told"]
+    exports, full = [], []
+    for _ in range(runs):
+        exports.append(run(export_command(build, project, out)))
+        full.append(run(check))
+    run([korvane, "tag", project])
+    run([korvane, "import", write_model(build, folder, entities, 1), project])
+    step = [run([*check, "--from", "v1"]) for _ in range(runs)]
+    least = median(exports, 1)
+    print(f"| {entities} | {least:.2f} | {median(full, 1):.2f} | {median(full, 1) / least:.1f} | {median(step, 1):.2f} | "
+          f"{median(step, 1) / least:.1f} | {max(r[2] for r in full):.0f} | {max(r[2] for r in step):.0f} |", flush=True)
+
+
 def measure_start(builds, runs):
     """Milliseconds of `korvane --version`, and of the loader's part in it, before main() begins."""
     print("\n| build | --version ms | of that libraries ms | libraries |")
@@ -168,6 +189,7 @@ def main():
     parser.add_argument("--runs", type=int, default=7)
     parser.add_argument("--sizes", default="100,1000,10000")
     parser.add_argument("--instructions", action="store_true", help="count them as well; needs valgrind")
+    parser.add_argument("--check", action="store_true", help="measure what foretelling takes as well")
     parser.add_argument("--tags", type=int, default=100, help="0 leaves the evolution out")
     parser.add_argument("--tag-entities", type=int, default=1000)
     arguments = parser.parse_args()
@@ -178,6 +200,11 @@ def main():
         print("| " + " | ".join("---" for _ in COLUMNS) + " |")
         for entities in map(int, arguments.sizes.split(",")):
             measure_size(builds, folder, entities, arguments)
+        if arguments.check:
+            print("\n| entities | export CPU s | check, full script | / export | check, one step | / export | full MB | step MB |")
+            print("| --- | --- | --- | --- | --- | --- | --- | --- |")
+            for entities in map(int, arguments.sizes.split(",")):
+                measure_check(builds[-1], folder, entities, min(arguments.runs, 3))
         if arguments.instructions:
             measure_start(builds, arguments.runs)
         if arguments.tags:

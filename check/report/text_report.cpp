@@ -36,11 +36,13 @@ QString counted(int count, const char * one, const char * many)
 struct group
 {
     std::vector<const finding *> findings; ///< the worst first
-    [[nodiscard]] int line() const
-    {
-        return findings.front()->statement ? findings.front()->statement->line : 0;
-    }
 };
+
+/// The line of the statement; 0 for a finding without one.
+int lineOf(const finding & of)
+{
+    return of.statement ? of.statement->line : 0;
+}
 
 /// Places of the findings that follow from each.
 using consequences = std::map<int, std::vector<const finding *>>;
@@ -85,7 +87,7 @@ private:
         for (const finding & each : m_report.findings) {
             const bool isHere = each.script == name && (name.isEmpty() || each.database == database);
             if (isHere && each.consequenceOf < 0) {
-                byLine[{each.statement ? each.statement->line : 0, each.statement ? QString() : each.fingerprint}]
+                byLine[{lineOf(each), each.statement ? QString() : each.fingerprint}]
                     .findings.push_back(&each);
             }
         }
@@ -145,7 +147,7 @@ private:
         m_text += wrapped(QStringLiteral("Why: ") + of.why, Indent);
         m_text += wrapped(QStringLiteral("What to do: ") + of.way.text, Indent);
         for (const QString & each : of.way.sql) {
-            m_text += QString(2 * Indent, u' ') + each + u'\n';
+            m_text += QString(qsizetype{2} * Indent, u' ') + each + u'\n';
         }
         writeConsequences(of);
     }
@@ -159,9 +161,8 @@ private:
         }
         QStringList places;
         for (const finding * each : found->second) {
-            places += each->script == of.script
-                          ? QString::number(each->statement->line)
-                          : QStringLiteral("%1 of %2").arg(QString::number(each->statement->line), each->script);
+            const QString line = QString::number(lineOf(*each));
+            places += each->script == of.script ? line : QStringLiteral("%1 of %2").arg(line, each->script);
         }
         m_text += wrapped(QStringLiteral("Refused as well because of it: line ") + places.join(QLatin1String(", ")),
                           Indent);

@@ -35,7 +35,7 @@ QStringList changedNumbers(const model::enumeration & before, const model::enume
 {
     QStringList told;
     for (const auto & old : before.getValues()) {
-        const auto values = now.getValues();
+        const auto & values = now.getValues();
         const auto same = std::find_if(values.begin(), values.end(),
                                        [&](const auto & each) { return each.number == old.number; });
         if (same == values.end()) {
