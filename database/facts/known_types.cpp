@@ -194,6 +194,11 @@ int understood_type::bytes() const
 
 declared_type partsOf(const QString & type)
 {
+    // Most types are one word in capitals, and each of the many columns of a schema has one.
+    const bool isWord = std::all_of(type.begin(), type.end(), [](QChar c) { return c >= u'A' && c <= u'Z'; });
+    if (isWord) {
+        return {type, {}, {}, false};
+    }
     QString text = type.trimmed();
     declared_type parts;
     parts.isArray = text.endsWith(QLatin1String("[]"));
