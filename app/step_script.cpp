@@ -71,7 +71,8 @@ std::vector<model::named_object> objectsOf(const plugin::statement_record & reco
 void addStatements(const plugin::statement_record & record, const compared_states & states,
                    const change_causes & causes, std::vector<step_statement> & statements)
 {
-    for (const database::statement & read : database::readStatements(record.text)) {
+    for (const database::statement & read : database::readStatements(
+             record.text, record.isReplaced() ? database::writer::anyone : database::writer::exporter)) {
         step_statement statement{check::placeOf(record, read), causes.find(record)};
         statement.place.objects = objectsOf(record, states);
         statements.push_back(std::move(statement));

@@ -46,7 +46,8 @@ public:
     void run()
     {
         for (const plugin::statement_record & record : m_next.records) {
-            const std::vector<database::statement> statements = database::readStatements(record.text);
+            const std::vector<database::statement> statements = database::readStatements(
+                record.text, record.isReplaced() ? database::writer::anyone : database::writer::exporter);
             for (const database::statement & read : statements) {
                 runStatement(record, read);
             }

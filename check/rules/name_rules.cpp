@@ -8,6 +8,8 @@
 #include "model/property.h"
 #include "model/relationship.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <iterator>
 
@@ -82,25 +84,30 @@ found severalColumns(const told_statement & of)
     return own ? found(with("property", nameOf(*own))) : std::nullopt;
 }
 
-/// The names of the entity and its columns that have a backtick.
-QString nameWithBacktick(const told_statement & of)
+/// The name of the entity, or of something of it, that no database reads without quotes; empty for none.
+QString oddName(const told_statement & of)
 {
+    static const QRegularExpression plain(QStringLiteral("^[\\w$\\x{80}-\\x{10ffff}]+$"));
     const std::shared_ptr<model::entity> entity = of.entity();
-    QStringList names = entity ? QStringList(tableNameOf(*entity)) : QStringList();
+    QStringList names = entity ? QStringList({tableNameOf(*entity), entity->getSoftDeleteColumn()}) : QStringList();
     if (entity) {
         for (const auto & each : entity->getListOfProperty(true, false, true)->values()) {
             names += columnNamesOf(*each);
         }
     }
-    const auto first = std::find_if(names.begin(), names.end(),
-                                    [](const QString & name) { return name.contains(QLatin1Char('`')); });
-    return first == names.end() ? QStringLiteral("`") : *first;
+    if (const auto relation = of.relationship()) {
+        names += {relation->getExtraTable(), relation->getForeignKey(), relation->getForeignKeyOwner()};
+    }
+    const auto first = std::find_if(names.begin(), names.end(), [](const QString & name) {
+        return !name.isEmpty() && !plain.match(name).hasMatch();
+    });
+    return first == names.end() ? QString() : *first;
 }
 
 found needsQuotes(const told_statement & of)
 {
-    if (of.read().isCutShort) {
-        return with("word", nameWithBacktick(of));
+    if (const QString odd = of.read().isCutShort ? oddName(of) : QString(); !odd.isEmpty()) {
+        return with("word", odd);
     }
     if (const std::optional<written_name> bad = unreadableName(of)) {
         return with("word", bad->name.text);
