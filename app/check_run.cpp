@@ -148,7 +148,7 @@ private:
                 return told;
             }
             each.state = whole.held();
-            whole.lookAtModel(full, each.settings, each.found);
+            whole.lookAtModel(full, *each.state, each.settings, each.found);
         }
         return ZkBool::success();
     }

@@ -211,9 +211,10 @@ QSet<QString> keysOf(const std::vector<schema_difference> & differences, const s
 
 } // namespace
 
-void checker::lookAtModel(const script & full, const export_settings & settings, report & told)
+void checker::lookAtModel(const script & full, const database::catalogue & made,
+                          const export_settings & settings, report & told)
 {
-    for (finding & each : explainModel({m_known, full, held(), settings, m_step.refusedProperties})) {
+    for (finding & each : explainModel({m_known, full, made, settings, m_step.refusedProperties})) {
         addTo(told, std::move(each), full);
     }
 }

@@ -26,7 +26,9 @@ public:
     void run(const script & next, report * told);
 
     /// Tells what the full script that was run left otherwise than its model says, and what is unwise in it.
-    void lookAtModel(const script & full, const export_settings & settings, report & told);
+    /// @param made what held() says after it
+    void lookAtModel(const script & full, const database::catalogue & made, const export_settings & settings,
+                     report & told);
 
     /// Tells what the step that was run last left otherwise than a new database is. Differences that were there
     /// before it are not told again.

@@ -45,6 +45,7 @@ struct report_format
 {
     QLatin1String name;
     QByteArray (*write)(const check::report & of);
+    bool hasPlaces; ///< tells where objects stand in a text form
 };
 
 bool isTerminal()
@@ -54,14 +55,16 @@ bool isTerminal()
 
 const report_format Formats[] = {
     {QLatin1String("text"),
-     [](const check::report & of) { return check::textReport(of, {isTerminal()}).toUtf8(); }},
+     [](const check::report & of) { return check::textReport(of, {isTerminal()}).toUtf8(); }, false},
     {QLatin1String("json"),
-     [](const check::report & of) { return check::jsonReport(of, QCoreApplication::applicationVersion()); }},
+     [](const check::report & of) { return check::jsonReport(of, QCoreApplication::applicationVersion()); },
+     true},
     {QLatin1String("sarif"),
-     [](const check::report & of) { return check::sarifReport(of, QCoreApplication::applicationVersion()); }},
-    {QLatin1String("github"), &check::githubReport},
-    {QLatin1String("gitlab"), &check::gitlabReport},
-    {QLatin1String("markdown"), &check::markdownReport},
+     [](const check::report & of) { return check::sarifReport(of, QCoreApplication::applicationVersion()); },
+     true},
+    {QLatin1String("github"), &check::githubReport, true},
+    {QLatin1String("gitlab"), &check::gitlabReport, true},
+    {QLatin1String("markdown"), &check::markdownReport, true},
 };
 
 /// From which severity on there is something to object to.
@@ -121,6 +124,7 @@ private:
     [[nodiscard]] int judge();
     [[nodiscard]] int tell(const check::report & found) const;
     [[nodiscard]] check_request request() const;
+    [[nodiscard]] QString format() const { return m_json ? QStringLiteral("json") : m_format; }
     [[nodiscard]] zk::ZkBool readAccepted(const source & of, check::accepted_findings & accepted) const;
     [[nodiscard]] zk::ZkBool openText(source & text) const;
     static void findPlaces(source & in, check::report & told);
@@ -276,7 +280,9 @@ int check_command::judge()
     check::report told;
     const zk::ZkBool judged = checkSource(*statements, of, request(), told);
     check::accept(accepted, QDate::currentDate(), told);
-    findPlaces(m_text.isEmpty() ? of : text, told);
+    if (rowOf(Formats, format())->hasPlaces) {
+        findPlaces(m_text.isEmpty() ? of : text, told);
+    }
     // What was judged until a failure is told as well.
     const int result = judged || !told.runs.empty() ? tell(told) : Done;
     return judged ? result : failed(judged.getDesc());
@@ -326,7 +332,7 @@ void check_command::findPlaces(source & in, check::report & told)
 
 int check_command::tell(const check::report & found) const
 {
-    const QByteArray bytes = rowOf(Formats, m_json ? QStringLiteral("json") : m_format)->write(found);
+    const QByteArray bytes = rowOf(Formats, format())->write(found);
     if (m_file.isEmpty()) {
         printBytes(bytes);
     } else if (const zk::ZkBool written = writeWholeFile(m_file, bytes); !written) {

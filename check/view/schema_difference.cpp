@@ -128,8 +128,8 @@ private:
         const QString expected = wordsOf(m_expected.key);
         const QString found = wordsOf(m_found.key);
         if (expected != found) {
-            tell(difference_kind::key, columnsOf(m_expected.key ? m_expected.key->parts : m_found.key->parts),
-                 expected, found);
+            const std::optional<database::primary_key> & key = m_expected.key ? m_expected.key : m_found.key;
+            tell(difference_kind::key, key ? columnsOf(key->parts) : QStringList(), expected, found);
         }
     }
 

@@ -10,14 +10,20 @@ namespace database {
 
 namespace {
 
-QString asciiFolded(QString text)
+QString asciiFolded(const QString & text)
 {
-    for (QChar & c : text) {
-        if (c >= u'A' && c <= u'Z') {
+    const auto isCapital = [](QChar c) { return c >= u'A' && c <= u'Z'; };
+    // Most names are small already, and are shared, not copied.
+    if (std::none_of(text.begin(), text.end(), isCapital)) {
+        return text;
+    }
+    QString small = text;
+    for (QChar & c : small) {
+        if (isCapital(c)) {
             c = QChar(c.unicode() + ('a' - 'A'));
         }
     }
-    return text;
+    return small;
 }
 
 QString folded(name_equality equality, const QString & name)

@@ -127,15 +127,15 @@ refusal readType(const facts & known, const column_definition & asked, const QSt
 
 refusal checkColumnName(const state & at, const table & owner, const QString & name)
 {
-    const QString object = columnObject(owner.name, name);
+    refusal_cause cause = refusal_cause::none;
     if (!at.known.names.mayEndInBlank.value && name.endsWith(u' ')) {
-        return {refusal_cause::column_name_ends_blank, object, false};
+        cause = refusal_cause::column_name_ends_blank;
+    } else if (at.findColumn(owner, name) != nullptr) {
+        cause = refusal_cause::column_exists;
+    } else if (isSystemColumn(at.known, name)) {
+        cause = refusal_cause::system_column_added;
     }
-    if (at.findColumn(owner, name) != nullptr) {
-        return {refusal_cause::column_exists, object, false};
-    }
-    return isSystemColumn(at.known, name) ? refusal{refusal_cause::system_column_added, object, false}
-                                          : refusal();
+    return cause == refusal_cause::none ? refusal() : refusal{cause, columnObject(owner.name, name), false};
 }
 
 refusal checkColumnType(const state & at, const table & owner, const column_definition & asked,
