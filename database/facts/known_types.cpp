@@ -230,11 +230,12 @@ understood_type understoodType(const facts & known, const QString & type)
     const bool isTaken = types.unknown.value == unknown_type::taken;
     if (parts.word.isEmpty()) {
         found.refused = types.mayBeMissing.value ? refusal_cause::none : refusal_cause::syntax;
-    } else if (contains(types.syntaxErrors.value, parts.word) || (parts.isArray && !types.arrays.value)) {
-        found.refused = refusal_cause::syntax;
-    } else if (types.numbersOnlyInBrackets.value &&
-               (parts.arguments.size() > 2 || !haveNumbersOnly(parts.arguments))) {
-        found.refused = refusal_cause::syntax;
+    } else {
+        const bool isNoNumber = types.numbersOnlyInBrackets.value &&
+                                (parts.arguments.size() > 2 || !haveNumbersOnly(parts.arguments));
+        const bool isOther = contains(types.syntaxErrors.value, parts.word) ||
+                             (parts.isArray && !types.arrays.value) || isNoNumber;
+        found.refused = isOther ? refusal_cause::syntax : refusal_cause::none;
     }
     if (isTaken && found.refused == refusal_cause::none && !haveWordsOnly(known, parts)) {
         found.refused = refusal_cause::syntax;

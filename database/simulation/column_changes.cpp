@@ -272,6 +272,9 @@ bool keepsValues(const understood_type & was, const understood_type & is)
 // Whether the primary key has no room for the column when it is of the type.
 bool isKeyTooLong(const facts & known, const table & owner, const QString & column, const QString & type)
 {
+    if (!owner.key) {
+        return false;
+    }
     int bytes = 0;
     for (const key_part & part : owner.key->parts) {
         const auto of = std::find_if(owner.columns.begin(), owner.columns.end(),
