@@ -265,6 +265,9 @@ private:
     static ZkBool runScript(check::checker & with, check::script & script, plugin::statement_list list,
                             check::report * told)
     {
+        if (list.records.empty() && !list.outcome) {
+            return list.outcome;
+        }
         script.records = std::move(list.records);
         script.name = script.records.empty() ? QString() : script.records.front().script;
         with.run(script, told);

@@ -83,12 +83,17 @@ void addStatements(const plugin::statement_record & record, const compared_state
 
 QString whyNoScript(plugin::statement_source & source, const script_request & request)
 {
+    return whyNoOptions(source, request.options);
+}
+
+QString whyNoOptions(plugin::statement_source & source, const plugin::friendly_settings & settings)
+{
     QList<plugin::friendly_option> options;
     if (const ZkBool listed = source.listOptions(options); !listed) {
         return listed.getDesc();
     }
     for (const plugin::friendly_option & option : std::as_const(options)) {
-        const QString given = request.options.value(option.name);
+        const QString given = settings.value(option.name);
         QStringList names;
         for (const plugin::friendly_value & value : option.values) {
             names << value.name;

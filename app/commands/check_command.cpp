@@ -6,6 +6,7 @@
 #include "app/plugin_choice.h"
 #include "app/script_guard.h"
 #include "app/source.h"
+#include "app/step_script.h"
 #include "app/whole_file.h"
 
 #include "check/finding/acceptance.h"
@@ -262,6 +263,10 @@ int check_command::judge()
     if (!statements) {
         printError(reason);
         return status;
+    }
+    if (const QString wrong = whyNoOptions(*statements, request().options); !wrong.isEmpty()) {
+        printError(wrong);
+        return WrongUsage;
     }
     source of;
     if (const zk::ZkBool opened = of.open(m_source); !opened) {

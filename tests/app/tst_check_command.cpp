@@ -303,6 +303,21 @@ private Q_SLOTS:
             << QStringList{"--fail-on", "always"} << 2
             << "'always' is not a value of --fail-on; it takes error, warning, note, never";
     }
+    void whatIsNotKnownIsNotTold()
+    {
+        storeSwap();
+        const program_result wrong = check({"--relationships", "maybe"});
+        QCOMPARE(wrong.output, QByteArray());
+        QCOMPARE(QString::fromUtf8(wrong.errors),
+                 QString("'maybe' is not a value of --relationships; it takes no, yes\n"));
+        QCOMPARE(wrong.status, 2);
+        const QString script = m_folder->filePath("none.js");
+        const program_result missing = check({"--custom-script", script});
+        QCOMPARE(missing.output, QByteArray());
+        QCOMPARE(missing.status, 1);
+        QVERIFY2(missing.errors.contains("none.js"), missing.errors.constData());
+        QCOMPARE(missing.errors.count('\n'), 1);
+    }
     void wrongInput()
     {
         QFETCH(QStringList, arguments);
