@@ -51,7 +51,7 @@ public:
             for (const database::statement & read : statements) {
                 runStatement(record, read);
             }
-            if (statements.empty() && !record.text.trimmed().isEmpty()) {
+            if (statements.empty() && record.property != 0 && !record.text.trimmed().isEmpty()) {
                 m_of.m_step.commented.insert(record.property);
             }
         }
@@ -77,10 +77,13 @@ private:
         if (isRefused(empty)) {
             ++m_refused;
             m_of.m_step.refusedEntities.insert(record.entity);
-            m_of.m_step.refusedProperties.insert(record.property);
+            if (record.property != 0) {
+                m_of.m_step.refusedProperties.insert(record.property);
+            }
         }
         if (m_told != nullptr) {
-            tell(told_statement(m_view, record, read, said), always ? occasion::always : occasion::rows, number);
+            tell(told_statement(m_view, record, read, said), always ? occasion::always : occasion::rows,
+                 number);
         }
         if (!isRefused(empty)) {
             m_of.m_made.add(read, record);
@@ -144,8 +147,9 @@ private:
 
     [[nodiscard]] QString nameOf(const statement_place & of) const
     {
-        return of.script == m_next.name ? QStringLiteral("line %1").arg(of.line)
-                                        : QStringLiteral("line %1 of %2").arg(QString::number(of.line), of.script);
+        return of.script == m_next.name
+                   ? QStringLiteral("line %1").arg(of.line)
+                   : QStringLiteral("line %1 of %2").arg(QString::number(of.line), of.script);
     }
 
     void add(finding told, const told_statement & of, occasion when)
@@ -193,8 +197,13 @@ QString keyOf(const difference_view & of)
     const auto entity = of.entity();
     const auto member = of.property();
     const auto idOf = [](const auto & each) { return QString::number(each ? each->getId() : 0); };
-    return QStringList{QString::number(static_cast<int>(what.kind)), idOf(entity), idOf(member), idOf(of.link()),
-                       entity ? QString() : what.table, what.expected, what.found}
+    return QStringList{QString::number(static_cast<int>(what.kind)),
+                       idOf(entity),
+                       idOf(member),
+                       idOf(of.link()),
+                       entity ? QString() : what.table,
+                       what.expected,
+                       what.found}
         .join(u'\n');
 }
 

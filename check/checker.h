@@ -1,9 +1,9 @@
 #pragma once
 
-#include "check/view/difference_view.h"
 #include "check/finding/finding.h"
-#include "check/view/made_objects.h"
 #include "check/rules/model_rules.h"
+#include "check/view/difference_view.h"
+#include "check/view/made_objects.h"
 #include "check/view/script.h"
 
 #include "database/simulation/simulation.h"
@@ -21,8 +21,8 @@ public:
     /// The facts have to outlive it. `database` is the word for it on the command line.
     checker(const database::facts & known, const QString & database);
 
-    /// Runs a script. What it has to say of a script goes to `told`, when that is given, the same for all calls:
-    /// a script without it is only there for what it leaves to those after it.
+    /// Runs a script. What it has to say of a script goes to `told`, when that is given, the same for all
+    /// calls: a script without it is only there for what it leaves to those after it.
     void run(const script & next, report * told);
 
     /// Tells what the full script that was run left otherwise than its model says, and what is unwise in it.
@@ -30,8 +30,8 @@ public:
     void lookAtModel(const script & full, const database::catalogue & made, const export_settings & settings,
                      report & told);
 
-    /// Tells what the step that was run last left otherwise than a new database is. Differences that were there
-    /// before it are not told again.
+    /// Tells what the step that was run last left otherwise than a new database is. Differences that were
+    /// there before it are not told again.
     /// @param now what a new database holds, made by the full script of the model after the step
     /// @param before the same of the model before it, asked for when there are differences
     void compare(const script & step, const database::catalogue & now,
@@ -55,13 +55,13 @@ private:
 
     const database::facts & m_known;
     QString m_database;
-    database::simulation m_empty;    ///< no table has rows
+    database::simulation m_empty;                   ///< no table has rows
     std::optional<database::simulation> m_withRows; ///< each table has a row when a script begins
     made_objects m_made;
     QHash<int, refused_statement> m_refused; ///< by their numbers, for what follows from them
-    int m_number = 0; ///< of the next statement
-    step_record m_step;                    ///< of the script that was run last
-    database::catalogue m_beforeStep;      ///< what was held before it, if it was told
+    int m_number = 0;                        ///< of the next statement
+    step_record m_step;                      ///< of the script that was run last
+    database::catalogue m_beforeStep;        ///< what was held before it, if it was told
 };
 
 } // namespace check

@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 # Not only what git tracks: a file that was just written counts as well.
-mapfile -t files < <(find app benchmarks database docs host plugin tests view -name '*.h' -o -name '*.cpp' -o -name '*.c' | sort)
+mapfile -t files < <(find app benchmarks check database docs host plugin tests view -name '*.h' -o -name '*.cpp' -o -name '*.c' | sort)
 if [ "${1:-}" = --fix ]; then
     clang-format -i "${files[@]}"
 else

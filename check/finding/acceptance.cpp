@@ -14,16 +14,13 @@ using json = nlohmann::json;
 using zk::ZkBool;
 
 const rule_text Unmatched = {
-    QLatin1String("KV806"), effect::advice,
-    "{file}: an entry about {code} matches no finding ({why}).",
-    "What it accepted is gone, or has another id, database or step.",
-    "Take the entry out, or mend it."};
+    QLatin1String("KV806"), effect::advice, "{file}: an entry about {code} matches no finding ({why}).",
+    "What it accepted is gone, or has another id, database or step.", "Take the entry out, or mend it."};
 
-const rule_text Expired = {
-    QLatin1String("KV807"), effect::advice,
-    "{file}: the entry about {code} ended on {until} ({why}).",
-    "It accepted the finding for a time only, so that somebody looks at it again.",
-    "Mend what was accepted, or give the entry a new date."};
+const rule_text Expired = {QLatin1String("KV807"), effect::advice,
+                           "{file}: the entry about {code} ended on {until} ({why}).",
+                           "It accepted the finding for a time only, so that somebody looks at it again.",
+                           "Mend what was accepted, or give the entry a new date."};
 
 QString textOf(const json & value)
 {
@@ -153,11 +150,12 @@ private:
             }
         }
         if (name != "until") {
-            return unknownField(name, {"code", "entity", "property", "relationship", "database", "step", "why",
-                                       "until"});
+            return unknownField(
+                name, {"code", "entity", "property", "relationship", "database", "step", "why", "until"});
         }
         entry.until = field.is_string() ? QDate::fromString(textOf(field), Qt::ISODate) : QDate();
-        return entry.until.isValid() ? QString() : QStringLiteral("\"until\" has to be a date such as 2027-01-31");
+        return entry.until.isValid() ? QString()
+                                     : QStringLiteral("\"until\" has to be a date such as 2027-01-31");
     }
 
     const QString & m_file;
@@ -166,9 +164,8 @@ private:
 
 bool hasObject(const finding & of, model::object_kind kind, long id)
 {
-    return id == 0 || std::any_of(of.objects.begin(), of.objects.end(), [&](const object & each) {
-               return each.kind == kind && each.id == id;
-           });
+    return id == 0 || std::any_of(of.objects.begin(), of.objects.end(),
+                                  [&](const object & each) { return each.kind == kind && each.id == id; });
 }
 
 bool matches(const accepted_entry & entry, const finding & of)
@@ -224,12 +221,12 @@ ZkBool readAcceptance(const QByteArray & text, const QString & file, accepted_fi
         }
         return taken;
     } catch (const json::exception & error) {
-        const QByteArray before = text.left(static_cast<qsizetype>(
-            dynamic_cast<const json::parse_error *>(&error) != nullptr
-                ? static_cast<const json::parse_error &>(error).byte
-                : 0));
-        return ZkBool::failure(QStringLiteral("%1: line %2: is not JSON")
-                                   .arg(file, QString::number(before.count('\n') + 1)));
+        const QByteArray before =
+            text.left(static_cast<qsizetype>(dynamic_cast<const json::parse_error *>(&error) != nullptr
+                                                 ? static_cast<const json::parse_error &>(error).byte
+                                                 : 0));
+        return ZkBool::failure(
+            QStringLiteral("%1: line %2: is not JSON").arg(file, QString::number(before.count('\n') + 1)));
     }
 }
 

@@ -32,10 +32,12 @@ struct accepted_findings
 };
 
 /// Reads `text`, whose name is `file`. On failure, one line "file: reason", `read` stays as it was.
-[[nodiscard]] zk::ZkBool readAcceptance(const QByteArray & text, const QString & file, accepted_findings & read);
+[[nodiscard]] zk::ZkBool readAcceptance(const QByteArray & text, const QString & file,
+                                        accepted_findings & read);
 
-/// Gives findings their severities and marks those that are accepted on the day `today`. An entry that matches
-/// nothing though all that it names was judged, and one that is past its date, are findings of their own.
+/// Gives findings their severities and marks those that are accepted on the day `today`. An entry that
+/// matches nothing though all that it names was judged, and one that is past its date, are findings of their
+/// own.
 void accept(const accepted_findings & by, const QDate & today, report & in);
 
 } // namespace check

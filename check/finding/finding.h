@@ -103,11 +103,11 @@ struct finding
 struct run
 {
     QString database;
-    QString basis;  ///< what the judgement rests on: "run on PostgreSQL 15", "documentation of Oracle"
+    QString basis; ///< what the judgement rests on: "run on PostgreSQL 15", "documentation of Oracle"
     QString script;
-    QString from;   ///< "v2"; empty for a script that begins with nothing
-    QString to;     ///< "v3", "now"
-    QString step;   ///< as acceptance files name it
+    QString from; ///< "v2"; empty for a script that begins with nothing
+    QString to;   ///< "v3", "now"
+    QString step; ///< as acceptance files name it
     int statements = 0;
     int judged = 0; ///< those of them in a form that is known
 };

@@ -39,8 +39,8 @@ using values = QHash<QString, QString>;
 /// The rule of that code; none when no rule has it.
 [[nodiscard]] const rule * ruleOf(const QString & code);
 
-/// The page of a rule, in Markdown: its condition, an example, what databases answer, and what to do. Empty for a
-/// code that no rule has.
+/// The page of a rule, in Markdown: its condition, an example, what databases answer, and what to do. Empty
+/// for a code that no rule has.
 [[nodiscard]] QByteArray rulePage(const QString & code);
 
 /// A finding with these texts, of the rule that they belong to.

@@ -66,7 +66,8 @@ QByteArray githubReport(const report & of)
         if (++counts[kind] < Shown) {
             text += QStringLiteral("::%1 file=%2,line=%3,title=%4::%5\n")
                         .arg(QLatin1String(Words[kind]), escaped(fileOf(*each), true),
-                             QString::number(lineOf(*each)), escaped(each->code + QLatin1Char(' ') + each->name, true),
+                             QString::number(lineOf(*each)),
+                             escaped(each->code + QLatin1Char(' ') + each->name, true),
                              escaped(each->message + QLatin1Char('\n') + each->way.text, false));
         }
     }
@@ -84,13 +85,13 @@ QByteArray gitlabReport(const report & of)
     constexpr const char * Words[] = {"info", "minor", "major"};
     json list = json::array();
     for (const finding * const each : openFindings(of)) {
-        list.push_back({{"description", (each->message + QLatin1Char(' ') + each->way.text).toStdString()},
-                        {"check_name", QString(each->code).toStdString()},
-                        // Two scripts can have the same finding, which are two issues here.
-                        {"fingerprint", (each->fingerprint + QLatin1Char('-') + each->step).toStdString()},
-                        {"severity", Words[static_cast<std::size_t>(each->weight)]},
-                        {"location",
-                         {{"path", fileOf(*each).toStdString()}, {"lines", {{"begin", lineOf(*each)}}}}}});
+        list.push_back(
+            {{"description", (each->message + QLatin1Char(' ') + each->way.text).toStdString()},
+             {"check_name", QString(each->code).toStdString()},
+             // Two scripts can have the same finding, which are two issues here.
+             {"fingerprint", (each->fingerprint + QLatin1Char('-') + each->step).toStdString()},
+             {"severity", Words[static_cast<std::size_t>(each->weight)]},
+             {"location", {{"path", fileOf(*each).toStdString()}, {"lines", {{"begin", lineOf(*each)}}}}}});
     }
     return QByteArray::fromStdString(list.dump(2, ' ', false, json::error_handler_t::replace)) + '\n';
 }
@@ -100,7 +101,8 @@ QByteArray markdownReport(const report & of)
     const summary counted = summaryOf(of);
     QString text = QStringLiteral("## korvane check: %1\n\n").arg(of.project);
     for (const run & each : of.runs) {
-        text += QStringLiteral("- `%1` (%2): %3 statements\n").arg(each.script, each.basis, QString::number(each.statements));
+        text += QStringLiteral("- `%1` (%2): %3 statements\n")
+                    .arg(each.script, each.basis, QString::number(each.statements));
     }
     const std::vector<const finding *> open = openFindings(of);
     if (!open.empty()) {
@@ -108,8 +110,8 @@ QByteArray markdownReport(const report & of)
     }
     for (const finding * const each : open) {
         text += QStringLiteral("| %1 | %2 | %3:%4 | %5 | %6 |\n")
-                    .arg(wordOf(each->weight), each->code, cell(fileOf(*each)), QString::number(lineOf(*each)),
-                         cell(each->message), cell(each->way.text));
+                    .arg(wordOf(each->weight), each->code, cell(fileOf(*each)),
+                         QString::number(lineOf(*each)), cell(each->message), cell(each->way.text));
     }
     text += QStringLiteral("\nErrors: %1, warnings: %2, notes: %3, accepted: %4\n")
                 .arg(counted.errors)

@@ -17,7 +17,8 @@ json remedyOf(const remedy & of)
     for (const QString & each : of.sql) {
         sql.push_back(textOf(each));
     }
-    return {{"text", textOf(of.text)}, {"sql", sql}, {"model", of.model.is_null() ? json::array() : of.model}};
+    return {
+        {"text", textOf(of.text)}, {"sql", sql}, {"model", of.model.is_null() ? json::array() : of.model}};
 }
 
 json locationOf(const std::optional<source_place> & of)
@@ -52,8 +53,12 @@ json findingOf(const finding & of)
 
 json runOf(const run & of)
 {
-    return {{"database", textOf(of.database)}, {"basis", textOf(of.basis)},     {"script", textOf(of.script)},
-            {"from", textOrNull(of.from)},     {"to", textOf(of.to)},           {"statements", of.statements},
+    return {{"database", textOf(of.database)},
+            {"basis", textOf(of.basis)},
+            {"script", textOf(of.script)},
+            {"from", textOrNull(of.from)},
+            {"to", textOf(of.to)},
+            {"statements", of.statements},
             {"judged", of.judged}};
 }
 

@@ -42,7 +42,9 @@ json ruleOf(const rule & of)
             {"name", textOf(nameOf(of))},
             {"shortDescription", {{"text", textOf(title)}}},
             {"fullDescription", {{"text", textOf(title)}}},
-            {"help", {{"text", textOf(page.isEmpty() ? title : page)}, {"markdown", textOf(page.isEmpty() ? title : page)}}},
+            {"help",
+             {{"text", textOf(page.isEmpty() ? title : page)},
+              {"markdown", textOf(page.isEmpty() ? title : page)}}},
             {"defaultConfiguration", {{"level", textOf(wordOf(of.weight))}}},
             {"properties", {{"tags", json::array({"database"})}}}};
 }
@@ -55,7 +57,8 @@ json locationOf(const finding & of)
     if (isInText) {
         region = {{"startLine", of.location->line}, {"startColumn", of.location->column}};
     } else if (of.statement) {
-        region = {{"startLine", of.statement->line}, {"endLine", of.statement->line + of.statement->lines - 1}};
+        region = {{"startLine", of.statement->line},
+                  {"endLine", of.statement->line + of.statement->lines - 1}};
     }
     return {{"physicalLocation", {{"artifactLocation", {{"uri", addressOf(file)}}}, {"region", region}}}};
 }
@@ -69,7 +72,8 @@ json resultOf(const finding & of, std::size_t rule)
                    {"locations", json::array({locationOf(of)})},
                    {"partialFingerprints", {{"korvane/v1", textOf(of.fingerprint)}}}};
     if (of.accepted) {
-        result["suppressions"] = json::array({{{"kind", "external"}, {"justification", textOf(of.accepted->why)}}});
+        result["suppressions"] =
+            json::array({{{"kind", "external"}, {"justification", textOf(of.accepted->why)}}});
     }
     return result;
 }
@@ -95,9 +99,11 @@ QByteArray sarifReport(const report & of, const QString & program)
     const json whole = {
         {"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
         {"version", "2.1.0"},
-        {"runs", json::array({{{"tool", {{"driver", {{"name", "korvane"}, {"version", textOf(program)}, {"rules", rules}}}}},
-                               {"columnKind", "utf16CodeUnits"},
-                               {"results", results}}})}};
+        {"runs",
+         json::array(
+             {{{"tool", {{"driver", {{"name", "korvane"}, {"version", textOf(program)}, {"rules", rules}}}}},
+               {"columnKind", "utf16CodeUnits"},
+               {"results", results}}})}};
     return QByteArray::fromStdString(whole.dump(2, ' ', false, json::error_handler_t::replace)) + '\n';
 }
 

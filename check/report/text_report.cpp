@@ -87,8 +87,8 @@ private:
         for (const finding & each : m_report.findings) {
             const bool isHere = each.script == name && (name.isEmpty() || each.database == database);
             if (isHere && each.consequenceOf < 0) {
-                byLine[{lineOf(each), each.statement ? QString() : each.fingerprint}]
-                    .findings.push_back(&each);
+                byLine[{lineOf(each), each.statement ? QString() : each.fingerprint}].findings.push_back(
+                    &each);
             }
         }
         std::vector<group> groups;
@@ -102,10 +102,7 @@ private:
         return groups;
     }
 
-    static bool isWorse(const finding * a, const finding * b)
-    {
-        return rank(*a) > rank(*b);
-    }
+    static bool isWorse(const finding * a, const finding * b) { return rank(*a) > rank(*b); }
 
     static int rank(const finding & of) { return of.accepted ? -1 : static_cast<int>(of.weight); }
 
@@ -164,8 +161,9 @@ private:
             const QString line = QString::number(lineOf(*each));
             places += each->script == of.script ? line : QStringLiteral("%1 of %2").arg(line, each->script);
         }
-        m_text += wrapped(QStringLiteral("Refused as well because of it: line ") + places.join(QLatin1String(", ")),
-                          Indent);
+        m_text +=
+            wrapped(QStringLiteral("Refused as well because of it: line ") + places.join(QLatin1String(", ")),
+                    Indent);
     }
 
     void writeStatement(const statement_place & of)
@@ -183,9 +181,10 @@ private:
     void writeLastLine()
     {
         const summary total = summaryOf(m_report);
-        m_text += QStringLiteral("%1, %2, %3")
-                      .arg(counted(total.errors, "error", "errors"), counted(total.warnings, "warning", "warnings"),
-                           counted(total.notes, "note", "notes"));
+        m_text +=
+            QStringLiteral("%1, %2, %3")
+                .arg(counted(total.errors, "error", "errors"), counted(total.warnings, "warning", "warnings"),
+                     counted(total.notes, "note", "notes"));
         m_text += total.accepted == 0 ? QString() : QStringLiteral("; %1 accepted").arg(total.accepted);
         m_text += u'\n';
     }
@@ -201,9 +200,8 @@ private:
 
     [[nodiscard]] QString coloured(const QString & text, const char * code) const
     {
-        return m_style.colours
-                   ? QStringLiteral("\033[%1m%2\033[0m").arg(QString::fromLatin1(code), text)
-                   : text;
+        return m_style.colours ? QStringLiteral("\033[%1m%2\033[0m").arg(QString::fromLatin1(code), text)
+                               : text;
     }
 
     const report & m_report;

@@ -2,8 +2,8 @@
 
 #include "check/rules/change_rules.h"
 
-#include "check/view/model_names.h"
 #include "check/finding/rule.h"
+#include "check/view/model_names.h"
 
 #include "model/entity.h"
 #include "model/enumeration.h"
@@ -21,14 +21,17 @@ const rule_text EnumerationChanged = {
     QLatin1String("KV309"), effect::loss,
     "Rows with a value of the enumeration '{enumeration}' mean something else now: {values}.",
     "Rows hold the numbers, and no statement changes them when an enumeration does.",
-    "Keep the number of each value, give new values new numbers, or UPDATE the rows of {properties} yourself."};
+    "Keep the number of each value, give new values new numbers, or UPDATE the rows of {properties} "
+    "yourself."};
 
 const rule_text IdMeansOther = {
     QLatin1String("KV311"), effect::differs,
-    "The {kind} with the id {id} was '{before}' and is '{now}' with other contents: its table or column is renamed and its rows "
+    "The {kind} with the id {id} was '{before}' and is '{now}' with other contents: its table or column is "
+    "renamed and its rows "
     "stay.",
     "Ids tell what is the same thing; when two people add something at the same time, both may get one id.",
-    "If these are two things, give the new one another id; then the old one is dropped and the new one added."};
+    "If these are two things, give the new one another id; then the old one is dropped and the new one "
+    "added."};
 
 /// The numbers of values that are called otherwise than before, as "2 was Paid, is Open".
 QStringList changedNumbers(const model::enumeration & before, const model::enumeration & now)
@@ -52,7 +55,8 @@ QStringList usersOf(const model::project & in, long enumeration, std::vector<obj
 {
     QStringList names;
     const auto entities = in.getListOfAllEntities();
-    for (const auto & entity : entities ? entities->values() : std::vector<std::shared_ptr<model::entity>>()) {
+    for (const auto & entity :
+         entities ? entities->values() : std::vector<std::shared_ptr<model::entity>>()) {
         for (const auto & each : entity->getListOfProperty(true, false, true)->values()) {
             const auto type = each->getType();
             if (type && !each->hasRelationship() && type->getEnumeration() &&
@@ -71,13 +75,15 @@ void tellEnumeration(const script & step, const model::model_change & change, st
     const auto now = step.now->getEnumerationById(change.object.id);
     const QStringList numbers = before && now ? changedNumbers(*before, *now) : QStringList();
     std::vector<object> objects{change.object};
-    const QStringList users = numbers.isEmpty() ? QStringList() : usersOf(*step.now, change.object.id, objects);
+    const QStringList users =
+        numbers.isEmpty() ? QStringList() : usersOf(*step.now, change.object.id, objects);
     if (users.isEmpty()) {
         return;
     }
-    finding one = findingOf(EnumerationChanged, {{QStringLiteral("enumeration"), change.object.name},
-                                                 {QStringLiteral("values"), numbers.join(QStringLiteral("; "))},
-                                                 {QStringLiteral("properties"), users.join(QStringLiteral(", "))}});
+    finding one =
+        findingOf(EnumerationChanged, {{QStringLiteral("enumeration"), change.object.name},
+                                       {QStringLiteral("values"), numbers.join(QStringLiteral("; "))},
+                                       {QStringLiteral("properties"), users.join(QStringLiteral(", "))}});
     one.when = occasion::rows;
     one.objects = objects;
     told.push_back(std::move(one));

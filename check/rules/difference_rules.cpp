@@ -39,14 +39,16 @@ long idOf(const std::shared_ptr<model::property> & of)
 bool hasChanged(const difference_view & of, std::initializer_list<const char *> fields)
 {
     const auto member = of.property();
-    return member && (of.changes().has(model::object_kind::property, member->getId(), fields) ||
-                      (member->hasRelationship() &&
-                       of.changes().has(model::object_kind::relationship, member->getRelation()->getId(), fields)));
+    return member &&
+           (of.changes().has(model::object_kind::property, member->getId(), fields) ||
+            (member->hasRelationship() &&
+             of.changes().has(model::object_kind::relationship, member->getRelation()->getId(), fields)));
 }
 
 bool isNewProperty(const difference_view & of)
 {
-    return of.property(moment::now) && of.changes().isAdded(model::object_kind::property, of.property()->getId());
+    return of.property(moment::now) &&
+           of.changes().isAdded(model::object_kind::property, of.property()->getId());
 }
 
 bool isRelationship(const std::shared_ptr<model::property> & of)
@@ -171,19 +173,21 @@ bool isOrder(const difference_view & of)
 // The first that applies is told.
 const difference_rule Rules[] = {
     {isSameVersion,
-     {QLatin1String("KV410"), effect::silent,
-      "Nothing of what changed in '{entity}' reaches the database.",
-      "The entity differs from that of the version before, but its version number is the same, so it counts as "
+     {QLatin1String("KV410"), effect::silent, "Nothing of what changed in '{entity}' reaches the database.",
+      "The entity differs from that of the version before, but its version number is the same, so it counts "
+      "as "
       "unchanged.",
       "Import the text form without \"version\" numbers, or with a higher one for '{entity}'."}},
     {isLinkTable,
      {QLatin1String("KV407"), effect::silent, "The link table '{table}' of '{subject}' stays as it was.",
-      "A step makes a link table only together with the table of one of its ends, and neither drops nor renames one.",
+      "A step makes a link table only together with the table of one of its ends, and neither drops nor "
+      "renames one.",
       "Make, rename or drop the table yourself: the full script has the CREATE TABLE of a new one."}},
     {isComment,
      {QLatin1String("KV408"), effect::silent, "The change of '{subject}' does not reach the database.",
       "Scripts for this database leave a comment in the place of such a change.",
-      "Have the custom script write the statement, as far as the database knows it (ALTER TABLE … RENAME COLUMN, ALTER "
+      "Have the custom script write the statement, as far as the database knows it (ALTER TABLE … RENAME "
+      "COLUMN, ALTER "
       "TABLE … DROP COLUMN), or make the table anew and copy its rows."}},
     {isSwitchedOn,
      {QLatin1String("KV413"), effect::silent, "There is no table '{table}' for '{entity}'.",
@@ -202,17 +206,21 @@ const difference_rule Rules[] = {
     {isConstraintWhenAdded,
      {QLatin1String("KV412"), effect::differs,
       "The column '{column}' of '{property}' is made with constraints that a new database does not have.",
-      "A relationship that is added to a table that is there gets NOT NULL and UNIQUE as the model says; a new table is "
+      "A relationship that is added to a table that is there gets NOT NULL and UNIQUE as the model says; a "
+      "new table is "
       "made without them.",
       "Decide which is right, and add or drop the constraint in the other with a statement of your own."}},
     {isAddedOneToOne,
-     {QLatin1String("KV414"), effect::differs, "The column '{column}' of '{property}' is added, a new database has none.",
-      "A one-to-one relationship that is added brings a column, but the table of a new database is made without it.",
+     {QLatin1String("KV414"), effect::differs,
+      "The column '{column}' of '{property}' is added, a new database has none.",
+      "A one-to-one relationship that is added brings a column, but the table of a new database is made "
+      "without it.",
       "Name a column that the table has in \"columnName\"."}},
     {becamePlain,
      {QLatin1String("KV414"), effect::silent,
       "'{property}' is no relationship any more; the database has {found} where a new one has {expected}.",
-      "Only the foreign key is dropped; the column keeps its type, and an index that the foreign key had stays.",
+      "Only the foreign key is dropped; the column keeps its type, and an index that the foreign key had "
+      "stays.",
       "Change the column yourself with an ALTER TABLE {table}."}},
     {isKey,
      {QLatin1String("KV403"), effect::silent,
@@ -221,14 +229,19 @@ const difference_rule Rules[] = {
       "Change the key yourself with an ALTER TABLE {table}."}},
     {isRelationshipChanged,
      {QLatin1String("KV406"), effect::silent,
-      "The relationship '{property}' leads elsewhere now, the database still has {found} in the place of {expected}.",
-      "A step drops foreign keys of relationships that are gone and adds those of new ones; it does not change one.",
-      "Give the relationship a new id, so that the old foreign key is dropped and the new one added, or change the "
+      "The relationship '{property}' leads elsewhere now, the database still has {found} in the place of "
+      "{expected}.",
+      "A step drops foreign keys of relationships that are gone and adds those of new ones; it does not "
+      "change one.",
+      "Give the relationship a new id, so that the old foreign key is dropped and the new one added, or "
+      "change the "
       "foreign key yourself."}},
     {isAddedIndex,
-     {QLatin1String("KV405"), effect::silent, "The column '{column}' of '{property}' is added without its index.",
+     {QLatin1String("KV405"), effect::silent,
+      "The column '{column}' of '{property}' is added without its index.",
       "A step makes the indexes of new tables and of properties that were there before.",
-      "Add the property first, tag, and switch \"index\" on in the next version; or run CREATE INDEX yourself."}},
+      "Add the property first, tag, and switch \"index\" on in the next version; or run CREATE INDEX "
+      "yourself."}},
     {isNullOrUnique,
      {QLatin1String("KV402"), effect::silent,
       "'{property}' is {found} in the database still, and {expected} in a new one.",
@@ -244,21 +257,24 @@ const difference_rule Rules[] = {
       "A foreign key made it for itself, and dropping the foreign key leaves it.",
       "Drop it yourself if nothing needs it; it does no harm otherwise."}},
     {isOrder,
-     {QLatin1String("KV416"), effect::differs, "The columns of table '{table}' are in another order than in a new one.",
+     {QLatin1String("KV416"), effect::differs,
+      "The columns of table '{table}' are in another order than in a new one.",
       "Columns that are added come last.",
       "Nothing, as long as programs name the columns that they read and write."}},
     {isName,
      {QLatin1String("KV415"), effect::differs,
       "Table '{table}' keeps names of what belongs to it: '{found}' is '{expected}' in a new database.",
       "Renaming a table or a column leaves the names of its indexes, keys, sequences and foreign keys.",
-      "Nothing now; later versions that drop it, or make another of that name, will be refused, which the check tells "
+      "Nothing now; later versions that drop it, or make another of that name, will be refused, which the "
+      "check tells "
       "then."}},
 };
 
 const rule_text Unexplained = {
     QLatin1String("KV419"), effect::differs,
     "Table '{table}' differs from that of a new database: {found} in the place of {expected} ({column}).",
-    "No single change of this step explains it; a type mapping, a setting or the custom script may have changed.",
+    "No single change of this step explains it; a type mapping, a setting or the custom script may have "
+    "changed.",
     "Compare the table with the full script, and change it yourself where that matters."};
 
 values wordsOf(const difference_view & of)

@@ -1,5 +1,6 @@
 // What a step cannot do to indexes and foreign keys that are there.
 
+#include "check/rules/found_words.h"
 #include "check/rules/refusal_rules.h"
 #include "check/view/told_statement.h"
 
@@ -16,17 +17,6 @@ namespace check {
 namespace {
 
 using database::refusal_cause;
-using found = std::optional<values>;
-
-values with(const char * name, const QString & text)
-{
-    return {{QString::fromLatin1(name), text}};
-}
-
-found only(bool applies)
-{
-    return applies ? found(values()) : std::nullopt;
-}
 
 QString nameOfObject(const told_statement & of)
 {
@@ -53,8 +43,8 @@ found foreignKeyKeptOldName(const told_statement & of)
     const QString old = of.in().made().foreignKeyOf(of.record().relationship);
     const auto * const asked = of.asks<database::drop_constraint>();
     const bool isMissing = asked != nullptr && of.isFor(refusal_cause::foreign_key_missing);
-    const bool isOther = !old.isEmpty() && asked != nullptr &&
-                         old.compare(asked->constraint.text, Qt::CaseInsensitive) != 0;
+    const bool isOther =
+        !old.isEmpty() && asked != nullptr && old.compare(asked->constraint.text, Qt::CaseInsensitive) != 0;
     return isMissing && isOther ? found(with("old", old)) : std::nullopt;
 }
 
@@ -77,9 +67,10 @@ found sharedColumn(const told_statement & of)
 found droppedColumn(const told_statement & of)
 {
     const bool isNeeded = isAboutForeignKeyOfColumn(of) || of.isFor(refusal_cause::column_referred_to);
-    return isNeeded ? found(values{{QStringLiteral("detail"),
-                                    QStringLiteral("drop the column '%1' of table '%2': the foreign key '%3' needs it")
-                                        .arg(of.word("column"), of.word("table"), nameOfObject(of))}})
+    return isNeeded ? found(values{
+                          {QStringLiteral("detail"),
+                           QStringLiteral("drop the column '%1' of table '%2': the foreign key '%3' needs it")
+                               .arg(of.word("column"), of.word("table"), nameOfObject(of))}})
                     : std::nullopt;
 }
 
@@ -87,9 +78,10 @@ found droppedTarget(const told_statement & of)
 {
     const bool isReferredTo = of.isFor(refusal_cause::table_referred_to);
     return isReferredTo
-               ? found(values{{QStringLiteral("detail"),
-                               QStringLiteral("drop table '%1': the foreign key '%2' of another table refers to it")
-                                   .arg(of.word("table"), nameOfObject(of))}})
+               ? found(values{
+                     {QStringLiteral("detail"),
+                      QStringLiteral("drop table '%1': the foreign key '%2' of another table refers to it")
+                          .arg(of.word("table"), nameOfObject(of))}})
                : std::nullopt;
 }
 
@@ -103,10 +95,11 @@ found goneForeignKey(const told_statement & of)
     const bool isMissing =
         of.isFor(refusal_cause::foreign_key_missing) || of.isFor(refusal_cause::table_missing);
     return isMissing && of.asks<database::drop_constraint>() != nullptr
-               ? found(values{{QStringLiteral("detail"),
-                               QStringLiteral("drop the foreign key '%1' of table '%2': neither is there under that "
-                                              "name when the statement runs")
-                                   .arg(of.word("constraint"), of.word("table"))}})
+               ? found(values{
+                     {QStringLiteral("detail"),
+                      QStringLiteral("drop the foreign key '%1' of table '%2': neither is there under that "
+                                     "name when the statement runs")
+                          .arg(of.word("constraint"), of.word("table"))}})
                : std::nullopt;
 }
 
@@ -133,7 +126,7 @@ found columnInUse(const told_statement & of)
 found renamedAndRetyped(const told_statement & of)
 {
     return of.isFor(refusal_cause::type_change_forbidden) ? found(with("constraint", nameOfObject(of)))
-                                                                  : std::nullopt;
+                                                          : std::nullopt;
 }
 
 found besideUniqueText(const told_statement & of)
@@ -167,64 +160,82 @@ found overLostRows(const told_statement & of)
 
 const refusal_rule Rules[] = {
     {{QLatin1String("KV207"), effect::refused,
-      "{db} refuses to drop the index of '{subject}': there is no index '{index}', it is still called '{old}'.",
-      "Renaming a table or a column does not rename its indexes, and the script asks for the index by the name that "
+      "{db} refuses to drop the index of '{subject}': there is no index '{index}', it is still called "
+      "'{old}'.",
+      "Renaming a table or a column does not rename its indexes, and the script asks for the index by the "
+      "name that "
       "it would have today.",
       "Drop '{old}' yourself, or have the custom script write that name (action DROP_INDEX)."},
      indexKeptOldName},
     {{QLatin1String("KV208"), effect::refused,
-      "{db} refuses to drop the foreign key of '{subject}': there is no '{constraint}', it is still called '{old}'.",
-      "Renaming a table or a column does not rename its foreign keys, and the script asks for the key by the name that "
+      "{db} refuses to drop the foreign key of '{subject}': there is no '{constraint}', it is still called "
+      "'{old}'.",
+      "Renaming a table or a column does not rename its foreign keys, and the script asks for the key by the "
+      "name that "
       "it would have today.",
       "Drop '{old}' yourself before the script, and have the custom script return an empty text for this "
       "DROP_FOREIGN_KEY."},
      foreignKeyKeptOldName},
     {{QLatin1String("KV310"), effect::refused,
       "{db} refuses to drop the column '{column}' of table '{table}', which is also that of '{other}'.",
-      "The relationship '{subject}' was dropped, and the script drops its column, though another property has it too; "
+      "The relationship '{subject}' was dropped, and the script drops its column, though another property "
+      "has it too; "
       "only the foreign key keeps it from going.",
       "Have the custom script return an empty text for this DROP_COLUMN."},
      sharedColumn},
     {{QLatin1String("KV209"), effect::advice,
-      "{db} refuses to drop table '{table}' on a connection that enforces foreign keys, if rows of another table refer to "
+      "{db} refuses to drop table '{table}' on a connection that enforces foreign keys, if rows of another "
+      "table refer to "
       "it.",
       "The script switches enforcement off, but within its transaction, where that has no effect.",
-      "Run the script on a connection that does not enforce foreign keys, and run PRAGMA foreign_key_check afterwards."},
+      "Run the script on a connection that does not enforce foreign keys, and run PRAGMA foreign_key_check "
+      "afterwards."},
      droppedWhereEnforced},
-    {{QLatin1String("KV209"), effect::refused,
-      "{db} refuses to {detail}.",
-      "The script drops tables first, then columns, then foreign keys, and takes the names that tables have in the "
+    {{QLatin1String("KV209"), effect::refused, "{db} refuses to {detail}.",
+      "The script drops tables first, then columns, then foreign keys, and takes the names that tables have "
+      "in the "
       "model.",
-      "Drop the foreign key yourself before the script, and have the custom script return an empty text for its "
+      "Drop the foreign key yourself before the script, and have the custom script return an empty text for "
+      "its "
       "DROP_FOREIGN_KEY."},
      dropBeforeForeignKey},
     {{QLatin1String("KV210"), effect::refused,
       "{db} refuses to drop the index '{index}' of '{subject}': a foreign key needs it.",
       "A foreign key needs an index on its columns, and uses this one.",
-      "Keep \"index\" switched on for '{subject}'; it costs nothing, as the foreign key would have an index anyway."},
+      "Keep \"index\" switched on for '{subject}'; it costs nothing, as the foreign key would have an index "
+      "anyway."},
      indexOfForeignKey},
     {{QLatin1String("KV214"), effect::refused,
-      "{db} refuses to drop the column '{column}' of table '{table}': an index, a key or a foreign key has it.",
+      "{db} refuses to drop the column '{column}' of table '{table}': an index, a key or a foreign key has "
+      "it.",
       "The script drops the column before what is made of it.", "Drop these yourself before the script."},
      columnInUse},
     {{QLatin1String("KV217"), effect::refused,
-      "{db} refuses to rename the column '{column}' of table '{table}' to '{new}': that would change its type, and the "
+      "{db} refuses to rename the column '{column}' of table '{table}' to '{new}': that would change its "
+      "type, and the "
       "foreign key '{constraint}' forbids it.",
-      "Renaming a column repeats its type, which is another one than the table has, perhaps since an earlier version "
+      "Renaming a column repeats its type, which is another one than the table has, perhaps since an earlier "
+      "version "
       "that wrote nothing about it.",
-      "Have the custom script put three statements in its place (action RENAME_COLUMN): drop the foreign key, rename "
+      "Have the custom script put three statements in its place (action RENAME_COLUMN): drop the foreign "
+      "key, rename "
       "the column, add the foreign key."},
      renamedAndRetyped},
     {{QLatin1String("KV216"), effect::refused,
-      "{db} refuses to rename the column '{column}' of table '{table}' to '{new}': the table would be copied, and the "
+      "{db} refuses to rename the column '{column}' of table '{table}' to '{new}': the table would be "
+      "copied, and the "
       "foreign key '{constraint}' forbids it.",
-      "The table has a unique column of long text, which is kept as a hash; every change copies such a table.",
-      "Have the custom script put three statements in its place (action RENAME_COLUMN): drop the foreign key, rename "
+      "The table has a unique column of long text, which is kept as a hash; every change copies such a "
+      "table.",
+      "Have the custom script put three statements in its place (action RENAME_COLUMN): drop the foreign "
+      "key, rename "
       "the column, add the foreign key."},
      besideUniqueText},
     {{QLatin1String("KV220"), effect::refused,
-      "{db} refuses the statement about '{subject}': the name '{word}' belongs to the {kind} that '{origin}' made.",
-      "Renaming a table or a column leaves the names of its indexes and foreign keys as they were, so the name is "
+      "{db} refuses the statement about '{subject}': the name '{word}' belongs to the {kind} that '{origin}' "
+      "made.",
+      "Renaming a table or a column leaves the names of its indexes and foreign keys as they were, so the "
+      "name is "
       "taken for what would get it now.",
       "Rename or drop the old {kind} before the script."},
      nameLeftBehind},
@@ -232,7 +243,8 @@ const refusal_rule Rules[] = {
       "{db} refuses the foreign key of '{subject}' if a row of '{table}' has a value that leads to no row of "
       "'{target}'.",
       "A foreign key is checked against the rows that are there.",
-      "Look for such rows before the script, and mend or clear them: SELECT {column} FROM {table} WHERE {column} NOT IN "
+      "Look for such rows before the script, and mend or clear them: SELECT {column} FROM {table} WHERE "
+      "{column} NOT IN "
       "(SELECT {target_column} FROM {target})."},
      overLostRows},
 };

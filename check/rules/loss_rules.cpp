@@ -2,6 +2,7 @@
 
 #include "check/rules/loss_rules.h"
 
+#include "check/rules/found_words.h"
 #include "check/view/told_statement.h"
 
 #include "model/entity.h"
@@ -26,13 +27,6 @@ struct loss_rule
     /// the first that applies is told.
     std::optional<values> (*applies)(const told_statement & of);
 };
-
-using found = std::optional<values>;
-
-values with(const char * name, const QString & text)
-{
-    return {{QString::fromLatin1(name), text}};
-}
 
 found always(const told_statement &)
 {
@@ -81,7 +75,7 @@ found isShared(const told_statement & of)
     const std::shared_ptr<model::property> other = otherOwner(of);
     const std::shared_ptr<model::entity> before = of.entity(moment::before);
     return other && before && before->getPropertyById(other->getId()) ? found(with("other", nameOf(*other)))
-                                                                       : std::nullopt;
+                                                                      : std::nullopt;
 }
 
 found hasNewOwner(const told_statement & of)
@@ -92,7 +86,8 @@ found hasNewOwner(const told_statement & of)
 found isMoved(const told_statement & of)
 {
     const std::shared_ptr<model::property> now = of.property(moment::now);
-    return now && now->getEntityId() != of.record().entity ? found(with("other", nameOf(*now))) : std::nullopt;
+    return now && now->getEntityId() != of.record().entity ? found(with("other", nameOf(*now)))
+                                                           : std::nullopt;
 }
 
 found hasOtherColumnCount(const told_statement & of)
@@ -110,7 +105,8 @@ bool makesName(const told_statement & of)
 
 found isNewName(const told_statement & of)
 {
-    return makesName(of) ? found(with("most", QString::number(of.known().names.longest.value))) : std::nullopt;
+    return makesName(of) ? found(with("most", QString::number(of.known().names.longest.value)))
+                         : std::nullopt;
 }
 
 const loss_rule Rules[] = {
@@ -118,21 +114,24 @@ const loss_rule Rules[] = {
      occasion::rows,
      {QLatin1String("KV304"), effect::loss,
       "Table '{table}' is dropped with all its rows, and made anew, empty, for a new entity.",
-      "The entity with the id {id} is gone from the model, and another one has its table name; only the id tells that "
+      "The entity with the id {id} is gone from the model, and another one has its table name; only the id "
+      "tells that "
       "something was renamed.",
       "If it is the same entity, write the id {id} into the new one; else this is right, accept it."},
      hasSuccessor},
     {loss_kind::rows,
      occasion::rows,
      {QLatin1String("KV303"), effect::loss, "Table '{table}' of '{entity}' is dropped with all its rows.",
-      "'{entity}' is left out of the scripts now (meta-data \"DDL_EXPORT_CREATE_TABLE\"), which a step takes for a "
+      "'{entity}' is left out of the scripts now (meta-data \"DDL_EXPORT_CREATE_TABLE\"), which a step takes "
+      "for a "
       "dropped entity.",
       "To keep the table, have the custom script return an empty text for this DROP_TABLE."},
      isExportedNoMore},
     {loss_kind::rows,
      occasion::rows,
      {QLatin1String("KV301"), effect::loss, "Table '{table}' of '{entity}' is dropped with all its rows.",
-      "The entity is gone from the model.", "Save what is needed before the script. If this is meant, accept it."},
+      "The entity is gone from the model.",
+      "Save what is needed before the script. If this is meant, accept it."},
      always},
     {loss_kind::values,
      occasion::rows,
@@ -144,8 +143,10 @@ const loss_rule Rules[] = {
     {loss_kind::values,
      occasion::rows,
      {QLatin1String("KV304"), effect::loss,
-      "The column '{column}' of table '{table}' is dropped with its values, and added anew, empty, for a new property.",
-      "The property with the id {id} is gone from the model, and another one has its column; only the id tells that "
+      "The column '{column}' of table '{table}' is dropped with its values, and added anew, empty, for a new "
+      "property.",
+      "The property with the id {id} is gone from the model, and another one has its column; only the id "
+      "tells that "
       "something was renamed.",
       "If it is the same property, write the id {id} into the new one; else this is right, accept it."},
      hasNewOwner},
@@ -154,27 +155,32 @@ const loss_rule Rules[] = {
      {QLatin1String("KV305"), effect::loss,
       "The column '{column}' of table '{table}' is dropped with its values: the property is now '{other}'.",
       "A property that moves to another entity is dropped in one table and added, empty, to the other.",
-      "Take two versions, with the property in both entities in the first one, and copy the values between them with an "
+      "Take two versions, with the property in both entities in the first one, and copy the values between "
+      "them with an "
       "UPDATE of your own."},
      isMoved},
     {loss_kind::values,
      occasion::rows,
      {QLatin1String("KV306"), effect::loss,
-      "The column '{column}' of table '{table}' is dropped with its values: '{property}' has another number of columns "
+      "The column '{column}' of table '{table}' is dropped with its values: '{property}' has another number "
+      "of columns "
       "now.",
       "Columns that are not as many as before are all dropped, and added anew, empty.",
-      "Take two versions, with a new property of the new columns in the first one, and copy the values between them."},
+      "Take two versions, with a new property of the new columns in the first one, and copy the values "
+      "between them."},
      hasOtherColumnCount},
     {loss_kind::values,
      occasion::rows,
-     {QLatin1String("KV302"), effect::loss, "The column '{column}' of table '{table}' is dropped with its values.",
+     {QLatin1String("KV302"), effect::loss,
+      "The column '{column}' of table '{table}' is dropped with its values.",
       "'{subject}' is gone from the model, or has no column any more.",
       "Save what is needed before the script. If this is meant, accept it."},
      always},
     {loss_kind::counter,
      occasion::always,
      {QLatin1String("KV308"), effect::loss, "The key '{new}' of table '{table}' is no longer counted up.",
-      "Renaming a column repeats its type, and the statement does not repeat AUTO_INCREMENT; the next row without a "
+      "Renaming a column repeats its type, and the statement does not repeat AUTO_INCREMENT; the next row "
+      "without a "
       "value for the key is refused.",
       "Have the custom script add NOT NULL AUTO_INCREMENT to this RENAME_COLUMN."},
      always},
@@ -182,27 +188,34 @@ const loss_rule Rules[] = {
      occasion::rows,
      {QLatin1String("KV201"), effect::loss,
       "Rows of table '{table}' get a value in the new column '{column}' that nobody gave.",
-      "'{property}' must not be null and has no default, so the database fills in 0, an empty text, or a date of "
+      "'{property}' must not be null and has no default, so the database fills in 0, an empty text, or a "
+      "date of "
       "zeros.",
       "Add the property with \"allowNull\": true, fill the column, then ask for NOT NULL yourself."},
      always},
     {loss_kind::name_cut,
      occasion::always,
-     {QLatin1String("KV103"), effect::differs, "{db} cuts a name in the statement about '{subject}' to {most} bytes.",
-      "Longer names are cut without an error; a program that asks for the whole name finds it, as that is cut as well.",
+     {QLatin1String("KV103"), effect::differs,
+      "{db} cuts a name in the statement about '{subject}' to {most} bytes.",
+      "Longer names are cut without an error; a program that asks for the whole name finds it, as that is "
+      "cut as well.",
       "Shorten \"tableName\" or \"columnName\", so that the name is whole."},
      isNewName},
     {loss_kind::index_cut,
      occasion::always,
-     {QLatin1String("KV118"), effect::differs, "The index of '{subject}' holds only the beginning of each value.",
-      "The column's type is longer than an index can hold.", "Force a shorter type, or switch \"index\" off."},
+     {QLatin1String("KV118"), effect::differs,
+      "The index of '{subject}' holds only the beginning of each value.",
+      "The column's type is longer than an index can hold.",
+      "Force a shorter type, or switch \"index\" off."},
      always},
     {loss_kind::nothing_done,
      occasion::always,
      {QLatin1String("KV411"), effect::silent, "The foreign key '{constraint}' of table '{table}' stays.",
-      "The table has a unique column of long text, which is kept as a hash; in such a table DROP CONSTRAINT reports "
+      "The table has a unique column of long text, which is kept as a hash; in such a table DROP CONSTRAINT "
+      "reports "
       "success and does nothing.",
-      "Have the custom script write ALTER TABLE {table} DROP FOREIGN KEY {constraint} (action DROP_FOREIGN_KEY)."},
+      "Have the custom script write ALTER TABLE {table} DROP FOREIGN KEY {constraint} (action "
+      "DROP_FOREIGN_KEY)."},
      always},
     {loss_kind::other_renamed,
      occasion::always,
@@ -226,8 +239,7 @@ const loss_rule Rules[] = {
 };
 
 const rule_text NotJudged = {
-    QLatin1String("KV805"), effect::advice,
-    "The statement is not judged: its form is not known.",
+    QLatin1String("KV805"), effect::advice, "The statement is not judged: its form is not known.",
     "It comes from the custom script; what follows is judged as if it changed nothing.",
     "Look at it yourself, and try it on a copy of the database."};
 

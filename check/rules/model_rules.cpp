@@ -2,8 +2,8 @@
 
 #include "check/rules/model_rules.h"
 
-#include "check/view/model_names.h"
 #include "check/finding/rule.h"
+#include "check/view/model_names.h"
 
 #include "database/facts/known_types.h"
 #include "database/facts/names.h"
@@ -29,7 +29,8 @@ public:
     std::vector<finding> walk()
     {
         const auto entities = m_of.full.now->getListOfAllEntities();
-        for (const auto & each : entities ? entities->values() : std::vector<std::shared_ptr<model::entity>>()) {
+        for (const auto & each :
+             entities ? entities->values() : std::vector<std::shared_ptr<model::entity>>()) {
             if (const database::table * const table = tableOf(tableNameOf(*each))) {
                 lookAt(*each, *table);
             }
@@ -59,9 +60,10 @@ private:
             }
         }
         const QString wanted = database::foldedName(m_of.known, written);
-        const auto found = std::find_if(in.columns.begin(), in.columns.end(), [&](const database::column & each) {
-            return database::foldedName(m_of.known, each.name) == wanted;
-        });
+        const auto found =
+            std::find_if(in.columns.begin(), in.columns.end(), [&](const database::column & each) {
+                return database::foldedName(m_of.known, each.name) == wanted;
+            });
         return found == in.columns.end() ? nullptr : &*found;
     }
 
@@ -99,8 +101,8 @@ private:
         }
     }
 
-    void lookAtType(const model::entity & entity, const model::property & member, const database::table & table,
-                    const database::column & column)
+    void lookAtType(const model::entity & entity, const model::property & member,
+                    const database::table & table, const database::column & column)
     {
         const QString forced = member.getExplicitForceSqlType();
         const bool isOther = !forced.isEmpty() && database::shownType(m_of.known, forced) != column.type;
@@ -152,9 +154,8 @@ private:
 
     static bool hasIndex(const database::table & in, const QString & column)
     {
-        return std::any_of(in.indexes.begin(), in.indexes.end(), [&](const database::index & each) {
-            return each.parts.front().column == column;
-        });
+        return std::any_of(in.indexes.begin(), in.indexes.end(),
+                           [&](const database::index & each) { return each.parts.front().column == column; });
     }
 
     void lookAtLink(const model::entity & entity, const model::property & member)
@@ -217,7 +218,8 @@ private:
 
 const rule_text model_walk::WithoutKey = {
     QLatin1String("KV701"), effect::advice, "Table '{table}' has no primary key.",
-    "'{entity}' has no identifier. Rows cannot be told apart, other tables cannot refer to them, and some ways to copy "
+    "'{entity}' has no identifier. Rows cannot be told apart, other tables cannot refer to them, and some "
+    "ways to copy "
     "databases need a key.",
     "Give '{entity}' an identifier (\"identifier\": true on one property)."};
 
@@ -240,20 +242,23 @@ const rule_text model_walk::UnknownCppType = {
 
 const rule_text model_walk::SelfReference = {
     QLatin1String("KV112"), effect::differs, "'{property}' gets no foreign key.",
-    "The relationship leads from the entity to itself, and scripts for this database write no foreign key then.",
+    "The relationship leads from the entity to itself, and scripts for this database write no foreign key "
+    "then.",
     "Run an ALTER TABLE {table} ADD CONSTRAINT … FOREIGN KEY ({column}) … of your own."};
 
 const rule_text model_walk::ConstraintsUnwritten = {
     QLatin1String("KV138"), effect::differs,
     "The column '{column}' of '{property}' may be null and repeat, whatever the model says.",
     "NOT NULL and UNIQUE are not written for relationships of a new table.",
-    "Add them with an ALTER TABLE {table} of your own, or have the custom script write them (action CREATE_TABLE)."};
+    "Add them with an ALTER TABLE {table} of your own, or have the custom script write them (action "
+    "CREATE_TABLE)."};
 
-const rule_text model_walk::WithoutIndex = {
-    QLatin1String("KV702"), effect::advice, "The foreign key of '{property}' has no index.",
-    "{db} makes none by itself, so that looking for the rows that refer to another one reads the whole table; dropping "
-    "and changing rows of the other table does that.",
-    "Set \"index\": true on '{property}'."};
+const rule_text model_walk::WithoutIndex = {QLatin1String("KV702"), effect::advice,
+                                            "The foreign key of '{property}' has no index.",
+                                            "{db} makes none by itself, so that looking for the rows that "
+                                            "refer to another one reads the whole table; dropping "
+                                            "and changing rows of the other table does that.",
+                                            "Set \"index\": true on '{property}'."};
 
 const rule_text model_walk::LinkWithoutForeignKeys = {
     QLatin1String("KV139"), effect::differs, "The link table '{table}' of '{property}' has no foreign keys.",
@@ -266,7 +271,8 @@ const rule_text model_walk::SelfLinkWithoutForeignKeys = {
     "Run two ALTER TABLE {table} ADD CONSTRAINT … FOREIGN KEY … of your own."};
 
 const rule_text model_walk::LinkWithOneForeignKey = {
-    QLatin1String("KV111"), effect::differs, "The link table '{table}' of '{property}' has one foreign key, not two.",
+    QLatin1String("KV111"), effect::differs,
+    "The link table '{table}' of '{property}' has one foreign key, not two.",
     "The entity at its other end is left out of the scripts, which writes that end's foreign key.",
     "Run the other ALTER TABLE {table} ADD CONSTRAINT … FOREIGN KEY … of your own."};
 

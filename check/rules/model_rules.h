@@ -1,7 +1,7 @@
 #pragma once
 
-#include "check/view/script.h"
 #include "check/finding/finding.h"
+#include "check/view/script.h"
 
 #include "database/catalogue/catalogue.h"
 #include "database/facts/facts.h"

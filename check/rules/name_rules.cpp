@@ -1,5 +1,6 @@
 // Names that a database does not take, or takes for one another.
 
+#include "check/rules/found_words.h"
 #include "check/rules/refusal_rules.h"
 #include "check/view/told_statement.h"
 #include "check/view/written_names.h"
@@ -18,12 +19,6 @@ namespace check {
 namespace {
 
 using database::refusal_cause;
-using found = std::optional<values>;
-
-values with(const char * name, const QString & text)
-{
-    return {{QString::fromLatin1(name), text}};
-}
 
 /// The first name of the statement that cannot be read.
 std::optional<written_name> unreadableName(const told_statement & of)
@@ -89,7 +84,8 @@ QString oddName(const told_statement & of)
 {
     static const QRegularExpression plain(QStringLiteral("^[\\w$\\x{80}-\\x{10ffff}]+$"));
     const std::shared_ptr<model::entity> entity = of.entity();
-    QStringList names = entity ? QStringList({tableNameOf(*entity), entity->getSoftDeleteColumn()}) : QStringList();
+    QStringList names =
+        entity ? QStringList({tableNameOf(*entity), entity->getSoftDeleteColumn()}) : QStringList();
     if (entity) {
         for (const auto & each : entity->getListOfProperty(true, false, true)->values()) {
             names += columnNamesOf(*each);
@@ -113,11 +109,11 @@ found needsQuotes(const told_statement & of)
         return with("word", bad->name.text);
     }
     constexpr refusal_cause Others[] = {
-        refusal_cause::table_name_ends_blank,   refusal_cause::column_name_ends_blank,
-        refusal_cause::table_name_in_column,    refusal_cause::database_name_in_column,
-        refusal_cause::name_not_encodable,      refusal_cause::database_named};
-    const bool isOther = std::any_of(std::begin(Others), std::end(Others),
-                                     [&](refusal_cause each) { return of.isFor(each); });
+        refusal_cause::table_name_ends_blank, refusal_cause::column_name_ends_blank,
+        refusal_cause::table_name_in_column,  refusal_cause::database_name_in_column,
+        refusal_cause::name_not_encodable,    refusal_cause::database_named};
+    const bool isOther =
+        std::any_of(std::begin(Others), std::end(Others), [&](refusal_cause each) { return of.isFor(each); });
     return isOther ? found(with("word", of.said().object.section(QLatin1Char(' '), 1))) : std::nullopt;
 }
 
@@ -125,7 +121,8 @@ found schemaQualified(const told_statement & of)
 {
     const auto * const index = of.asks<database::create_index>();
     // An index lies in the schema of its table, which is not looked for under its whole name.
-    const bool isOfIndex = index != nullptr && of.said().object == QLatin1String("table ") + index->table.text &&
+    const bool isOfIndex = index != nullptr &&
+                           of.said().object == QLatin1String("table ") + index->table.text &&
                            index->table.quote.isNull() && index->table.text.contains(QLatin1Char('.'));
     if (!of.isFor(refusal_cause::schema_missing) && !isOfIndex) {
         return {};
@@ -160,11 +157,6 @@ found systemColumn(const told_statement & of)
                           of.isFor(refusal_cause::system_column_changed) ||
                           of.isFor(refusal_cause::system_column_indexed);
     return isSystem ? found(with("word", of.said().object.section(QLatin1Char('.'), -1))) : std::nullopt;
-}
-
-bool differOnlyInCase(const QString & a, const QString & b)
-{
-    return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
 /// The other entity of the model whose table has the name that this one asks for.
@@ -214,7 +206,8 @@ found softDeleteTwice(const told_statement & of)
 {
     const std::shared_ptr<model::entity> entity = of.entity();
     const std::optional<equal_columns> pair = equalColumns(of);
-    const bool isSoftDelete = entity && pair && differOnlyInCase(entity->getSoftDeleteColumn(), pair->second) &&
+    const bool isSoftDelete = entity && pair &&
+                              differOnlyInCase(entity->getSoftDeleteColumn(), pair->second) &&
                               of.record().action == plugin::statement_action::create_table;
     return isSoftDelete ? found(with("column", pair->second)) : std::nullopt;
 }
@@ -288,7 +281,8 @@ found foreignKeyTwice(const told_statement & of)
 found indexTwice(const told_statement & of)
 {
     QString asked;
-    const bool isTable = of.asks<database::create_table>() != nullptr && of.isFor(refusal_cause::relation_exists);
+    const bool isTable =
+        of.asks<database::create_table>() != nullptr && of.isFor(refusal_cause::relation_exists);
     if (isTable && of.said().object.startsWith(QLatin1String("index "))) {
         return with("index", of.said().object.section(QLatin1Char(' '), 1));
     }
@@ -303,45 +297,56 @@ found indexTwice(const told_statement & of)
 
 const refusal_rule Rules[] = {
     {{QLatin1String("KV107"), effect::refused,
-      "{db} refuses table or column of '{property}': its column name has a bar, and it is neither a key nor a "
+      "{db} refuses table or column of '{property}': its column name has a bar, and it is neither a key nor "
+      "a "
       "relationship.",
-      "Only identifiers and relationships are split into several columns; for other properties the bar becomes part of "
+      "Only identifiers and relationships are split into several columns; for other properties the bar "
+      "becomes part of "
       "one name, which would have to stand in quotes.",
       "Make one property for each column."},
      severalColumns},
     {{QLatin1String("KV101"), effect::refused,
       "{db} refuses the statement about '{subject}': '{word}' is one of its reserved words.",
       "The script writes names without quotes, and a reserved word is not read as a name.",
-      "Give the table another name in \"tableName\", or the column in \"columnName\"; names in the program can stay."},
+      "Give the table another name in \"tableName\", or the column in \"columnName\"; names in the program "
+      "can stay."},
      reservedWord},
     {{QLatin1String("KV128"), effect::refused,
-      "{db} refuses the statement about '{subject}': '{word}' is one of its reserved words and stands without quotes.",
-      "The script quotes tables and columns of entities, but not link tables with their columns, soft-delete columns "
+      "{db} refuses the statement about '{subject}': '{word}' is one of its reserved words and stands "
+      "without quotes.",
+      "The script quotes tables and columns of entities, but not link tables with their columns, soft-delete "
+      "columns "
       "and the names of indexes and foreign keys.",
       "Choose another name in \"extraTable\", \"foreignKey\", \"foreignKeyOwner\" or \"softDeleteColumn\"."},
      unquotedWord},
     {{QLatin1String("KV102"), effect::refused,
       "{db} refuses the statement about '{subject}': it cannot read the name '{word}' without quotes.",
-      "A name without quotes begins with a letter or a low line, and only letters, digits, low lines and dollar signs "
+      "A name without quotes begins with a letter or a low line, and only letters, digits, low lines and "
+      "dollar signs "
       "follow; the script does not quote this one.",
       "Choose a name of such characters in \"tableName\" or \"columnName\"."},
      needsQuotes},
     {{QLatin1String("KV103"), effect::refused,
-      "{db} refuses the statement about '{subject}': the name '{word}' has {length} characters, {most} are the most.",
-      "Names of indexes and foreign keys are made of those of table and columns, so that they get long soonest.",
+      "{db} refuses the statement about '{subject}': the name '{word}' has {length} characters, {most} are "
+      "the most.",
+      "Names of indexes and foreign keys are made of those of table and columns, so that they get long "
+      "soonest.",
       "Shorten \"tableName\" or \"columnName\"."},
      nameTooLong},
     {{QLatin1String("KV124"), effect::refused,
-      "{db} refuses the statement about '{subject}' unless there is a schema '{schema}': the name '{word}' has a dot.",
+      "{db} refuses the statement about '{subject}' unless there is a schema '{schema}': the name '{word}' "
+      "has a dot.",
       "What stands before the dot is read as the name of a schema.",
       "Make the schema before the script, or use the plain name '{plain}'."},
      schemaQualified},
     {{QLatin1String("KV131"), effect::refused,
-      "{db} refuses the statement about '{subject}': '{word}' is the name of a column that it has in every table.",
+      "{db} refuses the statement about '{subject}': '{word}' is the name of a column that it has in every "
+      "table.",
       "System columns cannot be made, changed or indexed.", "Choose another name in \"columnName\"."},
      systemColumn},
     {{QLatin1String("KV106"), effect::refused,
-      "{db} refuses to make table '{table}': the column '{column}' is there twice, as soft-delete column and as that of "
+      "{db} refuses to make table '{table}': the column '{column}' is there twice, as soft-delete column and "
+      "as that of "
       "a property.",
       "The soft-delete column is written in addition to the columns of the properties.",
       "Drop the property, or give \"softDeleteColumn\" another name."},
@@ -357,13 +362,15 @@ const refusal_rule Rules[] = {
      equalWhenCut},
     {{QLatin1String("KV125"), effect::refused,
       "{db} refuses the foreign key of '{subject}': '{constraint}' is the name of another one already.",
-      "The name is made of table and columns with low lines between, so that different pairs can give one name, and "
+      "The name is made of table and columns with low lines between, so that different pairs can give one "
+      "name, and "
       "it has to be the only one of the whole database.",
       "Rename one of the tables or columns."},
      foreignKeyTwice},
     {{QLatin1String("KV126"), effect::refused,
       "{db} refuses the statement about '{subject}': '{index}' is the name of another index, or of a table.",
-      "The name is made of table and column with low lines between, so that different pairs can give one name, and "
+      "The name is made of table and column with low lines between, so that different pairs can give one "
+      "name, and "
       "indexes share their names with each other and with tables.",
       "Rename one of the tables or columns."},
      indexTwice},

@@ -34,10 +34,22 @@ public:
                : asked.definition.unique ? lock_form::add_unique_column
                                          : lock_form::add_column;
     }
-    std::optional<lock_form> operator()(const database::drop_column &) const { return lock_form::drop_column; }
-    std::optional<lock_form> operator()(const database::rename_column &) const { return lock_form::rename_column; }
-    std::optional<lock_form> operator()(const database::rename_table &) const { return lock_form::rename_table; }
-    std::optional<lock_form> operator()(const database::create_index &) const { return lock_form::create_index; }
+    std::optional<lock_form> operator()(const database::drop_column &) const
+    {
+        return lock_form::drop_column;
+    }
+    std::optional<lock_form> operator()(const database::rename_column &) const
+    {
+        return lock_form::rename_column;
+    }
+    std::optional<lock_form> operator()(const database::rename_table &) const
+    {
+        return lock_form::rename_table;
+    }
+    std::optional<lock_form> operator()(const database::create_index &) const
+    {
+        return lock_form::create_index;
+    }
     std::optional<lock_form> operator()(const database::drop_index &) const { return lock_form::drop_index; }
     std::optional<lock_form> operator()(const database::add_foreign_key &) const
     {
@@ -103,21 +115,25 @@ bool drops(const told_statement & of)
 
 const statement_rule Rules[] = {
     {rewrites,
-     {QLatin1String("KV501"), effect::blocks, "{db} copies table '{table}' for this statement, nobody can write to it meanwhile.",
+     {QLatin1String("KV501"), effect::blocks,
+      "{db} copies table '{table}' for this statement, nobody can write to it meanwhile.",
       "The form of the statement changes how each row is stored, or makes what has to be checked row by row.",
       "With a large table run the script when nobody writes, or change the table in steps of your own."}},
     {keepsWritersWaiting,
      {QLatin1String("KV502"), effect::blocks,
       "{db} keeps everybody from writing to table '{table}' while this statement reads the whole of it.",
       "It looks at every row that is there.",
-      "With a large table run the script when nobody writes; some databases have a slower form that lets writers go on, "
+      "With a large table run the script when nobody writes; some databases have a slower form that lets "
+      "writers go on, "
       "such as CREATE INDEX CONCURRENTLY, which the custom script can write."}},
     {renames,
-     {QLatin1String("KV601"), effect::advice, "Programs that ask for '{column}{table_of}' fail from this statement on.",
+     {QLatin1String("KV601"), effect::advice,
+      "Programs that ask for '{column}{table_of}' fail from this statement on.",
       "The name changes at once, for programs of the version before as well.",
       "Stop them before the script, or give them the old name by a view or a second column for a while."}},
     {drops,
-     {QLatin1String("KV602"), effect::advice, "Programs that use '{column}{table_of}' fail from this statement on.",
+     {QLatin1String("KV602"), effect::advice,
+      "Programs that use '{column}{table_of}' fail from this statement on.",
       "What is dropped is gone at once, for programs of the version before as well.",
       "Stop them before the script, or drop it one version after the last program stopped to use it."}},
     {addsRequired,
@@ -130,7 +146,8 @@ const statement_rule Rules[] = {
 const rule_text HalfApplied = {
     QLatin1String("KV503"), effect::differs,
     "{db} does this script in part: of its statements {done} run and {refused} do not.",
-    "A refused statement does not take back those before it, and what runs the script may go on with those after it, or "
+    "A refused statement does not take back those before it, and what runs the script may go on with those "
+    "after it, or "
     "stop in the middle.",
     "Mend what is refused before you run the script, and try it on a copy of the database."};
 

@@ -1,5 +1,6 @@
 // Columns, relationships and link tables that the model asks for and the script cannot make.
 
+#include "check/rules/found_words.h"
 #include "check/rules/refusal_rules.h"
 #include "check/view/told_statement.h"
 
@@ -15,12 +16,6 @@ namespace check {
 namespace {
 
 using database::refusal_cause;
-using found = std::optional<values>;
-
-values with(const char * name, const QString & text)
-{
-    return {{QString::fromLatin1(name), text}};
-}
 
 bool makesLinkTable(const told_statement & of)
 {
@@ -37,8 +32,9 @@ std::shared_ptr<model::relationship> linkOf(const told_statement & of)
 found selfLinkOneName(const told_statement & of)
 {
     const std::shared_ptr<model::relationship> link = makesLinkTable(of) ? linkOf(of) : nullptr;
-    const bool isTwice = link && (of.isFor(refusal_cause::column_exists) || of.isFor(refusal_cause::relation_exists)) &&
-                         link->getForeignKey() == link->getForeignKeyOwner();
+    const bool isTwice =
+        link && (of.isFor(refusal_cause::column_exists) || of.isFor(refusal_cause::relation_exists)) &&
+        link->getForeignKey() == link->getForeignKeyOwner();
     return isTwice ? found(with("column", link->getForeignKey())) : std::nullopt;
 }
 
@@ -61,20 +57,22 @@ found linkTableNameTaken(const told_statement & of)
     }
     const std::shared_ptr<model::relationship> link =
         of.isFor(refusal_cause::key_column_missing) ? linkOf(of) : nullptr;
-    const auto entities = link ? names->entitiesOf(link->getExtraTable())
-                               : std::vector<std::shared_ptr<model::entity>>();
+    const auto entities =
+        link ? names->entitiesOf(link->getExtraTable()) : std::vector<std::shared_ptr<model::entity>>();
     return entities.empty() ? std::nullopt : found(with("other", entities.front()->getName()));
 }
 
 found impliedNameTaken(const told_statement & of)
 {
-    const bool isMade = of.asks<database::create_table>() != nullptr && of.isFor(refusal_cause::relation_exists);
+    const bool isMade =
+        of.asks<database::create_table>() != nullptr && of.isFor(refusal_cause::relation_exists);
     if (!isMade || !of.known().scopes.namesKeysAndSequences.value) {
         return {};
     }
     const QString kind = of.said().object.section(QLatin1Char(' '), 0, 0);
-    return kind == QLatin1String("table") || kind == QLatin1String("index") ? std::nullopt
-                                          : found(with("word", of.said().object.section(QLatin1Char(' '), 1)));
+    return kind == QLatin1String("table") || kind == QLatin1String("index")
+               ? std::nullopt
+               : found(with("word", of.said().object.section(QLatin1Char(' '), 1)));
 }
 
 found missingOwnColumn(const told_statement & of)
@@ -96,9 +94,10 @@ found missingOwnColumn(const told_statement & of)
     }
     const auto relations = entity->getListOfRelation()->values();
     const auto first = std::find_if(relations.begin(), relations.end(), isOneToOne);
-    return first == relations.end() ? std::nullopt
-                                    : found(values{{QStringLiteral("column"), column},
-                                                   {QStringLiteral("subject"), nameOf(*(*first)->getProperty())}});
+    return first == relations.end()
+               ? std::nullopt
+               : found(values{{QStringLiteral("column"), column},
+                              {QStringLiteral("subject"), nameOf(*(*first)->getProperty())}});
 }
 
 found linksShareTable(const told_statement & of)
@@ -152,7 +151,8 @@ found linkWithoutKey(const told_statement & of)
 found foreignKeyWithoutLinkTable(const told_statement & of)
 {
     const std::shared_ptr<model::relationship> link = isMissingLinkTable(of) ? linkOf(of) : nullptr;
-    return link && isBetweenOldEntities(of, *link) ? found(with("link", link->getExtraTable())) : std::nullopt;
+    return link && isBetweenOldEntities(of, *link) ? found(with("link", link->getExtraTable()))
+                                                   : std::nullopt;
 }
 
 found targetNotExported(const told_statement & of)
@@ -161,7 +161,7 @@ found targetNotExported(const told_statement & of)
         of.isFor(refusal_cause::target_missing) ? of.relationship() : nullptr;
     const std::shared_ptr<model::entity> target = relation ? relation->getEntityTarget() : nullptr;
     return target && !of.in().made().hasTableOf(target->getId()) ? found(with("other", target->getName()))
-                                                                   : std::nullopt;
+                                                                 : std::nullopt;
 }
 
 const refusal_rule Rules[] = {
@@ -177,21 +177,25 @@ const refusal_rule Rules[] = {
      linkTableNameTaken},
     {{QLatin1String("KV130"), effect::refused,
       "{db} refuses to make table '{table}': the name '{word}' is taken by a sequence, a key or an index.",
-      "The database names the sequences of counted columns, keys and unique columns itself, and they share their names "
+      "The database names the sequences of counted columns, keys and unique columns itself, and they share "
+      "their names "
       "with tables and with each other.",
       "Choose other, shorter names in \"tableName\" or \"columnName\"."},
      impliedNameTaken},
     {{QLatin1String("KV110"), effect::refused,
       "{db} refuses the foreign key of '{subject}': its table has no column '{column}'.",
       "A one-to-one relationship makes no column of its own; it uses one that a property has.",
-      "Name the column of a property of '{entity}', its key for instance, in \"columnName\" of the relationship."},
+      "Name the column of a property of '{entity}', its key for instance, in \"columnName\" of the "
+      "relationship."},
      missingOwnColumn},
     {{QLatin1String("KV136"), effect::refused,
-      "{db} refuses the foreign key of '{subject}': the link table is made once, with the columns of '{other}'.",
+      "{db} refuses the foreign key of '{subject}': the link table is made once, with the columns of "
+      "'{other}'.",
       "Two many-to-many relationships name one \"extraTable\".", "Give each a link table of its own."},
      linksShareTable},
     {{QLatin1String("KV135"), effect::refused,
-      "{db} refuses the foreign key of '{subject}': there is no link table '{link}', as '{other}' has no identifier.",
+      "{db} refuses the foreign key of '{subject}': there is no link table '{link}', as '{other}' has no "
+      "identifier.",
       "A link table refers to the keys of both ends, so it is not made without them.",
       "Give '{other}' an identifier."},
      linkWithoutKey},

@@ -1,5 +1,6 @@
 // What a step cannot do to tables and columns that are there.
 
+#include "check/rules/found_words.h"
 #include "check/rules/refusal_rules.h"
 #include "check/view/told_statement.h"
 
@@ -15,28 +16,12 @@ namespace check {
 namespace {
 
 using database::refusal_cause;
-using found = std::optional<values>;
-
-values with(const char * name, const QString & text)
-{
-    return {{QString::fromLatin1(name), text}};
-}
-
-found only(bool applies)
-{
-    return applies ? found(values()) : std::nullopt;
-}
-
-bool differOnlyInCase(const QString & a, const QString & b)
-{
-    return a.compare(b, Qt::CaseInsensitive) == 0;
-}
 
 bool isOneColumn(const database::facts & known, const QString & a, const QString & b)
 {
     const auto key = [&](const QString & name) {
-        return database::foldedName(known,
-                                    database::understood(known, {name, {}}, database::name_place::other).name);
+        return database::foldedName(
+            known, database::understood(known, {name, {}}, database::name_place::other).name);
     };
     return key(a) == key(b);
 }
@@ -65,7 +50,8 @@ found caseOnlyRename(const told_statement & of)
         return only(differOnlyInCase(asked->from.text, asked->to.text));
     }
     const std::optional<renaming> column = renamedColumn(of);
-    return only(column && of.isFor(refusal_cause::column_exists) && differOnlyInCase(column->from, column->to));
+    return only(column && of.isFor(refusal_cause::column_exists) &&
+                differOnlyInCase(column->from, column->to));
 }
 
 found ontoTakenTable(const told_statement & of)
@@ -107,7 +93,8 @@ found freedTooLateTable(const told_statement & of)
     }
     for (const std::shared_ptr<model::entity> & each : before->entitiesOf(made->table.text)) {
         if (each->getId() != of.record().entity) {
-            return values{{QStringLiteral("other"), each->getName()}, {QStringLiteral("word"), made->table.text}};
+            return values{{QStringLiteral("other"), each->getName()},
+                          {QStringLiteral("word"), made->table.text}};
         }
     }
     return {};
@@ -124,8 +111,9 @@ found freedTooLate(const told_statement & of)
     const std::shared_ptr<model::property> now = ownerOfColumn(of, moment::now, column);
     const std::shared_ptr<model::entity> entity = of.entity(moment::now);
     const bool isRenamed = before && !now && entity && entity->getPropertyById(before->getId()) != nullptr;
-    return isRenamed ? found(values{{QStringLiteral("other"), nameOf(*before)}, {QStringLiteral("word"), column}})
-                     : std::nullopt;
+    return isRenamed
+               ? found(values{{QStringLiteral("other"), nameOf(*before)}, {QStringLiteral("word"), column}})
+               : std::nullopt;
 }
 
 found linkTableLeft(const told_statement & of)
@@ -153,8 +141,8 @@ bool hasOtherColumnCount(const told_statement & of)
 found compositeKeyColumn(const told_statement & of)
 {
     const bool isDropped = of.isFor(refusal_cause::column_of_key);
-    const bool isAdded = of.isFor(refusal_cause::column_exists) && of.asks<database::add_column>() != nullptr &&
-                         hasOtherColumnCount(of);
+    const bool isAdded = of.isFor(refusal_cause::column_exists) &&
+                         of.asks<database::add_column>() != nullptr && hasOtherColumnCount(of);
     return only(isDropped || isAdded);
 }
 
@@ -183,7 +171,8 @@ found indexOnUnrenamed(const told_statement & of)
     const std::shared_ptr<model::property> before = of.property(moment::before);
     const std::shared_ptr<model::property> now = of.property(moment::now);
     const bool isRenamed = before && now && columnNamesOf(*before) != columnNamesOf(*now);
-    return of.isFor(refusal_cause::key_column_missing) && of.asks<database::create_index>() != nullptr && isRenamed
+    return of.isFor(refusal_cause::key_column_missing) && of.asks<database::create_index>() != nullptr &&
+                   isRenamed
                ? found(with("old", columnNamesOf(*before).join(QStringLiteral(", "))))
                : std::nullopt;
 }
@@ -198,25 +187,32 @@ const refusal_rule Rules[] = {
     {{QLatin1String("KV206"), effect::refused,
       "{db} refuses to rename '{subject}': it takes the new name '{new}' for the old one.",
       "The names differ in capital and small letters only, which the database does not tell apart.",
-      "Keep the old spelling in \"tableName\" or \"columnName\"; the name in the program can change all the same."},
+      "Keep the old spelling in \"tableName\" or \"columnName\"; the name in the program can change all the "
+      "same."},
      caseOnlyRename},
     {{QLatin1String("KV203"), effect::refused,
-      "{db} refuses to rename the table of '{entity}' from '{table}' to '{new}': that name is taken when the statement "
+      "{db} refuses to rename the table of '{entity}' from '{table}' to '{new}': that name is taken when the "
+      "statement "
       "runs.",
-      "Tables are renamed one after another in the order of the model, so a name that another table gives up later in "
+      "Tables are renamed one after another in the order of the model, so a name that another table gives up "
+      "later in "
       "the script is not free yet.",
       "Take two versions: rename '{entity}' to a name that nothing has, tag, then to '{new}'."},
      ontoTakenTable},
     {{QLatin1String("KV204"), effect::refused,
-      "{db} refuses to rename the column of '{subject}' from '{column}' to '{new}': table '{table}' has that name when "
+      "{db} refuses to rename the column of '{subject}' from '{column}' to '{new}': table '{table}' has that "
+      "name when "
       "the statement runs.",
-      "Columns are renamed one after another in the order of the properties, so a name that another column gives up "
+      "Columns are renamed one after another in the order of the properties, so a name that another column "
+      "gives up "
       "later in the script is not free yet.",
       "Take two versions: rename '{subject}' to a name that nothing has, tag, then to '{new}'."},
      ontoTakenColumn},
     {{QLatin1String("KV225"), effect::refused,
-      "{db} refuses the statement about '{subject}': a column cannot be taken out of a key of several columns.",
-      "The key of '{entity}' has another number of columns than before, and the script drops and adds columns without "
+      "{db} refuses the statement about '{subject}': a column cannot be taken out of a key of several "
+      "columns.",
+      "The key of '{entity}' has another number of columns than before, and the script drops and adds "
+      "columns without "
       "changing the key of the table.",
       "Change the key yourself before the script: drop it, change the columns, add it again."},
      compositeKeyColumn},
@@ -232,44 +228,56 @@ const refusal_rule Rules[] = {
      freedTooLate},
     {{QLatin1String("KV212"), effect::refused,
       "{db} refuses the statement about '{subject}': there is no table '{table}'.",
-      "'{entity}' was left out of the scripts so far, and a step changes tables that it takes for being there.",
+      "'{entity}' was left out of the scripts so far, and a step changes tables that it takes for being "
+      "there.",
       "Make the table yourself before the script, as the full script does."},
      switchedOn},
     {{QLatin1String("KV215"), effect::refused,
       "{db} refuses to add the column '{column}' of '{subject}': table '{table}' has one of that name.",
-      "The column belongs to another property, or was left by an earlier step that did not drop or rename it.",
-      "If the column that is there is the right one, have the custom script return an empty text for this ADD_COLUMN; "
+      "The column belongs to another property, or was left by an earlier step that did not drop or rename "
+      "it.",
+      "If the column that is there is the right one, have the custom script return an empty text for this "
+      "ADD_COLUMN; "
       "else choose another \"columnName\"."},
      columnThereAlready},
     {{QLatin1String("KV218"), effect::refused,
-      "{db} refuses to drop the column '{column}' of table '{table}': it is the last one when the statement runs.",
+      "{db} refuses to drop the column '{column}' of table '{table}': it is the last one when the statement "
+      "runs.",
       "All properties were replaced, and columns are dropped before new ones are added.",
       "Take two versions: add the new properties, tag, then drop the old ones."},
      lastColumn},
     {{QLatin1String("KV201"), effect::refused,
-      "{db} refuses to add the column '{column}' to table '{table}' if the table has rows: rows that are there would "
+      "{db} refuses to add the column '{column}' to table '{table}' if the table has rows: rows that are "
+      "there would "
       "have no value in it.",
       "'{property}' must not be null, and the statement gives no default.",
       "Add the property with \"allowNull\": true, fill the column, then ask for NOT NULL yourself."},
      notNullAdded},
     {{QLatin1String("KV202"), effect::refused,
       "{db} refuses to add the unique column '{column}' to table '{table}'.",
-      "A column that is unique cannot be added to a table that is there, or not to one with several rows that would "
+      "A column that is unique cannot be added to a table that is there, or not to one with several rows "
+      "that would "
       "all get the same value.",
-      "Leave \"unique\" out and make a unique index of your own after the script: CREATE UNIQUE INDEX … ON {table} "
+      "Leave \"unique\" out and make a unique index of your own after the script: CREATE UNIQUE INDEX … ON "
+      "{table} "
       "({column})."},
      uniqueAdded},
     {{QLatin1String("KV211"), effect::refused,
-      "{db} refuses the index of '{subject}': table '{table}' has no column '{column}', it is still called '{old}'.",
+      "{db} refuses the index of '{subject}': table '{table}' has no column '{column}', it is still called "
+      "'{old}'.",
       "Scripts for this database do not rename columns, they leave a comment.",
-      "Run ALTER TABLE {table} RENAME COLUMN {old} TO {column} before, or have the custom script write it (action "
+      "Run ALTER TABLE {table} RENAME COLUMN {old} TO {column} before, or have the custom script write it "
+      "(action "
       "RENAME_COLUMN)."},
      indexOnUnrenamed},
     {{QLatin1String("KV307"), effect::refused,
-      "{db} refuses to rename the column '{column}' of table '{table}' if a row holds a value that does not fit: the "
+      "{db} refuses to rename the column '{column}' of table '{table}' if a row holds a value that does not "
+      "fit: the "
       "statement makes it {type} as well.",
-      "Renaming a column repeats its type and whether it may be null; they differ from what the table has, perhaps "
-      "since an earlier version that wrote nothing about it. Without a strict sql_mode values are changed instead.",
+      "Renaming a column repeats its type and whether it may be null; they differ from what the table has, "
+      "perhaps "
+      "since an earlier version that wrote nothing about it. Without a strict sql_mode values are changed "
+      "instead.",
       "Change type and null in a statement of your own first, and look at the values that it would lose."},
      restated},
 };

@@ -1,5 +1,6 @@
 // Types, keys and sizes that a database does not take.
 
+#include "check/rules/found_words.h"
 #include "check/rules/refusal_rules.h"
 #include "check/view/told_statement.h"
 
@@ -17,17 +18,6 @@ namespace check {
 namespace {
 
 using database::refusal_cause;
-using found = std::optional<values>;
-
-values with(const char * name, const QString & text)
-{
-    return {{QString::fromLatin1(name), text}};
-}
-
-found only(bool applies)
-{
-    return applies ? found(values()) : std::nullopt;
-}
 
 bool isForAny(const told_statement & of, std::initializer_list<refusal_cause> causes)
 {
@@ -99,7 +89,8 @@ found countedCompositeKey(const told_statement & of)
 
 found countedKeyType(const told_statement & of)
 {
-    return isAboutCounting(of) ? found(with("type", QString(of.known().types.countableType.value))) : std::nullopt;
+    return isAboutCounting(of) ? found(with("type", QString(of.known().types.countableType.value)))
+                               : std::nullopt;
 }
 
 /// The column of the statement whose type the database does not take; null when there is none.
@@ -150,8 +141,8 @@ found keyTooLong(const told_statement & of)
 
 found tooMany(const told_statement & of)
 {
-    return only(isForAny(of, {refusal_cause::row_too_long, refusal_cause::too_many_indexes,
-                              refusal_cause::too_many_columns}));
+    return only(isForAny(
+        of, {refusal_cause::row_too_long, refusal_cause::too_many_indexes, refusal_cause::too_many_columns}));
 }
 
 found prefixNotPossible(const told_statement & of)
@@ -167,7 +158,8 @@ found renamedTextKey(const told_statement & of)
 
 found textInKey(const told_statement & of)
 {
-    return of.isFor(refusal_cause::text_key_without_prefix) ? found(with("column", columnOf(of))) : std::nullopt;
+    return of.isFor(refusal_cause::text_key_without_prefix) ? found(with("column", columnOf(of)))
+                                                            : std::nullopt;
 }
 
 found notIndexable(const told_statement & of)
@@ -230,15 +222,16 @@ found addedKey(const told_statement & of)
 found targetIsNoKey(const told_statement & of)
 {
     const std::shared_ptr<model::entity> target = targetOf(of, moment::now);
-    return isAboutTargetKey(of)
-               ? found(with("other", target ? target->getName() : of.said().object.section(QLatin1Char(' '), 1)))
-               : std::nullopt;
+    return isAboutTargetKey(of) ? found(with("other", target ? target->getName()
+                                                             : of.said().object.section(QLatin1Char(' '), 1)))
+                                : std::nullopt;
 }
 
 const refusal_rule Rules[] = {
     {{QLatin1String("KV109"), effect::refused,
       "{db} refuses the statement about '{property}': '{other}', to which it refers, has no identifier.",
-      "The column takes its type from the identifier of the other entity, so that it is written without a type here.",
+      "The column takes its type from the identifier of the other entity, so that it is written without a "
+      "type here.",
       "Give '{other}' an identifier (\"identifier\": true on one property)."},
      targetWithoutKey},
     {{QLatin1String("KV108"), effect::refused,
@@ -258,13 +251,16 @@ const refusal_rule Rules[] = {
       "Choose a C++ type that is mapped to '{type}', or set \"autoIncrement\" to false."},
      countedKeyType},
     {{QLatin1String("KV122"), effect::refused,
-      "{db} refuses to make table '{table}': it does not take the type '{type}' of the soft-delete column '{column}'.",
+      "{db} refuses to make table '{table}': it does not take the type '{type}' of the soft-delete column "
+      "'{column}'.",
       "The soft-delete column has one type in the scripts for all databases.",
-      "Have the custom script write another type (action CREATE_TABLE), or leave the soft-delete column out."},
+      "Have the custom script write another type (action CREATE_TABLE), or leave the soft-delete column "
+      "out."},
      softDeleteType},
     {{QLatin1String("KV113"), effect::refused,
       "{db} refuses the statement about '{subject}': it does not take the type '{type}'.",
-      "The type comes from \"forceSqlType\" or from the type mapping; an extension or a type of your own could "
+      "The type comes from \"forceSqlType\" or from the type mapping; an extension or a type of your own "
+      "could "
       "bring it.",
       "Choose a type of this database in \"forceSqlType\", or in the type mapping of the export."},
      unknownType},
@@ -274,26 +270,32 @@ const refusal_rule Rules[] = {
       "Force shorter types on the columns of the key, VARCHAR(100) for instance, or take fewer columns."},
      keyTooLong},
     {{QLatin1String("KV132"), effect::refused,
-      "{db} refuses the statement about table '{table}': it has more columns, longer rows or more indexes than it "
+      "{db} refuses the statement about table '{table}': it has more columns, longer rows or more indexes "
+      "than it "
       "can have.",
       "There is an upper limit for each, and bounded texts count with their full length.",
       "Part the entity, drop indexes that nothing needs, or use TEXT in the place of long VARCHAR columns."},
      tooMany},
     {{QLatin1String("KV119"), effect::refused,
       "{db} refuses the statement about '{subject}': the column '{column}' has no first 255 characters.",
-      "Indexes and keys on text are written for the first 255 characters, whatever type is forced; the type is a "
+      "Indexes and keys on text are written for the first 255 characters, whatever type is forced; the type "
+      "is a "
       "shorter text, or none at all.",
-      "Force VARCHAR(255) or a longer text, or give the property the C++ type of a number or a date if it is one."},
+      "Force VARCHAR(255) or a longer text, or give the property the C++ type of a number or a date if it is "
+      "one."},
      prefixNotPossible},
     {{QLatin1String("KV222"), effect::refused,
-      "{db} refuses to rename the key '{property}' of table '{table}': the statement makes it {type} again, which "
+      "{db} refuses to rename the key '{property}' of table '{table}': the statement makes it {type} again, "
+      "which "
       "cannot be a key.",
-      "Renaming a column repeats its type; the table was made with VARCHAR(255), since the key is referred to.",
+      "Renaming a column repeats its type; the table was made with VARCHAR(255), since the key is referred "
+      "to.",
       "Force VARCHAR(255) on the key (\"forceSqlType\")."},
      renamedTextKey},
     {{QLatin1String("KV117"), effect::refused,
       "{db} refuses the statement about table '{table}': the text '{column}' is in a key and has no length.",
-      "A key needs columns of a bounded length.", "Force a length, VARCHAR(200) for instance (\"forceSqlType\")."},
+      "A key needs columns of a bounded length.",
+      "Force a length, VARCHAR(200) for instance (\"forceSqlType\")."},
      textInKey},
     {{QLatin1String("KV118"), effect::refused,
       "{db} refuses the index of '{subject}': values of the column's type cannot be put in order.",
@@ -301,9 +303,11 @@ const refusal_rule Rules[] = {
      notIndexable},
     {{QLatin1String("KV224"), effect::advice,
       "{db} refuses the index of '{subject}' if a row holds a text that is longer than an index can hold.",
-      "A value of an index has to fit into a third of a page, 2,704 bytes after compression; later, longer values "
+      "A value of an index has to fit into a third of a page, 2,704 bytes after compression; later, longer "
+      "values "
       "are refused when they are written.",
-      "Force a bounded type, or have the custom script write an index over an expression (action CREATE_INDEX)."},
+      "Force a bounded type, or have the custom script write an index over an expression (action "
+      "CREATE_INDEX)."},
      longTextIndexed},
     {{QLatin1String("KV120"), effect::refused,
       "{db} refuses the foreign key of '{subject}': it is of another type than the key in '{target}'.",
@@ -311,19 +315,23 @@ const refusal_rule Rules[] = {
       "Force the same type on both (\"forceSqlType\")."},
      typesDiffer},
     {{QLatin1String("KV137"), effect::refused,
-      "{db} refuses the foreign key of '{subject}': it has columns: {count}, and the key in '{target}': {needed}.",
+      "{db} refuses the foreign key of '{subject}': it has columns: {count}, and the key in '{target}': "
+      "{needed}.",
       "A foreign key needs a column for each column of the key that it refers to.",
       "Name as many columns in \"columnName\", with bars between, as the key has."},
      keyColumnCount},
     {{QLatin1String("KV223"), effect::refused,
-      "{db} refuses the foreign key of '{subject}': the identifier of '{other}' was added in this step, and its column "
+      "{db} refuses the foreign key of '{subject}': the identifier of '{other}' was added in this step, and "
+      "its column "
       "is no key in the database.",
       "A step adds the column of a new identifier, but not the key.",
       "Run ALTER TABLE {target} ADD PRIMARY KEY ({target_column}) between the two statements."},
      addedKey},
     {{QLatin1String("KV403"), effect::refused,
-      "{db} refuses the foreign key of '{subject}': what it refers to in '{target}' is not the key of that table.",
-      "The key of '{other}' was changed in the model; scripts do not change the key of a table that is there.",
+      "{db} refuses the foreign key of '{subject}': what it refers to in '{target}' is not the key of that "
+      "table.",
+      "The key of '{other}' was changed in the model; scripts do not change the key of a table that is "
+      "there.",
       "Change the key yourself before the script: drop the old one, add the new one."},
      targetIsNoKey},
 };

@@ -20,8 +20,8 @@ constexpr std::size_t indexOf(moment when)
 
 } // namespace
 
-difference_view::difference_view(const script_view & in, const step_changes & changes, const step_record & record,
-                                 const schema_difference & what)
+difference_view::difference_view(const script_view & in, const step_changes & changes,
+                                 const step_record & record, const schema_difference & what)
     : m_in(in), m_changes(changes), m_record(record), m_what(what)
 {
     findOwners();
@@ -126,7 +126,8 @@ std::vector<object> difference_view::objects() const
     if (const auto member = property()) {
         about.push_back({model::object_kind::property, member->getId(), nameOf(*member)});
         if (member->hasRelationship()) {
-            about.push_back({model::object_kind::relationship, member->getRelation()->getId(), nameOf(*member)});
+            about.push_back(
+                {model::object_kind::relationship, member->getRelation()->getId(), nameOf(*member)});
         }
     } else if (const auto owner = m_link ? m_link->getProperty() : nullptr) {
         about.push_back({model::object_kind::property, owner->getId(), nameOf(*owner)});

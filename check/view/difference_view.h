@@ -13,8 +13,8 @@ namespace check {
 /// What a step wrote beside statements that ran: neither catalogue nor models tell.
 struct step_record
 {
-    QSet<long> commented;        ///< properties whose change stands in the script as a comment alone
-    QSet<long> refusedEntities;  ///< whose table a refused statement is about
+    QSet<long> commented;       ///< properties whose change stands in the script as a comment alone
+    QSet<long> refusedEntities; ///< whose table a refused statement is about
     QSet<long> refusedProperties;
     QSet<long> toldProperties; ///< of which a loss was told already
 };

@@ -58,7 +58,8 @@ const made_objects::origin * made_objects::foreignKeyNamed(const QString & name)
 
 QString made_objects::keyOf(const QString & name) const
 {
-    return database::foldedName(m_known, database::understood(m_known, {name, {}}, database::name_place::other).name);
+    return database::foldedName(m_known,
+                                database::understood(m_known, {name, {}}, database::name_place::other).name);
 }
 
 } // namespace check

@@ -16,8 +16,9 @@ QString tableNameOf(const model::entity & of)
 
 QStringList columnNamesOf(const model::property & of)
 {
-    const bool isNone = of.isTransient() || of.getColumnNameCount() == 0 ||
-                        (of.hasRelationship() && of.getRelation()->getType() == model::relationship::one_to_one);
+    const bool isNone =
+        of.isTransient() || of.getColumnNameCount() == 0 ||
+        (of.hasRelationship() && of.getRelation()->getType() == model::relationship::one_to_one);
     if (isNone) {
         return {};
     }
@@ -82,7 +83,8 @@ std::vector<std::shared_ptr<model::relationship>> model_names::linksOf(const QSt
 
 QString model_names::keyOf(const QString & name) const
 {
-    return database::foldedTable(m_known, database::understood(m_known, {name, {}}, database::name_place::table).name);
+    return database::foldedTable(m_known,
+                                 database::understood(m_known, {name, {}}, database::name_place::table).name);
 }
 
 } // namespace check

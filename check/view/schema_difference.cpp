@@ -24,7 +24,8 @@ QString wordsOf(const database::index & of)
         parts += each.prefix > 0 ? QStringLiteral("%1(%2)").arg(each.column, QString::number(each.prefix))
                                  : each.column;
     }
-    return QStringLiteral("%1(%2)").arg(QLatin1String(of.unique ? "UNIQUE " : ""), parts.join(QStringLiteral(", ")));
+    return QStringLiteral("%1(%2)").arg(QLatin1String(of.unique ? "UNIQUE " : ""),
+                                        parts.join(QStringLiteral(", ")));
 }
 
 QString wordsOf(const database::foreign_key & of)
@@ -58,7 +59,8 @@ public:
     }
 
 private:
-    void tell(difference_kind kind, const QStringList & columns, const QString & expected, const QString & found)
+    void tell(difference_kind kind, const QStringList & columns, const QString & expected,
+              const QString & found)
     {
         m_told.push_back({kind, m_expected.name, columns, expected, found});
     }
@@ -119,7 +121,8 @@ private:
         const QStringList expected = namesIn(m_expected, m_found);
         const QStringList found = namesIn(m_found, m_expected);
         if (expected != found) {
-            tell(difference_kind::order, {}, expected.join(QStringLiteral(", ")), found.join(QStringLiteral(", ")));
+            tell(difference_kind::order, {}, expected.join(QStringLiteral(", ")),
+                 found.join(QStringLiteral(", ")));
         }
     }
 
@@ -150,8 +153,8 @@ private:
             left.erase(same);
         }
         for (const auto & [words, each] : left) {
-            tell(each->unique ? difference_kind::unique_left : difference_kind::index_left, columnsOf(each->parts),
-                 {}, words);
+            tell(each->unique ? difference_kind::unique_left : difference_kind::index_left,
+                 columnsOf(each->parts), {}, words);
         }
     }
 
@@ -207,8 +210,9 @@ private:
             addNames(columnsOf(m_expected.key->parts), m_expected.key->name, m_found.key->name);
         }
         for (const database::sequence & each : m_expected.sequences) {
-            const auto other = std::find_if(m_found.sequences.begin(), m_found.sequences.end(),
-                                            [&](const database::sequence & one) { return one.column == each.column; });
+            const auto other =
+                std::find_if(m_found.sequences.begin(), m_found.sequences.end(),
+                             [&](const database::sequence & one) { return one.column == each.column; });
             if (other != m_found.sequences.end()) {
                 addNames({each.column}, each.name, other->name);
             }

@@ -44,8 +44,8 @@ struct schema_difference
     QString found;       ///< what the history left; empty for nothing
 };
 
-/// What the catalogue `found` has otherwise than `expected`, table by table. Both are in normal form. The words
-/// of both sides are those of database::linesOf().
+/// What the catalogue `found` has otherwise than `expected`, table by table. Both are in normal form. The
+/// words of both sides are those of database::linesOf().
 [[nodiscard]] std::vector<schema_difference> compareSchemas(const database::catalogue & expected,
                                                             const database::catalogue & found);
 

@@ -9,6 +9,7 @@ struct statement;
 namespace check {
 
 /// Where a statement that was read in `record` stands in its script. What it is about is left open.
-[[nodiscard]] statement_place placeOf(const plugin::statement_record & record, const database::statement & read);
+[[nodiscard]] statement_place placeOf(const plugin::statement_record & record,
+                                      const database::statement & read);
 
 } // namespace check

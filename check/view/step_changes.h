@@ -19,7 +19,8 @@ public:
     [[nodiscard]] bool isAdded(model::object_kind kind, long id) const;
     [[nodiscard]] bool isRemoved(model::object_kind kind, long id) const;
     /// Whether one of the fields differs, named as in the text form.
-    [[nodiscard]] bool has(model::object_kind kind, long id, std::initializer_list<const char *> fields) const;
+    [[nodiscard]] bool has(model::object_kind kind, long id,
+                           std::initializer_list<const char *> fields) const;
     /// Whether the object is another one in any way.
     [[nodiscard]] bool touches(model::object_kind kind, long id) const;
     /// Whether the entity, or something that belongs to it, is another one.

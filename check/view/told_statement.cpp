@@ -174,7 +174,8 @@ std::vector<object> told_statement::objects() const
         about.push_back({model::object_kind::property, member->getId(), nameOf(*member)});
     }
     if (m_record.relationship != 0) {
-        about.push_back({model::object_kind::relationship, m_record.relationship, member ? nameOf(*member) : QString()});
+        about.push_back(
+            {model::object_kind::relationship, m_record.relationship, member ? nameOf(*member) : QString()});
     }
     return about;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "check/finding/rule.h"
 #include "check/view/made_objects.h"
 #include "check/view/model_names.h"
-#include "check/finding/rule.h"
 #include "check/view/script.h"
 
 #include "database/simulation/verdict.h"

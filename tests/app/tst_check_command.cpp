@@ -145,6 +145,32 @@ private Q_SLOTS:
         QCOMPARE(scriptsOf(check({"--json", "--to", "v2"}).output), QStringList(name.arg("v1_to_v2")));
         QCOMPARE(scriptsOf(check({"--json", "--to", "v1"}).output), QStringList(name.arg("v1")));
     }
+    void aRefusedTableHidesNothingElse()
+    {
+        store(textOf(
+            json("{'id': 1, 'name': 'order', 'properties': [{'id': 1, 'name': 'id', 'type': 'long', "
+                 "'identifier': true}]}, {'id': 2, 'name': 'part', 'properties': [{'id': 2, 'name': 'id', "
+                 "'type': 'long', 'identifier': true}, {'id': 3, 'name': 'whole', 'index': true, "
+                 "'relationship': {'id': 1, 'type': 'many-to-one', 'target': 2}}]}")));
+        const program_result result = check({"--db", "postgresql", "--relationships", "yes", "--json"});
+        QCOMPARE(codesOf(result.output), QStringList({"KV101", "KV112"}));
+    }
+    void aCommentOfTheScriptIsNoChange()
+    {
+        const char * const entity =
+            "{'id': 1, 'name': 'a', %1'properties': [{'id': 1, 'name': 'x', 'type': 'int', "
+            "'identifier': true}]}";
+        const auto with = [&](const char * more) { return textOf(json(entity).replace("%1", json(more))); };
+        store(with(""));
+        tag();
+        store(with("'softDeleteColumn': 'gone', "));
+        const QString script = writeFile(
+            "custom.js", "function exportStep(project, entity, property, enumeration, parameters) {\n"
+                         "  return property ? parameters.default_value : '-- seen\\n' + "
+                         "(entity ? parameters.default_value : '');\n}\n");
+        const program_result result = check({"--custom-script", script, "--json"});
+        QCOMPARE(codesOf(result.output), QStringList("KV404"));
+    }
     void judgesATextWithoutHistory()
     {
         const program_result result =
