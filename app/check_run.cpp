@@ -226,36 +226,48 @@ private:
             if (!told) {
                 return told;
             }
-            if (isTold && before) {
-                compare(each, step);
+            const ZkBool compared = isTold && before ? compare(each, step) : ZkBool::success();
+            if (!compared) {
+                return compared;
             }
         }
         return ZkBool::success();
     }
 
-    /// Compares what a step left with new databases.
-    void compare(database_run & of, const check::script & step)
+    /// Compares what a step left with new databases. A failure is one of making their statements.
+    ZkBool compare(database_run & of, const check::script & step)
     {
-        database::catalogue now = step.now == m_now && of.state ? *of.state : newDatabase(of, step.now);
+        ZkBool result = ZkBool::success();
+        database::catalogue now =
+            step.now == m_now && of.state ? *of.state : newDatabase(of, step.now, result);
+        if (!result) {
+            return result;
+        }
         of.chain->compare(
             step, now,
             [&] {
                 // The first version is made as a whole, so a history holds then what a new database does.
                 return step.from == versionWord(1) ? of.chain->heldBefore()
                        : of.previous               ? *of.previous
-                                                   : newDatabase(of, step.before);
+                                                   : newDatabase(of, step.before, result);
             },
             of.found);
         of.previous = std::move(now);
+        return result;
     }
 
-    /// What the full script of the model makes.
-    database::catalogue newDatabase(const database_run & of, const std::shared_ptr<model::project> & model)
+    /// What the full script of the model makes. A failure goes to `result`, which is left alone otherwise.
+    database::catalogue newDatabase(const database_run & of, const std::shared_ptr<model::project> & model,
+                                    ZkBool & result)
     {
+        plugin::statement_list list = m_statements.fullStatements(*model, of.options);
+        if (!list.outcome) {
+            result = list.outcome;
+        }
         check::script full;
         full.now = model;
         full.isFull = true;
-        full.records = m_statements.fullStatements(*model, of.options).records;
+        full.records = std::move(list.records);
         check::checker whole(*of.known, of.key);
         whole.run(full, nullptr);
         return whole.held();

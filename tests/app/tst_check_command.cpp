@@ -171,6 +171,17 @@ private Q_SLOTS:
         const program_result result = check({"--custom-script", script, "--json"});
         QCOMPARE(codesOf(result.output), QStringList("KV404"));
     }
+    void customScriptThatFailsForComparison()
+    {
+        storeSwap();
+        const QString script = writeFile(
+            "custom.js", "function exportStep(project, entity, property, enumeration, parameters) {\n"
+                         "  if (parameters.current_file.includes('_full')) { throw new Error('not new'); }\n"
+                         "  return parameters.default_value;\n}\n");
+        const program_result result = check({"--from", "v1", "--custom-script", script});
+        QCOMPARE(result.status, 1);
+        QVERIFY2(result.errors.contains("not new"), result.errors.constData());
+    }
     void judgesATextWithoutHistory()
     {
         const program_result result =
