@@ -82,8 +82,12 @@ private:
             }
         }
         if (m_told != nullptr) {
-            tell(told_statement(m_view, record, read, said), always ? occasion::always : occasion::rows,
-                 number);
+            const told_statement told(m_view, record, read, said);
+            tell(told, always ? occasion::always : occasion::rows, number);
+            // Where it is refused by rows alone it runs else, and costs what it costs.
+            if (isRefused(said) && !isRefused(empty)) {
+                tellDone(told_statement(m_view, record, read, empty));
+            }
         }
         if (!isRefused(empty)) {
             m_of.m_made.add(read, record);
@@ -95,16 +99,17 @@ private:
         using database::outcome;
         switch (of.said().what) {
         case outcome::refused:
+            tellRefusal(of, when, number);
+            break;
         case outcome::maybe_refused:
             tellRefusal(of, when, number);
+            tellDone(of);
             break;
         case outcome::not_judged:
             add(notJudged(of), of, occasion::always);
             break;
         case outcome::done:
-            for (finding & each : explainDone(of)) {
-                add(std::move(each), of, occasion::always);
-            }
+            tellDone(of);
             break;
         }
         for (const database::loss & each : of.said().losses) {
@@ -113,6 +118,14 @@ private:
                 m_of.m_step.toldProperties.insert(of.record().property);
                 add(std::move(*told), of, whenLost);
             }
+        }
+    }
+
+    /// What a statement that runs costs others.
+    void tellDone(const told_statement & of)
+    {
+        for (finding & each : explainDone(of)) {
+            add(std::move(each), of, occasion::always);
         }
     }
 

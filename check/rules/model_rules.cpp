@@ -39,31 +39,27 @@ public:
     }
 
 private:
-    [[nodiscard]] QString stored(const QString & name, database::name_place place) const
-    {
-        return database::understood(m_of.known, {name, {}}, place).name;
-    }
-
     [[nodiscard]] const database::table * tableOf(const QString & name) const
     {
-        const auto found = m_of.made.tables.find(
-            database::foldedTable(m_of.known, stored(name, database::name_place::table)));
+        const auto found =
+            m_of.made.tables.find(database::nameKey(m_of.known, name, database::name_place::table));
         return found == m_of.made.tables.end() ? nullptr : &found->second;
     }
 
     [[nodiscard]] const database::column * columnOf(const database::table & in, const QString & name) const
     {
-        const QString written = stored(name, database::name_place::other);
         for (const database::column & each : in.columns) {
-            if (each.name == written) {
+            if (each.name == name) {
                 return &each;
             }
         }
-        const QString wanted = database::foldedName(m_of.known, written);
+        const auto key = [&](const QString & of) {
+            return database::nameKey(m_of.known, of, database::name_place::other);
+        };
+        const QString wanted = key(name);
         const auto found =
-            std::find_if(in.columns.begin(), in.columns.end(), [&](const database::column & each) {
-                return database::foldedName(m_of.known, each.name) == wanted;
-            });
+            std::find_if(in.columns.begin(), in.columns.end(),
+                         [&](const database::column & each) { return key(each.name) == wanted; });
         return found == in.columns.end() ? nullptr : &*found;
     }
 

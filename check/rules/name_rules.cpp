@@ -192,8 +192,7 @@ std::optional<equal_columns> equalColumns(const told_statement & of)
     QHash<QString, QString> seen;
     for (const database::column_definition & each : asked->columns) {
         const QString name = each.name.text;
-        const QString key = database::foldedName(
-            of.known(), database::understood(of.known(), each.name, database::name_place::other).name);
+        const QString key = database::nameKey(of.known(), each.name, database::name_place::other);
         if (seen.contains(key)) {
             return equal_columns{seen.value(key), name};
         }

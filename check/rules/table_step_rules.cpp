@@ -20,8 +20,7 @@ using database::refusal_cause;
 bool isOneColumn(const database::facts & known, const QString & a, const QString & b)
 {
     const auto key = [&](const QString & name) {
-        return database::foldedName(
-            known, database::understood(known, {name, {}}, database::name_place::other).name);
+        return database::nameKey(known, name, database::name_place::other);
     };
     return key(a) == key(b);
 }

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <iterator>
 
 namespace check {
 
@@ -141,8 +142,26 @@ found keyTooLong(const told_statement & of)
 
 found tooMany(const told_statement & of)
 {
-    return only(isForAny(
-        of, {refusal_cause::row_too_long, refusal_cause::too_many_indexes, refusal_cause::too_many_columns}));
+    const database::limit_facts & limits = of.known().limits;
+    struct limit
+    {
+        refusal_cause cause;
+        const char * words;
+        int most;
+    };
+    const limit all[] = {
+        {refusal_cause::too_many_columns, "has more than %1 columns", limits.columns.value},
+        {refusal_cause::too_many_columns_read, "has more than %1 columns", limits.columns.value},
+        {refusal_cause::too_many_key_columns, "has a key of more than %1 columns", limits.keyColumns.value},
+        {refusal_cause::too_many_indexes, "has more than %1 indexes, keys included", limits.indexes.value},
+        {refusal_cause::row_too_long, "has rows of more than %1 bytes", limits.row.value},
+        {refusal_cause::row_over_page, "has rows that do not fit into the %1 bytes of a page",
+         limits.page.value}};
+    const auto * const passed = std::find_if(std::begin(all), std::end(all),
+                                             [&](const limit & each) { return of.isFor(each.cause); });
+    return passed == std::end(all)
+               ? std::nullopt
+               : found(with("limit", QString::fromLatin1(passed->words).arg(passed->most)));
 }
 
 found prefixNotPossible(const told_statement & of)
@@ -156,15 +175,33 @@ found renamedTextKey(const told_statement & of)
                 of.asks<database::change_column>() != nullptr);
 }
 
+/// The type of the column that the refusal is about, as the statement or the model's table has it.
+QString typeOf(const told_statement & of)
+{
+    const QString column = columnOf(of);
+    if (const auto * const made = of.asks<database::create_table>()) {
+        for (const database::column_definition & each : made->columns) {
+            if (each.name.text.compare(column, Qt::CaseInsensitive) == 0) {
+                return each.type;
+            }
+        }
+    }
+    const auto * const added = of.asks<database::add_column>();
+    return added == nullptr ? QString() : added->definition.type;
+}
+
 found textInKey(const told_statement & of)
 {
-    return of.isFor(refusal_cause::text_key_without_prefix) ? found(with("column", columnOf(of)))
-                                                            : std::nullopt;
+    const bool isOfIndex = of.asks<database::create_index>() != nullptr;
+    const bool isLong = of.isFor(refusal_cause::type_not_indexable) && !isOfIndex &&
+                        database::isLarge(of.known(), typeOf(of));
+    return of.isFor(refusal_cause::text_key_without_prefix) || isLong ? found(with("column", columnOf(of)))
+                                                                      : std::nullopt;
 }
 
 found notIndexable(const told_statement & of)
 {
-    return only(of.isFor(refusal_cause::type_not_indexable));
+    return of.isFor(refusal_cause::type_not_indexable) ? found(with("column", columnOf(of))) : std::nullopt;
 }
 
 found longTextIndexed(const told_statement & of)
@@ -270,11 +307,10 @@ const refusal_rule Rules[] = {
       "Force shorter types on the columns of the key, VARCHAR(100) for instance, or take fewer columns."},
      keyTooLong},
     {{QLatin1String("KV132"), effect::refused,
-      "{db} refuses the statement about table '{table}': it has more columns, longer rows or more indexes "
-      "than it "
-      "can have.",
-      "There is an upper limit for each, and bounded texts count with their full length.",
-      "Part the entity, drop indexes that nothing needs, or use TEXT in the place of long VARCHAR columns."},
+      "{db} refuses the statement about table '{table}': it {limit}.",
+      "Columns, keys and the length of a row have an upper limit each; bounded texts count with their full "
+      "length.",
+      "Part the entity, drop indexes that nothing needs, or use TEXT in the place of VARCHAR columns."},
      tooMany},
     {{QLatin1String("KV119"), effect::refused,
       "{db} refuses the statement about '{subject}': the column '{column}' has no first 255 characters.",
@@ -293,19 +329,21 @@ const refusal_rule Rules[] = {
       "Force VARCHAR(255) on the key (\"forceSqlType\")."},
      renamedTextKey},
     {{QLatin1String("KV117"), effect::refused,
-      "{db} refuses the statement about table '{table}': the text '{column}' is in a key and has no length.",
-      "A key needs columns of a bounded length.",
+      "{db} refuses the statement about table '{table}': '{column}' is in a key or unique, and of a type "
+      "without a length.",
+      "Keys and unique columns have an index, which holds values of a bounded length only.",
       "Force a length, VARCHAR(200) for instance (\"forceSqlType\")."},
      textInKey},
     {{QLatin1String("KV118"), effect::refused,
-      "{db} refuses the index of '{subject}': values of the column's type cannot be put in order.",
-      "An ordinary index sorts its values.", "Switch \"index\" off, or choose another type."},
+      "{db} refuses the index on '{column}' of table '{table}': columns of its type cannot be indexed.",
+      "An ordinary index puts values in order and bounds their length; types exist for which a database does "
+      "not do both.",
+      "Switch \"index\" or \"unique\" off, or choose another type."},
      notIndexable},
     {{QLatin1String("KV224"), effect::advice,
-      "{db} refuses the index of '{subject}' if a row holds a text that is longer than an index can hold.",
-      "A value of an index has to fit into a third of a page, 2,704 bytes after compression; later, longer "
-      "values "
-      "are refused when they are written.",
+      "The index of '{subject}' takes no text of more than 2,704 bytes: a row with a longer one keeps the "
+      "index from being made, and later such a row cannot be written.",
+      "{db} puts whole values into an index, and each has to fit into a third of a page, after compression.",
       "Force a bounded type, or have the custom script write an index over an expression (action "
       "CREATE_INDEX)."},
      longTextIndexed},

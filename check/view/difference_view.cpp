@@ -66,8 +66,7 @@ void difference_view::findProperty(moment when)
         return;
     }
     const auto key = [&](const QString & name) {
-        return database::foldedName(
-            m_in.known(), database::understood(m_in.known(), {name, {}}, database::name_place::other).name);
+        return database::nameKey(m_in.known(), name, database::name_place::other);
     };
     const QString wanted = key(m_what.columns.front());
     for (const auto & each : entity->getListOfProperty(true, false, true)->values()) {

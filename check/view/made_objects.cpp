@@ -58,8 +58,7 @@ const made_objects::origin * made_objects::foreignKeyNamed(const QString & name)
 
 QString made_objects::keyOf(const QString & name) const
 {
-    return database::foldedName(m_known,
-                                database::understood(m_known, {name, {}}, database::name_place::other).name);
+    return database::nameKey(m_known, name, database::name_place::other);
 }
 
 } // namespace check

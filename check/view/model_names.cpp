@@ -83,8 +83,7 @@ std::vector<std::shared_ptr<model::relationship>> model_names::linksOf(const QSt
 
 QString model_names::keyOf(const QString & name) const
 {
-    return database::foldedTable(m_known,
-                                 database::understood(m_known, {name, {}}, database::name_place::table).name);
+    return database::nameKey(m_known, name, database::name_place::table);
 }
 
 } // namespace check

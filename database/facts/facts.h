@@ -167,12 +167,22 @@ struct type_facts
 struct key_facts
 {
     fact<int> longest;     ///< bytes of a key; 0 for no limit
-    fact<int> longestRow;  ///< bytes of the bounded texts of a row; 0 for no limit
-    fact<int> mostIndexes; ///< of a table, keys included; 0 for no limit
     fact<bool> prefixes;   ///< a part of a key can be the beginning of a text
     fact<int> bytesOfHash; ///< that such a hash takes of a row
     fact<bool> hashesLong; ///< a unique index over more than the longest key is kept as a hash
     fact<bool> nullable;   ///< a column of a primary key may hold no value
+};
+
+/// How much of each a table can have; 0 for no limit.
+struct limit_facts
+{
+    fact<int> columns;
+    fact<bool> columnsCountedFirst; ///< before the names of columns are compared; else when all else fits
+    fact<int> columnsRead;          ///< above which a table is not even tried
+    fact<int> keyColumns;           ///< of a key, an index or a foreign key
+    fact<int> indexes;              ///< keys included
+    fact<int> row;                  ///< bytes of the bounded texts of a row
+    fact<int> page;                 ///< bytes that a row takes of a page has to be fewer than
 };
 
 struct foreign_key_facts
@@ -222,6 +232,7 @@ struct facts
     scope_facts scopes;
     type_facts types;
     key_facts keys;
+    limit_facts limits;
     foreign_key_facts foreignKeys;
     change_facts changes;
     lock_facts locks;

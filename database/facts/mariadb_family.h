@@ -39,7 +39,9 @@ inline constexpr error_code MariadbErrors[] = {
     {refusal_cause::scale_too_large, QLatin1String("1425")},
     {refusal_cause::scale_over_precision, QLatin1String("1427")},
     {refusal_cause::specifier_impossible, QLatin1String("1063")},
-    {refusal_cause::too_many_columns, QLatin1String("1117")},
+    {refusal_cause::too_many_columns, QLatin1String("1005")},
+    {refusal_cause::too_many_columns_read, QLatin1String("1117")},
+    {refusal_cause::too_many_key_columns, QLatin1String("1070")},
     {refusal_cause::target_column_count, QLatin1String("1239")},
     {refusal_cause::column_repeated, QLatin1String("1060")},
     {refusal_cause::relation_exists, QLatin1String("1050")},
@@ -53,6 +55,7 @@ inline constexpr error_code MariadbErrors[] = {
     {refusal_cause::counted_not_possible, QLatin1String("1075")},
     {refusal_cause::key_too_long, QLatin1String("1071")},
     {refusal_cause::row_too_long, QLatin1String("1118")},
+    {refusal_cause::row_over_page, QLatin1String("1118")},
     {refusal_cause::prefix_not_possible, QLatin1String("1089")},
     {refusal_cause::text_key_without_prefix, QLatin1String("1170")},
     {refusal_cause::too_many_indexes, QLatin1String("1069")},
@@ -147,12 +150,20 @@ constexpr facts mariadbFamily(QLatin1String key, QLatin1String label, bool isTri
         .keys =
             {
                 .longest = {3072, source},
-                .longestRow = {65535, source},
-                .mostIndexes = {64, source},
                 .prefixes = {true, source},
                 .bytesOfHash = {8, source},
                 .hashesLong = {true, source},
                 .nullable = {false, source},
+            },
+        .limits =
+            {
+                .columns = {1017, source},
+                .columnsCountedFirst = {false, source},
+                .columnsRead = {4096, source},
+                .keyColumns = {32, source},
+                .indexes = {64, source},
+                .row = {65535, source},
+                .page = {8126, source},
             },
         .foreignKeys =
             {

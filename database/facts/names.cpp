@@ -177,6 +177,17 @@ understood_name understood(const facts & known, const identifier & written, name
     return found;
 }
 
+QString nameKey(const facts & known, const identifier & written, name_place place)
+{
+    const QString name = understood(known, written, place).name;
+    return place == name_place::table ? foldedTable(known, name) : foldedName(known, name);
+}
+
+QString nameKey(const facts & known, const QString & name, name_place place)
+{
+    return nameKey(known, identifier{name, {}}, place);
+}
+
 QString impliedName(const facts & known, const QString & table, const QString & column, const QString & label)
 {
     qsizetype ofTable = table.toUtf8().size();

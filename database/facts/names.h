@@ -36,6 +36,11 @@ struct understood_name
 };
 [[nodiscard]] understood_name understood(const facts & known, const identifier & written, name_place place);
 
+/// What two names that statements write have in common exactly when the database takes them for one.
+[[nodiscard]] QString nameKey(const facts & known, const identifier & written, name_place place);
+/// The same of a name without quotes.
+[[nodiscard]] QString nameKey(const facts & known, const QString & name, name_place place);
+
 /// The name that the database makes up for what belongs to a table and, unless that is empty, a column: the
 /// parts with low lines between, cut until they fit. Not yet made different from names that are taken.
 [[nodiscard]] QString impliedName(const facts & known, const QString & table, const QString & column,

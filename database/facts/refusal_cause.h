@@ -35,6 +35,8 @@ enum class refusal_cause
     not_a_table, ///< the name is that of an index or a sequence
     column_exists,
     too_many_columns,
+    too_many_columns_read, ///< so many that what they are is not looked at
+    too_many_key_columns,  ///< of a key, an index or a foreign key
     system_column_added,
     system_column_changed,
     system_column_indexed,
@@ -45,6 +47,7 @@ enum class refusal_cause
     several_counted,
     key_too_long,
     row_too_long,
+    row_over_page, ///< what a row takes of a page, with long texts elsewhere
     prefix_not_possible,
     text_key_without_prefix,
     too_many_indexes,

@@ -78,12 +78,20 @@ constinit const facts GenericFacts = {
     .keys =
         {
             .longest = {0, Source},
-            .longestRow = {0, Source},
-            .mostIndexes = {0, Source},
             .prefixes = {false, Source},
             .bytesOfHash = {0, Source},
             .hashesLong = {false, Source},
             .nullable = {false, Source},
+        },
+    .limits =
+        {
+            .columns = {0, Source},
+            .columnsCountedFirst = {false, Source},
+            .columnsRead = {0, Source},
+            .keyColumns = {0, Source},
+            .indexes = {0, Source},
+            .row = {0, Source},
+            .page = {0, Source},
         },
     .foreignKeys =
         {

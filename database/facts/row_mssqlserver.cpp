@@ -38,6 +38,8 @@ constexpr error_code Errors[] = {
     {refusal_cause::relation_exists, QLatin1String("2714")},
     {refusal_cause::table_missing, QLatin1String("4902")},
     {refusal_cause::dropped_table_missing, QLatin1String("3701")},
+    {refusal_cause::too_many_columns, QLatin1String("1702")},
+    {refusal_cause::too_many_key_columns, QLatin1String("1904")},
     {refusal_cause::column_exists, QLatin1String("2705")},
     {refusal_cause::changed_column_missing, QLatin1String("15248")},
     {refusal_cause::dropped_column_missing, QLatin1String("4924")},
@@ -119,12 +121,20 @@ constinit const facts MssqlserverFacts = {
     .keys =
         {
             .longest = {0, Source},
-            .longestRow = {0, Source},
-            .mostIndexes = {0, Source},
             .prefixes = {false, Source},
             .bytesOfHash = {0, Source},
             .hashesLong = {false, Source},
             .nullable = {false, Source},
+        },
+    .limits =
+        {
+            .columns = {1024, Source},
+            .columnsCountedFirst = {true, Source},
+            .columnsRead = {0, Source},
+            .keyColumns = {32, Source},
+            .indexes = {0, Source},
+            .row = {0, Source},
+            .page = {0, Source},
         },
     .foreignKeys =
         {

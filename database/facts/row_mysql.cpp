@@ -17,6 +17,7 @@ constexpr QLatin1String SyntaxErrors[] = {QLatin1String("UUID"), QLatin1String("
 // clang-format off
 constexpr error_code OwnErrors[] = {
     {refusal_cause::unknown_type, QLatin1String("1064")},
+    {refusal_cause::too_many_columns, QLatin1String("1117")},
     {refusal_cause::table_referred_to, QLatin1String("3730")},
     {refusal_cause::column_of_foreign_key, QLatin1String("1828")},
     {refusal_cause::copy_needed, QLatin1String("1832")},

@@ -34,6 +34,8 @@ constexpr error_code Errors[] = {
     {refusal_cause::relation_exists, QLatin1String("ORA-00955")},
     {refusal_cause::table_missing, QLatin1String("ORA-00942")},
     {refusal_cause::dropped_table_missing, QLatin1String("ORA-00942")},
+    {refusal_cause::too_many_columns, QLatin1String("ORA-01792")},
+    {refusal_cause::too_many_key_columns, QLatin1String("ORA-02257")},
     {refusal_cause::column_exists, QLatin1String("ORA-01430")},
     {refusal_cause::changed_column_missing, QLatin1String("ORA-00904")},
     {refusal_cause::dropped_column_missing, QLatin1String("ORA-00904")},
@@ -115,12 +117,20 @@ constinit const facts OracleFacts = {
     .keys =
         {
             .longest = {0, Source},
-            .longestRow = {0, Source},
-            .mostIndexes = {0, Source},
             .prefixes = {false, Source},
             .bytesOfHash = {0, Source},
             .hashesLong = {false, Source},
             .nullable = {false, Source},
+        },
+    .limits =
+        {
+            .columns = {1000, Source},
+            .columnsCountedFirst = {true, Source},
+            .columnsRead = {0, Source},
+            .keyColumns = {32, Source},
+            .indexes = {0, Source},
+            .row = {0, Source},
+            .page = {0, Source},
         },
     .foreignKeys =
         {

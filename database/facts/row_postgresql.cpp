@@ -47,6 +47,8 @@ constexpr error_code Errors[] = {
     {refusal_cause::table_missing, QLatin1String("42P01")},
     {refusal_cause::dropped_table_missing, QLatin1String("42P01")},
     {refusal_cause::not_a_table, QLatin1String("42809")},
+    {refusal_cause::too_many_columns, QLatin1String("54011")},
+    {refusal_cause::too_many_key_columns, QLatin1String("54011")},
     {refusal_cause::column_exists, QLatin1String("42701")},
     {refusal_cause::system_column_added, QLatin1String("42701")},
     {refusal_cause::system_column_changed, QLatin1String("0A000")},
@@ -138,12 +140,20 @@ constinit const facts PostgresqlFacts = {
     .keys =
         {
             .longest = {0, Source},
-            .longestRow = {0, Source},
-            .mostIndexes = {0, Source},
             .prefixes = {false, Source},
             .bytesOfHash = {0, Source},
             .hashesLong = {false, Source},
             .nullable = {false, Source},
+        },
+    .limits =
+        {
+            .columns = {1600, Source},
+            .columnsCountedFirst = {true, Source},
+            .columnsRead = {0, Source},
+            .keyColumns = {32, Source},
+            .indexes = {0, Source},
+            .row = {0, Source},
+            .page = {0, Source},
         },
     .foreignKeys =
         {

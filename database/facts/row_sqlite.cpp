@@ -22,6 +22,7 @@ constexpr error_code Errors[] = {
     {refusal_cause::relation_exists, QLatin1String("SQLITE_ERROR")},
     {refusal_cause::table_missing, QLatin1String("SQLITE_ERROR")},
     {refusal_cause::dropped_table_missing, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::too_many_columns, QLatin1String("SQLITE_ERROR")},
     {refusal_cause::column_exists, QLatin1String("SQLITE_ERROR")},
     {refusal_cause::changed_column_missing, QLatin1String("SQLITE_ERROR")},
     {refusal_cause::dropped_column_missing, QLatin1String("SQLITE_ERROR")},
@@ -97,12 +98,20 @@ constinit const facts SqliteFacts = {
     .keys =
         {
             .longest = {0, Source},
-            .longestRow = {0, Source},
-            .mostIndexes = {0, Source},
             .prefixes = {false, Source},
             .bytesOfHash = {0, Source},
             .hashesLong = {false, Source},
             .nullable = {true, Source},
+        },
+    .limits =
+        {
+            .columns = {2000, Source},
+            .columnsCountedFirst = {true, Source},
+            .columnsRead = {0, Source},
+            .keyColumns = {0, Source},
+            .indexes = {0, Source},
+            .row = {0, Source},
+            .page = {0, Source},
         },
     .foreignKeys =
         {

@@ -2,6 +2,7 @@
 
 #include "database/facts/known_types.h"
 #include "database/simulation/parts.h"
+#include "database/simulation/sizes.h"
 
 #include <algorithm>
 #include <optional>
@@ -51,7 +52,8 @@ public:
             return why;
         }
         for (const auto step : {&new_foreign_key::checkIndexLength, &new_foreign_key::checkCount,
-                                &new_foreign_key::checkNameLength, &new_foreign_key::checkIndexColumns}) {
+                                &new_foreign_key::checkNameLength, &new_foreign_key::checkIndexColumns,
+                                &new_foreign_key::checkIndexPlace}) {
             if (const refusal why = (this->*step)(); why) {
                 return why;
             }
@@ -121,8 +123,20 @@ private:
                          : refusal();
     }
 
+    // As does the index of its own.
+    [[nodiscard]] refusal checkIndexPlace()
+    {
+        const bool isMade = m_at.known.foreignKeys.makesIndex.value && !isIndexed(*m_owner);
+        return checkIndexCount(m_at.known, *m_owner, isMade ? 1 : 0);
+    }
+
     [[nodiscard]] refusal checkCount()
     {
+        if (const refusal why = checkPartCount(m_at.known, foreignKeyObject(m_made.name),
+                                               static_cast<std::size_t>(m_made.columns.size()));
+            why) {
+            return why;
+        }
         const bool isRefused =
             m_at.known.foreignKeys.makesIndex.value && m_made.columns.size() != m_made.targetColumns.size();
         return isRefused ? refusal{refusal_cause::target_column_count, foreignKeyObject(m_made.name), false}
@@ -242,6 +256,18 @@ private:
         });
     }
 
+    // Whether a key or an index begins with the columns.
+    [[nodiscard]] bool isIndexed(const table & owner) const
+    {
+        const auto begins = [&](const std::vector<key_part> & parts) {
+            return columnsOf(parts).mid(0, m_made.columns.size()) == m_made.columns &&
+                   parts.front().prefix == 0;
+        };
+        return (owner.key && begins(owner.key->parts)) ||
+               std::any_of(owner.indexes.begin(), owner.indexes.end(),
+                           [&](const index & each) { return begins(each.parts); });
+    }
+
     void addIndex(table & changed) const
     {
         const auto own =
@@ -252,14 +278,7 @@ private:
             own->name = m_made.name;
             return;
         }
-        const auto begins = [&](const std::vector<key_part> & parts) {
-            return columnsOf(parts).mid(0, m_made.columns.size()) == m_made.columns &&
-                   parts.front().prefix == 0;
-        };
-        const bool isThere = (changed.key && begins(changed.key->parts)) ||
-                             std::any_of(changed.indexes.begin(), changed.indexes.end(),
-                                         [&](const index & each) { return begins(each.parts); });
-        if (!isThere) {
+        if (!isIndexed(changed)) {
             index made{m_made.name, {}, false, true};
             for (const QString & each : m_made.columns) {
                 made.parts.push_back({each, 0});

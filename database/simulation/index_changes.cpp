@@ -2,6 +2,7 @@
 
 #include "database/facts/known_types.h"
 #include "database/simulation/parts.h"
+#include "database/simulation/sizes.h"
 
 #include <algorithm>
 
@@ -67,11 +68,7 @@ refusal tableRefusal(const state & at, const table & owner, const index & made)
             return {refusal_cause::type_not_indexable, columnObject(owner.name, part.column), false};
         }
     }
-    const int most = at.known.keys.mostIndexes.value;
-    if (most > 0 && static_cast<int>(owner.indexes.size()) + (owner.key ? 1 : 0) >= most) {
-        return {refusal_cause::too_many_indexes, tableObject(owner.name), false};
-    }
-    return {};
+    return checkIndexCount(at.known, owner, 1);
 }
 
 // Puts it in the place of one that a foreign key had made for itself.

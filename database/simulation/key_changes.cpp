@@ -5,6 +5,7 @@
 
 #include "database/facts/known_types.h"
 #include "database/simulation/parts.h"
+#include "database/simulation/sizes.h"
 
 #include <algorithm>
 
@@ -40,6 +41,9 @@ refusal readParts(const state & at, const table & owner, const add_key & asked, 
         }
         bytes += isUnbounded ? 0 : bytesInKey(at.known, of->type, each.prefix);
         parts.push_back({of->name, keptPrefix(at.known, of->type, each.prefix)});
+    }
+    if (const refusal why = checkPartCount(at.known, tableObject(owner.name), parts.size()); why) {
+        return why;
     }
     const int longest = at.known.keys.longest.value;
     const bool isTooLong = longest > 0 && bytes > longest && asked.isPrimary;

@@ -1,6 +1,7 @@
 #include "database/simulation/parts.h"
 
 #include "database/facts/known_types.h"
+#include "database/simulation/sizes.h"
 
 #include <QStringBuilder>
 
@@ -187,56 +188,10 @@ QStringList columnsOf(const std::vector<key_part> & parts)
     return names;
 }
 
-int keptPrefix(const facts & known, const QString & type, int prefix)
-{
-    return understoodType(known, type).length() == prefix ? 0 : prefix;
-}
-
 bool isUniqueByType(const facts & known, const column_definition & asked)
 {
     const understood_type type = understoodType(known, asked.type);
     return type.row != nullptr && type.row->isUnique;
-}
-
-int bytesOfRow(const facts & known, const table & owner)
-{
-    constexpr int ShortText = 255;
-    int bytes = 0;
-    int nullable = 0;
-    for (const column & each : owner.columns) {
-        const understood_type type = understoodType(known, each.type);
-        nullable += each.notNull ? 0 : 1;
-        if (type.row == nullptr) {
-            continue;
-        }
-        const bool hasLength = type.row->fewestNumbers == 1 && type.row->isBounded;
-        const int ofLength = type.bytes() > ShortText ? 2 : 1;
-        bytes += type.row->large ? type.row->bytesInRow : type.bytes() + (hasLength ? ofLength : 0);
-    }
-    return bytes + (nullable + 7) / 8;
-}
-
-int indexedPart(const facts & known, const QString & type, int asked)
-{
-    const understood_type found = understoodType(known, type);
-    const bool isWhole = asked == 0 && found.row != nullptr && found.row->mostIndexed == 0;
-    if (isWhole && !isHashed(known, type)) {
-        return 0;
-    }
-    const int most = found.row == nullptr         ? 0
-                     : found.row->mostIndexed > 0 ? found.row->mostIndexed
-                                                  : known.keys.longest.value / std::max(found.row->bytes, 1);
-    return asked == 0 || (found.row != nullptr && found.row->hasPrefixes) ? most
-                                                                          : keptPrefix(known, type, asked);
-}
-
-int bytesInKey(const facts & known, const QString & type, int prefix)
-{
-    const understood_type found = understoodType(known, type);
-    if (prefix == 0) {
-        return found.isLarge() ? known.keys.longest.value + 1 : found.bytes();
-    }
-    return found.row == nullptr ? 0 : prefix * found.row->bytes;
 }
 
 } // namespace database

@@ -59,15 +59,7 @@ private:
 [[nodiscard]] index uniqueIndex(const state & at, const table & owner, const QString & name,
                                 const QSet<QString> & taken);
 [[nodiscard]] QStringList columnsOf(const std::vector<key_part> & parts);
-/// A prefix that is as long as the text is no prefix.
-[[nodiscard]] int keptPrefix(const facts & known, const QString & type, int prefix);
 /// Whether a column is unique without saying so.
 [[nodiscard]] bool isUniqueByType(const facts & known, const column_definition & asked);
-/// Bytes that the values of a row take where they stand together.
-[[nodiscard]] int bytesOfRow(const facts & known, const table & owner);
-/// How much of a column an index keeps that asks for so many characters, or for all: 0 for all of it.
-[[nodiscard]] int indexedPart(const facts & known, const QString & type, int asked);
-/// Bytes that a column takes in a key, with as many characters of it as the prefix says.
-[[nodiscard]] int bytesInKey(const facts & known, const QString & type, int prefix);
 
 } // namespace database

@@ -1,0 +1,354 @@
+#include "database/simulation/changes.h"
+
+#include "database/facts/known_types.h"
+#include "database/simulation/parts.h"
+#include "database/simulation/sizes.h"
+
+#include <QStringBuilder>
+
+#include <algorithm>
+
+namespace database {
+
+namespace {
+
+/// A table while it is being made.
+class new_table
+{
+public:
+    new_table(state & at, const create_table & asked, losses & lost) : m_at(at), m_asked(asked), m_lost(lost)
+    {
+    }
+
+    refusal make()
+    {
+        if (const refusal why = readNames(); why) {
+            return why;
+        }
+        const bool isTaken = m_at.isTaken(m_made.name);
+        const bool sequencesFirst = m_at.known.changes.sequencesNamedFirst.value;
+        const refusal taken = {refusal_cause::relation_exists, m_at.holderOf(m_made.name), false};
+        if (isTaken && (!sequencesFirst || m_asked.ifNotExists)) {
+            return m_asked.ifNotExists ? refusal() : taken;
+        }
+        for (const auto step : {&new_table::checkTypes, &new_table::checkKeyNames, &new_table::nameSequences,
+                                &new_table::makeColumns}) {
+            if (const refusal why = (this->*step)(); why) {
+                return why;
+            }
+        }
+        if (isTaken) {
+            return taken;
+        }
+        for (const auto step : {&new_table::makeKey, &new_table::checkKeys, &new_table::checkCounted,
+                                &new_table::checkSizes, &new_table::makeReferences}) {
+            if (const refusal why = (this->*step)(); why) {
+                return why;
+            }
+        }
+        finish();
+        return {};
+    }
+
+private:
+    // What cannot be read is refused before anything else is looked at.
+    refusal readNames()
+    {
+        name_reader names(m_at.known, m_lost);
+        const QString name = names.createdTable(m_asked.table);
+        const refusal ofTable = names.why();
+        const bool isSchema =
+            ofTable.cause == refusal_cause::schema_missing || ofTable.cause == refusal_cause::database_named;
+        if (ofTable && !isSchema) {
+            return ofTable;
+        }
+        if (m_asked.columns.empty() && !m_at.known.changes.emptyTables.value) {
+            return {refusal_cause::syntax, tableObject(name), false};
+        }
+        m_made.name = name;
+        m_columns = writtenColumns();
+        name_reader others(m_at.known, m_lost);
+        refusal ofCopy;
+        for (const column_definition & each : m_columns) {
+            const refusal copied = copiedTable(each);
+            ofCopy = ofCopy ? ofCopy : copied;
+            if (copied) {
+                continue;
+            }
+            m_names += others.newColumn(each.name);
+            const refusal ofType = readType(m_at.known, each, columnObject(name, m_names.back()));
+            if (!others.why() && ofType) {
+                return ofType;
+            }
+        }
+        if (others.why() || isSchema || ofCopy) {
+            return others.why() ? others.why() : (isSchema ? ofTable : ofCopy);
+        }
+        return isKept(m_at.known, name) ? refusal{refusal_cause::name_kept, tableObject(name), false}
+                                        : refusal();
+    }
+
+    // CREATE TABLE (…, like other, …), where `other` would be the type of a column.
+    [[nodiscard]] refusal copiedTable(const column_definition & asked) const
+    {
+        column_definition bare;
+        bare.name = asked.name;
+        bare.type = asked.type;
+        const declared_type type = partsOf(asked.type);
+        const bool isCopy = m_at.known.names.likeCopiesTable.value && asked.name.quote.isNull() &&
+                            asked.name.text.compare(u"like", Qt::CaseInsensitive) == 0 && bare == asked &&
+                            type.rest.isEmpty() && type.arguments.isEmpty() && !type.word.isEmpty();
+        return isCopy ? refusal{refusal_cause::table_missing, tableObject(type.word.toLower()), false}
+                      : refusal();
+    }
+
+    std::vector<column_definition> writtenColumns()
+    {
+        std::vector<column_definition> columns = m_asked.columns;
+        if (columns.size() < 2 || !m_at.known.names.bareConstraintIsNoColumn.value) {
+            return columns;
+        }
+        const column_definition & last = columns.back();
+        column_definition bare;
+        bare.name = last.name;
+        bare.type = last.type;
+        const bool isNamedSo =
+            last.name.quote.isNull() && last.name.text.compare(u"constraint", Qt::CaseInsensitive) == 0;
+        if (isNamedSo && last == bare && !last.type.contains(u'(') && !last.type.contains(u' ')) {
+            m_lost.push_back({loss_kind::column_not_made, columnObject(m_made.name, last.name.text)});
+            columns.pop_back();
+        }
+        return columns;
+    }
+
+    // A key that names a column twice is told before a sequence is.
+    refusal checkKeyNames()
+    {
+        if (!m_asked.key || !m_at.known.changes.sequencesNamedFirst.value) {
+            return {};
+        }
+        QSet<QString> names;
+        for (const named_part & part : m_asked.key->parts) {
+            const QString name = understood(m_at.known, part.column, name_place::other).name;
+            if (names.contains(name)) {
+                return {refusal_cause::column_exists, columnObject(m_made.name, name), false};
+            }
+            names.insert(name);
+        }
+        return {};
+    }
+
+    refusal nameSequences()
+    {
+        if (!m_at.known.scopes.namesKeysAndSequences.value) {
+            return {};
+        }
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            const QString column = m_names.at(static_cast<qsizetype>(i));
+            if (!countsByType(m_at.known, m_columns[i])) {
+                continue;
+            }
+            const QString name = m_at.freeName(m_made.name, column, QLatin1String("seq"));
+            if (m_taken.contains(name)) {
+                return {refusal_cause::relation_exists, u"sequence " % name, false};
+            }
+            m_taken.insert(name);
+            m_made.sequences.push_back({name, column});
+        }
+        return {};
+    }
+
+    refusal checkTypes()
+    {
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            const QString & name = m_names.at(static_cast<qsizetype>(i));
+            if (const refusal why = checkColumnType(m_at, m_made, m_columns[i], name); why) {
+                return why;
+            }
+        }
+        return {};
+    }
+
+    refusal makeColumns()
+    {
+        if (const refusal why = checkColumnCount(m_at.known, m_made.name, m_columns.size()); why) {
+            return why;
+        }
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            const QString & name = m_names.at(static_cast<qsizetype>(i));
+            if (const refusal why = checkColumnName(m_at, m_made, name); why) {
+                return why;
+            }
+            m_made.columns.push_back(columnOf(m_at.known, m_columns[i], name));
+            if (m_columns[i].primaryKey) {
+                m_made.key = primary_key{{}, {{name, 0}}};
+            }
+        }
+        const auto counted = std::count_if(m_made.columns.begin(), m_made.columns.end(),
+                                           [](const column & each) { return each.counted; });
+        const bool isTooMany = m_at.known.types.onlyOneCounted.value && counted > 1;
+        return isTooMany ? refusal{refusal_cause::several_counted, tableObject(m_made.name), false}
+                         : refusal();
+    }
+
+    refusal makeKey()
+    {
+        if (!m_asked.key) {
+            return {};
+        }
+        if (m_asked.key->parts.empty()) {
+            return {refusal_cause::syntax, tableObject(m_made.name), false};
+        }
+        name_reader names(m_at.known, m_lost);
+        m_made.key = primary_key{};
+        int bytes = 0;
+        for (const named_part & part : m_asked.key->parts) {
+            const QString name = names.lookedFor(part.column);
+            const column * const of = m_at.findColumn(m_made, name);
+            if (names.why() || of == nullptr) {
+                return names.why() ? names.why()
+                                   : refusal{refusal_cause::key_column_missing,
+                                             columnObject(m_made.name, name), false};
+            }
+            if (const refusal why = checkPart(*of, part.prefix); why) {
+                return why;
+            }
+            m_made.key->parts.push_back({of->name, indexedPart(m_at.known, of->type, part.prefix)});
+            bytes += bytesInKey(m_at.known, of->type, part.prefix);
+        }
+        if (const refusal why =
+                checkPartCount(m_at.known, tableObject(m_made.name), m_made.key->parts.size());
+            why) {
+            return why;
+        }
+        const int longest = m_at.known.keys.longest.value;
+        const bool isTooLong = longest > 0 && bytes > longest;
+        return isTooLong ? refusal{refusal_cause::key_too_long, tableObject(m_made.name), false} : refusal();
+    }
+
+    [[nodiscard]] refusal checkPart(const column & of, int prefix) const
+    {
+        if (!m_at.known.keys.prefixes.value) {
+            return prefix == 0 ? refusal()
+                               : refusal{refusal_cause::syntax, columnObject(m_made.name, of.name), false};
+        }
+        if (prefix > 0 && !takesPrefix(m_at.known, of.type, prefix)) {
+            return {refusal_cause::prefix_not_possible, columnObject(m_made.name, of.name), false};
+        }
+        const bool isUnbounded = prefix == 0 && isLarge(m_at.known, of.type);
+        return isUnbounded ? refusal{refusal_cause::text_key_without_prefix,
+                                     columnObject(m_made.name, of.name), false}
+                           : refusal();
+    }
+
+    refusal checkCounted()
+    {
+        for (std::size_t i = 0; i < m_columns.size() && m_at.known.types.countedNeedsKey.value; ++i) {
+            const QString & name = m_made.columns[i].name;
+            const bool isIndexed = (m_made.key && m_made.key->parts.front().column == name) ||
+                                   m_columns[i].unique || isUniqueByType(m_at.known, m_columns[i]);
+            if (m_made.columns[i].counted && !isIndexed) {
+                return {refusal_cause::counted_not_possible, columnObject(m_made.name, name), false};
+            }
+        }
+        return {};
+    }
+
+    refusal checkSizes()
+    {
+        const facts & known = m_at.known;
+        int hashes = 0;
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            const column_definition & each = m_columns[i];
+            const QString object = columnObject(m_made.name, m_names.at(static_cast<qsizetype>(i)));
+            if ((each.unique || each.primaryKey) && !hasOrder(known, each.type)) {
+                return {refusal_cause::type_not_indexable, object, false};
+            }
+            if (each.unique && isUnboundedInKey(known, each.type)) {
+                return {refusal_cause::text_key_without_prefix, object, false};
+            }
+            hashes += each.unique && isHashed(known, each.type) ? 1 : 0;
+        }
+        for (const key_part & part : m_made.key ? m_made.key->parts : std::vector<key_part>()) {
+            if (!hasOrder(known, m_at.findColumn(m_made, part.column)->type)) {
+                return {refusal_cause::type_not_indexable, columnObject(m_made.name, part.column), false};
+            }
+        }
+        const refusal why = checkStorage(known, m_made, hashes);
+        return why ? why : checkPage(known, m_made);
+    }
+
+    // Unique columns have an index each.
+    refusal checkKeys()
+    {
+        const auto unique =
+            std::count_if(m_columns.begin(), m_columns.end(), [&](const column_definition & each) {
+                return each.unique || isUniqueByType(m_at.known, each);
+            });
+        return checkIndexCount(m_at.known, m_made, static_cast<std::size_t>(unique));
+    }
+
+    refusal makeReferences()
+    {
+        for (const reference_definition & each : m_asked.references) {
+            name_reader names(m_at.known, m_lost);
+            foreign_key made;
+            made.columns = names.others(each.columns);
+            // Where no schema may be named, any name is one that is looked for.
+            made.target = m_at.known.names.indexedNameSchema.value ? names.table(each.target)
+                                                                   : names.other(each.target);
+            made.targetColumns = names.others(each.targetColumns);
+            if (names.why() || made.columns.isEmpty() || made.targetColumns.isEmpty()) {
+                return names.why() ? names.why()
+                                   : refusal{refusal_cause::syntax, tableObject(m_made.name), false};
+            }
+            for (QString & column : made.columns) {
+                const struct column * const own = m_at.findColumn(m_made, column);
+                if (own == nullptr) {
+                    return {refusal_cause::key_column_missing, columnObject(m_made.name, column), false};
+                }
+                column = own->name;
+            }
+            m_made.foreignKeys.push_back(made);
+        }
+        return {};
+    }
+
+    void finish()
+    {
+        for (column & each : m_made.columns) {
+            const bool isInKey = m_made.key && columnsOf(m_made.key->parts).contains(each.name);
+            each.notNull = each.notNull || (isInKey && !m_at.known.keys.nullable.value);
+        }
+        m_taken.insert(m_made.name);
+        if (m_made.key && m_at.known.scopes.namesKeysAndSequences.value) {
+            m_made.key->name = m_at.freeName(m_made.name, {}, QLatin1String("pkey"), m_taken);
+            m_taken.insert(m_made.key->name);
+        }
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            if (m_columns[i].unique || isUniqueByType(m_at.known, m_columns[i])) {
+                m_made.indexes.push_back(
+                    uniqueIndex(m_at, m_made, m_names.at(static_cast<qsizetype>(i)), m_taken));
+                m_taken.insert(m_made.indexes.back().name);
+            }
+        }
+        m_at.add(std::move(m_made), 0);
+    }
+
+    state & m_at;
+    const create_table & m_asked;
+    losses & m_lost;
+    std::vector<column_definition> m_columns;
+    QStringList m_names;   ///< of these, as they are stored
+    QSet<QString> m_taken; ///< names that were made up for the table so far
+    table m_made;
+};
+
+} // namespace
+
+refusal apply(state & at, const create_table & asked, losses & lost)
+{
+    return new_table(at, asked, lost).make();
+}
+
+} // namespace database
