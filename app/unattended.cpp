@@ -1,6 +1,7 @@
 #include "app/unattended.h"
 
 #include "app/output.h"
+#include "app/terminal_question.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -14,10 +15,7 @@
 #include <QTextDocumentFragment>
 #include <QTimer>
 
-#include <iostream>
-#include <string>
-
-#include <unistd.h>
+#include <optional>
 
 namespace app {
 
@@ -122,7 +120,7 @@ void unattended::answerMessage(QMessageBox * box)
     QAbstractButton * button = nullptr;
     if (m_bAnswerYes) {
         button = positiveButton(*box);
-    } else if (isatty(STDIN_FILENO)) {
+    } else if (hasTerminal()) {
         button = askAtTerminal(*box, text);
         m_bDeclined = button && button == negativeButton(*box);
     }
@@ -144,23 +142,8 @@ QAbstractButton * unattended::askAtTerminal(const QMessageBox & box, const QStri
     QAbstractButton * const yes = positiveButton(box);
     QAbstractButton * const no = negativeButton(box);
     const bool defaultIsYes = yes && box.defaultButton() == yes;
-    for (;;) {
-        std::cerr << text.toStdString() << (defaultIsYes ? " [Y/n] " : " [y/N] ") << std::flush;
-        std::string line;
-        if (!std::getline(std::cin, line)) {
-            return nullptr;
-        }
-        const QString reply = QString::fromStdString(line).trimmed().toLower();
-        if (reply.isEmpty()) {
-            return defaultIsYes ? yes : no;
-        }
-        if (reply == QLatin1String("y") || reply == QLatin1String("yes")) {
-            return yes;
-        }
-        if (reply == QLatin1String("n") || reply == QLatin1String("no")) {
-            return no;
-        }
-    }
+    const std::optional<bool> answer = app::askAtTerminal(text, defaultIsYes);
+    return !answer ? nullptr : *answer ? yes : no;
 }
 
 void unattended::note(const QString & line)

@@ -162,6 +162,29 @@ QSqlError addVersion(const zk::sqlite::connection & file, const QString & messag
     return addMessage(file, result.number, message);
 }
 
+/// The versions of the open project file, oldest first.
+QSqlError readVersions(const zk::sqlite::connection & file, QList<version> & versions)
+{
+    list_of_versions records;
+    QHash<int, QString> messages;
+    QSqlError error = project_schema::check(file, false);
+    if (!error.isValid()) {
+        error = fetchVersions(file, records);
+    }
+    if (!error.isValid()) {
+        error = readMessages(file, messages);
+    }
+    if (error.isValid()) {
+        return error;
+    }
+    versions.clear();
+    for (const std::shared_ptr<model::project_historic> & record : records.values()) {
+        const int number = static_cast<int>(versions.size()) + 1;
+        versions.append({number, record->getCreationTime(), messages.value(number)});
+    }
+    return {};
+}
+
 /// The version `number` as it was stored.
 QSqlError readCompressed(const zk::sqlite::connection & file, int number, QByteArray & compressed)
 {
@@ -180,6 +203,26 @@ QSqlError readCompressed(const zk::sqlite::connection & file, int number, QByteA
                                       .arg(QString::number(number), QString::number(versions.count())));
     }
     return versions.getByIndex(number - 1)->readProjectFile(file.database(), compressed);
+}
+
+/// Says whether `newest` is still the state.
+QSqlError compareWithState(const zk::sqlite::connection & file, newest_version & newest)
+{
+    QByteArray compressed;
+    const QSqlError error = readCompressed(file, newest.what.number, compressed);
+    newest.isState = !error.isValid() && holdsModelOf(file, tools::boundedUncompress(compressed));
+    return error;
+}
+
+/// Takes the newest version out of the open project file, with its message.
+QSqlError removeLast(const zk::sqlite::connection & file, int number)
+{
+    const QSqlError error =
+        file.execute(QStringLiteral("DELETE FROM t_project_historic WHERE rowid = (SELECT rowid FROM "
+                                    "t_project_historic ORDER BY dt_creation DESC, rowid DESC LIMIT 1)"));
+    return error.isValid()
+               ? error
+               : file.execute(QStringLiteral("DELETE FROM t_project_tag WHERE version >= %1").arg(number));
 }
 
 QSqlError damagedVersion(const QString & file, int number, const QString & reason)
@@ -233,27 +276,50 @@ QSqlError tag(const QString & name, const QString & message, tag_when when, tag_
 QSqlError list(const QString & name, QList<version> & versions)
 {
     zk::sqlite::connection file;
+    const QSqlError error = file.open(name);
+    return error.isValid() ? error : readVersions(file, versions);
+}
+
+QSqlError readNewest(const QString & name, newest_version & newest)
+{
+    zk::sqlite::connection file;
     if (const QSqlError error = file.open(name); error.isValid()) {
         return error;
     }
-    list_of_versions records;
-    QHash<int, QString> messages;
-    QSqlError error = project_schema::check(file, false);
+    newest_version found;
+    const QSqlError error = file.inSnapshot([&] {
+        QList<version> versions;
+        const QSqlError listed = readVersions(file, versions);
+        if (listed.isValid() || versions.isEmpty()) {
+            return listed;
+        }
+        found.what = versions.constLast();
+        return compareWithState(file, found);
+    });
     if (!error.isValid()) {
-        error = fetchVersions(file, records);
+        newest = found;
     }
-    if (!error.isValid()) {
-        error = readMessages(file, messages);
-    }
-    if (error.isValid()) {
+    return error;
+}
+
+QSqlError removeNewest(const QString & name, const version & newest)
+{
+    zk::sqlite::connection file;
+    if (const QSqlError error = file.open(name); error.isValid()) {
         return error;
     }
-    versions.clear();
-    for (const std::shared_ptr<model::project_historic> & record : records.values()) {
-        const int number = static_cast<int>(versions.size()) + 1;
-        versions.append({number, record->getCreationTime(), messages.value(number)});
-    }
-    return {};
+    return file.inTransaction([&] {
+        QList<version> versions;
+        if (const QSqlError error = readVersions(file, versions); error.isValid()) {
+            return error;
+        }
+        if (versions.isEmpty() || versions.constLast().number != newest.number ||
+            versions.constLast().created != newest.created) {
+            return file.failure(texts::tr("version %1 is not the newest one any more; nothing was taken away")
+                                    .arg(newest.number));
+        }
+        return removeLast(file, newest.number);
+    });
 }
 
 QSqlError load(const QString & name, int number, std::shared_ptr<model::project> & project)

@@ -45,6 +45,20 @@ KORVANE_EXPORT QSqlError tag(const QString & file, const QString & message, tag_
 /// Stores the state in any case; `number` receives the number of the version.
 KORVANE_EXPORT QSqlError tag(const QString & file, const QString & message, int & number);
 
+/// The newest version of a project.
+struct newest_version
+{
+    version what;         ///< number 0 without any
+    bool isState = false; ///< whether the model is still that of the version, so that nothing goes with it
+};
+
+/// Reads the newest version of the project file `file`.
+KORVANE_EXPORT QSqlError readNewest(const QString & file, newest_version & newest);
+
+/// Takes the version `newest`, as readNewest() has given it, out of the project file `file`, with its
+/// message. Fails and changes nothing when it is not the newest one any more.
+KORVANE_EXPORT QSqlError removeNewest(const QString & file, const version & newest);
+
 /// The versions of the project file `file`, oldest first.
 KORVANE_EXPORT QSqlError list(const QString & file, QList<version> & versions);
 

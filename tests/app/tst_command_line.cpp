@@ -101,7 +101,7 @@ private Q_SLOTS:
         QTest::newRow("unknown option of tag")
             << QStringList{"tag", "a.korv", "--frob"}
             << QByteArray("Unknown option --frob; 'korvane tag' takes PROJECT.korv, -m,--message TEXT, "
-                          "--if-changed, -h,--help\n");
+                          "--if-changed, --undo, -y,--yes, -h,--help\n");
         QTest::newRow("unknown option of export")
             << QStringList{"export", "a.korv", "-x"}
             << QByteArray(
