@@ -49,6 +49,8 @@ public:
     [[nodiscard]] virtual QString aboutOthers() const { return {}; }
     /// Why what was given cannot be right together; empty when it can.
     [[nodiscard]] virtual QString whyWrong() const { return {}; }
+    /// What its help says besides, which takes what needs() says to find out: lines, or nothing.
+    [[nodiscard]] virtual QString moreHelp() { return {}; }
     /// Does it and prints what it has to say. The exit status.
     [[nodiscard]] virtual int run() = 0;
 

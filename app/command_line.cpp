@@ -29,7 +29,7 @@ const char Examples[] =
     "  korvane import shop.json shop.korv          create a project from a model in text form\n"
     "  korvane tag shop.korv -m \"first release\"    tag its current state as a new version\n"
     "  korvane diff shop.korv                      what changed since the newest version\n"
-    "  korvane export shop.korv -y --KorvGenericDDLExport_path=sql --KorvGenericDDLExport_db_type=3\n"
+    "  korvane export shop.korv -y --db postgresql --path sql\n"
     "                                              write the PostgreSQL scripts to the folder sql\n"
     "  korvane plugins                             list the plugins and their options\n"
     "\n"
@@ -277,6 +277,10 @@ command_line parseCommandLine(const QStringList & arguments)
         return parsed(p);
     } catch (const CLI::CallForHelp &) {
         help.text = fromStd(p.app.help()).trimmed();
+        if (declared_command & given = p.given(); &given != &p.window) {
+            help.type = command_line::tell;
+            help.asked = std::move(given.what);
+        }
     } catch (const CLI::CallForVersion & version) {
         help.text = fromStd(version.what());
     } catch (const CLI::ExtrasError &) {

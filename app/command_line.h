@@ -14,7 +14,8 @@ struct command_line
     enum line_type
     {
         wrong, ///< `text` is the reason on one line
-        print, ///< only `text` is to be printed: help or version
+        print, ///< only `text` is to be printed
+        tell,  ///< `text` is the help of `asked`, which may say more
         run    ///< `asked` is to be run
     };
 

@@ -51,6 +51,18 @@ int runCommand(app::command & command, char ** argv)
     return app::finishOutput(command.run());
 }
 
+/// Prints the help of a command, `text`, and what it says besides.
+int tellHelp(app::command & command, const QString & text, char ** argv)
+{
+    int ownArguments = 1;
+    const auto application = app::makeApplication(ownArguments, argv, command.needs());
+    app::printLine(text);
+    if (const QString more = command.moreHelp(); !more.isEmpty()) {
+        app::printLine(QLatin1Char('\n') + more.trimmed());
+    }
+    return app::finishOutput(app::Done);
+}
+
 int runProgram(int argc, char ** argv)
 {
     app::command_line line = readArguments(argc, argv);
@@ -61,6 +73,8 @@ int runProgram(int argc, char ** argv)
     switch (line.type) {
     case app::command_line::run:
         return runCommand(*line.asked, argv);
+    case app::command_line::tell:
+        return tellHelp(*line.asked, line.text, argv);
     case app::command_line::print:
         app::printLine(line.text);
         return app::finishOutput(app::Done);

@@ -10,8 +10,6 @@
 #include "database/statement/reader.h"
 #include "model/project.h"
 
-#include <QStringList>
-
 namespace app {
 
 namespace {
@@ -80,31 +78,6 @@ void addStatements(const plugin::statement_record & record, const compared_state
 }
 
 } // namespace
-
-QString whyNoScript(plugin::statement_source & source, const script_request & request)
-{
-    return whyNoOptions(source, request.options);
-}
-
-QString whyNoOptions(plugin::statement_source & source, const plugin::friendly_settings & settings)
-{
-    QList<plugin::friendly_option> options;
-    if (const ZkBool listed = source.listOptions(options); !listed) {
-        return listed.getDesc();
-    }
-    for (const plugin::friendly_option & option : std::as_const(options)) {
-        const QString given = settings.value(option.name);
-        QStringList names;
-        for (const plugin::friendly_value & value : option.values) {
-            names << value.name;
-        }
-        if (!given.isEmpty() && !names.isEmpty() && !names.contains(given)) {
-            return QStringLiteral("'%1' is not a value of --%2; it takes %3")
-                .arg(given, option.name, names.join(QStringLiteral(", ")));
-        }
-    }
-    return {};
-}
 
 ZkBool makeStepScript(plugin::statement_source & source, const compared_states & states,
                       const std::vector<model::model_change> & changes, const script_request & request,

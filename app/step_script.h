@@ -45,12 +45,6 @@ struct script_request
     bool noCustomScript = false;
 };
 
-/// Which option of the export in `request` has a value that it does not take, on one line; empty for none.
-[[nodiscard]] QString whyNoScript(plugin::statement_source & source, const script_request & request);
-/// The same for options of the export alone.
-[[nodiscard]] QString whyNoOptions(plugin::statement_source & source,
-                                   const plugin::friendly_settings & given);
-
 /// Makes the script of the step between `states`, whose changes are `changes`. The project whose settings
 /// count is the current one meanwhile. A failure is one line, and `script` has what was made until then.
 [[nodiscard]] zk::ZkBool makeStepScript(plugin::statement_source & source, const compared_states & states,

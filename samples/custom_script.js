@@ -3,7 +3,7 @@
 // A custom script for the DDL export. To use it, copy it, change it, and name the copy in the export's settings or
 // on the command line:
 //
-//     korvane export shop.korv --KorvGenericDDLExport_custom_javacript=custom_script.js
+//     korvane export shop.korv --custom-script custom_script.js
 //
 // A relative name is taken from the folder of the project file.
 //

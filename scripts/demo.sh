@@ -13,10 +13,9 @@ mkdir -p "$folder"
 folder=$(cd "$folder" && pwd)
 export KORVANE=$PWD/build/release/bin/korvane
 samples/build_festival.sh "$folder"
-for number in 0 1 2 3 4 5; do
-    "$KORVANE" export "$folder/festival.korv" -y --KorvGenericDDLExport_path="$folder/sql" \
-        --KorvGenericDDLExport_db_type=$number --KorvGenericDDLExport_schema_type=2 \
-        --KorvGenericDDLExport_relation_as_fk=1 >"$folder/export_$number.log"
+for database in generic sqlite mysql postgresql oracle mssqlserver; do
+    "$KORVANE" export "$folder/festival.korv" -y --path "$folder/sql" --db $database --schema both \
+        --relationships yes >"$folder/export_$database.log"
 done
 echo
 echo "The scripts:"

@@ -1985,6 +1985,10 @@ Soll es angelegt und der Export gestartet werden?</translation>
         <source>cannot be written, so version %1 of %2 cannot be restored; check the folder for temporary files</source>
         <translation>kann nicht geschrieben werden, daher kann Version %1 von %2 nicht wiederhergestellt werden; prüfen Sie den Ordner für temporäre Dateien</translation>
     </message>
+    <message>
+        <source>version %1 is not the newest one any more; nothing was taken away</source>
+        <translation>Version %1 ist nicht mehr die neueste; nichts wurde weggenommen</translation>
+    </message>
 </context>
 <context>
     <name>tools</name>

@@ -1985,6 +1985,10 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
         <source>cannot be written, so version %1 of %2 cannot be restored; check the folder for temporary files</source>
         <translation>ne peut pas être écrit, la version %1 de %2 ne peut donc pas être restaurée ; vérifiez le dossier des fichiers temporaires</translation>
     </message>
+    <message>
+        <source>version %1 is not the newest one any more; nothing was taken away</source>
+        <translation>la version %1 n'est plus la plus récente ; rien n'a été retiré</translation>
+    </message>
 </context>
 <context>
     <name>tools</name>

@@ -2,11 +2,11 @@
 #include "app/command.h"
 #include "app/command_options.h"
 #include "app/commands/commands.h"
+#include "app/export_options.h"
 #include "app/output.h"
 #include "app/plugin_choice.h"
 #include "app/script_guard.h"
 #include "app/source.h"
-#include "app/step_script.h"
 #include "app/whole_file.h"
 
 #include "check/finding/acceptance.h"
@@ -137,11 +137,10 @@ private:
     QString m_failOn = QStringLiteral("error");
     QString m_format = QStringLiteral("text");
     QString m_file;
-    QString m_relationships;
-    QString m_customScript;
     QString m_text;
     QString m_accept;
     QString m_explain;
+    export_options m_exportOptions;
     plugin_request m_plugin;
     bool m_all = false;
     bool m_json = false;
@@ -163,9 +162,7 @@ void check_command::declare(command_options & options)
                     m_format);
     options.addFlag("--json", "The same as --format json", m_json);
     options.addText("-o,--output", "FILE", "Write to FILE in the place of standard output", m_file);
-    options.addText("--relationships", "yes|no", "Export relationships as foreign keys, or not",
-                    m_relationships);
-    options.addText("--custom-script", "FILE", "Custom script in the place of the project's", m_customScript);
+    m_exportOptions.declareContent(options);
     options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
                     m_noCustomScript);
     options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
@@ -205,9 +202,9 @@ QString check_command::whyWrong() const
         return QStringLiteral("%1 to %2 is not a step forwards")
             .arg(m_from, m_to.isEmpty() ? versionWord(Now) : m_to);
     }
-    for (const QString & why :
-         {m_databases.isEmpty() ? QString() : whyNoDatabase(databaseKeys(m_databases)),
-          whyNoRow("--format", Formats, m_format), whyNoRow("--fail-on", Objections, m_failOn)}) {
+    for (const QString & why : {m_databases.isEmpty() ? QString() : whyNoDatabase(databaseKeys(m_databases)),
+                                m_exportOptions.whyWrong(), whyNoRow("--format", Formats, m_format),
+                                whyNoRow("--fail-on", Objections, m_failOn)}) {
         if (!why.isEmpty()) {
             return why;
         }
@@ -245,12 +242,7 @@ check_request check_command::request() const
     asked.whole = m_all;
     asked.from = versionNumber(m_from);
     asked.to = versionNumber(m_to);
-    if (!m_relationships.isEmpty()) {
-        asked.options.insert(QStringLiteral("relationships"), m_relationships);
-    }
-    if (!m_customScript.isEmpty()) {
-        asked.options.insert(QStringLiteral("custom-script"), m_customScript);
-    }
+    asked.options = m_exportOptions.given();
     return asked;
 }
 
@@ -264,7 +256,7 @@ int check_command::judge()
         printError(reason);
         return status;
     }
-    if (const QString wrong = whyNoOptions(*statements, request().options); !wrong.isEmpty()) {
+    if (const QString wrong = m_exportOptions.whyRefused(*statements); !wrong.isEmpty()) {
         printError(wrong);
         return WrongUsage;
     }

@@ -12,6 +12,8 @@
     ROW(makeDiffCommand)                                                                                     \
     ROW(makeExportCommand)                                                                                   \
     ROW(makeCheckCommand)                                                                                    \
+    ROW(makeSettingsCommand)                                                                                 \
+    ROW(makeSchemaCommand)                                                                                   \
     ROW(makePluginsCommand)
 
 namespace app {

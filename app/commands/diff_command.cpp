@@ -3,6 +3,7 @@
 #include "app/command_options.h"
 #include "app/commands/commands.h"
 #include "app/diff_report.h"
+#include "app/export_options.h"
 #include "app/output.h"
 #include "app/plugin_choice.h"
 
@@ -70,10 +71,9 @@ private:
 
     comparison_request m_request;
     script_request m_scriptRequest;
+    export_options m_exportOptions;
     plugin_request m_plugin;
     QString m_sFormat;
-    QString m_sRelationships;
-    QString m_sCustomScript;
     bool m_isJson = false;
     bool m_isScript = false;
     bool m_hasExitCode = false;
@@ -88,10 +88,7 @@ void diff_command::declare(command_options & options)
     options.addText("--db", "NAME", "Tell below each change the statements for this database",
                     m_scriptRequest.database);
     options.addFlag("--sql", "Print the script of the step alone, as an export writes it", m_isScript);
-    options.addText("--relationships", "yes|no", "Export relationships as foreign keys, or not",
-                    m_sRelationships);
-    options.addText("--custom-script", "FILE", "Custom script in the place of the project's",
-                    m_sCustomScript);
+    m_exportOptions.declareContent(options);
     options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
                     m_scriptRequest.noCustomScript);
     options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
@@ -111,15 +108,15 @@ QString diff_command::whyWrong() const
         return QStringLiteral(
             "--sql prints the script alone, which has no other format; leave one of both out");
     }
-    const bool hasOptions = m_scriptRequest.noCustomScript || !m_sRelationships.isEmpty() ||
-                            !m_sCustomScript.isEmpty() || !m_plugin.name.isEmpty();
+    const bool hasOptions =
+        m_scriptRequest.noCustomScript || !m_exportOptions.isEmpty() || !m_plugin.name.isEmpty();
     if (hasOptions && !wantsStatements()) {
         return QStringLiteral(
             "Without --db or --sql no statements are told, and the options of the export have "
             "no say; add one of both");
     }
     const QString & database = m_scriptRequest.database;
-    const QString wrong = database.isEmpty() ? QString() : whyNotOneDatabase(database);
+    const QString wrong = database.isEmpty() ? m_exportOptions.whyWrong() : whyNotOneDatabase(database);
     return wrong.isEmpty() ? m_request.whyWrong() : wrong;
 }
 
@@ -133,13 +130,8 @@ int diff_command::addScript(const found_plugins & found, diff_report & report)
         printError(reason);
         return status;
     }
-    if (!m_sRelationships.isEmpty()) {
-        m_scriptRequest.options.insert(QStringLiteral("relationships"), m_sRelationships);
-    }
-    if (!m_sCustomScript.isEmpty()) {
-        m_scriptRequest.options.insert(QStringLiteral("custom-script"), m_sCustomScript);
-    }
-    if (const QString wrong = whyNoScript(*statements, m_scriptRequest); !wrong.isEmpty()) {
+    m_scriptRequest.options = m_exportOptions.given();
+    if (const QString wrong = m_exportOptions.whyRefused(*statements); !wrong.isEmpty()) {
         printError(wrong);
         return WrongUsage;
     }

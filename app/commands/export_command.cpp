@@ -1,6 +1,7 @@
 #include "app/command.h"
 #include "app/command_options.h"
 #include "app/commands/commands.h"
+#include "app/export_options.h"
 #include "app/export_run.h"
 #include "app/output.h"
 #include "app/plugin_choice.h"
@@ -10,9 +11,11 @@
 
 #include "context/ctx_global.h"
 #include "context/ctx_project.h"
+#include "context/ctx_scoped.h"
 #include "model/project.h"
 #include "plugin/export_details.h"
 #include "plugin/export_interface.h"
+#include "plugin/statement_source.h"
 #include "view/main_wnd.h"
 #include "zk/zk_sql_database.h"
 
@@ -25,16 +28,19 @@ namespace app {
 
 namespace {
 
-const char Help[] = "--PLUGIN_OPTION=VALUE hands an option to the plugin whose name it begins with; "
-                    "'korvane plugins' lists the\n"
-                    "options. Relative paths in them are taken from the folder of the project file.\n"
-                    "\n"
-                    "Example: korvane export shop.korv -y --KorvGenericDDLExport_path=sql";
+const char Help[] =
+    "What is not given is what the project has stored. Relative paths are taken from the folder of the "
+    "project file.\n"
+    "--PLUGIN_OPTION=VALUE hands an option to the plugin whose name it begins with; 'korvane "
+    "plugins' lists them.\n"
+    "\n"
+    "Example: korvane export shop.korv -y --db postgresql --path sql --schema both";
 
 struct export_request
 {
     QString projectFile;
     plugin_request plugin;
+    export_options options; ///< by their friendly names
     bool answerYes = false;
     bool noCustomScript = false; ///< runs no custom script, whoever names one
 };
@@ -173,6 +179,21 @@ QString takePluginOptions(QStringList & arguments, plugin_request & request)
     return {};
 }
 
+/// Turns the friendly options of `request` into those of `plugin`; the reason when one is wrong.
+QString takeFriendlyOptions(plugin::export_interface & plugin, export_request & request)
+{
+    if (request.options.isEmpty()) {
+        return {};
+    }
+    auto * const source = qobject_cast<plugin::statement_source *>(&plugin);
+    if (!source) {
+        return QStringLiteral("The plugin %1 has no option --%2; 'korvane plugins' lists those that it has")
+            .arg(plugin.getName(), request.options.given().firstKey());
+    }
+    const QString wrong = request.options.whyRefused(*source);
+    return wrong.isEmpty() ? request.options.addTo(request.plugin, *source) : wrong;
+}
+
 /// Runs an export plug-in on a project.
 class export_command : public command
 {
@@ -182,6 +203,7 @@ public:
     void declare(command_options & options) override
     {
         options.addProject(m_request.projectFile);
+        m_request.options.declareAll(options);
         options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
                         m_request.plugin.name);
         options.addFlag("-y,--yes", "Answer every question with Yes", m_request.answerYes);
@@ -200,11 +222,36 @@ public:
         return QStringLiteral("the options of the plugins ('korvane plugins' lists them)");
     }
 
+    [[nodiscard]] QString whyWrong() const override { return m_request.options.whyWrong(); }
+    [[nodiscard]] QString moreHelp() override;
     [[nodiscard]] int run() override;
 
 private:
     export_request m_request;
 };
+
+/// The values of the options, which the plug-in knows, and what the project has stored when one is named.
+QString export_command::moreHelp()
+{
+    const found_plugins found = found_plugins::forRequest(m_request.plugin);
+    int status = Failed;
+    QString reason;
+    plugin::statement_source * const source = chooseStatementSource(found, m_request.plugin, status, reason);
+    if (!source) {
+        return {};
+    }
+    std::shared_ptr<model::project> project;
+    const bool isStored = !m_request.projectFile.isEmpty() && openProject(m_request.projectFile, project);
+    const context::ctx_kept kept(context::ctx_project::getSingleton());
+    context::ctx_project::getSingleton().setProject(project);
+    const QString values = describeOptions(*source, isStored);
+    return values.isEmpty() ? values
+                            : (isStored ? QStringLiteral("Values, and what %1 has stored:\n")
+                                              .arg(QDir::toNativeSeparators(m_request.projectFile))
+                                        : QStringLiteral("Values, and what counts for a project without "
+                                                         "stored settings:\n")) +
+                                  values;
+}
 
 int export_command::run()
 {
@@ -215,6 +262,10 @@ int export_command::run()
     if (!plugin) {
         printError(reason);
         return status;
+    }
+    if (const QString wrong = takeFriendlyOptions(*plugin, m_request); !wrong.isEmpty()) {
+        printError(wrong);
+        return WrongUsage;
     }
     std::shared_ptr<model::project> project;
     if (const zk::ZkBool opened = openProject(m_request.projectFile, project); !opened) {

@@ -90,6 +90,7 @@ public:
     {
         fields f(root, nullptr, m_texts, owner::project);
         checkFormat(f);
+        (void)f.text("$schema"); // for editors
         project result;
         result.name = f.requiredText("name");
         if (const QString problem = model_check::projectNameProblem(result.name); !problem.isEmpty()) {

@@ -67,11 +67,12 @@ private Q_SLOTS:
         QTest::newRow("unknown command")
             << QStringList{"frobnicate"}
             << QByteArray("'frobnicate' is neither a command nor a project file (the commands are import, "
-                          "dump, tag, log, diff, export, check, plugins)\n");
+                          "dump, tag, log, diff, export, check, settings, schema, plugins)\n");
         QTest::newRow("mistyped command")
             << QStringList{"exprot"}
-            << QByteArray("'exprot' is neither a command nor a project file; did you mean 'export'? (the "
-                          "commands are import, dump, tag, log, diff, export, check, plugins)\n");
+            << QByteArray(
+                   "'exprot' is neither a command nor a project file; did you mean 'export'? (the "
+                   "commands are import, dump, tag, log, diff, export, check, settings, schema, plugins)\n");
         QTest::newRow("mistyped command with arguments")
             << QStringList{"exprot", "p.korv", "-y"} << QByteArray("did you mean 'export'?");
         QTest::newRow("mistyped command with two values")
@@ -104,8 +105,7 @@ private Q_SLOTS:
                           "--if-changed, --undo, -y,--yes, -h,--help\n");
         QTest::newRow("unknown option of export")
             << QStringList{"export", "a.korv", "-x"}
-            << QByteArray(
-                   "Unknown option -x; 'korvane export' takes PROJECT.korv, --plugin NAME, -y,--yes, ");
+            << QByteArray("Unknown option -x; 'korvane export' takes PROJECT.korv, --db NAME, --path DIR, ");
         QTest::newRow("unknown option of the window")
             << QStringList{"a.korv", "-y"}
             << QByteArray("Unknown option -y; 'korvane' takes PROJECT.korv, --version, -h,--help\n");
