@@ -170,8 +170,18 @@ bool isOrder(const difference_view & of)
     return isOf(of, {order}) && entity && of.changes().touchesWithin(entity->getId());
 }
 
+bool isSequence(const difference_view & of)
+{
+    return isOf(of, {sequence_left}) && of.entity();
+}
+
 // The first that applies is told.
 const difference_rule Rules[] = {
+    {isSequence,
+     {QLatin1String("KV409"), effect::differs,
+      "The sequence '{found}', which counted the key of '{entity}', stays as it is.",
+      "A step drops and renames tables, but not the sequences that it made for them.",
+      "If the table is gone, drop the sequence as well; a renamed table goes on using it."}},
     {isSameVersion,
      {QLatin1String("KV410"), effect::silent, "Nothing of what changed in '{entity}' reaches the database.",
       "The entity differs from that of the version before, but its version number is the same, so it counts "

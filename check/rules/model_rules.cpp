@@ -89,6 +89,10 @@ private:
         if (column != nullptr && member.isIdentifier() && names.size() > 1 && column->counted) {
             tell(CountedCompositeKey, entity, &member, table);
         }
+        const bool isOneNull = m_of.known.keys.oneNull.value && member.getUnique() && !member.isIdentifier();
+        if (column != nullptr && isOneNull && !column->notNull && !member.hasRelationship()) {
+            tell(OneRowWithoutValue, entity, &member, table);
+        }
         if (column != nullptr && !member.hasRelationship()) {
             lookAtType(entity, member, table, *column);
         }
@@ -202,6 +206,7 @@ private:
     static const rule_text SelfReference;
     static const rule_text ConstraintsUnwritten;
     static const rule_text WithoutIndex;
+    static const rule_text OneRowWithoutValue;
     static const rule_text LinkWithoutForeignKeys;
     static const rule_text SelfLinkWithoutForeignKeys;
     static const rule_text LinkWithOneForeignKey;
@@ -255,6 +260,14 @@ const rule_text model_walk::WithoutIndex = {QLatin1String("KV702"), effect::advi
                                             "refer to another one reads the whole table; dropping "
                                             "and changing rows of the other table does that.",
                                             "Set \"index\": true on '{property}'."};
+
+const rule_text model_walk::OneRowWithoutValue = {
+    QLatin1String("KV703"), effect::advice,
+    "Only one row of table '{table}' can be without a value in the column '{column}'.",
+    "'{property}' is unique and may be null, and {db} takes two rows without a value for equal.",
+    "Set \"allowNull\": false, or leave \"unique\" out and make a unique index of your own over the rows "
+    "that "
+    "have a value."};
 
 const rule_text model_walk::LinkWithoutForeignKeys = {
     QLatin1String("KV139"), effect::differs, "The link table '{table}' of '{property}' has no foreign keys.",

@@ -175,33 +175,41 @@ found renamedTextKey(const told_statement & of)
                 of.asks<database::change_column>() != nullptr);
 }
 
-/// The type of the column that the refusal is about, as the statement or the model's table has it.
-QString typeOf(const told_statement & of)
+/// The column of the statement that the refusal is about; null when it defines none of that name.
+const database::column_definition * definitionOf(const told_statement & of)
 {
-    const QString column = columnOf(of);
+    const auto isIt = [&](const database::column_definition & each) {
+        return each.name.text.compare(columnOf(of), Qt::CaseInsensitive) == 0;
+    };
     if (const auto * const made = of.asks<database::create_table>()) {
-        for (const database::column_definition & each : made->columns) {
-            if (each.name.text.compare(column, Qt::CaseInsensitive) == 0) {
-                return each.type;
-            }
-        }
+        const auto found = std::find_if(made->columns.begin(), made->columns.end(), isIt);
+        return found == made->columns.end() ? nullptr : &*found;
     }
     const auto * const added = of.asks<database::add_column>();
-    return added == nullptr ? QString() : added->definition.type;
+    return added != nullptr && isIt(added->definition) ? &added->definition : nullptr;
+}
+
+QString writtenColumnOf(const told_statement & of)
+{
+    const database::column_definition * const written = definitionOf(of);
+    return written == nullptr ? columnOf(of) : written->name.text;
 }
 
 found textInKey(const told_statement & of)
 {
-    const bool isOfIndex = of.asks<database::create_index>() != nullptr;
-    const bool isLong = of.isFor(refusal_cause::type_not_indexable) && !isOfIndex &&
-                        database::isLarge(of.known(), typeOf(of));
-    return of.isFor(refusal_cause::text_key_without_prefix) || isLong ? found(with("column", columnOf(of)))
-                                                                      : std::nullopt;
+    const database::column_definition * const written = definitionOf(of);
+    const bool isLong = of.isFor(refusal_cause::key_type_not_indexable) && written != nullptr &&
+                        database::isLarge(of.known(), written->type);
+    return of.isFor(refusal_cause::text_key_without_prefix) || isLong
+               ? found(with("column", writtenColumnOf(of)))
+               : std::nullopt;
 }
 
 found notIndexable(const told_statement & of)
 {
-    return of.isFor(refusal_cause::type_not_indexable) ? found(with("column", columnOf(of))) : std::nullopt;
+    return isForAny(of, {refusal_cause::type_not_indexable, refusal_cause::key_type_not_indexable})
+               ? found(with("column", writtenColumnOf(of)))
+               : std::nullopt;
 }
 
 found longTextIndexed(const told_statement & of)
@@ -329,9 +337,9 @@ const refusal_rule Rules[] = {
       "Force VARCHAR(255) on the key (\"forceSqlType\")."},
      renamedTextKey},
     {{QLatin1String("KV117"), effect::refused,
-      "{db} refuses the statement about table '{table}': '{column}' is in a key or unique, and of a type "
-      "without a length.",
-      "Keys and unique columns have an index, which holds values of a bounded length only.",
+      "{db} refuses the statement about table '{table}': '{column}' is in a key or an index, or "
+      "unique, and of a type without a length.",
+      "Keys, indexes and unique columns hold values of a bounded length only.",
       "Force a length, VARCHAR(200) for instance (\"forceSqlType\")."},
      textInKey},
     {{QLatin1String("KV118"), effect::refused,

@@ -39,6 +39,14 @@ difference_view::difference_view(const script_view & in, const step_changes & ch
 
 void difference_view::findOwners()
 {
+    if (m_what.kind == difference_kind::sequence_left) {
+        const long owner = m_in.made().ownerOfSequence(m_what.found);
+        for (const moment when : {moment::now, moment::before}) {
+            const model::project * const in = m_in.project(when);
+            m_entities[indexOf(when)] = in == nullptr ? nullptr : in->getEntityById(owner);
+        }
+        return;
+    }
     for (const moment when : {moment::now, moment::before}) {
         const model_names * const names = m_in.names(when);
         if (names == nullptr) {

@@ -34,9 +34,16 @@ void made_objects::add(const database::statement & done, const plugin::statement
     } else if (const auto * const key = changeOf<database::add_foreign_key>(done)) {
         remember(m_foreignKeys, key->reference.name.text);
         m_foreignKeyOf.insert(record.relationship, key->reference.name.text);
+    } else if (const auto * const sequence = changeOf<database::create_sequence>(done)) {
+        m_sequences.insert(keyOf(sequence->sequence.text), record.entity);
     } else if (changeOf<database::drop_table>(done) != nullptr) {
         m_tables.remove(record.entity);
     }
+}
+
+long made_objects::ownerOfSequence(const QString & name) const
+{
+    return m_sequences.value(keyOf(name));
 }
 
 bool made_objects::isLinkTable(const QString & table) const

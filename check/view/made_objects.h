@@ -33,6 +33,8 @@ public:
     [[nodiscard]] bool hasTableOf(long entity) const { return m_tables.contains(entity); }
     /// The script that made the table of the entity; empty when none did.
     [[nodiscard]] QString makerOf(long entity) const { return m_tables.value(entity); }
+    /// The entity whose key the sequence of that name counts; 0 when no script made it.
+    [[nodiscard]] long ownerOfSequence(const QString & name) const;
     [[nodiscard]] bool isLinkTable(const QString & table) const;
     /// The index, or the foreign key, of that name; none when no script made it.
     [[nodiscard]] const origin * indexNamed(const QString & name) const;
@@ -48,6 +50,7 @@ private:
     const database::facts & m_known;
     QHash<long, QString> m_tables;
     QSet<QString> m_links;
+    QHash<QString, long> m_sequences; ///< name to entity
     QHash<QString, origin> m_indexes;
     QHash<QString, origin> m_foreignKeys;
     QHash<long, QString> m_indexOf;

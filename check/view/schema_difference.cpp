@@ -245,6 +245,12 @@ std::vector<schema_difference> compareSchemas(const database::catalogue & expect
             told.push_back({difference_kind::table_left, table.name, {}, {}, table.name});
         }
     }
+    for (const database::sequence & each : found.sequences) {
+        if (std::find(expected.sequences.begin(), expected.sequences.end(), each) ==
+            expected.sequences.end()) {
+            told.push_back({difference_kind::sequence_left, {}, {}, {}, each.name});
+        }
+    }
     return told;
 }
 

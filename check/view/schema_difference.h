@@ -32,13 +32,14 @@ enum class difference_kind
     foreign_key_left,
     foreign_key_target,
     names, ///< of indexes, keys, sequences and foreign keys that are otherwise the same
-    order  ///< of columns
+    order, ///< of columns
+    sequence_left
 };
 
 struct schema_difference
 {
     difference_kind kind = difference_kind::names;
-    QString table;
+    QString table;       ///< empty for a sequence of its own
     QStringList columns; ///< of the index, the key or the foreign key; the column
     QString expected;    ///< what a new database has; empty for nothing
     QString found;       ///< what the history left; empty for nothing

@@ -171,6 +171,8 @@ struct key_facts
     fact<int> bytesOfHash; ///< that such a hash takes of a row
     fact<bool> hashesLong; ///< a unique index over more than the longest key is kept as a hash
     fact<bool> nullable;   ///< a column of a primary key may hold no value
+    fact<bool> oneNull;    ///< a unique column may hold no value in one row only
+    fact<bool> keepsNames; ///< that statements give to primary keys, where none are made up
 };
 
 /// How much of each a table can have; 0 for no limit.

@@ -154,6 +154,8 @@ constexpr facts mariadbFamily(QLatin1String key, QLatin1String label, bool isTri
                 .bytesOfHash = {8, source},
                 .hashesLong = {true, source},
                 .nullable = {false, source},
+                .oneNull = {false, source},
+                .keepsNames = {false, source},
             },
         .limits =
             {

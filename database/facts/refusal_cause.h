@@ -52,6 +52,7 @@ enum class refusal_cause
     text_key_without_prefix,
     too_many_indexes,
     type_not_indexable,
+    key_type_not_indexable, ///< the same of a unique column or one of a key
     value_too_long_for_index,
     index_exists,
     index_missing,

@@ -82,6 +82,8 @@ constinit const facts GenericFacts = {
             .bytesOfHash = {0, Source},
             .hashesLong = {false, Source},
             .nullable = {false, Source},
+            .oneNull = {false, Source},
+            .keepsNames = {false, Source},
         },
     .limits =
         {

@@ -45,6 +45,7 @@ constexpr error_code Errors[] = {
     {refusal_cause::dropped_column_missing, QLatin1String("4924")},
     {refusal_cause::key_column_missing, QLatin1String("1911")},
     {refusal_cause::type_not_indexable, QLatin1String("1919")},
+    {refusal_cause::key_type_not_indexable, QLatin1String("1919")},
     {refusal_cause::index_exists, QLatin1String("1913")},
     {refusal_cause::index_missing, QLatin1String("3701")},
     {refusal_cause::table_referred_to, QLatin1String("3726")},
@@ -125,6 +126,8 @@ constinit const facts MssqlserverFacts = {
             .bytesOfHash = {0, Source},
             .hashesLong = {false, Source},
             .nullable = {false, Source},
+            .oneNull = {true, Source},
+            .keepsNames = {true, Source},
         },
     .limits =
         {

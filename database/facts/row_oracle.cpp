@@ -41,6 +41,7 @@ constexpr error_code Errors[] = {
     {refusal_cause::dropped_column_missing, QLatin1String("ORA-00904")},
     {refusal_cause::key_column_missing, QLatin1String("ORA-00904")},
     {refusal_cause::type_not_indexable, QLatin1String("ORA-02327")},
+    {refusal_cause::key_type_not_indexable, QLatin1String("ORA-02329")},
     {refusal_cause::index_exists, QLatin1String("ORA-00955")},
     {refusal_cause::index_missing, QLatin1String("ORA-01418")},
     {refusal_cause::table_referred_to, QLatin1String("ORA-02449")},
@@ -121,6 +122,8 @@ constinit const facts OracleFacts = {
             .bytesOfHash = {0, Source},
             .hashesLong = {false, Source},
             .nullable = {false, Source},
+            .oneNull = {false, Source},
+            .keepsNames = {true, Source},
         },
     .limits =
         {

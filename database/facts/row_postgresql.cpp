@@ -57,6 +57,7 @@ constexpr error_code Errors[] = {
     {refusal_cause::dropped_column_missing, QLatin1String("42703")},
     {refusal_cause::key_column_missing, QLatin1String("42703")},
     {refusal_cause::type_not_indexable, QLatin1String("42704")},
+    {refusal_cause::key_type_not_indexable, QLatin1String("42704")},
     {refusal_cause::value_too_long_for_index, QLatin1String("54000")},
     {refusal_cause::index_exists, QLatin1String("42P07")},
     {refusal_cause::index_missing, QLatin1String("42704")},
@@ -144,6 +145,8 @@ constinit const facts PostgresqlFacts = {
             .bytesOfHash = {0, Source},
             .hashesLong = {false, Source},
             .nullable = {false, Source},
+            .oneNull = {false, Source},
+            .keepsNames = {false, Source},
         },
     .limits =
         {

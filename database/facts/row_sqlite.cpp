@@ -102,6 +102,8 @@ constinit const facts SqliteFacts = {
             .bytesOfHash = {0, Source},
             .hashesLong = {false, Source},
             .nullable = {true, Source},
+            .oneNull = {false, Source},
+            .keepsNames = {false, Source},
         },
     .limits =
         {

@@ -19,7 +19,7 @@ refusal addingRefusal(const state & at, const table & owner, const add_column & 
         return {refusal_cause::unique_added, object, false};
     }
     if (asked.definition.unique && !hasOrder(at.known, made.type)) {
-        return {refusal_cause::type_not_indexable, object, false};
+        return {refusal_cause::key_type_not_indexable, object, false};
     }
     if (asked.definition.unique && isUnboundedInKey(at.known, made.type)) {
         return {refusal_cause::text_key_without_prefix, object, false};

@@ -51,6 +51,9 @@ refusal makeParts(const state & at, const table & owner, const create_index & as
         if (part.prefix > 0 && !takesPrefix(at.known, of->type, part.prefix)) {
             return {refusal_cause::prefix_not_possible, object, false};
         }
+        if (part.prefix == 0 && isUnboundedInKey(at.known, of->type)) {
+            return {refusal_cause::text_key_without_prefix, object, false};
+        }
         made.parts.push_back(
             {of->name, asked.unique ? part.prefix : indexedPart(at.known, of->type, part.prefix)});
         if (part.prefix == 0 && made.parts.back().prefix > 0) {

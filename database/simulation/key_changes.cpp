@@ -32,7 +32,7 @@ refusal readParts(const state & at, const table & owner, const add_key & asked, 
                        : refusal{refusal_cause::key_column_missing, columnObject(owner.name, name), false};
         }
         if (!hasOrder(at.known, of->type)) {
-            return {refusal_cause::type_not_indexable, columnObject(owner.name, name), false};
+            return {refusal_cause::key_type_not_indexable, columnObject(owner.name, name), false};
         }
         const bool isUnbounded =
             at.known.keys.prefixes.value && each.prefix == 0 && isLarge(at.known, of->type);

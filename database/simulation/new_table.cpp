@@ -262,7 +262,7 @@ private:
             const column_definition & each = m_columns[i];
             const QString object = columnObject(m_made.name, m_names.at(static_cast<qsizetype>(i)));
             if ((each.unique || each.primaryKey) && !hasOrder(known, each.type)) {
-                return {refusal_cause::type_not_indexable, object, false};
+                return {refusal_cause::key_type_not_indexable, object, false};
             }
             if (each.unique && isUnboundedInKey(known, each.type)) {
                 return {refusal_cause::text_key_without_prefix, object, false};
@@ -271,7 +271,7 @@ private:
         }
         for (const key_part & part : m_made.key ? m_made.key->parts : std::vector<key_part>()) {
             if (!hasOrder(known, m_at.findColumn(m_made, part.column)->type)) {
-                return {refusal_cause::type_not_indexable, columnObject(m_made.name, part.column), false};
+                return {refusal_cause::key_type_not_indexable, columnObject(m_made.name, part.column), false};
             }
         }
         const refusal why = checkStorage(known, m_made, hashes);
@@ -321,6 +321,9 @@ private:
             each.notNull = each.notNull || (isInKey && !m_at.known.keys.nullable.value);
         }
         m_taken.insert(m_made.name);
+        if (m_made.key && m_asked.key && m_at.known.keys.keepsNames.value) {
+            m_made.key->name = understood(m_at.known, m_asked.key->name, name_place::other).name;
+        }
         if (m_made.key && m_at.known.scopes.namesKeysAndSequences.value) {
             m_made.key->name = m_at.freeName(m_made.name, {}, QLatin1String("pkey"), m_taken);
             m_taken.insert(m_made.key->name);

@@ -35,11 +35,14 @@ private:
         }
         const QString kind = head.value(0);
         const QByteArray text = inside.join(u'\n').toUtf8();
-        if (kind == QLatin1String("json")) {
+        const bool isRemedy = head.value(kind == QLatin1String("js") ? 1 : 2) != QLatin1String("case");
+        if (kind == QLatin1String("json") && head.value(1) == QLatin1String("accept")) {
+            (head.value(2) == QLatin1String("remedy") ? m_page.remedyAcceptance : m_page.acceptance) = text;
+        } else if (kind == QLatin1String("json")) {
             (head.value(2) == QLatin1String("remedy") ? m_page.remedies : m_page.versions)[head.value(1)] =
                 text;
         } else if (kind == QLatin1String("js")) {
-            m_page.remedyScript = text;
+            (isRemedy ? m_page.remedyScript : m_page.script) = text;
         } else if (kind == QLatin1String("sql")) {
             m_page.statements.push_back({head.value(1), head.value(2), inside});
         } else if (kind == QLatin1String("text")) {
@@ -56,7 +59,8 @@ private:
             const QString what = line.section(u':', 0, 0);
             const bool isAnswer = what == QLatin1String("refused") ||
                                   what == QLatin1String("refused with rows") ||
-                                  what == QLatin1String("runs") || what == QLatin1String("silent");
+                                  what == QLatin1String("runs") || what == QLatin1String("silent") ||
+                                  what == QLatin1String("told");
             if (!isAnswer) {
                 statement += line;
                 continue;
@@ -65,7 +69,7 @@ private:
             const bool isRefused = what.startsWith(QLatin1String("refused"));
             m_page.claims.push_back({databases, statement.join(u'\n'), what,
                                      isRefused ? answer.section(u' ', 0, 0) : QString(),
-                                     isRefused ? answer.section(u' ', 1) : QString()});
+                                     isRefused ? answer.section(u' ', 1) : answer});
             statement.clear();
         }
         if (!statement.isEmpty()) {

@@ -15,9 +15,9 @@ struct claim
 {
     QStringList databases;
     QString statement; ///< empty for a change that no statement follows
-    QString what;      ///< "refused", "refused with rows", "runs", "silent"
+    QString what;      ///< "refused", "refused with rows", "runs", "silent", "told"
     QString error;     ///< the server's code, of what is refused
-    QString words;     ///< how its message begins
+    QString words;     ///< how its message begins; the message of the finding that is told
 };
 
 /// Statements that the page wants to be run.
@@ -35,7 +35,10 @@ struct page
     QString title;
     std::map<QString, QByteArray> versions; ///< "v1" …
     std::map<QString, QByteArray> remedies; ///< versions that take the place of those of the same name
-    QByteArray remedyScript;                ///< custom script; empty for none
+    QByteArray script;                      ///< custom script of the example; empty for none
+    QByteArray remedyScript;                ///< the one that takes its place; empty for none
+    QByteArray acceptance;                  ///< acceptance file of the example; empty for none
+    QByteArray remedyAcceptance;            ///< the one that takes its place; empty for none
     std::vector<claim> claims;
     std::vector<own_statements> statements;
     bool relationships = true;

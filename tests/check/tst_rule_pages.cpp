@@ -6,6 +6,7 @@
 #include "app/project_work.h"
 #include "app/source.h"
 
+#include "check/finding/acceptance.h"
 #include "check/finding/rule.h"
 #include "plugin/export_interface.h"
 #include "plugin/plugin_finder.h"
@@ -34,6 +35,10 @@ QDir pages()
 /// Whether the finding is what the page claims.
 bool isClaimed(const check::finding & found, const claim & by)
 {
+    if (by.what == QLatin1String("told")) {
+        return found.message == by.words &&
+               (found.statement ? found.statement->text : QString()) == by.statement;
+    }
     if (!found.statement) {
         return by.statement.isEmpty() && by.what == QLatin1String("silent");
     }
@@ -43,13 +48,22 @@ bool isClaimed(const check::finding & found, const claim & by)
            (!isRefused || (found.error == by.error && withRows == (found.when == check::occasion::rows)));
 }
 
+/// What is judged.
+struct setting
+{
+    std::map<QString, QByteArray> versions;
+    QByteArray script; ///< custom script; empty for none
+    QByteArray acceptance;
+    bool relationships = true;
+};
+
 QString told(const check::report & report)
 {
     QString text;
     for (const check::finding & each : report.findings) {
-        text += QStringLiteral("\n%1 %2 %3 %4 | %5")
+        text += QStringLiteral("\n%1 %2 %3 %4 | %5 | %6")
                     .arg(each.code, each.database, check::wordOf(each.what), each.error,
-                         each.statement ? each.statement->text : QStringLiteral("-"));
+                         each.statement ? each.statement->text : QStringLiteral("-"), each.message);
     }
     return text;
 }
@@ -70,6 +84,18 @@ private Q_SLOTS:
         QVERIFY(m_statements);
     }
 
+    void everyRuleHasAPage()
+    {
+        QStringList without;
+        for (const check::rule & each : check::allRules()) {
+            if (check::rulePage(each.code).isEmpty()) {
+                without += each.code;
+            }
+        }
+        QCOMPARE(without, QStringList());
+        QCOMPARE(static_cast<std::size_t>(pages().count()), check::allRules().size());
+    }
+
     void pageIsTrue_data()
     {
         QTest::addColumn<QString>("file");
@@ -88,9 +114,10 @@ private Q_SLOTS:
         QCOMPARE(read.name, QString(rule->name));
         QCOMPARE(read.title, QString::fromUtf8(rule->title) + u'.');
         QVERIFY(!read.claims.empty());
+        const setting example{read.versions, read.script, read.acceptance, read.relationships};
         for (const claim & each : read.claims) {
             for (const QString & database : each.databases) {
-                const check::report report = judge(read, read.versions, {}, database);
+                const check::report report = judge(example, database);
                 QVERIFY2(hasClaim(report, read.code, each), qPrintable(database + told(report)));
             }
         }
@@ -101,16 +128,18 @@ private Q_SLOTS:
     {
         QFETCH(QString, file);
         const page read = check_pages::readPage(file);
-        if (read.remedies.empty() && read.remedyScript.isEmpty()) {
+        if (read.remedies.empty() && read.remedyScript.isEmpty() && read.remedyAcceptance.isEmpty()) {
             return;
         }
-        std::map<QString, QByteArray> versions = read.versions;
+        setting mended{read.versions, read.remedyScript.isEmpty() ? read.script : read.remedyScript,
+                       read.remedyAcceptance.isEmpty() ? read.acceptance : read.remedyAcceptance,
+                       read.relationships};
         for (const auto & [name, text] : read.remedies) {
-            versions[name] = text;
+            mended.versions[name] = text;
         }
         for (const claim & each : read.claims) {
             for (const QString & database : each.databases) {
-                const check::report report = judge(read, versions, read.remedyScript, database);
+                const check::report report = judge(mended, database);
                 const bool isStill =
                     std::any_of(report.findings.begin(), report.findings.end(),
                                 [&](const check::finding & f) { return f.code == read.code; });
@@ -128,13 +157,12 @@ private:
     }
 
     /// Judges the whole history of the versions.
-    check::report judge(const page & of, const std::map<QString, QByteArray> & versions,
-                        const QByteArray & script, const QString & database)
+    check::report judge(const setting & of, const QString & database)
     {
         const QTemporaryDir folder;
         const QString file = folder.filePath("shop.korv");
         int number = 0;
-        for (const auto & [name, text] : versions) {
+        for (const auto & [name, text] : of.versions) {
             if (number++ > 0) {
                 int tagged = 0;
                 storage::history::tag(file, QString(), tagged);
@@ -155,14 +183,22 @@ private:
         asked.databases = {database};
         asked.whole = true;
         asked.options.insert("relationships", of.relationships ? "yes" : "no");
-        if (!script.isEmpty()) {
+        if (!of.script.isEmpty()) {
             const QString custom = folder.filePath("custom.js");
-            writeFile(custom, script);
+            writeFile(custom, of.script);
             asked.options.insert("custom-script", custom);
         }
         if (const zk::ZkBool judged = app::checkSource(*m_statements, opened, asked, report); !judged) {
             qWarning("%s", qUtf8Printable(judged.getDesc()));
         }
+        check::accepted_findings accepted;
+        const zk::ZkBool read = of.acceptance.isEmpty()
+                                    ? zk::ZkBool::success()
+                                    : check::readAcceptance(of.acceptance, "korvane-check.json", accepted);
+        if (!read) {
+            qWarning("%s", qUtf8Printable(read.getDesc()));
+        }
+        check::accept(accepted, QDate(2026, 11, 22), report);
         zk::ZkSqlDatabase::clearAllDatabases();
         return report;
     }

@@ -336,10 +336,18 @@ private Q_SLOTS:
                                               "sequence SEQ_INC_A", "table A", "trigger TRIGGER_INC_A"}));
         QCOMPARE(oracle.code("CREATE TABLE A (x CLOB)"), QString("ORA-00955"));
         QCOMPARE(oracle.code("CREATE TABLE b (x CLOB); CREATE INDEX i ON b (x)"), QString("ORA-02327"));
+        QCOMPARE(oracle.code("CREATE TABLE c (x CLOB UNIQUE)"), QString("ORA-02329"));
+        script mysql(u"mysql");
+        mysql.run("CREATE TABLE `a` (`x` LONGBLOB, `y` TEXT)");
+        QCOMPARE(mysql.code("CREATE INDEX i ON `a` (`x`)"), QString("1170"));
+        QCOMPARE(mysql.code("CREATE INDEX i ON `a` (`y`(255))"), QString("done"));
+        QCOMPARE(mysql.code("CREATE TABLE `b` (`x` TEXT UNIQUE)"), QString("1170"));
+        QCOMPARE(mysql.code("ALTER TABLE `a` ADD COLUMN `z` TEXT UNIQUE"), QString("1170"));
         script server(u"mssqlserver");
         server.run("CREATE TABLE a (id INT NOT NULL PRIMARY KEY IDENTITY(1,1), x VARCHAR(80));"
                    "CREATE INDEX i ON a (x)");
         QCOMPARE(server.code("ALTER TABLE a DROP COLUMN x"), QString("5074"));
+        QCOMPARE(server.code("CREATE TABLE c (x INT, y TEXT UNIQUE)"), QString("1919"));
         QCOMPARE(server.code("EXEC sp_rename 'a', 'b'"), QString("done"));
         QVERIFY(server.lines().contains("table b"));
     }
