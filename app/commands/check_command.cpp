@@ -1,3 +1,4 @@
+#include "app/acceptance_file.h"
 #include "app/check_run.h"
 #include "app/command.h"
 #include "app/command_options.h"
@@ -16,8 +17,6 @@
 #include <QCoreApplication>
 #include <QDate>
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <iterator>
@@ -126,7 +125,6 @@ private:
     [[nodiscard]] int tell(const check::report & found) const;
     [[nodiscard]] check_request request() const;
     [[nodiscard]] QString format() const { return m_json ? QStringLiteral("json") : m_format; }
-    [[nodiscard]] zk::ZkBool readAccepted(const source & of, check::accepted_findings & accepted) const;
     [[nodiscard]] zk::ZkBool openText(source & text) const;
     static void findPlaces(source & in, check::report & told);
 
@@ -266,7 +264,7 @@ int check_command::judge()
     }
     check::accepted_findings accepted;
     source text;
-    zk::ZkBool read = readAccepted(of, accepted);
+    zk::ZkBool read = readAccepted(of, m_accept, accepted);
     if (read && !m_text.isEmpty()) {
         read = openText(text);
     }
@@ -294,24 +292,6 @@ zk::ZkBool check_command::openText(source & text) const
     }
     std::shared_ptr<model::project> state;
     return read ? text.load(Now, state) : read;
-}
-
-/// Reads the acceptance file that is given, or the one beside the project when there is one.
-zk::ZkBool check_command::readAccepted(const source & of, check::accepted_findings & accepted) const
-{
-    const bool isInput = of.isText() && of.name() == QLatin1String("-");
-    const QString beside =
-        isInput ? QString() : QFileInfo(of.name()).dir().filePath(QStringLiteral("korvane-check.json"));
-    const QString name = m_accept.isEmpty() ? beside : m_accept;
-    if (m_accept.isEmpty() && (name.isEmpty() || !QFileInfo::exists(name))) {
-        return zk::ZkBool::success();
-    }
-    QFile file(name);
-    const QString shown = QDir::toNativeSeparators(name);
-    return file.open(QIODevice::ReadOnly)
-               ? check::readAcceptance(file.readAll(), shown, accepted)
-               : zk::ZkBool::failure(
-                     QStringLiteral("%1: cannot be read (%2)").arg(shown, file.errorString()));
 }
 
 /// Fills in where the objects of findings stand in the text form `in`; a project file has no such places.

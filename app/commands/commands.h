@@ -9,6 +9,7 @@
     ROW(makeDumpCommand)                                                                                     \
     ROW(makeTagCommand)                                                                                      \
     ROW(makeLogCommand)                                                                                      \
+    ROW(makeStatusCommand)                                                                                   \
     ROW(makeDiffCommand)                                                                                     \
     ROW(makeExportCommand)                                                                                   \
     ROW(makeCheckCommand)                                                                                    \
