@@ -67,6 +67,13 @@ QString fieldOf(const model::model_change & change)
                : change.field;
 }
 
+/// What is told of a field that the text form leaves out.
+QString absentValue(const model::model_change & change)
+{
+    const field_words * const words = wordsOf(change);
+    return QString::fromLatin1(words ? words->absent : "(none)");
+}
+
 QString textOf(const QVariant & value)
 {
     switch (value.typeId()) {
@@ -229,13 +236,41 @@ QString change_words::lineOf(const model::model_change & change) const
     case change_kind::changed:
         break;
     }
-    const field_words * const words = wordsOf(change);
-    const auto told = [&](const state & at, const QVariant & value) {
-        return value.isValid() ? valueIn(at, change.field, value)
-                               : QString::fromLatin1(words ? words->absent : "(none)");
-    };
-    return QStringLiteral("%1: %2 -> %3")
-        .arg(fieldOf(change), told(m_before, change.before), told(m_after, change.after));
+    return QStringLiteral("%1: %2 -> %3").arg(fieldOf(change), formerValue(change), laterValue(change));
+}
+
+QString change_words::formerValue(const model::model_change & change) const
+{
+    return change.before.isValid() ? valueIn(m_before, change.field, change.before) : absentValue(change);
+}
+
+QString change_words::laterValue(const model::model_change & change) const
+{
+    return change.after.isValid() ? valueIn(m_after, change.field, change.after) : absentValue(change);
+}
+
+QString change_words::reasonOf(const model::model_change & change, const QString & from) const
+{
+    const QString object = model::idName(change.object);
+    switch (change.change) {
+    case change_kind::added:
+        return QStringLiteral("because %1 came after %2").arg(object, from);
+    case change_kind::removed:
+        return QStringLiteral("because %1 was there until %2").arg(object, from);
+    case change_kind::moved:
+        return QStringLiteral("because %1 was in %2 '%3' until %4")
+            .arg(object, change.field, formerValue(change), from);
+    case change_kind::renamed:
+    case change_kind::changed:
+        break;
+    }
+    if (change.field == QLatin1String("name")) {
+        return QStringLiteral("because %1 was '%2' until %3").arg(object, formerValue(change), from);
+    }
+    const bool isFlag = change.before.typeId() == QMetaType::Bool;
+    return QStringLiteral("because %1 of %2 was %3 until %4")
+        .arg(isFlag ? QStringLiteral("'%1'").arg(fieldOf(change)) : QStringLiteral("the ") + fieldOf(change),
+             object, formerValue(change), from);
 }
 
 } // namespace app

@@ -25,6 +25,9 @@ public:
     /// The change on one line, to stand below its entity or enumeration, and below its property when it is
     /// one of a relationship or of a field: "column: e_mail -> mail", "+ property rank: int, not null".
     [[nodiscard]] QString lineOf(const model::model_change & change) const;
+    /// The change as a reason, on one line: "because property 14 'length' was 'duration' until v3".
+    /// @param from word for the former state
+    [[nodiscard]] QString reasonOf(const model::model_change & change, const QString & from) const;
 
 private:
     /// One of the two states, with what is looked up in it.
@@ -45,6 +48,9 @@ private:
             m_properties; ///< made when asked for
     };
 
+    /// The value of the field that differs, before or after.
+    [[nodiscard]] QString formerValue(const model::model_change & change) const;
+    [[nodiscard]] QString laterValue(const model::model_change & change) const;
     [[nodiscard]] static QString valueIn(const state & in, const QString & field, const QVariant & value);
     /// What an object that was added or removed is like, after its kind and name.
     [[nodiscard]] static QString described(const state & in, const model::named_object & object);

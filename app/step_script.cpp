@@ -77,6 +77,20 @@ void addStatements(const plugin::statement_record & record, const compared_state
     }
 }
 
+plugin::statement_list makeStatements(plugin::statement_source & source, const compared_states & states,
+                                      script_kind kind, const plugin::friendly_settings & options)
+{
+    switch (kind) {
+    case script_kind::full:
+        return source.fullStatements(*states.after, options);
+    case script_kind::first:
+        return source.stepStatements({nullptr, states.after, 0, states.toNumber}, options);
+    case script_kind::step:
+        break;
+    }
+    return source.stepStatements({states.before, states.after, states.fromNumber, states.toNumber}, options);
+}
+
 } // namespace
 
 ZkBool makeStepScript(plugin::statement_source & source, const compared_states & states,
@@ -101,8 +115,7 @@ ZkBool makeStepScript(plugin::statement_source & source, const compared_states &
     // Scripts of an older version bear the name that the project has now.
     const QString name = states.after->getName();
     states.after->setName(states.state->getName());
-    const plugin::statement_list list =
-        source.stepStatements({states.before, states.after, states.fromNumber, states.toNumber}, options);
+    const plugin::statement_list list = makeStatements(source, states, request.kind, options);
     states.after->setName(name);
     const change_causes causes(changes, *states.after);
     for (const plugin::statement_record & record : list.records) {

@@ -28,7 +28,7 @@ struct step_statement
     }
 };
 
-/// The script that leads from one state to another.
+/// A script, as an export writes it.
 struct step_script
 {
     QString database; ///< key, as on the command line
@@ -37,15 +37,24 @@ struct step_script
     std::vector<step_statement> statements;
 };
 
+/// Which script leads from one state to another.
+enum class script_kind
+{
+    step,
+    first, ///< of the first version, which is made as a whole
+    full   ///< the full schema
+};
+
 /// What a script is made with.
 struct script_request
 {
+    script_kind kind = script_kind::step; ///< the others begin with nothing, whatever the state before is
     QString database; ///< see whyNotOneDatabase(); empty for the stored one, or SQLite for a text form
     plugin::friendly_settings options; ///< of the export, beside the database
     bool noCustomScript = false;
 };
 
-/// Makes the script of the step between `states`, whose changes are `changes`. The project whose settings
+/// Makes a script of `states`, whose changes are `changes`. The project whose settings
 /// count is the current one meanwhile. A failure is one line, and `script` has what was made until then.
 [[nodiscard]] zk::ZkBool makeStepScript(plugin::statement_source & source, const compared_states & states,
                                         const std::vector<model::model_change> & changes,

@@ -12,6 +12,7 @@
     ROW(makeStatusCommand)                                                                                   \
     ROW(makeDiffCommand)                                                                                     \
     ROW(makeExportCommand)                                                                                   \
+    ROW(makeExplainCommand)                                                                                  \
     ROW(makeCheckCommand)                                                                                    \
     ROW(makeSettingsCommand)                                                                                 \
     ROW(makeSchemaCommand)                                                                                   \

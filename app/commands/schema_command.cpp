@@ -36,8 +36,8 @@ public:
 
     void declare(command_options & options) override
     {
-        options.addVersion("NAME", "project (the text form, which is the default), check, diff or status",
-                           m_sName);
+        options.addVersion(
+            "NAME", "project (the text form, which is the default), check, diff, explain or status", m_sName);
     }
     [[nodiscard]] QString whyWrong() const override
     {

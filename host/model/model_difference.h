@@ -39,6 +39,9 @@ struct named_object
     friend bool operator==(const named_object &, const named_object &) = default;
 };
 
+/// What `object` is and how it is called: "property 14 'length'".
+[[nodiscard]] KORVANE_EXPORT QString idName(const named_object & object);
+
 /// One thing that is not as it was.
 struct model_change
 {

@@ -162,6 +162,11 @@ QLatin1String kindName(object_kind kind)
     return QLatin1String(names[static_cast<std::size_t>(kind)]);
 }
 
+QString idName(const named_object & object)
+{
+    return QStringLiteral("%1 %2 '%3'").arg(kindName(object.kind), QString::number(object.id), object.name);
+}
+
 std::span<const object_field<entity>> entityFields()
 {
     return EntityFields;
