@@ -5,9 +5,9 @@
 #include "app/commands/commands.h"
 #include "app/export_options.h"
 #include "app/output.h"
-#include "app/plugin_choice.h"
 #include "app/script_guard.h"
 #include "app/source.h"
+#include "app/statement_plugin.h"
 #include "app/whole_file.h"
 
 #include "check/finding/acceptance.h"
@@ -246,17 +246,9 @@ check_request check_command::request() const
 
 int check_command::judge()
 {
-    const found_plugins found = found_plugins::forRequest(m_plugin);
-    int status = Failed;
-    QString reason;
-    plugin::statement_source * const statements = chooseStatementSource(found, m_plugin, status, reason);
-    if (!statements) {
-        printError(reason);
+    statement_plugin plugin;
+    if (const int status = plugin.load(m_plugin, m_exportOptions); status != Done) {
         return status;
-    }
-    if (const QString wrong = m_exportOptions.whyRefused(*statements); !wrong.isEmpty()) {
-        printError(wrong);
-        return WrongUsage;
     }
     source of;
     if (const zk::ZkBool opened = of.open(m_source); !opened) {
@@ -273,7 +265,7 @@ int check_command::judge()
     }
     const tools::script_guard_scope guard(commandScriptGuard(m_noCustomScript));
     check::report told;
-    const zk::ZkBool judged = checkSource(*statements, of, request(), told);
+    const zk::ZkBool judged = checkSource(plugin.statements(), of, request(), told);
     check::accept(accepted, QDate::currentDate(), told);
     if (rowOf(Formats, format())->hasPlaces) {
         findPlaces(m_text.isEmpty() ? of : text, told);

@@ -5,7 +5,7 @@
 #include "app/diff_report.h"
 #include "app/export_options.h"
 #include "app/output.h"
-#include "app/plugin_choice.h"
+#include "app/statement_plugin.h"
 
 #include <QCoreApplication>
 
@@ -67,7 +67,7 @@ public:
 
 private:
     [[nodiscard]] bool wantsStatements() const { return m_isScript || !m_scriptRequest.database.isEmpty(); }
-    [[nodiscard]] int addScript(const found_plugins & found, diff_report & report);
+    [[nodiscard]] int addScript(statement_plugin & plugin, diff_report & report);
 
     comparison_request m_request;
     script_request m_scriptRequest;
@@ -121,28 +121,20 @@ QString diff_command::whyWrong() const
 }
 
 /// Puts the script of the step into `report`; the exit status.
-int diff_command::addScript(const found_plugins & found, diff_report & report)
+int diff_command::addScript(statement_plugin & plugin, diff_report & report)
 {
-    int status = Failed;
-    QString reason;
-    plugin::statement_source * const statements = chooseStatementSource(found, m_plugin, status, reason);
-    if (!statements) {
-        printError(reason);
+    if (const int status = plugin.load(m_plugin, m_exportOptions); status != Done) {
         return status;
     }
     m_scriptRequest.options = m_exportOptions.given();
-    if (const QString wrong = m_exportOptions.whyRefused(*statements); !wrong.isEmpty()) {
-        printError(wrong);
-        return WrongUsage;
-    }
-    const zk::ZkBool made =
-        makeStepScript(*statements, report.states, report.changes, m_scriptRequest, report.script.emplace());
+    const zk::ZkBool made = makeStepScript(plugin.statements(), report.states, report.changes,
+                                           m_scriptRequest, report.script.emplace());
     return made ? Done : failed(made.getDesc());
 }
 
 int diff_command::run()
 {
-    found_plugins found; // texts of a plug-in belong to its module, so it stays as long as the report
+    statement_plugin plugin; // its texts belong to its module, so it stays as long as the report
     diff_report report;
     report.hasTwoSources = m_request.hasTwoSources();
     if (const zk::ZkBool loaded = loadStates(m_request, report.states); !loaded) {
@@ -150,8 +142,7 @@ int diff_command::run()
     }
     report.changes = model::difference(*report.states.before, *report.states.after);
     if (wantsStatements()) {
-        found = found_plugins::forRequest(m_plugin);
-        if (const int status = addScript(found, report); status != Done) {
+        if (const int status = addScript(plugin, report); status != Done) {
             return status;
         }
     }

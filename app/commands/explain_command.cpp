@@ -4,11 +4,11 @@
 #include "app/explained_script.h"
 #include "app/export_options.h"
 #include "app/output.h"
-#include "app/plugin_choice.h"
 #include "app/project_work.h"
 #include "app/script_difference.h"
 #include "app/script_guard.h"
 #include "app/source.h"
+#include "app/statement_plugin.h"
 
 #include "check/report/json_parts.h"
 #include "model/project.h"
@@ -101,19 +101,11 @@ void explain_command::splitLine()
 int explain_command::run()
 {
     splitLine();
-    const found_plugins found = found_plugins::forRequest(m_plugin);
-    int status = Failed;
-    QString reason;
-    plugin::statement_source * const statements = chooseStatementSource(found, m_plugin, status, reason);
-    if (!statements) {
-        printError(reason);
+    statement_plugin plugin;
+    if (const int status = plugin.load(m_plugin, m_exportOptions); status != Done) {
         return status;
     }
-    if (const QString wrong = m_exportOptions.whyRefused(*statements); !wrong.isEmpty()) {
-        printError(wrong);
-        return WrongUsage;
-    }
-    return explain(*statements);
+    return explain(plugin.statements());
 }
 
 int explain_command::explain(plugin::statement_source & statements)

@@ -3,8 +3,8 @@
 #include "app/commands/commands.h"
 #include "app/export_options.h"
 #include "app/output.h"
-#include "app/plugin_choice.h"
 #include "app/project_work.h"
+#include "app/statement_plugin.h"
 
 #include "context/ctx_project.h"
 #include "context/ctx_scoped.h"
@@ -93,20 +93,12 @@ private:
 
 int settings_command::run()
 {
-    const found_plugins found = found_plugins::forRequest(m_plugin);
-    int status = Failed;
-    QString reason;
-    plugin::statement_source * const source = chooseStatementSource(found, m_plugin, status, reason);
-    if (!source) {
-        printError(reason);
+    statement_plugin plugin;
+    if (const int status = plugin.load(m_plugin, m_options); status != Done) {
         return status;
     }
-    if (const QString wrong = m_options.whyRefused(*source); !wrong.isEmpty()) {
-        printError(wrong);
-        return WrongUsage;
-    }
     QList<plugin::statement_database> databases;
-    zk::ZkBool result = source->listDatabases(databases);
+    zk::ZkBool result = plugin.statements().listDatabases(databases);
     m_defaults = typesOf(databases);
     std::shared_ptr<model::project> project;
     if (result) {
@@ -117,7 +109,7 @@ int settings_command::run()
     }
     const context::ctx_kept kept(context::ctx_project::getSingleton());
     context::ctx_project::getSingleton().setProject(project);
-    return m_options.isEmpty() ? print(*source) : store(*source);
+    return m_options.isEmpty() ? print(plugin.statements()) : store(plugin.statements());
 }
 
 int settings_command::store(plugin::statement_source & source) const

@@ -4,10 +4,10 @@
 #include "app/command_options.h"
 #include "app/commands/commands.h"
 #include "app/output.h"
-#include "app/plugin_choice.h"
 #include "app/project_work.h"
 #include "app/script_guard.h"
 #include "app/source.h"
+#include "app/statement_plugin.h"
 #include "app/written_scripts.h"
 
 #include "check/report/json_parts.h"
@@ -121,16 +121,12 @@ QString status_command::whyWrong() const
 
 int status_command::run()
 {
-    const found_plugins found = found_plugins::forRequest(m_plugin);
-    int status = Failed;
-    QString reason;
-    plugin::statement_source * const statements = chooseStatementSource(found, m_plugin, status, reason);
-    if (!statements) {
-        printError(reason);
+    statement_plugin plugin;
+    if (const int status = plugin.load(m_plugin); status != Done) {
         return status;
     }
     project_status told;
-    const zk::ZkBool collected = collect(*statements, told);
+    const zk::ZkBool collected = collect(plugin.statements(), told);
     if (!told.now) {
         return failed(collected.getDesc());
     }
