@@ -29,7 +29,8 @@ bool haveTextsOnly(const QStringList & arguments)
                        [](const QString & each) { return each.startsWith(u'\''); });
 }
 
-bool contains(std::span<const QLatin1String> words, const QString & word)
+template <class Text>
+bool contains(std::span<const QLatin1String> words, const Text & word)
 {
     return std::find(words.begin(), words.end(), word) != words.end();
 }
@@ -159,16 +160,33 @@ int bytesOfDigits(int digits)
     return digits / 9 * 4 + Bytes[digits % 9];
 }
 
-QString familyOf(const facts & known, const QString & declared)
+/// The type as the catalogue shows it, of which it is known what it is understood as.
+QString shownType(const facts & known, const QString & type, const understood_type & found)
 {
-    const understood_type type = understoodType(known, declared);
+    if (found.row == nullptr || known.types.unknown.value == unknown_type::taken) {
+        return type;
+    }
+    const QString brackets =
+        found.arguments.isEmpty() ? QString() : QString(u'(' % found.arguments.join(u',') % u')');
+    QString shown = QString::fromLatin1(found.row->shown);
+    if (shown.isEmpty()) {
+        shown = QString::fromLatin1(found.row->word).toLower() % u'%';
+    }
+    shown.replace(u'%', brackets);
+    return shown % QLatin1String(found.isUnsigned && !found.row->isTime ? " unsigned" : "") %
+           QLatin1String(found.isArray ? "[]" : "");
+}
+
+QString familyOf(const known_types & types, const QString & declared)
+{
+    const understood_type & type = types.of(declared);
     if (type.row == nullptr) {
         return {};
     }
     if (type.isArray) {
         // Those of texts with a length have no family, whatever the length.
         const bool hasFamily = type.row->family[0] != '\0' && !type.row->isBounded;
-        return hasFamily ? shownType(known, declared) : QString();
+        return hasFamily ? types.shown(declared) : QString();
     }
     return QString::fromLatin1(type.isUnsigned ? type.row->ifUnsigned : type.row->family);
 }
@@ -257,9 +275,9 @@ understood_type understoodType(const facts & known, const QString & type)
     return found;
 }
 
-refusal_cause refusalOf(const facts & known, const QString & type)
+refusal_cause refusalOf(const known_types & types, const QString & type)
 {
-    return understoodType(known, type).refused;
+    return types.of(type).refused;
 }
 
 bool isReadFirst(const facts & known, refusal_cause cause)
@@ -272,59 +290,62 @@ bool isReadFirst(const facts & known, refusal_cause cause)
            std::find(causes.begin(), causes.end(), cause) != causes.end();
 }
 
-bool mayRefer(const facts & known, const QString & from, const QString & to)
+bool mayRefer(const known_types & types, const QString & from, const QString & to)
 {
-    const QString own = familyOf(known, from);
-    const QString target = familyOf(known, to);
+    const QString own = familyOf(types, from);
+    const QString target = familyOf(types, to);
     if (own.isEmpty() || target.isEmpty()) {
         return false;
     }
-    const auto pairs = known.types.references.value;
+    const auto pairs = types.known().types.references.value;
     return own == target || std::any_of(pairs.begin(), pairs.end(), [&](const family_pair & pair) {
                return own == QLatin1String(pair.from) && target == QLatin1String(pair.to);
            });
 }
 
-bool hasOrder(const facts & known, const QString & type)
+bool hasOrder(const known_types & types, const QString & type)
 {
-    const understood_type found = understoodType(known, type);
+    const understood_type & found = types.of(type);
     return found.row == nullptr || found.isArray ||
-           !contains(known.types.withoutOrder.value, QString::fromLatin1(found.row->family));
+           !contains(types.known().types.withoutOrder.value, QLatin1String(found.row->family));
 }
 
-bool isHashed(const facts & known, const QString & type)
+bool isHashed(const known_types & types, const QString & type)
 {
-    const understood_type found = understoodType(known, type);
-    return known.keys.hashesLong.value && (found.isLarge() || found.bytes() > known.keys.longest.value);
+    const key_facts & keys = types.known().keys;
+    if (!keys.hashesLong.value) {
+        return false;
+    }
+    const understood_type & found = types.of(type);
+    return found.isLarge() || found.bytes() > keys.longest.value;
 }
 
-bool isLarge(const facts & known, const QString & type)
+bool isLarge(const known_types & types, const QString & type)
 {
-    return understoodType(known, type).isLarge();
+    return types.of(type).isLarge();
 }
 
-bool takesPrefix(const facts & known, const QString & type, int characters)
+bool takesPrefix(const known_types & types, const QString & type, int characters)
 {
-    const understood_type found = understoodType(known, type);
+    const understood_type & found = types.of(type);
     return found.isLarge() || found.length() >= characters ||
            (found.row != nullptr && found.row->hasPrefixes);
 }
 
+const known_types::known_type & known_types::entry(const QString & type) const
+{
+    const auto known = m_types.find(type);
+    if (known != m_types.end()) {
+        return known->second;
+    }
+    understood_type understood = understoodType(m_known, type);
+    QString shown = shownType(m_known, type, understood);
+    return m_types.emplace(type, known_type{type, std::move(shown), std::move(understood)}).first->second;
+}
+
 QString shownType(const facts & known, const QString & type)
 {
-    const understood_type found = understoodType(known, type);
-    if (found.row == nullptr || known.types.unknown.value == unknown_type::taken) {
-        return type;
-    }
-    const QString brackets =
-        found.arguments.isEmpty() ? QString() : QString(u'(' % found.arguments.join(u',') % u')');
-    QString shown = QString::fromLatin1(found.row->shown);
-    if (shown.isEmpty()) {
-        shown = QString::fromLatin1(found.row->word).toLower() % u'%';
-    }
-    shown.replace(u'%', brackets);
-    return shown % QLatin1String(found.isUnsigned && !found.row->isTime ? " unsigned" : "") %
-           QLatin1String(found.isArray ? "[]" : "");
+    return shownType(known, type, understoodType(known, type));
 }
 
 } // namespace database

@@ -2,8 +2,11 @@
 
 #include "database/facts/facts.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
+
+#include <unordered_map>
 
 namespace database {
 
@@ -38,25 +41,53 @@ struct understood_type
 
 [[nodiscard]] understood_type understoodType(const facts & known, const QString & type);
 
+/// The types of one database, each understood once: a schema has many columns of few types.
+class known_types
+{
+public:
+    /// The facts have to outlive it. Not explicit: who asks about one type needs no memory.
+    known_types(const facts & known) : m_known(known) {}
+
+    [[nodiscard]] const facts & known() const { return m_known; }
+    [[nodiscard]] const understood_type & of(const QString & type) const { return entry(type).understood; }
+    /// The type as the database's catalogue shows it; the same for what the catalogue shows.
+    [[nodiscard]] const QString & shown(const QString & type) const { return entry(type).shown; }
+    /// The same text, shared by all who ask for it.
+    [[nodiscard]] const QString & shared(const QString & type) const { return entry(type).written; }
+
+private:
+    struct known_type
+    {
+        QString written;
+        QString shown;
+        understood_type understood;
+    };
+
+    [[nodiscard]] const known_type & entry(const QString & type) const;
+
+    const facts & m_known;
+    mutable std::unordered_map<QString, known_type> m_types; ///< a reference to one stays when others come
+};
+
 /// Why the database does not take the type; `none` when it does.
-[[nodiscard]] refusal_cause refusalOf(const facts & known, const QString & type);
+[[nodiscard]] refusal_cause refusalOf(const known_types & types, const QString & type);
 /// Whether the cause is told before what is there is looked at.
 [[nodiscard]] bool isReadFirst(const facts & known, refusal_cause cause);
 
 /// Whether a foreign key may lead from a column of type `from` to one of type `to`.
-[[nodiscard]] bool mayRefer(const facts & known, const QString & from, const QString & to);
+[[nodiscard]] bool mayRefer(const known_types & types, const QString & from, const QString & to);
 
 /// Whether an index can be on a column of the type.
-[[nodiscard]] bool hasOrder(const facts & known, const QString & type);
+[[nodiscard]] bool hasOrder(const known_types & types, const QString & type);
 
 /// Whether a unique index over a column of the type is kept as a hash.
-[[nodiscard]] bool isHashed(const facts & known, const QString & type);
+[[nodiscard]] bool isHashed(const known_types & types, const QString & type);
 
 /// Text or bytes without a bounded length.
-[[nodiscard]] bool isLarge(const facts & known, const QString & type);
+[[nodiscard]] bool isLarge(const known_types & types, const QString & type);
 
 /// Whether the beginning of a value, of so many characters, can be part of a key.
-[[nodiscard]] bool takesPrefix(const facts & known, const QString & type, int characters);
+[[nodiscard]] bool takesPrefix(const known_types & types, const QString & type, int characters);
 
 /// The type as the database's catalogue shows it; the same for what the catalogue shows.
 [[nodiscard]] QString shownType(const facts & known, const QString & type);

@@ -10,18 +10,25 @@ namespace database {
 
 namespace {
 
+bool isCapital(QChar c)
+{
+    return c >= u'A' && c <= u'Z';
+}
+
+QChar asciiFolded(QChar c)
+{
+    return isCapital(c) ? QChar(c.unicode() + ('a' - 'A')) : c;
+}
+
 QString asciiFolded(const QString & text)
 {
-    const auto isCapital = [](QChar c) { return c >= u'A' && c <= u'Z'; };
     // Most names are small already, and are shared, not copied.
     if (std::none_of(text.begin(), text.end(), isCapital)) {
         return text;
     }
     QString small = text;
     for (QChar & c : small) {
-        if (isCapital(c)) {
-            c = QChar(c.unicode() + ('a' - 'A'));
-        }
+        c = asciiFolded(c);
     }
     return small;
 }
@@ -87,6 +94,10 @@ QString firstBytes(const QString & text, qsizetype length)
 
 qsizetype lengthIn(name_unit unit, const QString & text)
 {
+    const auto isAscii = [](QChar c) { return c.unicode() < 0x80; };
+    if (std::all_of(text.begin(), text.end(), isAscii)) {
+        return text.size();
+    }
     return unit == name_unit::bytes ? text.toUtf8().size() : text.toUcs4().size();
 }
 
@@ -135,6 +146,9 @@ bool isLiteral(const QString & text)
 
 bool isQualified(const facts & known, const QString & text)
 {
+    if (!text.contains(u'.')) {
+        return false;
+    }
     const QStringList parts = text.split(u'.');
     return parts.size() > 1 && std::all_of(parts.begin(), parts.end(), [&](const QString & part) {
                return hasUnquotedShape(known, part);
@@ -151,6 +165,17 @@ QString foldedName(const facts & known, const QString & name)
     return folded(known.names.others.value, name);
 }
 
+bool isSameName(const facts & known, const QString & a, const QString & b)
+{
+    const name_equality equality = known.names.others.value;
+    if (equality == name_equality::ascii_ignored || equality == name_equality::stored_as_lower) {
+        return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](QChar x, QChar y) {
+                   return x == y || asciiFolded(x) == asciiFolded(y);
+               });
+    }
+    return folded(equality, a) == folded(equality, b);
+}
+
 understood_name understood(const facts & known, const identifier & written, name_place place)
 {
     const QString & text = written.text;
@@ -159,7 +184,7 @@ understood_name understood(const facts & known, const identifier & written, name
         return {text, refusal_cause::name_not_encodable, false};
     }
     if (!written.quote.isNull()) {
-        const bool isQuote = QString(known.names.quotes.value).contains(written.quote);
+        const bool isQuote = known.names.quotes.value.contains(written.quote);
         return isQuote ? withinLength(known, text, place)
                        : understood_name{text, refusal_cause::syntax, false};
     }

@@ -21,6 +21,9 @@ struct identifier
 /// The same for names of columns, indexes, sequences and constraints.
 [[nodiscard]] QString foldedName(const facts & known, const QString & name);
 
+/// Whether two names of columns, indexes, sequences or constraints are one.
+[[nodiscard]] bool isSameName(const facts & known, const QString & a, const QString & b);
+
 /// Whether the database reads the text as a number, or as no value.
 [[nodiscard]] bool isLiteral(const QString & text);
 

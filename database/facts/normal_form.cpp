@@ -45,7 +45,7 @@ void nameTargets(catalogue & held, table & owner, const facts & known)
         }
         for (QString & target : key.targetColumns) {
             for (const column & there : found->second.columns) {
-                target = foldedName(known, there.name) == foldedName(known, target) ? there.name : target;
+                target = isSameName(known, there.name, target) ? there.name : target;
             }
         }
     }
@@ -55,13 +55,14 @@ void nameTargets(catalogue & held, table & owner, const facts & known)
 
 catalogue normalForm(catalogue held, const facts & known)
 {
+    const known_types types(known);
     for (auto & [key, owner] : held.tables) {
         if (known.scopes.uniqueNumbered.value) {
             numberIndexes(owner);
         }
         nameTargets(held, owner, known);
         for (column & each : owner.columns) {
-            each.type = shownType(known, each.type);
+            each.type = types.shown(each.type);
         }
         // No server tells it.
         for (index & each : owner.indexes) {

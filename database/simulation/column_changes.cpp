@@ -18,10 +18,10 @@ refusal addingRefusal(const state & at, const table & owner, const add_column & 
     if (asked.definition.unique && !at.known.changes.uniqueColumnAdded.value) {
         return {refusal_cause::unique_added, object, false};
     }
-    if (asked.definition.unique && !hasOrder(at.known, made.type)) {
+    if (asked.definition.unique && !hasOrder(at.types, made.type)) {
         return {refusal_cause::key_type_not_indexable, object, false};
     }
-    if (asked.definition.unique && isUnboundedInKey(at.known, made.type)) {
+    if (asked.definition.unique && isUnboundedInKey(at.types, made.type)) {
         return {refusal_cause::text_key_without_prefix, object, false};
     }
     const bool hasCounted = std::any_of(owner.columns.begin(), owner.columns.end(),
@@ -31,9 +31,9 @@ refusal addingRefusal(const state & at, const table & owner, const add_column & 
     }
     table with = owner;
     with.columns.push_back(made);
-    const bool isHash = asked.definition.unique && isHashed(at.known, made.type);
+    const bool isHash = asked.definition.unique && isHashed(at.types, made.type);
     const refusal ofIndexes = checkIndexCount(at.known, owner, asked.definition.unique ? 1 : 0);
-    if (const refusal why = ofIndexes ? ofIndexes : checkStorage(at.known, with, isHash ? 1 : 0); why) {
+    if (const refusal why = ofIndexes ? ofIndexes : checkStorage(at.types, with, isHash ? 1 : 0); why) {
         return why;
     }
     const bool isFilled = at.known.changes.notNullFilled.value;
@@ -56,7 +56,7 @@ void makeColumn(state & at, const table & owner, const add_column & asked, const
         taken.insert(sequences.front().name);
     }
     std::vector<index> indexes;
-    if (asked.definition.unique || isUniqueByType(at.known, asked.definition)) {
+    if (asked.definition.unique || isUniqueByType(at.types, asked.definition)) {
         table with = owner;
         with.columns.push_back(made);
         indexes.push_back(uniqueIndex(at, with, made.name, taken));
@@ -136,7 +136,7 @@ refusal apply(state & at, const add_column & asked, losses & lost)
     const QString name = names.other(asked.definition.name);
     refusal why = names.why();
     if (!why) {
-        why = readType(at.known, asked.definition, columnObject(on, name));
+        why = {readType(at.types, asked.definition), columnObject(on, name), false};
     }
     const table * const owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
     if (owner == nullptr) {
@@ -153,7 +153,7 @@ refusal apply(state & at, const add_column & asked, losses & lost)
     if (ofName || ofType) {
         return (nameFirst && ofName) || !ofType ? ofName : ofType;
     }
-    const column made = columnOf(at.known, asked.definition, name);
+    const column made = columnOf(at.types, asked.definition, name);
     if (why = addingRefusal(at, *owner, asked, made); why) {
         return why;
     }

@@ -8,9 +8,8 @@ namespace {
 
 bool isIn(const state & at, const QStringList & columns, const QString & column)
 {
-    return std::any_of(columns.begin(), columns.end(), [&](const QString & each) {
-        return foldedName(at.known, each) == foldedName(at.known, column);
-    });
+    return std::any_of(columns.begin(), columns.end(),
+                       [&](const QString & each) { return isSameName(at.known, each, column); });
 }
 
 } // namespace

@@ -41,7 +41,7 @@ void renameColumn(state & at, const table & owner, const QString & from, const c
             return;
         }
         for (QString & target : key.targetColumns) {
-            target = foldedName(at.known, target) == foldedName(at.known, from) ? to.name : target;
+            target = isSameName(at.known, target, from) ? to.name : target;
         }
     };
     for (const table * other : referrers) {
@@ -69,7 +69,7 @@ refusal findRenamed(const state & at, const identifier & tableName, const identi
     found.to = names.other(to.name);
     refusal why = names.why();
     if (!why && !to.type.isEmpty()) {
-        why = readType(at.known, to, columnObject(on, found.to));
+        why = {readType(at.types, to), columnObject(on, found.to), false};
     }
     found.owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
     if (found.owner == nullptr) {
@@ -91,7 +91,7 @@ refusal findRenamed(const state & at, const identifier & tableName, const identi
     if (!at.known.names.mayEndInBlank.value && found.to.endsWith(u' ')) {
         return {refusal_cause::column_name_ends_blank, columnObject(on, found.to), false};
     }
-    if (const refusal_cause cause = refusalOf(at.known, to.type);
+    if (const refusal_cause cause = refusalOf(at.types, to.type);
         !to.type.isEmpty() && cause != refusal_cause::none) {
         return {cause, columnObject(on, found.to), false};
     }
@@ -115,7 +115,8 @@ bool keepsValues(const understood_type & was, const understood_type & is)
 }
 
 // Whether the primary key has no room for the column when it is of the type.
-bool isKeyTooLong(const facts & known, const table & owner, const QString & column, const QString & type)
+bool isKeyTooLong(const known_types & types, const table & owner, const QString & column,
+                  const QString & type)
 {
     if (!owner.key) {
         return false;
@@ -125,27 +126,28 @@ bool isKeyTooLong(const facts & known, const table & owner, const QString & colu
         const auto of = std::find_if(owner.columns.begin(), owner.columns.end(),
                                      [&](const struct column & each) { return each.name == part.column; });
         const bool isBeginning =
-            part.prefix > 0 && part.column == column && understoodType(known, type).length() > part.prefix;
+            part.prefix > 0 && part.column == column && types.of(type).length() > part.prefix;
         const int prefix = part.column != column || isBeginning ? part.prefix : 0;
         const QString & own = part.column == column ? type : of->type;
-        bytes += isLarge(known, own) && part.prefix > 0 ? bytesInKey(known, own, part.prefix)
-                                                        : bytesInKey(known, own, prefix);
+        bytes += isLarge(types, own) && part.prefix > 0 ? bytesInKey(types, own, part.prefix)
+                                                        : bytesInKey(types, own, prefix);
     }
-    return known.keys.longest.value > 0 && bytes > known.keys.longest.value;
+    const int longest = types.known().keys.longest.value;
+    return longest > 0 && bytes > longest;
 }
 
 refusal changingRefusal(const state & at, const renamed_column & found, const column & to)
 {
     const table & owner = *found.owner;
     const QString object = columnObject(owner.name, found.old->name);
-    const bool isOtherType = shownType(at.known, to.type) != shownType(at.known, found.old->type);
+    const bool isOtherType = at.types.shown(to.type) != at.types.shown(found.old->type);
     const foreign_key * key = keyFrom(owner, found.old->name);
     key = key == nullptr ? keyTo(at, owner, found.old->name) : key;
     const key_part * const part = partOfKey(owner, found.old->name);
-    if (part != nullptr && part->prefix == 0 && isLarge(at.known, to.type)) {
+    if (part != nullptr && part->prefix == 0 && isLarge(at.types, to.type)) {
         return {refusal_cause::text_key_without_prefix, object, false};
     }
-    if (part != nullptr && isKeyTooLong(at.known, owner, found.old->name, to.type)) {
+    if (part != nullptr && isKeyTooLong(at.types, owner, found.old->name, to.type)) {
         return {refusal_cause::key_too_long, tableObject(owner.name), false};
     }
     const bool hasOtherCounted =
@@ -161,8 +163,8 @@ refusal changingRefusal(const state & at, const renamed_column & found, const co
     if (at.rowsOf(owner) == 0) {
         return {};
     }
-    const understood_type was = understoodType(at.known, found.old->type);
-    const understood_type is = understoodType(at.known, to.type);
+    const understood_type & was = at.types.of(found.old->type);
+    const understood_type & is = at.types.of(to.type);
     if (isOtherType && !keepsValues(was, is)) {
         const bool wasText = was.isLarge() || was.length() > 0 || (is.row != nullptr && is.row->isTime);
         return {wasText ? refusal_cause::values_converted : refusal_cause::values_lost, object, true};
@@ -172,31 +174,31 @@ refusal changingRefusal(const state & at, const renamed_column & found, const co
 
 // An index over the whole column is one over the whole of the new type, as far as that goes; one over its
 // beginning stays that where there is more.
-int fittedPrefix(const facts & known, int prefix, const column & to)
+int fittedPrefix(const known_types & types, int prefix, const column & to)
 {
-    const understood_type type = understoodType(known, to.type);
+    const understood_type & type = types.of(to.type);
     const bool isText = type.isLarge() || type.length() > 0;
     const bool isBeginning = prefix > 0 && (type.isLarge() || prefix < type.length());
-    const int whole = indexedPart(known, to.type, 0);
+    const int whole = indexedPart(types, to.type, 0);
     if (!isText || !isBeginning) {
         return isText ? whole : 0;
     }
     return type.isLarge() && whole > 0 ? std::min(prefix, whole) : prefix;
 }
 
-void fitPrefixes(const facts & known, table & owner, const column & to)
+void fitPrefixes(const known_types & types, table & owner, const column & to)
 {
     for (index & each : owner.indexes) {
         for (key_part & part : each.parts) {
             if (part.column == to.name) {
                 part.prefix =
-                    each.unique && isHashed(known, to.type) ? 0 : fittedPrefix(known, part.prefix, to);
+                    each.unique && isHashed(types, to.type) ? 0 : fittedPrefix(types, part.prefix, to);
             }
         }
     }
     if (owner.key) {
         for (key_part & part : owner.key->parts) {
-            part.prefix = part.column == to.name ? fittedPrefix(known, part.prefix, to) : part.prefix;
+            part.prefix = part.column == to.name ? fittedPrefix(types, part.prefix, to) : part.prefix;
         }
     }
 }
@@ -232,7 +234,7 @@ refusal apply(state & at, const change_column & asked, losses & lost)
     }
     const column old = *found.old;
     const bool isKey = isInKey(*found.owner, old.name);
-    const bool counts = definition.counted || understoodType(at.known, definition.type).counts();
+    const bool counts = definition.counted || at.types.of(definition.type).counts();
     const column to{found.to, definition.type, definition.notNull || isKey, counts};
     why = changingRefusal(at, found, to);
     if (why && !why.dependsOnValues) {
@@ -247,7 +249,7 @@ refusal apply(state & at, const change_column & asked, losses & lost)
     }
     const QString on = found.owner->name;
     renameColumn(at, *found.owner, old.name, to);
-    at.change(*at.find(on), [&](table & changed) { fitPrefixes(at.known, changed, to); });
+    at.change(*at.find(on), [&](table & changed) { fitPrefixes(at.types, changed, to); });
     return why;
 }
 

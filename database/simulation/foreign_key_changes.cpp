@@ -152,7 +152,7 @@ private:
         }
         int bytes = 0;
         for (const QString & each : m_made.columns) {
-            bytes += bytesInKey(m_at.known, m_at.findColumn(*m_owner, each)->type, 0);
+            bytes += bytesInKey(m_at.types, m_at.findColumn(*m_owner, each)->type, 0);
         }
         const int longest = m_at.known.keys.longest.value;
         return longest > 0 && bytes > longest
@@ -214,12 +214,12 @@ private:
         for (qsizetype i = 0; i < m_made.columns.size(); ++i) {
             const column * const from = m_at.findColumn(*m_owner, m_made.columns.at(i));
             const column * const to = m_at.findColumn(*m_target, m_made.targetColumns.at(i));
-            if (!mayRefer(m_at.known, from->type, to->type)) {
+            if (!mayRefer(m_at.types, from->type, to->type)) {
                 return {refusal_cause::target_type_differs, columnObject(m_owner->name, from->name), false};
             }
             const int longest = m_at.known.keys.longest.value;
             if (m_at.known.foreignKeys.makesIndex.value && longest > 0 &&
-                bytesInKey(m_at.known, from->type, 0) > longest) {
+                bytesInKey(m_at.types, from->type, 0) > longest) {
                 return {refusal_cause::column_too_long, columnObject(m_owner->name, from->name), false};
             }
         }
@@ -248,12 +248,10 @@ private:
     void add()
     {
         m_made.target = m_target->name;
-        m_at.change(*m_owner, [&](table & changed) {
-            if (m_at.known.foreignKeys.makesIndex.value) {
-                addIndex(changed);
-            }
-            changed.foreignKeys.push_back(m_made);
-        });
+        if (m_at.known.foreignKeys.makesIndex.value) {
+            m_at.change(*m_owner, [&](table & changed) { addIndex(changed); });
+        }
+        m_at.addForeignKey(*m_owner, m_made);
     }
 
     // Whether a key or an index begins with the columns.
@@ -357,9 +355,7 @@ refusal apply(state & at, const drop_constraint & asked, losses & lost)
     if (owner == nullptr) {
         return why;
     }
-    const auto isNamed = [&](const foreign_key & each) {
-        return foldedName(at.known, each.name) == foldedName(at.known, name);
-    };
+    const auto isNamed = [&](const foreign_key & each) { return isSameName(at.known, each.name, name); };
     const bool isThere = std::any_of(owner->foreignKeys.begin(), owner->foreignKeys.end(), isNamed);
     if (!isThere && !asked.asForeignKey) {
         if (const auto done = dropKey(at, *owner, name)) {

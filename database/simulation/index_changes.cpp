@@ -48,14 +48,14 @@ refusal makeParts(const state & at, const table & owner, const create_index & as
         if (part.prefix > 0 && !at.known.keys.prefixes.value) {
             return {refusal_cause::syntax, object, false};
         }
-        if (part.prefix > 0 && !takesPrefix(at.known, of->type, part.prefix)) {
+        if (part.prefix > 0 && !takesPrefix(at.types, of->type, part.prefix)) {
             return {refusal_cause::prefix_not_possible, object, false};
         }
-        if (part.prefix == 0 && isUnboundedInKey(at.known, of->type)) {
+        if (part.prefix == 0 && isUnboundedInKey(at.types, of->type)) {
             return {refusal_cause::text_key_without_prefix, object, false};
         }
         made.parts.push_back(
-            {of->name, asked.unique ? part.prefix : indexedPart(at.known, of->type, part.prefix)});
+            {of->name, asked.unique ? part.prefix : indexedPart(at.types, of->type, part.prefix)});
         if (part.prefix == 0 && made.parts.back().prefix > 0) {
             lost.push_back({loss_kind::index_cut, indexObject(made.name)});
         }
@@ -67,7 +67,7 @@ refusal makeParts(const state & at, const table & owner, const create_index & as
 refusal tableRefusal(const state & at, const table & owner, const index & made)
 {
     for (const key_part & part : made.parts) {
-        if (!part.column.isEmpty() && !hasOrder(at.known, at.findColumn(owner, part.column)->type)) {
+        if (!part.column.isEmpty() && !hasOrder(at.types, at.findColumn(owner, part.column)->type)) {
             return {refusal_cause::type_not_indexable, columnObject(owner.name, part.column), false};
         }
     }
@@ -77,10 +77,15 @@ refusal tableRefusal(const state & at, const table & owner, const index & made)
 // Puts it in the place of one that a foreign key had made for itself.
 void putIndex(state & at, const table & owner, const index & made)
 {
+    const auto givesWay = [&](const index & each) {
+        return each.madeByForeignKey && columnsOf(each.parts) == columnsOf(made.parts);
+    };
+    if (std::none_of(owner.indexes.begin(), owner.indexes.end(), givesWay)) {
+        at.addIndex(owner, made);
+        return;
+    }
     at.change(owner, [&](table & changed) {
-        std::erase_if(changed.indexes, [&](const index & each) {
-            return each.madeByForeignKey && columnsOf(each.parts) == columnsOf(made.parts);
-        });
+        std::erase_if(changed.indexes, givesWay);
         changed.indexes.push_back(made);
     });
 }
@@ -90,7 +95,7 @@ bool mayHoldLongValues(const state & at, const table & owner, const index & made
     return !at.known.changes.longValuesInIndex.value && at.rowsOf(owner) > 0 &&
            std::any_of(made.parts.begin(), made.parts.end(), [&](const key_part & part) {
                const column * const of = at.findColumn(owner, part.column);
-               return of != nullptr && isLarge(at.known, of->type) && !at.isEmpty(owner, part.column);
+               return of != nullptr && isLarge(at.types, of->type) && !at.isEmpty(owner, part.column);
            });
 }
 
@@ -109,11 +114,11 @@ bool isNeeded(const state & at, const table & owner, const index & asked)
                                     [&](const foreign_key & key) { return key.columns.front() == first; });
     const auto referrers = at.referrersOf(owner);
     return isFrom || std::any_of(referrers.begin(), referrers.end(), [&](const table * other) {
-               return std::any_of(
-                   other->foreignKeys.begin(), other->foreignKeys.end(), [&](const foreign_key & key) {
-                       return at.refersTo(key, owner) &&
-                              foldedName(at.known, key.targetColumns.front()) == foldedName(at.known, first);
-                   });
+               return std::any_of(other->foreignKeys.begin(), other->foreignKeys.end(),
+                                  [&](const foreign_key & key) {
+                                      return at.refersTo(key, owner) &&
+                                             isSameName(at.known, key.targetColumns.front(), first);
+                                  });
            });
 }
 

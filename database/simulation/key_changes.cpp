@@ -31,16 +31,16 @@ refusal readParts(const state & at, const table & owner, const add_key & asked, 
                        ? names.why()
                        : refusal{refusal_cause::key_column_missing, columnObject(owner.name, name), false};
         }
-        if (!hasOrder(at.known, of->type)) {
+        if (!hasOrder(at.types, of->type)) {
             return {refusal_cause::key_type_not_indexable, columnObject(owner.name, name), false};
         }
         const bool isUnbounded =
-            at.known.keys.prefixes.value && each.prefix == 0 && isLarge(at.known, of->type);
+            at.known.keys.prefixes.value && each.prefix == 0 && isLarge(at.types, of->type);
         if (isUnbounded && (asked.isPrimary || !at.known.keys.hashesLong.value)) {
             return {refusal_cause::text_key_without_prefix, columnObject(owner.name, name), false};
         }
-        bytes += isUnbounded ? 0 : bytesInKey(at.known, of->type, each.prefix);
-        parts.push_back({of->name, keptPrefix(at.known, of->type, each.prefix)});
+        bytes += isUnbounded ? 0 : bytesInKey(at.types, of->type, each.prefix);
+        parts.push_back({of->name, keptPrefix(at.types, of->type, each.prefix)});
     }
     if (const refusal why = checkPartCount(at.known, tableObject(owner.name), parts.size()); why) {
         return why;
@@ -75,16 +75,16 @@ void addPrimary(const state & at, table & owner, const QString & name, const std
     }
 }
 
-bool areAlike(const facts & known, const QString & from, const QString & to)
+bool areAlike(const known_types & types, const QString & from, const QString & to)
 {
-    const type_word * const was = understoodType(known, from).row;
-    const type_word * const is = understoodType(known, to).row;
+    const type_word * const was = types.of(from).row;
+    const type_word * const is = types.of(to).row;
     const auto isOf = [](const type_word * row, std::initializer_list<const char *> families) {
         return row != nullptr && std::any_of(families.begin(), families.end(), [row](const char * family) {
                    return QLatin1String(row->family) == QLatin1String(family);
                });
     };
-    return isOf(is, {"string", "bpchar", "name"}) || mayRefer(known, from, to) ||
+    return isOf(is, {"string", "bpchar", "name"}) || mayRefer(types, from, to) ||
            (isOf(was, {"integer", "numeric", "real"}) && isOf(is, {"integer", "numeric", "real"}));
 }
 
@@ -94,10 +94,10 @@ refusal changeInPlace(state & at, const table & owner, const column & old, const
     const QString name = old.name;
     const bool hasRows = at.rowsOf(owner) > 0;
     if (!asked.type.isEmpty()) {
-        if (const refusal_cause cause = refusalOf(at.known, asked.type); cause != refusal_cause::none) {
+        if (const refusal_cause cause = refusalOf(at.types, asked.type); cause != refusal_cause::none) {
             return {cause, object, false};
         }
-        if (!asked.isConverted && !areAlike(at.known, old.type, asked.type)) {
+        if (!asked.isConverted && !areAlike(at.types, old.type, asked.type)) {
             return {refusal_cause::type_not_convertible, object, false};
         }
     }

@@ -7,6 +7,7 @@
 #include <QStringBuilder>
 
 #include <algorithm>
+#include <span>
 
 namespace database {
 
@@ -27,9 +28,11 @@ public:
         }
         const bool isTaken = m_at.isTaken(m_made.name);
         const bool sequencesFirst = m_at.known.changes.sequencesNamedFirst.value;
-        const refusal taken = {refusal_cause::relation_exists, m_at.holderOf(m_made.name), false};
+        const auto taken = [this] {
+            return refusal{refusal_cause::relation_exists, m_at.holderOf(m_made.name), false};
+        };
         if (isTaken && (!sequencesFirst || m_asked.ifNotExists)) {
-            return m_asked.ifNotExists ? refusal() : taken;
+            return m_asked.ifNotExists ? refusal() : taken();
         }
         for (const auto step : {&new_table::checkTypes, &new_table::checkKeyNames, &new_table::nameSequences,
                                 &new_table::makeColumns}) {
@@ -38,7 +41,7 @@ public:
             }
         }
         if (isTaken) {
-            return taken;
+            return taken();
         }
         for (const auto step : {&new_table::makeKey, &new_table::checkKeys, &new_table::checkCounted,
                                 &new_table::checkSizes, &new_table::makeReferences}) {
@@ -76,9 +79,9 @@ private:
                 continue;
             }
             m_names += others.newColumn(each.name);
-            const refusal ofType = readType(m_at.known, each, columnObject(name, m_names.back()));
-            if (!others.why() && ofType) {
-                return ofType;
+            const refusal_cause ofType = readType(m_at.types, each);
+            if (!others.why() && ofType != refusal_cause::none) {
+                return {ofType, columnObject(name, m_names.back()), false};
             }
         }
         if (others.why() || isSchema || ofCopy) {
@@ -91,20 +94,23 @@ private:
     // CREATE TABLE (…, like other, …), where `other` would be the type of a column.
     [[nodiscard]] refusal copiedTable(const column_definition & asked) const
     {
+        if (!m_at.known.names.likeCopiesTable.value ||
+            asked.name.text.compare(u"like", Qt::CaseInsensitive) != 0) {
+            return {};
+        }
         column_definition bare;
         bare.name = asked.name;
         bare.type = asked.type;
         const declared_type type = partsOf(asked.type);
-        const bool isCopy = m_at.known.names.likeCopiesTable.value && asked.name.quote.isNull() &&
-                            asked.name.text.compare(u"like", Qt::CaseInsensitive) == 0 && bare == asked &&
-                            type.rest.isEmpty() && type.arguments.isEmpty() && !type.word.isEmpty();
+        const bool isCopy = asked.name.quote.isNull() && bare == asked && type.rest.isEmpty() &&
+                            type.arguments.isEmpty() && !type.word.isEmpty();
         return isCopy ? refusal{refusal_cause::table_missing, tableObject(type.word.toLower()), false}
                       : refusal();
     }
 
-    std::vector<column_definition> writtenColumns()
+    std::span<const column_definition> writtenColumns()
     {
-        std::vector<column_definition> columns = m_asked.columns;
+        const std::span<const column_definition> columns = m_asked.columns;
         if (columns.size() < 2 || !m_at.known.names.bareConstraintIsNoColumn.value) {
             return columns;
         }
@@ -116,7 +122,7 @@ private:
             last.name.quote.isNull() && last.name.text.compare(u"constraint", Qt::CaseInsensitive) == 0;
         if (isNamedSo && last == bare && !last.type.contains(u'(') && !last.type.contains(u' ')) {
             m_lost.push_back({loss_kind::column_not_made, columnObject(m_made.name, last.name.text)});
-            columns.pop_back();
+            return columns.first(columns.size() - 1);
         }
         return columns;
     }
@@ -145,7 +151,7 @@ private:
         }
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
             const QString column = m_names.at(static_cast<qsizetype>(i));
-            if (!countsByType(m_at.known, m_columns[i])) {
+            if (!countsByType(m_at.types, m_columns[i])) {
                 continue;
             }
             const QString name = m_at.freeName(m_made.name, column, QLatin1String("seq"));
@@ -179,9 +185,9 @@ private:
             if (const refusal why = checkColumnName(m_at, m_made, name); why) {
                 return why;
             }
-            m_made.columns.push_back(columnOf(m_at.known, m_columns[i], name));
+            m_made.columns.push_back(columnOf(m_at.types, m_columns[i], m_at.shared(name)));
             if (m_columns[i].primaryKey) {
-                m_made.key = primary_key{{}, {{name, 0}}};
+                m_made.key = primary_key{{}, {{m_made.columns.back().name, 0}}};
             }
         }
         const auto counted = std::count_if(m_made.columns.begin(), m_made.columns.end(),
@@ -213,8 +219,8 @@ private:
             if (const refusal why = checkPart(*of, part.prefix); why) {
                 return why;
             }
-            m_made.key->parts.push_back({of->name, indexedPart(m_at.known, of->type, part.prefix)});
-            bytes += bytesInKey(m_at.known, of->type, part.prefix);
+            m_made.key->parts.push_back({of->name, indexedPart(m_at.types, of->type, part.prefix)});
+            bytes += bytesInKey(m_at.types, of->type, part.prefix);
         }
         if (const refusal why =
                 checkPartCount(m_at.known, tableObject(m_made.name), m_made.key->parts.size());
@@ -232,10 +238,10 @@ private:
             return prefix == 0 ? refusal()
                                : refusal{refusal_cause::syntax, columnObject(m_made.name, of.name), false};
         }
-        if (prefix > 0 && !takesPrefix(m_at.known, of.type, prefix)) {
+        if (prefix > 0 && !takesPrefix(m_at.types, of.type, prefix)) {
             return {refusal_cause::prefix_not_possible, columnObject(m_made.name, of.name), false};
         }
-        const bool isUnbounded = prefix == 0 && isLarge(m_at.known, of.type);
+        const bool isUnbounded = prefix == 0 && isLarge(m_at.types, of.type);
         return isUnbounded ? refusal{refusal_cause::text_key_without_prefix,
                                      columnObject(m_made.name, of.name), false}
                            : refusal();
@@ -246,7 +252,7 @@ private:
         for (std::size_t i = 0; i < m_columns.size() && m_at.known.types.countedNeedsKey.value; ++i) {
             const QString & name = m_made.columns[i].name;
             const bool isIndexed = (m_made.key && m_made.key->parts.front().column == name) ||
-                                   m_columns[i].unique || isUniqueByType(m_at.known, m_columns[i]);
+                                   m_columns[i].unique || isUniqueByType(m_at.types, m_columns[i]);
             if (m_made.columns[i].counted && !isIndexed) {
                 return {refusal_cause::counted_not_possible, columnObject(m_made.name, name), false};
             }
@@ -256,26 +262,26 @@ private:
 
     refusal checkSizes()
     {
-        const facts & known = m_at.known;
+        const known_types & types = m_at.types;
         int hashes = 0;
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
             const column_definition & each = m_columns[i];
-            const QString object = columnObject(m_made.name, m_names.at(static_cast<qsizetype>(i)));
-            if ((each.unique || each.primaryKey) && !hasOrder(known, each.type)) {
-                return {refusal_cause::key_type_not_indexable, object, false};
+            const QString & name = m_names.at(static_cast<qsizetype>(i));
+            if ((each.unique || each.primaryKey) && !hasOrder(types, each.type)) {
+                return {refusal_cause::key_type_not_indexable, columnObject(m_made.name, name), false};
             }
-            if (each.unique && isUnboundedInKey(known, each.type)) {
-                return {refusal_cause::text_key_without_prefix, object, false};
+            if (each.unique && isUnboundedInKey(types, each.type)) {
+                return {refusal_cause::text_key_without_prefix, columnObject(m_made.name, name), false};
             }
-            hashes += each.unique && isHashed(known, each.type) ? 1 : 0;
+            hashes += each.unique && isHashed(types, each.type) ? 1 : 0;
         }
         for (const key_part & part : m_made.key ? m_made.key->parts : std::vector<key_part>()) {
-            if (!hasOrder(known, m_at.findColumn(m_made, part.column)->type)) {
+            if (!hasOrder(types, m_at.findColumn(m_made, part.column)->type)) {
                 return {refusal_cause::key_type_not_indexable, columnObject(m_made.name, part.column), false};
             }
         }
-        const refusal why = checkStorage(known, m_made, hashes);
-        return why ? why : checkPage(known, m_made);
+        const refusal why = checkStorage(types, m_made, hashes);
+        return why ? why : checkPage(types, m_made);
     }
 
     // Unique columns have an index each.
@@ -283,7 +289,7 @@ private:
     {
         const auto unique =
             std::count_if(m_columns.begin(), m_columns.end(), [&](const column_definition & each) {
-                return each.unique || isUniqueByType(m_at.known, each);
+                return each.unique || isUniqueByType(m_at.types, each);
             });
         return checkIndexCount(m_at.known, m_made, static_cast<std::size_t>(unique));
     }
@@ -316,9 +322,9 @@ private:
 
     void finish()
     {
+        const QStringList ofKey = m_made.key ? columnsOf(m_made.key->parts) : QStringList();
         for (column & each : m_made.columns) {
-            const bool isInKey = m_made.key && columnsOf(m_made.key->parts).contains(each.name);
-            each.notNull = each.notNull || (isInKey && !m_at.known.keys.nullable.value);
+            each.notNull = each.notNull || (!m_at.known.keys.nullable.value && ofKey.contains(each.name));
         }
         m_taken.insert(m_made.name);
         if (m_made.key && m_asked.key && m_at.known.keys.keepsNames.value) {
@@ -329,7 +335,7 @@ private:
             m_taken.insert(m_made.key->name);
         }
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
-            if (m_columns[i].unique || isUniqueByType(m_at.known, m_columns[i])) {
+            if (m_columns[i].unique || isUniqueByType(m_at.types, m_columns[i])) {
                 m_made.indexes.push_back(
                     uniqueIndex(m_at, m_made, m_names.at(static_cast<qsizetype>(i)), m_taken));
                 m_taken.insert(m_made.indexes.back().name);
@@ -341,7 +347,7 @@ private:
     state & m_at;
     const create_table & m_asked;
     losses & m_lost;
-    std::vector<column_definition> m_columns;
+    std::span<const column_definition> m_columns;
     QStringList m_names;   ///< of these, as they are stored
     QSet<QString> m_taken; ///< names that were made up for the table so far
     table m_made;

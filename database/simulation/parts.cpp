@@ -107,23 +107,23 @@ bool isSystemColumn(const facts & known, const QString & name)
     return std::find(system.begin(), system.end(), name) != system.end();
 }
 
-bool countsByType(const facts & known, const column_definition & asked)
+bool countsByType(const known_types & types, const column_definition & asked)
 {
-    return understoodType(known, asked.type).counts();
+    return types.of(asked.type).counts();
 }
 
-refusal readType(const facts & known, const column_definition & asked, const QString & object)
+refusal_cause readType(const known_types & types, const column_definition & asked)
 {
-    const understood_type type = understoodType(known, asked.type);
-    if (isReadFirst(known, type.refused)) {
-        return {type.refused, object, false};
+    const understood_type & type = types.of(asked.type);
+    if (isReadFirst(types.known(), type.refused)) {
+        return type.refused;
     }
     const bool cannotCount = asked.counted && type.row != nullptr && type.counts();
-    if (cannotCount || (asked.counted && isReadFirst(known, refusal_cause::specifier_impossible) &&
+    if (cannotCount || (asked.counted && isReadFirst(types.known(), refusal_cause::specifier_impossible) &&
                         (type.row == nullptr || !type.row->countable))) {
-        return {cannotCount ? refusal_cause::syntax : refusal_cause::specifier_impossible, object, false};
+        return cannotCount ? refusal_cause::syntax : refusal_cause::specifier_impossible;
     }
-    return {};
+    return refusal_cause::none;
 }
 
 refusal checkColumnName(const state & at, const table & owner, const QString & name)
@@ -142,22 +142,21 @@ refusal checkColumnName(const state & at, const table & owner, const QString & n
 refusal checkColumnType(const state & at, const table & owner, const column_definition & asked,
                         const QString & name)
 {
-    const QString object = columnObject(owner.name, name);
-    if (const refusal_cause cause = refusalOf(at.known, asked.type); cause != refusal_cause::none) {
-        return {cause, object, false};
+    if (const refusal_cause cause = refusalOf(at.types, asked.type); cause != refusal_cause::none) {
+        return {cause, columnObject(owner.name, name), false};
     }
     const QLatin1String countable = at.known.types.countableType.value;
-    const bool isOfOtherType = asked.type.compare(countable, Qt::CaseInsensitive) != 0;
-    if (asked.counted && !countable.isEmpty() && (!asked.primaryKey || isOfOtherType)) {
-        return {refusal_cause::counted_not_possible, object, false};
+    const auto isOfOtherType = [&] { return asked.type.compare(countable, Qt::CaseInsensitive) != 0; };
+    if (asked.counted && !countable.isEmpty() && (!asked.primaryKey || isOfOtherType())) {
+        return {refusal_cause::counted_not_possible, columnObject(owner.name, name), false};
     }
     return {};
 }
 
-column columnOf(const facts & known, const column_definition & asked, const QString & name)
+column columnOf(const known_types & types, const column_definition & asked, const QString & name)
 {
-    const bool isCounted = countsByType(known, asked);
-    return {name, asked.type, asked.notNull || isCounted, asked.counted || isCounted};
+    const bool isCounted = countsByType(types, asked);
+    return {name, types.shared(asked.type), asked.notNull || isCounted, asked.counted || isCounted};
 }
 
 index uniqueIndex(const state & at, const table & owner, const QString & name, const QSet<QString> & taken)
@@ -166,8 +165,8 @@ index uniqueIndex(const state & at, const table & owner, const QString & name, c
     made.unique = true;
     made.isConstraint = at.known.scopes.namesKeysAndSequences.value;
     const column * const of = at.findColumn(owner, name);
-    const bool isPart = of != nullptr && !isHashed(at.known, of->type);
-    made.parts = {{name, isPart ? indexedPart(at.known, of->type, 0) : 0}};
+    const bool isPart = of != nullptr && !isHashed(at.types, of->type);
+    made.parts = {{name, isPart ? indexedPart(at.types, of->type, 0) : 0}};
     if (at.known.scopes.namesKeysAndSequences.value) {
         made.name = at.freeName(owner.name, name, QLatin1String("key"), taken);
     } else if (at.known.scopes.uniqueNamedLikeColumn.value) {
@@ -188,9 +187,9 @@ QStringList columnsOf(const std::vector<key_part> & parts)
     return names;
 }
 
-bool isUniqueByType(const facts & known, const column_definition & asked)
+bool isUniqueByType(const known_types & types, const column_definition & asked)
 {
-    const understood_type type = understoodType(known, asked.type);
+    const understood_type & type = types.of(asked.type);
     return type.row != nullptr && type.row->isUnique;
 }
 

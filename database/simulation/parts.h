@@ -46,20 +46,21 @@ private:
 /// Whether the database keeps the name of a table for itself.
 [[nodiscard]] bool isKept(const facts & known, const QString & table);
 [[nodiscard]] bool isSystemColumn(const facts & known, const QString & name);
-[[nodiscard]] bool countsByType(const facts & known, const column_definition & asked);
-/// What of a column is told before what is there is looked at.
-[[nodiscard]] refusal readType(const facts & known, const column_definition & asked, const QString & object);
+[[nodiscard]] bool countsByType(const known_types & types, const column_definition & asked);
+/// What of a column's type is told before what is there is looked at.
+[[nodiscard]] refusal_cause readType(const known_types & types, const column_definition & asked);
 /// Whether the column can have the name beside those that the table has.
 [[nodiscard]] refusal checkColumnName(const state & at, const table & owner, const QString & name);
 /// Whether the column can have its type, and be counted if it is to be.
 [[nodiscard]] refusal checkColumnType(const state & at, const table & owner, const column_definition & asked,
                                       const QString & name);
-[[nodiscard]] column columnOf(const facts & known, const column_definition & asked, const QString & name);
+[[nodiscard]] column columnOf(const known_types & types, const column_definition & asked,
+                              const QString & name);
 /// The index that a unique column gets, beside those of the table.
 [[nodiscard]] index uniqueIndex(const state & at, const table & owner, const QString & name,
                                 const QSet<QString> & taken);
 [[nodiscard]] QStringList columnsOf(const std::vector<key_part> & parts);
 /// Whether a column is unique without saying so.
-[[nodiscard]] bool isUniqueByType(const facts & known, const column_definition & asked);
+[[nodiscard]] bool isUniqueByType(const known_types & types, const column_definition & asked);
 
 } // namespace database

@@ -112,8 +112,9 @@ void readTable(name_reader & names, const Change & asked)
 }
 
 // What stands before the place that cannot be read is read first, so that can be what is wrong.
-refusal refusalOfCut(const facts & known, const change & asked)
+refusal refusalOfCut(const state & at, const change & asked)
 {
+    const facts & known = at.known;
     losses lost;
     if (const auto * const unknown = std::get_if<unknown_statement>(&asked); unknown && unknown->table) {
         name_reader names(known, lost);
@@ -134,7 +135,7 @@ refusal refusalOfCut(const facts & known, const change & asked)
             if (names.why() && !isLookedUp(names.why().cause)) {
                 return names.why();
             }
-            if (const refusal why = readType(known, each, name); why) {
+            if (const refusal why = {readType(at.types, each), name, false}; why) {
                 return why;
             }
         }
@@ -166,7 +167,7 @@ verdict simulation::run(const statement & written, row_values values)
         said.what = outcome::not_judged;
         return said;
     }
-    const refusal why = asked.isCutShort ? refusalOfCut(now.known, asked.asked)
+    const refusal why = asked.isCutShort ? refusalOfCut(now, asked.asked)
                                          : std::visit(performer(now, said.losses), asked.asked);
     if (!why) {
         return said;

@@ -21,12 +21,12 @@ bool hasLength(const understood_type & type)
 constexpr int ShortText = 255; // longer ones take a second byte for their length
 
 // Bytes that the values of a row take where they stand together.
-int bytesOfRow(const facts & known, const table & owner)
+int bytesOfRow(const known_types & types, const table & owner)
 {
     int bytes = 0;
     int nullable = 0;
     for (const column & each : owner.columns) {
-        const understood_type type = understoodType(known, each.type);
+        const understood_type & type = types.of(each.type);
         nullable += each.notNull ? 0 : 1;
         if (type.row == nullptr) {
             continue;
@@ -37,14 +37,14 @@ int bytesOfRow(const facts & known, const table & owner)
     return bytes + (nullable + 7) / 8;
 }
 
-bool isHashedColumn(const facts & known, const table & owner, const QString & name)
+bool isHashedColumn(const known_types & types, const table & owner, const QString & name)
 {
     return std::any_of(owner.columns.begin(), owner.columns.end(),
-                       [&](const column & each) { return each.name == name && isHashed(known, each.type); });
+                       [&](const column & each) { return each.name == name && isHashed(types, each.type); });
 }
 
 // Bytes that a row takes of a page at most. Texts that may be long leave no more there than where they are.
-int bytesOfPage(const facts & known, const table & owner)
+int bytesOfPage(const known_types & types, const table & owner)
 {
     constexpr int Header = 5;
     constexpr int Transaction = 13;
@@ -53,7 +53,7 @@ int bytesOfPage(const facts & known, const table & owner)
     int bytes = Header + Transaction + (owner.key ? 0 : RowNumber);
     int nullable = 0;
     for (const column & each : owner.columns) {
-        const understood_type type = understoodType(known, each.type);
+        const understood_type & type = types.of(each.type);
         nullable += each.notNull ? 0 : 1;
         if (type.row == nullptr) {
             continue;
@@ -68,37 +68,38 @@ int bytesOfPage(const facts & known, const table & owner)
 
 } // namespace
 
-int keptPrefix(const facts & known, const QString & type, int prefix)
+int keptPrefix(const known_types & types, const QString & type, int prefix)
 {
-    return understoodType(known, type).length() == prefix ? 0 : prefix;
+    return types.of(type).length() == prefix ? 0 : prefix;
 }
 
-int indexedPart(const facts & known, const QString & type, int asked)
+int indexedPart(const known_types & types, const QString & type, int asked)
 {
-    const understood_type found = understoodType(known, type);
+    const understood_type & found = types.of(type);
     const bool isWhole = asked == 0 && found.row != nullptr && found.row->mostIndexed == 0;
-    if (isWhole && !isHashed(known, type)) {
+    if (isWhole && !isHashed(types, type)) {
         return 0;
     }
-    const int most = found.row == nullptr         ? 0
-                     : found.row->mostIndexed > 0 ? found.row->mostIndexed
-                                                  : known.keys.longest.value / std::max(found.row->bytes, 1);
+    const int most = found.row == nullptr ? 0
+                     : found.row->mostIndexed > 0
+                         ? found.row->mostIndexed
+                         : types.known().keys.longest.value / std::max(found.row->bytes, 1);
     return asked == 0 || (found.row != nullptr && found.row->hasPrefixes) ? most
-                                                                          : keptPrefix(known, type, asked);
+                                                                          : keptPrefix(types, type, asked);
 }
 
-int bytesInKey(const facts & known, const QString & type, int prefix)
+int bytesInKey(const known_types & types, const QString & type, int prefix)
 {
-    const understood_type found = understoodType(known, type);
+    const understood_type & found = types.of(type);
     if (prefix == 0) {
-        return found.isLarge() ? known.keys.longest.value + 1 : found.bytes();
+        return found.isLarge() ? types.known().keys.longest.value + 1 : found.bytes();
     }
     return found.row == nullptr ? 0 : prefix * found.row->bytes;
 }
 
-bool isUnboundedInKey(const facts & known, const QString & type)
+bool isUnboundedInKey(const known_types & types, const QString & type)
 {
-    return known.keys.prefixes.value && !known.keys.hashesLong.value && isLarge(known, type);
+    return types.known().keys.prefixes.value && !types.known().keys.hashesLong.value && isLarge(types, type);
 }
 
 refusal checkColumnCount(const facts & known, const QString & table, std::size_t columns)
@@ -122,18 +123,18 @@ refusal checkIndexCount(const facts & known, const table & owner, std::size_t mo
                : refusal();
 }
 
-refusal checkStorage(const facts & known, const table & owner, int newHashes)
+refusal checkStorage(const known_types & types, const table & owner, int newHashes)
 {
-    const limit_facts & limits = known.limits;
+    const limit_facts & limits = types.known().limits;
     const auto ofTable = std::count_if(owner.indexes.begin(), owner.indexes.end(), [&](const index & each) {
-        return each.unique && isHashedColumn(known, owner, each.parts.front().column);
+        return each.unique && isHashedColumn(types, owner, each.parts.front().column);
     });
     const QString object = tableObject(owner.name);
     if (isLimited(limits.columnsRead, owner.columns.size())) {
         return {refusal_cause::too_many_columns_read, object, false};
     }
-    const int ofHashes = (static_cast<int>(ofTable) + newHashes) * known.keys.bytesOfHash.value;
-    if (limits.row.value > 0 && bytesOfRow(known, owner) + ofHashes > limits.row.value) {
+    const int ofHashes = (static_cast<int>(ofTable) + newHashes) * types.known().keys.bytesOfHash.value;
+    if (limits.row.value > 0 && bytesOfRow(types, owner) + ofHashes > limits.row.value) {
         return {refusal_cause::row_too_long, object, false};
     }
     if (!limits.columnsCountedFirst.value && isLimited(limits.columns, owner.columns.size())) {
@@ -142,10 +143,10 @@ refusal checkStorage(const facts & known, const table & owner, int newHashes)
     return {};
 }
 
-refusal checkPage(const facts & known, const table & owner)
+refusal checkPage(const known_types & types, const table & owner)
 {
-    const int page = known.limits.page.value;
-    return page > 0 && bytesOfPage(known, owner) >= page
+    const int page = types.known().limits.page.value;
+    return page > 0 && bytesOfPage(types, owner) >= page
                ? refusal{refusal_cause::row_over_page, tableObject(owner.name), false}
                : refusal();
 }

@@ -6,13 +6,13 @@
 namespace database {
 
 /// A prefix that is as long as the text is no prefix.
-[[nodiscard]] int keptPrefix(const facts & known, const QString & type, int prefix);
+[[nodiscard]] int keptPrefix(const known_types & types, const QString & type, int prefix);
 /// How much of a column an index keeps that asks for so many characters, or for all: 0 for all of it.
-[[nodiscard]] int indexedPart(const facts & known, const QString & type, int asked);
+[[nodiscard]] int indexedPart(const known_types & types, const QString & type, int asked);
 /// Bytes that a column takes in a key, with as many characters of it as the prefix says.
-[[nodiscard]] int bytesInKey(const facts & known, const QString & type, int prefix);
+[[nodiscard]] int bytesInKey(const known_types & types, const QString & type, int prefix);
 /// Whether a column of the type can be in a key only by the beginning of its values.
-[[nodiscard]] bool isUnboundedInKey(const facts & known, const QString & type);
+[[nodiscard]] bool isUnboundedInKey(const known_types & types, const QString & type);
 
 /// Whether a table can have so many columns, as far as that is looked at before anything else is.
 [[nodiscard]] refusal checkColumnCount(const facts & known, const QString & table, std::size_t columns);
@@ -22,8 +22,8 @@ namespace database {
 [[nodiscard]] refusal checkIndexCount(const facts & known, const table & owner, std::size_t more);
 /// Whether the table can be stored: the length of its rows, and the columns that are counted last.
 /// @param newHashes unique indexes that are kept as a hash, beside those that it has
-[[nodiscard]] refusal checkStorage(const facts & known, const table & owner, int newHashes);
+[[nodiscard]] refusal checkStorage(const known_types & types, const table & owner, int newHashes);
 /// Whether a row of a table that is made finds room in a page; of columns that are added that is not asked.
-[[nodiscard]] refusal checkPage(const facts & known, const table & owner);
+[[nodiscard]] refusal checkPage(const known_types & types, const table & owner);
 
 } // namespace database

@@ -28,7 +28,7 @@ QString foreignKeyObject(const QString & name)
     return u"foreign key " % name;
 }
 
-state::state(const facts & rules, catalogue begin) : known(rules), m_held(std::move(begin))
+state::state(const facts & rules, catalogue begin) : known(rules), types(rules), m_held(std::move(begin))
 {
     for (const auto & [key, owner] : m_held.tables) {
         enter(owner);
@@ -56,18 +56,15 @@ const table * state::need(const QString & name, refusal_cause ifMissing, refusal
 
 const column * state::findColumn(const table & owner, const QString & name) const
 {
-    const QString folded = foldedName(known, name);
-    const auto found = std::find_if(owner.columns.begin(), owner.columns.end(), [&](const column & each) {
-        return foldedName(known, each.name) == folded;
-    });
+    const auto found = std::find_if(owner.columns.begin(), owner.columns.end(),
+                                    [&](const column & each) { return isSameName(known, each.name, name); });
     return found == owner.columns.end() ? nullptr : &*found;
 }
 
 const index * state::findIndex(const table & owner, const QString & name) const
 {
-    const QString folded = foldedName(known, name);
     const auto found = std::find_if(owner.indexes.begin(), owner.indexes.end(), [&](const index & each) {
-        return !each.name.isEmpty() && foldedName(known, each.name) == folded;
+        return !each.name.isEmpty() && isSameName(known, each.name, name);
     });
     return found == owner.indexes.end() ? nullptr : &*found;
 }
@@ -126,7 +123,7 @@ bool state::isCopied(const table & owner) const
     return std::any_of(owner.indexes.begin(), owner.indexes.end(), [&](const index & each) {
         return each.unique && std::any_of(each.parts.begin(), each.parts.end(), [&](const key_part & part) {
                    const column * const of = findColumn(owner, part.column);
-                   return of != nullptr && isHashed(known, of->type);
+                   return of != nullptr && isHashed(types, of->type);
                });
     });
 }
@@ -165,6 +162,25 @@ void state::change(const table & owner, const std::function<void(table &)> & how
     node.key() = keyOf(node.mapped().name);
     m_rows[node.key()] = rows;
     enter(m_held.tables.insert(std::move(node)).position->second);
+}
+
+void state::addIndex(const table & owner, index made)
+{
+    const auto found = m_held.tables.find(keyOf(owner.name));
+    enter(found->first, made);
+    found->second.indexes.push_back(std::move(made));
+}
+
+void state::addForeignKey(const table & owner, foreign_key made)
+{
+    const auto found = m_held.tables.find(keyOf(owner.name));
+    enter(found->first, made);
+    found->second.foreignKeys.push_back(std::move(made));
+}
+
+QString state::shared(const QString & columnName)
+{
+    return *m_columnNames.insert(columnName);
 }
 
 void state::addSequence(const sequence & made)
@@ -254,14 +270,29 @@ void state::enter(const table & owner)
         m_relations.insert(name, key);
     }
     for (const index & each : owner.indexes) {
-        if (!each.name.isEmpty()) {
-            m_indexes.insert(foldedName(known, each.name), key);
-        }
+        enter(key, each);
     }
     for (const foreign_key & each : owner.foreignKeys) {
-        ++m_foreignKeys[foldedName(known, each.name)];
-        m_referrers[keyOf(each.target)].insert(key);
+        enter(key, each);
     }
+}
+
+void state::enter(const QString & key, const index & made)
+{
+    if (made.name.isEmpty()) {
+        return;
+    }
+    const QString folded = foldedName(known, made.name);
+    m_indexes.insert(folded, key);
+    if (known.scopes.tablesShareWithIndexes.value) {
+        m_relations.insert(folded, key);
+    }
+}
+
+void state::enter(const QString & key, const foreign_key & made)
+{
+    ++m_foreignKeys[foldedName(known, made.name)];
+    m_referrers[keyOf(made.target)].insert(key);
 }
 
 void state::leave(const table & owner)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "database/catalogue/catalogue.h"
+#include "database/facts/known_types.h"
 #include "database/facts/names.h"
 #include "database/simulation/refusal.h"
 
@@ -23,7 +24,8 @@ class state
 public:
     state(const facts & rules, catalogue begin);
 
-    const facts & known; ///< what the database is
+    const facts & known;     ///< what the database is
+    const known_types types; ///< those that it met
 
     [[nodiscard]] const catalogue & held() const { return m_held; }
 
@@ -52,6 +54,9 @@ public:
     /// A table with an index that is kept as a hash is copied by every change.
     [[nodiscard]] bool isCopied(const table & owner) const;
 
+    /// The same text, shared by all columns that are named so.
+    [[nodiscard]] QString shared(const QString & columnName);
+
     [[nodiscard]] int rowsOf(const table & owner) const;
     void setRows(const QString & name, int count);
 
@@ -59,6 +64,9 @@ public:
     void remove(const table & gone);
     /// Changes a table, its name included; what finds things follows.
     void change(const table & owner, const std::function<void(table &)> & how);
+    /// Adds what a table had not, which is less work than any change.
+    void addIndex(const table & owner, index made);
+    void addForeignKey(const table & owner, foreign_key made);
     void addSequence(const sequence & made);
     /// Renames what is no table but shares the space of names. False when there is no such thing.
     bool renameRelation(const QString & from, const QString & to);
@@ -76,6 +84,8 @@ private:
     [[nodiscard]] std::vector<QString> sharedNamesOf(const table & owner) const;
     void enter(const table & owner);
     void leave(const table & owner);
+    void enter(const QString & key, const index & made);
+    void enter(const QString & key, const foreign_key & made);
 
     catalogue m_held;
     QHash<QString, QString> m_relations;           ///< name to the key of the table that it is of
@@ -85,6 +95,7 @@ private:
     QHash<QString, int> m_rows;
     QSet<QString> m_filled;
     QSet<QString> m_empty;
+    QSet<QString> m_columnNames;
 };
 
 } // namespace database

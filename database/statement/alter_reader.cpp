@@ -79,7 +79,7 @@ reading readAlterRename(token_cursor & at, const identifier & table)
     }
     // A column can be called so, too.
     const token * const afterName = at.peek(2);
-    const bool isIndex = at.isAt({"INDEX"}) && afterName != nullptr && afterName->isWord(QLatin1String("TO"));
+    const bool isIndex = at.isAt({"INDEX"}) && afterName != nullptr && afterName->isWord("TO");
     at.take({isIndex ? "INDEX" : "COLUMN"});
     const auto from = at.takeName();
     const auto to = at.take({"TO"}) ? at.takeName() : std::nullopt;
@@ -118,7 +118,7 @@ reading readRestated(token_cursor & at, const identifier & table, bool isRenamed
 {
     at.take({"COLUMN"});
     const token * const next = at.peek();
-    const identifier own = next == nullptr ? identifier() : identifier{next->text, next->quote};
+    const identifier own = next == nullptr ? identifier() : identifier{next->text(), next->quote};
     const auto from = isRenamed ? at.takeName() : std::optional(own);
     const auto definition = readColumn(at);
     return from && definition ? reading(change_column{table, *from, *definition}) : std::nullopt;

@@ -203,9 +203,9 @@ statement readStatement(const QString & text, std::span<const token> tokens, wri
 bool isTrigger(std::span<const token> tokens)
 {
     const std::size_t last = std::min<std::size_t>(tokens.size(), 4);
-    return !tokens.empty() && tokens.front().isWord(QLatin1String("CREATE")) &&
+    return !tokens.empty() && tokens.front().isWord("CREATE") &&
            std::any_of(tokens.begin(), tokens.begin() + static_cast<std::ptrdiff_t>(last),
-                       [](const token & each) { return each.isWord(QLatin1String("TRIGGER")); });
+                       [](const token & each) { return each.isWord("TRIGGER"); });
 }
 
 } // namespace

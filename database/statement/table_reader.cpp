@@ -63,8 +63,7 @@ bool takeAction(token_cursor & at)
 bool isAtNamedKey(const token_cursor & at)
 {
     const token * const kind = at.peek(2);
-    return at.isAt({"CONSTRAINT"}) && kind != nullptr &&
-           (kind->isWord(QLatin1String("PRIMARY")) || kind->isWord(QLatin1String("FOREIGN")));
+    return at.isAt({"CONSTRAINT"}) && kind != nullptr && (kind->isWord("PRIMARY") || kind->isWord("FOREIGN"));
 }
 
 bool readKey(token_cursor & at, create_table & into, const identifier & name)
@@ -110,12 +109,12 @@ bool readItem(token_cursor & at, create_table & into)
 
 std::optional<column_definition> readColumn(token_cursor & at)
 {
-    const auto name = at.takeName();
+    auto name = at.takeName();
     if (!name || at.isAt(token_kind::open)) {
         return std::nullopt;
     }
     column_definition column;
-    column.name = *name;
+    column.name = std::move(*name);
     column.type = at.takeUntil(AfterType);
     while (readClause(at, column)) {
     }
@@ -140,21 +139,21 @@ std::optional<std::vector<named_part>> readParts(token_cursor & at)
         }
         parts.push_back({*name, at.takeNumberInBrackets().value_or(0)});
     } while (at.take(token_kind::comma));
-    return at.take(token_kind::close) ? std::optional(parts) : std::nullopt;
+    return at.take(token_kind::close) ? std::optional(std::move(parts)) : std::nullopt;
 }
 
 std::optional<std::vector<identifier>> readNames(token_cursor & at)
 {
-    const auto parts = readParts(at);
+    auto parts = readParts(at);
     if (!parts) {
         return std::nullopt;
     }
     std::vector<identifier> names;
-    for (const named_part & part : *parts) {
+    for (named_part & part : *parts) {
         if (part.prefix != 0) {
             return std::nullopt;
         }
-        names.push_back(part.column);
+        names.push_back(std::move(part.column));
     }
     return names;
 }

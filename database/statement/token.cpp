@@ -4,13 +4,25 @@ namespace database {
 
 namespace {
 
+constexpr char16_t lower(char16_t c)
+{
+    return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + (u'a' - u'A')) : c;
+}
+
+constexpr QChar endOf(QChar quote)
+{
+    return quote == u'[' ? QChar(u']') : quote;
+}
+
 class tokenizer
 {
 public:
-    explicit tokenizer(const QString & text) : m_text(text) {}
+    explicit tokenizer(QStringView text) : m_text(text) {}
 
     std::vector<token> read()
     {
+        constexpr qsizetype UsualLength = 5;
+        m_tokens.reserve(static_cast<std::size_t>(m_text.size() / UsualLength + 1));
         while (skipBlanks()) {
             if (!readMark() && !readQuotation()) {
                 readWord();
@@ -22,11 +34,11 @@ public:
 private:
     [[nodiscard]] QChar at(qsizetype position) const
     {
-        return position < m_text.size() ? m_text.at(position) : QChar();
+        return position < m_text.size() ? m_text[position] : QChar();
     }
-    [[nodiscard]] bool startsWith(QLatin1String mark) const
+    [[nodiscard]] bool isAt(char16_t first, char16_t second) const
     {
-        return QStringView(m_text).mid(m_position).startsWith(mark);
+        return at(m_position) == first && at(m_position + 1) == second;
     }
 
     void skipTo(QLatin1String mark)
@@ -39,11 +51,11 @@ private:
     bool skipBlanks()
     {
         while (m_position < m_text.size()) {
-            if (m_text.at(m_position).isSpace()) {
+            if (m_text[m_position].isSpace()) {
                 ++m_position;
-            } else if (startsWith(QLatin1String("--"))) {
+            } else if (isAt(u'-', u'-')) {
                 skipTo(QLatin1String("\n"));
-            } else if (startsWith(QLatin1String("/*"))) {
+            } else if (isAt(u'/', u'*')) {
                 skipTo(QLatin1String("*/"));
             } else {
                 return true;
@@ -52,9 +64,9 @@ private:
         return false;
     }
 
-    void add(token_kind kind, const QString & text, qsizetype end, QChar quote = {})
+    void add(token_kind kind, QStringView inside, qsizetype end, QChar quote = {})
     {
-        m_tokens.push_back({kind, text, quote, m_position, end});
+        m_tokens.push_back({kind, inside, quote, m_position, end});
         m_position = end;
     }
 
@@ -73,17 +85,18 @@ private:
         case ';':
             add(token_kind::semicolon, {}, m_position + 1);
             return true;
-        default:
+        case '/':
             return readSlash();
+        default:
+            return false;
         }
     }
 
     bool readSlash()
     {
-        const QChar before = m_position == 0 ? QChar(u'\n') : m_text.at(lastBefore());
+        const QChar before = m_position == 0 ? QChar(u'\n') : m_text[lastBefore()];
         const QChar after = at(m_position + 1);
-        if (at(m_position) != u'/' || before != u'\n' ||
-            !(after.isNull() || after == u'\n' || after == u'\r')) {
+        if (before != u'\n' || !(after.isNull() || after == u'\n' || after == u'\r')) {
             return false;
         }
         add(token_kind::line_of_slash, {}, m_position + 1);
@@ -94,7 +107,7 @@ private:
     [[nodiscard]] qsizetype lastBefore() const
     {
         qsizetype position = m_position - 1;
-        while (position > 0 && (m_text.at(position) == u'\t' || m_text.at(position) == u' ')) {
+        while (position > 0 && (m_text[position] == u'\t' || m_text[position] == u' ')) {
             --position;
         }
         return position;
@@ -103,53 +116,84 @@ private:
     bool readQuotation()
     {
         const QChar first = at(m_position);
-        const QString marks = QStringLiteral("`\"'[");
-        if (!marks.contains(first)) {
+        if (first != u'`' && first != u'"' && first != u'\'' && first != u'[') {
             return false;
         }
-        const QChar last = first == u'[' ? QChar(u']') : first;
-        QString inside;
-        for (qsizetype position = m_position + 1; position < m_text.size(); ++position) {
-            if (m_text.at(position) != last) {
-                inside += m_text.at(position);
-            } else if (at(position + 1) == last) {
-                inside += last;
-                ++position;
-            } else {
-                add(first == u'\'' ? token_kind::text : token_kind::quoted, inside, position + 1, first);
+        const QChar last = endOf(first);
+        const qsizetype begin = m_position + 1;
+        for (qsizetype position = begin; position < m_text.size(); ++position) {
+            if (m_text[position] != last) {
+                continue;
+            }
+            if (at(position + 1) != last) {
+                add(first == u'\'' ? token_kind::text : token_kind::quoted,
+                    m_text.sliced(begin, position - begin), position + 1, first);
                 return true;
             }
+            ++position;
         }
-        add(token_kind::unfinished, inside, m_text.size(), first);
+        add(token_kind::unfinished, m_text.sliced(begin), m_text.size(), first);
         return true;
+    }
+
+    // A quotation mark in the middle makes no quotation: what stands around it is no name of any database.
+    static bool endsWord(QChar c)
+    {
+        switch (c.unicode()) {
+        case '(':
+        case ')':
+        case ',':
+        case ';':
+        case '`':
+        case '\'':
+            return true;
+        default:
+            return c.isSpace();
+        }
     }
 
     // A name that a database would want in quotation marks stays one word: who judges it has to see it whole.
     void readWord()
     {
-        // A quotation mark in the middle makes no quotation: what stands around it is no name of any
-        // database.
-        const QString ends = QStringLiteral("(),;`'");
         qsizetype end = m_position;
-        while (end < m_text.size() && !m_text.at(end).isSpace() && !ends.contains(m_text.at(end))) {
+        while (end < m_text.size() && !endsWord(m_text[end])) {
             ++end;
         }
         add(token_kind::word, m_text.sliced(m_position, end - m_position), end);
     }
 
-    const QString & m_text;
+    QStringView m_text;
     qsizetype m_position = 0;
     std::vector<token> m_tokens;
 };
 
 } // namespace
 
-bool token::isWord(QLatin1String keyword) const
+bool token::isWord(const char * keyword) const
 {
-    return kind == token_kind::word && text.compare(keyword, Qt::CaseInsensitive) == 0;
+    if (kind != token_kind::word) {
+        return false;
+    }
+    for (const QChar c : inside) {
+        const char next = *keyword++;
+        if (next == '\0' || lower(c.unicode()) != lower(static_cast<unsigned char>(next))) {
+            return false;
+        }
+    }
+    return *keyword == '\0';
 }
 
-std::vector<token> tokensOf(const QString & text)
+QString token::text() const
+{
+    QString said = inside.toString();
+    if (!quote.isNull()) {
+        const QChar mark = endOf(quote);
+        said.replace(QString(2, mark), QString(mark));
+    }
+    return said;
+}
+
+std::vector<token> tokensOf(QStringView text)
 {
     return tokenizer(text).read();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 
 #include <vector>
 
@@ -9,8 +10,8 @@ namespace database {
 enum class token_kind
 {
     word,   ///< what stands between blanks and the marks below, such as a name, a keyword, a number
-    quoted, ///< a name in quotation marks, without these; marks inside are single
-    text,   ///< a string in apostrophes, without these
+    quoted, ///< a name in quotation marks
+    text,   ///< a string in apostrophes
     open,
     close,
     comma,
@@ -22,17 +23,19 @@ enum class token_kind
 struct token
 {
     token_kind kind = token_kind::word;
-    QString text;
+    QStringView inside;  ///< as it is written, without the marks around it
     QChar quote;         ///< that a quoted name began with
     qsizetype begin = 0; ///< where it stands in the text, quotation marks included
     qsizetype end = 0;
 
-    /// Whether it is that word, in any case. Keywords are asked for in capitals.
-    [[nodiscard]] bool isWord(QLatin1String keyword) const;
+    /// Whether it is that word, in any case of A to Z.
+    [[nodiscard]] bool isWord(const char * keyword) const;
+    /// What it says: marks that are written twice inside are single.
+    [[nodiscard]] QString text() const;
 };
 
 /// The tokens of a text of statements; comments are left out. Every character that is no blank and in no
-/// comment is in one of them.
-[[nodiscard]] std::vector<token> tokensOf(const QString & text);
+/// comment is in one of them. They are parts of `text`, which has to outlive them.
+[[nodiscard]] std::vector<token> tokensOf(QStringView text);
 
 } // namespace database

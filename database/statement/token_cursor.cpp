@@ -19,7 +19,7 @@ bool token_cursor::isAt(std::initializer_list<const char *> words) const
     std::size_t ahead = 0;
     return std::all_of(words.begin(), words.end(), [this, &ahead](const char * word) {
         const token * const found = peek(ahead++);
-        return found != nullptr && found->isWord(QLatin1String(word));
+        return found != nullptr && found->isWord(word);
     });
 }
 
@@ -43,7 +43,7 @@ std::optional<identifier> token_cursor::takeName()
         return std::nullopt;
     }
     const token & found = m_tokens[m_position++];
-    return identifier{found.text, found.quote};
+    return identifier{found.text(), found.quote};
 }
 
 std::optional<QString> token_cursor::takeText()
@@ -51,7 +51,7 @@ std::optional<QString> token_cursor::takeText()
     if (!isAt(token_kind::text)) {
         return std::nullopt;
     }
-    return m_tokens[m_position++].text;
+    return m_tokens[m_position++].text();
 }
 
 std::optional<int> token_cursor::takeNumberInBrackets()
@@ -63,7 +63,7 @@ std::optional<int> token_cursor::takeNumberInBrackets()
         return std::nullopt;
     }
     bool isNumber = false;
-    const int value = number->text.toInt(&isNumber);
+    const int value = number->inside.toInt(&isNumber);
     if (!isNumber) {
         return std::nullopt;
     }
@@ -76,9 +76,8 @@ QString token_cursor::takeUntil(std::span<const char * const> words)
     const std::size_t first = m_position;
     for (int depth = 0; !isAtEnd(); ++m_position) {
         const token & next = *peek();
-        const bool isEndWord = std::any_of(words.begin(), words.end(), [&next](const char * word) {
-            return next.isWord(QLatin1String(word));
-        });
+        const bool isEndWord =
+            std::any_of(words.begin(), words.end(), [&next](const char * word) { return next.isWord(word); });
         if (depth == 0 && (isEndWord || next.kind == token_kind::comma || next.kind == token_kind::close)) {
             break;
         }
