@@ -147,8 +147,9 @@ private:
             if (const ZkBool told = runScript(whole, full, std::move(list), &each.found); !told) {
                 return told;
             }
-            each.state = whole.held();
-            whole.lookAtModel(full, *each.state, each.settings, each.found);
+            full.records.clear(); // the largest part of what is needed no longer
+            whole.lookAtModel(full, whole.stored(), each.settings, each.found);
+            each.state = whole.stored();
         }
         return ZkBool::success();
     }
@@ -247,7 +248,7 @@ private:
             step, now,
             [&] {
                 // The first version is made as a whole, so a history holds then what a new database does.
-                return step.from == versionWord(1) ? of.chain->heldBefore()
+                return step.from == versionWord(1) ? of.chain->storedBefore()
                        : of.previous               ? *of.previous
                                                    : newDatabase(of, step.before, result);
             },
@@ -269,8 +270,8 @@ private:
         full.isFull = true;
         full.records = std::move(list.records);
         check::checker whole(*of.known, of.key);
-        whole.run(full, nullptr);
-        return whole.held();
+        whole.runUntold(full);
+        return whole.stored();
     }
 
     /// What was made before a failure is judged as well.
@@ -282,7 +283,11 @@ private:
         }
         script.records = std::move(list.records);
         script.name = script.records.empty() ? QString() : script.records.front().script;
-        with.run(script, told);
+        if (told != nullptr) {
+            with.run(script, told);
+        } else {
+            with.runUntold(script);
+        }
         return list.outcome;
     }
 

@@ -9,6 +9,8 @@
 #include "check/view/statement_place.h"
 #include "check/view/told_statement.h"
 
+#include "database/facts/known_types.h"
+#include "database/facts/normal_form.h"
 #include "database/statement/reader.h"
 #include "model/entity.h"
 #include "model/property.h"
@@ -43,18 +45,21 @@ public:
         m_run.step = next.step;
     }
 
-    void run()
+    void run(const plugin::statement_record & record)
     {
-        for (const plugin::statement_record & record : m_next.records) {
-            const std::vector<database::statement> statements = database::readStatements(
-                record.text, record.isReplaced() ? database::writer::anyone : database::writer::exporter);
-            for (const database::statement & read : statements) {
-                runStatement(record, read);
-            }
-            if (statements.empty() && record.property != 0 && !record.text.trimmed().isEmpty()) {
-                m_of.m_step.commented.insert(record.property);
-            }
+        const std::vector<database::statement> statements = database::readStatements(
+            record.text, record.isReplaced() ? database::writer::anyone : database::writer::exporter);
+        for (const database::statement & read : statements) {
+            runStatement(record, read);
         }
+        if (statements.empty() && record.property != 0 && !record.text.trimmed().isEmpty()) {
+            m_of.m_step.commented.insert(record.property);
+        }
+    }
+
+    /// Tells what there is to say when all of the script was run.
+    void end()
+    {
         if (m_told != nullptr) {
             m_told->runs.push_back(m_run);
             tellHalfApplied();
@@ -187,7 +192,7 @@ checker::checker(const database::facts & known, const QString & database)
 {
 }
 
-void checker::run(const script & next, report * told)
+void checker::begin(const script & next)
 {
     // Before the first step there is no table to have a row.
     if (next.before) {
@@ -197,8 +202,29 @@ void checker::run(const script & next, report * told)
         m_withRows->putRowIntoEach();
     }
     m_step = {};
-    m_beforeStep = told != nullptr && !next.isFull ? held() : database::catalogue();
-    script_run(*this, next, told).run();
+}
+
+void checker::run(const script & next, report * told)
+{
+    begin(next);
+    m_beforeStep = told != nullptr && !next.isFull ? stored() : database::catalogue();
+    script_run all(*this, next, told);
+    for (const plugin::statement_record & record : next.records) {
+        all.run(record);
+    }
+    all.end();
+}
+
+void checker::runUntold(script & next)
+{
+    begin(next);
+    m_beforeStep = {};
+    script_run all(*this, next, nullptr);
+    for (plugin::statement_record & record : next.records) {
+        all.run(record);
+        record = {};
+    }
+    next.records.clear();
 }
 
 namespace {
@@ -220,6 +246,14 @@ QString keyOf(const difference_view & of)
         .join(u'\n');
 }
 
+/// What the catalogue `found` has otherwise than `expected`. Neither is in normal form.
+std::vector<schema_difference> differencesOf(const database::catalogue & expected,
+                                             const database::catalogue & found, const database::facts & known)
+{
+    const database::catalogue_parts parts = database::differingParts(expected, found, known);
+    return compareSchemas(parts.first, parts.second);
+}
+
 /// Differences that were there before the step.
 QSet<QString> keysOf(const std::vector<schema_difference> & differences, const script_view & in,
                      const step_changes & changes, const step_record & record)
@@ -236,7 +270,8 @@ QSet<QString> keysOf(const std::vector<schema_difference> & differences, const s
 void checker::lookAtModel(const script & full, const database::catalogue & made,
                           const export_settings & settings, report & told)
 {
-    for (finding & each : explainModel({m_known, full, made, settings, m_step.refusedProperties})) {
+    const database::known_types types(m_known);
+    for (finding & each : explainModel({m_known, types, full, made, settings, m_step.refusedProperties})) {
         addTo(told, std::move(each), full);
     }
 }
@@ -260,12 +295,12 @@ void checker::compare(const script & step, const database::catalogue & now,
     for (finding & each : explainChanges(step, changes)) {
         addTo(told, std::move(each), step);
     }
-    const std::vector<schema_difference> differences = compareSchemas(now, held());
+    const std::vector<schema_difference> differences = differencesOf(now, stored(), m_known);
     if (differences.empty()) {
         return;
     }
     const script_view view(step, m_known, m_made);
-    const QSet<QString> old = keysOf(compareSchemas(before(), m_beforeStep), view, changes, m_step);
+    const QSet<QString> old = keysOf(differencesOf(before(), m_beforeStep, m_known), view, changes, m_step);
     QSet<QString> fingerprints;
     for (const schema_difference & each : differences) {
         const difference_view seen(view, changes, m_step, each);

@@ -24,26 +24,31 @@ public:
     /// Runs a script. What it has to say of a script goes to `told`, when that is given, the same for all
     /// calls: a script without it is only there for what it leaves to those after it.
     void run(const script & next, report * told);
+    /// Runs such a script and frees each record when it is done, since those of a large model are large.
+    void runUntold(script & next);
 
     /// Tells what the full script that was run left otherwise than its model says, and what is unwise in it.
-    /// @param made what held() says after it
+    /// @param made what stored() says after it
     void lookAtModel(const script & full, const database::catalogue & made, const export_settings & settings,
                      report & told);
 
     /// Tells what the step that was run last left otherwise than a new database is. Differences that were
     /// there before it are not told again.
-    /// @param now what a new database holds, made by the full script of the model after the step
+    /// @param now what stored() says of a new database, made by the full script of the model after the step
     /// @param before the same of the model before it, asked for when there are differences
     void compare(const script & step, const database::catalogue & now,
                  const std::function<database::catalogue()> & before, report & told);
 
-    /// What the database held before the script that was told last, when no table has rows.
-    [[nodiscard]] const database::catalogue & heldBefore() const { return m_beforeStep; }
-    /// What the database holds now when no table has rows.
+    /// What stored() said before the script that was told last.
+    [[nodiscard]] const database::catalogue & storedBefore() const { return m_beforeStep; }
+    /// What the database holds now when no table has rows, as the scripts made it.
+    [[nodiscard]] const database::catalogue & stored() const { return m_empty.stored(); }
+    /// The same in normal form.
     [[nodiscard]] database::catalogue held() const { return m_empty.held(); }
 
 private:
     class script_run;
+    void begin(const script & next);
     struct refused_statement
     {
         statement_place place;

@@ -59,15 +59,22 @@ std::optional<severity> severityOf(const QString & word)
 
 QString fingerprintOf(const finding & of)
 {
-    QString text = of.code + QLatin1Char(' ') + of.database;
+    const auto add = [](QByteArray & to, QLatin1String word) { to.append(word.data(), word.size()); };
+    QByteArray text;
+    text.reserve(128);
+    add(text, of.code);
+    text += ' ' + of.database.toUtf8();
     if (of.statement) {
-        text += QLatin1Char(' ') + plugin::actionName(of.statement->action);
+        text += ' ';
+        add(text, plugin::actionName(of.statement->action));
     }
     for (const object & each : of.objects) {
-        text += QLatin1Char(' ') + model::kindName(each.kind) + QString::number(each.id);
+        text += ' ';
+        add(text, model::kindName(each.kind));
+        text += QByteArray::number(static_cast<qlonglong>(each.id));
     }
-    const QByteArray hash = QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha256);
-    return QString::fromLatin1(hash.toHex().left(16));
+    const QByteArray hash = QCryptographicHash::hash(text, QCryptographicHash::Sha256);
+    return QString::fromLatin1(hash.first(8).toHex());
 }
 
 } // namespace check

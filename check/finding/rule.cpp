@@ -8,6 +8,7 @@ QString filled(const char * text, const values & with)
 {
     const QString pattern = QString::fromUtf8(text);
     QString result;
+    result.reserve(2 * pattern.size());
     qsizetype at = 0;
     while (at < pattern.size()) {
         const qsizetype open = pattern.indexOf(QLatin1Char('{'), at);
@@ -16,12 +17,17 @@ QString filled(const char * text, const values & with)
             break;
         }
         result += QStringView(pattern).mid(at, open - at);
-        const QString name = pattern.mid(open + 1, close - open - 1);
+        const auto name = QString::fromRawData(pattern.constData() + open + 1, close - open - 1);
         const auto value = with.constFind(name);
-        result += value == with.constEnd() ? pattern.mid(open, close - open + 1) : *value;
+        result += value == with.constEnd() ? QStringView(pattern).mid(open, close - open + 1) : *value;
         at = close + 1;
     }
-    return result + pattern.mid(at);
+    if (at == 0) {
+        return pattern;
+    }
+    result += QStringView(pattern).mid(at);
+    result.squeeze();
+    return result;
 }
 
 QByteArray rulePage(const QString & code)

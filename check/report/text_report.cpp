@@ -11,20 +11,28 @@ namespace {
 constexpr int Width = 100; ///< characters of a line
 constexpr int Indent = 4;
 
-/// `text` in lines of the report's width.
-QString wrapped(const QString & text, int indent)
+/// Adds `text` in lines of the report's width.
+void addWrapped(QString & to, const QString & text)
 {
-    const QString begin(indent, u' ');
-    QString result;
-    QString line;
-    for (const QString & word : text.split(u' ', Qt::SkipEmptyParts)) {
-        if (!line.isEmpty() && indent + line.size() + 1 + word.size() > Width) {
-            result += begin + line + u'\n';
-            line.clear();
+    qsizetype length = 0; // of the line; 0 before its first word
+    for (const QStringView word : QStringView(text).tokenize(u' ', Qt::SkipEmptyParts)) {
+        if (length > 0 && length + 1 + word.size() > Width) {
+            to += u'\n';
+            length = 0;
         }
-        line += (line.isEmpty() ? QString() : QStringLiteral(" ")) + word;
+        if (length == 0) {
+            to.resize(to.size() + Indent, u' ');
+            length = Indent;
+        } else {
+            to += u' ';
+            ++length;
+        }
+        to += word;
+        length += word.size();
     }
-    return line.isEmpty() ? result : result + begin + line + u'\n';
+    if (length > 0) {
+        to += u'\n';
+    }
 }
 
 QString counted(int count, const char * one, const char * many)
@@ -136,13 +144,13 @@ private:
     {
         const QString place = of.statement ? QStringLiteral(" line %1").arg(of.statement->line) : QString();
         m_text += QStringLiteral("%1 %2%3\n").arg(sign(of), of.code, place);
-        m_text += wrapped(of.message, Indent);
+        addWrapped(m_text, of.message);
         if (of.accepted) {
-            m_text += wrapped(QStringLiteral("Accepted: ") + of.accepted->why, Indent);
+            addWrapped(m_text, QStringLiteral("Accepted: ") + of.accepted->why);
             return;
         }
-        m_text += wrapped(QStringLiteral("Why: ") + of.why, Indent);
-        m_text += wrapped(QStringLiteral("What to do: ") + of.way.text, Indent);
+        addWrapped(m_text, QStringLiteral("Why: ") + of.why);
+        addWrapped(m_text, QStringLiteral("What to do: ") + of.way.text);
         for (const QString & each : of.way.sql) {
             m_text += QString(qsizetype{2} * Indent, u' ') + each + u'\n';
         }
@@ -161,9 +169,8 @@ private:
             const QString line = QString::number(lineOf(*each));
             places += each->script == of.script ? line : QStringLiteral("%1 of %2").arg(line, each->script);
         }
-        m_text +=
-            wrapped(QStringLiteral("Refused as well because of it: line ") + places.join(QLatin1String(", ")),
-                    Indent);
+        addWrapped(m_text,
+                   QStringLiteral("Refused as well because of it: line ") + places.join(QLatin1String(", ")));
     }
 
     void writeStatement(const statement_place & of)

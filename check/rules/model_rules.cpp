@@ -75,8 +75,8 @@ private:
         if (!table.key) {
             tell(WithoutKey, entity, nullptr, table);
         }
-        for (const auto & each : entity.getListOfProperty(true, false, true)->values()) {
-            if (!isRefused(*each)) {
+        for (const auto & each : entity.getListOfProperty(true, true, true)->values()) {
+            if (each && !each->isTransient() && !isRefused(*each)) {
                 lookAt(entity, *each, table);
             }
         }
@@ -105,10 +105,11 @@ private:
                     const database::table & table, const database::column & column)
     {
         const QString forced = member.getExplicitForceSqlType();
-        const bool isOther = !forced.isEmpty() && database::shownType(m_of.known, forced) != column.type;
+        const QString & shown = m_of.types.shown(column.type);
+        const bool isOther = !forced.isEmpty() && m_of.types.shown(forced) != shown;
         if (isOther) {
             tell(ForcedTypeUnused, entity, &member, table,
-                 {{QStringLiteral("forced"), forced}, {QStringLiteral("type"), column.type}});
+                 {{QStringLiteral("forced"), forced}, {QStringLiteral("type"), shown}});
         }
         const auto type = member.getType();
         if (!forced.isEmpty() || !type || type->getEnumeration() || m_of.settings.mappedTypes.isEmpty()) {
@@ -117,7 +118,7 @@ private:
         for (const QString & each : type->getCppTypes()) {
             if (!m_of.settings.mappedTypes.contains(each)) {
                 tell(UnknownCppType, entity, &member, table,
-                     {{QStringLiteral("cpp"), each}, {QStringLiteral("type"), column.type}});
+                     {{QStringLiteral("cpp"), each}, {QStringLiteral("type"), shown}});
             }
         }
     }

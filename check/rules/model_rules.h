@@ -4,7 +4,7 @@
 #include "check/view/script.h"
 
 #include "database/catalogue/catalogue.h"
-#include "database/facts/facts.h"
+#include "database/facts/known_types.h"
 
 #include <QSet>
 
@@ -23,8 +23,9 @@ struct export_settings
 struct made_model
 {
     const database::facts & known;
+    const database::known_types & types;
     const script & full;
-    const database::catalogue & made;
+    const database::catalogue & made; ///< as the script made it
     const export_settings & settings;
     const QSet<long> & refused; ///< properties of which a statement was refused, which says enough
 };

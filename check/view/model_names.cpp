@@ -22,8 +22,11 @@ QStringList columnNamesOf(const model::property & of)
     if (isNone) {
         return {};
     }
-    return of.getColumnName().isEmpty() ? QStringList(of.getName())
-                                        : of.getColumnName().split(model::ColumnSeparator);
+    const QString columns = of.getColumnName();
+    if (!columns.contains(model::ColumnSeparator)) {
+        return {columns.isEmpty() ? of.getName() : columns};
+    }
+    return columns.split(model::ColumnSeparator);
 }
 
 QString nameOf(const model::property & of)

@@ -1,5 +1,7 @@
 #include "check/view/schema_difference.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <map>
 
@@ -245,9 +247,12 @@ std::vector<schema_difference> compareSchemas(const database::catalogue & expect
             told.push_back({difference_kind::table_left, table.name, {}, {}, table.name});
         }
     }
+    QSet<QString> sequences;
+    for (const database::sequence & each : expected.sequences) {
+        sequences.insert(each.name);
+    }
     for (const database::sequence & each : found.sequences) {
-        if (std::find(expected.sequences.begin(), expected.sequences.end(), each) ==
-            expected.sequences.end()) {
+        if (!sequences.contains(each.name)) {
             told.push_back({difference_kind::sequence_left, {}, {}, {}, each.name});
         }
     }

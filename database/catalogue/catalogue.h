@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -77,12 +78,13 @@ struct trigger
 struct table
 {
     QString name;
-    std::vector<column> columns;
+    // Lists, since a copy of one shares what it holds until one of both changes.
+    QList<column> columns;
     std::optional<primary_key> key;
-    std::vector<index> indexes;
-    std::vector<foreign_key> foreignKeys;
-    std::vector<sequence> sequences; ///< those of its columns
-    std::vector<trigger> triggers;
+    QList<index> indexes;
+    QList<foreign_key> foreignKeys;
+    QList<sequence> sequences; ///< those of its columns
+    QList<trigger> triggers;
 
     bool operator==(const table &) const = default;
 };
@@ -91,7 +93,7 @@ struct table
 struct catalogue
 {
     std::map<QString, table> tables; ///< by the name as the database tells tables apart
-    std::vector<sequence> sequences; ///< those that belong to no column
+    QList<sequence> sequences;       ///< those that belong to no column
 
     bool operator==(const catalogue &) const = default;
 };

@@ -6,6 +6,7 @@
 #include <QStringBuilder>
 
 #include <algorithm>
+#include <set>
 
 namespace database {
 
@@ -36,7 +37,7 @@ void numberIndexes(table & owner)
     }
 }
 
-void nameTargets(catalogue & held, table & owner, const facts & known)
+void nameTargets(const catalogue & held, table & owner, const facts & known)
 {
     for (foreign_key & key : owner.foreignKeys) {
         const auto found = held.tables.find(foldedTable(known, key.target));
@@ -51,26 +52,84 @@ void nameTargets(catalogue & held, table & owner, const facts & known)
     }
 }
 
+/// Brings a table into normal form that is one of those, or of the same names as one of those, in `held`.
+void normalise(table & owner, const catalogue & held, const known_types & types)
+{
+    if (types.known().scopes.uniqueNumbered.value) {
+        numberIndexes(owner);
+    }
+    nameTargets(held, owner, types.known());
+    for (column & each : owner.columns) {
+        each.type = types.shown(each.type);
+    }
+    // No server tells it.
+    for (index & each : owner.indexes) {
+        each.madeByForeignKey = false;
+        each.isConstraint = false;
+    }
+}
+
+bool isAlikeIn(const catalogue & other, const QString & key, const table & owner)
+{
+    const auto found = other.tables.find(key);
+    return found != other.tables.end() && found->second == owner;
+}
+
+// Those that are not the same in both. What a foreign key refers to has a say in how it is shown.
+std::set<QString> keysOfDiffering(const catalogue & one, const catalogue & other, const facts & known)
+{
+    std::set<QString> keys;
+    for (const auto & [key, owner] : one.tables) {
+        if (!isAlikeIn(other, key, owner)) {
+            keys.insert(key);
+        }
+    }
+    for (const auto & [key, owner] : other.tables) {
+        if (!one.tables.contains(key)) {
+            keys.insert(key);
+        }
+    }
+    const std::set<QString> others = keys;
+    for (const auto & [key, owner] : one.tables) {
+        const QList<foreign_key> & references = owner.foreignKeys;
+        if (std::any_of(references.begin(), references.end(), [&](const foreign_key & each) {
+                return others.contains(foldedTable(known, each.target));
+            })) {
+            keys.insert(key);
+        }
+    }
+    return keys;
+}
+
+catalogue partOf(const catalogue & whole, const std::set<QString> & keys, const known_types & types)
+{
+    catalogue part;
+    part.sequences = whole.sequences;
+    for (const QString & key : keys) {
+        const auto found = whole.tables.find(key);
+        if (found != whole.tables.end()) {
+            normalise(part.tables[key] = found->second, whole, types);
+        }
+    }
+    return part;
+}
+
 } // namespace
 
 catalogue normalForm(catalogue held, const facts & known)
 {
     const known_types types(known);
     for (auto & [key, owner] : held.tables) {
-        if (known.scopes.uniqueNumbered.value) {
-            numberIndexes(owner);
-        }
-        nameTargets(held, owner, known);
-        for (column & each : owner.columns) {
-            each.type = types.shown(each.type);
-        }
-        // No server tells it.
-        for (index & each : owner.indexes) {
-            each.madeByForeignKey = false;
-            each.isConstraint = false;
-        }
+        normalise(owner, held, types);
     }
     return held;
+}
+
+catalogue_parts differingParts(const catalogue & first, const catalogue & second, const facts & known)
+{
+    const std::set<QString> keys = keysOfDiffering(first, second, known);
+    const known_types types(known);
+    return {partOf(first, keys, types), partOf(second, keys, types)};
 }
 
 } // namespace database

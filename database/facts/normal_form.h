@@ -11,4 +11,15 @@ struct facts;
 /// another catalogue goes through this first, a catalogue read from a server included.
 [[nodiscard]] catalogue normalForm(catalogue held, const facts & known);
 
+/// Parts of two catalogues.
+struct catalogue_parts
+{
+    catalogue first;
+    catalogue second;
+};
+
+/// What of two catalogues may differ in normal form, in that form: tables that both hold alike are left out.
+[[nodiscard]] catalogue_parts differingParts(const catalogue & first, const catalogue & second,
+                                             const facts & known);
+
 } // namespace database

@@ -50,12 +50,12 @@ refusal addingRefusal(const state & at, const table & owner, const add_column & 
 void makeColumn(state & at, const table & owner, const add_column & asked, const column & made)
 {
     QSet<QString> taken;
-    std::vector<sequence> sequences;
+    QList<sequence> sequences;
     if (made.counted && at.known.scopes.namesKeysAndSequences.value) {
         sequences.push_back({at.freeName(owner.name, made.name, QLatin1String("seq")), made.name});
         taken.insert(sequences.front().name);
     }
-    std::vector<index> indexes;
+    QList<index> indexes;
     if (asked.definition.unique || isUniqueByType(at.types, asked.definition)) {
         table with = owner;
         with.columns.push_back(made);
@@ -63,8 +63,8 @@ void makeColumn(state & at, const table & owner, const add_column & asked, const
     }
     at.change(owner, [&](table & changed) {
         changed.columns.push_back(made);
-        changed.sequences.insert(changed.sequences.end(), sequences.begin(), sequences.end());
-        changed.indexes.insert(changed.indexes.end(), indexes.begin(), indexes.end());
+        changed.sequences += sequences;
+        changed.indexes += indexes;
     });
 }
 
@@ -113,14 +113,14 @@ void takeFromIndexes(table & owner, const QString & column, bool wholeIndex)
             std::erase_if(each.parts, [&](const key_part & part) { return part.column == column; });
         }
     }
-    std::erase_if(owner.indexes, [](const index & each) { return each.parts.empty(); });
+    owner.indexes.removeIf([](const index & each) { return each.parts.empty(); });
 }
 
 void takeColumn(table & owner, const QString & column, bool wholeIndex)
 {
-    std::erase_if(owner.columns, [&](const struct column & each) { return each.name == column; });
-    std::erase_if(owner.sequences, [&](const sequence & each) { return each.column == column; });
-    std::erase_if(owner.foreignKeys, [&](const foreign_key & each) { return each.columns.contains(column); });
+    owner.columns.removeIf([&](const struct column & each) { return each.name == column; });
+    owner.sequences.removeIf([&](const sequence & each) { return each.column == column; });
+    owner.foreignKeys.removeIf([&](const foreign_key & each) { return each.columns.contains(column); });
     takeFromIndexes(owner, column, wholeIndex);
     if (isInKey(owner, column)) {
         owner.key.reset();

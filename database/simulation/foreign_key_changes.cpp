@@ -326,7 +326,7 @@ std::optional<refusal> dropKey(state & at, const table & owner, const QString & 
         return refusal{refusal_cause::index_needed, foreignKeyObject(needs->name), false};
     }
     at.change(owner, [&](table & changed) {
-        std::erase_if(changed.indexes, [&](const index & each) { return isUnique && each.name == name; });
+        changed.indexes.removeIf([&](const index & each) { return isUnique && each.name == name; });
         if (isKey) {
             changed.key.reset();
         }
@@ -370,7 +370,7 @@ refusal apply(state & at, const drop_constraint & asked, losses & lost)
         lost.push_back({loss_kind::nothing_done, foreignKeyObject(name)});
         return {};
     }
-    at.change(*owner, [&](table & changed) { std::erase_if(changed.foreignKeys, isNamed); });
+    at.change(*owner, [&](table & changed) { changed.foreignKeys.removeIf(isNamed); });
     return {};
 }
 

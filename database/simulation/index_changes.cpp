@@ -85,7 +85,7 @@ void putIndex(state & at, const table & owner, const index & made)
         return;
     }
     at.change(owner, [&](table & changed) {
-        std::erase_if(changed.indexes, givesWay);
+        changed.indexes.removeIf(givesWay);
         changed.indexes.push_back(made);
     });
 }
@@ -200,7 +200,7 @@ refusal apply(state & at, const drop_index & asked, losses & lost)
     }
     const QString gone = found->name;
     at.change(*owner, [&](table & changed) {
-        std::erase_if(changed.indexes, [&](const index & each) { return each.name == gone; });
+        changed.indexes.removeIf([&](const index & each) { return each.name == gone; });
     });
     return {};
 }

@@ -180,6 +180,7 @@ private:
         if (const refusal why = checkColumnCount(m_at.known, m_made.name, m_columns.size()); why) {
             return why;
         }
+        m_made.columns.reserve(static_cast<qsizetype>(m_columns.size()));
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
             const QString & name = m_names.at(static_cast<qsizetype>(i));
             if (const refusal why = checkColumnName(m_at, m_made, name); why) {

@@ -206,7 +206,12 @@ void simulation::putRowIntoEach()
 
 catalogue simulation::held() const
 {
-    return normalForm(m_memory->now->held(), m_memory->now->known);
+    return normalForm(stored(), m_memory->now->known);
+}
+
+const catalogue & simulation::stored() const
+{
+    return m_memory->now->held();
 }
 
 } // namespace database

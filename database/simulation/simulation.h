@@ -41,6 +41,8 @@ public:
 
     /// What the database holds now, in its normal form.
     [[nodiscard]] catalogue held() const;
+    /// The same as the statements made it, until the next one is run: types by the words of the scripts.
+    [[nodiscard]] const catalogue & stored() const;
 
 private:
     class memory;

@@ -100,7 +100,7 @@ refusal apply(state & at, const create_trigger & asked, losses & lost)
     const table * const owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
     if (owner != nullptr) {
         at.change(*owner, [&](table & changed) {
-            std::erase_if(changed.triggers, [&](const trigger & each) { return each.name == name; });
+            changed.triggers.removeIf([&](const trigger & each) { return each.name == name; });
             changed.triggers.push_back({name});
         });
     }
