@@ -84,7 +84,9 @@ private Q_SLOTS:
             QFile::remove(path("tagged.korv"));
             QVERIFY(QFile::copy(path("large.korv"), path("tagged.korv")));
             const program_result result = runWithin(kilobytes, command);
-            if (result.status == 127) {
+            // The second is the standard library's own word, which the first lines of main() replace: what
+            // found no room is the initialization of a library.
+            if (result.status == 127 || result.errors.startsWith("terminate called after throwing")) {
                 continue;
             }
             QVERIFY2(result.status == 0 || result.status == 1,
