@@ -42,7 +42,7 @@ QString nearestWord(const QString & typed, const QStringList & words)
     QString nearest;
     int least = 0;
     for (const QString & word : words) {
-        const int n = distance(typed.toLower(), word);
+        const int n = distance(typed.toLower(), word.toLower());
         // Of a short word two letters are most of it.
         if (n <= (word.size() < 5 ? 1 : 2) && (nearest.isEmpty() || n < least)) {
             nearest = word;

@@ -7,6 +7,8 @@
 #include "app/plugin_choice.h"
 #include "app/project_work.h"
 #include "app/script_guard.h"
+#include "app/silent_step.h"
+#include "app/source.h"
 #include "app/unattended.h"
 
 #include "context/ctx_global.h"
@@ -122,6 +124,21 @@ QString nothingWritten(const export_report & report, const QString & projectFile
                : report.reasonForNoFile;
 }
 
+/// Says so when the last step of the scripts that were written says nothing though the model changed.
+void tellSilentStep(plugin::export_interface & plugin, const export_report & report, const QString & file)
+{
+    static const QRegularExpression lastStep(QStringLiteral("_v(\\d+)_to_v\\d+\\.sql$"));
+    auto * const statements = qobject_cast<plugin::statement_source *>(&plugin);
+    const QRegularExpressionMatch match =
+        report.files.isEmpty() ? QRegularExpressionMatch() : lastStep.match(report.files.constLast());
+    const QString silent = statements && match.hasMatch()
+                               ? silentStep(*statements, file, match.captured(1).toInt(), Now)
+                               : QString();
+    if (!silent.isEmpty()) {
+        printError(silent);
+    }
+}
+
 /// @param isStrange whether a strange value was told, which explains that nothing was written
 int runExport(plugin::export_interface & plugin, model::project & project, const export_request & request,
               bool isStrange)
@@ -152,6 +169,7 @@ int runExport(plugin::export_interface & plugin, model::project & project, const
     } else if (!report.reasonForNoFile.isEmpty() && !isStrange) {
         printError(nothingWritten(report, request.projectFile));
     }
+    tellSilentStep(plugin, report, request.projectFile);
     return report.ok ? Done : Failed;
 }
 

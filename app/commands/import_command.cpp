@@ -2,7 +2,9 @@
 #include "app/command_options.h"
 #include "app/commands/commands.h"
 #include "app/output.h"
+#include "app/plugin_choice.h"
 #include "app/project_work.h"
+#include "app/unknown_types.h"
 
 #include <QDir>
 
@@ -15,7 +17,8 @@ class import_command : public command
 {
 public:
     import_command()
-        : command("import", "Create a project from a model in text form, or replace a project's model")
+        : command("import", "Create a project from a model in text form, or replace a project's model",
+                  surroundings::plugins)
     {
     }
 
@@ -43,6 +46,7 @@ public:
         for (const QString & warning : done.warnings) {
             printError(warning);
         }
+        tellUnknownTypes();
         printDone(QStringLiteral("Project '%1' imported into %2 (entities: %3)")
                       .arg(done.projectName, QDir::toNativeSeparators(m_sProjectFile),
                            QString::number(done.entities)));
@@ -50,6 +54,18 @@ public:
     }
 
 private:
+    /// Types that an export will not know are told by whoever knows the type mapping, if that is there.
+    void tellUnknownTypes() const
+    {
+        const found_plugins found = found_plugins::inFolders();
+        int status = Failed;
+        QString reason;
+        plugin::statement_source * const statements = chooseStatementSource(found, {}, status, reason);
+        for (const QString & line : statements ? unknownTypes(*statements, m_sProjectFile) : QStringList()) {
+            printError(QStringLiteral("%1: warning: %2").arg(shownName(m_sModelFile), line));
+        }
+    }
+
     QString m_sModelFile;
     QString m_sProjectFile;
 };

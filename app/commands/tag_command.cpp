@@ -2,7 +2,9 @@
 #include "app/command_options.h"
 #include "app/commands/commands.h"
 #include "app/output.h"
+#include "app/plugin_choice.h"
 #include "app/project_work.h"
+#include "app/silent_step.h"
 #include "app/terminal_question.h"
 
 #include <QDir>
@@ -25,7 +27,10 @@ QString described(const storage::history::version & version, const QString & fil
 class tag_command : public command
 {
 public:
-    tag_command() : command("tag", "Tag the current state of a project as a new version") {}
+    tag_command()
+        : command("tag", "Tag the current state of a project as a new version", surroundings::plugins)
+    {
+    }
 
     void declare(command_options & options) override
     {
@@ -52,6 +57,7 @@ public:
 
 private:
     [[nodiscard]] int tag() const;
+    void tellSilentStep(int number) const;
     [[nodiscard]] int undo() const;
     [[nodiscard]] bool isConfirmed(const storage::history::newest_version & newest,
                                    const QString & what) const;
@@ -80,7 +86,24 @@ int tag_command::tag() const
     }
     const QString done = QStringLiteral("Version %1 of %2 tagged").arg(QString::number(tagged.number), file);
     printDone(tagged.unchanged == 0 ? done : done + QStringLiteral("; ") + newest);
+    if (tagged.number > 1 && tagged.unchanged == 0) {
+        tellSilentStep(tagged.number);
+    }
     return Done;
+}
+
+/// Says so when the scripts will not hear of what was tagged, as far as there is a plug-in that makes some.
+void tag_command::tellSilentStep(int number) const
+{
+    const found_plugins found = found_plugins::inFolders();
+    int status = Failed;
+    QString reason;
+    plugin::statement_source * const statements = chooseStatementSource(found, {}, status, reason);
+    const QString silent =
+        statements ? silentStep(*statements, m_sProjectFile, number - 1, number) : QString();
+    if (!silent.isEmpty()) {
+        printError(silent);
+    }
 }
 
 int tag_command::undo() const
