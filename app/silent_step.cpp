@@ -11,7 +11,8 @@
 
 namespace app {
 
-QString silentStep(plugin::statement_source & statements, const QString & file, int from, int to)
+QString silentStep(plugin::statement_source & statements, const QString & file, int from, int to,
+                   const QString & database)
 {
     compared_states states;
     if (!loadStates({file, versionWord(from), versionWord(to)}, states)) {
@@ -19,6 +20,7 @@ QString silentStep(plugin::statement_source & statements, const QString & file, 
     }
     const std::vector<model::model_change> changes = model::difference(*states.before, *states.after);
     script_request request;
+    request.database = database;
     request.noCustomScript = true; // which statements there are, it does not decide
     step_script script;
     if (changes.empty() || !makeStepScript(statements, states, changes, request, script) ||
@@ -26,9 +28,10 @@ QString silentStep(plugin::statement_source & statements, const QString & file, 
                      [](const step_statement & s) { return s.isFrame(); })) {
         return {};
     }
-    return QStringLiteral("No statement follows the %1 since %2: databases stay as they are; "
-                          "'korvane diff %3 %4 --db %5' shows what changed")
-        .arg(changes.size() == 1 ? QStringLiteral("change")
+    return QStringLiteral("No statement for %1 follows the %2 since %3: databases stay as they are; "
+                          "'korvane diff %4 %5 --db %6' shows what changed")
+        .arg(script.label,
+             changes.size() == 1 ? QStringLiteral("change")
                                  : QStringLiteral("%1 changes").arg(changes.size()),
              states.from, shownName(file), to == Now ? states.from : states.from + u' ' + states.to,
              script.database);

@@ -1,6 +1,7 @@
 #include "app/command.h"
 #include "app/command_options.h"
 #include "app/commands/commands.h"
+#include "app/explained_script.h"
 #include "app/export_options.h"
 #include "app/export_run.h"
 #include "app/output.h"
@@ -22,6 +23,7 @@
 #include "zk/zk_sql_database.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -127,13 +129,12 @@ QString nothingWritten(const export_report & report, const QString & projectFile
 /// Says so when the last step of the scripts that were written says nothing though the model changed.
 void tellSilentStep(plugin::export_interface & plugin, const export_report & report, const QString & file)
 {
-    static const QRegularExpression lastStep(QStringLiteral("_v(\\d+)_to_v\\d+\\.sql$"));
     auto * const statements = qobject_cast<plugin::statement_source *>(&plugin);
-    const QRegularExpressionMatch match =
-        report.files.isEmpty() ? QRegularExpressionMatch() : lastStep.match(report.files.constLast());
-    const QString silent = statements && match.hasMatch()
-                               ? silentStep(*statements, file, match.captured(1).toInt(), Now)
-                               : QString();
+    script_name last;
+    const bool isStep = statements && !report.files.isEmpty() &&
+                        readScriptName(*statements, QFileInfo(report.files.constLast()).fileName(), last) &&
+                        last.kind == script_kind::step;
+    const QString silent = isStep ? silentStep(*statements, file, last.from, Now, last.database) : QString();
     if (!silent.isEmpty()) {
         printError(silent);
     }

@@ -100,7 +100,7 @@ void tag_command::tellSilentStep(int number) const
     QString reason;
     plugin::statement_source * const statements = chooseStatementSource(found, {}, status, reason);
     const QString silent =
-        statements ? silentStep(*statements, m_sProjectFile, number - 1, number) : QString();
+        statements ? silentStep(*statements, m_sProjectFile, number - 1, number, {}) : QString();
     if (!silent.isEmpty()) {
         printError(silent);
     }

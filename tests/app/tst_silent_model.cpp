@@ -76,30 +76,35 @@ private Q_SLOTS:
         const program_result exported = runProgram(
             {"export", m_project, "-y", "--path", "sql", "--schema", "both", "--db", "postgresql"});
         QCOMPARE(exported.status, 0);
-        QVERIFY2(QString::fromUtf8(exported.errors)
-                     .contains("No statement follows the 2 changes since v1: databases stay as they are; "
-                               "'korvane diff " +
-                               m_project + " v1 --db sqlite' shows what changed\n"),
-                 exported.errors.constData());
+        QVERIFY2(
+            QString::fromUtf8(exported.errors)
+                .contains(
+                    "No statement for PostgreSQL follows the 2 changes since v1: databases stay as they are; "
+                    "'korvane diff " +
+                    m_project + " v1 --db postgresql' shows what changed\n"),
+            exported.errors.constData());
         const program_result tagged = runProgram({"tag", m_project});
         QCOMPARE(tagged.status, 0);
-        QCOMPARE(QString::fromUtf8(tagged.errors),
-                 "No statement follows the 2 changes since v1: databases stay as they are; 'korvane diff " +
-                     m_project + " v1 v2 --db sqlite' shows what changed\n");
+        QCOMPARE(QString::fromUtf8(tagged.errors), "No statement for SQLite follows the 2 changes since v1: "
+                                                   "databases stay as they are; 'korvane diff " +
+                                                       m_project +
+                                                       " v1 v2 --db sqlite' shows what changed\n");
     }
     void oneStatementIsEnough()
     {
         import("{'id': 1, 'name': 'customer', 'properties': [{'id': 10, 'name': 'age', 'type': 'int'}]}");
         QCOMPARE(runProgram({"tag", m_project}).status, 0);
         import("{'id': 1, 'name': 'customer', 'properties': [{'id': 10, 'name': 'years', 'type': 'long'}]}");
-        const program_result exported =
-            runProgram({"export", m_project, "-y", "--path", "sql", "--schema", "evolution"});
-        QVERIFY2(!exported.errors.contains("No statement follows"), exported.errors.constData());
+        // The database of the export counts: SQLite's scripts have no statement that renames a column.
+        const program_result exported = runProgram(
+            {"export", m_project, "-y", "--path", "sql", "--schema", "evolution", "--db", "mysql"});
+        QVERIFY2(!exported.errors.contains("No statement"), exported.errors.constData());
+        QCOMPARE(runProgram({"settings", m_project, "--db", "mariadb"}).status, 0);
         QCOMPARE(runProgram({"tag", m_project}).errors, QByteArray());
         // Nothing changed since, and nothing is told of the steps before.
         const program_result again =
             runProgram({"export", m_project, "-y", "--path", "sql", "--schema", "evolution"});
-        QVERIFY2(!again.errors.contains("No statement follows"), again.errors.constData());
+        QVERIFY2(!again.errors.contains("No statement"), again.errors.constData());
     }
     void onlyTheEvolutionIsAskedFor()
     {
@@ -107,7 +112,7 @@ private Q_SLOTS:
         QCOMPARE(runProgram({"tag", m_project}).status, 0);
         import("{'id': 1, 'name': 'customer', 'properties': [{'id': 10, 'name': 'age', 'type': 'long'}]}");
         const program_result full = runProgram({"export", m_project, "-y", "--path", "sql"});
-        QVERIFY2(!full.errors.contains("No statement follows"), full.errors.constData());
+        QVERIFY2(!full.errors.contains("No statement"), full.errors.constData());
     }
 
 private:
