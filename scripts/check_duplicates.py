@@ -8,14 +8,14 @@ scripts/checks/duplicates.toml, with the reason; an entry that nothing needs fai
 
 import collections
 import fnmatch
-import pathlib
 import re
 import subprocess
 import sys
 import tomllib
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
-PRODUCT = ("app/", "database/", "host/", "plugin/", "view/")
+from source_folders import FOLDERS, ROOT
+
+PRODUCT = tuple(f"{folder}/" for folder in FOLDERS)
 SOURCES = (*PRODUCT, "tests/", "benchmarks/", "docs/tools/", "scripts/")
 SUFFIXES = (".h", ".cpp", ".c", ".py", ".sh")
 SAME_LINES = 8
