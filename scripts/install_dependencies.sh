@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian 12 packages that are missing: what the build needs, with "test" what the tests need, with "check"
-# what scripts/check.sh needs besides, with "fuzz" what the preset of that name needs, with "screenshots" what
-# scripts/screenshots.sh needs.
+# what scripts/check.sh needs besides, with "fuzz" what the preset of that name needs, with "screenshots" and
+# "icons" what scripts/screenshots.sh and scripts/render_icons.sh need.
 set -euo pipefail
 
 build=(build-essential cmake ninja-build ccache mold qt6-base-dev qt6-declarative-dev qt6-svg-dev
@@ -13,6 +13,7 @@ tests=(clang-format eatmydata git libqt6sql6-mysql libqt6sql6-psql mariadb-serve
 checks=(clang-tidy-19 clazy cmake-format codespell cppcheck gcovr python3-yaml shellcheck similarity-tester)
 fuzzers=(clang-19 libclang-rt-19-dev)
 pictures=(fonts-dejavu-core xauth xvfb)
+icons=(librsvg2-bin)
 
 packages=("${build[@]}")
 if [ "${1:-}" = test ]; then
@@ -29,6 +30,9 @@ if [ "${1:-}" = fuzz ]; then
 fi
 if [ "${1:-}" = screenshots ]; then
     packages+=("${pictures[@]}")
+fi
+if [ "${1:-}" = icons ]; then
+    packages=("${icons[@]}")
 fi
 missing=()
 for package in "${packages[@]}"; do

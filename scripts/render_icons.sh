@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Draws the PNG icons of the plug-in, at single and at double size, from their SVG sources.
-# Needs rsvg-convert (Debian package librsvg2-bin).
 set -euo pipefail
-cd "$(dirname "$0")/../resources/images"
+cd "$(dirname "$0")/.."
+scripts/install_dependencies.sh icons
+cd resources/images
 for svg in *.svg; do
     name=${svg%.svg}
     rsvg-convert -w 32 -h 32 -o "$name.png" "$svg"
