@@ -145,17 +145,17 @@ found tooMany(const told_statement & of)
     const database::limit_facts & limits = of.known().limits;
     struct limit
     {
-        refusal_cause cause;
         const char * words;
+        refusal_cause cause;
         int most;
     };
     const limit all[] = {
-        {refusal_cause::too_many_columns, "has more than %1 columns", limits.columns.value},
-        {refusal_cause::too_many_columns_read, "has more than %1 columns", limits.columns.value},
-        {refusal_cause::too_many_key_columns, "has a key of more than %1 columns", limits.keyColumns.value},
-        {refusal_cause::too_many_indexes, "has more than %1 indexes, keys included", limits.indexes.value},
-        {refusal_cause::row_too_long, "has rows of more than %1 bytes", limits.row.value},
-        {refusal_cause::row_over_page, "has rows that do not fit into the %1 bytes of a page",
+        {"has more than %1 columns", refusal_cause::too_many_columns, limits.columns.value},
+        {"has more than %1 columns", refusal_cause::too_many_columns_read, limits.columns.value},
+        {"has a key of more than %1 columns", refusal_cause::too_many_key_columns, limits.keyColumns.value},
+        {"has more than %1 indexes, keys included", refusal_cause::too_many_indexes, limits.indexes.value},
+        {"has rows of more than %1 bytes", refusal_cause::row_too_long, limits.row.value},
+        {"has rows that do not fit into the %1 bytes of a page", refusal_cause::row_over_page,
          limits.page.value}};
     const auto * const passed = std::find_if(std::begin(all), std::end(all),
                                              [&](const limit & each) { return of.isFor(each.cause); });
