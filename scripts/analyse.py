@@ -5,17 +5,23 @@ usage: analyse.py clang-tidy|clazy [FILE…]     needs a "dev" build, whose comp
 
 A file in which nothing was found is not looked at again before it, something that it includes, its compile command or the analyser
 changes: what was seen is kept in a folder of the user's cache, which can be deleted at any time.
+
+Sources are put together and read as one, which takes a tenth of the time. Where something is found, the halves are looked at, down to
+each source by itself, so that only what is found in a source alone counts.
 """
 
 import concurrent.futures
 import hashlib
+import inspect
 import json
 import os
 import pathlib
 import re
 import subprocess
 import sys
+import tempfile
 
+import joined_sources
 from source_folders import FOLDERS, ROOT
 
 BUILD = ROOT / "build/dev"
@@ -23,19 +29,25 @@ CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME", pathlib.Path.home() / ".ca
 
 TOOLS = {
     "clang-tidy": {
-        "command": [os.environ.get("CLANG_TIDY", "clang-tidy-19"), "--quiet", "-p", str(BUILD)],
+        "command": [os.environ.get("CLANG_TIDY", "clang-tidy-19"), "--quiet",
+                    f"--config-file={ROOT}/.clang-tidy"],
+        # Says nothing but what the compiler does, in a tenth of the time.
+        "compile only": ["--checks=-*,readability-duplicate-include"],
         "settings": [".clang-tidy"],
         "environment": {},
     },
     "clazy": {
         # Constants of QString are how this tree names its words; what takes a part of a text without a copy is not in Qt 6.
-        "command": [os.environ.get("CLAZY", "clazy-standalone"), "-p", str(BUILD),
+        "command": [os.environ.get("CLAZY", "clazy-standalone"),
                     "--checks=level1,no-non-pod-global-static,no-qstring-ref"],
+        "compile only": None,
         "settings": [],
         "environment": {"CLAZY_IGNORE_DIRS": "/usr/.*|.*/build/.*|.*_autogen.*"},
     },
 }
-FINDING = re.compile(r"^[^\s:]+:\d+:\d+: (warning|error): ", re.MULTILINE)
+# Few enough that both processors have something to do to the end.
+AT_MOST = 30
+FINDING = re.compile(r"^([^\s:]+):\d+:\d+: (warning|error): (.*)", re.MULTILINE)
 
 
 def sources_of(commands, given):
@@ -69,7 +81,7 @@ class Seen:
 
     def __init__(self, tool, settings):
         version = subprocess.run([tool["command"][0], "--version"], check=True, capture_output=True, text=True).stdout
-        self.base = json.dumps([version, tool["command"][1:], settings, sorted(tool["environment"].items())]).replace(str(ROOT), "")
+        self.base = json.dumps([version, tool["command"][1:], settings, inspect.getsource(joined_sources), sorted(tool["environment"].items())]).replace(str(ROOT), "")
         self.dependencies = dependencies()
         self.digests = {}
 
@@ -97,11 +109,52 @@ class Seen:
         return CACHE / hashlib.sha256("\n".join(text).encode()).hexdigest()
 
 
-def analyse(tool, name):
-    done = subprocess.run([*tool["command"], name], cwd=ROOT, capture_output=True, text=True,
-                          env={**os.environ, **tool["environment"]})
-    told = done.stdout + done.stderr
-    return done.returncode == 0 and not FINDING.search(told), told
+class Analysis:
+    def __init__(self, tool, folder):
+        self.tool = tool
+        self.folder = pathlib.Path(folder)
+        self.pool = concurrent.futures.ThreadPoolExecutor(max_workers=os.cpu_count())
+
+    def _told(self, group, path, *options):
+        """What the analyser says of the source at `path`, nothing when it has no finding."""
+        done = subprocess.run([*self.tool["command"], *options, path, "--", *group.flags], cwd=group.directory, capture_output=True,
+                              text=True, env={**os.environ, **self.tool["environment"]})
+        told = done.stdout + done.stderr
+        return told if done.returncode != 0 or FINDING.search(told) else None
+
+    def _look(self, group):
+        """What the analyser says of `group`, nothing when it has no finding; and whether that says something of its files."""
+        if len(group.files) == 1:
+            return self._told(group, group.files[0]), True
+        with tempfile.NamedTemporaryFile(suffix=".cpp", dir=self.folder, delete=False) as file:
+            file.write(group.text().encode())
+        if self.tool["compile only"] and self._told(group, file.name, *self.tool["compile only"]):
+            return None, False
+        told = self._told(group, file.name)
+        # What is found in headers only would be found with each of the files, unless it is an error of the compiler.
+        found = FINDING.findall(told or "")
+        is_same = bool(found) and all(place != file.name and (kind == "warning" or self.tool["compile only"])
+                                      for place, kind, _ in found)
+        return told, told is None or is_same
+
+    def run(self, entries):
+        """Yields files and what was found in them, or nothing."""
+        due = joined_sources.join(entries, AT_MOST)
+        while due:
+            due.sort(key=lambda group: -len(group.files))
+            parts = []
+            for group, (told, is_certain) in zip(due, self.pool.map(self._look, due)):
+                if is_certain:
+                    yield group.files, told
+                else:
+                    parts += group.halves()
+            due = parts
+
+
+def places_of(told, files):
+    """The files of this tree in which findings are; `files` when none is told."""
+    found = {place for place, _, _ in FINDING.findall(told) if pathlib.Path(place).is_relative_to(ROOT)}
+    return {os.path.relpath(file, ROOT) for file in found or files}
 
 
 def main():
@@ -111,20 +164,21 @@ def main():
     with open(BUILD / "compile_commands.json", encoding="utf-8") as file:
         chosen = sources_of(json.load(file), sys.argv[2:])
     seen = Seen(tool, [(ROOT / name).read_text(encoding="utf-8") for name in tool["settings"]])
-    marks = {name: seen.mark(entry) for name, entry in chosen.items()}
-    due = sorted(name for name, mark in marks.items() if mark is None or not mark.exists())
+    marks = {entry["file"]: seen.mark(entry) for entry in chosen.values()}
+    due = [chosen[name] for name in sorted(chosen) if not (marks[chosen[name]["file"]] or BUILD / "none").exists()]
     print(f"{sys.argv[1]}: {len(due)} of {len(chosen)} files to look at", flush=True)
     CACHE.mkdir(parents=True, exist_ok=True)
-    bad = []
-    with concurrent.futures.ThreadPoolExecutor(max_workers=os.cpu_count()) as pool:
-        for name, (ok, told) in zip(due, pool.map(lambda name: analyse(tool, name), due)):
-            if not ok:
-                bad.append(name)
+    bad = set()
+    with tempfile.TemporaryDirectory() as folder:
+        for files, told in Analysis(tool, folder).run(due):
+            if told is not None:
+                bad |= places_of(told, files)
                 print(told.strip(), flush=True)
-            elif marks[name]:
-                marks[name].touch()
+                continue
+            for mark in filter(None, (marks[file] for file in files)):
+                mark.touch()
     if bad:
-        print(f"{sys.argv[1]} found something in: {' '.join(bad)}", file=sys.stderr)
+        print(f"{sys.argv[1]} found something in: {' '.join(sorted(bad))}", file=sys.stderr)
     return 1 if bad else 0
 
 

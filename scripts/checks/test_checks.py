@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The checks themselves: each finds what it is for in a small tree, and says nothing about one that is right."""
 
+import json
 import os
 import pathlib
 import re
@@ -8,6 +9,7 @@ import shutil
 import subprocess
 import tempfile
 import unittest
+import unittest.mock
 
 SCRIPTS = pathlib.Path(__file__).resolve().parent.parent
 
@@ -160,6 +162,10 @@ class Duplicates(CheckTest):
         self.assertEqual(status, 1)
         self.assertRegex(told, r"(host/b|plugin/a)\.cpp:1 and (host/b|plugin/a)\.cpp:1 are alike \(\d{3} tokens\)")
 
+    def test_every_folder(self):
+        self.write("check/b.cpp", FUNCTION)
+        self.assert_finds("check_duplicates.py", "check/b.cpp:1 and plugin/a.cpp:1 are alike (9 lines)\n")
+
     def test_allowed(self):
         self.write("tests/b.cpp", FUNCTION)
         self.allow("plugin/a.cpp", "tests/*.cpp")
@@ -266,6 +272,71 @@ class Gcov(CheckTest):
         text = (self.root / "a.cpp.gcov").read_text(encoding="utf-8")
         self.assertRegex(text, r"#####: *9:.*\nbranch  0 never executed\nbranch  1 never executed\n")
         self.assertGreater(without["all"], 0)
+
+
+class Analysis(CheckTest):
+    """Runs clang-tidy on sources that are put together."""
+
+    RIGHT = "namespace {\nint kept(int given)\n{\n    return given + 1;\n}\n} // namespace\nint %s(int given)\n{\n    return kept(given);\n}\n"
+    SHARED = "#pragma once\nnamespace shared {\nstruct point\n{\n    int x = 0;\n};\n} // namespace shared\n"
+    # What is only looked for in the main file: where the program goes, and which names are for nothing.
+    NULL = "int %s(int given)\n{\n    const int * place = nullptr;\n    return given > 3 ? *place : given;\n}\n"
+    USING = '#include "shared.h"\nusing shared::point;\nint %s()\n{\n    return 1;\n}\n'
+
+    def setUp(self):
+        super().setUp()
+        shutil.copy(SCRIPTS.parent / ".clang-tidy", self.root)
+        self.write("host/shared.h", self.SHARED)
+        environment = unittest.mock.patch.dict(os.environ, XDG_CACHE_HOME=str(self.root / "cache"))
+        environment.start()
+        self.addCleanup(environment.stop)
+
+    def build(self, **sources):
+        commands, rules = [], ["rule cxx\n command = g++ -MMD -MF $out.d -o $out -c $in\n depfile = $out.d\n deps = gcc\n"]
+        for name, text in sources.items():
+            file = self.write(f"host/{name}.cpp", text % name)
+            commands.append({"directory": f"{self.root}/build/dev", "command": f"g++ -o {name}.o -c {file}", "file": str(file)})
+            rules.append(f"build {name}.o: cxx {file}\n")
+        self.write("build/dev/compile_commands.json", json.dumps(commands))
+        self.write("build/dev/build.ninja", "".join(rules))
+        subprocess.run(["ninja", "-C", self.root / "build/dev"], check=True, stdout=subprocess.DEVNULL)
+
+    def assert_finds_in(self, *names):
+        expected = f"clang-tidy found something in: {' '.join(f'host/{name}.cpp' for name in names)}\n" if names else ""
+        self.assertEqual(self.run_check("analyse.py", "clang-tidy"), (1 if names else 0, expected))
+
+    def test_same_names(self):
+        self.build(first=self.RIGHT, second=self.RIGHT)
+        self.assert_finds_in()
+
+    def test_what_does_not_go_together(self):
+        static = self.RIGHT.replace("namespace {\n", "").replace("} // namespace\n", "").replace("int kept", "static int kept")
+        self.build(first=static, second=static, third=self.RIGHT)
+        self.assert_finds_in()
+
+    def test_each_finding(self):
+        included = '#include "shared.h"\n' + self.RIGHT.replace("kept", "other")
+        self.build(first=self.RIGHT, second=self.NULL, third=included, fourth=self.USING, fifth=self.RIGHT)
+        self.assert_finds_in("fourth", "second")
+
+    def test_finding_in_a_header(self):
+        self.write("host/shared.h", self.SHARED.replace("int x = 0;", "void reset() { if (x) x = 0; }\n    int x = 0;"))
+        user = '#include "shared.h"\nint %s(shared::point given)\n{\n    return given.x;\n}\n'
+        self.build(first=user, second=user)
+        expected = "clang-tidy found something in: host/shared.h\n"
+        self.assertEqual(self.run_check("analyse.py", "clang-tidy"), (1, expected))
+
+    def test_seen_before(self):
+        def looked_at():
+            done = subprocess.run([self.root / "scripts/analyse.py", "clang-tidy"], capture_output=True, text=True)
+            return done.stdout.split("\n")[0]
+        self.build(first=self.RIGHT, second=self.NULL, third=self.USING)
+        self.assertEqual(looked_at(), "clang-tidy: 3 of 3 files to look at")
+        self.assertEqual(looked_at(), "clang-tidy: 2 of 3 files to look at")
+        self.write("host/shared.h", self.SHARED.replace("x", "y"))
+        self.build(first=self.RIGHT, second=self.RIGHT, third=self.USING)
+        self.assertEqual(looked_at(), "clang-tidy: 2 of 3 files to look at")
+        self.assert_finds_in("third")
 
 
 class Floors(CheckTest):

@@ -1,0 +1,115 @@
+"""Sources put together, so that an analyser reads the headers that they share once, which is most of its work.
+
+Two sources go together when they are compiled alike and nothing that is a file's own has the same name in both. What is missed by
+that rule shows as an error of the compiler; who uses this looks at such sources one by one.
+"""
+
+import re
+import shlex
+
+COMMENT = re.compile(r"//[^\n]*|/\*.*?\*/", re.DOTALL)
+RAW_TEXT = re.compile(r'R"(\w*)\(.*?\)\1"', re.DOTALL)
+TEXT = re.compile(r'"(?:\\.|[^"\\\n])*"' r"|'(?:\\.|[^'\\\n])+'")
+MACRO = re.compile(r"^\s*#\s*define\s+(\w+)", re.MULTILINE)
+USED = re.compile(r"^\s*using\s+(?:namespace\s+)?(?:\w*::)*(\w+)\s*[;=]", re.MULTILINE)
+UNNAMED_NAMESPACE = re.compile(r"\bnamespace\s*\{")
+TYPE = re.compile(r"^\s*(?:template\s*<.*?>\s*)?(?:class|struct|union|enum(?:\s+class)?)\s+(\w+)")
+FUNCTION_OR_VALUE = re.compile(r"(\w+)\s*(?:\(|=|\{|\[|$)")
+
+
+def _inside(text, begin):
+    """What stands between the brace that ends at `begin` and its other one, with braces inside left out."""
+    depth, kept = 1, []
+    for letter in text[begin:]:
+        depth += (letter == "{") - (letter == "}")
+        if depth == 0:
+            break
+        if letter == "{" and depth == 2:
+            kept.append("{")
+        elif letter == "}" and depth == 1:
+            kept.append(";")
+        elif depth == 1:
+            kept.append(letter)
+    return "".join(kept)
+
+
+def own_names(text):
+    """The names that a source has for itself alone; what it takes from other namespaces by `using` is among them."""
+    text = TEXT.sub('""', COMMENT.sub("", RAW_TEXT.sub('""', text)))
+    names = {*MACRO.findall(text), *USED.findall(text)}
+    for match in UNNAMED_NAMESPACE.finditer(text):
+        for declaration in _inside(text, match.end()).split(";"):
+            if declaration.lstrip().startswith("using "):
+                continue
+            if found := TYPE.match(declaration) or FUNCTION_OR_VALUE.search(declaration.strip()):
+                names.add(found[1])
+    return names
+
+
+class Words:
+    """A compile command without its compiler and files, definitions apart."""
+
+    def __init__(self, entry):
+        words = shlex.split(entry["command"])
+        compiler = next(i for i, word in enumerate(words) if re.search(r"(\+\+|g?cc|clang)(-\d+)?$", word))
+        rest = iter(words[compiler + 1:])
+        self.flags, self.definitions = [], {}
+        for word in rest:
+            if word == "-o":
+                next(rest)
+            elif word.startswith("-D"):
+                self.definitions[word.split("=")[0]] = word
+            elif word != "-c" and word != entry["file"]:
+                self.flags.append(word)
+
+
+class Joined:
+    """Sources that are read as one."""
+
+    def __init__(self, directory, flags, definitions):
+        self.files, self.names = [], set()
+        self.directory, self.common, self.definitions = directory, flags, dict(definitions)
+
+    @property
+    def flags(self):
+        return [*self.definitions.values(), *self.common]
+
+    def takes(self, words, names):
+        same = all(self.definitions.get(name, word) == word for name, word in words.definitions.items())
+        return same and self.common == words.flags and not self.names & names
+
+    def add(self, file, words, names):
+        self.files.append(file)
+        self.definitions |= words.definitions
+        self.names |= names
+
+    def halves(self):
+        middle = len(self.files) // 2
+        for files in (self.files[:middle], self.files[middle:]):
+            half = Joined(self.directory, self.common, self.definitions)
+            half.files = files
+            yield half
+
+    def text(self):
+        # Not includes of the files: much is looked for in the main file only. A definition between two, as an include that is there
+        # twice is none when a macro was defined since.
+        texts = []
+        for number, file in enumerate(self.files):
+            with open(file, encoding="utf-8") as source:
+                texts.append(f"{source.read()}\n#define KORVANE_END_OF_SOURCE_{number}\n")
+        return "".join(texts)
+
+
+def join(entries, at_most):
+    """Puts the sources of `entries`, of compile_commands.json, together, `at_most` so many."""
+    groups = []
+    for entry in entries:
+        words = Words(entry)
+        with open(entry["file"], encoding="utf-8") as source:
+            names = own_names(source.read())
+        group = next((group for group in groups if len(group.files) < at_most and group.takes(words, names)), None)
+        if group is None:
+            group = Joined(entry["directory"], words.flags, words.definitions)
+            groups.append(group)
+        group.add(entry["file"], words, names)
+    return groups
