@@ -63,10 +63,13 @@ public:
             return result;
         }
         const bool isStep = m_asked.from || m_asked.to;
-        if (!isStep) {
+        if (isStep) {
+            return judgeStep();
+        }
+        if (m_asked.scripts != judged_scripts::history) {
             result = judgeFull();
         }
-        return result ? (isStep ? judgeStep() : judgeHistory()) : result;
+        return result && m_asked.scripts != judged_scripts::full ? judgeHistory() : result;
     }
 
     /// What was found, database by database.
@@ -158,7 +161,7 @@ private:
     {
         const int newest = m_source.newestVersion();
         std::shared_ptr<model::project> before;
-        ZkBool result = runChain(newest, m_asked.whole, before);
+        ZkBool result = runChain(newest, m_asked.scripts != judged_scripts::usual, before);
         if (result && newest > 0) {
             result = runStep(before, m_now, newest, newest + 1, true);
         }

@@ -15,12 +15,20 @@ class source;
 /// The word that stands for every database but the generic one.
 inline constexpr QLatin1String AllDatabases("all");
 
+/// Which scripts are judged.
+enum class judged_scripts
+{
+    usual,   ///< the full script and the step from the newest version to the state
+    all,     ///< the full script, v1 and each step
+    full,    ///< the full script alone
+    history, ///< v1 and each step
+};
+
 /// What is to be judged.
 struct check_request
 {
     QStringList databases; ///< keys; see whyNoDatabase()
-    bool whole =
-        false; ///< the full script, v1 and each step, in the place of the full script and the last step
+    judged_scripts scripts = judged_scripts::usual;
     std::optional<int> from; ///< a version, or `Now`: the step between these two alone
     std::optional<int> to;
     plugin::friendly_settings options; ///< of the export, beside its database

@@ -33,6 +33,15 @@ QString longValue(const plugin::friendly_option & option, const QString & value)
     return named == option.values.cend() ? value : named->number;
 }
 
+/// The name of what `number` sets `option` to; empty when it is no value of that.
+QString friendlyValue(const plugin::friendly_option & option, const QString & number)
+{
+    const auto found =
+        std::find_if(option.values.cbegin(), option.values.cend(),
+                     [&number](const plugin::friendly_value & v) { return v.number == number; });
+    return found == option.values.cend() ? QString() : found->name;
+}
+
 } // namespace
 
 void export_options::declareContent(command_options & options)
@@ -122,6 +131,24 @@ QString export_options::addTo(plugin_request & request, plugin::statement_source
         request.options.append({option.longName, longValue(option, settings.value(option.name))});
     }
     return {};
+}
+
+plugin::friendly_settings friendlyOptions(const plugin_request & request, plugin::statement_source & source)
+{
+    QList<plugin::friendly_option> options;
+    plugin::friendly_settings settings;
+    if (!source.listOptions(options)) {
+        return settings;
+    }
+    for (const plugin::friendly_option & option : std::as_const(options)) {
+        for (const auto & [name, value] : request.options) {
+            const QString friendly = option.values.isEmpty() ? value : friendlyValue(option, value);
+            if (name == option.longName && !friendly.isEmpty()) {
+                settings.insert(option.name, friendly);
+            }
+        }
+    }
+    return settings;
 }
 
 QString describeOptions(plugin::statement_source & source, bool stored)

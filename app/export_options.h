@@ -27,6 +27,8 @@ public:
     [[nodiscard]] bool isEmpty() const { return given().isEmpty(); }
     /// What was given, by name, with the database by the name of its scripts.
     [[nodiscard]] plugin::friendly_settings given() const;
+    /// The database as it was given, by its key; empty when it was not.
+    [[nodiscard]] const QString & database() const { return m_database; }
     /// Puts what was given into `request`, as the plug-in's own options; the reason when one of those was
     /// given for the same, or has no such value.
     [[nodiscard]] QString addTo(plugin_request & request, plugin::statement_source & source) const;
@@ -40,6 +42,11 @@ private:
     QString m_schema;
     QString m_customScript;
 };
+
+/// What `request` gives by the plug-in's own options, by the friendly names of these; a value that an option
+/// does not have is left out.
+[[nodiscard]] plugin::friendly_settings friendlyOptions(const plugin_request & request,
+                                                        plugin::statement_source & source);
 
 /// What the options of the export take, and what counts for each when it is not given: a line each, to stand
 /// in a help text. Nothing when the plug-in cannot tell.

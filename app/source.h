@@ -60,6 +60,9 @@ public:
     /// state. On failure `project` stays as it was.
     [[nodiscard]] zk::ZkBool load(int number, std::shared_ptr<model::project> & project);
 
+    /// Takes `state`, which was loaded from the file, as the state, so that it is not read again.
+    void takeState(const std::shared_ptr<model::project> & state) { m_state = state; }
+
     /// Loads the state as one that follows `previous`, for a step between what has no common history: ids
     /// that a text leaves open are those of the objects of that name in `previous`, and the versions of
     /// entities tell what differs. An object of its own each time.

@@ -59,7 +59,7 @@ def write_model(build, folder, entities, step=0):
 
 
 def export_command(build, project, out):
-    return [build / "bin/korvane", "export", project, f"{OPTION}path={out}", f"{OPTION}db_type=3",
+    return [build / "bin/korvane", "export", project, "--no-check", f"{OPTION}path={out}", f"{OPTION}db_type=3",
             f"{OPTION}relation_as_fk=1"]
 
 

@@ -237,7 +237,7 @@ check_request check_command::request() const
 {
     check_request asked;
     asked.databases = m_databases.isEmpty() ? QStringList() : databaseKeys(m_databases);
-    asked.whole = m_all;
+    asked.scripts = m_all ? judged_scripts::all : judged_scripts::usual;
     asked.from = versionNumber(m_from);
     asked.to = versionNumber(m_to);
     asked.options = m_exportOptions.given();

@@ -2,6 +2,7 @@
 #include "app/command_options.h"
 #include "app/commands/commands.h"
 #include "app/explained_script.h"
+#include "app/export_findings.h"
 #include "app/export_options.h"
 #include "app/export_run.h"
 #include "app/output.h"
@@ -47,6 +48,7 @@ struct export_request
     export_options options; ///< by their friendly names
     bool answerYes = false;
     bool noCustomScript = false; ///< runs no custom script, whoever names one
+    bool noCheck = false;
 };
 
 /// What a plug-in may ask of the host during an export: the current project, and a main window that is never
@@ -141,8 +143,9 @@ void tellSilentStep(plugin::export_interface & plugin, const export_report & rep
 }
 
 /// @param isStrange whether a strange value was told, which explains that nothing was written
+/// @param files names of the scripts that were written
 int runExport(plugin::export_interface & plugin, model::project & project, const export_request & request,
-              bool isStrange)
+              bool isStrange, QStringList & files)
 {
     bool hasError = false;
     export_listener listener;
@@ -156,8 +159,8 @@ int runExport(plugin::export_interface & plugin, model::project & project, const
     };
     const unattended watch(request.answerYes,
                            [&plugin](const QString & title) { return helpAbout(plugin, title); });
-    const tools::script_guard_scope guard(commandScriptGuard(request.noCustomScript));
     const export_report report = runPlugin(plugin, project, listener);
+    files = report.files;
     if (!watch.unanswered().isEmpty()) {
         // An error that was told says more than that a window came up because of it.
         if (!hasError) {
@@ -172,6 +175,22 @@ int runExport(plugin::export_interface & plugin, model::project & project, const
     }
     tellSilentStep(plugin, report, request.projectFile);
     return report.ok ? Done : Failed;
+}
+
+/// Tells how many findings there are about scripts that were just written.
+void tellFindings(plugin::export_interface & plugin, const std::shared_ptr<model::project> & project,
+                  const export_request & request, const QStringList & files)
+{
+    auto * const source = qobject_cast<plugin::statement_source *>(&plugin);
+    if (!source) {
+        return;
+    }
+    const QString line = exportFindings(
+        *source, {request.projectFile, project, friendlyOptions(request.plugin, *source),
+                  request.options.database(), request.plugin.name, request.noCustomScript, files});
+    if (!line.isEmpty()) {
+        printError(line);
+    }
 }
 
 /// Takes the options of plug-ins, "--Plugin_option=VALUE" or "--Plugin_option VALUE", out of `arguments`; the
@@ -228,6 +247,8 @@ public:
         options.addFlag("-y,--yes", "Answer every question with Yes", m_request.answerYes);
         options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
                         m_request.noCustomScript);
+        options.addFlag("--no-check", "Do not count what 'korvane check' finds about the scripts",
+                        m_request.noCheck);
         options.setFooter(Help);
     }
 
@@ -296,7 +317,12 @@ int export_command::run()
     *untilTheEnd = project;
     const export_context context(project, m_request.plugin);
     const bool isStrange = tellStrangeValues(*plugin, m_request.plugin);
-    const int result = runExport(*plugin, *project, m_request, isStrange);
+    const tools::script_guard_scope guard(commandScriptGuard(m_request.noCustomScript));
+    QStringList files;
+    const int result = runExport(*plugin, *project, m_request, isStrange, files);
+    if (result == Done && !files.isEmpty() && !isStrange && !m_request.noCheck) {
+        tellFindings(*plugin, project, m_request, files);
+    }
     // What the plug-in holds of the project goes before the project does.
     plugin->setCustomScript(nullptr);
     return result;

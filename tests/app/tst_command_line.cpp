@@ -943,7 +943,7 @@ void tst_command_line::optionsOverrideTheSettings()
     QCOMPARE(runProgram({QStringLiteral("import"), model, project}).status, 0);
     QCOMPARE(runProgram({QStringLiteral("tag"), project}).status, 0);
     QVERIFY(QDir(m_dir->path()).mkdir(QStringLiteral("scripts")));
-    QStringList arguments = {QStringLiteral("export"), project,
+    QStringList arguments = {QStringLiteral("export"), project, QStringLiteral("--no-check"),
                              QStringLiteral("--KorvGenericDDLExport_path=scripts")};
     for (const QString & option : options) {
         arguments << QStringLiteral("--KorvGenericDDLExport_") + option;

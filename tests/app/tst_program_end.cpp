@@ -66,7 +66,7 @@ private Q_SLOTS:
         QTest::newRow("import over a project") << "import large.json large.korv";
         QTest::newRow("tag") << "tag tagged.korv";
         QTest::newRow("dump") << "dump large.korv";
-        QTest::newRow("export") << "export large.korv -y --KorvGenericDDLExport_path=sql "
+        QTest::newRow("export") << "export large.korv -y --no-check --KorvGenericDDLExport_path=sql "
                                    "--KorvGenericDDLExport_schema_type=2";
     }
     void memoryRunsOut()
@@ -100,6 +100,25 @@ private Q_SLOTS:
         }
         QVERIFY2(missed > 0, "no limit was the right one to be noticed");
         QCOMPARE(support::runProgram({"dump", path("large.korv")}).output, m_stored);
+    }
+
+    void aCheckWithoutMemoryFailsNoExport()
+    {
+        if (!MemoryCanBeLimited) {
+            QSKIP("a program under the address sanitizer has no limit of memory");
+        }
+        QVERIFY(QDir(m_dir.path()).mkpath("sql"));
+        const QString command = QStringLiteral("export large.korv -y --path sql --db sqlite");
+        int counted = 0;
+        for (int kilobytes = 50000; kilobytes <= 170000; kilobytes += 8000) {
+            const bool isExported = runWithin(kilobytes, command + " --no-check").status == 0;
+            const program_result result = runWithin(kilobytes, command);
+            const QByteArray line = result.errors.trimmed();
+            QVERIFY2(!isExported || result.status == 0,
+                     qPrintable(QString("%1 kB: %2").arg(kilobytes).arg(QString::fromUtf8(line))));
+            counted += line.startsWith("Findings about these scripts: ") ? 1 : 0;
+        }
+        QVERIFY(counted > 0);
     }
 
     void signalEndsAnExport_data()

@@ -181,7 +181,7 @@ private:
         }
         app::check_request asked;
         asked.databases = {database};
-        asked.whole = true;
+        asked.scripts = app::judged_scripts::all;
         asked.options.insert("relationships", of.relationships ? "yes" : "no");
         if (!of.script.isEmpty()) {
             const QString custom = folder.filePath("custom.js");

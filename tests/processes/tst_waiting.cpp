@@ -69,7 +69,8 @@ void tst_waiting::untilTheOtherHasEnded_data()
     QTest::newRow("tag") << QStringList{"tag", "p.korv"};
     QTest::newRow("dump") << QStringList{"dump", "p.korv"};
     QTest::newRow("log") << QStringList{"log", "p.korv"};
-    QTest::newRow("export") << QStringList{"export", "p.korv", "-y", "--KorvGenericDDLExport_path=sql"};
+    QTest::newRow("export") << QStringList{"export", "p.korv", "-y", "--no-check",
+                                           "--KorvGenericDDLExport_path=sql"};
 }
 
 void tst_waiting::untilTheOtherHasEnded()
