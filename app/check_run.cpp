@@ -1,5 +1,6 @@
 #include "app/check_run.h"
 
+#include "app/export_options.h"
 #include "app/nearest_word.h"
 #include "app/source.h"
 
@@ -19,8 +20,6 @@ namespace {
 
 using zk::ZkBool;
 
-/// The option of the export that names the database.
-constexpr QLatin1String DatabaseOption("db");
 /// That which says whether relationships become foreign keys, "yes" or "no".
 constexpr QLatin1String RelationshipsOption("relationships");
 
@@ -100,7 +99,7 @@ private:
             return listed;
         }
         const QString stored =
-            m_source.isText() ? QStringLiteral("sqlite") : valueOf(options, DatabaseOption);
+            m_source.isText() ? QString(DatabaseOfTexts) : valueOf(options, DatabaseOption);
         for (const QString & key : m_asked.databases.isEmpty() ? QStringList(stored) : m_asked.databases) {
             if (const QString why = whyNoDatabase({key}); !why.isEmpty()) {
                 return ZkBool::failure(why);

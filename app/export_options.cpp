@@ -14,8 +14,6 @@ namespace app {
 
 namespace {
 
-constexpr QLatin1String DatabaseOption("db");
-
 QStringList namesOf(const plugin::friendly_option & option)
 {
     QStringList names;

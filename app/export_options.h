@@ -9,6 +9,11 @@ namespace app {
 class command_options;
 struct plugin_request;
 
+/// The option that names the database.
+inline constexpr QLatin1String DatabaseOption("db");
+/// What statements of a text form are for, which has no stored settings, when none is named.
+inline constexpr QLatin1String DatabaseOfTexts("sqlite");
+
 /// The options of an export by the names that a person remembers, as they stand on a command line. Their
 /// values are those of the plug-in; see plugin::statement_source::listOptions().
 class export_options

@@ -1,6 +1,7 @@
 #include "app/step_script.h"
 
 #include "app/change_causes.h"
+#include "app/export_options.h"
 #include "app/script_guard.h"
 
 #include "check/view/statement_place.h"
@@ -15,9 +16,6 @@ namespace app {
 namespace {
 
 using zk::ZkBool;
-
-constexpr QLatin1String DatabaseOption("db");
-constexpr QLatin1String DatabaseOfTexts("sqlite");
 
 /// The database that is stored with the current project.
 ZkBool findStored(plugin::statement_source & source, QString & key)

@@ -1,5 +1,6 @@
 #include "app/unknown_types.h"
 
+#include "app/export_options.h"
 #include "app/nearest_word.h"
 #include "app/project_work.h"
 
@@ -17,7 +18,6 @@ namespace app {
 
 namespace {
 
-constexpr QLatin1String DatabaseOption("db");
 /// The row of a type mapping for all types that it does not name.
 constexpr QLatin1String DefaultRow("<default type>");
 

@@ -1,5 +1,6 @@
 #include "app/written_scripts.h"
 
+#include "app/export_options.h"
 #include "app/script_difference.h"
 #include "app/source.h"
 
@@ -20,7 +21,6 @@ namespace {
 using plugin::friendly_settings;
 using zk::ZkBool;
 
-constexpr QLatin1String DatabaseOption("db");
 constexpr QLatin1String PathOption("path");
 constexpr QLatin1String SchemaOption("schema");
 constexpr QLatin1String RelationshipsOption("relationships");

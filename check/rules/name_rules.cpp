@@ -5,6 +5,7 @@
 #include "check/view/told_statement.h"
 #include "check/view/written_names.h"
 
+#include "model/column_list.h"
 #include "model/entity.h"
 #include "model/property.h"
 #include "model/relationship.h"
@@ -75,7 +76,7 @@ found severalColumns(const told_statement & of)
 {
     const std::optional<written_name> bad = unreadableName(of);
     const std::shared_ptr<model::property> own =
-        bad && bad->name.text.contains(QLatin1Char('|')) ? manyColumned(of) : nullptr;
+        bad && bad->name.text.contains(model::ColumnSeparator) ? manyColumned(of) : nullptr;
     return own ? found(with("property", nameOf(*own))) : std::nullopt;
 }
 

@@ -122,6 +122,23 @@ bool isNeeded(const state & at, const table & owner, const index & asked)
            });
 }
 
+/// Has `names` read the columns of the index; whether a part of it is a function.
+bool readParts(const facts & known, const create_index & asked, name_reader & names)
+{
+    bool hasFunction = false;
+    for (const named_part & part : asked.parts) {
+        if (isIndexedLiteral(known, part.column)) {
+            continue;
+        }
+        const bool isCall = isFunction(known, part.column);
+        hasFunction = hasFunction || isCall;
+        if (!isCall) {
+            names.lookedFor(part.column);
+        }
+    }
+    return hasFunction;
+}
+
 } // namespace
 
 refusal apply(state & at, const create_index & asked, losses & lost)
@@ -135,17 +152,7 @@ refusal apply(state & at, const create_index & asked, losses & lost)
     if (isPlain && !at.known.names.indexedNameSchema.value) {
         return {refusal_cause::syntax, tableObject(asked.table.text), false};
     }
-    bool hasFunction = false;
-    for (const named_part & part : asked.parts) {
-        if (isIndexedLiteral(at.known, part.column)) {
-            continue;
-        }
-        const bool isCall = isFunction(at.known, part.column);
-        hasFunction = hasFunction || isCall;
-        if (!isCall) {
-            names.lookedFor(part.column);
-        }
-    }
+    const bool hasFunction = readParts(at.known, asked, names);
     refusal why = names.why();
     if (!why && asked.parts.empty()) {
         why = {refusal_cause::syntax, indexObject(made.name), false};

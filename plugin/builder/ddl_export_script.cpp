@@ -1,3 +1,5 @@
+// The step that every statement takes: its text, the user's script, the sink, the message.
+
 #include "plugin/builder/ddl_export_script.h"
 
 #include "plugin/base_interface.h"
