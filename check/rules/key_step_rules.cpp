@@ -183,7 +183,7 @@ const refusal_rule Rules[] = {
       "only the foreign key keeps it from going.",
       "Have the custom script return an empty text for this DROP_COLUMN."},
      sharedColumn},
-    {{QLatin1String("KV209"), effect::advice,
+    {{QLatin1String("KV209"), effect::refused,
       "{db} refuses to drop table '{table}' on a connection that enforces foreign keys, if rows of another "
       "table refer to "
       "it.",

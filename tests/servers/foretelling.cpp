@@ -3,7 +3,10 @@
 #include "servers/table_rows.h"
 #include "servers/target_database.h"
 
+#include "check/view/statement_place.h"
 #include "database/statement/reader.h"
+
+#include <algorithm>
 
 namespace servers {
 
@@ -85,26 +88,29 @@ QString foretelling::caseText() const
     return (m_case + QStringList(QStringLiteral("afterwards")) + m_afterwards).join(QLatin1Char('\n'));
 }
 
-void foretelling::putRows()
+bool foretelling::putRows()
 {
     const QMap<QString, int> counts = putRowIntoEach(m_target);
     for (auto it = counts.constBegin(); it != counts.constEnd(); ++it) {
         m_simulation->putRows(it.key(), it.value());
     }
+    return std::all_of(counts.constBegin(), counts.constEnd(), [](int count) { return count > 0; });
 }
 
 void foretelling::run(const QString & name, const std::vector<plugin::statement_record> & script)
 {
+    m_executed.clear();
     m_case += QLatin1String(m_case.size() == 1 ? "begin" : "step");
     for (const plugin::statement_record & record : script) {
         for (const database::statement & asked : database::readStatements(record.text, writerOf(record))) {
-            runStatement(name, asked);
+            runStatement(name, record, asked);
         }
     }
     compareCatalogues(name);
 }
 
-void foretelling::runStatement(const QString & name, const database::statement & asked)
+void foretelling::runStatement(const QString & name, const plugin::statement_record & record,
+                               const database::statement & asked)
 {
     server_error error;
     const bool isDone = m_target.execute(asked.text, error);
@@ -113,6 +119,7 @@ void foretelling::runStatement(const QString & name, const database::statement &
     const bool isForetold = said.what == database::outcome::refused;
     const bool isByValues = said.what == database::outcome::maybe_refused;
     const bool hasRightCode = said.code == error.code;
+    m_executed.push_back({check::placeOf(record, asked), isDone, error.code, isByValues});
     ++m_figures.statements;
     m_figures.notJudged += said.what == database::outcome::not_judged ? 1 : 0;
     if (isDone) {
@@ -138,9 +145,9 @@ void foretelling::runStatement(const QString & name, const database::statement &
 
 void foretelling::compareCatalogues(const QString & name)
 {
-    const database::catalogue held = m_target.held();
-    const auto found = database::difference(held, m_simulation->held());
-    m_afterwards = database::linesOf(held);
+    m_held = m_target.held();
+    const auto found = database::difference(m_held, m_simulation->held());
+    m_afterwards = database::linesOf(m_held);
     ++m_figures.catalogues;
     m_figures.equalCatalogues += found.isEmpty() ? 1 : 0;
     if (!found.isEmpty()) {

@@ -2,6 +2,7 @@
 
 #include "database/simulation/simulation.h"
 #include "plugin/statement_source.h"
+#include "servers/found_refusals.h"
 
 #include <QStringList>
 
@@ -35,25 +36,32 @@ public:
 
     /// Empties the database and begins anew.
     void begin();
-    /// Puts a row into each table that has none.
-    void putRows();
+    /// Puts a row into each table that has none; false when there is a table that has none afterwards.
+    bool putRows();
     /// Runs a script, statement by statement, and compares the catalogues then. What differs is added to the
     /// misses, headed by `name`.
     void run(const QString & name, const std::vector<plugin::statement_record> & script);
 
     [[nodiscard]] const foretelling_figures & figures() const { return m_figures; }
+    /// The statements of the script that was run last.
+    [[nodiscard]] const std::vector<executed_statement> & executed() const { return m_executed; }
+    /// What the database holds after it.
+    [[nodiscard]] const database::catalogue & held() const { return m_held; }
     /// What the database did since the beginning, in the form of tests/database/cases.
     [[nodiscard]] QString caseText() const;
     /// One for each statement that was foretold otherwise, and each catalogue that differs.
     [[nodiscard]] const QStringList & misses() const { return m_misses; }
 
 private:
-    void runStatement(const QString & name, const database::statement & asked);
+    void runStatement(const QString & name, const plugin::statement_record & record,
+                      const database::statement & asked);
     void compareCatalogues(const QString & name);
 
     target_database & m_target;
     std::unique_ptr<database::simulation> m_simulation;
     foretelling_figures m_figures;
+    std::vector<executed_statement> m_executed;
+    database::catalogue m_held;
     QStringList m_misses;
     QStringList m_case;
     QStringList m_afterwards;

@@ -1,5 +1,6 @@
-// Measures the simulation of databases against the databases: random chains of models, whose scripts are run
-// statement by statement on both. CONTRIBUTING.md tells what came out.
+// Measures what a check foretells against the databases: random chains of models, whose scripts are run
+// statement by statement on the databases, through the simulation and through the check. CONTRIBUTING.md
+// tells what came out.
 //
 // Built once for each database: KORVANE_TARGET is the function that starts it, KORVANE_SCRIPTS the key of the
 // scripts that it runs.
@@ -77,6 +78,18 @@ script recordsOf(const plugin::statement_list & list)
     return list.records;
 }
 
+/// A script as a check takes it.
+check::script scriptOf(const script & records, const std::shared_ptr<model::project> & before,
+                       const std::shared_ptr<model::project> & now)
+{
+    check::script made;
+    made.name = records.empty() ? QString() : records.front().script;
+    made.before = before;
+    made.now = now;
+    made.records = records;
+    return made;
+}
+
 /// The scripts of a chain: the full one of the newest version, and those from the first version on.
 struct chain_scripts
 {
@@ -120,6 +133,7 @@ private Q_SLOTS:
 private:
     std::unique_ptr<servers::target_database> m_target;
     servers::foretelling_figures m_figures;
+    servers::finding_figures m_found;
     int m_chains = 0;
 };
 
@@ -145,38 +159,53 @@ void tst_foretelling::chain_data()
 void tst_foretelling::chain()
 {
     QFETCH(unsigned, seed);
-    const chain_scripts scripts{support::random_chain(seed)};
+    const support::random_chain models(seed);
+    const chain_scripts scripts(models);
+    const auto & versions = models.versions();
     servers::foretelling both(*m_target);
     both.begin();
     both.run(QStringLiteral("full"), scripts.full);
+    servers::found_refusals inFull(m_target->known());
+    inFull.judge(scriptOf(scripts.full, nullptr, versions.back()));
+    inFull.compare(both.executed(), false);
+    inFull.compareCatalogue(both.held());
     const auto tell = [&both](const char * run) {
         if (qEnvironmentVariableIsSet("KORVANE_TELL_CASE")) {
             qInfo("%s\n%s", run, qUtf8Printable(both.caseText()));
         }
     };
     tell("full script");
+    servers::found_refusals inChain(m_target->known());
     for (const bool withRows : {false, true}) {
         both.begin();
+        inChain.begin(withRows);
         for (std::size_t i = 0; i < scripts.steps.size(); ++i) {
-            if (withRows && i > 0) {
-                both.putRows();
-            }
+            const bool hasRows = !withRows || i == 0 || both.putRows();
             both.run(QStringLiteral("v%1%2").arg(i + 1).arg(QLatin1String(withRows ? " with rows" : "")),
                      scripts.steps[i]);
+            if (!withRows) {
+                inChain.judge(scriptOf(scripts.steps[i], i == 0 ? nullptr : versions[i - 1], versions[i]));
+                inChain.compareCatalogue(both.held());
+            }
+            inChain.compare(both.executed(), !hasRows);
         }
         tell(withRows ? "steps with rows" : "steps");
     }
     ++m_chains;
     m_figures.add(both.figures());
-    QVERIFY2(both.misses().isEmpty(),
+    m_found.add(inFull.figures());
+    m_found.add(inChain.figures());
+    const QStringList misses = both.misses() + inFull.misses() + inChain.misses();
+    QVERIFY2(misses.isEmpty(),
              qPrintable(QStringLiteral("KORVANE_CHAINS=1 KORVANE_FIRST_CHAIN=%1\n").arg(seed) +
-                        both.misses().join(QLatin1Char('\n'))));
+                        misses.join(QLatin1Char('\n'))));
 }
 
 void tst_foretelling::cleanupTestCase()
 {
     if (m_target) {
         qInfo("%s", qPrintable(QStringLiteral("%1 chains, %2").arg(m_chains).arg(m_figures.told())));
+        qInfo("%s", qPrintable(m_found.told()));
     }
 }
 
