@@ -125,8 +125,10 @@ found columnInUse(const told_statement & of)
 
 found renamedAndRetyped(const told_statement & of)
 {
-    return of.isFor(refusal_cause::type_change_forbidden) ? found(with("constraint", nameOfObject(of)))
-                                                          : std::nullopt;
+    using enum refusal_cause;
+    return of.isForAny({type_change_forbidden, own_key_needs_type, other_key_needs_type})
+               ? found(with("constraint", nameOfObject(of)))
+               : std::nullopt;
 }
 
 found besideUniqueText(const told_statement & of)

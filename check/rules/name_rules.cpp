@@ -130,7 +130,7 @@ found schemaQualified(const told_statement & of)
     }
     const std::vector<written_name> names = writtenNames(of.read().asked);
     const auto bad = std::find_if(names.begin(), names.end(), [&](const written_name & each) {
-        return each.place == database::name_place::table && each.name.text.contains(QLatin1Char('.'));
+        return database::isOfTable(each.place) && each.name.text.contains(QLatin1Char('.'));
     });
     const QString name = bad == names.end() ? of.said().object : bad->name.text;
     return values{{QStringLiteral("word"), name},

@@ -178,8 +178,8 @@ found indexOnUnrenamed(const told_statement & of)
 
 found restated(const told_statement & of)
 {
-    return only(of.isFor(refusal_cause::values_lost) || of.isFor(refusal_cause::values_converted) ||
-                of.isFor(refusal_cause::nulls_lost));
+    using enum refusal_cause;
+    return only(of.isForAny({values_lost, values_converted, values_cut, values_cut_converted, nulls_lost}));
 }
 
 const refusal_rule Rules[] = {

@@ -20,11 +20,6 @@ namespace {
 
 using database::refusal_cause;
 
-bool isForAny(const told_statement & of, std::initializer_list<refusal_cause> causes)
-{
-    return std::any_of(causes.begin(), causes.end(), [&](refusal_cause each) { return of.isFor(each); });
-}
-
 /// The column that the refusal is about, without its table.
 QString columnOf(const told_statement & of)
 {
@@ -67,7 +62,8 @@ found targetWithoutKey(const told_statement & of)
 found noColumns(const told_statement & of)
 {
     const auto * const made = of.asks<database::create_table>();
-    return only(of.isFor(refusal_cause::syntax) && made != nullptr && made->columns.empty());
+    return only(of.isForAny({refusal_cause::syntax, refusal_cause::table_without_columns}) &&
+                made != nullptr && made->columns.empty());
 }
 
 /// An identifier of several columns that is to be counted up.
@@ -114,10 +110,10 @@ const database::column_definition * columnOfRefusedType(const told_statement & o
 
 found unknownType(const told_statement & of)
 {
-    const bool isType = isForAny(of, {refusal_cause::unknown_type, refusal_cause::type_with_length,
-                                      refusal_cause::length_too_large, refusal_cause::text_too_long,
-                                      refusal_cause::width_too_large, refusal_cause::precision_too_large,
-                                      refusal_cause::specifier_impossible, refusal_cause::syntax});
+    const bool isType = of.isForAny({refusal_cause::unknown_type, refusal_cause::type_with_length,
+                                     refusal_cause::length_too_large, refusal_cause::text_too_long,
+                                     refusal_cause::width_too_large, refusal_cause::precision_too_large,
+                                     refusal_cause::specifier_impossible, refusal_cause::syntax});
     const database::column_definition * const column = isType ? columnOfRefusedType(of) : nullptr;
     return column == nullptr ? std::nullopt
                              : found(values{{QStringLiteral("type"), column->type},
@@ -207,7 +203,7 @@ found textInKey(const told_statement & of)
 
 found notIndexable(const told_statement & of)
 {
-    return isForAny(of, {refusal_cause::type_not_indexable, refusal_cause::key_type_not_indexable})
+    return of.isForAny({refusal_cause::type_not_indexable, refusal_cause::key_type_not_indexable})
                ? found(with("column", writtenColumnOf(of)))
                : std::nullopt;
 }
@@ -224,8 +220,8 @@ found typesDiffer(const told_statement & of)
 
 bool isAboutTargetKey(const told_statement & of)
 {
-    return isForAny(of, {refusal_cause::target_not_key, refusal_cause::target_column_count,
-                         refusal_cause::column_repeated}) &&
+    return of.isForAny({refusal_cause::target_not_key, refusal_cause::target_column_count,
+                        refusal_cause::column_repeated}) &&
            of.asks<database::add_foreign_key>() != nullptr;
 }
 

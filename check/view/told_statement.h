@@ -7,6 +7,8 @@
 
 #include "database/simulation/verdict.h"
 
+#include <algorithm>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 
@@ -60,6 +62,10 @@ public:
     [[nodiscard]] const database::verdict & said() const { return m_said; }
     [[nodiscard]] const database::statement & read() const { return m_read; }
     [[nodiscard]] bool isFor(database::refusal_cause cause) const { return m_said.cause == cause; }
+    [[nodiscard]] bool isForAny(std::initializer_list<database::refusal_cause> causes) const
+    {
+        return std::find(causes.begin(), causes.end(), m_said.cause) != causes.end();
+    }
 
     /// What the statement asks for; none when it is something else.
     template <class Change>

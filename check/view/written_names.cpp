@@ -4,6 +4,8 @@ namespace check {
 
 namespace {
 
+using database::name_place;
+
 class name_collector
 {
 public:
@@ -11,7 +13,7 @@ public:
 
     void operator()(const database::create_table & asked)
     {
-        table(asked.table);
+        table(asked.table, name_place::table);
         for (const database::column_definition & each : asked.columns) {
             other(each.name);
         }
@@ -22,7 +24,7 @@ public:
             reference(each);
         }
     }
-    void operator()(const database::drop_table & asked) { table(asked.table); }
+    void operator()(const database::drop_table & asked) { table(asked.table, name_place::table); }
     void operator()(const database::rename_table & asked)
     {
         table(asked.from);
@@ -52,13 +54,13 @@ public:
     }
     void operator()(const database::create_index & asked)
     {
-        other(asked.index);
+        other(asked.index, name_place::index);
         table(asked.table);
         parts(asked.parts);
     }
     void operator()(const database::drop_index & asked)
     {
-        other(asked.index);
+        other(asked.index, name_place::index);
         if (asked.table) {
             table(*asked.table);
         }
@@ -85,11 +87,14 @@ public:
     }
 
 private:
-    void table(const database::identifier & name) { m_names.push_back({name, database::name_place::table}); }
-    void other(const database::identifier & name)
+    void table(const database::identifier & name, name_place place = name_place::named_table)
+    {
+        m_names.push_back({name, place});
+    }
+    void other(const database::identifier & name, name_place place = name_place::other)
     {
         if (!name.text.isEmpty()) {
-            m_names.push_back({name, database::name_place::other});
+            m_names.push_back({name, place});
         }
     }
     void parts(const std::vector<database::named_part> & of)

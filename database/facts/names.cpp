@@ -103,7 +103,7 @@ qsizetype lengthIn(name_unit unit, const QString & text)
 
 understood_name withinLength(const facts & known, const QString & name, name_place place)
 {
-    if (place == name_place::table && !known.names.mayEndInBlank.value && name.endsWith(u' ')) {
+    if (isOfTable(place) && !known.names.mayEndInBlank.value && name.endsWith(u' ')) {
         return {name, refusal_cause::table_name_ends_blank, false};
     }
     const int longest = known.names.longest.value;
@@ -111,7 +111,7 @@ understood_name withinLength(const facts & known, const QString & name, name_pla
         return {name, refusal_cause::none, false};
     }
     if (known.names.over.value == name_over_length::refused) {
-        const bool isTable = place == name_place::table;
+        const bool isTable = isOfTable(place);
         return {name, isTable ? refusal_cause::table_name_too_long : refusal_cause::name_too_long, false};
     }
     return {firstBytes(name, longest), refusal_cause::none, true};
@@ -122,7 +122,7 @@ understood_name withSchema(const facts & known, const QString & text, name_place
 {
     const QStringList parts = text.split(u'.');
     const qsizetype most = known.names.databasesNamed.value ? 3 : 2;
-    if (place != name_place::table || !isQualified(known, text) || parts.size() > most) {
+    if (!isOfTable(place) || !isQualified(known, text) || parts.size() > most) {
         return {text, refusal_cause::syntax, false};
     }
     if (parts.size() == 3) {
@@ -179,9 +179,13 @@ bool isSameName(const facts & known, const QString & a, const QString & b)
 understood_name understood(const facts & known, const identifier & written, name_place place)
 {
     const QString & text = written.text;
-    const auto isBeyond = [](QChar c) { return c.isSurrogate(); };
-    if (known.names.basicPlaneOnly.value && std::any_of(text.begin(), text.end(), isBeyond)) {
-        return {text, refusal_cause::name_not_encodable, false};
+    const auto beyond = std::find_if(text.begin(), text.end(), [](QChar c) { return c.isSurrogate(); });
+    if (known.names.basicPlaneOnly.value && beyond != text.end()) {
+        // Without quotes the text is read up to what is no part of a name.
+        const bool isReached = !written.quote.isNull() || std::all_of(text.begin(), beyond, [](QChar c) {
+            return mayStandIn(c) || c == u'.';
+        });
+        return {text, isReached ? refusal_cause::name_not_encodable : refusal_cause::syntax, false};
     }
     if (!written.quote.isNull()) {
         const bool isQuote = known.names.quotes.value.contains(written.quote);
@@ -205,7 +209,7 @@ understood_name understood(const facts & known, const identifier & written, name
 QString nameKey(const facts & known, const identifier & written, name_place place)
 {
     const QString name = understood(known, written, place).name;
-    return place == name_place::table ? foldedTable(known, name) : foldedName(known, name);
+    return isOfTable(place) ? foldedTable(known, name) : foldedName(known, name);
 }
 
 QString nameKey(const facts & known, const QString & name, name_place place)

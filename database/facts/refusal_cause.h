@@ -74,6 +74,11 @@ enum class refusal_cause
     column_bound,          ///< by an index, a key or a foreign key
     copy_needed,           ///< the change would copy a table, which a foreign key of its column forbids
     type_change_forbidden, ///< the same, since the column would get another type
+    own_key_needs_type,    ///< a column that keeps its name would get another type than its foreign key has
+    other_key_needs_type,  ///< the same, of a foreign key that refers to it
+    table_without_columns, ///< though it has keys
+    values_cut,            ///< rows hold longer texts than the new type has room for
+    values_cut_converted,  ///< the same, where the new type is another one than the old
     values_lost,           ///< rows hold values that the new type cannot
     values_converted,      ///< rows hold texts that are no value of the new type
     nulls_lost,            ///< rows have no value where one is asked for now

@@ -38,7 +38,7 @@ bool isReserved(const facts & known, QStringView word, name_place place)
         list->words.begin(), list->words.end(), word,
         [](const reserved_word & entry, QStringView asked) { return compare(entry.word, asked) < 0; });
     return found != list->words.end() && compare(found->word, word) == 0 &&
-           (place == name_place::table || !found->onlyAsTable);
+           (place == name_place::table || place == name_place::index || !found->onlyFirst);
 }
 
 } // namespace database

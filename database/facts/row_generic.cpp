@@ -15,6 +15,7 @@ static_assert(isSorted(Types));
 
 constexpr error_code Errors[] = {
     {refusal_cause::syntax, QLatin1String("42000")},
+    {refusal_cause::table_without_columns, QLatin1String("42000")},
 };
 // clang-format on
 

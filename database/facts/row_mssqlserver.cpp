@@ -32,6 +32,7 @@ static_assert(isSorted(Types));
 
 constexpr error_code Errors[] = {
     {refusal_cause::syntax, QLatin1String("102")},
+    {refusal_cause::table_without_columns, QLatin1String("102")},
     {refusal_cause::name_too_long, QLatin1String("103")},
     {refusal_cause::table_name_too_long, QLatin1String("103")},
     {refusal_cause::unknown_type, QLatin1String("2715")},

@@ -22,6 +22,7 @@ constexpr error_code OwnErrors[] = {
     {refusal_cause::column_of_foreign_key, QLatin1String("1828")},
     {refusal_cause::copy_needed, QLatin1String("1832")},
     {refusal_cause::type_change_forbidden, QLatin1String("1832")},
+    {refusal_cause::values_cut, QLatin1String("1406")},
     {refusal_cause::foreign_key_exists, QLatin1String("1826")},
     {refusal_cause::foreign_key_missing, QLatin1String("3940")},
     {refusal_cause::target_missing, QLatin1String("1824")},

@@ -28,6 +28,7 @@ static_assert(isSorted(Types));
 
 constexpr error_code Errors[] = {
     {refusal_cause::syntax, QLatin1String("ORA-00904")},
+    {refusal_cause::table_without_columns, QLatin1String("ORA-00904")},
     {refusal_cause::name_too_long, QLatin1String("ORA-00972")},
     {refusal_cause::table_name_too_long, QLatin1String("ORA-00972")},
     {refusal_cause::unknown_type, QLatin1String("ORA-00902")},

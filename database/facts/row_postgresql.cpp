@@ -36,6 +36,7 @@ constexpr lock_cost LockCosts[] = {
 // clang-format off
 constexpr error_code Errors[] = {
     {refusal_cause::syntax, QLatin1String("42601")},
+    {refusal_cause::table_without_columns, QLatin1String("42601")},
     {refusal_cause::type_with_length, QLatin1String("42601")},
     {refusal_cause::length_too_large, QLatin1String("22023")},
     {refusal_cause::precision_too_large, QLatin1String("22023")},

@@ -17,6 +17,7 @@ static_assert(isSorted(Types));
 
 constexpr error_code Errors[] = {
     {refusal_cause::syntax, QLatin1String("SQLITE_ERROR")},
+    {refusal_cause::table_without_columns, QLatin1String("SQLITE_ERROR")},
     {refusal_cause::schema_missing, QLatin1String("SQLITE_ERROR")},
     {refusal_cause::name_kept, QLatin1String("SQLITE_ERROR")},
     {refusal_cause::relation_exists, QLatin1String("SQLITE_ERROR")},

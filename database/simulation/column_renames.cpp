@@ -73,8 +73,10 @@ refusal findRenamed(const state & at, const identifier & tableName, const identi
     }
     found.owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
     if (found.owner == nullptr) {
-        // A sequence or an index has columns as well, though others than are asked for.
-        return why.cause == refusal_cause::not_a_table && to.type.isEmpty()
+        // An index has columns as well, though others than are asked for.
+        const bool isIndex = why.cause == refusal_cause::not_a_table &&
+                             !at.holderOf(on).startsWith(QLatin1String("sequence "));
+        return isIndex && to.type.isEmpty()
                    ? refusal{refusal_cause::changed_column_missing, columnObject(on, old), false}
                    : why;
     }
@@ -88,12 +90,12 @@ refusal findRenamed(const state & at, const identifier & tableName, const identi
     if (isSystemColumn(at.known, found.to)) {
         return {refusal_cause::system_column_added, columnObject(on, found.to), false};
     }
-    if (!at.known.names.mayEndInBlank.value && found.to.endsWith(u' ')) {
-        return {refusal_cause::column_name_ends_blank, columnObject(on, found.to), false};
-    }
     if (const refusal_cause cause = refusalOf(at.types, to.type);
         !to.type.isEmpty() && cause != refusal_cause::none) {
         return {cause, columnObject(on, found.to), false};
+    }
+    if (endsInBlank(at.known, found.to)) {
+        return {refusal_cause::column_name_ends_blank, columnObject(on, found.to), false};
     }
     const column * const there = at.findColumn(*found.owner, found.to);
     const bool isItself = there == found.old && at.known.changes.columnRenamedToItself.value;
@@ -141,8 +143,8 @@ refusal changingRefusal(const state & at, const renamed_column & found, const co
     const table & owner = *found.owner;
     const QString object = columnObject(owner.name, found.old->name);
     const bool isOtherType = at.types.shown(to.type) != at.types.shown(found.old->type);
-    const foreign_key * key = keyFrom(owner, found.old->name);
-    key = key == nullptr ? keyTo(at, owner, found.old->name) : key;
+    const foreign_key * const from = keyFrom(owner, found.old->name);
+    const foreign_key * const key = from == nullptr ? keyTo(at, owner, found.old->name) : from;
     const key_part * const part = partOfKey(owner, found.old->name);
     if (part != nullptr && part->prefix == 0 && isLarge(at.types, to.type)) {
         return {refusal_cause::text_key_without_prefix, object, false};
@@ -156,6 +158,10 @@ refusal changingRefusal(const state & at, const renamed_column & found, const co
     if (to.counted && hasOtherCounted && at.known.types.onlyOneCounted.value) {
         return {refusal_cause::several_counted, tableObject(owner.name), false};
     }
+    if (key != nullptr && isOtherType && isSameName(at.known, found.old->name, to.name)) {
+        return {from != nullptr ? refusal_cause::own_key_needs_type : refusal_cause::other_key_needs_type,
+                foreignKeyObject(key->name), false};
+    }
     if (key != nullptr && (isOtherType || at.isCopied(owner))) {
         return {isOtherType ? refusal_cause::type_change_forbidden : refusal_cause::copy_needed,
                 foreignKeyObject(key->name), false};
@@ -165,6 +171,10 @@ refusal changingRefusal(const state & at, const renamed_column & found, const co
     }
     const understood_type & was = at.types.of(found.old->type);
     const understood_type & is = at.types.of(to.type);
+    if (isOtherType && !keepsValues(was, is) && is.length() > 0) {
+        return {was.row == is.row ? refusal_cause::values_cut : refusal_cause::values_cut_converted, object,
+                true};
+    }
     if (isOtherType && !keepsValues(was, is)) {
         const bool wasText = was.isLarge() || was.length() > 0 || (is.row != nullptr && is.row->isTime);
         return {wasText ? refusal_cause::values_converted : refusal_cause::values_lost, object, true};

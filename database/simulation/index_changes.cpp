@@ -63,6 +63,21 @@ refusal makeParts(const state & at, const table & owner, const create_index & as
     return {};
 }
 
+// Several columns have to fit together, each of which can be in the index by its beginning.
+refusal lengthRefusal(const state & at, const table & owner, const index & made)
+{
+    const int longest = at.known.keys.longest.value;
+    if (longest == 0 || made.unique || made.parts.size() < 2) {
+        return {};
+    }
+    int bytes = 0;
+    for (const key_part & part : made.parts) {
+        const column * const of = at.findColumn(owner, part.column);
+        bytes += of == nullptr ? 0 : bytesInKey(at.types, of->type, part.prefix);
+    }
+    return bytes > longest ? refusal{refusal_cause::key_too_long, indexObject(made.name), false} : refusal();
+}
+
 // What the table has against another index, whatever its name.
 refusal tableRefusal(const state & at, const table & owner, const index & made)
 {
@@ -146,7 +161,7 @@ refusal apply(state & at, const create_index & asked, losses & lost)
     name_reader names(at.known, lost);
     index made;
     made.unique = asked.unique;
-    made.name = names.lookedFor(asked.index);
+    made.name = names.lookedFor(asked.index, name_place::index);
     const QString on = names.table(asked.table);
     const bool isPlain = asked.table.quote.isNull() && isQualified(at.known, asked.table.text);
     if (isPlain && !at.known.names.indexedNameSchema.value) {
@@ -170,6 +185,9 @@ refusal apply(state & at, const create_index & asked, losses & lost)
     if (why = tooLong(at.known, asked.index); why) {
         return why;
     }
+    if (why = lengthRefusal(at, *owner, made); why) {
+        return why;
+    }
     if (at.isIndexNameTaken(*owner, made.name)) {
         return asked.ifNotExists ? refusal()
                                  : refusal{refusal_cause::index_exists, indexObject(made.name), false};
@@ -186,7 +204,7 @@ refusal apply(state & at, const create_index & asked, losses & lost)
 refusal apply(state & at, const drop_index & asked, losses & lost)
 {
     name_reader names(at.known, lost);
-    const QString name = names.lookedFor(asked.index);
+    const QString name = names.lookedFor(asked.index, name_place::index);
     const QString on = asked.table ? names.table(*asked.table) : QString();
     refusal why = names.why();
     if (why) {

@@ -41,13 +41,12 @@ refusal readParts(const state & at, const table & owner, const add_key & asked, 
         }
         bytes += isUnbounded ? 0 : bytesInKey(at.types, of->type, each.prefix);
         parts.push_back({of->name, keptPrefix(at.types, of->type, each.prefix)});
+        const int longest = at.known.keys.longest.value;
+        if (longest > 0 && bytes > longest && asked.isPrimary) {
+            return {refusal_cause::key_too_long, tableObject(owner.name), false};
+        }
     }
-    if (const refusal why = checkPartCount(at.known, tableObject(owner.name), parts.size()); why) {
-        return why;
-    }
-    const int longest = at.known.keys.longest.value;
-    const bool isTooLong = longest > 0 && bytes > longest && asked.isPrimary;
-    return isTooLong ? refusal{refusal_cause::key_too_long, tableObject(owner.name), false} : refusal();
+    return checkPartCount(at.known, tableObject(owner.name), parts.size());
 }
 
 QString nameOf(const state & at, const table & owner, const add_key & asked,

@@ -34,6 +34,9 @@ public:
         if (isTaken && (!sequencesFirst || m_asked.ifNotExists)) {
             return m_asked.ifNotExists ? refusal() : taken();
         }
+        if (isEmpty()) {
+            return {refusal_cause::table_without_columns, tableObject(m_made.name), false};
+        }
         for (const auto step : {&new_table::checkTypes, &new_table::checkKeyNames, &new_table::nameSequences,
                                 &new_table::makeColumns}) {
             if (const refusal why = (this->*step)(); why) {
@@ -54,6 +57,11 @@ public:
     }
 
 private:
+    [[nodiscard]] bool isEmpty() const
+    {
+        return m_asked.columns.empty() && !m_at.known.changes.emptyTables.value;
+    }
+
     // What cannot be read is refused before anything else is looked at.
     refusal readNames()
     {
@@ -65,7 +73,7 @@ private:
         if (ofTable && !isSchema) {
             return ofTable;
         }
-        if (m_asked.columns.empty() && !m_at.known.changes.emptyTables.value) {
+        if (isEmpty() && !m_asked.key && m_asked.references.empty()) {
             return {refusal_cause::syntax, tableObject(name), false};
         }
         m_made.name = name;
@@ -180,6 +188,13 @@ private:
         if (const refusal why = checkColumnCount(m_at.known, m_made.name, m_columns.size()); why) {
             return why;
         }
+        // This is looked at in all names before anything else is in one.
+        const auto blank = std::find_if(m_names.cbegin(), m_names.cend(), [this](const QString & name) {
+            return endsInBlank(m_at.known, name);
+        });
+        if (blank != m_names.cend()) {
+            return checkColumnName(m_at, m_made, *blank);
+        }
         m_made.columns.reserve(static_cast<qsizetype>(m_columns.size()));
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
             const QString & name = m_names.at(static_cast<qsizetype>(i));
@@ -201,7 +216,7 @@ private:
     refusal makeKey()
     {
         if (!m_asked.key) {
-            return {};
+            return checkOwnKeys();
         }
         if (m_asked.key->parts.empty()) {
             return {refusal_cause::syntax, tableObject(m_made.name), false};
@@ -222,12 +237,31 @@ private:
             }
             m_made.key->parts.push_back({of->name, indexedPart(m_at.types, of->type, part.prefix)});
             bytes += bytesInKey(m_at.types, of->type, part.prefix);
+            if (const refusal why = checkLength(bytes); why) {
+                return why;
+            }
         }
-        if (const refusal why =
-                checkPartCount(m_at.known, tableObject(m_made.name), m_made.key->parts.size());
-            why) {
-            return why;
+        return checkPartCount(m_at.known, tableObject(m_made.name), m_made.key->parts.size());
+    }
+
+    // A key that a column is by itself.
+    refusal checkOwnKeys()
+    {
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            const column & own = m_made.columns.at(static_cast<qsizetype>(i));
+            if (!m_columns[i].primaryKey) {
+                continue;
+            }
+            const refusal ofPart = checkPart(own, 0);
+            if (const refusal why = ofPart ? ofPart : checkLength(bytesInKey(m_at.types, own.type, 0)); why) {
+                return why;
+            }
         }
+        return {};
+    }
+
+    [[nodiscard]] refusal checkLength(int bytes) const
+    {
         const int longest = m_at.known.keys.longest.value;
         const bool isTooLong = longest > 0 && bytes > longest;
         return isTooLong ? refusal{refusal_cause::key_too_long, tableObject(m_made.name), false} : refusal();

@@ -21,7 +21,7 @@ QString name_reader::read(const identifier & written, name_place place)
     // What is wrong with the text is told before what its names stand for is looked at.
     const bool isReplaced = isLookedUp(m_why.cause) && isReadFirst(m_known, found.refused);
     if ((!m_why || isReplaced) && found.refused != refusal_cause::none) {
-        const bool isTable = place == name_place::table;
+        const bool isTable = isOfTable(place);
         m_why = {found.refused, isTable ? tableObject(written.text) : written.text, false};
     }
     if (found.isCut) {
@@ -30,10 +30,10 @@ QString name_reader::read(const identifier & written, name_place place)
     return found.name;
 }
 
-QString name_reader::table(const identifier & written)
+QString name_reader::table(const identifier & written, name_place place)
 {
     const bool hadNone = !m_why;
-    const QString name = createdTable(written);
+    const QString name = read(written, place);
     if (hadNone && m_why.cause == refusal_cause::schema_missing &&
         m_known.names.missingSchemaIsMissingTable.value) {
         m_why.cause = refusal_cause::table_missing;
@@ -43,7 +43,7 @@ QString name_reader::table(const identifier & written)
 
 QString name_reader::newTable(const identifier & written)
 {
-    const QString name = createdTable(written);
+    const QString name = read(written, name_place::named_table);
     const bool isQualifiedName = written.quote.isNull() && isQualified(m_known, written.text);
     if (isQualifiedName && (!m_why || m_why.object == tableObject(written.text))) {
         m_why = {refusal_cause::syntax, tableObject(written.text), false};
@@ -64,10 +64,10 @@ QString name_reader::newColumn(const identifier & written)
     return name;
 }
 
-QString name_reader::lookedFor(const identifier & written)
+QString name_reader::lookedFor(const identifier & written, name_place place)
 {
     const bool isAfterwards = !m_known.names.lengthReadFirst.value && tooLong(m_known, written);
-    return isAfterwards ? written.text : other(written);
+    return isAfterwards ? written.text : read(written, place);
 }
 
 QStringList name_reader::allLookedFor(const std::vector<identifier> & written)
@@ -101,6 +101,11 @@ bool isKept(const facts & known, const QString & table)
     return !kept.isEmpty() && table.startsWith(kept, Qt::CaseInsensitive);
 }
 
+bool endsInBlank(const facts & known, const QString & name)
+{
+    return !known.names.mayEndInBlank.value && name.endsWith(u' ');
+}
+
 bool isSystemColumn(const facts & known, const QString & name)
 {
     const auto system = known.names.system.value;
@@ -129,7 +134,7 @@ refusal_cause readType(const known_types & types, const column_definition & aske
 refusal checkColumnName(const state & at, const table & owner, const QString & name)
 {
     refusal_cause cause = refusal_cause::none;
-    if (!at.known.names.mayEndInBlank.value && name.endsWith(u' ')) {
+    if (endsInBlank(at.known, name)) {
         cause = refusal_cause::column_name_ends_blank;
     } else if (at.findColumn(owner, name) != nullptr) {
         cause = refusal_cause::column_exists;

@@ -16,7 +16,7 @@ public:
     name_reader(const facts & rules, losses & lost) : m_known(rules), m_lost(lost) {}
 
     /// The name of a table that is to be there.
-    QString table(const identifier & written);
+    QString table(const identifier & written, name_place place = name_place::named_table);
     /// The same of one that is made, which can be in another schema.
     QString createdTable(const identifier & written) { return read(written, name_place::table); }
     QString other(const identifier & written) { return read(written, name_place::other); }
@@ -28,7 +28,7 @@ public:
     QString newColumn(const identifier & written);
 
     /// A name that the database looks for, or measures once it has found what the name is for.
-    QString lookedFor(const identifier & written);
+    QString lookedFor(const identifier & written, name_place place = name_place::other);
     QStringList allLookedFor(const std::vector<identifier> & written);
 
     [[nodiscard]] const refusal & why() const { return m_why; }
@@ -45,6 +45,8 @@ private:
 [[nodiscard]] refusal tooLong(const facts & known, const identifier & written);
 /// Whether the database keeps the name of a table for itself.
 [[nodiscard]] bool isKept(const facts & known, const QString & table);
+/// Whether the name ends in a way that no name of a column may.
+[[nodiscard]] bool endsInBlank(const facts & known, const QString & name);
 [[nodiscard]] bool isSystemColumn(const facts & known, const QString & name);
 [[nodiscard]] bool countsByType(const known_types & types, const column_definition & asked);
 /// What of a column's type is told before what is there is looked at.

@@ -10,7 +10,7 @@ namespace database {
 refusal apply(state & at, const drop_table & asked, losses & lost)
 {
     name_reader names(at.known, lost);
-    const QString name = names.table(asked.table);
+    const QString name = names.table(asked.table, name_place::table);
     refusal why = names.why();
     const table * const gone = why ? nullptr : at.need(name, refusal_cause::dropped_table_missing, why);
     if (gone == nullptr) {
