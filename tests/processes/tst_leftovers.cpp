@@ -188,8 +188,10 @@ void tst_leftovers::whatALivingCommandUsesStays()
     QVERIFY(!used.isEmpty());
     if (command == "tag") {
         qputenv("TMPDIR", path("tmp").toLocal8Bit());
+        qputenv("XDG_RUNTIME_DIR", path("runtime").toLocal8Bit());
         QCOMPARE(support::runKorvane({"tag", path("other.korv")}).status, 0);
         qunsetenv("TMPDIR");
+        qunsetenv("XDG_RUNTIME_DIR");
     } else {
         runWhole(command);
     }
