@@ -78,20 +78,18 @@ private Q_SLOTS:
         QVERIFY(QDir(m_dir.path()).mkpath("sql"));
         const QStringList before = names();
         int missed = 0;
-        // Below the least of these the loader itself finds no room; with the greatest every command succeeds.
-        const int step = 120000 / support::rounds(60);
-        for (int kilobytes = 50000; kilobytes <= 170000; kilobytes += step) {
+        // With the greatest of these every command succeeds.
+        const int step = 70000 / support::rounds(35);
+        for (int kilobytes = leastToStart(); kilobytes <= 170000; kilobytes += step) {
             QFile::remove(path("tagged.korv"));
             QVERIFY(QFile::copy(path("large.korv"), path("tagged.korv")));
             const program_result result = runWithin(kilobytes, command);
-            // The second is the standard library's own word, which the first lines of main() replace: what
-            // found no room is the initialization of a library.
-            if (result.status == 127 || result.errors.startsWith("terminate called after throwing")) {
-                continue;
-            }
             QVERIFY2(result.status == 0 || result.status == 1,
                      qPrintable(QString("%1 kB: status %2").arg(kilobytes).arg(result.status)));
-            QCOMPARE(result.errors.isEmpty(), result.status == 0);
+            // What is done is done, even when there is no room any more for the plug-in that remarks on it.
+            const bool isSilent = result.errors.isEmpty() || result.errors.contains(KORVANE_PLUGIN_FILE);
+            QVERIFY2(result.status == 0 ? isSilent : !result.errors.isEmpty(),
+                     qPrintable(QString("%1 kB: ").arg(kilobytes) + result.errors));
             missed += result.status;
             QCOMPARE(QFile::exists(path("new.korv")), result.status == 0 && command.contains("new.korv"));
             QFile::remove(path("new.korv"));
@@ -272,6 +270,15 @@ private:
     {
         return QDir(m_dir.path())
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    }
+    /// The least limit at which the loader and the initialization of libraries find room.
+    int leastToStart() const
+    {
+        int kilobytes = 50000;
+        while (kilobytes < 170000 && runWithin(kilobytes, "--version").status != 0) {
+            kilobytes += 500;
+        }
+        return kilobytes;
     }
     program_result runWithin(int kilobytes, const QString & command) const
     {
