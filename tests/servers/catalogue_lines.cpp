@@ -1,7 +1,5 @@
 #include "servers/catalogue_lines.h"
 
-#include "servers/sql_connection.h"
-
 #include <algorithm>
 
 namespace servers {
@@ -60,6 +58,11 @@ QStringList modelLinesOf(const database::catalogue & held)
     }
     lines.sort();
     return lines;
+}
+
+QString withColumns(const QString & subject, const QStringList & columns)
+{
+    return subject + QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + QLatin1Char(')');
 }
 
 } // namespace servers

@@ -12,4 +12,7 @@ namespace servers {
 /// What a database makes by itself is left out: sequences, names of keys, indexes of foreign keys.
 [[nodiscard]] QStringList modelLinesOf(const database::catalogue & held);
 
+/// "subject (a, b)"
+[[nodiscard]] QString withColumns(const QString & subject, const QStringList & columns);
+
 } // namespace servers

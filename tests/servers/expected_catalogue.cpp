@@ -1,6 +1,6 @@
 #include "servers/expected_catalogue.h"
 
-#include "servers/sql_connection.h"
+#include "servers/catalogue_lines.h"
 
 #include "model/project.h"
 #include "model/property_type.h"

@@ -1,7 +1,7 @@
 #include "servers/foretelling.h"
 
-#include "servers/table_rows.h"
-#include "servers/target_database.h"
+#include "database/server/table_rows.h"
+#include "database/server/target_database.h"
 
 #include "check/view/statement_place.h"
 #include "database/statement/reader.h"
@@ -90,7 +90,8 @@ QString foretelling::caseText() const
 
 bool foretelling::putRows()
 {
-    const QMap<QString, int> counts = putRowIntoEach(m_target);
+    int number = 1000; // four digits, as a UUID wants them
+    const QMap<QString, int> counts = putRowIntoEach(m_target, number);
     for (auto it = counts.constBegin(); it != counts.constEnd(); ++it) {
         m_simulation->putRows(it.key(), it.value());
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/server/target_database.h"
 #include "database/simulation/simulation.h"
 #include "plugin/statement_source.h"
 #include "servers/found_refusals.h"
@@ -8,7 +9,7 @@
 
 namespace servers {
 
-class target_database;
+using namespace database::server;
 
 /// How the simulation compares with a database.
 struct foretelling_figures

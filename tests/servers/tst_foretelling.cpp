@@ -5,8 +5,8 @@
 // Built once for each database: KORVANE_TARGET is the function that starts it, KORVANE_SCRIPTS the key of the
 // scripts that it runs.
 
+#include "database/server/target_database.h"
 #include "servers/foretelling.h"
-#include "servers/target_database.h"
 
 #include "plugin/builder/databases.h"
 #include "plugin/ddl_export.h"
@@ -131,7 +131,7 @@ private Q_SLOTS:
     void cleanupTestCase();
 
 private:
-    std::unique_ptr<servers::target_database> m_target;
+    std::unique_ptr<database::server::target_database> m_target;
     servers::foretelling_figures m_figures;
     servers::finding_figures m_found;
     int m_chains = 0;
@@ -140,7 +140,7 @@ private:
 void tst_foretelling::initTestCase()
 {
     QString why;
-    m_target = servers::KORVANE_TARGET(why);
+    m_target = database::server::KORVANE_TARGET(why);
     if (!m_target) {
         QSKIP(qPrintable(why));
     }

@@ -1,6 +1,6 @@
 // How many columns, keys and bytes a table can have: what the database answers, and that it is foretold.
 
-#include "servers/target_database.h"
+#include "database/server/target_database.h"
 
 #include "database/simulation/simulation.h"
 #include "database/statement/reader.h"
@@ -43,7 +43,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         QString why;
-        m_target = servers::KORVANE_TARGET(why);
+        m_target = database::server::KORVANE_TARGET(why);
         if (!m_target) {
             QSKIP(qPrintable(why));
         }
@@ -132,7 +132,7 @@ private Q_SLOTS:
         QVERIFY2(m_target->reset(why), qPrintable(why));
         database::simulation simulated(m_target->known());
         for (qsizetype i = 0; i < statements.size(); ++i) {
-            servers::server_error error;
+            database::server::server_error error;
             const bool isDone = m_target->execute(statements.at(i), error);
             const database::verdict said = simulated.run(database::readStatements(statements.at(i)).front());
             const QString wanted = i + 1 == statements.size() ? code : QString();
@@ -144,7 +144,7 @@ private Q_SLOTS:
     }
 
 private:
-    std::unique_ptr<servers::target_database> m_target;
+    std::unique_ptr<database::server::target_database> m_target;
 };
 
 QTEST_GUILESS_MAIN(tst_limits)

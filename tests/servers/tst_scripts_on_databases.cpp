@@ -2,11 +2,11 @@
 //
 // Built once for each database: KORVANE_TARGET is the function that starts it, KORVANE_DATABASE its number.
 
+#include "database/server/target_database.h"
 #include "servers/catalogue_lines.h"
 #include "servers/expected_catalogue.h"
 #include "servers/model_history.h"
 #include "servers/refusals.h"
-#include "servers/target_database.h"
 
 #include "plugin/builder/databases.h"
 #include "plugin/ddl_export.h"
@@ -95,13 +95,13 @@ private:
     [[nodiscard]] QStringList run(const QString & script) const;
     void runOnEmpty(const QString & script) const;
 
-    std::unique_ptr<servers::target_database> m_target;
+    std::unique_ptr<database::server::target_database> m_target;
 };
 
 void tst_scripts_on_databases::initTestCase()
 {
     QString why;
-    m_target = servers::KORVANE_TARGET(why);
+    m_target = database::server::KORVANE_TARGET(why);
     if (!m_target) {
         QSKIP(qPrintable(why));
     }
@@ -157,7 +157,7 @@ QStringList tst_scripts_on_databases::run(const QString & script) const
 {
     QStringList refused;
     for (const QString & statement : statementsOf(script)) {
-        servers::server_error error;
+        database::server::server_error error;
         if (!m_target->execute(statement, error)) {
             refused.append(statement + QStringLiteral(" => ") + error.words);
         }

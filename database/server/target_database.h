@@ -2,14 +2,14 @@
 
 #include "database/catalogue/catalogue.h"
 #include "database/facts/facts.h"
-#include "servers/sql_connection.h"
+#include "database/server/sql_connection.h"
 
 #include <QString>
 #include <QStringList>
 
 #include <memory>
 
-namespace servers {
+namespace database::server {
 
 /// A database that runs scripts and tells from its own catalogue what came of them.
 class target_database
@@ -23,13 +23,13 @@ public:
     virtual bool reset(QString & error) = 0;
     /// Runs one statement; false, with the database's own code and words, when it is refused.
     virtual bool execute(const QString & statement, server_error & error) = 0;
-    /// The rows of a query that has to succeed.
+    /// The rows of a query that has to succeed; this and all that reads throws server_failure.
     [[nodiscard]] virtual QList<QVariantList> rows(const QString & query) = 0;
     /// What is in the database now, in its normal form.
     [[nodiscard]] virtual database::catalogue held() = 0;
     /// How the catalogue spells the SQL type `type`.
     virtual QString typeAsStored(const QString & type) = 0;
-    /// A name as a statement of this test writes it, whatever it is made of.
+    /// A name as a statement of ours writes it, whatever it is made of.
     [[nodiscard]] virtual QString quoted(const QString & name) const = 0;
     /// The statement after which foreign keys do, or do not, have a say in what rows there are.
     [[nodiscard]] virtual QString checkForeignKeys(bool on) const = 0;
@@ -44,4 +44,4 @@ public:
 /// start.
 [[nodiscard]] std::unique_ptr<target_database> startPostgreSql(QString & why);
 
-} // namespace servers
+} // namespace database::server

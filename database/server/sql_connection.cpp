@@ -1,10 +1,10 @@
-#include "servers/sql_connection.h"
+#include "database/server/sql_connection.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
 
-namespace servers {
+namespace database::server {
 
 sql_connection::sql_connection(const QString & driver, const std::function<void(QSqlDatabase &)> & prepare)
 {
@@ -47,7 +47,7 @@ QList<QVariantList> sql_connection::rows(const QString & query, const QVariantLi
         q.addBindValue(value);
     }
     if (!q.exec()) {
-        qFatal("%s: %s", qPrintable(query), qPrintable(q.lastError().text()));
+        throw server_failure(QStringLiteral("%1 (%2)").arg(q.lastError().text(), query));
     }
     QList<QVariantList> result;
     while (q.next()) {
@@ -73,9 +73,4 @@ QStringList sql_connection::firstColumn(const QString & query, const QVariantLis
     return result;
 }
 
-QString withColumns(const QString & subject, const QStringList & columns)
-{
-    return subject + QStringLiteral(" (") + columns.join(QStringLiteral(", ")) + QLatin1Char(')');
-}
-
-} // namespace servers
+} // namespace database::server

@@ -1,5 +1,5 @@
-#include "servers/sql_connection.h"
-#include "servers/target_database.h"
+#include "database/server/sql_connection.h"
+#include "database/server/target_database.h"
 
 #include "database/facts/names.h"
 #include "database/facts/normal_form.h"
@@ -7,7 +7,7 @@
 #include <QMap>
 #include <QSqlDatabase>
 
-namespace servers {
+namespace database::server {
 
 namespace {
 
@@ -133,4 +133,4 @@ std::unique_ptr<target_database> startSqlite(QString & why)
     return std::make_unique<sqlite_target>();
 }
 
-} // namespace servers
+} // namespace database::server

@@ -8,10 +8,10 @@
 #include <functional>
 #include <optional>
 
-namespace servers {
+namespace database::server {
 
-/// A server process of this test's own: its data in a temporary folder, reached through a socket there only,
-/// run by an unprivileged user. It ends with this object, and with this process should that die first.
+/// A server process of this program's own: its data in a temporary folder, reached through a socket there
+/// only, run by an unprivileged user. It ends with this object, and with this process should that die first.
 class private_server
 {
 public:
@@ -45,4 +45,4 @@ private:
 /// Absolute name of `program`, looked for in the PATH and in `folders`; empty when it is not installed.
 [[nodiscard]] QString findProgram(const QString & program, const QStringList & folders = {});
 
-} // namespace servers
+} // namespace database::server

@@ -1,6 +1,6 @@
-#include "servers/private_server.h"
-#include "servers/sql_connection.h"
-#include "servers/target_database.h"
+#include "database/server/private_server.h"
+#include "database/server/sql_connection.h"
+#include "database/server/target_database.h"
 
 #include "database/facts/names.h"
 #include "database/facts/normal_form.h"
@@ -8,7 +8,7 @@
 #include <QDir>
 #include <QSqlDatabase>
 
-namespace servers {
+namespace database::server {
 
 namespace {
 
@@ -85,7 +85,7 @@ public:
     {
         QString error;
         if (!m_connection->execute(QStringLiteral("CREATE TABLE scratch_type (c %1)").arg(type), error)) {
-            qFatal("%s: %s", qPrintable(type), qPrintable(error));
+            throw server_failure(QStringLiteral("%1: %2").arg(type, error));
         }
         const QString stored =
             m_connection
@@ -202,4 +202,4 @@ std::unique_ptr<target_database> startPostgreSql(QString & why)
     return target;
 }
 
-} // namespace servers
+} // namespace database::server

@@ -1,18 +1,18 @@
-#include "servers/table_rows.h"
+#include "database/server/table_rows.h"
 
-#include "servers/target_database.h"
-
+#include <QDate>
 #include <QSet>
+#include <QTime>
 
-namespace servers {
+namespace database::server {
 
 namespace {
 
 struct type_value
 {
     const char * beginning; ///< of the type as the catalogue shows it, in small letters
-    const char * value;     ///< a literal; %1 is a number that no other column has
-    const char * ofKey;     ///< the same in columns of keys
+    const char * value; ///< a literal; %1 is a number that no other column has, %2 a day, %3 a time of day
+    const char * ofKey; ///< the same in columns of keys
 };
 
 // The first that fits counts.
@@ -30,20 +30,24 @@ constexpr type_value Values[] = {
     {"longblob", "'b%1'", "'k7'"},
     {"bytea", "'b%1'", "'k7'"},
     {"varbinary", "'b%1'", "'k7'"},
-    {"timestamp", "'2026-01-01 00:00:00'", "'2026-01-01 00:00:00'"},
-    {"datetime", "'2026-01-01 00:00:00'", "'2026-01-01 00:00:00'"},
-    {"date", "'2026-01-02'", "'2026-01-02'"},
-    {"time", "'03:04:05'", "'03:04:05'"},
+    {"timestamp", "'%2 00:00:00'", "'2026-01-01 00:00:00'"},
+    {"datetime", "'%2 00:00:00'", "'2026-01-01 00:00:00'"},
+    {"date", "'%2'", "'2026-01-02'"},
+    {"time", "'%3'", "'03:04:05'"},
     {"json", "'{\"a\": %1}'", "'{\"a\": 7}'"},
     {"uuid", "'00000000-0000-0000-0000-00000000%1'", "'00000000-0000-0000-0000-000000000007'"},
 };
 
 QString valueOf(const QString & type, bool isKey, int number)
 {
+    static const QDate firstDay(2020, 1, 1);
+    constexpr int days = 6000; // some databases count seconds to the year 2038 only
     for (const type_value & each : Values) {
         if (type.startsWith(QLatin1String(each.beginning), Qt::CaseInsensitive)) {
             return QString::fromLatin1(isKey ? each.ofKey : each.value)
-                .replace(QLatin1String("%1"), QString::number(number));
+                .replace(QLatin1String("%1"), QString::number(number))
+                .replace(QLatin1String("%2"), firstDay.addDays(number % days).toString(Qt::ISODate))
+                .replace(QLatin1String("%3"), QTime(0, 0).addSecs(number).toString(Qt::ISODate));
         }
     }
     return isKey ? QStringLiteral("7") : QString::number(number);
@@ -77,19 +81,34 @@ QString insertion(const target_database & target, const database::table & owner,
         .arg(target.quoted(owner.name), columns.join(QLatin1Char(',')), values.join(QLatin1Char(',')));
 }
 
+/// What the only row of a table holds, by column.
+put_row rowOf(target_database & target, const database::table & owner)
+{
+    QStringList columns;
+    for (const database::column & each : owner.columns) {
+        columns += target.quoted(each.name);
+    }
+    const QList<QVariantList> rows = target.rows(
+        QStringLiteral("SELECT %1 FROM %2").arg(columns.join(QLatin1Char(',')), target.quoted(owner.name)));
+    put_row row{owner.name, {}};
+    for (qsizetype i = 0; !rows.isEmpty() && i < owner.columns.size(); ++i) {
+        row.values.emplace_back(owner.columns[i].name, rows.constFirst()[i]);
+    }
+    return row;
+}
+
 } // namespace
 
-QMap<QString, int> putRowIntoEach(target_database & target)
+QMap<QString, int> putRowIntoEach(target_database & target, int & number, std::vector<put_row> * added)
 {
-    // Four digits, as a UUID above wants them.
-    int number = 1000;
     QMap<QString, int> counts;
     server_error error;
     target.execute(target.checkForeignKeys(false), error);
     for (const auto & [key, owner] : target.held().tables) {
         const QString count = QStringLiteral("SELECT count(*) FROM ") + target.quoted(owner.name);
-        if (target.rows(count).constFirst().constFirst().toInt() == 0 && !owner.columns.empty()) {
-            target.execute(insertion(target, owner, number), error);
+        if (target.rows(count).constFirst().constFirst().toInt() == 0 && !owner.columns.empty() &&
+            target.execute(insertion(target, owner, number), error) && added) {
+            added->push_back(rowOf(target, owner));
         }
         counts[owner.name] = target.rows(count).constFirst().constFirst().toInt();
     }
@@ -97,4 +116,4 @@ QMap<QString, int> putRowIntoEach(target_database & target)
     return counts;
 }
 
-} // namespace servers
+} // namespace database::server

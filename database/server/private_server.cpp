@@ -1,4 +1,4 @@
-#include "servers/private_server.h"
+#include "database/server/private_server.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -11,7 +11,7 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
-namespace servers {
+namespace database::server {
 
 namespace {
 
@@ -105,4 +105,4 @@ QString findProgram(const QString & program, const QStringList & folders)
     return found.isEmpty() ? QStandardPaths::findExecutable(program, folders) : found;
 }
 
-} // namespace servers
+} // namespace database::server

@@ -6,14 +6,23 @@
 #include <QVariantList>
 
 #include <functional>
+#include <stdexcept>
 
-namespace servers {
+namespace database::server {
 
 /// What a database says to a statement that it refuses.
 struct server_error
 {
     QString code; ///< as the driver tells it: SQLSTATE, or a number
     QString words;
+};
+
+/// A server or a connection that is there no more, or does not do what every one does.
+class server_failure : public std::runtime_error
+{
+public:
+    explicit server_failure(const QString & reason) : std::runtime_error(reason.toStdString()) {}
+    [[nodiscard]] QString reason() const { return QString::fromUtf8(what()); }
 };
 
 /// A connection with a name of its own; it is removed with this object.
@@ -29,7 +38,7 @@ public:
     [[nodiscard]] QString openError() const { return m_sOpenError; }
     bool execute(const QString & statement, server_error & error) const;
     bool execute(const QString & statement, QString & error) const;
-    /// The rows of a query that has to succeed; a failure ends the test program, since no test can go on.
+    /// The rows of a query that has to succeed; throws server_failure.
     [[nodiscard]] QList<QVariantList> rows(const QString & query, const QVariantList & values = {}) const;
     /// The first column of rows().
     [[nodiscard]] QStringList firstColumn(const QString & query, const QVariantList & values = {}) const;
@@ -40,7 +49,4 @@ private:
     QString m_sOpenError;
 };
 
-/// "subject (a, b)"
-[[nodiscard]] QString withColumns(const QString & subject, const QStringList & columns);
-
-} // namespace servers
+} // namespace database::server

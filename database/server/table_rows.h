@@ -1,0 +1,29 @@
+#pragma once
+
+#include "database/server/target_database.h"
+
+#include <QMap>
+#include <QString>
+#include <QVariant>
+
+#include <vector>
+
+namespace database::server {
+
+/// A row that was put into a table, and its values as the database shows them.
+struct put_row
+{
+    QString table;
+    std::vector<std::pair<QString, QVariant>> values; ///< by column
+};
+
+/// Puts a row into each table that has none: 7 in every column of a key, of a foreign key or with a name that
+/// ends in "_id", so that rows belong together, and elsewhere a value that no other column has, as far as the
+/// type has enough values. A table whose types have no values here stays empty.
+/// @param number from which values are made; it goes on with each of them
+/// @param added receives the rows, when it is given
+/// @return the tables that have rows now, with the number of these
+QMap<QString, int> putRowIntoEach(target_database & target, int & number,
+                                  std::vector<put_row> * added = nullptr);
+
+} // namespace database::server
