@@ -241,6 +241,7 @@ QString keyOf(const difference_view & of)
                        idOf(member),
                        idOf(of.link()),
                        entity ? QString() : what.table,
+                       member ? QString() : what.columns.join(u','),
                        what.expected,
                        what.found}
         .join(u'\n');
@@ -254,15 +255,15 @@ std::vector<schema_difference> differencesOf(const database::catalogue & expecte
     return compareSchemas(parts.first, parts.second);
 }
 
-/// Differences that were there before the step.
-QSet<QString> keysOf(const std::vector<schema_difference> & differences, const script_view & in,
-                     const step_changes & changes, const step_record & record)
+/// What the differences are about that were there before the step, by key.
+QHash<QString, QString> subjectsOf(const std::vector<schema_difference> & differences, const script_view & in,
+                                   const step_changes & changes, const step_record & record)
 {
-    QSet<QString> keys;
+    QHash<QString, QString> subjects;
     for (const schema_difference & each : differences) {
-        keys.insert(keyOf(difference_view(in, changes, record, each)));
+        subjects.insert(keyOf(difference_view(in, changes, record, each)), subjectOf(each));
     }
-    return keys;
+    return subjects;
 }
 
 } // namespace
@@ -300,20 +301,61 @@ void checker::compare(const script & step, const database::catalogue & now,
         return;
     }
     const script_view view(step, m_known, m_made);
-    const QSet<QString> old = keysOf(differencesOf(before(), m_beforeStep, m_known), view, changes, m_step);
-    QSet<QString> fingerprints;
+    const QHash<QString, QString> old =
+        subjectsOf(differencesOf(before(), m_beforeStep, m_known), view, changes, m_step);
+    QHash<QString, std::size_t> fingerprints; // and where the finding is
     for (const schema_difference & each : differences) {
         const difference_view seen(view, changes, m_step, each);
-        if (old.contains(keyOf(seen)) || isExplained(seen)) {
+        const QString key = keyOf(seen);
+        if (old.contains(key)) {
+            if (const auto at = m_toldAt.constFind(old.value(key)); at != m_toldAt.constEnd()) {
+                noteDifference(each, *at, told);
+            }
+            continue;
+        }
+        if (isExplained(seen)) {
+            addDifference(seen, step, told);
             continue;
         }
         const std::optional<finding> explained = explainDifference(seen);
         finding one = explained ? *explained : unexplained(seen);
         one.objects = seen.objects();
         // One change can leave several differences; the first says it.
-        if (const QString print = fingerprintOf(one); !fingerprints.contains(print)) {
-            fingerprints.insert(print);
+        const QString print = fingerprintOf(one);
+        if (!fingerprints.contains(print)) {
+            fingerprints.insert(print, told.findings.size());
             addTo(told, std::move(one), step);
+        }
+        noteDifference(each, fingerprints.value(print), told);
+    }
+}
+
+/// Notes a difference with the finding that explains it.
+void checker::noteDifference(const schema_difference & what, std::size_t at, report & told)
+{
+    const QString subject = subjectOf(what);
+    told.findings[at].differences += subject;
+    m_toldAt.insert(subject, at);
+}
+
+/// Notes a difference with what was told of the same object when its statement was run.
+void checker::addDifference(const difference_view & seen, const script & of, report & told)
+{
+    const std::vector<object> objects = seen.objects();
+    // Its name may be another one by now.
+    const auto isOne = [&objects](const object & other) {
+        return std::any_of(objects.begin(), objects.end(), [&other](const object & own) {
+            return own.kind == other.kind && own.id == other.id;
+        });
+    };
+    for (std::size_t at = 0; at < told.findings.size(); ++at) {
+        const finding & each = told.findings[at];
+        const bool isAlike = each.script == of.name && each.statement &&
+                             (each.what == effect::refused || each.what == effect::loss) &&
+                             std::any_of(each.objects.begin(), each.objects.end(), isOne);
+        if (isAlike) {
+            noteDifference(seen.what(), at, told);
+            return;
         }
     }
 }

@@ -55,6 +55,8 @@ private:
         int finding = -1; ///< its place in the report; -1 when it is not told
     };
 
+    void addDifference(const difference_view & seen, const script & of, report & told);
+    void noteDifference(const schema_difference & what, std::size_t at, report & told);
     /// Adds a finding about a script, which is worth less where all is known from documentation.
     void addTo(report & told, finding one, const script & of) const;
 
@@ -65,6 +67,7 @@ private:
     made_objects m_made;
     QHash<int, refused_statement> m_refused; ///< by their numbers, for what follows from them
     int m_number = 0;                        ///< of the next statement
+    QHash<QString, std::size_t> m_toldAt;    ///< which finding explains a difference, by what it is about
     step_record m_step;                      ///< of the script that was run last
     database::catalogue m_beforeStep;        ///< what was held before it, if it was told
 };

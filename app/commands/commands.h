@@ -14,6 +14,7 @@
     ROW(makeExportCommand)                                                                                   \
     ROW(makeExplainCommand)                                                                                  \
     ROW(makeCheckCommand)                                                                                    \
+    ROW(makeVerifyCommand)                                                                                   \
     ROW(makeSettingsCommand)                                                                                 \
     ROW(makeSchemaCommand)                                                                                   \
     ROW(makePluginsCommand)

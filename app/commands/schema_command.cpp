@@ -37,7 +37,8 @@ public:
     void declare(command_options & options) override
     {
         options.addVersion(
-            "NAME", "project (the text form, which is the default), check, diff, explain or status", m_sName);
+            "NAME", "project (the text form, which is the default), check, diff, explain, status or verify",
+            m_sName);
     }
     [[nodiscard]] QString whyWrong() const override
     {

@@ -91,6 +91,7 @@ struct finding
     QString why;
     remedy way;
     std::vector<object> objects;
+    QStringList differences; ///< what the database has otherwise for this reason, as "column t_gig.length"
     std::optional<source_place> location; ///< of the first object in the model's text form
     int consequenceOf = -1; ///< index of the finding without which this would not be; -1 for none
     QString script;         ///< that it belongs to, by name; empty for none

@@ -3,6 +3,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 
 namespace check {
@@ -228,7 +229,51 @@ private:
     std::vector<schema_difference> m_names;
 };
 
+/// What the kinds of differences are about, in the order of the kinds.
+struct kind_subject
+{
+    difference_kind kind;
+    const char * word;
+};
+
+constexpr kind_subject Subjects[] = {
+    {difference_kind::table_missing, "table"},
+    {difference_kind::table_left, "table"},
+    {difference_kind::column_missing, "column"},
+    {difference_kind::column_left, "column"},
+    {difference_kind::type, "type of column"},
+    {difference_kind::null, "null of column"},
+    {difference_kind::counter, "counter of column"},
+    {difference_kind::key, "key of"},
+    {difference_kind::index_missing, "index of"},
+    {difference_kind::index_left, "index of"},
+    {difference_kind::unique_missing, "unique of"},
+    {difference_kind::unique_left, "unique of"},
+    {difference_kind::foreign_key_missing, "foreign key of"},
+    {difference_kind::foreign_key_left, "foreign key of"},
+    {difference_kind::foreign_key_target, "target of the foreign key of"},
+    {difference_kind::names, "names of"},
+    {difference_kind::order, "order of columns of"},
+    {difference_kind::sequence_left, "sequence"},
+};
+
 } // namespace
+
+QString subjectOf(const schema_difference & of)
+{
+    const auto * const subject =
+        std::find_if(std::begin(Subjects), std::end(Subjects),
+                     [&of](const kind_subject & each) { return each.kind == of.kind; });
+    const QString word = subject == std::end(Subjects) ? QString() : QString::fromLatin1(subject->word);
+    if (of.table.isEmpty()) {
+        return word + u' ' + of.found;
+    }
+    const bool isColumn = word.endsWith(QLatin1String("column"));
+    return of.columns.isEmpty() ? QStringLiteral("%1 %2").arg(word, of.table)
+           : isColumn
+               ? QStringLiteral("%1 %2.%3").arg(word, of.table, of.columns.constFirst())
+               : QStringLiteral("%1 %2 (%3)").arg(word, of.table, of.columns.join(QStringLiteral(", ")));
+}
 
 std::vector<schema_difference> compareSchemas(const database::catalogue & expected,
                                               const database::catalogue & found)

@@ -45,6 +45,9 @@ struct schema_difference
     QString found;       ///< what the history left; empty for nothing
 };
 
+/// What it is that differs: "column t_gig.length", "index t_gig (length)", "names of t_gig".
+[[nodiscard]] QString subjectOf(const schema_difference & of);
+
 /// What the catalogue `found` has otherwise than `expected`, table by table. Both are in normal form. The
 /// words of both sides are those of database::linesOf().
 [[nodiscard]] std::vector<schema_difference> compareSchemas(const database::catalogue & expected,

@@ -39,6 +39,16 @@ public:
     }
 
     [[nodiscard]] const database::facts & known() const override { return *database::factsOf(u"mariadb"); }
+    [[nodiscard]] QString version() override
+    {
+        QString error;
+        if (!m_connection && !reset(error)) {
+            throw server_failure(error);
+        }
+        return QStringLiteral("MariaDB ") +
+               m_connection->firstColumn(QStringLiteral("SELECT substring_index(version(), '-', 1)"))
+                   .constFirst();
+    }
     bool reset(QString & error) override
     {
         if (!m_connection) {

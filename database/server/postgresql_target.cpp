@@ -44,6 +44,16 @@ public:
     }
 
     [[nodiscard]] const database::facts & known() const override { return *database::factsOf(u"postgresql"); }
+    [[nodiscard]] QString version() override
+    {
+        QString error;
+        if (!m_connection && !reset(error)) {
+            throw server_failure(error);
+        }
+        return QStringLiteral("PostgreSQL ") +
+               m_connection->firstColumn(QStringLiteral("SELECT current_setting('server_version')"))
+                   .constFirst();
+    }
     bool reset(QString & error) override
     {
         if (!m_connection) {
@@ -181,9 +191,16 @@ void postgresql_target::addIndexes(database::catalogue & found) const
 
 void postgresql_target::addSequences(database::catalogue & found) const
 {
-    for (const QString & sequence : m_connection->firstColumn(QStringLiteral(
-             "SELECT relname FROM pg_class WHERE relkind = 'S' AND relnamespace = 'public'::regnamespace"))) {
-        found.sequences.push_back({sequence, {}});
+    for (const QVariantList & s : m_connection->rows(QStringLiteral(
+             "SELECT s.relname, t.relname, a.attname FROM pg_class s "
+             "LEFT JOIN pg_depend d ON d.objid = s.oid AND d.classid = 'pg_class'::regclass AND "
+             "d.deptype IN ('a', 'i') "
+             "LEFT JOIN pg_class t ON t.oid = d.refobjid "
+             "LEFT JOIN pg_attribute a ON a.attrelid = t.oid AND a.attnum = d.refobjsubid "
+             "WHERE s.relkind = 'S' AND s.relnamespace = 'public'::regnamespace"))) {
+        const database::sequence sequence{s[0].toString(), s[2].toString()};
+        auto & owner = s[1].isNull() ? found.sequences : found.tables[s[1].toString()].sequences;
+        owner.push_back(sequence);
     }
 }
 

@@ -1,8 +1,12 @@
 #include "database/server/private_server.h"
 
+#include "os/stop_requests.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
+#include <QLockFile>
 #include <QStandardPaths>
 
 #include <csignal>
@@ -33,11 +37,37 @@ void startUnsynced(QProcess & process, const QString & program, const QStringLis
     }
 }
 
+const QString FolderName = QStringLiteral("kv_");
+const QString LockName = QStringLiteral("in_use");
+
+/// Removes the folders of servers whose programs were killed.
+void removeLeftFolders()
+{
+    for (const QFileInfo & folder :
+         QDir(QDir::tempPath())
+             .entryInfoList({FolderName + QLatin1Char('*')}, QDir::Dirs | QDir::NoSymLinks)) {
+        const QString lockName = folder.filePath() + QLatin1Char('/') + LockName;
+        if (!QFile::exists(lockName)) {
+            continue; // it is being made, or nobody's
+        }
+        QLockFile lock(lockName);
+        lock.setStaleLockTime(0);
+        if (lock.tryLock()) {
+            lock.unlock();
+            QDir(folder.filePath()).removeRecursively();
+        }
+    }
+}
+
 } // namespace
 
 private_server::private_server(const QString & user)
-    : m_folder(QDir::tempPath() + QStringLiteral("/kv_XXXXXX"))
+    : m_folder(QDir::tempPath() + QLatin1Char('/') + FolderName + QStringLiteral("XXXXXX")),
+      m_lock(m_folder.filePath(LockName))
 {
+    removeLeftFolders();
+    m_lock.setStaleLockTime(0);
+    m_lock.tryLock();
     const passwd * const entry = geteuid() == 0 ? getpwnam(user.toLocal8Bit().constData()) : nullptr;
     if (entry && chown(m_folder.path().toLocal8Bit().constData(), entry->pw_uid, entry->pw_gid) == 0) {
         m_account = account{entry->pw_uid, entry->pw_gid};
@@ -64,6 +94,7 @@ void private_server::becomeUser(QProcess & process) const
         if (who && (setgroups(0, nullptr) != 0 || setgid(who->gid) != 0 || setuid(who->uid) != 0)) {
             _exit(126);
         }
+        setpgid(0, 0); // what a terminal tells the program is not for the server
         prctl(PR_SET_PDEATHSIG, SIGTERM);
     });
 }
@@ -88,7 +119,8 @@ bool private_server::start(const QString & program, const QStringList & argument
     startUnsynced(m_server, program, arguments);
     QElapsedTimer timer;
     timer.start();
-    while (timer.elapsed() < StartTime && !m_server.waitForFinished(PollTime)) {
+    while (timer.elapsed() < StartTime && !os::stop_requests::isRequested() &&
+           !m_server.waitForFinished(PollTime)) {
         if (answers()) {
             return true;
         }

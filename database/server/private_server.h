@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLockFile>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
@@ -38,6 +39,7 @@ private:
     void becomeUser(QProcess & process) const;
 
     QTemporaryDir m_folder;
+    QLockFile m_lock; ///< by which others see that the folder is in use
     std::optional<account> m_account;
     QProcess m_server;
 };

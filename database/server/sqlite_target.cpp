@@ -15,6 +15,15 @@ class sqlite_target : public target_database
 {
 public:
     [[nodiscard]] const database::facts & known() const override { return *database::factsOf(u"sqlite"); }
+    [[nodiscard]] QString version() override
+    {
+        QString error;
+        if (!m_connection && !reset(error)) {
+            throw server_failure(error);
+        }
+        return QStringLiteral("SQLite ") +
+               m_connection->firstColumn(QStringLiteral("SELECT sqlite_version()")).constFirst();
+    }
     bool reset(QString & error) override
     {
         m_connection = std::make_unique<sql_connection>(QStringLiteral("QSQLITE"), [](QSqlDatabase & db) {
@@ -47,6 +56,8 @@ public:
     {
         return QStringLiteral("PRAGMA foreign_keys = ") + QLatin1String(on ? "ON" : "OFF");
     }
+
+    [[nodiscard]] bool enforcesForeignKeys() const override { return false; }
 
     [[nodiscard]] database::catalogue held() override
     {

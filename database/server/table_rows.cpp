@@ -81,38 +81,42 @@ QString insertion(const target_database & target, const database::table & owner,
         .arg(target.quoted(owner.name), columns.join(QLatin1Char(',')), values.join(QLatin1Char(',')));
 }
 
-/// What the only row of a table holds, by column.
-put_row rowOf(target_database & target, const database::table & owner)
+} // namespace
+
+std::vector<put_row> rowsOf(target_database & target, const database::table & owner)
 {
     QStringList columns;
     for (const database::column & each : owner.columns) {
         columns += target.quoted(each.name);
     }
-    const QList<QVariantList> rows = target.rows(
-        QStringLiteral("SELECT %1 FROM %2").arg(columns.join(QLatin1Char(',')), target.quoted(owner.name)));
-    put_row row{owner.name, {}};
-    for (qsizetype i = 0; !rows.isEmpty() && i < owner.columns.size(); ++i) {
-        row.values.emplace_back(owner.columns[i].name, rows.constFirst()[i]);
+    std::vector<put_row> rows;
+    if (columns.isEmpty()) {
+        return rows;
     }
-    return row;
+    for (const QVariantList & values :
+         target.rows(QStringLiteral("SELECT %1 FROM %2")
+                         .arg(columns.join(QLatin1Char(',')), target.quoted(owner.name)))) {
+        put_row row{owner.name, {}};
+        for (qsizetype i = 0; i < owner.columns.size(); ++i) {
+            row.values.emplace_back(owner.columns[i].name, values[i]);
+        }
+        rows.push_back(std::move(row));
+    }
+    return rows;
 }
-
-} // namespace
 
 QMap<QString, int> putRowIntoEach(target_database & target, int & number, std::vector<put_row> * added)
 {
     QMap<QString, int> counts;
     server_error error;
-    target.execute(target.checkForeignKeys(false), error);
     for (const auto & [key, owner] : target.held().tables) {
         const QString count = QStringLiteral("SELECT count(*) FROM ") + target.quoted(owner.name);
         if (target.rows(count).constFirst().constFirst().toInt() == 0 && !owner.columns.empty() &&
             target.execute(insertion(target, owner, number), error) && added) {
-            added->push_back(rowOf(target, owner));
+            added->push_back(rowsOf(target, owner).front());
         }
         counts[owner.name] = target.rows(count).constFirst().constFirst().toInt();
     }
-    target.execute(target.checkForeignKeys(true), error);
     return counts;
 }
 

@@ -19,6 +19,8 @@ public:
 
     /// What is known about it.
     [[nodiscard]] virtual const database::facts & known() const = 0;
+    /// What it says of its own version, such as "SQLite 3.40.1".
+    [[nodiscard]] virtual QString version() = 0;
     /// Begins anew with an empty database. False, with the reason, when that fails.
     virtual bool reset(QString & error) = 0;
     /// Runs one statement; false, with the database's own code and words, when it is refused.
@@ -33,7 +35,14 @@ public:
     [[nodiscard]] virtual QString quoted(const QString & name) const = 0;
     /// The statement after which foreign keys do, or do not, have a say in what rows there are.
     [[nodiscard]] virtual QString checkForeignKeys(bool on) const = 0;
+    /// Whether they have one when nobody says anything.
+    [[nodiscard]] virtual bool enforcesForeignKeys() const { return true; }
 };
+
+/// Starts a database of that key, with nothing in it: SQLite in this program, MariaDB and PostgreSQL as
+/// servers of their own, which end with the object. Null, with the reason on one line and what to do, for one
+/// that is not installed or cannot be run here.
+[[nodiscard]] std::unique_ptr<target_database> start(const QString & key, QString & why);
 
 /// A SQLite database in memory.
 [[nodiscard]] std::unique_ptr<target_database> startSqlite(QString & why);

@@ -66,15 +66,15 @@ private Q_SLOTS:
         QTest::newRow("no command") << QStringList() << QByteArray("command");
         QTest::newRow("unknown command")
             << QStringList{"frobnicate"}
-            << QByteArray(
-                   "'frobnicate' is neither a command nor a project file (the commands are import, "
-                   "dump, tag, log, status, diff, export, explain, check, settings, schema, plugins)\n");
+            << QByteArray("'frobnicate' is neither a command nor a project file (the commands are import, "
+                          "dump, tag, log, status, diff, export, explain, check, verify, settings, schema, "
+                          "plugins)\n");
         QTest::newRow("mistyped command")
             << QStringList{"exprot"}
-            << QByteArray(
-                   "'exprot' is neither a command nor a project file; did you mean 'export'? (the "
-                   "commands are import, dump, tag, log, status, diff, export, explain, check, settings, "
-                   "schema, plugins)\n");
+            << QByteArray("'exprot' is neither a command nor a project file; did you mean 'export'? (the "
+                          "commands are import, dump, tag, log, status, diff, export, explain, check, "
+                          "verify, settings, "
+                          "schema, plugins)\n");
         QTest::newRow("mistyped command with arguments")
             << QStringList{"exprot", "p.korv", "-y"} << QByteArray("did you mean 'export'?");
         QTest::newRow("mistyped command with two values")

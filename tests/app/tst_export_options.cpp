@@ -173,7 +173,7 @@ private Q_SLOTS:
 
     void schemas()
     {
-        for (const char * const name : {"project", "check", "diff", "explain", "status"}) {
+        for (const char * const name : {"project", "check", "diff", "explain", "status", "verify"}) {
             const program_result result = runProgram({"schema", name});
             QCOMPARE(result.status, 0);
             QCOMPARE(result.output,
@@ -185,7 +185,8 @@ private Q_SLOTS:
         QCOMPARE(wrong.status, 2);
         QCOMPARE(
             wrong.errors,
-            QByteArray("There is no schema 'proyect'; they are check, diff, explain, project, status\n"));
+            QByteArray(
+                "There is no schema 'proyect'; they are check, diff, explain, project, status, verify\n"));
     }
     void editorsFindTheSchema()
     {

@@ -1,0 +1,249 @@
+#include "app/check_run.h"
+#include "app/command.h"
+#include "app/command_options.h"
+#include "app/commands/commands.h"
+#include "app/output.h"
+#include "app/script_guard.h"
+#include "app/source.h"
+#include "app/statement_plugin.h"
+#include "app/verify_reports.h"
+#include "app/whole_file.h"
+
+#include "database/server/target_database.h"
+#include "model/project.h"
+#include "os/stop_requests.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+
+#include <unistd.h>
+
+namespace app {
+
+namespace {
+
+const char Help[] =
+    "Runs the full script and the history, statement by statement, with and without rows, and compares: the "
+    "history's\n"
+    "database with a new one, both with what was foretold, values with those that were put in. SQLite runs "
+    "inside the\n"
+    "program; MariaDB and PostgreSQL are started from what is installed, in a folder of their own, and ended "
+    "again.\n"
+    "\n"
+    "Exit status: 0 all was foretold; 1 it could not be done; 2 wrong usage; 3 something was refused, "
+    "differs "
+    "or was lost\n"
+    "that was not foretold.\n"
+    "\n"
+    "Examples:\n"
+    "  korvane verify shop.korv\n"
+    "  korvane verify shop.korv --db sqlite,mariadb,postgresql --format junit -o verify.xml";
+
+struct verify_format
+{
+    QLatin1String name;
+    QByteArray (*write)(const verification & of);
+};
+
+const verify_format Formats[] = {
+    {QLatin1String("text"), &verifyText},
+    {QLatin1String("json"),
+     [](const verification & of) { return verifyJson(of, QCoreApplication::applicationVersion()); }},
+    {QLatin1String("junit"), &verifyJunit},
+    {QLatin1String("markdown"), &verifyMarkdown},
+};
+
+const verify_format * formatOf(const QString & name)
+{
+    const auto * const found = std::find_if(std::begin(Formats), std::end(Formats),
+                                            [&](const verify_format & each) { return each.name == name; });
+    return found == std::end(Formats) ? nullptr : found;
+}
+
+/// Tells a person at a terminal how far the work is; the line goes with this object.
+class progress_line
+{
+public:
+    explicit progress_line(const QString & database) : m_database(database) {}
+    ~progress_line()
+    {
+        if (m_isShown) {
+            std::fputs("\r\033[K", stderr);
+        }
+    }
+    progress_line(const progress_line &) = delete;
+    progress_line & operator=(const progress_line &) = delete;
+
+    void show(int done, int total)
+    {
+        if (isatty(STDERR_FILENO) == 1) {
+            std::fputs(QStringLiteral("\r\033[K%1: %2 of %3 scripts")
+                           .arg(m_database, QString::number(done), QString::number(total))
+                           .toUtf8()
+                           .constData(),
+                       stderr);
+            m_isShown = true;
+        }
+    }
+
+private:
+    QString m_database;
+    bool m_isShown = false;
+};
+
+/// Proves by running what the scripts of a project do.
+class verify_command : public command
+{
+public:
+    verify_command()
+        : command("verify", "Prove what the scripts do by running them on scratch databases",
+                  surroundings::plugins)
+    {
+    }
+
+    void declare(command_options & options) override;
+    [[nodiscard]] QString whyWrong() const override;
+    [[nodiscard]] int run() override;
+
+private:
+    [[nodiscard]] QStringList keys() const
+    {
+        return m_databases.isEmpty() ? QStringList(QStringLiteral("sqlite")) : databaseKeys(m_databases);
+    }
+    [[nodiscard]] zk::ZkBool verify(plugin::statement_source & statements, source & of,
+                                    verification & told) const;
+    [[nodiscard]] zk::ZkBool verifyOne(const QString & key, plugin::statement_source & statements,
+                                       source & of, database_proof & proof) const;
+    [[nodiscard]] int tell(const verification & told) const;
+
+    QString m_source;
+    QString m_databases;
+    QString m_from;
+    QString m_format = QStringLiteral("text");
+    QString m_file;
+    export_options m_exportOptions;
+    plugin_request m_plugin;
+    bool m_skipMissing = false;
+    bool m_json = false;
+    bool m_noCustomScript = false;
+};
+
+void verify_command::declare(command_options & options)
+{
+    options.addSource(m_source);
+    options.addText("--db", "LIST",
+                    "Databases, with commas between: sqlite (the default), mariadb, postgresql", m_databases);
+    options.addText("--from", "VERSION", "Tell of this version and those after it", m_from);
+    options.addFlag("--skip-missing", "Leave databases out that are not installed", m_skipMissing);
+    options.addText("--format", "FORMAT", "text (the default), json, junit or markdown", m_format);
+    options.addFlag("--json", "The same as --format json", m_json);
+    options.addText("-o,--output", "FILE", "Write to FILE in the place of standard output", m_file);
+    m_exportOptions.declareContent(options);
+    options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
+                    m_noCustomScript);
+    options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
+                    m_plugin.name);
+    options.setFooter(Help);
+}
+
+QString verify_command::whyWrong() const
+{
+    if (!formatOf(m_format)) {
+        return QStringLiteral("'%1' is not a format; they are text, json, junit and markdown").arg(m_format);
+    }
+    for (const QString & why : {whyNoDatabase(keys()), whyNoVersion(m_from), m_exportOptions.whyWrong()}) {
+        if (!why.isEmpty()) {
+            return why;
+        }
+    }
+    return {};
+}
+
+int verify_command::run()
+{
+    statement_plugin plugin;
+    if (const int status = plugin.load(m_plugin, m_exportOptions); status != Done) {
+        return status;
+    }
+    source of;
+    verification told;
+    const tools::script_guard_scope guard(commandScriptGuard(m_noCustomScript));
+    zk::ZkBool result = of.open(m_source);
+    if (result && !m_from.isEmpty()) {
+        result = of.checkVersion(versionNumber(m_from).value_or(Now));
+    }
+    std::shared_ptr<model::project> project;
+    if (result) {
+        result = of.load(Now, project);
+    }
+    if (result) {
+        told.project = project->getName();
+        result = verify(plugin.statements(), of, told);
+    }
+    // What was proven until a failure is told as well.
+    const int status = told.proofs.empty() ? Done : tell(told);
+    return result ? status : failed(result.getDesc());
+}
+
+zk::ZkBool verify_command::verify(plugin::statement_source & statements, source & of,
+                                  verification & told) const
+{
+    for (const QString & key : keys()) {
+        database_proof proof;
+        proof.database = key;
+        const zk::ZkBool proven = verifyOne(key, statements, of, proof);
+        if (!proven) {
+            return proven;
+        }
+        told.proofs.push_back(std::move(proof));
+    }
+    return zk::ZkBool::success();
+}
+
+zk::ZkBool verify_command::verifyOne(const QString & key, plugin::statement_source & statements, source & of,
+                                     database_proof & proof) const
+{
+    const os::stop_requests stops; // the server and its folder go first
+    QString why;
+    const std::unique_ptr<database::server::target_database> target = database::server::start(key, why);
+    if (!target) {
+        proof.missing = why;
+        return m_skipMissing ? zk::ZkBool::success()
+                             : zk::ZkBool::failure(
+                                   QStringLiteral("%1: %2 (--skip-missing leaves it out)").arg(key, why));
+    }
+    progress_line line(key);
+    verification_request asked;
+    asked.options = m_exportOptions.given();
+    asked.from = m_from.isEmpty() ? 1 : versionNumber(m_from).value_or(Now);
+    if (asked.from == Now) {
+        asked.from = of.newestVersion() + 1;
+    }
+    asked.progress = [&line](int done, int total) { line.show(done, total); };
+    return verifyOn(*target, statements, of, asked, proof);
+}
+
+int verify_command::tell(const verification & told) const
+{
+    const QByteArray bytes = (m_json ? formatOf(QStringLiteral("json")) : formatOf(m_format))->write(told);
+    if (m_file.isEmpty()) {
+        printBytes(bytes);
+    } else if (const zk::ZkBool written = writeWholeFile(m_file, bytes); !written) {
+        return failed(QStringLiteral("%1: cannot be written (%2)")
+                          .arg(QDir::toNativeSeparators(m_file), written.getDesc()));
+    }
+    return told.isOk() ? Done : Objected;
+}
+
+} // namespace
+
+std::unique_ptr<command> makeVerifyCommand()
+{
+    return std::make_unique<verify_command>();
+}
+
+} // namespace app

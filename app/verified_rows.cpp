@@ -1,0 +1,98 @@
+#include "app/verified_rows.h"
+
+#include "check/view/model_names.h"
+#include "database/facts/names.h"
+#include "database/server/table_rows.h"
+#include "model/entity.h"
+#include "model/project.h"
+#include "model/property.h"
+
+#include <QHash>
+
+#include <algorithm>
+
+namespace app {
+
+namespace {
+
+using database::server::put_row;
+
+/// The value of a column in the row; an invalid one when the table has no such column.
+QVariant valueIn(const put_row & row, const QString & column, const database::facts & known)
+{
+    const auto found = std::find_if(row.values.begin(), row.values.end(), [&](const auto & each) {
+        return database::isSameName(known, each.first, column);
+    });
+    return found == row.values.end() ? QVariant() : found->second;
+}
+
+using rows_by_entity = QHash<long, std::vector<put_row>>;
+
+/// All rows of the tables of `model`.
+rows_by_entity readRows(database::server::target_database & target, const model::project & model)
+{
+    const check::model_names names(target.known(), model);
+    rows_by_entity rows;
+    for (const auto & [key, table] : target.held().tables) {
+        const auto entities = names.entitiesOf(table.name);
+        if (!entities.empty()) {
+            rows[entities.front()->getId()] = database::server::rowsOf(target, table);
+        }
+    }
+    return rows;
+}
+
+} // namespace
+
+QMap<QString, int> verified_rows::put(const QString & version, const model::project & model)
+{
+    const database::facts & known = m_target.known();
+    std::vector<put_row> added;
+    database::server::server_error error;
+    m_target.execute(m_target.checkForeignKeys(false), error);
+    const QMap<QString, int> counts = database::server::putRowIntoEach(m_target, m_number, &added);
+    m_target.execute(m_target.checkForeignKeys(m_target.enforcesForeignKeys()), error);
+    const check::model_names names(known, model);
+    for (const put_row & row : added) {
+        const auto entities = names.entitiesOf(row.table);
+        if (entities.size() != 1) {
+            continue; // a link table, or a table that two entities share
+        }
+        const auto & entity = entities.front();
+        for (const auto & property : entity->getListOfProperty(true, false, false)->values()) {
+            const QStringList columns = check::columnNamesOf(*property);
+            for (qsizetype i = 0; i < columns.size(); ++i) {
+                if (const QVariant value = valueIn(row, columns[i], known); value.isValid()) {
+                    m_values.push_back({version, entity->getId(), property->getId(), i, value});
+                }
+            }
+        }
+    }
+    return counts;
+}
+
+verified_values verified_rows::compare(const model::project & now) const
+{
+    const rows_by_entity rows = readRows(m_target, now);
+    verified_values told;
+    for (const put_value & each : m_values) {
+        const auto entity = now.getEntityById(each.entity);
+        const auto property = entity ? entity->getPropertyById(each.property) : nullptr;
+        const QStringList columns = property ? check::columnNamesOf(*property) : QStringList();
+        if (each.column >= columns.size()) {
+            continue; // it did not live through
+        }
+        ++told.values;
+        const std::vector<put_row> & there = rows.value(each.entity);
+        const bool isKept = std::any_of(there.begin(), there.end(), [&](const put_row & row) {
+            return valueIn(row, columns[each.column], m_target.known()) == each.value;
+        });
+        if (!isKept) {
+            told.lost.push_back({each.version, QStringLiteral("property ") + check::nameOf(*property),
+                                 each.value.toString(), each.entity, each.property});
+        }
+    }
+    return told;
+}
+
+} // namespace app

@@ -1,0 +1,308 @@
+// What the command verify proves, and how it tells it.
+
+#include "support/json_schema.h"
+#include "support/program.h"
+#include "support/project_support.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QXmlStreamReader>
+
+#include <csignal>
+
+using support::json;
+using support::program_result;
+using support::runProgram;
+using support::textOf;
+
+namespace {
+
+const char * const Id = "'type': 'long', 'identifier': true";
+const char * const One = "{'id': 1, 'name': 'gig', 'tableName': 't_gig', 'properties': ["
+                         "{'id': 10, 'name': 'id', ID},"
+                         "{'id': 11, 'name': 'duration', 'type': 'int', 'index': true},"
+                         "{'id': 12, 'name': 'note', 'type': 'QString'}]}";
+const char * const Renamed = "{'id': 1, 'name': 'gig', 'tableName': 't_concert', 'properties': ["
+                             "{'id': 10, 'name': 'id', ID},"
+                             "{'id': 11, 'name': 'duration', 'type': 'int', 'index': true},"
+                             "{'id': 12, 'name': 'note', 'type': 'QString'}]}";
+const char * const Refused = "{'id': 1, 'name': 'gig', 'tableName': 't_concert', 'properties': ["
+                             "{'id': 10, 'name': 'id', ID},"
+                             "{'id': 11, 'name': 'duration', 'type': 'int', 'index': true},"
+                             "{'id': 12, 'name': 'note', 'type': 'QString'},"
+                             "{'id': 13, 'name': 'fee', 'type': 'int', 'unique': true}]}";
+
+} // namespace
+
+class tst_verify : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_project = path("shop.korv");
+    }
+
+    void aRename()
+    {
+        history({One, Renamed});
+        const program_result result = runProgram({"verify", m_project});
+        QCOMPARE(result.errors, QByteArray());
+        QCOMPARE(
+            result.output,
+            QByteArray("database  server         full runs  history runs  history = full  full = foretold  "
+                       "rows kept  refusals foretold\n"
+                       "sqlite    SQLite 3.40.1  5 of 5     9 of 9        1 foretold      yes              "
+                       "3 of 3     0 of 0\n"
+                       "\n"
+                       "sqlite\n"
+                       "  now: names of t_concert (duration): a new database has "
+                       "idx_t_concert_duration, found idx_t_gig_duration (foretold by KV415)\n"
+                       "\n"
+                       "ok: all that was refused, differs or was lost has been foretold\n"));
+        QCOMPARE(result.status, 0);
+    }
+    void aRefusal()
+    {
+        history({One, Renamed, Refused});
+        const QJsonObject run = runOf({});
+        QCOMPARE(run["chain"]["refused"].toArray().size(), 1);
+        const QJsonObject refused = run["chain"]["refused"][0].toObject();
+        QCOMPARE(refused["statement"]["text"].toString(),
+                 "ALTER TABLE t_concert ADD COLUMN fee INTEGER UNIQUE;");
+        QCOMPARE(refused["statement"]["line"].toInt(), 3);
+        QCOMPARE(refused["code"].toString(), "SQLITE_ERROR");
+        QCOMPARE(refused["error"].toString(), "Cannot add a UNIQUE column");
+        QCOMPARE(refused["foretoldBy"].toString(), "KV202");
+        QCOMPARE(refused["when"].toString(), "always");
+        // Counted with rows and without.
+        QCOMPARE(run["foretold"], (QJsonObject{{"refused", 2}, {"foretold", 2}, {"false", 0}}));
+        QCOMPARE(run["ok"].toBool(), true);
+        QCOMPARE(run["chainEqualsFull"]["equal"].toBool(), false);
+        QStringList objects;
+        for (const QJsonValue & each : run["chainEqualsFull"]["differences"].toArray()) {
+            QVERIFY(each["explainedBy"].isString());
+            objects << each["object"].toString();
+        }
+        QCOMPARE(objects, QStringList({"names of t_concert (duration)", "column t_concert.fee",
+                                       "unique of t_concert (fee)"}));
+        QCOMPARE(run["rows"]["values"].toInt(), 3);
+        QCOMPARE(run["rows"]["kept"].toInt(), 3);
+    }
+    void whatNobodyForetold()
+    {
+        history({One, Renamed});
+        // A statement that the check does not know, from a custom script.
+        QVERIFY(support::writeBytes(
+            path("own.js"),
+            "function exportStep(project, entity, property, enumeration, p) {"
+            " return p.action === 'RENAME_TABLE' ? p.default_value + ' WITH CARE;' : undefined; "
+            "}\n"));
+        const program_result result = runProgram({"verify", m_project, "--custom-script", path("own.js")});
+        QCOMPARE(result.status, 3);
+        QVERIFY2(result.output.contains("(NOT FORETOLD)\n"), result.output.constData());
+        QVERIFY2(result.output.endsWith("not ok: see what was NOT FORETOLD above\n"),
+                 result.output.constData());
+        const program_result junit =
+            runProgram({"verify", m_project, "--custom-script", path("own.js"), "--format", "junit"});
+        QCOMPARE(junit.status, 3);
+        QVERIFY2(junit.output.contains("<failure message=\""), junit.output.constData());
+    }
+    void fromAVersionOn()
+    {
+        history({One, Renamed, Refused});
+        const QJsonObject run = runOf({"--from", "now"});
+        QCOMPARE(run["chain"]["statements"].toInt(), 4);
+        QCOMPARE(run["chain"]["refused"].toArray().size(), 1);
+        for (const QJsonValue & each : run["chainEqualsFull"]["differences"].toArray()) {
+            QCOMPARE(each["version"].toString(), "now");
+        }
+        const program_result none = runProgram({"verify", m_project, "--from", "v9"});
+        QCOMPARE(none.status, 1);
+        QCOMPARE(QString::fromUtf8(none.errors), m_project + ": v9: the project has 2 versions\n");
+    }
+    void aTextForm()
+    {
+        QVERIFY(support::writeBytes(path("shop.json"), text(One)));
+        const program_result result = runProgram({"verify", path("shop.json")});
+        QCOMPARE(result.status, 0);
+        QVERIFY2(
+            result.output.contains("\nsqlite    SQLite 3.40.1  5 of 5     -             -               yes "
+                                   "             -          0 of 0\n"),
+            result.output.constData());
+    }
+    void asJunit()
+    {
+        history({One, Renamed});
+        const program_result result =
+            runProgram({"verify", m_project, "--format", "junit", "-o", path("verify.xml")});
+        QCOMPARE(result.status, 0);
+        QCOMPARE(result.output, QByteArray());
+        QXmlStreamReader xml(support::bytesOf(path("verify.xml")));
+        QStringList names;
+        while (!xml.atEnd()) {
+            if (xml.readNext() == QXmlStreamReader::StartElement) {
+                names << (xml.name().toString() + ' ' + xml.attributes().value("name").toString()).trimmed();
+            }
+        }
+        QVERIFY(!xml.hasError());
+        QCOMPARE(names, QStringList({"testsuites korvane verify shop", "testsuite sqlite",
+                                     "testcase full = foretold", "testcase history = full", "testcase rows",
+                                     "testcase shop_sqlite_db_schema_full.sql",
+                                     "testcase shop_sqlite_db_schema_v1.sql",
+                                     "testcase shop_sqlite_db_schema_v1_to_v2.sql"}));
+    }
+    void asMarkdown()
+    {
+        history({One});
+        const program_result result = runProgram({"verify", m_project, "--format", "markdown"});
+        QCOMPARE(
+            result.output,
+            QByteArray("| database | server | full runs | history runs | history = full | full = foretold | "
+                       "rows kept | refusals foretold |\n"
+                       "| --- | --- | --- | --- | --- | --- | --- | --- |\n"
+                       "| sqlite | SQLite 3.40.1 | 5 of 5 | - | - | yes | - | 0 of 0 |\n"
+                       "\n"
+                       "ok: all that was refused, differs or was lost has been foretold\n"));
+    }
+    void whatCannotBeRun()
+    {
+        history({One});
+        const program_result result = runProgram({"verify", m_project, "--db", "sqlite,oracle"});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.errors,
+                 QByteArray("oracle: it cannot be run here; sqlite, mariadb and postgresql can "
+                            "(--skip-missing leaves it out)\n"));
+        QVERIFY(result.output.contains("\nsqlite    SQLite"));
+        const program_result skipped = runProgram({"verify", m_project, "--db", "oracle", "--skip-missing"});
+        QCOMPARE(skipped.status, 0);
+        QVERIFY(skipped.output.contains("\noracle    not run\n"));
+        QVERIFY(support::writeBytes(
+            path("verify.json"),
+            runProgram({"verify", m_project, "--db", "oracle", "--skip-missing", "--json"}).output));
+        QCOMPARE(support::schemaErrors("verify.schema.json", {path("verify.json")}), QByteArray());
+    }
+    void nothingIsLeftBehind()
+    {
+        history({One, Renamed});
+        QVERIFY(QDir().mkpath(path("tmp")));
+        QFile::setPermissions(path("tmp"), QFile::Permissions(0x7777));
+        QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7755));
+        const program_result result = runProgram(
+            {"verify", m_project, "--db", "all", "--skip-missing", "--json"}, {{"TMPDIR", path("tmp")}});
+        QVERIFY2(result.status == 0, result.errors.constData());
+        QCOMPARE(serverFolders(), QStringList());
+    }
+    void endedByASignal_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::addColumn<bool>("isOrderly");
+        QTest::newRow("Ctrl-C") << SIGINT << true;
+        QTest::newRow("terminated") << SIGTERM << true;
+        QTest::newRow("killed") << SIGKILL << false;
+    }
+    void endedByASignal()
+    {
+        QFETCH(const int, signal);
+        QFETCH(const bool, isOrderly);
+        if (QStandardPaths::findExecutable("mariadbd", {"/usr/sbin"}).isEmpty()) {
+            QSKIP("MariaDB is not installed");
+        }
+        history({One, Renamed});
+        QVERIFY(QDir().mkpath(path("tmp")));
+        QFile::setPermissions(path("tmp"), QFile::Permissions(0x7777));
+        QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7755));
+        QProcess process;
+        QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+        variables.insert("TMPDIR", path("tmp"));
+        process.setProcessEnvironment(variables);
+        process.start(KORVANE_PROGRAM, {"verify", m_project, "--db", "mariadb"});
+        QTRY_COMPARE_WITH_TIMEOUT(serverFolders().size(), 1, 20000);
+        const QString folder = path("tmp/") + serverFolders().constFirst();
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(folder + "/pid"), 30000);
+        QFile pidFile(folder + "/pid");
+        QVERIFY(pidFile.open(QIODevice::ReadOnly));
+        const pid_t server = pidFile.readAll().trimmed().toInt();
+        ::kill(static_cast<pid_t>(process.processId()), signal);
+        QVERIFY(process.waitForFinished(30000));
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+        QTRY_VERIFY_WITH_TIMEOUT(::kill(server, 0) != 0, 30000);
+        if (isOrderly) {
+            QCOMPARE(serverFolders(), QStringList());
+            return;
+        }
+        // What a killed program left goes with the next one.
+        QCOMPARE(serverFolders().size(), 1);
+        QCOMPARE(runProgram({"verify", m_project, "--db", "mariadb"}, {{"TMPDIR", path("tmp")}}).status, 0);
+        QCOMPARE(serverFolders(), QStringList());
+    }
+    void badInput_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QByteArray>("reason");
+        QTest::newRow("format") << QStringList{"--format", "xml"}
+                                << QByteArray(
+                                       "'xml' is not a format; they are text, json, junit and markdown\n");
+        QTest::newRow("version") << QStringList{"--from", "2"}
+                                 << QByteArray(
+                                        "'2' is not a version; versions are v1, v2 … as 'korvane log' lists "
+                                        "them, and now for the state of the project\n");
+        QTest::newRow("database")
+            << QStringList{"--db", "mariab"}
+            << QByteArray("'mariab' is not a database; they are generic, sqlite, mysql, mariadb, postgresql, "
+                          "oracle, mssqlserver, all (did you mean mariadb?)\n");
+    }
+    void badInput()
+    {
+        QFETCH(const QStringList, options);
+        QFETCH(const QByteArray, reason);
+        const program_result result = runProgram(QStringList{"verify", m_project} + options);
+        QCOMPARE(result.status, 2);
+        QCOMPARE(result.errors, reason);
+    }
+
+private:
+    [[nodiscard]] QString path(const QString & name) const { return m_folder->filePath(name); }
+    [[nodiscard]] QStringList serverFolders() const
+    {
+        return QDir(path("tmp")).entryList({"kv_*"}, QDir::Dirs);
+    }
+    static QByteArray text(const char * entities) { return textOf(json(entities).replace("ID", json(Id))); }
+    /// Each version but the last one is tagged.
+    void history(const QList<const char *> & versions)
+    {
+        for (const char * const entities : versions) {
+            if (entities != versions.constFirst()) {
+                QCOMPARE(runProgram({"tag", m_project}).status, 0);
+            }
+            QVERIFY(support::writeBytes(path("shop.json"), text(entities)));
+            QCOMPARE(runProgram({"import", path("shop.json"), m_project}).status, 0);
+        }
+    }
+    QJsonObject runOf(const QStringList & options)
+    {
+        const program_result result = runProgram(QStringList{"verify", m_project, "--json"} + options);
+        support::writeBytes(path("verify.json"), result.output);
+        const QByteArray errors = support::schemaErrors("verify.schema.json", {path("verify.json")});
+        if (!errors.isEmpty()) {
+            qWarning("%s", errors.constData());
+            return {};
+        }
+        return QJsonDocument::fromJson(result.output)["runs"][0].toObject();
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_project;
+};
+
+QTEST_GUILESS_MAIN(tst_verify)
+
+#include "tst_verify.moc"
