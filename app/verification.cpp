@@ -3,6 +3,7 @@
 #include "app/verification.h"
 
 #include "app/check_run.h"
+#include "app/export_options.h"
 #include "app/source.h"
 #include "app/verified_rows.h"
 
@@ -129,7 +130,7 @@ public:
         const context::ctx_kept kept(context::ctx_project::getSingleton());
         context::ctx_project::getSingleton().setProject(now);
         m_options = m_asked.options;
-        m_options.insert(QStringLiteral("db"), m_target.known().scripts);
+        m_options.insert(DatabaseOption, m_target.known().scripts);
         m_proof.database = m_target.known().key;
         if (result = foretell(); result) {
             result = loadScripts(now);
@@ -152,7 +153,7 @@ private:
     {
         check_request request;
         request.databases = QStringList(QString(m_target.known().key));
-        request.whole = true;
+        request.scripts = judged_scripts::all;
         request.options = m_asked.options;
         check::report report;
         const ZkBool told = checkSource(m_statements, m_source, request, report);
