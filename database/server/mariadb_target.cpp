@@ -1,6 +1,5 @@
+#include "database/server/connected_target.h"
 #include "database/server/private_server.h"
-#include "database/server/sql_connection.h"
-#include "database/server/target_database.h"
 
 #include "database/facts/names.h"
 #include "database/facts/normal_form.h"
@@ -12,9 +11,15 @@ namespace database::server {
 
 namespace {
 
-class mariadb_target : public target_database
+class mariadb_target : public connected_target
 {
 public:
+    mariadb_target()
+        : connected_target(QStringLiteral("MariaDB"),
+                           QStringLiteral("SELECT substring_index(version(), '-', 1)"))
+    {
+    }
+
     bool start(QString & why)
     {
         const QString install = findProgram(QStringLiteral("mariadb-install-db"));
@@ -39,16 +44,6 @@ public:
     }
 
     [[nodiscard]] const database::facts & known() const override { return *database::factsOf(u"mariadb"); }
-    [[nodiscard]] QString version() override
-    {
-        QString error;
-        if (!m_connection && !reset(error)) {
-            throw server_failure(error);
-        }
-        return QStringLiteral("MariaDB ") +
-               m_connection->firstColumn(QStringLiteral("SELECT substring_index(version(), '-', 1)"))
-                   .constFirst();
-    }
     bool reset(QString & error) override
     {
         if (!m_connection) {
@@ -61,14 +56,6 @@ public:
                m_connection->execute(QStringLiteral("CREATE DATABASE %1 CHARACTER SET utf8mb4").arg(name),
                                      error) &&
                m_connection->execute(QStringLiteral("USE ") + name, error);
-    }
-    bool execute(const QString & statement, server_error & error) override
-    {
-        return m_connection->execute(statement, error);
-    }
-    [[nodiscard]] QList<QVariantList> rows(const QString & query) override
-    {
-        return m_connection->rows(query);
     }
     [[nodiscard]] database::catalogue held() override
     {
@@ -110,7 +97,6 @@ private:
 
     private_server m_server{QStringLiteral("mysql")};
     int m_iDatabases = 0;
-    std::unique_ptr<sql_connection> m_connection;
 };
 
 void mariadb_target::addTablesAndColumns(database::catalogue & found) const

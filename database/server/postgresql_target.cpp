@@ -1,6 +1,5 @@
+#include "database/server/connected_target.h"
 #include "database/server/private_server.h"
-#include "database/server/sql_connection.h"
-#include "database/server/target_database.h"
 
 #include "database/facts/names.h"
 #include "database/facts/normal_form.h"
@@ -12,9 +11,15 @@ namespace database::server {
 
 namespace {
 
-class postgresql_target : public target_database
+class postgresql_target : public connected_target
 {
 public:
+    postgresql_target()
+        : connected_target(QStringLiteral("PostgreSQL"),
+                           QStringLiteral("SELECT current_setting('server_version')"))
+    {
+    }
+
     bool start(QString & why)
     {
         QStringList folders;
@@ -44,16 +49,6 @@ public:
     }
 
     [[nodiscard]] const database::facts & known() const override { return *database::factsOf(u"postgresql"); }
-    [[nodiscard]] QString version() override
-    {
-        QString error;
-        if (!m_connection && !reset(error)) {
-            throw server_failure(error);
-        }
-        return QStringLiteral("PostgreSQL ") +
-               m_connection->firstColumn(QStringLiteral("SELECT current_setting('server_version')"))
-                   .constFirst();
-    }
     bool reset(QString & error) override
     {
         if (!m_connection) {
@@ -64,14 +59,6 @@ public:
                m_connection->execute(QStringLiteral("SET client_min_messages = warning"), error) &&
                m_connection->execute(QStringLiteral("DROP SCHEMA public CASCADE"), error) &&
                m_connection->execute(QStringLiteral("CREATE SCHEMA public"), error);
-    }
-    bool execute(const QString & statement, server_error & error) override
-    {
-        return m_connection->execute(statement, error);
-    }
-    [[nodiscard]] QList<QVariantList> rows(const QString & query) override
-    {
-        return m_connection->rows(query);
     }
     [[nodiscard]] database::catalogue held() override
     {
@@ -138,7 +125,6 @@ private:
     void addSequences(database::catalogue & found) const;
 
     private_server m_server{QStringLiteral("postgres")};
-    std::unique_ptr<sql_connection> m_connection;
 };
 
 void postgresql_target::addTablesAndColumns(database::catalogue & found) const

@@ -1,5 +1,4 @@
-#include "database/server/sql_connection.h"
-#include "database/server/target_database.h"
+#include "database/server/connected_target.h"
 
 #include "database/facts/names.h"
 #include "database/facts/normal_form.h"
@@ -11,19 +10,12 @@ namespace database::server {
 
 namespace {
 
-class sqlite_target : public target_database
+class sqlite_target : public connected_target
 {
 public:
+    sqlite_target() : connected_target(QStringLiteral("SQLite"), QStringLiteral("SELECT sqlite_version()")) {}
+
     [[nodiscard]] const database::facts & known() const override { return *database::factsOf(u"sqlite"); }
-    [[nodiscard]] QString version() override
-    {
-        QString error;
-        if (!m_connection && !reset(error)) {
-            throw server_failure(error);
-        }
-        return QStringLiteral("SQLite ") +
-               m_connection->firstColumn(QStringLiteral("SELECT sqlite_version()")).constFirst();
-    }
     bool reset(QString & error) override
     {
         m_connection = std::make_unique<sql_connection>(QStringLiteral("QSQLITE"), [](QSqlDatabase & db) {
@@ -34,17 +26,13 @@ public:
     }
     bool execute(const QString & statement, server_error & error) override
     {
-        const bool done = m_connection->execute(statement, error);
+        const bool done = connected_target::execute(statement, error);
         // The driver has the numbers that SQLite's names stand for.
         static const QMap<QString, QString> names = {
             {QStringLiteral("1"), QStringLiteral("SQLITE_ERROR")},
             {QStringLiteral("787"), QStringLiteral("SQLITE_CONSTRAINT_FOREIGNKEY")}};
         error.code = names.value(error.code, error.code);
         return done;
-    }
-    [[nodiscard]] QList<QVariantList> rows(const QString & query) override
-    {
-        return m_connection->rows(query);
     }
     QString typeAsStored(const QString & type) override { return type; }
     [[nodiscard]] QString quoted(const QString & name) const override
@@ -129,8 +117,6 @@ private:
             owner.foreignKeys.push_back(key);
         }
     }
-
-    std::unique_ptr<sql_connection> m_connection;
 };
 
 } // namespace
