@@ -101,7 +101,10 @@ void found_refusals::compare(const executed_statement & executed, const check::f
     }
     // A finding about a statement that is refused without rows, too, has the code of that.
     const bool isTold = found != nullptr && (hasRightCode || m_withRows);
-    const bool isFound = executed.isDone ? found == nullptr || executed.isByValues : isTold;
+    // What rows keep from running before it may be what it is refused for without rows.
+    const bool mayRun =
+        found == nullptr || executed.isByValues || (m_withRows && found->when == check::occasion::always);
+    const bool isFound = executed.isDone ? mayRun : isTold;
     if (!isFound) {
         m_misses += executed.place.script + QStringLiteral(" line %1: ").arg(executed.place.line) +
                     executed.place.text.left(400) + QStringLiteral("\n    database: ") +
@@ -113,7 +116,8 @@ void found_refusals::compare(const executed_statement & executed, const check::f
     }
     // What follows was judged as if what depends on values was done.
     const bool isOther = executed.isByValues && !executed.isDone;
-    m_isAlike = !m_withRows || (isFound && !isOther);
+    const bool isFalseAlarm = executed.isDone && found != nullptr && !executed.isByValues;
+    m_isAlike = !m_withRows || (isFound && !isOther && !isFalseAlarm);
 }
 
 } // namespace servers

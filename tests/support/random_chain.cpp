@@ -102,7 +102,7 @@ draft_entity * random_chain::anyOtherThan(const draft_entity & entity)
 
 draft_property * random_chain::anyPlain(draft_entity & entity)
 {
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < 4 && !entity.properties.empty(); ++i) {
         draft_property & each = entity.properties[static_cast<std::size_t>(
             m_chance.below(static_cast<int>(entity.properties.size())))];
         if (each.relationId == 0 && !each.isKey) {
