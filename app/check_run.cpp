@@ -151,7 +151,9 @@ private:
             }
             full.records.clear(); // the largest part of what is needed no longer
             whole.lookAtModel(full, whole.stored(), each.settings, each.found);
-            each.state = whole.stored();
+            if (m_source.newestVersion() > 0) {
+                each.state = whole.stored();
+            }
         }
         return ZkBool::success();
     }
@@ -178,6 +180,9 @@ private:
                 return there;
             }
         }
+        if (to == Now) {
+            prepareState();
+        }
         std::shared_ptr<model::project> before;
         ZkBool result = runChain(from, false, before);
         std::shared_ptr<model::project> after = m_now;
@@ -185,6 +190,19 @@ private:
             result = load(to, after);
         }
         return result ? runStep(before, after, from, toNumber, true) : result;
+    }
+
+    /// Makes the new databases of the state while no other version needs memory. One that fails is tried
+    /// again when it is needed, after what can be told without it.
+    void prepareState()
+    {
+        for (database_run & each : m_databases) {
+            ZkBool result = ZkBool::success();
+            database::catalogue made = newDatabase(each, m_now, result);
+            if (result) {
+                each.state = std::move(made);
+            }
+        }
     }
 
     /// Runs the scripts of the history up to a version, which is handed out.

@@ -250,7 +250,10 @@ int check_command::judge()
     if (const int status = plugin.load(m_plugin, m_exportOptions); status != Done) {
         return status;
     }
-    source of;
+    // The process ends with this command: taking a large model apart, object by object, is left to the
+    // system.
+    static auto * const untilTheEnd = new source;
+    source & of = *untilTheEnd;
     if (const zk::ZkBool opened = of.open(m_source); !opened) {
         return failed(opened.getDesc());
     }

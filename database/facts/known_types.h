@@ -63,10 +63,21 @@ private:
         understood_type understood;
     };
 
+    /// Of few types that differ in length or in their ends; asked for each column many times.
+    struct hash
+    {
+        std::size_t operator()(const QString & type) const
+        {
+            return type.isEmpty() ? 0
+                                  : static_cast<std::size_t>(type.size()) * 64 + type.front().unicode() * 8U +
+                                        type.back().unicode();
+        }
+    };
+
     [[nodiscard]] const known_type & entry(const QString & type) const;
 
     const facts & m_known;
-    mutable std::unordered_map<QString, known_type> m_types; ///< a reference to one stays when others come
+    mutable std::unordered_map<QString, known_type, hash> m_types; ///< a reference stays when others come
 };
 
 /// Why the database does not take the type; `none` when it does.

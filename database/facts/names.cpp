@@ -5,6 +5,7 @@
 #include <QStringBuilder>
 
 #include <algorithm>
+#include <array>
 
 namespace database {
 
@@ -54,10 +55,24 @@ bool isDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
+constexpr bool isPartOfName(char16_t c)
+{
+    return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' ||
+           c == u'$' || c >= 0x80;
+}
+
+// Names are read character by character very often.
+constexpr std::array<bool, 0x80> StandingIn = [] {
+    std::array<bool, 0x80> allowed{};
+    for (char16_t c = 0; c < allowed.size(); ++c) {
+        allowed[c] = isPartOfName(c);
+    }
+    return allowed;
+}();
+
 bool mayStandIn(QChar c)
 {
-    return isDigit(c) || (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || c == u'$' ||
-           c.unicode() >= 0x80;
+    return c.unicode() >= StandingIn.size() || StandingIn[c.unicode()];
 }
 
 // Where a digit may lead, what is a number nevertheless: 1e5, 0x1f, 0b1.

@@ -90,6 +90,11 @@ QStringList name_reader::others(const std::vector<identifier> & written)
 
 refusal tooLong(const facts & known, const identifier & written)
 {
+    // Most names are short in any unit, and need not be looked at further.
+    constexpr qsizetype MostBytes = 3; // of a UTF-16 unit
+    if (MostBytes * written.text.size() <= known.names.longest.value) {
+        return {};
+    }
     const bool isTooLong =
         understood(known, written, name_place::other).refused == refusal_cause::name_too_long;
     return isTooLong ? refusal{refusal_cause::name_too_long, written.text, false} : refusal();

@@ -29,6 +29,9 @@ bool hasValue(const token_cursor & at)
 
 bool readClause(token_cursor & at, column_definition & column)
 {
+    if (!at.isAt(token_kind::word)) {
+        return false;
+    }
     if (at.take({"NOT", "NULL"})) {
         column.notNull = true;
     } else if (at.take({"PRIMARY", "KEY"})) {

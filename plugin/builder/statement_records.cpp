@@ -13,9 +13,12 @@ statement_records::statement_records(const script_identity & script, std::vector
 bool statement_records::take(const script_statement & statement)
 {
     const int lines = static_cast<int>(statement.text.count(QLatin1Char('\n'))) + 1;
-    m_records.push_back({m_sScript, m_iFrom, m_iTo, m_iLine, lines, statement.action, statement.text,
-                         statement.defaultText, statement.entity, statement.property,
-                         statement.relationship});
+    // Texts grew while they were made; there are many, and they stay.
+    QString text = statement.text;
+    text.squeeze();
+    const QString defaultText = statement.defaultText == text ? text : statement.defaultText;
+    m_records.push_back({m_sScript, m_iFrom, m_iTo, m_iLine, lines, statement.action, text, defaultText,
+                         statement.entity, statement.property, statement.relationship});
     m_iLine += lines;
     return true;
 }
