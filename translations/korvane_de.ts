@@ -2,6 +2,61 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>app::check_controller</name>
+    <message>
+        <source> (accepted: %1)</source>
+        <translation> (akzeptiert: %1)</translation>
+    </message>
+    <message>
+        <source>No findings</source>
+        <translation>Keine Befunde</translation>
+    </message>
+    <message>
+        <source>1 error</source>
+        <translation>1 Fehler</translation>
+    </message>
+    <message>
+        <source>%1 errors</source>
+        <translation>%1 Fehler</translation>
+    </message>
+    <message>
+        <source>1 warning</source>
+        <translation>1 Warnung</translation>
+    </message>
+    <message>
+        <source>%1 warnings</source>
+        <translation>%1 Warnungen</translation>
+    </message>
+    <message>
+        <source>1 note</source>
+        <translation>1 Hinweis</translation>
+    </message>
+    <message>
+        <source>%1 notes</source>
+        <translation>%1 Hinweise</translation>
+    </message>
+    <message>
+        <source>%1 accepted</source>
+        <translation>%1 akzeptiert</translation>
+    </message>
+    <message>
+        <source>Korvane - Check</source>
+        <translation>Korvane - Prüfung</translation>
+    </message>
+    <message>
+        <source>Check of &apos;%1&apos; with %2</source>
+        <translation>Prüfung von „%1“ mit %2</translation>
+    </message>
+    <message>
+        <source>The check failed: see the messages</source>
+        <translation>Die Prüfung ist fehlgeschlagen: siehe Meldungen</translation>
+    </message>
+    <message>
+        <source>Findings about the scripts</source>
+        <translation>Befunde zu den Skripten</translation>
+    </message>
+</context>
+<context>
     <name>app::diagram_contents</name>
     <message>
         <source>… %1 more</source>
@@ -380,6 +435,14 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
         <source>No plugin was found</source>
         <translation>Es wurde kein Plugin gefunden</translation>
     </message>
+    <message>
+        <source>&amp;Check</source>
+        <translation>&amp;Prüfen</translation>
+    </message>
+    <message>
+        <source>Foretell what the database will do with the scripts; nothing is written</source>
+        <translation>Vorhersagen, was die Datenbank mit den Skripten tun wird; nichts wird geschrieben</translation>
+    </message>
 </context>
 <context>
     <name>app::export_run</name>
@@ -488,6 +551,14 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
     <message>
         <source>%1 older lines were dropped</source>
         <translation>%1 ältere Zeilen wurden verworfen</translation>
+    </message>
+    <message>
+        <source>Note: %1</source>
+        <translation>Hinweis: %1</translation>
+    </message>
+    <message>
+        <source>Accepted: %1</source>
+        <translation>Akzeptiert: %1</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,61 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr" sourcelanguage="en">
 <context>
+    <name>app::check_controller</name>
+    <message>
+        <source> (accepted: %1)</source>
+        <translation> (accepté : %1)</translation>
+    </message>
+    <message>
+        <source>No findings</source>
+        <translation>Aucune constatation</translation>
+    </message>
+    <message>
+        <source>1 error</source>
+        <translation>1 erreur</translation>
+    </message>
+    <message>
+        <source>%1 errors</source>
+        <translation>%1 erreurs</translation>
+    </message>
+    <message>
+        <source>1 warning</source>
+        <translation>1 avertissement</translation>
+    </message>
+    <message>
+        <source>%1 warnings</source>
+        <translation>%1 avertissements</translation>
+    </message>
+    <message>
+        <source>1 note</source>
+        <translation>1 remarque</translation>
+    </message>
+    <message>
+        <source>%1 notes</source>
+        <translation>%1 remarques</translation>
+    </message>
+    <message>
+        <source>%1 accepted</source>
+        <translation>%1 acceptées</translation>
+    </message>
+    <message>
+        <source>Korvane - Check</source>
+        <translation>Korvane - Vérification</translation>
+    </message>
+    <message>
+        <source>Check of &apos;%1&apos; with %2</source>
+        <translation>Vérification de « %1 » avec %2</translation>
+    </message>
+    <message>
+        <source>The check failed: see the messages</source>
+        <translation>La vérification a échoué : voir les messages</translation>
+    </message>
+    <message>
+        <source>Findings about the scripts</source>
+        <translation>Constatations sur les scripts</translation>
+    </message>
+</context>
+<context>
     <name>app::diagram_contents</name>
     <message>
         <source>… %1 more</source>
@@ -380,6 +435,14 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
         <source>No plugin was found</source>
         <translation>Aucun plugin trouvé</translation>
     </message>
+    <message>
+        <source>&amp;Check</source>
+        <translation>&amp;Vérifier</translation>
+    </message>
+    <message>
+        <source>Foretell what the database will do with the scripts; nothing is written</source>
+        <translation>Prédire ce que la base de données fera des scripts ; rien n&apos;est écrit</translation>
+    </message>
 </context>
 <context>
     <name>app::export_run</name>
@@ -488,6 +551,14 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     <message>
         <source>%1 older lines were dropped</source>
         <translation>%1 lignes plus anciennes ont été supprimées</translation>
+    </message>
+    <message>
+        <source>Note: %1</source>
+        <translation>Remarque : %1</translation>
+    </message>
+    <message>
+        <source>Accepted: %1</source>
+        <translation>Accepté : %1</translation>
     </message>
 </context>
 <context>
@@ -1987,7 +2058,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>version %1 is not the newest one any more; nothing was taken away</source>
-        <translation>la version %1 n'est plus la plus récente ; rien n'a été retiré</translation>
+        <translation>la version %1 n&apos;est plus la plus récente ; rien n&apos;a été retiré</translation>
     </message>
 </context>
 <context>

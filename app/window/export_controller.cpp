@@ -84,6 +84,16 @@ void export_controller::exportWith(plugin::export_interface * plugin)
     const dialog_watch watch;
     const export_report report = runPlugin(*plugin, *project, listener);
     showEnd(report, isRefused || watch.isLastGivenUp());
+    if (report.ok && !report.files.isEmpty()) {
+        Q_EMIT exported(plugin, report.files);
+    }
+}
+
+tools::script_guard export_controller::scriptGuard()
+{
+    return [this](const QString & file, bool isStored) {
+        return isStored ? mayRunScript(file) : tools::script_permission::run;
+    };
 }
 
 /// Asks once for each script of a project, which anybody may have written.

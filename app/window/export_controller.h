@@ -33,12 +33,16 @@ public:
 
     /// Lets `plugin` export the open project; returns when it is over. Not while another export is under way.
     void exportWith(plugin::export_interface * plugin);
+    /// What says whether the custom scripts of the project may run: the person is asked once for each.
+    [[nodiscard]] tools::script_guard scriptGuard();
     /// Lets the person edit the settings of `plugin` that are stored in the project.
     void showSettings(plugin::export_interface * plugin);
 
 Q_SIGNALS:
     /// There are messages that the person has to see.
     void messagesWanted();
+    /// An export with `plugin` has written `files`.
+    void exported(plugin::export_interface * plugin, const QStringList & files);
     /// There are scripts to be seen.
     void scriptsWanted();
     /// What came of it, on one line.

@@ -3,6 +3,7 @@
 #include "app/shown_text.h"
 
 #include "plugin/export_interface.h"
+#include "plugin/statement_source.h"
 
 namespace app {
 
@@ -37,6 +38,7 @@ void export_menu::addPlugin(plugin::export_interface * plugin)
     run->setStatusTip(about);
     connect(run, &QAction::triggered, this, [this, plugin] { Q_EMIT exportRequested(plugin); });
     m_commands.append(run);
+    addCheck(plugin);
     if (!plugin->hasSettings()) {
         return;
     }
@@ -47,6 +49,20 @@ void export_menu::addPlugin(plugin::export_interface * plugin)
     settings->setStatusTip(tr("Edit the settings that are stored in the project"));
     connect(settings, &QAction::triggered, this, [this, plugin] { Q_EMIT settingsRequested(plugin); });
     m_commands.append(settings);
+}
+
+/// What is told of the scripts can be foretold only for a plug-in that tells their statements.
+void export_menu::addCheck(plugin::export_interface * plugin)
+{
+    if (!qobject_cast<plugin::statement_source *>(plugin)) {
+        return;
+    }
+    QAction * const check = addAction(tr("&Check"));
+    check->setObjectName(QStringLiteral("m_actCheck_") + plugin->getName());
+    check->setToolTip(tr("Foretell what the database will do with the scripts; nothing is written"));
+    check->setStatusTip(check->toolTip());
+    connect(check, &QAction::triggered, this, [this, plugin] { Q_EMIT checkRequested(plugin); });
+    m_commands.append(check);
 }
 
 } // namespace app

@@ -26,9 +26,11 @@ public:
 Q_SIGNALS:
     void exportRequested(plugin::export_interface * plugin);
     void settingsRequested(plugin::export_interface * plugin);
+    void checkRequested(plugin::export_interface * plugin);
 
 private:
     void addPlugin(plugin::export_interface * plugin);
+    void addCheck(plugin::export_interface * plugin);
 
     QList<QAction *> m_commands;
 };

@@ -1,5 +1,6 @@
 #include "app/window/project_window.h"
 
+#include "app/window/check_controller.h"
 #include "app/window/diagram/diagram_panel.h"
 #include "app/window/export/message_panel.h"
 #include "app/window/export/script_panel.h"
@@ -65,14 +66,17 @@ project_window::project_window(QWidget * parent)
       m_pPanes(new window_panes(*this)),
       m_pProjects(new project_commands(*m_pSession, m_pPanes->messages(), this)),
       m_pExports(new export_controller(*m_pSession, m_pPanes->messages(), m_pPanes->scripts(), this)),
-      m_pMenus(new window_menus(*this, {*m_pProjects, *m_pExports, *m_pPanes, m_found})),
-      m_lblModel(new QLabel)
+      m_pChecks(new check_controller(*m_pSession, m_pPanes->messages(), *m_pExports, this)),
+      m_pMenus(new window_menus(*this, {*m_pProjects, *m_pExports, *m_pChecks, *m_pPanes, m_found})),
+      m_lblModel(new QLabel), m_lblFindings(new QLabel)
 {
     setObjectName(QStringLiteral("wnd_project"));
     setWindowIcon(QIcon(QStringLiteral(":/korvane/window/icons/korvane.svg")));
     setAcceptDrops(true);
     context::ctx_global::setMainWnd(this);
     m_lblModel->setObjectName(QStringLiteral("m_lblModel"));
+    m_lblFindings->setObjectName(QStringLiteral("m_lblFindings"));
+    statusBar()->addPermanentWidget(m_lblFindings);
     statusBar()->addPermanentWidget(m_lblModel);
     connectSession();
     connectCommands();
@@ -110,12 +114,32 @@ void project_window::connectCommands()
     connect(m_pExports, &export_controller::scriptsWanted, this,
             [this] { m_pPanes->showPage(m_pPanes->scripts()); });
     connect(m_pExports, &export_controller::statusTold, this, &project_window::showStatus);
+    connect(m_pExports, &export_controller::exported, m_pChecks, &check_controller::checkScripts);
+    connect(m_pChecks, &check_controller::messagesWanted, m_pPanes, &window_panes::showMessages);
+    connect(m_pChecks, &check_controller::statusTold, this, &project_window::showStatus);
+    connect(m_pChecks, &check_controller::countsTold, m_lblFindings, &QLabel::setText);
+    connect(&m_pPanes->messages(), &message_panel::targetWanted, this, &project_window::goTo);
     connect(&m_pPanes->scripts(), &script_panel::openFolderRequested, this,
             [this](const QString & folder) { showFolder(this, folder); });
     const welcome_page & welcome = m_pPanes->welcome();
     connect(&welcome, &welcome_page::openRequested, m_pProjects, &project_commands::chooseAndOpen);
     connect(&welcome, &welcome_page::importRequested, m_pProjects, &project_commands::chooseAndImport);
     connect(&welcome, &welcome_page::fileRequested, m_pProjects, &project_commands::openFile);
+}
+
+/// Shows what a finding is about: the object in tree and diagram, the line in the scripts.
+void project_window::goTo(const QVariant & target)
+{
+    const auto wanted = target.value<finding_target>();
+    if (wanted.entity != 0) {
+        m_pPanes->tree().selectProperty(wanted.entity, wanted.property);
+        m_pPanes->diagram().selectEntity(wanted.entity);
+    }
+    if (!m_pPanes->scripts().showLine(wanted.script, wanted.line)) {
+        m_pPanes->showPage(m_pPanes->diagram());
+        return;
+    }
+    m_pPanes->showPage(m_pPanes->scripts());
 }
 
 void project_window::showPluginProblems()
@@ -193,6 +217,7 @@ void project_window::projectChanged()
             loaded->getInterface()->setCustomScript(nullptr);
         }
         m_pPanes->scripts().setScripts({});
+        m_lblFindings->clear();
         m_pPanes->showPage(m_pPanes->diagram());
     }
     project_tree & tree = m_pPanes->tree();

@@ -8,6 +8,7 @@ class QLabel;
 
 namespace app {
 
+class check_controller;
 class export_controller;
 class project_commands;
 class project_session;
@@ -35,6 +36,7 @@ private:
     void connectSession();
     void connectCommands();
     void projectChanged();
+    void goTo(const QVariant & target);
     void heldChanged();
     void fileLost(const QString & reason);
     void updateCommands();
@@ -48,8 +50,10 @@ private:
     window_panes * m_pPanes;
     project_commands * m_pProjects;
     export_controller * m_pExports;
+    check_controller * m_pChecks;
     window_menus * m_pMenus;
     QLabel * m_lblModel;
+    QLabel * m_lblFindings;
     QString m_sShownFile; ///< of the project whose scripts may be shown
     bool m_bCloseWhenIdle = false;
 };

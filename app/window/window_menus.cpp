@@ -1,6 +1,7 @@
 #include "app/window/window_menus.h"
 
 #include "app/plugin_choice.h"
+#include "app/window/check_controller.h"
 #include "app/window/diagram/diagram_panel.h"
 #include "app/window/export/message_panel.h"
 #include "app/window/export/script_panel.h"
@@ -134,6 +135,7 @@ void window_menus::createExportMenu()
     connect(m_mnuExport, &export_menu::exportRequested, &m_targets.exports, &export_controller::exportWith);
     connect(m_mnuExport, &export_menu::settingsRequested, &m_targets.exports,
             &export_controller::showSettings);
+    connect(m_mnuExport, &export_menu::checkRequested, &m_targets.checks, &check_controller::checkProject);
     commands(possible::idle_open) << m_mnuExport->commands();
 }
 

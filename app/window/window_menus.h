@@ -12,6 +12,7 @@ class QMenu;
 
 namespace app {
 
+class check_controller;
 class export_controller;
 class export_menu;
 struct found_plugins;
@@ -31,6 +32,7 @@ public:
     {
         project_commands & projects;
         export_controller & exports;
+        check_controller & checks;
         window_panes & panes;
         const found_plugins & found;
     };

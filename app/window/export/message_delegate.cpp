@@ -23,6 +23,7 @@ void message_delegate::takeIcons(const QStyle & style)
 {
     m_errorIcon = style.standardIcon(QStyle::SP_MessageBoxCritical);
     m_warningIcon = style.standardIcon(QStyle::SP_MessageBoxWarning);
+    m_noteIcon = style.standardIcon(QStyle::SP_MessageBoxInformation);
     m_closingIcon = style.standardIcon(QStyle::SP_DialogApplyButton);
 }
 
@@ -46,6 +47,7 @@ void message_delegate::initStyleOption(QStyleOptionViewItem * option, const QMod
     option->features |= QStyleOptionViewItem::HasDecoration; // its room keeps the texts in one column
     option->icon = kind == message_kind::error     ? m_errorIcon
                    : kind == message_kind::warning ? m_warningIcon
+                   : kind == message_kind::note    ? m_noteIcon
                    : kind == message_kind::closing ? m_closingIcon
                                                    : QIcon();
 }

@@ -25,6 +25,7 @@ protected:
 private:
     QIcon m_errorIcon;
     QIcon m_warningIcon;
+    QIcon m_noteIcon;
     QIcon m_closingIcon;
 };
 

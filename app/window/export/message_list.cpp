@@ -40,6 +40,10 @@ QString inWords(const QString & text, message_kind kind)
         return message_list::tr("Error: %1").arg(text);
     case message_kind::warning:
         return message_list::tr("Warning: %1").arg(text);
+    case message_kind::note:
+        return message_list::tr("Note: %1").arg(text);
+    case message_kind::accepted:
+        return message_list::tr("Accepted: %1").arg(text);
     default:
         return text;
     }
@@ -60,6 +64,8 @@ QColor messageColor(message_kind kind, const QPalette & palette)
         return isDark ? QColor(0xff, 0x8a, 0x80) : QColor(0xb0, 0x00, 0x20);
     case message_kind::warning:
         return isDark ? QColor(0xff, 0xcc, 0x66) : QColor(0x80, 0x54, 0x00);
+    case message_kind::accepted:
+        return isDark ? QColor(0xa8, 0xa8, 0xa8) : QColor(0x60, 0x60, 0x60);
     default:
         return {};
     }
@@ -73,9 +79,9 @@ message_list::message_list(QObject * parent, int limit)
     connect(&m_flushTimer, &QTimer::timeout, this, &message_list::flush);
 }
 
-void message_list::add(const QString & text, message_kind kind)
+void message_list::add(const QString & text, message_kind kind, const QVariant & target)
 {
-    m_pending.push_back({tools::visibleText(text), kind});
+    m_pending.push_back({tools::visibleText(text), kind, target});
     if (m_pending.size() * 10 >= static_cast<std::size_t>(m_iLimit)) {
         flush(); // where no event is handled for long, what is held back is not to grow without end
     } else if (!m_flushTimer.isActive()) {
@@ -146,6 +152,8 @@ QVariant message_list::data(const QModelIndex & index, int role) const
         return static_cast<int>(shown.kind);
     case MessageCopyRole:
         return inWords(shown.text, shown.kind);
+    case MessageTargetRole:
+        return shown.target;
     default:
         return {};
     }

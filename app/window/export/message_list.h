@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QString>
 #include <QTimer>
+#include <QVariant>
 
 #include <deque>
 #include <vector>
@@ -16,6 +17,8 @@ namespace app {
 enum class message_kind : quint8
 {
     progress,
+    note,     ///< a finding to know of
+    accepted, ///< a finding that somebody lives with
     warning,
     error,
     heading, ///< begins a run
@@ -27,7 +30,8 @@ enum class message_kind : quint8
 enum message_role : int
 {
     MessageKindRole = Qt::UserRole + 1, ///< message_kind as int
-    MessageCopyRole                     ///< the whole text as it is to be pasted, with a word for what it is
+    MessageCopyRole,                    ///< the whole text as it is to be pasted, with a word for what it is
+    MessageTargetRole                   ///< what the line leads to, as it was given to add()
 };
 
 /// What the line at `index` of a message_list, or of a model on top of it, is.
@@ -52,7 +56,8 @@ public:
     explicit message_list(QObject * parent = nullptr, int limit = DefaultLimit);
 
     /// Appends a line. It is a row after the next flush(), 50 milliseconds from now at the latest.
-    void add(const QString & text, message_kind kind);
+    /// @param target for who is told that the person wants to go there
+    void add(const QString & text, message_kind kind, const QVariant & target = {});
     /// Makes rows of the lines that were held back.
     void flush();
     /// Removes all lines, and those held back.
@@ -66,6 +71,7 @@ private:
     {
         QString text;
         message_kind kind;
+        QVariant target = {};
     };
 
     void dropOldest();

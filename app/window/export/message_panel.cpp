@@ -123,6 +123,11 @@ void message_panel::createList()
     keepPlaceWhileDropping();
     m_lstMessages->setModel(m_pFilter);
     m_lstMessages->installEventFilter(this);
+    connect(m_lstMessages, &QListView::activated, this, [this](const QModelIndex & row) {
+        if (const QVariant target = row.data(MessageTargetRole); target.isValid()) {
+            Q_EMIT targetWanted(target);
+        }
+    });
     keepEndInView();
 }
 
@@ -238,12 +243,18 @@ void message_panel::addMessage(const QString & text, int type)
                                                : message_kind::progress);
 }
 
-void message_panel::add(const QString & text, message_kind kind)
+void message_panel::addFinding(const QString & text, message_kind kind, const QVariant & target)
+{
+    ++m_iMessages;
+    add(text, kind, target);
+}
+
+void message_panel::add(const QString & text, message_kind kind, const QVariant & target)
 {
     if (kind == message_kind::error) {
         ++m_iErrors;
     }
-    m_pList->add(text, kind);
+    m_pList->add(text, kind, target);
 }
 
 void message_panel::setProgress(int done, int total)

@@ -32,6 +32,8 @@ public:
     /// Appends one message: `type` 1 progress, 2 warning, 3 an error. Line ends inside are kept readable on
     /// one row. Cheap: the list shows it within 50 milliseconds of the event loop, or at end().
     void addMessage(const QString & text, int type);
+    /// Appends a finding, which leads to `target`.
+    void addFinding(const QString & text, message_kind kind, const QVariant & target);
     /// `done` of `total` steps; total 0 means not known (busy).
     void setProgress(int done, int total);
     /// Ends the run: a closing line, an error one when `ok` is false; the progress bar becomes full and
@@ -46,6 +48,10 @@ public:
     /// Removes all lines, of earlier runs as well. A run that goes on goes on.
     void clear();
 
+Q_SIGNALS:
+    /// The person wants to go to what a finding leads to.
+    void targetWanted(const QVariant & target);
+
 protected:
     bool eventFilter(QObject * watched, QEvent * event) override;
     void changeEvent(QEvent * event) override;
@@ -57,7 +63,7 @@ private:
     QBoxLayout * createBar();
     void keepEndInView();
     void keepPlaceWhileDropping();
-    void add(const QString & text, message_kind kind);
+    void add(const QString & text, message_kind kind, const QVariant & target = {});
     void showCounts();
     void showOutcome();
     void copySelected();

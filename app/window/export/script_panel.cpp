@@ -162,6 +162,19 @@ void script_panel::setScripts(const QStringList & absoluteFiles)
     showFront();
 }
 
+bool script_panel::showLine(const QString & fileName, int line)
+{
+    const auto found =
+        std::find_if(m_lstFiles.cbegin(), m_lstFiles.cend(),
+                     [&fileName](const QString & file) { return QFileInfo(file).fileName() == fileName; });
+    if (found == m_lstFiles.cend()) {
+        return false;
+    }
+    m_tabScripts->setCurrentIndex(static_cast<int>(found - m_lstFiles.cbegin()));
+    front()->showLine(line);
+    return true;
+}
+
 script_view * script_panel::front()
 {
     QWidget * const page = m_tabScripts->currentWidget();

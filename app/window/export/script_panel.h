@@ -28,6 +28,10 @@ public:
     void setScripts(const QStringList & absoluteFiles);
     [[nodiscard]] QStringList scripts() const { return m_lstFiles; }
 
+    /// Brings the script of that file name to the front, with the line, from 1, selected and in view. False
+    /// when it is not there.
+    bool showLine(const QString & fileName, int line);
+
     /// Opens the search field for the script in front, with what is selected in it.
     void find();
     /// Goes to the next or the former match, and opens the search field when there is nothing to look for.

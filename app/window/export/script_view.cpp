@@ -228,6 +228,18 @@ void script_view::setWrapped(bool wrapped)
     m_txtScript->setWrapped(wrapped);
 }
 
+void script_view::showLine(int line)
+{
+    const QTextBlock block = m_txtScript->document()->findBlockByNumber(line - 1);
+    if (!block.isValid()) {
+        return;
+    }
+    QTextCursor cursor(block);
+    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    m_txtScript->setTextCursor(cursor);
+    m_txtScript->centerCursor();
+}
+
 void script_view::focusText()
 {
     m_txtScript->setFocus(Qt::OtherFocusReason);

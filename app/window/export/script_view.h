@@ -33,6 +33,8 @@ public:
     [[nodiscard]] QString selectedText() const;
 
     void setWrapped(bool wrapped);
+    /// Selects the line, from 1, and brings it into view; nothing for one that is not there.
+    void showLine(int line);
     void focusText();
     /// Lets the Tab key come here after `before`; what is made late comes last in its window otherwise.
     void placeInTabOrder(QWidget * before);

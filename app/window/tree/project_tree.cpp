@@ -113,6 +113,14 @@ void project_tree::selectEntity(long id)
     }
 }
 
+void project_tree::selectProperty(long entity, long property)
+{
+    selectEntity(entity);
+    if (const place wanted{entity, property, false}; m_pModel->indexOf(wanted).isValid()) {
+        goTo(wanted);
+    }
+}
+
 long project_tree::selectedEntity() const
 {
     const place selected = m_treModel->selected();

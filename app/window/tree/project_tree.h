@@ -35,6 +35,8 @@ public:
     /// clears the selection. A row below this very entity stays selected. An entity hidden by the filter: the
     /// filter is cleared so that it can be seen.
     void selectEntity(long id);
+    /// The same for a property, or its entity when it is not there.
+    void selectProperty(long entity, long property);
     /// The entity that owns the selected row; 0 for none, also while the filter hides it.
     [[nodiscard]] long selectedEntity() const;
     /// Puts the keyboard into the filter field, its text selected.

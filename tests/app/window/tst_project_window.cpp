@@ -859,14 +859,15 @@ void tst_project_window::pluginsInTheMenu()
     m_bench->open();
     auto * const menu = m_bench->find<QMenu>("m_mnuExport");
     QCOMPARE(menu->title(), "&Export");
-    QCOMPARE(menu->actions().size(), 3);
+    QCOMPARE(menu->actions().size(), 4);
     QVERIFY(menu->actions()[0]->isSeparator());
     QCOMPARE(menu->actions()[0]->text(), "KorvGenericDDLExport");
     QCOMPARE(menu->actions()[1]->text(), "Export to DDL SQL script file");
     QVERIFY(!menu->actions()[1]->icon().isNull());
     QVERIFY(menu->actions()[1]->toolTip().contains(
         "This plugin exports current opened project to a DDL SQL script file."));
-    QCOMPARE(menu->actions()[2]->text(), "Settings of KorvGenericDDLExport…");
+    QCOMPARE(menu->actions()[2]->text(), "&Check");
+    QCOMPARE(menu->actions()[3]->text(), "Settings of KorvGenericDDLExport…");
 
     // The settings are stored in the project.
     modal_driver driver({[this](QWidget * w) {
@@ -875,7 +876,7 @@ void tst_project_window::pluginsInTheMenu()
         databases->setCurrentIndex(databases->findText("Oracle"));
         QTest::mouseClick(w->findChild<QWidget *>("m_btnOk"), Qt::LeftButton);
     }});
-    menu->actions()[2]->trigger();
+    menu->actions()[3]->trigger();
     QVERIFY(driver.isDone());
     window_bench::run({"export", m_bench->file()});
     QVERIFY(QFile::exists(m_bench->path("shop_oracle_db_schema_full.sql")));
