@@ -8,6 +8,7 @@
 #include "model/project.h"
 
 #include <QComboBox>
+#include <QListView>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTabWidget>
@@ -74,6 +75,16 @@ public:
         setUp({});
         m_bench.action("m_actExport_KorvGenericDDLExport")->trigger();
         take("window_scripts");
+    }
+    void findings()
+    {
+        m_bench.action("m_actCheck_KorvGenericDDLExport")->trigger();
+        QTest::qWait(100);
+        auto * const list = m_bench.find<QListView>("m_lstMessages");
+        const QModelIndex first = list->model()->index(list->model()->rowCount() - 2, 0);
+        list->setCurrentIndex(first);
+        QTest::keyClick(list, Qt::Key_Return);
+        take("window_findings");
     }
     void failure()
     {
@@ -171,6 +182,7 @@ void takeWindow(const QDir & folder, const QString & scheme, bool all)
         camera.dialogs();
     }
     camera.scripts();
+    camera.findings();
     if (all) {
         camera.find();
     }

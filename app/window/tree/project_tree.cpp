@@ -117,6 +117,7 @@ void project_tree::selectProperty(long entity, long property)
 {
     selectEntity(entity);
     if (const place wanted{entity, property, false}; m_pModel->indexOf(wanted).isValid()) {
+        m_treModel->expand(m_pModel->indexOf({entity, 0, false}));
         goTo(wanted);
     }
 }

@@ -35,7 +35,7 @@ public:
     /// clears the selection. A row below this very entity stays selected. An entity hidden by the filter: the
     /// filter is cleared so that it can be seen.
     void selectEntity(long id);
-    /// The same for a property, or its entity when it is not there.
+    /// The same for a property, whose entity is opened, or for the entity when it has no such property.
     void selectProperty(long entity, long property);
     /// The entity that owns the selected row; 0 for none, also while the filter hides it.
     [[nodiscard]] long selectedEntity() const;

@@ -82,8 +82,10 @@ private Q_SLOTS:
         doubleClick(rowWith("idx_place_order"));
         QCOMPARE(m_bench->tree().selectedEntity(), 2L);
         // The row of the property itself.
-        QCOMPARE(m_bench->tree().findChild<QTreeView *>()->currentIndex().data().toString(),
-                 QString("order"));
+        auto * const tree = m_bench->tree().findChild<QTreeView *>();
+        QCOMPARE(tree->currentIndex().data().toString(), QString("order"));
+        QVERIFY(tree->viewport()->rect().contains(tree->visualRect(tree->currentIndex()).center()));
+        QVERIFY(tree->isExpanded(tree->currentIndex().parent()));
     }
     void afterAnExport()
     {
