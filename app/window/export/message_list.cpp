@@ -58,17 +58,22 @@ message_kind messageKind(const QModelIndex & index)
 
 QColor messageColor(message_kind kind, const QPalette & palette)
 {
-    const bool isDark = palette.color(QPalette::Base).lightness() < HalfLightness;
-    switch (kind) {
-    case message_kind::error:
-        return isDark ? QColor(0xff, 0x8a, 0x80) : QColor(0xb0, 0x00, 0x20);
-    case message_kind::warning:
-        return isDark ? QColor(0xff, 0xcc, 0x66) : QColor(0x80, 0x54, 0x00);
-    case message_kind::accepted:
-        return isDark ? QColor(0xa8, 0xa8, 0xa8) : QColor(0x60, 0x60, 0x60);
-    default:
+    /// Legible on light and on dark ground.
+    struct kind_colors
+    {
+        message_kind kind;
+        QRgb onLight;
+        QRgb onDark;
+    };
+    static constexpr kind_colors colors[] = {{message_kind::error, 0xffb00020, 0xffff8a80},
+                                             {message_kind::warning, 0xff805400, 0xffffcc66},
+                                             {message_kind::accepted, 0xff606060, 0xffa8a8a8}};
+    const auto * const own = std::find_if(std::begin(colors), std::end(colors),
+                                          [kind](const kind_colors & each) { return each.kind == kind; });
+    if (own == std::end(colors)) {
         return {};
     }
+    return palette.color(QPalette::Base).lightness() < HalfLightness ? own->onDark : own->onLight;
 }
 
 message_list::message_list(QObject * parent, int limit)
