@@ -64,6 +64,10 @@ void difference_view::findOwners()
     const model::project * const before = m_in.project(moment::before);
     if (const auto & now = m_entities[indexOf(moment::now)]; now && before != nullptr) {
         m_entities[indexOf(moment::before)] = before->getEntityById(now->getId());
+    } else if (const auto & former = m_entities[indexOf(moment::before)];
+               former && m_in.project(moment::now) != nullptr) {
+        // Its table has another name by now.
+        m_entities[indexOf(moment::now)] = m_in.project(moment::now)->getEntityById(former->getId());
     }
 }
 

@@ -155,6 +155,18 @@ private Q_SLOTS:
         const program_result result = check({"--db", "postgresql", "--relationships", "yes", "--json"});
         QCOMPARE(codesOf(result.output), QStringList({"KV101", "KV112"}));
     }
+    void aTableThatIsRenamedUnseen()
+    {
+        // Both names of the table differ from a new database for the one reason.
+        store(textOf(
+            json("{'id': 1, 'name': 'scan', 'tableName': 't_scan', 'version': 1, 'properties': [{'id': 1, "
+                 "'name': 'id', 'type': 'long', 'identifier': true}]}")));
+        tag();
+        store(textOf(
+            json("{'id': 1, 'name': 'scan', 'tableName': 't_entry', 'version': 1, 'properties': [{'id': 1, "
+                 "'name': 'id', 'type': 'long', 'identifier': true}]}")));
+        QCOMPARE(codesOf(check({"--db", "postgresql", "--json"}).output), QStringList{"KV410"});
+    }
     void aCommentOfTheScriptIsNoChange()
     {
         const char * const entity =
