@@ -14,7 +14,6 @@
 #   clazy       clazy finds nothing, level 1
 #   lint        clang-tidy finds nothing (.clang-tidy)
 #   threads     the tests of threads and processes pass under the thread sanitizer
-# Parts that are run only when they are named, as they take long:
 #   sanitize    the tests pass under the address and undefined-behaviour sanitizers
 #   coverage    no folder's tests take fewer branches than scripts/checks/coverage.toml says
 #
@@ -22,8 +21,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-all_parts=(format spelling shell cmake includes duplicates unused floors checks clazy lint threads)
-named_parts=(sanitize coverage)
+all_parts=(format spelling shell cmake includes duplicates unused floors checks clazy lint threads sanitize coverage)
 
 # What git tracks or would track, of the given patterns, as far as it is there.
 sources() {
@@ -115,26 +113,45 @@ if [ ${#parts[@]} -eq 0 ]; then
 fi
 for part in "${parts[@]}"; do
     if ! declare -F "check_$part" >/dev/null; then
-        echo "check.sh: there is no part '$part'; the parts are: ${all_parts[*]} ${named_parts[*]}" >&2
+        echo "check.sh: there is no part '$part'; the parts are: ${all_parts[*]}" >&2
         exit 2
     fi
 done
 scripts/install_dependencies.sh test
 scripts/install_dependencies.sh check
 
+clock=$(mktemp)
+trap 'rm -f "$clock"' EXIT
+# Sets `taken` to the seconds that the processors have worked for the parts so far: what counts on a busy machine.
+count_work() {
+    times >"$clock"
+    taken=$(awk 'NR == 2 { for (i = 1; i <= 2; ++i) { split($i, part, /[ms]/); sum += part[1] * 60 + part[2] } print int(sum) }' "$clock")
+}
+
 failed=()
-times=()
+lines=()
 for part in "${parts[@]}"; do
     echo "== $part"
     begin=$SECONDS
-    # In a shell of its own, so that "set -e" holds within the part.
-    if ! (set -e; "check_$part"); then
+    count_work
+    before=$taken
+    # Not as a condition: nothing in one heeds "set -e".
+    set +e
+    (
+        set -e
+        "check_$part"
+    )
+    status=$?
+    set -e
+    if [ "$status" -ne 0 ]; then
         failed+=("$part")
     fi
-    times+=("$(printf '%-11s %3d min %02d s' "$part" $(((SECONDS - begin) / 60)) $(((SECONDS - begin) % 60)))")
+    count_work
+    lines+=("$(printf '%-11s %3d:%02d %7d:%02d' "$part" $(((SECONDS - begin) / 60)) $(((SECONDS - begin) % 60)) \
+        $(((taken - before) / 60)) $(((taken - before) % 60)))")
 done
-echo "== times"
-printf '%s\n' "${times[@]}"
+echo "== minutes  clock  processors"
+printf '%s\n' "${lines[@]}"
 if [ ${#failed[@]} -ne 0 ]; then
     echo "check.sh: failed: ${failed[*]}" >&2
     exit 1

@@ -240,6 +240,15 @@ class Coverage(CheckTest):
         self.run_check("check_coverage.py", "--raise")
         self.assertEqual(file.read_text(encoding="utf-8"), '[branches]\n"app" = 100.0\n"plugin" = 95.0\n"plugin/builder" = 50.0\n')
 
+    def test_part_that_fails_in_the_middle(self):
+        self.floor(app=1.0, plugin=83.3)
+        self.write("build/coverage/a.gcda", "")
+        for tool, status in (("tools/cmake", 0), ("tools/ctest", 1), ("scripts/install_dependencies.sh", 0)):
+            self.write(tool, f"#!/bin/sh\nexit {status}\n").chmod(0o755)
+        self.assertEqual(self.run_check("check.sh", "coverage"), (1, "check.sh: failed: coverage\n"))
+        self.write("tools/ctest", "#!/bin/sh\n")
+        self.assertEqual(self.run_check("check.sh", "coverage"), (0, ""))
+
     def test_file_of_no_folder(self):
         self.floor(plugin=1.0)
         self.assert_finds("check_coverage.py", "app/straight.cpp: no folder of coverage.toml has this file\n")
