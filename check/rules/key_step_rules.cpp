@@ -18,9 +18,12 @@ namespace {
 
 using database::refusal_cause;
 
+/// The name of the foreign key that the refusal is about.
 QString nameOfObject(const told_statement & of)
 {
-    return of.said().object.section(QLatin1Char(' '), 1);
+    constexpr QLatin1String Kind("foreign key ");
+    const QString & object = of.said().object;
+    return object.startsWith(Kind) ? object.mid(Kind.size()) : object;
 }
 
 found indexKeptOldName(const told_statement & of)

@@ -69,8 +69,8 @@ private:
         std::size_t operator()(const QString & type) const
         {
             return type.isEmpty() ? 0
-                                  : static_cast<std::size_t>(type.size()) * 64 + type.front().unicode() * 8U +
-                                        type.back().unicode();
+                                  : static_cast<std::size_t>(type.size()) * 64 +
+                                        std::size_t{8} * type.front().unicode() + type.back().unicode();
         }
     };
 

@@ -56,11 +56,7 @@ QString nameOf(const state & at, const table & owner, const add_key & asked,
         return understood(at.known, asked.key.name, name_place::other).name;
     }
     if (!at.known.scopes.namesKeysAndSequences.value) {
-        QString name = parts.front().column;
-        for (int number = 2; at.findIndex(owner, name) != nullptr; ++number) {
-            name = parts.front().column + u'_' + QString::number(number);
-        }
-        return name;
+        return nameLikeColumn(at, owner, parts.front().column);
     }
     const QString columns = asked.isPrimary ? QString() : columnsOf(parts).join(u'_');
     return at.freeName(owner.name, columns, QLatin1String(asked.isPrimary ? "pkey" : "key"));

@@ -169,6 +169,19 @@ column columnOf(const known_types & types, const column_definition & asked, cons
     return {name, types.shared(asked.type), asked.notNull || isCounted, asked.counted || isCounted};
 }
 
+QString nameLikeColumn(const state & at, const table & owner, const QString & column)
+{
+    // That of the primary key, which no other index has.
+    const auto isKept = [](const QString & name) {
+        return name.compare(u"primary", Qt::CaseInsensitive) == 0;
+    };
+    QString name = column;
+    for (int number = 2; isKept(name) || at.findIndex(owner, name) != nullptr; ++number) {
+        name = column % u'_' % QString::number(number);
+    }
+    return name;
+}
+
 index uniqueIndex(const state & at, const table & owner, const QString & name, const QSet<QString> & taken)
 {
     index made;
@@ -180,10 +193,7 @@ index uniqueIndex(const state & at, const table & owner, const QString & name, c
     if (at.known.scopes.namesKeysAndSequences.value) {
         made.name = at.freeName(owner.name, name, QLatin1String("key"), taken);
     } else if (at.known.scopes.uniqueNamedLikeColumn.value) {
-        made.name = name;
-        for (int number = 2; at.findIndex(owner, made.name) != nullptr; ++number) {
-            made.name = name % u'_' % QString::number(number);
-        }
+        made.name = nameLikeColumn(at, owner, name);
     }
     return made;
 }

@@ -58,6 +58,8 @@ private:
                                       const QString & name);
 [[nodiscard]] column columnOf(const known_types & types, const column_definition & asked,
                               const QString & name);
+/// The name of an index that is named like its first column, with a number after it while that is taken.
+[[nodiscard]] QString nameLikeColumn(const state & at, const table & owner, const QString & column);
 /// The index that a unique column gets, beside those of the table.
 [[nodiscard]] index uniqueIndex(const state & at, const table & owner, const QString & name,
                                 const QSet<QString> & taken);

@@ -91,7 +91,7 @@ private Q_SLOTS:
         QCOMPARE(line,
                  "Findings about these scripts: 4 errors, 0 warnings, 0 notes; list them with: " + command);
         QString pasted = command;
-        pasted.replace(0, qstrlen("korvane"), QStringLiteral(KORVANE_PROGRAM));
+        pasted.replace(0, QLatin1String("korvane").size(), QStringLiteral(KORVANE_PROGRAM));
         const program_result listed = support::runShell(pasted, {});
         QCOMPARE(listed.status, 3);
         QVERIFY(listed.output.endsWith("\n4 errors, 0 warnings, 0 notes\n"));

@@ -103,6 +103,21 @@ private Q_SLOTS:
                  qPrintable(found.findings.at(0).message));
         QCOMPARE(found.runs.size(), std::size_t(1));
     }
+    void aForeignKeyIsToldByItsName()
+    {
+        report found;
+        checkerOf("postgresql")
+            .run(scriptOf("v1.sql",
+                          {"CREATE TABLE a (id INTEGER NOT NULL PRIMARY KEY);",
+                           "CREATE TABLE b (id INTEGER, a_id INTEGER);",
+                           "ALTER TABLE b ADD CONSTRAINT fk_b_a FOREIGN KEY (a_id) REFERENCES a (id);",
+                           "DROP TABLE a;"}),
+                 &found);
+        QCOMPARE(told(found), QStringList("KV209 error refused always line 4"));
+        QCOMPARE(found.findings.at(0).message,
+                 QString("PostgreSQL 15 refuses to drop table 'a': the foreign key 'fk_b_a' of another table "
+                         "refers to it."));
+    }
     void rowsComeWithTheFirstStep()
     {
         const char * const add = "ALTER TABLE a ADD COLUMN x INTEGER NOT NULL;";
