@@ -68,9 +68,12 @@ public:
     {
         for (const check::finding & each : report.findings) {
             if (each.what == check::effect::refused && each.statement) {
-                QString & code =
-                    (each.when == check::occasion::always ? m_always : m_withRows)[keyOf(*each.statement)];
+                const auto key = keyOf(*each.statement);
+                QString & code = (each.when == check::occasion::always ? m_always : m_withRows)[key];
                 code = code.isEmpty() ? QString(each.code) : code;
+                if (each.when == check::occasion::always || each.weight == check::severity::error) {
+                    m_certain.insert(key);
+                }
             }
             for (const QString & difference : each.differences) {
                 m_differences.insert(difference, each.code);
@@ -91,6 +94,11 @@ public:
         const QString always = m_always.value(keyOf(of));
         return always.isEmpty() && withRows ? m_withRows.value(keyOf(of)) : always;
     }
+    /// Whether that does not depend on how somebody is connected.
+    [[nodiscard]] bool isCertain(const check::statement_place & of) const
+    {
+        return m_certain.contains(keyOf(of));
+    }
     [[nodiscard]] QString difference(const QString & object) const { return m_differences.value(object); }
     [[nodiscard]] QString loss(long entity, long property) const
     {
@@ -106,6 +114,7 @@ private:
 
     QHash<std::pair<QString, int>, QString> m_always;
     QHash<std::pair<QString, int>, QString> m_withRows;
+    QSet<std::pair<QString, int>> m_certain;
     QHash<QString, QString> m_differences;
     QHash<std::pair<int, long>, QString> m_objects;
 };
@@ -237,7 +246,7 @@ private:
             }
             const QString code = m_foretold.refusal(each.place, withRows);
             if (isDone) {
-                m_proof.falseAlarms += code.isEmpty() ? 0 : 1;
+                m_proof.falseAlarms += !code.isEmpty() && m_foretold.isCertain(each.place) ? 1 : 0;
                 continue;
             }
             ++m_proof.refused;
