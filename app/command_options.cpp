@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include <string>
+#include <vector>
 
 namespace app {
 
@@ -54,6 +55,22 @@ void command_options::addVersion(const char * name, const char * what, QString &
 void command_options::addText(const char * names, const char * placeholder, const char * what, QString & text)
 {
     add(names, what, text)->type_name(placeholder);
+}
+
+void command_options::addTexts(const char * names, const char * placeholder, const char * what,
+                               QStringList & texts)
+{
+    m_app
+        .add_option_function<std::vector<std::string>>(
+            names,
+            [&texts](const std::vector<std::string> & given) {
+                for (const std::string & each : given) {
+                    texts << QString::fromStdString(each);
+                }
+            },
+            what)
+        ->type_name(placeholder)
+        ->allow_extra_args(false);
 }
 
 void command_options::addFlag(const char * names, const char * what, bool & flag)

@@ -31,6 +31,8 @@ public:
     void addVersion(const char * name, const char * what, QString & word);
     /// An option with a value, which help calls `placeholder`.
     void addText(const char * names, const char * placeholder, const char * what, QString & text);
+    /// The same for one that may be given several times.
+    void addTexts(const char * names, const char * placeholder, const char * what, QStringList & texts);
     void addFlag(const char * names, const char * what, bool & flag);
     /// What help says after the options.
     void setFooter(const char * text);

@@ -9,6 +9,7 @@
 #include "app/verify_reports.h"
 #include "app/whole_file.h"
 
+#include "database/server/server_url.h"
 #include "database/server/target_database.h"
 #include "model/project.h"
 #include "os/stop_requests.h"
@@ -18,6 +19,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <iterator>
 
 #include <unistd.h>
@@ -112,16 +114,22 @@ public:
 private:
     [[nodiscard]] QStringList keys() const
     {
-        return m_databases.isEmpty() ? QStringList(QStringLiteral("sqlite")) : databaseKeys(m_databases);
+        return !m_databases.isEmpty() ? databaseKeys(m_databases)
+               : m_urls.isEmpty()     ? QStringList(QStringLiteral("sqlite"))
+                                      : QStringList();
     }
+    /// Makes a database ready; null with the reason.
+    using opener = std::function<std::unique_ptr<database::server::target_database>(QString & why)>;
+
     [[nodiscard]] zk::ZkBool verify(plugin::statement_source & statements, source & of,
                                     verification & told) const;
-    [[nodiscard]] zk::ZkBool verifyOne(const QString & key, plugin::statement_source & statements,
+    [[nodiscard]] zk::ZkBool verifyOne(const opener & open, plugin::statement_source & statements,
                                        source & of, database_proof & proof) const;
     [[nodiscard]] int tell(const verification & told) const;
 
     QString m_source;
     QString m_databases;
+    QStringList m_urls;
     QString m_from;
     QString m_format = QStringLiteral("text");
     QString m_file;
@@ -137,6 +145,8 @@ void verify_command::declare(command_options & options)
     options.addSource(m_source);
     options.addText("--db", "LIST",
                     "Databases, with commas between: sqlite (the default), mariadb, postgresql", m_databases);
+    options.addTexts("--url", "URL", "A server to run them on, such as postgresql://user@host/database",
+                     m_urls);
     options.addText("--from", "VERSION", "Tell of this version and those after it", m_from);
     options.addFlag("--skip-missing", "Leave databases out that are not installed", m_skipMissing);
     options.addText("--format", "FORMAT", "text (the default), json, junit or markdown", m_format);
@@ -154,6 +164,12 @@ QString verify_command::whyWrong() const
 {
     if (!formatOf(m_format)) {
         return QStringLiteral("'%1' is not a format; they are text, json, junit and markdown").arg(m_format);
+    }
+    for (const QString & url : m_urls) {
+        QString why;
+        if (!database::server::readUrl(url, why)) {
+            return QStringLiteral("--url: ") + why;
+        }
     }
     for (const QString & why : {whyNoDatabase(keys()), whyNoVersion(m_from), m_exportOptions.whyWrong()}) {
         if (!why.isEmpty()) {
@@ -192,31 +208,48 @@ int verify_command::run()
 zk::ZkBool verify_command::verify(plugin::statement_source & statements, source & of,
                                   verification & told) const
 {
-    for (const QString & key : keys()) {
+    const auto add = [&](const QString & key, const opener & open) {
         database_proof proof;
         proof.database = key;
-        const zk::ZkBool proven = verifyOne(key, statements, of, proof);
-        if (!proven) {
-            return proven;
+        const zk::ZkBool proven = verifyOne(open, statements, of, proof);
+        if (proven) {
+            told.proofs.push_back(std::move(proof));
         }
-        told.proofs.push_back(std::move(proof));
+        return proven;
+    };
+    zk::ZkBool result = zk::ZkBool::success();
+    for (const QString & key : keys()) {
+        result =
+            result ? add(key, [&key](QString & why) { return database::server::start(key, why); }) : result;
     }
-    return zk::ZkBool::success();
+    for (const QString & text : m_urls) {
+        QString wrong;
+        const auto url = database::server::readUrl(text, wrong).value_or(database::server::server_url());
+        result = result ? add(url.scheme,
+                              [&url](QString & why) {
+                                  auto opened = database::server::open(url, why);
+                                  why = opened ? why : url.shown() + QStringLiteral(": ") + why;
+                                  return opened;
+                              })
+                        : result;
+    }
+    return result;
 }
 
-zk::ZkBool verify_command::verifyOne(const QString & key, plugin::statement_source & statements, source & of,
+zk::ZkBool verify_command::verifyOne(const opener & open, plugin::statement_source & statements, source & of,
                                      database_proof & proof) const
 {
     const os::stop_requests stops; // the server and its folder go first
     QString why;
-    const std::unique_ptr<database::server::target_database> target = database::server::start(key, why);
+    const std::unique_ptr<database::server::target_database> target = open(why);
     if (!target) {
         proof.missing = why;
-        return m_skipMissing ? zk::ZkBool::success()
-                             : zk::ZkBool::failure(
-                                   QStringLiteral("%1: %2 (--skip-missing leaves it out)").arg(key, why));
+        return m_skipMissing
+                   ? zk::ZkBool::success()
+                   : zk::ZkBool::failure(
+                         QStringLiteral("%1: %2 (--skip-missing leaves it out)").arg(proof.database, why));
     }
-    progress_line line(key);
+    progress_line line(proof.database);
     verification_request asked;
     asked.options = m_exportOptions.given();
     asked.from = m_from.isEmpty() ? 1 : versionNumber(m_from).value_or(Now);

@@ -2,6 +2,9 @@
 
 #include "database/server/target_database.h"
 
+#include <QRandomGenerator>
+#include <QSqlDatabase>
+
 #include <memory>
 
 namespace database::server {
@@ -28,6 +31,12 @@ public:
     }
 
 protected:
+    /// A name that no database has yet.
+    [[nodiscard]] static QString scratchName()
+    {
+        return QStringLiteral("korvane_verify_%1").arg(QRandomGenerator::system()->generate64(), 0, 36);
+    }
+
     /// @param name of the product
     /// @param versionQuery gives its version
     connected_target(const QString & name, const QString & versionQuery)
@@ -41,5 +50,23 @@ private:
     QString m_sName;
     QString m_sVersionQuery;
 };
+
+/// A target that `prepare` has made ready; null when it could not.
+template <class Target, class Prepare>
+[[nodiscard]] std::unique_ptr<target_database> prepared(const Prepare & prepare)
+{
+    auto target = std::make_unique<Target>();
+    return prepare(*target) ? std::move(target) : nullptr;
+}
+
+/// Whether Qt's driver is there; else the reason.
+[[nodiscard]] inline bool hasDriver(const QString & driver, const char * product, QString & why)
+{
+    const bool isThere = QSqlDatabase::isDriverAvailable(driver);
+    if (!isThere) {
+        why = QStringLiteral("Qt's %1 driver is not installed").arg(QLatin1String(product));
+    }
+    return isThere;
+}
 
 } // namespace database::server

@@ -1,11 +1,14 @@
 #include "database/server/connected_target.h"
 #include "database/server/private_server.h"
+#include "database/server/server_url.h"
 
 #include "database/facts/names.h"
 #include "database/facts/normal_form.h"
 
 #include <QFile>
 #include <QSqlDatabase>
+
+#include <optional>
 
 namespace database::server {
 
@@ -28,30 +31,57 @@ public:
             why = QStringLiteral("MariaDB is not installed");
             return false;
         }
-        const QString data = QStringLiteral("--datadir=") + m_server.folder() + QStringLiteral("/data");
-        return m_server.runToEnd(install,
-                                 {QStringLiteral("--no-defaults"), data,
-                                  QStringLiteral("--auth-root-authentication-method=normal"),
-                                  QStringLiteral("--skip-test-db")},
-                                 why) &&
-               m_server.start(
+        m_server.emplace(QStringLiteral("mysql"));
+        m_place.host = socket();
+        m_place.user = QStringLiteral("root");
+        const QString data = QStringLiteral("--datadir=") + m_server->folder() + QStringLiteral("/data");
+        return m_server->runToEnd(install,
+                                  {QStringLiteral("--no-defaults"), data,
+                                   QStringLiteral("--auth-root-authentication-method=normal"),
+                                   QStringLiteral("--skip-test-db")},
+                                  why) &&
+               m_server->start(
                    daemon,
                    {QStringLiteral("--no-defaults"), data, QStringLiteral("--skip-networking"),
                     QStringLiteral("--socket=") + socket(),
-                    QStringLiteral("--pid-file=") + m_server.folder() + QStringLiteral("/pid"),
+                    QStringLiteral("--pid-file=") + m_server->folder() + QStringLiteral("/pid"),
                     QStringLiteral("--innodb-flush-log-at-trx-commit=0")},
                    [this] { return QFile::exists(socket()) && connect(QString())->isOpen(); }, why);
     }
 
-    [[nodiscard]] const database::facts & known() const override { return *database::factsOf(u"mariadb"); }
+    ~mariadb_target() override
+    {
+        if (m_connection && m_connection->isOpen() && m_iDatabases > 0) {
+            server_error error;
+            m_connection->execute(QStringLiteral("DROP DATABASE IF EXISTS ") + scratch(), error);
+        }
+    }
+    mariadb_target(const mariadb_target &) = delete;
+    mariadb_target & operator=(const mariadb_target &) = delete;
+
+    /// Makes databases of its own on a server of somebody.
+    bool open(const server_url & place, QString & why)
+    {
+        m_place = place;
+        m_sPrefix = scratchName();
+        m_connection = connect(place.database);
+        why = m_connection->openError();
+        return m_connection->isOpen();
+    }
+
+    [[nodiscard]] const database::facts & known() const override
+    {
+        return *database::factsOf(m_place.scheme);
+    }
     bool reset(QString & error) override
     {
         if (!m_connection) {
             m_connection = connect(QString());
             error = m_connection->openError();
         }
-        const QString old = QStringLiteral("DROP DATABASE IF EXISTS scratch_%1").arg(m_iDatabases);
-        const QString name = QStringLiteral("scratch_%1").arg(++m_iDatabases);
+        const QString old = QStringLiteral("DROP DATABASE IF EXISTS ") + scratch();
+        ++m_iDatabases;
+        const QString name = scratch();
         return m_connection->isOpen() && m_connection->execute(old, error) &&
                m_connection->execute(QStringLiteral("CREATE DATABASE %1 CHARACTER SET utf8mb4").arg(name),
                                      error) &&
@@ -77,13 +107,22 @@ public:
     QString typeAsStored(const QString & type) override;
 
 private:
-    [[nodiscard]] QString socket() const { return m_server.folder() + QStringLiteral("/s"); }
+    [[nodiscard]] QString socket() const { return m_server->folder() + QStringLiteral("/s"); }
+    /// The database that is in use.
+    [[nodiscard]] QString scratch() const { return QStringLiteral("%1_%2").arg(m_sPrefix).arg(m_iDatabases); }
     [[nodiscard]] std::unique_ptr<sql_connection> connect(const QString & database) const
     {
         return std::make_unique<sql_connection>(
             QStringLiteral("QMYSQL"), [this, database](QSqlDatabase & db) {
-                db.setConnectOptions(QStringLiteral("UNIX_SOCKET=") + socket());
-                db.setUserName(QStringLiteral("root"));
+                const bool isSocket = m_place.host.startsWith(QLatin1Char('/'));
+                if (isSocket) {
+                    db.setConnectOptions(QStringLiteral("UNIX_SOCKET=") + m_place.host);
+                } else {
+                    db.setHostName(m_place.host);
+                    db.setPort(m_place.port == 0 ? -1 : m_place.port);
+                }
+                db.setUserName(m_place.user);
+                db.setPassword(m_place.password);
                 db.setDatabaseName(database);
             });
     }
@@ -95,7 +134,9 @@ private:
         return found.tables[database::foldedTable(known(), name.toString())];
     }
 
-    private_server m_server{QStringLiteral("mysql")};
+    std::optional<private_server> m_server;
+    server_url m_place{QStringLiteral("mariadb"), {}, 0, {}, {}, {}};
+    QString m_sPrefix = QStringLiteral("scratch"); ///< of the names of databases
     int m_iDatabases = 0;
 };
 
@@ -169,17 +210,18 @@ QString mariadb_target::typeAsStored(const QString & type)
 
 } // namespace
 
+std::unique_ptr<target_database> openMySql(const server_url & place, QString & why)
+{
+    return prepared<mariadb_target>([&](auto & target) {
+        return hasDriver(QStringLiteral("QMYSQL"), "MySQL", why) && target.open(place, why);
+    });
+}
+
 std::unique_ptr<target_database> startMariaDb(QString & why)
 {
-    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QMYSQL"))) {
-        why = QStringLiteral("Qt's MySQL driver is not installed");
-        return nullptr;
-    }
-    auto target = std::make_unique<mariadb_target>();
-    if (!target->start(why)) {
-        return nullptr;
-    }
-    return target;
+    return prepared<mariadb_target>([&why](auto & target) {
+        return hasDriver(QStringLiteral("QMYSQL"), "MySQL", why) && target.start(why);
+    });
 }
 
 } // namespace database::server

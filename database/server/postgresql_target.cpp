@@ -1,11 +1,14 @@
 #include "database/server/connected_target.h"
 #include "database/server/private_server.h"
+#include "database/server/server_url.h"
 
 #include "database/facts/names.h"
 #include "database/facts/normal_form.h"
 
 #include <QDir>
 #include <QSqlDatabase>
+
+#include <optional>
 
 namespace database::server {
 
@@ -34,18 +37,48 @@ public:
             why = QStringLiteral("PostgreSQL is not installed");
             return false;
         }
-        const QString data = m_server.folder() + QStringLiteral("/data");
-        return m_server.runToEnd(initdb,
-                                 {QStringLiteral("-D"), data, QStringLiteral("-U"), QStringLiteral("test"),
-                                  QStringLiteral("-A"), QStringLiteral("trust"), QStringLiteral("-E"),
-                                  QStringLiteral("UTF8"), QStringLiteral("--locale=C.UTF-8"),
-                                  QStringLiteral("--no-sync")},
-                                 why) &&
-               m_server.start(
+        m_server.emplace(QStringLiteral("postgres"));
+        m_place.host = m_server->folder();
+        m_place.user = QStringLiteral("test");
+        const QString data = m_server->folder() + QStringLiteral("/data");
+        return m_server->runToEnd(initdb,
+                                  {QStringLiteral("-D"), data, QStringLiteral("-U"), QStringLiteral("test"),
+                                   QStringLiteral("-A"), QStringLiteral("trust"), QStringLiteral("-E"),
+                                   QStringLiteral("UTF8"), QStringLiteral("--locale=C.UTF-8"),
+                                   QStringLiteral("--no-sync")},
+                                  why) &&
+               m_server->start(
                    daemon,
-                   {QStringLiteral("-D"), data, QStringLiteral("-k"), m_server.folder(), QStringLiteral("-c"),
-                    QStringLiteral("listen_addresses="), QStringLiteral("-F")},
+                   {QStringLiteral("-D"), data, QStringLiteral("-k"), m_server->folder(),
+                    QStringLiteral("-c"), QStringLiteral("listen_addresses="), QStringLiteral("-F")},
                    [this] { return connect(QStringLiteral("postgres"))->isOpen(); }, why);
+    }
+
+    ~postgresql_target() override
+    {
+        if (!m_sScratch.isEmpty()) {
+            m_connection.reset();
+            server_error error;
+            connect(m_place.database)->execute(QStringLiteral("DROP DATABASE ") + m_sScratch, error);
+        }
+    }
+    postgresql_target(const postgresql_target &) = delete;
+    postgresql_target & operator=(const postgresql_target &) = delete;
+
+    /// Makes a database of its own on a server of somebody.
+    bool open(const server_url & place, QString & why)
+    {
+        m_place = place;
+        const std::unique_ptr<sql_connection> first = connect(place.database);
+        const QString name = scratchName();
+        if (!first->isOpen() || !first->execute(QStringLiteral("CREATE DATABASE ") + name, why)) {
+            why = first->isOpen() ? why : first->openError();
+            return false;
+        }
+        m_sScratch = name;
+        m_connection = connect(name);
+        why = m_connection->openError();
+        return m_connection->isOpen();
     }
 
     [[nodiscard]] const database::facts & known() const override { return *database::factsOf(u"postgresql"); }
@@ -98,8 +131,10 @@ private:
     [[nodiscard]] std::unique_ptr<sql_connection> connect(const QString & database) const
     {
         return std::make_unique<sql_connection>(QStringLiteral("QPSQL"), [this, database](QSqlDatabase & db) {
-            db.setHostName(m_server.folder());
-            db.setUserName(QStringLiteral("test"));
+            db.setHostName(m_place.host);
+            db.setPort(m_place.port == 0 ? -1 : m_place.port);
+            db.setUserName(m_place.user);
+            db.setPassword(m_place.password);
             db.setDatabaseName(database);
         });
     }
@@ -124,7 +159,9 @@ private:
     void addIndexes(database::catalogue & found) const;
     void addSequences(database::catalogue & found) const;
 
-    private_server m_server{QStringLiteral("postgres")};
+    std::optional<private_server> m_server;
+    server_url m_place;
+    QString m_sScratch; ///< database that goes with this; empty for a server of its own
 };
 
 void postgresql_target::addTablesAndColumns(database::catalogue & found) const
@@ -192,17 +229,18 @@ void postgresql_target::addSequences(database::catalogue & found) const
 
 } // namespace
 
+std::unique_ptr<target_database> openPostgreSql(const server_url & place, QString & why)
+{
+    return prepared<postgresql_target>([&](auto & target) {
+        return hasDriver(QStringLiteral("QPSQL"), "PostgreSQL", why) && target.open(place, why);
+    });
+}
+
 std::unique_ptr<target_database> startPostgreSql(QString & why)
 {
-    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL"))) {
-        why = QStringLiteral("Qt's PostgreSQL driver is not installed");
-        return nullptr;
-    }
-    auto target = std::make_unique<postgresql_target>();
-    if (!target->start(why)) {
-        return nullptr;
-    }
-    return target;
+    return prepared<postgresql_target>([&why](auto & target) {
+        return hasDriver(QStringLiteral("QPSQL"), "PostgreSQL", why) && target.start(why);
+    });
 }
 
 } // namespace database::server

@@ -1,8 +1,10 @@
 #include "database/server/connected_target.h"
+#include "database/server/server_url.h"
 
 #include "database/facts/names.h"
 #include "database/facts/normal_form.h"
 
+#include <QFile>
 #include <QMap>
 #include <QSqlDatabase>
 
@@ -16,10 +18,23 @@ public:
     sqlite_target() : connected_target(QStringLiteral("SQLite"), QStringLiteral("SELECT sqlite_version()")) {}
 
     [[nodiscard]] const database::facts & known() const override { return *database::factsOf(u"sqlite"); }
+    ~sqlite_target() override
+    {
+        m_connection.reset();
+        removeFile();
+    }
+    sqlite_target(const sqlite_target &) = delete;
+    sqlite_target & operator=(const sqlite_target &) = delete;
+
+    /// Uses the file in the place of memory; it goes with this.
+    void setFile(const QString & file) { m_sFile = file; }
+
     bool reset(QString & error) override
     {
-        m_connection = std::make_unique<sql_connection>(QStringLiteral("QSQLITE"), [](QSqlDatabase & db) {
-            db.setDatabaseName(QStringLiteral(":memory:"));
+        m_connection.reset();
+        removeFile();
+        m_connection = std::make_unique<sql_connection>(QStringLiteral("QSQLITE"), [this](QSqlDatabase & db) {
+            db.setDatabaseName(m_sFile.isEmpty() ? QStringLiteral(":memory:") : m_sFile);
         });
         error = m_connection->openError();
         return m_connection->isOpen();
@@ -66,6 +81,13 @@ public:
     }
 
 private:
+    void removeFile() const
+    {
+        if (!m_sFile.isEmpty()) {
+            QFile::remove(m_sFile);
+        }
+    }
+
     void addColumns(database::table & owner, bool hasCounter) const
     {
         QMap<int, QString> key;
@@ -117,9 +139,25 @@ private:
             owner.foreignKeys.push_back(key);
         }
     }
+    QString m_sFile; ///< empty for memory
 };
 
 } // namespace
+
+std::unique_ptr<target_database> openSqlite(const server_url & place, QString & why)
+{
+    if (QFile::exists(place.database)) {
+        why = QStringLiteral(
+            "the file is there already, and nothing of others is touched; name one that is not");
+        return nullptr;
+    }
+    auto target = std::make_unique<sqlite_target>();
+    target->setFile(place.database);
+    if (!target->reset(why)) {
+        return nullptr;
+    }
+    return target;
+}
 
 std::unique_ptr<target_database> startSqlite(QString & why)
 {

@@ -1,5 +1,7 @@
 #include "database/server/target_database.h"
 
+#include "database/server/server_url.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -13,6 +15,20 @@ struct runnable
     QLatin1String key;
     std::unique_ptr<target_database> (*start)(QString & why);
     const char * packages; ///< of Debian, that bring it
+};
+
+/// What opens a database by its URL.
+struct openable
+{
+    QLatin1String scheme;
+    std::unique_ptr<target_database> (*open)(const server_url & place, QString & why);
+};
+
+constexpr openable Openables[] = {
+    {QLatin1String("sqlite"), &openSqlite},
+    {QLatin1String("mysql"), &openMySql},
+    {QLatin1String("mariadb"), &openMySql},
+    {QLatin1String("postgresql"), &openPostgreSql},
 };
 
 constexpr runnable Runnables[] = {
@@ -36,6 +52,21 @@ std::unique_ptr<target_database> start(const QString & key, QString & why)
         why += QStringLiteral("; the packages %1 bring it").arg(QLatin1String(found->packages));
     }
     return started;
+}
+
+std::unique_ptr<target_database> open(const server_url & place, QString & why)
+{
+    const auto * const found =
+        std::find_if(std::begin(Openables), std::end(Openables),
+                     [&place](const openable & each) { return each.scheme == place.scheme; });
+    std::unique_ptr<target_database> opened;
+    if (found != std::end(Openables)) {
+        opened = found->open(place, why);
+    }
+    if (!opened && !place.password.isEmpty()) {
+        why.replace(place.password, QStringLiteral("***"));
+    }
+    return opened;
 }
 
 } // namespace database::server

@@ -44,6 +44,17 @@ public:
 /// that is not installed or cannot be run here.
 [[nodiscard]] std::unique_ptr<target_database> start(const QString & key, QString & why);
 
+struct server_url;
+
+/// Opens a database of that URL that nobody else has: on a server one of a name of its own, which is dropped
+/// when the object goes; of SQLite the file, which must not be there, and goes with the object. Null, with
+/// the reason on one line, when that cannot be done.
+[[nodiscard]] std::unique_ptr<target_database> open(const server_url & place, QString & why);
+
+[[nodiscard]] std::unique_ptr<target_database> openSqlite(const server_url & place, QString & why);
+[[nodiscard]] std::unique_ptr<target_database> openMySql(const server_url & place, QString & why);
+[[nodiscard]] std::unique_ptr<target_database> openPostgreSql(const server_url & place, QString & why);
+
 /// A SQLite database in memory.
 [[nodiscard]] std::unique_ptr<target_database> startSqlite(QString & why);
 /// A private MariaDB server of this process; null, with the reason, when none is installed or it does not

@@ -1,0 +1,66 @@
+#include "database/server/server_url.h"
+
+#include <QUrl>
+
+namespace database::server {
+
+namespace {
+
+const QString Sqlite = QStringLiteral("sqlite");
+
+} // namespace
+
+QString server_url::shown() const
+{
+    if (scheme == Sqlite) {
+        return scheme + QLatin1Char(':') + database;
+    }
+    const QString who = user.isEmpty() ? QString() : user + QLatin1Char('@');
+    const QString where = port == 0 ? host : QStringLiteral("%1:%2").arg(host, QString::number(port));
+    return QStringLiteral("%1://%2%3/%4").arg(scheme, who, where, database);
+}
+
+std::optional<server_url> readUrl(const QString & text, QString & why)
+{
+    const QString scheme = text.section(QLatin1Char(':'), 0, 0);
+    server_url url;
+    url.scheme = scheme;
+    if (scheme == Sqlite) {
+        url.database = text.mid(scheme.size() + 1);
+        why = url.database.isEmpty() ? QStringLiteral("'%1' names no file").arg(text) : QString();
+        return why.isEmpty() ? std::optional(url) : std::nullopt;
+    }
+    if (scheme != QLatin1String("postgresql") && scheme != QLatin1String("mysql") &&
+        scheme != QLatin1String("mariadb")) {
+        why = QStringLiteral("it begins with '%1'; URLs begin with postgresql, mysql, mariadb or sqlite")
+                  .arg(scheme);
+        return std::nullopt;
+    }
+    const QUrl parsed(text, QUrl::StrictMode);
+    url.host = QUrl::fromPercentEncoding(parsed.host(QUrl::FullyEncoded).toLatin1());
+    if (url.host.isEmpty()) {
+        // A folder is no name of a host; it is taken from between the slashes.
+        const QString authority = text.section(QStringLiteral("://"), 1).section(QLatin1Char('/'), 0, 0);
+        const QString place = authority.section(QLatin1Char('@'), -1);
+        url.host = QUrl::fromPercentEncoding(place.section(QLatin1Char(':'), 0, 0).toUtf8());
+        url.user = QUrl::fromPercentEncoding(
+            authority.contains(QLatin1Char('@'))
+                ? authority.section(QLatin1Char('@'), 0, -2).section(QLatin1Char(':'), 0, 0).toUtf8()
+                : QByteArray());
+        url.database = QUrl::fromPercentEncoding(
+            text.section(QStringLiteral("://"), 1).section(QLatin1Char('/'), 1).toUtf8());
+    } else {
+        url.port = parsed.port(0);
+        url.user = parsed.userName();
+        url.password = parsed.password();
+        url.database = parsed.path().mid(1);
+    }
+    if (url.host.isEmpty() || url.database.isEmpty()) {
+        why = QStringLiteral("it names no %1; a URL is %2://[user@]host[:port]/database")
+                  .arg(url.host.isEmpty() ? QStringLiteral("host") : QStringLiteral("database"), scheme);
+        return std::nullopt;
+    }
+    return url;
+}
+
+} // namespace database::server
