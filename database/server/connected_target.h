@@ -51,22 +51,31 @@ private:
     QString m_sVersionQuery;
 };
 
-/// A target that `prepare` has made ready; null when it could not.
-template <class Target, class Prepare>
-[[nodiscard]] std::unique_ptr<target_database> prepared(const Prepare & prepare)
+/// Whether Qt's driver of `Target` is there; else the reason.
+template <class Target>
+[[nodiscard]] bool hasDriver(QString & why)
 {
-    auto target = std::make_unique<Target>();
-    return prepare(*target) ? std::move(target) : nullptr;
-}
-
-/// Whether Qt's driver is there; else the reason.
-[[nodiscard]] inline bool hasDriver(const QString & driver, const char * product, QString & why)
-{
-    const bool isThere = QSqlDatabase::isDriverAvailable(driver);
+    const bool isThere = QSqlDatabase::isDriverAvailable(QLatin1String(Target::Driver));
     if (!isThere) {
-        why = QStringLiteral("Qt's %1 driver is not installed").arg(QLatin1String(product));
+        why = QStringLiteral("Qt's driver %1 is not installed").arg(QLatin1String(Target::Driver));
     }
     return isThere;
+}
+
+/// A target with a server of its own; null with the reason.
+template <class Target>
+[[nodiscard]] std::unique_ptr<target_database> startPrivate(QString & why)
+{
+    auto target = std::make_unique<Target>();
+    return hasDriver<Target>(why) && target->start(why) ? std::move(target) : nullptr;
+}
+
+/// A target on a server of somebody; null with the reason.
+template <class Target>
+[[nodiscard]] std::unique_ptr<target_database> openOn(const server_url & place, QString & why)
+{
+    auto target = std::make_unique<Target>();
+    return hasDriver<Target>(why) && target->open(place, why) ? std::move(target) : nullptr;
 }
 
 } // namespace database::server

@@ -17,6 +17,8 @@ namespace {
 class mariadb_target : public connected_target
 {
 public:
+    static constexpr const char * Driver = "QMYSQL";
+
     mariadb_target()
         : connected_target(QStringLiteral("MariaDB"),
                            QStringLiteral("SELECT substring_index(version(), '-', 1)"))
@@ -212,16 +214,12 @@ QString mariadb_target::typeAsStored(const QString & type)
 
 std::unique_ptr<target_database> openMySql(const server_url & place, QString & why)
 {
-    return prepared<mariadb_target>([&](auto & target) {
-        return hasDriver(QStringLiteral("QMYSQL"), "MySQL", why) && target.open(place, why);
-    });
+    return openOn<mariadb_target>(place, why);
 }
 
 std::unique_ptr<target_database> startMariaDb(QString & why)
 {
-    return prepared<mariadb_target>([&why](auto & target) {
-        return hasDriver(QStringLiteral("QMYSQL"), "MySQL", why) && target.start(why);
-    });
+    return startPrivate<mariadb_target>(why);
 }
 
 } // namespace database::server

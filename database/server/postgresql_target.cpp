@@ -17,6 +17,8 @@ namespace {
 class postgresql_target : public connected_target
 {
 public:
+    static constexpr const char * Driver = "QPSQL";
+
     postgresql_target()
         : connected_target(QStringLiteral("PostgreSQL"),
                            QStringLiteral("SELECT current_setting('server_version')"))
@@ -231,16 +233,12 @@ void postgresql_target::addSequences(database::catalogue & found) const
 
 std::unique_ptr<target_database> openPostgreSql(const server_url & place, QString & why)
 {
-    return prepared<postgresql_target>([&](auto & target) {
-        return hasDriver(QStringLiteral("QPSQL"), "PostgreSQL", why) && target.open(place, why);
-    });
+    return openOn<postgresql_target>(place, why);
 }
 
 std::unique_ptr<target_database> startPostgreSql(QString & why)
 {
-    return prepared<postgresql_target>([&why](auto & target) {
-        return hasDriver(QStringLiteral("QPSQL"), "PostgreSQL", why) && target.start(why);
-    });
+    return startPrivate<postgresql_target>(why);
 }
 
 } // namespace database::server
