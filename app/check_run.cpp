@@ -143,6 +143,7 @@ private:
             full.to = versionWord(Now);
             full.now = m_now;
             full.isFull = true;
+            full.isCurrent = true;
             full.step = QStringLiteral("full");
             plugin::statement_list list = m_statements.fullStatements(*m_now, each.options);
             check::checker whole(*each.known, each.key);
@@ -241,6 +242,7 @@ private:
             step.step = from == 0 ? versionWord(to) : step.from + QLatin1Char('-') + versionWord(to);
             step.before = before;
             step.now = after;
+            step.isCurrent = after == m_now;
             plugin::statement_list list =
                 m_statements.stepStatements({before, after, from, to}, each.options);
             const ZkBool told = runScript(*each.chain, step, std::move(list), isTold ? &each.found : nullptr);
@@ -272,7 +274,7 @@ private:
                        : of.previous               ? *of.previous
                                                    : newDatabase(of, step.before, result);
             },
-            of.found);
+            [&] { return m_statements.fullStatements(*step.now, of.options).records; }, of.found);
         of.previous = std::move(now);
         return result;
     }

@@ -1,5 +1,8 @@
 #include "check/checker.h"
 
+#include "check/remedy/model_patch.h"
+#include "check/remedy/repair.h"
+#include "check/remedy/row_repair.h"
 #include "check/rules/change_rules.h"
 #include "check/rules/difference_rules.h"
 #include "check/rules/loss_rules.h"
@@ -54,6 +57,7 @@ public:
         }
         if (statements.empty() && record.property != 0 && !record.text.trimmed().isEmpty()) {
             m_of.m_step.commented.insert(record.property);
+            keepColumn(record);
         }
     }
 
@@ -81,6 +85,8 @@ private:
         }
         if (isRefused(empty)) {
             ++m_refused;
+            ++m_of.m_step.refused;
+            m_of.m_made.addRefused(read, record);
             m_of.m_step.refusedEntities.insert(record.entity);
             if (record.property != 0) {
                 m_of.m_step.refusedProperties.insert(record.property);
@@ -96,6 +102,18 @@ private:
         }
         if (!isRefused(empty)) {
             m_of.m_made.add(read, record);
+        }
+    }
+
+    /// A rename that stands in the script as a comment alone leaves the name as it is.
+    void keepColumn(const plugin::statement_record & record)
+    {
+        const auto before = record.action == plugin::statement_action::rename_column && m_next.before
+                                ? findProperty(*m_next.before, record.entity, record.property)
+                                : nullptr;
+        const QStringList columns = before ? columnNamesOf(*before) : QStringList();
+        if (columns.size() == 1) {
+            m_of.m_made.keepColumn(record.property, columns.front());
         }
     }
 
@@ -121,6 +139,11 @@ private:
             if (std::optional<finding> told = explainLoss(of, each)) {
                 const occasion whenLost = told->when;
                 m_of.m_step.toldProperties.insert(of.record().property);
+                const bool isGone =
+                    each.kind == database::loss_kind::rows || each.kind == database::loss_kind::values;
+                if (isGone) {
+                    addRowCopy(told->way, of, m_of.m_beforeStep);
+                }
                 add(std::move(*told), of, whenLost);
             }
         }
@@ -156,10 +179,26 @@ private:
             told.weight = std::min(told.weight, severity::warning);
         }
         told.consequenceOf = follows ? cause->finding : -1;
+        if (when == occasion::rows || of.said().what == database::outcome::maybe_refused) {
+            addRowRepair(told.way, of);
+        }
+        addSchema(told.way, of);
+        if (follows && told.consequenceOf >= 0 && when == occasion::rows) {
+            repeatAfter(told.consequenceOf, of);
+        }
         const auto index = static_cast<int>(m_told->findings.size());
         add(std::move(told), of, when);
         if (const auto own = m_of.m_refused.find(number); own != m_of.m_refused.end()) {
             own->finding = index;
+        }
+    }
+
+    /// What rows alone refuse in the wake of another statement is run again once that is mended.
+    void repeatAfter(int finding, const told_statement & of)
+    {
+        check::remedy & way = m_told->findings.at(static_cast<std::size_t>(finding)).way;
+        if (!way.sql.isEmpty()) {
+            way.sql += placeOf(of.record(), of.read()).text;
         }
     }
 
@@ -277,6 +316,15 @@ void checker::lookAtModel(const script & full, const database::catalogue & made,
     }
 }
 
+const text_positions & checker::positionsIn(const script & of) const
+{
+    if (!m_positions || m_positionsOf != of.now) {
+        m_positions = std::make_shared<text_positions>(*of.now);
+        m_positionsOf = of.now;
+    }
+    return *m_positions;
+}
+
 void checker::addTo(report & told, finding one, const script & of) const
 {
     one.database = m_database;
@@ -286,49 +334,80 @@ void checker::addTo(report & told, finding one, const script & of) const
         one.weight = severity::warning;
     }
     one.fingerprint = fingerprintOf(one);
+    if (of.isCurrent) {
+        one.way.model = modelPatch(one, *of.now, positionsIn(of), m_known);
+    }
     told.findings.push_back(std::move(one));
 }
 
+namespace {
+
+/// The finding of the script that explains the difference, by what it is about; none when there is none.
+std::optional<std::size_t> findingFor(const difference_view & of, const QString & script, const report & in)
+{
+    std::optional<std::size_t> ofEntity;
+    const auto isAbout = [](const finding & each, model::object_kind kind, long id) {
+        return std::any_of(each.objects.begin(), each.objects.end(),
+                           [&](const object & one) { return one.kind == kind && one.id == id; });
+    };
+    const auto owner = of.link() ? of.link()->getProperty() : nullptr;
+    const auto member = of.property() ? of.property() : owner;
+    for (std::size_t i = 0; i < in.findings.size(); ++i) {
+        const finding & each = in.findings[i];
+        const bool isCause =
+            each.script == script && each.consequenceOf < 0 &&
+            (each.what == effect::refused || each.what == effect::loss || each.what == effect::silent);
+        if (isCause && member && isAbout(each, model::object_kind::property, member->getId())) {
+            return i;
+        }
+        if (isCause && !ofEntity && of.entity() &&
+            isAbout(each, model::object_kind::entity, of.entity()->getId())) {
+            ofEntity = i;
+        }
+    }
+    return ofEntity;
+}
+
+} // namespace
+
 void checker::compare(const script & step, const database::catalogue & now,
-                      const std::function<database::catalogue()> & before, report & told)
+                      const std::function<database::catalogue()> & before,
+                      const std::function<std::vector<plugin::statement_record>()> & full, report & told)
 {
     const step_changes changes(*step.before, *step.now);
     for (finding & each : explainChanges(step, changes)) {
         addTo(told, std::move(each), step);
     }
     const std::vector<schema_difference> differences = differencesOf(now, stored(), m_known);
-    if (differences.empty()) {
-        return;
-    }
     const script_view view(step, m_known, m_made);
-    const QHash<QString, QString> old =
-        subjectsOf(differencesOf(before(), m_beforeStep, m_known), view, changes, m_step);
-    QHash<QString, std::size_t> fingerprints; // and where the finding is
-    for (const schema_difference & each : differences) {
-        const difference_view seen(view, changes, m_step, each);
-        const QString key = keyOf(seen);
-        if (old.contains(key)) {
-            if (const auto at = m_toldAt.constFind(old.value(key)); at != m_toldAt.constEnd()) {
+    std::vector<told_difference> mended;
+    if (!differences.empty()) {
+        const QHash<QString, QString> old =
+            subjectsOf(differencesOf(before(), m_beforeStep, m_known), view, changes, m_step);
+        for (const schema_difference & each : differences) {
+            const difference_view seen(view, changes, m_step, each);
+            const auto was = old.constFind(keyOf(seen));
+            if (was == old.constEnd()) {
+                tellDifference(seen, step, told, mended);
+            } else if (const auto at = m_toldAt.constFind(*was); at != m_toldAt.constEnd()) {
                 noteDifference(each, *at, told);
             }
-            continue;
         }
-        if (isExplained(seen)) {
-            addDifference(seen, step, told);
-            continue;
-        }
-        const std::optional<finding> explained = explainDifference(seen);
-        finding one = explained ? *explained : unexplained(seen);
-        one.objects = seen.objects();
-        // One change can leave several differences; the first says it.
-        const QString print = fingerprintOf(one);
-        if (!fingerprints.contains(print)) {
-            fingerprints.insert(print, told.findings.size());
-            addTo(told, std::move(one), step);
-        }
-        noteDifference(each, fingerprints.value(print), told);
+    }
+    if (!mended.empty() || m_step.refused > 0) {
+        std::optional<std::vector<plugin::statement_record>> records;
+        const std::function<const std::vector<plugin::statement_record> &()> once = [&]() -> const auto &
+        {
+            if (!records) {
+                records = full();
+            }
+            return *records;
+        };
+        const repair_ground ground{view, changes, m_step, now, once};
+        repair(ground, stored()).fillIn(told.findings, mended);
     }
 }
+
 
 /// Notes a difference with the finding that explains it.
 void checker::noteDifference(const schema_difference & what, std::size_t at, report & told)
@@ -358,6 +437,35 @@ void checker::addDifference(const difference_view & seen, const script & of, rep
             return;
         }
     }
+}
+
+void checker::tellDifference(const difference_view & of, const script & step, report & told,
+                             std::vector<told_difference> & mended)
+{
+    if (isExplained(of)) {
+        addDifference(of, step, told);
+        if (const auto by = findingFor(of, step.name, told)) {
+            mended.push_back({*by, of});
+        }
+        return;
+    }
+    const std::optional<finding> explained = explainDifference(of);
+    finding one = explained ? *explained : unexplained(of);
+    one.objects = of.objects();
+    one.database = m_database;
+    // One change can leave several differences; the first says it.
+    const QString print = fingerprintOf(one);
+    const auto same = std::find_if(told.findings.rbegin(), told.findings.rend(), [&](const finding & each) {
+        return each.script == step.name && each.fingerprint == print;
+    });
+    std::size_t at = told.findings.size();
+    if (same == told.findings.rend()) {
+        addTo(told, std::move(one), step);
+    } else {
+        at = static_cast<std::size_t>(told.findings.rend() - same) - 1;
+    }
+    noteDifference(of.what(), at, told);
+    mended.push_back({at, of});
 }
 
 } // namespace check

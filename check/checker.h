@@ -9,9 +9,13 @@
 #include "database/simulation/simulation.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace check {
+
+struct told_difference;
+class text_positions;
 
 /// Foretells what one database does with scripts that are run one after another: the full script, or those of
 /// a history from its first version on. Statements are run one by one, a refused one changes nothing.
@@ -36,8 +40,11 @@ public:
     /// there before it are not told again.
     /// @param now what stored() says of a new database, made by the full script of the model after the step
     /// @param before the same of the model before it, asked for when there are differences
+    /// @param full the statements of the full script of the model after the step, asked for when one of its
+    /// tables has to be made
     void compare(const script & step, const database::catalogue & now,
-                 const std::function<database::catalogue()> & before, report & told);
+                 const std::function<database::catalogue()> & before,
+                 const std::function<std::vector<plugin::statement_record>()> & full, report & told);
 
     /// What stored() said before the script that was told last.
     [[nodiscard]] const database::catalogue & storedBefore() const { return m_beforeStep; }
@@ -57,6 +64,10 @@ private:
 
     void addDifference(const difference_view & seen, const script & of, report & told);
     void noteDifference(const schema_difference & what, std::size_t at, report & told);
+    /// Tells a difference, or notes what it follows from.
+    void tellDifference(const difference_view & of, const script & step, report & told,
+                        std::vector<told_difference> & mended);
+    [[nodiscard]] const text_positions & positionsIn(const script & of) const;
     /// Adds a finding about a script, which is worth less where all is known from documentation.
     void addTo(report & told, finding one, const script & of) const;
 
@@ -65,11 +76,13 @@ private:
     database::simulation m_empty;                   ///< no table has rows
     std::optional<database::simulation> m_withRows; ///< each table has a row when a script begins
     made_objects m_made;
-    QHash<int, refused_statement> m_refused; ///< by their numbers, for what follows from them
-    int m_number = 0;                        ///< of the next statement
-    QHash<QString, std::size_t> m_toldAt;    ///< which finding explains a difference, by what it is about
-    step_record m_step;                      ///< of the script that was run last
-    database::catalogue m_beforeStep;        ///< what was held before it, if it was told
+    QHash<int, refused_statement> m_refused;             ///< by their numbers, for what follows from them
+    int m_number = 0;                                    ///< of the next statement
+    QHash<QString, std::size_t> m_toldAt;                ///< which finding explains a difference, by what it is about
+    step_record m_step;                                  ///< of the script that was run last
+    database::catalogue m_beforeStep;                    ///< what was held before it, if it was told
+    mutable std::shared_ptr<text_positions> m_positions; ///< of the model that findings were told about last
+    mutable std::shared_ptr<model::project> m_positionsOf;
 };
 
 } // namespace check

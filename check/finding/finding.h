@@ -3,6 +3,7 @@
 #include "model/model_difference.h"
 #include "plugin/statement_source.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -58,7 +59,10 @@ struct statement_place
 struct remedy
 {
     QString text;
-    QStringList sql;              ///< statements to run, complete, in the order in which they are run
+    /// Statements to run, complete, in the order in which they are run: the first of them before the script,
+    /// the others after it, refused statements passed over. Those of later findings take them for done.
+    QStringList sql;
+    int before = 0;               ///< how many are run before the script
     nlohmann::ordered_json model; ///< a JSON Patch of the model's text form; null for none
 };
 
@@ -87,7 +91,8 @@ struct finding
     QString database;    ///< key, as on the command line
     QLatin1String error; ///< the server's own code, for a statement that is refused
     std::optional<statement_place> statement;
-    QString message; ///< what will happen
+    QString message;               ///< what will happen
+    QHash<QString, QString> words; ///< what the names in its texts stood for
     QString why;
     remedy way;
     std::vector<object> objects;

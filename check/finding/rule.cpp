@@ -47,6 +47,7 @@ finding findingOf(const rule_text & of, const values & with)
     told.message = filled(of.message, with);
     told.why = filled(of.why, with);
     told.way.text = filled(of.remedy, with);
+    told.words = with;
     return told;
 }
 

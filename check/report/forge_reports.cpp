@@ -2,6 +2,8 @@
 
 #include "check/report/report.h"
 
+#include "check/report/remedy_lines.h"
+
 #include <algorithm>
 
 namespace check {
@@ -50,6 +52,19 @@ QString escaped(QString text, bool isProperty)
 QString cell(QString text)
 {
     return text.replace(QLatin1Char('|'), QLatin1String("\\|")).replace(QLatin1Char('\n'), QLatin1Char(' '));
+}
+
+/// What to do, with a line for each statement and each change of the model.
+QString remedyCell(const remedy & of)
+{
+    QString text = cell(of.text);
+    for (const remedy_lines & each : linesOf(of)) {
+        text += QStringLiteral("<br>%1:").arg(each.heading);
+        for (const QString & line : each.lines) {
+            text += QStringLiteral("<br>`%1`").arg(cell(line));
+        }
+    }
+    return text;
 }
 
 } // namespace
@@ -111,7 +126,7 @@ QByteArray markdownReport(const report & of)
     for (const finding * const each : open) {
         text += QStringLiteral("| %1 | %2 | %3:%4 | %5 | %6 |\n")
                     .arg(wordOf(each->weight), each->code, cell(fileOf(*each)),
-                         QString::number(lineOf(*each)), cell(each->message), cell(each->way.text));
+                         QString::number(lineOf(*each)), cell(each->message), remedyCell(each->way));
     }
     text += QStringLiteral("\nErrors: %1, warnings: %2, notes: %3, accepted: %4\n")
                 .arg(counted.errors)

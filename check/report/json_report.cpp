@@ -17,8 +17,10 @@ json remedyOf(const remedy & of)
     for (const QString & each : of.sql) {
         sql.push_back(textOf(each));
     }
-    return {
-        {"text", textOf(of.text)}, {"sql", sql}, {"model", of.model.is_null() ? json::array() : of.model}};
+    return {{"text", textOf(of.text)},
+            {"sql", sql},
+            {"before", of.before},
+            {"model", of.model.is_null() ? json::array() : of.model}};
 }
 
 json locationOf(const std::optional<source_place> & of)

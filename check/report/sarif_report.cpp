@@ -63,6 +63,16 @@ json locationOf(const finding & of)
     return {{"physicalLocation", {{"artifactLocation", {{"uri", addressOf(file)}}}, {"region", region}}}};
 }
 
+/// What mends it, in the form that the JSON report has; viewers show it beside the result.
+json remedyOf(const remedy & of)
+{
+    json sql = json::array();
+    for (const QString & each : of.sql) {
+        sql.push_back(textOf(each));
+    }
+    return {{"sql", sql}, {"before", of.before}, {"model", of.model.is_array() ? of.model : json::array()}};
+}
+
 json resultOf(const finding & of, std::size_t rule)
 {
     json result = {{"ruleId", textOf(of.code)},
@@ -71,6 +81,9 @@ json resultOf(const finding & of, std::size_t rule)
                    {"message", {{"text", textOf(of.message + QLatin1Char(' ') + of.way.text)}}},
                    {"locations", json::array({locationOf(of)})},
                    {"partialFingerprints", {{"korvane/v1", textOf(of.fingerprint)}}}};
+    if (!of.way.sql.isEmpty() || of.way.model.is_array()) {
+        result["properties"] = {{"remedy", remedyOf(of.way)}};
+    }
     if (of.accepted) {
         result["suppressions"] =
             json::array({{{"kind", "external"}, {"justification", textOf(of.accepted->why)}}});

@@ -1,5 +1,7 @@
 #include "check/report/report.h"
 
+#include "check/report/remedy_lines.h"
+
 #include <algorithm>
 #include <map>
 #include <utility>
@@ -151,8 +153,11 @@ private:
         }
         addWrapped(m_text, QStringLiteral("Why: ") + of.why);
         addWrapped(m_text, QStringLiteral("What to do: ") + of.way.text);
-        for (const QString & each : of.way.sql) {
-            m_text += QString(qsizetype{2} * Indent, u' ') + each + u'\n';
+        for (const remedy_lines & each : linesOf(of.way)) {
+            m_text += QString(Indent, u' ') + each.heading + QStringLiteral(":\n");
+            for (const QString & line : each.lines) {
+                m_text += QString(qsizetype{2} * Indent, u' ') + line + u'\n';
+            }
         }
         writeConsequences(of);
     }

@@ -3,10 +3,12 @@
 #include "check/rules/model_rules.h"
 
 #include "check/finding/rule.h"
+#include "check/remedy/sql_writer.h"
 #include "check/view/model_names.h"
 
 #include "database/facts/known_types.h"
 #include "database/facts/names.h"
+#include "model/column_list.h"
 #include "model/entity.h"
 #include "model/project.h"
 #include "model/property.h"
@@ -24,7 +26,7 @@ namespace {
 class model_walk
 {
 public:
-    explicit model_walk(const made_model & of) : m_of(of) {}
+    explicit model_walk(const made_model & of) : m_of(of), m_sql(of.known) {}
 
     std::vector<finding> walk()
     {
@@ -139,6 +141,7 @@ private:
             [&](const database::foreign_key & each) { return each.columns.contains(column->name); });
         if (!isWritten && relation.getEntityTargetId() == entity.getId()) {
             tell(SelfReference, entity, &member, table);
+            addSql(m_sql.addForeignKey(table.name, keyTo(entity, table.name, columnNamesOf(member))));
         }
         const bool isUnique = std::any_of(table.indexes.begin(), table.indexes.end(), [&](const auto & each) {
             return each.unique && each.parts.front().column == column->name;
@@ -147,6 +150,8 @@ private:
         const bool isNullUnwritten = !member.getAllowNull() && !column->notNull;
         if (!isKey && (isNullUnwritten || (member.getUnique() && !isUnique))) {
             tell(ConstraintsUnwritten, entity, &member, table);
+            addSql(isNullUnwritten ? notNull(table, *column) : QStringList());
+            addSql(member.getUnique() && !isUnique ? unique(table, *column) : QStringList());
         }
         if (isWritten && !isKey && !hasIndex(table, column->name)) {
             tell(WithoutIndex, entity, &member, table);
@@ -171,6 +176,12 @@ private:
         const bool isSelf = relation.getEntityTargetId() == entity.getId();
         if (table->foreignKeys.empty()) {
             tell(isSelf ? SelfLinkWithoutForeignKeys : LinkWithoutForeignKeys, entity, &member, *table);
+            for (const QString & each :
+                 isSelf ? QStringList{relation.getForeignKey(), relation.getForeignKeyOwner()}
+                        : QStringList()) {
+                addSql(m_sql.addForeignKey(table->name,
+                                           keyTo(entity, table->name, each.split(model::ColumnSeparator))));
+            }
         } else if (table->foreignKeys.size() == 1) {
             tell(LinkWithOneForeignKey, entity, &member, *table);
         }
@@ -178,7 +189,41 @@ private:
                                         [](const database::column & each) { return each.counted; });
         if (counts) {
             tell(LinkCounts, entity, &member, *table);
+            for (const database::sequence & each : table->sequences) {
+                addSql(sql_writer::statements(m_sql.words().countNoMore,
+                                              {{QStringLiteral("table"), m_sql.table(table->name)},
+                                               {QStringLiteral("column"), m_sql.name(each.column)},
+                                               {QStringLiteral("name"), m_sql.name(each.name)}}));
+            }
         }
+    }
+
+    /// Gives the finding that was told last statements that mend it after the full script.
+    void addSql(const QStringList & sql) { m_told.back().way.sql += sql; }
+
+    /// A foreign key from columns of a table to the key of the entity.
+    static database::foreign_key keyTo(const model::entity & target, const QString & table,
+                                       const QStringList & columns)
+    {
+        const auto key = target.getPropertyId(true);
+        return {QStringLiteral("fk_%1_%2").arg(table, columns.join(u'_')), columns, tableNameOf(target),
+                key ? columnNamesOf(*key) : QStringList()};
+    }
+
+    [[nodiscard]] QStringList notNull(const database::table & in, const database::column & column) const
+    {
+        database::column wanted = column;
+        wanted.notNull = true;
+        return m_sql.about(m_sql.words().setNotNull, in.name, wanted);
+    }
+
+    [[nodiscard]] QStringList unique(const database::table & in, const database::column & column) const
+    {
+        return sql_writer::statements(
+            m_sql.words().addUnique,
+            {{QStringLiteral("table"), m_sql.table(in.name)},
+             {QStringLiteral("columns"), m_sql.name(column.name)},
+             {QStringLiteral("name"), m_sql.name(QStringLiteral("uq_%1_%2").arg(in.name, column.name))}});
     }
 
     void tell(const rule_text & about, const model::entity & entity, const model::property * member,
@@ -214,6 +259,7 @@ private:
     static const rule_text LinkCounts;
 
     const made_model & m_of;
+    sql_writer m_sql;
     QSet<QString> m_links;
     std::vector<finding> m_told;
 };

@@ -93,6 +93,7 @@ found freedTooLateTable(const told_statement & of)
     for (const std::shared_ptr<model::entity> & each : before->entitiesOf(made->table.text)) {
         if (each->getId() != of.record().entity) {
             return values{{QStringLiteral("other"), each->getName()},
+                          {QStringLiteral("other_id"), QString::number(each->getId())},
                           {QStringLiteral("word"), made->table.text}};
         }
     }
@@ -110,9 +111,10 @@ found freedTooLate(const told_statement & of)
     const std::shared_ptr<model::property> now = ownerOfColumn(of, moment::now, column);
     const std::shared_ptr<model::entity> entity = of.entity(moment::now);
     const bool isRenamed = before && !now && entity && entity->getPropertyById(before->getId()) != nullptr;
-    return isRenamed
-               ? found(values{{QStringLiteral("other"), nameOf(*before)}, {QStringLiteral("word"), column}})
-               : std::nullopt;
+    return isRenamed ? found(values{{QStringLiteral("other"), nameOf(*before)},
+                                    {QStringLiteral("other_id"), QString::number(before->getId())},
+                                    {QStringLiteral("word"), column}})
+                     : std::nullopt;
 }
 
 found linkTableLeft(const told_statement & of)

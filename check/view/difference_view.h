@@ -17,6 +17,7 @@ struct step_record
     QSet<long> refusedEntities; ///< whose table a refused statement is about
     QSet<long> refusedProperties;
     QSet<long> toldProperties; ///< of which a loss was told already
+    int refused = 0;           ///< statements
 };
 
 /// One difference with the objects of the models that it is about.

@@ -41,6 +41,23 @@ void made_objects::add(const database::statement & done, const plugin::statement
     }
 }
 
+void made_objects::addRefused(const database::statement & refused, const plugin::statement_record & record)
+{
+    if (const auto * const table = changeOf<database::rename_table>(refused)) {
+        // What had kept its name before has that one still.
+        m_keptTables.emplace(record.entity, table->from.text);
+    } else if (const auto * const column = changeOf<database::rename_column>(refused)) {
+        keepColumn(record.property, column->from.text);
+    } else if (const auto * const restated = changeOf<database::change_column>(refused)) {
+        keepColumn(record.property, restated->from.text);
+    }
+}
+
+void made_objects::keepColumn(long property, const QString & name)
+{
+    m_keptColumns.emplace(property, name);
+}
+
 long made_objects::ownerOfSequence(const QString & name) const
 {
     return m_sequences.value(keyOf(name));

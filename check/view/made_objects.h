@@ -8,6 +8,8 @@
 #include <QSet>
 #include <QString>
 
+#include <map>
+
 namespace check {
 
 /// What the scripts made so far, by who asked for it: neither the models nor the catalogue tell under which
@@ -30,6 +32,14 @@ public:
     /// Takes a statement that was done.
     void add(const database::statement & done, const plugin::statement_record & record);
 
+    /// Takes a statement that was refused: what it would have renamed keeps its name.
+    void addRefused(const database::statement & refused, const plugin::statement_record & record);
+    /// Takes a rename of a column that the script left out.
+    void keepColumn(long property, const QString & name);
+    // What tables of entities, and columns of properties, are called still although the model renamed them.
+    [[nodiscard]] const std::map<long, QString> & keptTables() const { return m_keptTables; }
+    [[nodiscard]] const std::map<long, QString> & keptColumns() const { return m_keptColumns; }
+
     [[nodiscard]] bool hasTableOf(long entity) const { return m_tables.contains(entity); }
     /// The script that made the table of the entity; empty when none did.
     [[nodiscard]] QString makerOf(long entity) const { return m_tables.value(entity); }
@@ -51,6 +61,8 @@ private:
     QHash<long, QString> m_tables;
     QSet<QString> m_links;
     QHash<QString, long> m_sequences; ///< name to entity
+    std::map<long, QString> m_keptTables;
+    std::map<long, QString> m_keptColumns;
     QHash<QString, origin> m_indexes;
     QHash<QString, origin> m_foreignKeys;
     QHash<long, QString> m_indexOf;

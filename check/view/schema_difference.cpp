@@ -63,9 +63,9 @@ public:
 
 private:
     void tell(difference_kind kind, const QStringList & columns, const QString & expected,
-              const QString & found)
+              const QString & found, const QString & expectedName = {}, const QString & foundName = {})
     {
-        m_told.push_back({kind, m_expected.name, columns, expected, found});
+        m_told.push_back({kind, m_expected.name, columns, expected, found, expectedName, foundName});
     }
 
     static const database::column * find(const database::table & in, const QString & name)
@@ -149,7 +149,7 @@ private:
             const auto same = left.find(wordsOf(each));
             if (same == left.end()) {
                 tell(each.unique ? difference_kind::unique_missing : difference_kind::index_missing,
-                     columnsOf(each.parts), wordsOf(each), {});
+                     columnsOf(each.parts), wordsOf(each), {}, each.name);
                 continue;
             }
             addNames(columnsOf(each.parts), each.name, same->second->name);
@@ -157,7 +157,7 @@ private:
         }
         for (const auto & [words, each] : left) {
             tell(each->unique ? difference_kind::unique_left : difference_kind::index_left,
-                 columnsOf(each->parts), {}, words);
+                 columnsOf(each->parts), {}, words, {}, each->name);
         }
     }
 
@@ -189,21 +189,23 @@ private:
                 return one.second->columns == each->columns;
             });
             if (other == left.end()) {
-                tell(difference_kind::foreign_key_missing, each->columns, wordsOf(*each), {});
+                tell(difference_kind::foreign_key_missing, each->columns, wordsOf(*each), {}, each->name);
                 continue;
             }
-            tell(difference_kind::foreign_key_target, each->columns, wordsOf(*each), other->first);
+            tell(difference_kind::foreign_key_target, each->columns, wordsOf(*each), other->first, each->name,
+                 other->second->name);
             left.erase(other);
         }
         for (const auto & [words, each] : left) {
-            tell(difference_kind::foreign_key_left, each->columns, {}, words);
+            tell(difference_kind::foreign_key_left, each->columns, {}, words, {}, each->name);
         }
     }
 
     void addNames(const QStringList & columns, const QString & expected, const QString & found)
     {
         if (expected != found) {
-            m_names.push_back({difference_kind::names, m_expected.name, columns, expected, found});
+            m_names.push_back(
+                {difference_kind::names, m_expected.name, columns, expected, found, expected, found});
         }
     }
 
@@ -275,6 +277,14 @@ QString subjectOf(const schema_difference & of)
                : QStringLiteral("%1 %2 (%3)").arg(word, of.table, of.columns.join(QStringLiteral(", ")));
 }
 
+void compareTables(const database::table & expected, const database::table & found,
+                   std::vector<schema_difference> & told)
+{
+    if (!(expected == found)) {
+        table_comparison(expected, found, told).compare();
+    }
+}
+
 std::vector<schema_difference> compareSchemas(const database::catalogue & expected,
                                               const database::catalogue & found)
 {
@@ -282,14 +292,14 @@ std::vector<schema_difference> compareSchemas(const database::catalogue & expect
     for (const auto & [name, table] : expected.tables) {
         const auto other = found.tables.find(name);
         if (other == found.tables.end()) {
-            told.push_back({difference_kind::table_missing, table.name, {}, table.name, {}});
-        } else if (!(table == other->second)) {
-            table_comparison(table, other->second, told).compare();
+            told.push_back({difference_kind::table_missing, table.name, {}, table.name, {}, {}, {}});
+        } else {
+            compareTables(table, other->second, told);
         }
     }
     for (const auto & [name, table] : found.tables) {
         if (!expected.tables.contains(name)) {
-            told.push_back({difference_kind::table_left, table.name, {}, {}, table.name});
+            told.push_back({difference_kind::table_left, table.name, {}, {}, table.name, {}, {}});
         }
     }
     QSet<QString> sequences;
@@ -298,7 +308,7 @@ std::vector<schema_difference> compareSchemas(const database::catalogue & expect
     }
     for (const database::sequence & each : found.sequences) {
         if (!sequences.contains(each.name)) {
-            told.push_back({difference_kind::sequence_left, {}, {}, {}, each.name});
+            told.push_back({difference_kind::sequence_left, {}, {}, {}, each.name, {}, each.name});
         }
     }
     return told;

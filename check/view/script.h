@@ -22,7 +22,8 @@ struct script
     QString step; ///< how acceptance files name it: "v2-v3" also while v3 is not tagged yet, "v1", "full"
     std::shared_ptr<model::project> before; ///< null for a script that begins with nothing
     std::shared_ptr<model::project> now;
-    bool isFull = false; ///< makes the whole schema of a new database; else it is a part of the history
+    bool isCurrent = false; ///< `now` is the state of the project, which its text form has
+    bool isFull = false;    ///< makes the whole schema of a new database; else it is a part of the history
     std::vector<plugin::statement_record> records;
 };
 

@@ -2,6 +2,7 @@
 
 #include "database/facts/lock_facts.h"
 #include "database/facts/refusal_cause.h"
+#include "database/facts/statement_words.h"
 
 #include <QLatin1String>
 #include <QString>
@@ -238,6 +239,7 @@ struct facts
     foreign_key_facts foreignKeys;
     change_facts changes;
     lock_facts locks;
+    fact<statement_words> words;
     fact<std::span<const error_code>> errors;
 };
 

@@ -93,6 +93,35 @@ inline constexpr error_code MariadbErrors[] = {
 };
 // clang-format on
 
+// clang-format off
+inline constexpr statement_words MariadbWords = {
+    .counted = " AUTO_INCREMENT",
+    .nullable = "",
+    .renameTable = "RENAME TABLE {table} TO {new};",
+    .renameColumn = "ALTER TABLE {table} CHANGE {column} {new} {definition};",
+    .addColumn = "ALTER TABLE {table} ADD COLUMN {column} {definition};",
+    .dropColumn = "ALTER TABLE {table} DROP COLUMN {column};",
+    .changeType = "ALTER TABLE {table} MODIFY {column} {definition};",
+    .setNotNull = "ALTER TABLE {table} MODIFY {column} {definition};",
+    .dropNotNull = "ALTER TABLE {table} MODIFY {column} {definition};",
+    .count = "ALTER TABLE {table} MODIFY {column} {definition};",
+    .countNoMore = "ALTER TABLE {table} MODIFY {column} {definition};",
+    .addKey = "ALTER TABLE {table} ADD PRIMARY KEY ({columns});",
+    .dropKey = "ALTER TABLE {table} DROP PRIMARY KEY;",
+    .addUnique = "ALTER TABLE {table} ADD UNIQUE {name} ({columns});",
+    .dropUnique = "DROP INDEX {name} ON {table};",
+    .dropIndex = "DROP INDEX {name} ON {table};",
+    .renameIndex = "ALTER TABLE {table} RENAME INDEX {name} TO {new};",
+    .renameConstraint = nullptr,
+    .renameSequence = nullptr,
+    .addForeignKey = "ALTER TABLE {table} ADD CONSTRAINT {name} FOREIGN KEY ({columns}) REFERENCES {target} ({target_columns});",
+    .dropForeignKey = "ALTER TABLE {table} DROP FOREIGN KEY {name};",
+    .createSchema = nullptr,
+    .beforeRebuild = nullptr,
+    .copyRows = "CREATE TABLE {new} AS SELECT {columns} FROM {table};",
+};
+// clang-format on
+
 /// What MariaDB does, and MySQL as far as nothing else is known of it.
 /// @param source where that is known from
 constexpr facts mariadbFamily(QLatin1String key, QLatin1String label, bool isTried, const char * source)
@@ -203,6 +232,7 @@ constexpr facts mariadbFamily(QLatin1String key, QLatin1String label, bool isTri
             {
                 .costs = {MariadbLockCosts, source},
             },
+        .words = {MariadbWords, source},
         .errors = {MariadbErrors, source},
     };
 }

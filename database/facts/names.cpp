@@ -232,6 +232,18 @@ QString nameKey(const facts & known, const QString & name, name_place place)
     return nameKey(known, identifier{name, {}}, place);
 }
 
+QString writtenName(const facts & known, const QString & stored, name_place place)
+{
+    const understood_name plain = understood(known, {stored, {}}, place);
+    const QString quotes = known.names.quotes.value;
+    if ((plain.refused == refusal_cause::none && plain.name == stored) || quotes.isEmpty()) {
+        return stored;
+    }
+    const QChar open = quotes.front();
+    const QChar close = open == u'[' ? QChar(u']') : open;
+    return open + QString(stored).replace(close, QString(2, close)) + close;
+}
+
 QString impliedName(const facts & known, const QString & table, const QString & column, const QString & label)
 {
     qsizetype ofTable = table.toUtf8().size();

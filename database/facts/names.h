@@ -44,6 +44,9 @@ struct understood_name
 /// The same of a name without quotes.
 [[nodiscard]] QString nameKey(const facts & known, const QString & name, name_place place);
 
+/// A name that is stored, as a statement has to write it: in quotes where it would be read otherwise.
+[[nodiscard]] QString writtenName(const facts & known, const QString & stored, name_place place);
+
 /// The name that the database makes up for what belongs to a table and, unless that is empty, a column: the
 /// parts with low lines between, cut until they fit. Not yet made different from names that are taken.
 [[nodiscard]] QString impliedName(const facts & known, const QString & table, const QString & column,

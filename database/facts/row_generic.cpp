@@ -19,6 +19,35 @@ constexpr error_code Errors[] = {
 };
 // clang-format on
 
+// clang-format off
+constexpr statement_words Words = {
+    .counted = "",
+    .nullable = "",
+    .renameTable = "ALTER TABLE {table} RENAME TO {new};",
+    .renameColumn = "ALTER TABLE {table} RENAME COLUMN {column} TO {new};",
+    .addColumn = "ALTER TABLE {table} ADD COLUMN {column} {definition};",
+    .dropColumn = "ALTER TABLE {table} DROP COLUMN {column};",
+    .changeType = nullptr,
+    .setNotNull = nullptr,
+    .dropNotNull = nullptr,
+    .count = nullptr,
+    .countNoMore = nullptr,
+    .addKey = nullptr,
+    .dropKey = nullptr,
+    .addUnique = nullptr,
+    .dropUnique = nullptr,
+    .dropIndex = nullptr,
+    .renameIndex = nullptr,
+    .renameConstraint = nullptr,
+    .renameSequence = nullptr,
+    .addForeignKey = "ALTER TABLE {table} ADD CONSTRAINT {name} FOREIGN KEY ({columns}) REFERENCES {target} ({target_columns});",
+    .dropForeignKey = nullptr,
+    .createSchema = nullptr,
+    .beforeRebuild = nullptr,
+    .copyRows = "CREATE TABLE {new} AS SELECT {columns} FROM {table};",
+};
+// clang-format on
+
 } // namespace
 
 constinit const facts GenericFacts = {
@@ -127,6 +156,7 @@ constinit const facts GenericFacts = {
         {
             .costs = {{}, Source},
         },
+    .words = {Words, Source},
     .errors = {Errors, Source},
 };
 

@@ -63,6 +63,35 @@ constexpr error_code Errors[] = {
 };
 // clang-format on
 
+// clang-format off
+constexpr statement_words Words = {
+    .counted = " IDENTITY(1,1)",
+    .nullable = " NULL",
+    .renameTable = "EXEC sp_rename '{table}', '{new}';",
+    .renameColumn = "EXEC sp_rename '{table}.{column}', '{new}', 'COLUMN';",
+    .addColumn = "ALTER TABLE {table} ADD {column} {definition};",
+    .dropColumn = "ALTER TABLE {table} DROP COLUMN {column};",
+    .changeType = "ALTER TABLE {table} ALTER COLUMN {column} {definition};",
+    .setNotNull = "ALTER TABLE {table} ALTER COLUMN {column} {definition};",
+    .dropNotNull = "ALTER TABLE {table} ALTER COLUMN {column} {definition};",
+    .count = nullptr,
+    .countNoMore = nullptr,
+    .addKey = "ALTER TABLE {table} ADD PRIMARY KEY ({columns});",
+    .dropKey = nullptr,
+    .addUnique = "ALTER TABLE {table} ADD UNIQUE ({columns});",
+    .dropUnique = nullptr,
+    .dropIndex = "DROP INDEX {name} ON {table};",
+    .renameIndex = "EXEC sp_rename '{table}.{name}', '{new}', 'INDEX';",
+    .renameConstraint = "EXEC sp_rename '{name}', '{new}', 'OBJECT';",
+    .renameSequence = nullptr,
+    .addForeignKey = "ALTER TABLE {table} ADD CONSTRAINT {name} FOREIGN KEY ({columns}) REFERENCES {target} ({target_columns});",
+    .dropForeignKey = "ALTER TABLE {table} DROP CONSTRAINT {name};",
+    .createSchema = "CREATE SCHEMA {name};",
+    .beforeRebuild = nullptr,
+    .copyRows = "SELECT {columns} INTO {new} FROM {table};",
+};
+// clang-format on
+
 } // namespace
 
 constinit const facts MssqlserverFacts = {
@@ -171,6 +200,7 @@ constinit const facts MssqlserverFacts = {
         {
             .costs = {{}, Source},
         },
+    .words = {Words, Source},
     .errors = {Errors, Source},
 };
 

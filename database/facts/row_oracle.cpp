@@ -59,6 +59,35 @@ constexpr error_code Errors[] = {
 };
 // clang-format on
 
+// clang-format off
+constexpr statement_words Words = {
+    .counted = "",
+    .nullable = "",
+    .renameTable = "ALTER TABLE {table} RENAME TO {new};",
+    .renameColumn = "ALTER TABLE {table} RENAME COLUMN {column} TO {new};",
+    .addColumn = "ALTER TABLE {table} ADD {column} {definition};",
+    .dropColumn = "ALTER TABLE {table} DROP COLUMN {column};",
+    .changeType = "ALTER TABLE {table} MODIFY {column} {type};",
+    .setNotNull = "ALTER TABLE {table} MODIFY {column} NOT NULL;",
+    .dropNotNull = "ALTER TABLE {table} MODIFY {column} NULL;",
+    .count = nullptr,
+    .countNoMore = nullptr,
+    .addKey = "ALTER TABLE {table} ADD PRIMARY KEY ({columns});",
+    .dropKey = "ALTER TABLE {table} DROP PRIMARY KEY;",
+    .addUnique = "ALTER TABLE {table} ADD UNIQUE ({columns});",
+    .dropUnique = nullptr,
+    .dropIndex = "DROP INDEX {name};",
+    .renameIndex = "ALTER INDEX {name} RENAME TO {new};",
+    .renameConstraint = "ALTER TABLE {table} RENAME CONSTRAINT {name} TO {new};",
+    .renameSequence = "RENAME {name} TO {new};",
+    .addForeignKey = "ALTER TABLE {table} ADD CONSTRAINT {name} FOREIGN KEY ({columns}) REFERENCES {target} ({target_columns});",
+    .dropForeignKey = "ALTER TABLE {table} DROP CONSTRAINT {name};",
+    .createSchema = nullptr,
+    .beforeRebuild = nullptr,
+    .copyRows = "CREATE TABLE {new} AS SELECT {columns} FROM {table};",
+};
+// clang-format on
+
 } // namespace
 
 constinit const facts OracleFacts = {
@@ -167,6 +196,7 @@ constinit const facts OracleFacts = {
         {
             .costs = {{}, Source},
         },
+    .words = {Words, Source},
     .errors = {Errors, Source},
 };
 

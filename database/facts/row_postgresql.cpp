@@ -82,6 +82,35 @@ constexpr error_code Errors[] = {
 };
 // clang-format on
 
+// clang-format off
+constexpr statement_words Words = {
+    .counted = "",
+    .nullable = "",
+    .renameTable = "ALTER TABLE {table} RENAME TO {new};",
+    .renameColumn = "ALTER TABLE {table} RENAME COLUMN {column} TO {new};",
+    .addColumn = "ALTER TABLE {table} ADD COLUMN {column} {definition};",
+    .dropColumn = "ALTER TABLE {table} DROP COLUMN {column};",
+    .changeType = "ALTER TABLE {table} ALTER COLUMN {column} TYPE {type} USING {column}::{type};",
+    .setNotNull = "ALTER TABLE {table} ALTER COLUMN {column} SET NOT NULL;",
+    .dropNotNull = "ALTER TABLE {table} ALTER COLUMN {column} DROP NOT NULL;",
+    .count = "CREATE SEQUENCE {name} OWNED BY {table}.{column};\nSELECT setval('{name}', COALESCE((SELECT max({column}) FROM {table}), 0) + 1, false);\nALTER TABLE {table} ALTER COLUMN {column} SET DEFAULT nextval('{name}');",
+    .countNoMore = "ALTER TABLE {table} ALTER COLUMN {column} DROP DEFAULT;\nDROP SEQUENCE {name};",
+    .addKey = "ALTER TABLE {table} ADD PRIMARY KEY ({columns});",
+    .dropKey = "ALTER TABLE {table} DROP CONSTRAINT {name};",
+    .addUnique = "ALTER TABLE {table} ADD CONSTRAINT {name} UNIQUE ({columns});",
+    .dropUnique = "ALTER TABLE {table} DROP CONSTRAINT {name};",
+    .dropIndex = "DROP INDEX {name};",
+    .renameIndex = "ALTER INDEX {name} RENAME TO {new};",
+    .renameConstraint = "ALTER TABLE {table} RENAME CONSTRAINT {name} TO {new};",
+    .renameSequence = "ALTER SEQUENCE {name} RENAME TO {new};",
+    .addForeignKey = "ALTER TABLE {table} ADD CONSTRAINT {name} FOREIGN KEY ({columns}) REFERENCES {target} ({target_columns});",
+    .dropForeignKey = "ALTER TABLE {table} DROP CONSTRAINT {name};",
+    .createSchema = "CREATE SCHEMA {name};",
+    .beforeRebuild = nullptr,
+    .copyRows = "CREATE TABLE {new} AS SELECT {columns} FROM {table};",
+};
+// clang-format on
+
 } // namespace
 
 constinit const facts PostgresqlFacts = {
@@ -190,6 +219,7 @@ constinit const facts PostgresqlFacts = {
         {
             .costs = {LockCosts, Source},
         },
+    .words = {Words, Source},
     .errors = {Errors, Source},
 };
 

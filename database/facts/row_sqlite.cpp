@@ -39,6 +39,35 @@ constexpr error_code Errors[] = {
 };
 // clang-format on
 
+// clang-format off
+constexpr statement_words Words = {
+    .counted = "",
+    .nullable = "",
+    .renameTable = "ALTER TABLE {table} RENAME TO {new};",
+    .renameColumn = "ALTER TABLE {table} RENAME COLUMN {column} TO {new};",
+    .addColumn = "ALTER TABLE {table} ADD COLUMN {column} {definition};",
+    .dropColumn = "ALTER TABLE {table} DROP COLUMN {column};",
+    .changeType = nullptr,
+    .setNotNull = nullptr,
+    .dropNotNull = nullptr,
+    .count = nullptr,
+    .countNoMore = nullptr,
+    .addKey = nullptr,
+    .dropKey = nullptr,
+    .addUnique = "CREATE UNIQUE INDEX {name} ON {table} ({columns});",
+    .dropUnique = nullptr,
+    .dropIndex = "DROP INDEX {name};",
+    .renameIndex = nullptr,
+    .renameConstraint = nullptr,
+    .renameSequence = nullptr,
+    .addForeignKey = nullptr,
+    .dropForeignKey = nullptr,
+    .createSchema = nullptr,
+    .beforeRebuild = "PRAGMA foreign_keys = OFF;",
+    .copyRows = "CREATE TABLE {new} AS SELECT {columns} FROM {table};",
+};
+// clang-format on
+
 } // namespace
 
 constinit const facts SqliteFacts = {
@@ -147,6 +176,7 @@ constinit const facts SqliteFacts = {
         {
             .costs = {{}, Source},
         },
+    .words = {Words, Source},
     .errors = {Errors, Source},
 };
 

@@ -45,7 +45,7 @@ public:
                m_server->start(
                    daemon,
                    {QStringLiteral("--no-defaults"), data, QStringLiteral("--skip-networking"),
-                    QStringLiteral("--socket=") + socket(),
+                    QStringLiteral("--socket=") + socket(), QStringLiteral("--tmpdir=") + m_server->folder(),
                     QStringLiteral("--pid-file=") + m_server->folder() + QStringLiteral("/pid"),
                     QStringLiteral("--innodb-flush-log-at-trx-commit=0")},
                    [this] { return QFile::exists(socket()) && connect(QString())->isOpen(); }, why);

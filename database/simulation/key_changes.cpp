@@ -194,6 +194,14 @@ refusal apply(state & at, const rename_index & asked, losses & lost)
         owner = asked.table ? at.need(on, refusal_cause::table_missing, why) : at.ownerOfIndex(from);
     }
     const index * const found = owner == nullptr ? nullptr : at.findIndex(*owner, from);
+    // A key is called an index as well.
+    const bool isKey = !why && found == nullptr && !asked.table && at.known.changes.renamesAnyRelation.value;
+    if (isKey && at.isTaken(from) && at.isTaken(to)) {
+        return {refusal_cause::relation_exists, at.holderOf(to), false};
+    }
+    if (isKey && at.renameRelation(from, to)) {
+        return {};
+    }
     if (why || found == nullptr) {
         return why ? why : refusal{refusal_cause::renamed_index_missing, indexObject(from), false};
     }

@@ -113,6 +113,45 @@ private Q_SLOTS:
 ]
 )"));
     }
+    void remediesAreShown()
+    {
+        finding mended = refused();
+        mended.way.sql = {"CREATE TABLE a_before AS SELECT * FROM a;", "DROP TABLE a;",
+                          "ALTER TABLE b RENAME TO a;"};
+        mended.way.before = 1;
+        mended.way.model = nlohmann::ordered_json::parse(
+            R"([{"op": "test", "path": "/entities/2/id", "value": 7}, {"op": "remove", "path": "/entities/2/version"},
+                {"op": "add", "path": "/entities/2/tableName", "value": "a_2"},
+                {"op": "remove", "path": "/entities/2/softDeleteColumn"},
+                {"op": "move", "from": "/entities/2", "path": "/entities/1"}])");
+        const QString text = textReport(of({mended}), {});
+        QVERIFY2(text.contains("    What to do: Rename | it.\n"
+                               "    In the model:\n"
+                               "        /entities/2/tableName: \"a_2\"\n"
+                               "        /entities/2/softDeleteColumn is left out\n"
+                               "        /entities/2 goes before /entities/1\n"
+                               "    Before the script:\n"
+                               "        CREATE TABLE a_before AS SELECT * FROM a;\n"
+                               "    After the script:\n"
+                               "        DROP TABLE a;\n"
+                               "        ALTER TABLE b RENAME TO a;\n"),
+                 qPrintable(text));
+        mended.way.model = {};
+        QVERIFY(
+            markdownReport(of({mended}))
+                .contains(
+                    "| Rename \\| it.<br>Before the script:<br>`CREATE TABLE a_before AS SELECT * FROM a;`"
+                    "<br>After the script:<br>`DROP TABLE a;`<br>`ALTER TABLE b RENAME TO a;` |\n"));
+        const auto sarif = nlohmann::json::parse(sarifReport(of({mended, note()}), "1.2").toStdString());
+        const auto & results = sarif["runs"][0]["results"];
+        QCOMPARE(results[0]["properties"]["remedy"]["sql"].size(), std::size_t(3));
+        QCOMPARE(results[0]["properties"]["remedy"]["before"].get<int>(), 1);
+        QVERIFY(!results[1].contains("properties"));
+        const auto whole = nlohmann::json::parse(jsonReport(of({mended}), "1.2").toStdString());
+        QCOMPARE(whole["findings"][0]["remedy"]["before"].get<int>(), 1);
+        QCOMPARE(whole["findings"][0]["remedy"]["sql"][2].get<std::string>(),
+                 std::string("ALTER TABLE b RENAME TO a;"));
+    }
     void markdown()
     {
         QCOMPARE(markdownReport(of({note(), refused()})), QByteArray(R"(## korvane check: shop

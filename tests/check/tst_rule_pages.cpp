@@ -1,26 +1,18 @@
 // The pages of the rules: each shows the smallest model that its rule is about, and what databases say to it.
 
-#include "check/rule_page.h"
+#include "check/judged_page.h"
 
-#include "app/check_run.h"
-#include "app/project_work.h"
-#include "app/source.h"
-
-#include "check/finding/acceptance.h"
 #include "check/finding/rule.h"
-#include "plugin/export_interface.h"
-#include "plugin/plugin_finder.h"
-#include "storage/history.h"
-#include "zk/zk_sql_database.h"
 
 #include <QDir>
-#include <QTemporaryDir>
+#include <QSet>
 #include <QTest>
 
 #include <algorithm>
 
 using check_pages::claim;
 using check_pages::page;
+using check_pages::setting;
 
 namespace {
 
@@ -48,15 +40,6 @@ bool isClaimed(const check::finding & found, const claim & by)
            (!isRefused || (found.error == by.error && withRows == (found.when == check::occasion::rows)));
 }
 
-/// What is judged.
-struct setting
-{
-    std::map<QString, QByteArray> versions;
-    QByteArray script; ///< custom script; empty for none
-    QByteArray acceptance;
-    bool relationships = true;
-};
-
 QString told(const check::report & report)
 {
     QString text;
@@ -75,14 +58,7 @@ class tst_rule_pages : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        zk::ZkBool why;
-        m_plugin = plugin::loaded_plugin::load(KORVANE_PLUGIN_FILE, why);
-        QVERIFY2(m_plugin, qPrintable(why.getDesc()));
-        m_statements = dynamic_cast<plugin::statement_source *>(m_plugin->getInterface());
-        QVERIFY(m_statements);
-    }
+    void initTestCase() { QCOMPARE(m_judge.load(), QString()); }
 
     void everyRuleHasAPage()
     {
@@ -114,7 +90,7 @@ private Q_SLOTS:
         QCOMPARE(read.name, QString(rule->name));
         QCOMPARE(read.title, QString::fromUtf8(rule->title) + u'.');
         QVERIFY(!read.claims.empty());
-        const setting example{read.versions, read.script, read.acceptance, read.relationships};
+        const setting example = check_pages::exampleOf(read);
         for (const claim & each : read.claims) {
             for (const QString & database : each.databases) {
                 const check::report report = judge(example, database);
@@ -131,12 +107,7 @@ private Q_SLOTS:
         if (read.remedies.empty() && read.remedyScript.isEmpty() && read.remedyAcceptance.isEmpty()) {
             return;
         }
-        setting mended{read.versions, read.remedyScript.isEmpty() ? read.script : read.remedyScript,
-                       read.remedyAcceptance.isEmpty() ? read.acceptance : read.remedyAcceptance,
-                       read.relationships};
-        for (const auto & [name, text] : read.remedies) {
-            mended.versions[name] = text;
-        }
+        const setting mended = check_pages::mendedOf(read);
         for (const claim & each : read.claims) {
             for (const QString & database : each.databases) {
                 const check::report report = judge(mended, database);
@@ -148,7 +119,64 @@ private Q_SLOTS:
         }
     }
 
+    void patchHelps_data() { pageIsTrue_data(); }
+    /// Applies what a finding says of the model to the model's text form: the finding is gone then.
+    void patchHelps()
+    {
+        QFETCH(QString, file);
+        const page read = check_pages::readPage(file);
+        QSet<QString> databases;
+        for (const claim & each : read.claims) {
+            databases += QSet<QString>(each.databases.begin(), each.databases.end());
+        }
+        for (const QString & database : std::as_const(databases)) {
+            const check::report report = judge(check_pages::exampleOf(read), database);
+            for (const check::finding & each : report.findings) {
+                if (each.code == read.code && !each.way.model.is_null()) {
+                    applyPatch(read, database, each);
+                }
+            }
+        }
+    }
+    void patchesAreThere()
+    {
+        QStringList codes(m_patched.begin(), m_patched.end());
+        codes.sort();
+        QCOMPARE(
+            codes.join(u' '),
+            QString(
+                "KV101 KV102 KV103 KV104 KV105 KV106 KV107 KV108 KV109 KV110 KV111 KV113 KV114 KV115 KV116 "
+                "KV117 KV118 KV119 KV120 KV122 KV123 KV124 KV125 KV126 KV128 KV130 KV131 KV132 KV134 KV135 "
+                "KV136 KV137 KV201 KV202 KV203 KV204 KV205 KV206 KV210 KV222 KV303 KV304 KV311 KV405 KV406 "
+                "KV410 KV418 KV603 KV701 KV702 KV703"));
+    }
+
 private:
+    void applyPatch(const page & of, const QString & database, const check::finding & finding)
+    {
+        check_pages::judged_page judged(m_judge, check_pages::exampleOf(of));
+        const std::string dumped = judged.dump().toStdString();
+        nlohmann::json changed;
+        try {
+            changed = nlohmann::json::parse(dumped).patch(nlohmann::json::parse(finding.way.model.dump()));
+        } catch (const nlohmann::json::exception & error) {
+            QFAIL(qPrintable(database + u' ' + QString::fromStdString(finding.way.model.dump()) + u' ' +
+                             QString::fromUtf8(error.what()) + QString::fromStdString(dumped)));
+        }
+        judged.import(QByteArray::fromStdString(changed.dump()));
+        const check::report report = judged.report(database);
+        QCOMPARE(judged.error(), QString());
+        const bool isStill =
+            std::any_of(report.findings.begin(), report.findings.end(), [&](const check::finding & each) {
+                return each.fingerprint == finding.fingerprint && each.script == finding.script;
+            });
+        QVERIFY2(!isStill, qPrintable(database + u' ' + QString::fromStdString(finding.way.model.dump()) +
+                                      told(report)));
+        m_patched.insert(of.code);
+    }
+
+    QSet<QString> m_patched; ///< codes of rules whose patch did what it is for
+
     static bool hasClaim(const check::report & report, const QString & code, const claim & wanted)
     {
         return std::any_of(report.findings.begin(), report.findings.end(), [&](const check::finding & each) {
@@ -159,60 +187,15 @@ private:
     /// Judges the whole history of the versions.
     check::report judge(const setting & of, const QString & database)
     {
-        const QTemporaryDir folder;
-        const QString file = folder.filePath("shop.korv");
-        int number = 0;
-        for (const auto & [name, text] : of.versions) {
-            if (number++ > 0) {
-                int tagged = 0;
-                storage::history::tag(file, QString(), tagged);
-            }
-            const QString model = folder.filePath(name + ".json");
-            writeFile(model, text);
-            const app::import_result imported = app::importText(model, file);
-            if (!imported.result) {
-                qWarning("%s", qUtf8Printable(imported.result.getDesc()));
-            }
+        check_pages::judged_page judged(m_judge, of);
+        const check::report report = judged.report(database);
+        if (!judged.error().isEmpty()) {
+            qWarning("%s", qUtf8Printable(judged.error()));
         }
-        app::source opened;
-        check::report report;
-        if (const zk::ZkBool is = opened.open(file); !is) {
-            qWarning("%s", qUtf8Printable(is.getDesc()));
-        }
-        app::check_request asked;
-        asked.databases = {database};
-        asked.scripts = app::judged_scripts::all;
-        asked.options.insert("relationships", of.relationships ? "yes" : "no");
-        if (!of.script.isEmpty()) {
-            const QString custom = folder.filePath("custom.js");
-            writeFile(custom, of.script);
-            asked.options.insert("custom-script", custom);
-        }
-        if (const zk::ZkBool judged = app::checkSource(*m_statements, opened, asked, report); !judged) {
-            qWarning("%s", qUtf8Printable(judged.getDesc()));
-        }
-        check::accepted_findings accepted;
-        const zk::ZkBool read = of.acceptance.isEmpty()
-                                    ? zk::ZkBool::success()
-                                    : check::readAcceptance(of.acceptance, "korvane-check.json", accepted);
-        if (!read) {
-            qWarning("%s", qUtf8Printable(read.getDesc()));
-        }
-        check::accept(accepted, QDate(2026, 11, 22), report);
-        zk::ZkSqlDatabase::clearAllDatabases();
         return report;
     }
 
-    static void writeFile(const QString & name, const QByteArray & bytes)
-    {
-        QFile file(name);
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-            qWarning("%s", qUtf8Printable(file.errorString()));
-        }
-    }
-
-    std::unique_ptr<plugin::loaded_plugin> m_plugin;
-    plugin::statement_source * m_statements = nullptr;
+    check_pages::judge m_judge;
 };
 
 QTEST_MAIN(tst_rule_pages)

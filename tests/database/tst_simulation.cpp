@@ -325,6 +325,15 @@ private Q_SLOTS:
                  QString("1005"));
         QCOMPARE(second.code("CREATE TABLE `b` (`x` INTEGER)"), QString("1050"));
     }
+    void postgresqlRenamesKeysAsIndexes()
+    {
+        script postgresql(u"postgresql");
+        postgresql.run("CREATE TABLE a (id INTEGER NOT NULL PRIMARY KEY); ALTER TABLE a RENAME TO b");
+        QCOMPARE(postgresql.code("ALTER INDEX a_pkey RENAME TO b"), QString("42P07"));
+        QCOMPARE(postgresql.code("ALTER INDEX a_pkey RENAME TO b_pkey"), QString("done"));
+        QCOMPARE(postgresql.code("ALTER INDEX a_pkey RENAME TO b_pkey"), QString("42P01"));
+        QCOMPARE(postgresql.database().held().tables.at("b").key->name, QString("b_pkey"));
+    }
     void documentedDatabasesAnswerAsWell()
     {
         script oracle(u"oracle");
