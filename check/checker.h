@@ -76,11 +76,11 @@ private:
     database::simulation m_empty;                   ///< no table has rows
     std::optional<database::simulation> m_withRows; ///< each table has a row when a script begins
     made_objects m_made;
-    QHash<int, refused_statement> m_refused;             ///< by their numbers, for what follows from them
-    int m_number = 0;                                    ///< of the next statement
-    QHash<QString, std::size_t> m_toldAt;                ///< which finding explains a difference, by what it is about
-    step_record m_step;                                  ///< of the script that was run last
-    database::catalogue m_beforeStep;                    ///< what was held before it, if it was told
+    QHash<int, refused_statement> m_refused; ///< by their numbers, for what follows from them
+    int m_number = 0;                        ///< of the next statement
+    QHash<QString, std::size_t> m_toldAt;    ///< which finding explains a difference, by what it is about
+    step_record m_step;                      ///< of the script that was run last
+    database::catalogue m_beforeStep;        ///< what was held before it, if it was told
     mutable std::shared_ptr<text_positions> m_positions; ///< of the model that findings were told about last
     mutable std::shared_ptr<model::project> m_positionsOf;
 };
