@@ -8,6 +8,8 @@ string(REGEX MATCH "<h1>([^<]*)</h1>" _ "${BODY}")
 set(TITLE "${CMAKE_MATCH_1}")
 # Links between the pages.
 string(REGEX REPLACE "href=\"([a-z_]+)\\.md" "href=\"\\1.html" BODY "${BODY}")
+# The pages of the rules are part of the program, which prints them.
+string(REGEX REPLACE "<a href=\"rules/KV[0-9]+\\.md\">([^<]*)</a>" "\\1" BODY "${BODY}")
 # Every picture was taken in a light and in a dark window.
 # cmake-lint: disable=C0301
 string(REGEX REPLACE "<img src=\"images/([a-z_]+)_light\\.png\"([^>]*)>"
