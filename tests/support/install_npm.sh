@@ -1,11 +1,11 @@
 #!/bin/sh
-# Installs the parser of package-lock.json into a folder of the build tree, once for each state of that file.
+# Installs what the package-lock.json of a folder names into a folder of the build tree, once for each state of that file.
 # Status 77 when it cannot be had here: no npm, no network, or none that is trusted.
 #
-# usage: install_parser.sh FOLDER
+# usage: install_npm.sh FOLDER-OF-LOCK FOLDER
 set -u
-here=$(cd "$(dirname "$0")" && pwd)
-folder=$1
+here=$1
+folder=$2
 mkdir -p "$folder" || exit 1
 cmp -s "$here/package-lock.json" "$folder/installed.json" && exit 0
 if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
