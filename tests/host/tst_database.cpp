@@ -53,6 +53,31 @@ private Q_SLOTS:
     }
     void cleanup() { zk::ZkSqlDatabase::clearAllDatabases(); }
 
+    void recordsWithoutADatabase_data()
+    {
+        QTest::addColumn<bool>("isOpen");
+        QTest::addColumn<QString>("historic");
+        QTest::addColumn<QString>("params");
+        QTest::newRow("not open") << false << "The database is not open"
+                                  << "The database is not open";
+        QTest::newRow("without tables") << true << "no such table: t_project_historic"
+                                        << "no such table: t_plugin_params";
+    }
+    void recordsWithoutADatabase()
+    {
+        QFETCH(bool, isOpen);
+        QFETCH(QString, historic);
+        QFETCH(QString, params);
+        {
+            QSqlDatabase database = QSqlDatabase::addDatabase("QSQLITE", "bare");
+            database.setDatabaseName(m_folder->filePath("bare"));
+            QCOMPARE(!isOpen || database.open(), true);
+            failsWith<project_historic>(historic, database);
+            failsWith<plugin_params>(params, database);
+        }
+        QSqlDatabase::removeDatabase("bare");
+    }
+
     void queryTexts()
     {
         QCOMPARE(zk::ZkSqlQuery().getSql(), QString());
@@ -373,6 +398,20 @@ private Q_SLOTS:
     }
 
 private:
+    /// No record of the kind can be read, removed or stored, for the reason that has `words`.
+    template <class R>
+    static void failsWith(const QString & words, const QSqlDatabase & database)
+    {
+        zk::ZkCollection<long, std::shared_ptr<R>> list;
+        list.insert(0, std::make_shared<R>());
+        for (const QSqlError & error :
+             {zk::dao::fetchByQuery(list, zk::ZkSqlQuery(), database),
+              zk::dao::deleteByQuery<R>(zk::ZkSqlQuery(), database), zk::dao::insert(list, database)}) {
+            QVERIFY2(error.isValid() && error.text().contains(words), qPrintable(error.text()));
+        }
+        QCOMPARE(list.count(), 1);
+    }
+
     QSqlDatabase database() const { return zk::ZkSqlDatabase::getDatabase(m_sFile); }
     static zk::ZkSqlQuery of(const QString & guid)
     {

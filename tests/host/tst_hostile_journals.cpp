@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using support::bytesOf;
 using support::writeBytes;
@@ -82,6 +83,23 @@ private Q_SLOTS:
         QVERIFY(storage::project_file::read(link, project).text().startsWith(m_sFile + "-journal: is a "));
         QCOMPARE(bytesOf(path("victim")), QByteArray("of the user"));
     }
+    void journalThatCannotBeRead()
+    {
+        const QString journal = m_sFile + "-journal";
+        QVERIFY(writeBytes(journal, QByteArray(1024, '\0')));
+        QVERIFY(QFile::setPermissions(journal, {}));
+        // Root reads everything, and somebody else needs all but the journal.
+        const QFile::Permissions all(0x7777);
+        QVERIFY(QFile::setPermissions(m_sFile, all));
+        QVERIFY(QFile::setPermissions(QFileInfo(m_sFile).path(), all));
+        const uid_t user = ::geteuid();
+        QVERIFY(user != 0 || ::seteuid(65534) == 0);
+        model::project project(1);
+        const QString told = storage::project_file::read(m_sFile, project).text();
+        QCOMPARE(::seteuid(user), 0);
+        QCOMPARE(told, journal + ": cannot be read (Permission denied); check its permissions");
+    }
+
     void harmlessJournals_data()
     {
         QTest::addColumn<QByteArray>("journal");
