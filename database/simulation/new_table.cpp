@@ -285,10 +285,11 @@ private:
     refusal checkCounted()
     {
         for (std::size_t i = 0; i < m_columns.size() && m_at.known.types.countedNeedsKey.value; ++i) {
-            const QString & name = m_made.columns[i].name;
+            const column & own = m_made.columns.at(static_cast<qsizetype>(i));
+            const QString & name = own.name;
             const bool isIndexed = (m_made.key && m_made.key->parts.front().column == name) ||
                                    m_columns[i].unique || isUniqueByType(m_at.types, m_columns[i]);
-            if (m_made.columns[i].counted && !isIndexed) {
+            if (own.counted && !isIndexed) {
                 return {refusal_cause::counted_not_possible, columnObject(m_made.name, name), false};
             }
         }

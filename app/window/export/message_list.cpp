@@ -118,7 +118,7 @@ void message_list::dropOldest()
     m_iDropped += count + (m_iDropped == 0 ? 1 : 0);
     // The first line becomes the one that tells; a row that is put before all would move what is being read.
     m_lines.front() = {tr("%1 older lines were dropped").arg(QLocale().toString(m_iDropped)),
-                       message_kind::dropped};
+                       message_kind::dropped, QVariant()};
     Q_EMIT dataChanged(index(0), index(0));
     beginRemoveRows({}, 1, count);
     m_lines.erase(m_lines.begin() + 1, m_lines.begin() + 1 + count);

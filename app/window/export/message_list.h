@@ -71,7 +71,7 @@ private:
     {
         QString text;
         message_kind kind;
-        QVariant target = {};
+        QVariant target;
     };
 
     void dropOldest();
