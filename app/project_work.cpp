@@ -160,6 +160,7 @@ import_result importText(const QString & modelFile, const QString & projectFile)
             for (const QString & warning : std::as_const(warnings)) {
                 done.warnings << texts::tr("%1: warning: %2").arg(source, warning);
             }
+            done.types = columnTypes(project);
             done.projectName = project.getName();
             done.entities = project.getListOfAllEntities()->count();
             return QSqlError();

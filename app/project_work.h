@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/unknown_types.h"
+
 #include "storage/history.h"
 #include "zk/zk_bool.h"
 
@@ -40,6 +42,7 @@ struct import_result
     zk::ZkBool result;
     QString projectName;
     long entities = 0;
+    QList<column_type> types;
     QStringList warnings; ///< one line each, beginning with the name of the text
 };
 /// Creates the project file `projectFile` from the text form in `modelFile` ("-" is standard input), or

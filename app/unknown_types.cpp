@@ -2,7 +2,6 @@
 
 #include "app/export_options.h"
 #include "app/nearest_word.h"
-#include "app/project_work.h"
 
 #include "context/ctx_project.h"
 #include "context/ctx_scoped.h"
@@ -10,7 +9,7 @@
 #include "model/property_type.h"
 #include "plugin/statement_source.h"
 
-#include <QMap>
+#include <QHash>
 
 #include <algorithm>
 
@@ -21,14 +20,7 @@ namespace {
 /// The row of a type mapping for all types that it does not name.
 constexpr QLatin1String DefaultRow("<default type>");
 
-/// Where a type is first, and how often it is there.
-struct occurrence
-{
-    QString first; ///< "customer.age"
-    int count = 0;
-};
-
-/// The C++ types of columns whose SQL type the mapping says.
+/// The C++ types of the columns of a property whose SQL type the mapping says.
 QStringList mappedTypesOf(const model::property & property)
 {
     const bool isMapped = !property.isTransient() && !property.hasRelationship() &&
@@ -41,46 +33,43 @@ QStringList mappedTypesOf(const model::property & property)
     return types;
 }
 
+QString lineOf(const column_type & type, const QStringList & known, const QString & fallback)
+{
+    const QString nearest = nearestWord(type.name, known);
+    return QStringLiteral("type '%1' of %2%3 is not in the type mapping, so its column becomes %4%5")
+        .arg(type.name, type.first,
+             type.count == 1 ? QString() : QStringLiteral(" and of %1 more").arg(type.count - 1), fallback,
+             nearest.isEmpty() ? QString() : QStringLiteral("; did you mean '%1'?").arg(nearest));
+}
+
 } // namespace
 
-QStringList unknownTypes(const model::project & project, const QStringList & known, const QString & fallback)
+QList<column_type> columnTypes(const model::project & project)
 {
-    QMap<QString, occurrence> unknown;
-    QStringList order;
+    QList<column_type> types;
+    QHash<QString, qsizetype> places;
     for (const auto & entity : project.getListOfAllEntities()->values()) {
         for (const auto & property : entity->getListOfProperty(true, false, false)->values()) {
             for (const QString & type : mappedTypesOf(*property)) {
-                if (known.contains(type)) {
+                const auto place = places.constFind(type);
+                if (place != places.constEnd()) {
+                    ++types[*place].count;
                     continue;
                 }
-                occurrence & here = unknown[type];
-                if (++here.count == 1) {
-                    here.first = entity->getName() + u'.' + property->getName();
-                    order << type;
-                }
+                places.insert(type, types.size());
+                types.append({type, entity->getName() + u'.' + property->getName(), 1});
             }
         }
     }
-    QStringList lines;
-    for (const QString & type : std::as_const(order)) {
-        const occurrence & here = unknown[type];
-        const QString nearest = nearestWord(type, known);
-        lines << QStringLiteral("type '%1' of %2%3 is not in the type mapping, so its column becomes %4%5")
-                     .arg(type, here.first,
-                          here.count == 1 ? QString() : QStringLiteral(" and of %1 more").arg(here.count - 1),
-                          fallback,
-                          nearest.isEmpty() ? QString()
-                                            : QStringLiteral("; did you mean '%1'?").arg(nearest));
-    }
-    return lines;
+    return types;
 }
 
-QStringList unknownTypes(plugin::statement_source & statements, const QString & file)
+QStringList unknownTypes(plugin::statement_source & statements, const QString & file,
+                         const QList<column_type> & types)
 {
-    std::shared_ptr<model::project> project;
-    if (!openProject(file, project)) {
-        return {};
-    }
+    // Only its settings are read.
+    const auto project = std::make_shared<model::project>(1);
+    project->setFileName(file);
     const context::ctx_kept kept(context::ctx_project::getSingleton());
     context::ctx_project::getSingleton().setProject(project);
     QList<plugin::friendly_option> options;
@@ -105,7 +94,13 @@ QStringList unknownTypes(plugin::statement_source & statements, const QString & 
             known << cppType;
         }
     }
-    return unknownTypes(*project, known, fallback);
+    QStringList lines;
+    for (const column_type & type : types) {
+        if (!known.contains(type.name)) {
+            lines << lineOf(type, known, fallback);
+        }
+    }
+    return lines;
 }
 
 } // namespace app

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -13,15 +14,21 @@ class statement_source;
 
 namespace app {
 
-/// One line for each C++ type of the columns of `project` that its type mapping does not know, so that an
-/// export takes the default type for it, with the nearest one that is known.
-/// @param known C++ types of the mapping
-/// @param fallback the SQL type that is taken
-[[nodiscard]] QStringList unknownTypes(const model::project & project, const QStringList & known,
-                                       const QString & fallback);
+/// A C++ type of columns, and where it is.
+struct column_type
+{
+    QString name;
+    QString first; ///< "customer.age"
+    int count = 0; ///< of the columns that have it
+};
 
-/// The same for the type mapping that is stored with the project file `file`, for the database that is
-/// stored. Nothing when that cannot be read, which whoever exports is told.
-[[nodiscard]] QStringList unknownTypes(plugin::statement_source & statements, const QString & file);
+/// The C++ types of the columns whose SQL type a type mapping says, in the order of the model.
+[[nodiscard]] QList<column_type> columnTypes(const model::project & project);
+
+/// One line for each of `types` that the type mapping of the project file `file` does not know, for the
+/// database that is stored with it: an export takes the default type for it. With the nearest one that is
+/// known. Nothing when the settings cannot be read, which whoever exports is told.
+[[nodiscard]] QStringList unknownTypes(plugin::statement_source & statements, const QString & file,
+                                       const QList<column_type> & types);
 
 } // namespace app

@@ -4,7 +4,6 @@
 #include "app/output.h"
 #include "app/plugin_choice.h"
 #include "app/project_work.h"
-#include "app/unknown_types.h"
 
 #include <QDir>
 
@@ -46,7 +45,7 @@ public:
         for (const QString & warning : done.warnings) {
             printError(warning);
         }
-        tellUnknownTypes();
+        tellUnknownTypes(done.types);
         printDone(QStringLiteral("Project '%1' imported into %2 (entities: %3)")
                       .arg(done.projectName, QDir::toNativeSeparators(m_sProjectFile),
                            QString::number(done.entities)));
@@ -55,13 +54,14 @@ public:
 
 private:
     /// Types that an export will not know are told by whoever knows the type mapping, if that is there.
-    void tellUnknownTypes() const
+    void tellUnknownTypes(const QList<column_type> & types) const
     {
         const found_plugins found = found_plugins::inFolders();
         int status = Failed;
         QString reason;
         plugin::statement_source * const statements = chooseStatementSource(found, {}, status, reason);
-        for (const QString & line : statements ? unknownTypes(*statements, m_sProjectFile) : QStringList()) {
+        for (const QString & line :
+             statements ? unknownTypes(*statements, m_sProjectFile, types) : QStringList()) {
             printError(QStringLiteral("%1: warning: %2").arg(shownName(m_sModelFile), line));
         }
     }

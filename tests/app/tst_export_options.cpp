@@ -181,12 +181,12 @@ private Q_SLOTS:
                          QStringLiteral(KORVANE_SOURCE_DIR "/resources/schema/%1.schema.json").arg(name)));
         }
         QCOMPARE(runProgram({"schema"}).output, runProgram({"schema", "project"}).output);
-        const program_result wrong = runProgram({"schema", "proyect"});
+        const program_result wrong = runProgram({"schema", "nothing"});
         QCOMPARE(wrong.status, 2);
         QCOMPARE(
             wrong.errors,
             QByteArray(
-                "There is no schema 'proyect'; they are check, diff, explain, project, status, verify\n"));
+                "There is no schema 'nothing'; they are check, diff, explain, project, status, verify\n"));
     }
     void editorsFindTheSchema()
     {
