@@ -153,7 +153,7 @@ QByteArray verifyMarkdown(const verification & of)
     for (const database_proof & each : of.proofs) {
         const QStringList lines = linesOf(each);
         text += lines.isEmpty() ? QString() : QStringLiteral("\n%1:\n\n").arg(each.database);
-        for (QString line : lines) {
+        for (const QString & line : lines) {
             text += QStringLiteral("- `%1`\n").arg(oneLine(line).replace(u'`', u'\''));
         }
     }
