@@ -57,6 +57,7 @@ public:
             server_error error;
             m_connection->execute(QStringLiteral("DROP DATABASE IF EXISTS ") + scratch(), error);
         }
+        m_connection.reset(); // a server waits for it before it ends
     }
     mariadb_target(const mariadb_target &) = delete;
     mariadb_target & operator=(const mariadb_target &) = delete;

@@ -58,8 +58,8 @@ public:
 
     ~postgresql_target() override
     {
+        m_connection.reset(); // a server waits for it before it ends
         if (!m_sScratch.isEmpty()) {
-            m_connection.reset();
             server_error error;
             connect(m_place.database)->execute(QStringLiteral("DROP DATABASE ") + m_sScratch, error);
         }
