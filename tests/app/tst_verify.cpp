@@ -216,7 +216,15 @@ private Q_SLOTS:
         if (QStandardPaths::findExecutable("mariadbd", {"/usr/sbin"}).isEmpty()) {
             QSKIP("MariaDB is not installed");
         }
-        history({One, Renamed});
+        // Many tables, so that the server is there for a while.
+        QByteArray entities;
+        for (int i = 1; i <= 500; ++i) {
+            entities +=
+                (i == 1 ? "" : ", ") + QByteArray("{'id': %1, 'name': 'e%1', 'properties': [{'id': %1, "
+                                                  "'name': 'id', ID}]}")
+                                           .replace("%1", QByteArray::number(i));
+        }
+        history({entities.constData()});
         QVERIFY(QDir().mkpath(path("tmp")));
         QFile::setPermissions(path("tmp"), QFile::Permissions(0x7777));
         QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7755));
