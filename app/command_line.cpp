@@ -5,6 +5,7 @@
 #include "app/nearest_word.h"
 #include "app/output.h"
 #include "app/project_work.h"
+#include "app/shell/completion_command.h"
 
 #include <CLI/CLI.hpp>
 
@@ -20,22 +21,6 @@
 namespace app {
 
 namespace {
-
-const char Examples[] =
-    "Without a command the main window opens.\n"
-    "\n"
-    "Examples:\n"
-    "  korvane shop.korv                           open a project in the main window\n"
-    "  korvane import shop.json shop.korv          create a project from a model in text form\n"
-    "  korvane tag shop.korv -m \"first release\"    tag its current state as a new version\n"
-    "  korvane diff shop.korv                      what changed since the newest version\n"
-    "  korvane export shop.korv -y --db postgresql --path sql\n"
-    "                                              write the PostgreSQL scripts to the folder sql\n"
-    "  korvane plugins                             list the plugins and their options\n"
-    "\n"
-    "Exit status: 0 success; 1 failure (one line on standard error says why); 2 wrong usage; 3 done, and "
-    "there is\n"
-    "something to object to.";
 
 /// A command, and what stands for it in the parser.
 struct declared_command
@@ -76,7 +61,6 @@ parser::parser() : window{makeDefaultCommand(), &app, command_options(app)}
     app.description(window.what->description());
     app.set_version_flag("--version", "korvane " KORVANE_VERSION, "Print the version and exit");
     app.set_help_flag("-h,--help", "Print this help and exit");
-    app.footer(Examples);
     app.require_subcommand(0, 1);
     window.what->declare(window.options);
     for (std::unique_ptr<command> & c : makeCommands()) {
@@ -198,7 +182,8 @@ command_line parsed(parser & p)
         return wrongLine(
             QStringLiteral("'%1' stands before the command (see 'korvane --help')").arg(before.constFirst()));
     }
-    if (const QString wrong = given.what->whyWrong(); !wrong.isEmpty()) {
+    const QString wrongWord = given.options.whyWrong();
+    if (const QString wrong = wrongWord.isEmpty() ? given.what->whyWrong() : wrongWord; !wrong.isEmpty()) {
         return wrongLine(wrong);
     }
     command_line line;
@@ -258,6 +243,12 @@ QString workingFolderProblem(const command_line & line)
 
 command_line parseCommandLine(const QStringList & arguments)
 {
+    if (arguments.value(0) == QLatin1String(shell::CompleteOption) && arguments.size() > 1) {
+        command_line line;
+        line.type = command_line::run;
+        line.asked = shell::makeCompletionCommand(describeCommands(), arguments.mid(1));
+        return line;
+    }
     QStringList own = arguments;
     parser p;
     if (const QString reason = takeOthers(p, own); !reason.isEmpty()) {

@@ -1,10 +1,26 @@
 #include "app/command_table.h"
 
 #include "app/command.h"
+#include "app/command_options.h"
 #include "app/commands/commands.h"
 #include "app/window/window_command.h"
 
+#include <CLI/CLI.hpp>
+
 namespace app {
+
+namespace {
+
+described_command describe(command & what)
+{
+    CLI::App unused;
+    command_options options(unused);
+    what.declare(options);
+    return {QString::fromLatin1(what.name()), QString::fromLatin1(what.description()), options.footer(),
+            options.described()};
+}
+
+} // namespace
 
 std::vector<std::unique_ptr<command>> makeCommands()
 {
@@ -18,6 +34,15 @@ std::vector<std::unique_ptr<command>> makeCommands()
 std::unique_ptr<command> makeDefaultCommand()
 {
     return makeWindowCommand();
+}
+
+QList<described_command> describeCommands()
+{
+    QList<described_command> commands{describe(*makeDefaultCommand())};
+    for (const std::unique_ptr<command> & each : makeCommands()) {
+        commands << describe(*each);
+    }
+    return commands;
 }
 
 } // namespace app

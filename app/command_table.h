@@ -1,5 +1,9 @@
 #pragma once
 
+#include "app/described_command.h"
+
+#include <QList>
+
 #include <memory>
 #include <vector>
 
@@ -11,5 +15,7 @@ class command;
 [[nodiscard]] std::vector<std::unique_ptr<command>> makeCommands();
 /// What the program does without the name of a command: the window.
 [[nodiscard]] std::unique_ptr<command> makeDefaultCommand();
+/// What all of these take: what the program does without a command, and after it each command in that order.
+[[nodiscard]] QList<described_command> describeCommands();
 
 } // namespace app

@@ -46,13 +46,14 @@ void export_options::declareContent(command_options & options)
 {
     options.addText("--relationships", "yes|no", "Export relationships as foreign keys, or not",
                     m_relationships);
-    options.addText("--custom-script", "FILE", "Custom script in the place of the project's", m_customScript);
+    options.addText("--custom-script", "FILE", "Custom script in the place of the project's", m_customScript,
+                    value_kind::file);
 }
 
 void export_options::declareAll(command_options & options)
 {
-    options.addText("--db", "NAME", "Database that the scripts are for", m_database);
-    options.addText("--path", "DIR", "Folder of the scripts", m_path);
+    options.addText("--db", "NAME", "Database that the scripts are for", m_database, value_kind::database);
+    options.addText("--path", "DIR", "Folder of the scripts", m_path, value_kind::folder);
     options.addText("--schema", "full|evolution|both", "Which scripts are written", m_schema);
     declareContent(options);
 }

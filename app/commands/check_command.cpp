@@ -4,6 +4,7 @@
 #include "app/command_options.h"
 #include "app/commands/commands.h"
 #include "app/export_options.h"
+#include "app/named_rows.h"
 #include "app/output.h"
 #include "app/script_guard.h"
 #include "app/source.h"
@@ -81,30 +82,6 @@ const objection Objections[] = {
     {QLatin1String("never"), {}},
 };
 
-/// The row of `table` with that name; null when there is none.
-template <class Row, std::size_t Count>
-const Row * rowOf(const Row (&table)[Count], const QString & name)
-{
-    const auto * const found =
-        std::find_if(std::begin(table), std::end(table), [&](const Row & row) { return row.name == name; });
-    return found == std::end(table) ? nullptr : found;
-}
-
-/// Why `value` is wrong for an option that takes the names of `table`; empty when it is right.
-template <class Row, std::size_t Count>
-QString whyNoRow(const char * option, const Row (&table)[Count], const QString & value)
-{
-    if (rowOf(table, value) != nullptr) {
-        return {};
-    }
-    QStringList names;
-    for (const Row & row : table) {
-        names << row.name;
-    }
-    return QStringLiteral("'%1' is not a value of %2; it takes %3")
-        .arg(value, QLatin1String(option), names.join(QStringLiteral(", ")));
-}
-
 /// Foretells, without a server, what the scripts of a project will do.
 class check_command : public command
 {
@@ -150,25 +127,26 @@ void check_command::declare(command_options & options)
 {
     options.addOptionalSource(m_source);
     options.addText("--db", "LIST", "Databases to judge for, with commas between; all is every one",
-                    m_databases);
-    options.addText("--from", "VERSION", "Judge the step from this version", m_from);
+                    m_databases, value_kind::databases);
+    options.addText("--from", "VERSION", "Judge the step from this version", m_from, value_kind::version);
     options.addText("--to", "VERSION", "Judge the step to this version; now is the state of the project",
-                    m_to);
+                    m_to, value_kind::version);
     options.addFlag("--all", "Judge the full script, v1 and each step", m_all);
-    options.addText("--fail-on", "SEVERITY", "error (the default), warning, note or never", m_failOn);
-    options.addText("--format", "FORMAT", "text (the default), json, sarif, github, gitlab or markdown",
-                    m_format);
+    options.addWords("--fail-on", "SEVERITY", namesOf(Objections), m_failOn);
+    options.addWords("--format", "FORMAT", namesOf(Formats), m_format);
     options.addFlag("--json", "The same as --format json", m_json);
-    options.addText("-o,--output", "FILE", "Write to FILE in the place of standard output", m_file);
+    options.addText("-o,--output", "FILE", "Write to FILE in the place of standard output", m_file,
+                    value_kind::file);
     m_exportOptions.declareContent(options);
     options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
                     m_noCustomScript);
-    options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
-                    m_plugin.name);
-    options.addText("--text", "FILE", "Tell places of SARIF and forges in this model in text form", m_text);
+    options.addPlugin(m_plugin.name);
+    options.addText("--text", "FILE", "Tell places of SARIF and forges in this model in text form", m_text,
+                    value_kind::file);
     options.addText("--accept", "FILE", "Accepted findings; by default korvane-check.json beside the project",
-                    m_accept);
-    options.addText("--explain", "CODE", "Print the page of a rule and do nothing else", m_explain);
+                    m_accept, value_kind::file);
+    options.addText("--explain", "CODE", "Print the page of a rule and do nothing else", m_explain,
+                    value_kind::rule);
     options.addFlag("--list", "List all rules and do nothing else", m_list);
     options.setFooter(Help);
 }
@@ -200,14 +178,8 @@ QString check_command::whyWrong() const
         return QStringLiteral("%1 to %2 is not a step forwards")
             .arg(m_from, m_to.isEmpty() ? versionWord(Now) : m_to);
     }
-    for (const QString & why : {m_databases.isEmpty() ? QString() : whyNoDatabase(databaseKeys(m_databases)),
-                                m_exportOptions.whyWrong(), whyNoRow("--format", Formats, m_format),
-                                whyNoRow("--fail-on", Objections, m_failOn)}) {
-        if (!why.isEmpty()) {
-            return why;
-        }
-    }
-    return {};
+    const QString wrong = m_databases.isEmpty() ? QString() : whyNoDatabase(databaseKeys(m_databases));
+    return wrong.isEmpty() ? m_exportOptions.whyWrong() : wrong;
 }
 
 int check_command::listRules() const

@@ -4,6 +4,7 @@
 #include "app/commands/commands.h"
 #include "app/diff_report.h"
 #include "app/export_options.h"
+#include "app/named_rows.h"
 #include "app/output.h"
 #include "app/statement_plugin.h"
 
@@ -31,24 +32,16 @@ const char Help[] =
 /// A form in which changes are told.
 struct diff_format
 {
-    const char * name;
+    QLatin1String name;
     QByteArray (*write)(const diff_report & report);
 };
 
 constexpr diff_format Formats[] = {
-    {"text", &diffText},
-    {"json",
+    {QLatin1String("text"), &diffText},
+    {QLatin1String("json"),
      [](const diff_report & report) { return diffJson(report, QCoreApplication::applicationVersion()); }},
-    {"markdown", &diffMarkdown},
+    {QLatin1String("markdown"), &diffMarkdown},
 };
-
-const diff_format * formatOf(const QString & name)
-{
-    const auto * const found =
-        std::find_if(std::begin(Formats), std::end(Formats),
-                     [&name](const diff_format & f) { return name == QLatin1String(f.name); });
-    return found == std::end(Formats) ? nullptr : found;
-}
 
 /// Tells what changed in a model.
 class diff_command : public command
@@ -83,17 +76,16 @@ void diff_command::declare(command_options & options)
 {
     options.addSource(m_request.source);
     options.addVersion("FROM", "The version to begin with, v1, v2 ..., or another SOURCE to compare with",
-                       m_request.from);
+                       m_request.from, value_kind::version_or_source);
     options.addVersion("TO", "The version to end with; now is the default", m_request.to);
     options.addText("--db", "NAME", "Tell below each change the statements for this database",
-                    m_scriptRequest.database);
+                    m_scriptRequest.database, value_kind::database);
     options.addFlag("--sql", "Print the script of the step alone, as an export writes it", m_isScript);
     m_exportOptions.declareContent(options);
     options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
                     m_scriptRequest.noCustomScript);
-    options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
-                    m_plugin.name);
-    options.addText("--format", "FORMAT", "text (the default), json or markdown", m_sFormat);
+    options.addPlugin(m_plugin.name);
+    options.addWords("--format", "FORMAT", namesOf(Formats), m_sFormat);
     options.addFlag("--json", "The same as --format json", m_isJson);
     options.addFlag("--exit-code", "End with status 3 when something changed", m_hasExitCode);
     options.setFooter(Help);
@@ -101,9 +93,6 @@ void diff_command::declare(command_options & options)
 
 QString diff_command::whyWrong() const
 {
-    if (!m_sFormat.isEmpty() && !formatOf(m_sFormat)) {
-        return QStringLiteral("'%1' is not a format; they are text, json and markdown").arg(m_sFormat);
-    }
     if (m_isScript && (m_isJson || !m_sFormat.isEmpty())) {
         return QStringLiteral(
             "--sql prints the script alone, which has no other format; leave one of both out");
@@ -150,7 +139,7 @@ int diff_command::run()
         printBytes(report.script->bytes);
     } else {
         const QString format = m_isJson ? QStringLiteral("json") : m_sFormat;
-        printBytes((format.isEmpty() ? Formats : formatOf(format))->write(report));
+        printBytes((format.isEmpty() ? Formats : rowOf(Formats, format))->write(report));
     }
     return m_hasExitCode && !report.changes.empty() ? Objected : Done;
 }

@@ -81,8 +81,7 @@ void explain_command::declare(command_options & options)
     m_exportOptions.declareContent(options);
     options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
                     m_noCustomScript);
-    options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
-                    m_plugin.name);
+    options.addPlugin(m_plugin.name);
     options.addFlag("--json", "Print a JSON document", m_json);
     options.setFooter(Help);
 }

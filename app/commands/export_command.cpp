@@ -242,8 +242,7 @@ public:
     {
         options.addProject(m_request.projectFile);
         m_request.options.declareAll(options);
-        options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
-                        m_request.plugin.name);
+        options.addPlugin(m_request.plugin.name);
         options.addFlag("-y,--yes", "Answer every question with Yes", m_request.answerYes);
         options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
                         m_request.noCustomScript);

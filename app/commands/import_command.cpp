@@ -23,7 +23,8 @@ public:
 
     void declare(command_options & options) override
     {
-        options.addFile("MODEL.json", "The model in text form; - reads it from standard input", m_sModelFile);
+        options.addFile("MODEL.json", "The model in text form; - reads it from standard input", m_sModelFile,
+                        value_kind::source);
         options.addProject(m_sProjectFile);
     }
 

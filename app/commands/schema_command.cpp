@@ -36,9 +36,9 @@ public:
 
     void declare(command_options & options) override
     {
-        options.addVersion(
+        options.addOptionalWord(
             "NAME", "project (the text form, which is the default), check, diff, explain, status or verify",
-            m_sName);
+            formNames(), m_sName);
     }
     [[nodiscard]] QString whyWrong() const override
     {

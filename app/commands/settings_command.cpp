@@ -74,8 +74,7 @@ public:
     {
         options.addProject(m_projectFile);
         m_options.declareAll(options);
-        options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
-                        m_plugin.name);
+        options.addPlugin(m_plugin.name);
         options.setFooter(Help);
     }
     [[nodiscard]] QString whyWrong() const override { return m_options.whyWrong(); }

@@ -79,7 +79,6 @@ public:
     }
 
     void declare(command_options & options) override;
-    [[nodiscard]] QString whyWrong() const override;
     [[nodiscard]] int run() override;
 
 private:
@@ -103,20 +102,12 @@ void status_command::declare(command_options & options)
 {
     options.addSource(m_source);
     options.addFlag("--exit-code", "End with status 3 when something is left to do", m_exitCode);
-    options.addText("--format", "FORMAT", "text (the default) or json", m_format);
+    options.addWords("--format", "FORMAT", {QStringLiteral("text"), QStringLiteral("json")}, m_format);
     options.addFlag("--json", "The same as --format json", m_json);
     options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
                     m_noCustomScript);
-    options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
-                    m_plugin.name);
+    options.addPlugin(m_plugin.name);
     options.setFooter(Help);
-}
-
-QString status_command::whyWrong() const
-{
-    return m_format.isEmpty() || m_format == QLatin1String("text") || m_format == QLatin1String("json")
-               ? QString()
-               : QStringLiteral("'%1' is not a format; they are text and json").arg(m_format);
 }
 
 int status_command::run()

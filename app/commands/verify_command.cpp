@@ -2,6 +2,7 @@
 #include "app/command.h"
 #include "app/command_options.h"
 #include "app/commands/commands.h"
+#include "app/named_rows.h"
 #include "app/output.h"
 #include "app/script_guard.h"
 #include "app/source.h"
@@ -58,13 +59,6 @@ const verify_format Formats[] = {
     {QLatin1String("junit"), &verifyJunit},
     {QLatin1String("markdown"), &verifyMarkdown},
 };
-
-const verify_format * formatOf(const QString & name)
-{
-    const auto * const found = std::find_if(std::begin(Formats), std::end(Formats),
-                                            [&](const verify_format & each) { return each.name == name; });
-    return found == std::end(Formats) ? nullptr : found;
-}
 
 /// Tells a person at a terminal how far the work is; the line goes with this object.
 class progress_line
@@ -144,27 +138,26 @@ void verify_command::declare(command_options & options)
 {
     options.addSource(m_source);
     options.addText("--db", "LIST",
-                    "Databases, with commas between: sqlite (the default), mariadb, postgresql", m_databases);
+                    "Databases, with commas between: sqlite (the default), mariadb, postgresql", m_databases,
+                    value_kind::databases);
     options.addTexts("--url", "URL", "A server to run them on, such as postgresql://user@host/database",
                      m_urls);
-    options.addText("--from", "VERSION", "Tell of this version and those after it", m_from);
+    options.addText("--from", "VERSION", "Tell of this version and those after it", m_from,
+                    value_kind::version);
     options.addFlag("--skip-missing", "Leave databases out that are not installed", m_skipMissing);
-    options.addText("--format", "FORMAT", "text (the default), json, junit or markdown", m_format);
+    options.addWords("--format", "FORMAT", namesOf(Formats), m_format);
     options.addFlag("--json", "The same as --format json", m_json);
-    options.addText("-o,--output", "FILE", "Write to FILE in the place of standard output", m_file);
+    options.addText("-o,--output", "FILE", "Write to FILE in the place of standard output", m_file,
+                    value_kind::file);
     m_exportOptions.declareContent(options);
     options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
                     m_noCustomScript);
-    options.addText("--plugin", "NAME", "Name or file of the plugin; by default the only one found",
-                    m_plugin.name);
+    options.addPlugin(m_plugin.name);
     options.setFooter(Help);
 }
 
 QString verify_command::whyWrong() const
 {
-    if (!formatOf(m_format)) {
-        return QStringLiteral("'%1' is not a format; they are text, json, junit and markdown").arg(m_format);
-    }
     for (const QString & url : m_urls) {
         QString why;
         if (!database::server::readUrl(url, why)) {
@@ -262,7 +255,8 @@ zk::ZkBool verify_command::verifyOne(const opener & open, plugin::statement_sour
 
 int verify_command::tell(const verification & told) const
 {
-    const QByteArray bytes = (m_json ? formatOf(QStringLiteral("json")) : formatOf(m_format))->write(told);
+    const QByteArray bytes =
+        (m_json ? rowOf(Formats, QStringLiteral("json")) : rowOf(Formats, m_format))->write(told);
     if (m_file.isEmpty()) {
         printBytes(bytes);
     } else if (const zk::ZkBool written = writeWholeFile(m_file, bytes); !written) {

@@ -14,6 +14,22 @@ namespace app {
 
 namespace {
 
+const char Help[] =
+    "Without a command the main window opens.\n"
+    "\n"
+    "Examples:\n"
+    "  korvane shop.korv                           open a project in the main window\n"
+    "  korvane import shop.json shop.korv          create a project from a model in text form\n"
+    "  korvane tag shop.korv -m \"first release\"    tag its current state as a new version\n"
+    "  korvane diff shop.korv                      what changed since the newest version\n"
+    "  korvane export shop.korv -y --db postgresql --path sql\n"
+    "                                              write the PostgreSQL scripts to the folder sql\n"
+    "  korvane plugins                             list the plugins and their options\n"
+    "\n"
+    "Exit status: 0 success; 1 failure (one line on standard error says why); 2 wrong usage; 3 done, and "
+    "there is\n"
+    "something to object to.";
+
 class window_command : public command
 {
 public:
@@ -27,7 +43,9 @@ public:
 
     void declare(command_options & options) override
     {
-        options.addOptionalFile("PROJECT.korv", "A project file to open in the main window", m_sProjectFile);
+        options.addOptionalFile("PROJECT.korv", "A project file to open in the main window", m_sProjectFile,
+                                value_kind::project);
+        options.setFooter(Help);
     }
 
     [[nodiscard]] int run() override

@@ -232,7 +232,7 @@ private Q_SLOTS:
             << QStringList{"-", "-"} << 2
             << "Both sources are '-', but standard input can be read only once\n";
         QTest::newRow("no format") << QStringList{"PATH/shop.korv", "--format", "xml"} << 2
-                                   << "'xml' is not a format; they are text, json and markdown\n";
+                                   << "'xml' is not a value of --format; it takes text, json, markdown\n";
     }
     void failures()
     {

@@ -202,7 +202,7 @@ private Q_SLOTS:
         QCOMPARE(none.errors.count('\n'), 1);
         const program_result format = status({"--format", "xml"});
         QCOMPARE(format.status, 2);
-        QCOMPARE(format.errors, QByteArray("'xml' is not a format; they are text and json\n"));
+        QCOMPARE(format.errors, QByteArray("'xml' is not a value of --format; it takes text, json\n"));
     }
 
     void firstDifference_data()

@@ -256,9 +256,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<QStringList>("options");
         QTest::addColumn<QByteArray>("reason");
-        QTest::newRow("format") << QStringList{"--format", "xml"}
-                                << QByteArray(
-                                       "'xml' is not a format; they are text, json, junit and markdown\n");
+        QTest::newRow("format")
+            << QStringList{"--format", "xml"}
+            << QByteArray("'xml' is not a value of --format; it takes text, json, junit, markdown\n");
         QTest::newRow("version") << QStringList{"--from", "2"}
                                  << QByteArray(
                                         "'2' is not a version; versions are v1, v2 … as 'korvane log' lists "
