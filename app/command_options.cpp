@@ -12,8 +12,9 @@ namespace {
 const char SourceName[] = "SOURCE";
 const char AboutSource[] = "A project file, or a model in text form; - is a text on standard input";
 
-/// What a command that says nothing else about it ends with.
-const char UsualFooter[] = "Exit status: 0 done; 1 it could not be done; 2 wrong usage.";
+const char ExitStatus[] = "Exit status: ";
+/// That of a command that says nothing else about it.
+const char UsualStatus[] = "Exit status: 0 done; 1 it could not be done; 2 wrong usage.";
 
 /// "text (the default), json or markdown"
 std::string listed(QStringList words)
@@ -27,7 +28,7 @@ std::string listed(QStringList words)
 
 command_options::command_options(CLI::App & app) : m_app(app)
 {
-    setFooter(UsualFooter);
+    setFooter("");
 }
 
 described_option & command_options::describe(const char * names, const char * what, value_kind kind)
@@ -143,8 +144,11 @@ void command_options::addFlag(const char * names, const char * what, bool & flag
 
 void command_options::setFooter(const char * text)
 {
-    m_app.footer(text);
     m_footer = QString::fromLatin1(text);
+    if (!m_footer.contains(QLatin1String(ExitStatus))) {
+        m_footer = (m_footer + QStringLiteral("\n\n") + QLatin1String(UsualStatus)).trimmed();
+    }
+    m_app.footer(m_footer.toStdString());
 }
 
 QStringList command_options::files() const

@@ -48,7 +48,8 @@ public:
     void addPlugin(QString & name);
     void addFlag(const char * names, const char * what, bool & flag);
     /// What help says after the options: paragraphs with an empty line between; the exit status and examples
-    /// begin with "Exit status: " and with "Example: " or a line "Examples:".
+    /// begin with "Exit status: " and with "Example: " or a line "Examples:". Without an exit status the
+    /// usual one is added.
     void setFooter(const char * text);
 
     /// The files that were given.

@@ -34,10 +34,10 @@ class window_command : public command
 {
 public:
     window_command()
-        : command("korvane",
-                  "Imports models of persistent classes, tags their versions "
-                  "and exports them as DDL SQL scripts.",
-                  surroundings::window)
+        : command(
+              "korvane",
+              "Import models of persistent classes, tag their versions and export them as DDL SQL scripts",
+              surroundings::window)
     {
     }
 
