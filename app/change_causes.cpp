@@ -157,4 +157,95 @@ std::vector<int> change_causes::ofInverse(const plugin::statement_record & state
     return found;
 }
 
+std::vector<int> change_causes::changesOf(const std::vector<check::object> & objects,
+                                          const condition & isAsked) const
+{
+    std::vector<int> found;
+    for (const check::object & each : objects) {
+        for (const int index : changesOf(each.kind, each.id)) {
+            if (isAsked(m_changes[static_cast<std::size_t>(index)])) {
+                found.push_back(index);
+            }
+        }
+    }
+    std::sort(found.begin(), found.end());
+    found.erase(std::unique(found.begin(), found.end()), found.end());
+    return found;
+}
+
+std::vector<int> change_causes::changesWithin(const std::vector<check::object> & objects) const
+{
+    std::vector<int> found;
+    int index = 0;
+    for (const model::model_change & change : m_changes) {
+        const bool isWithin =
+            std::any_of(change.owners.begin(), change.owners.end(), [&](const model::named_object & owner) {
+                return std::any_of(objects.begin(), objects.end(), [&owner](const check::object & each) {
+                    return each.kind == owner.kind && each.id == owner.id;
+                });
+            });
+        if (isWithin) {
+            found.push_back(index);
+        }
+        ++index;
+    }
+    return found;
+}
+
+/// The addition of what the objects came with.
+std::vector<int> change_causes::additionsOf(const std::vector<check::object> & objects) const
+{
+    std::vector<int> found;
+    int index = 0;
+    for (const model::model_change & change : m_changes) {
+        const bool isNewEntity =
+            change.object.kind == object_kind::entity && change.change == change_kind::added;
+        const auto entity = isNewEntity ? m_after.getEntityById(change.object.id) : nullptr;
+        const bool hasOne =
+            entity && std::any_of(objects.begin(), objects.end(), [&entity](const check::object & each) {
+                return each.kind == object_kind::property && entity->getPropertyById(each.id);
+            });
+        if (hasOne) {
+            found.push_back(index);
+        }
+        ++index;
+    }
+    return found;
+}
+
+std::vector<int> change_causes::ofFields(const check::finding & finding) const
+{
+    std::vector<int> found;
+    for (const QString & group : QString(finding.fields).split(u'|')) {
+        const QStringList fields = group.split(u' ', Qt::SkipEmptyParts);
+        if (found.empty()) {
+            found = changesOf(finding.objects, [&fields](const model::model_change & change) {
+                return fields.contains(change.field);
+            });
+        }
+    }
+    return found;
+}
+
+std::vector<int> change_causes::find(const check::finding & finding) const
+{
+    std::vector<int> found = ofFields(finding);
+    for (const object_kind kind :
+         {object_kind::relationship, object_kind::property, object_kind::enumeration, object_kind::entity}) {
+        if (found.empty()) {
+            found = changesOf(finding.objects, [kind](const model::model_change & change) {
+                return change.object.kind == kind &&
+                       (isNew(change.change) || change.change == change_kind::removed);
+            });
+        }
+    }
+    if (found.empty()) {
+        found = changesOf(finding.objects, [](const model::model_change &) { return true; });
+    }
+    if (found.empty()) {
+        found = changesWithin(finding.objects);
+    }
+    return found.empty() ? additionsOf(finding.objects) : found;
+}
+
 } // namespace app

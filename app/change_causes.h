@@ -1,16 +1,18 @@
 #pragma once
 
+#include "check/finding/finding.h"
 #include "model/model_difference.h"
 #include "plugin/statement_source.h"
 
 #include <QHash>
 
+#include <functional>
 #include <utility>
 #include <vector>
 
 namespace app {
 
-/// Finds the changes of a model from which the statements of its step follow.
+/// Finds the changes of a model from which the statements of its step follow, and that findings are about.
 class change_causes
 {
 public:
@@ -20,8 +22,17 @@ public:
 
     /// Indexes into the changes, ascending; none for a statement that no change explains.
     [[nodiscard]] std::vector<int> find(const plugin::statement_record & statement) const;
+    /// The same for a finding, told by its objects.
+    [[nodiscard]] std::vector<int> find(const check::finding & finding) const;
 
 private:
+    using condition = std::function<bool(const model::model_change &)>;
+    /// The changes of the objects that are as asked for, ascending.
+    [[nodiscard]] std::vector<int> changesOf(const std::vector<check::object> & objects,
+                                             const condition & isAsked) const;
+    [[nodiscard]] std::vector<int> changesWithin(const std::vector<check::object> & objects) const;
+    [[nodiscard]] std::vector<int> additionsOf(const std::vector<check::object> & objects) const;
+    [[nodiscard]] std::vector<int> ofFields(const check::finding & finding) const;
     [[nodiscard]] std::vector<int> nearest(const plugin::statement_record & statement) const;
     [[nodiscard]] std::vector<int> ofInverse(const plugin::statement_record & statement) const;
     [[nodiscard]] std::vector<int> changesOf(model::object_kind kind, long id) const

@@ -1,10 +1,11 @@
 #include "app/check_run.h"
 
+#include "app/database_choice.h"
 #include "app/export_options.h"
-#include "app/nearest_word.h"
 #include "app/source.h"
 
 #include "check/checker.h"
+#include "check/view/kept_names.h"
 #include "context/ctx_project.h"
 #include "context/ctx_scoped.h"
 #include "database/facts/facts.h"
@@ -69,6 +70,24 @@ public:
             result = judgeFull();
         }
         return result && m_asked.scripts != judged_scripts::full ? judgeHistory() : result;
+    }
+
+    /// What the scripts of the one database make until a version is reached.
+    ZkBool findMade(int version, std::optional<check::made_objects> & made)
+    {
+        ZkBool result = m_source.load(Now, m_now);
+        if (result) {
+            context::ctx_project::getSingleton().setProject(m_now);
+            result = takeDatabases();
+        }
+        std::shared_ptr<model::project> before;
+        if (result) {
+            result = runChain(version, false, before);
+        }
+        if (result) {
+            made.emplace(m_databases.front().chain->made());
+        }
+        return result;
     }
 
     /// What was found, database by database.
@@ -225,7 +244,8 @@ private:
 
     ZkBool load(int number, std::shared_ptr<model::project> & version)
     {
-        const ZkBool loaded = m_source.load(number, version);
+        const bool isState = number > m_source.newestVersion();
+        const ZkBool loaded = m_source.load(isState ? Now : number, version);
         if (loaded) {
             version->setName(m_now->getName());
         }
@@ -245,6 +265,9 @@ private:
             step.isCurrent = after == m_now;
             plugin::statement_list list =
                 m_statements.stepStatements({before, after, from, to}, each.options);
+            if (from != 0 && !isNeighbour(from, to)) {
+                check::useKeptNames(each.chain->made(), list.records);
+            }
             const ZkBool told = runScript(*each.chain, step, std::move(list), isTold ? &each.found : nullptr);
             if (!told) {
                 return told;
@@ -320,57 +343,27 @@ private:
     std::vector<database_run> m_databases;
 };
 
-QStringList knownKeys()
-{
-    QStringList keys;
-    for (const database::facts * const known : database::allFacts()) {
-        keys << known->key;
-    }
-    return keys;
-}
-
-/// Says that `key` is none of `words`.
-QString noDatabase(const QString & key, const QStringList & words)
-{
-    const QString meant = nearestWord(key, words);
-    return QStringLiteral("'%1' is not a database; they are %2%3")
-        .arg(key, words.join(QStringLiteral(", ")),
-             meant.isEmpty() ? QString() : QStringLiteral(" (did you mean %1?)").arg(meant));
-}
-
 } // namespace
 
-QStringList databaseKeys(const QString & list)
+bool isNeighbour(int from, int to)
 {
-    QStringList keys;
-    for (const QString & each : list.split(QLatin1Char(','))) {
-        const QString key = each.trimmed();
-        if (key != AllDatabases) {
-            keys << key;
-            continue;
-        }
-        for (const database::facts * const known : database::allFacts()) {
-            if (known->isDatabase) {
-                keys << known->key;
-            }
-        }
+    return to == from + 1;
+}
+
+ZkBool useKeptNames(plugin::statement_source & statements, source & of, const QString & database,
+                    const plugin::friendly_settings & options, int from,
+                    std::vector<plugin::statement_record> & records)
+{
+    const context::ctx_kept kept(context::ctx_project::getSingleton());
+    check_request asked;
+    asked.databases = {database};
+    asked.options = options;
+    std::optional<check::made_objects> made;
+    const ZkBool result = check_run(statements, of, asked).findMade(from, made);
+    if (made) {
+        check::useKeptNames(*made, records);
     }
-    keys.removeDuplicates();
-    return keys;
-}
-
-QString whyNoDatabase(const QStringList & keys)
-{
-    const QStringList words = knownKeys() << AllDatabases;
-    const auto unknown =
-        std::find_if(keys.begin(), keys.end(), [&](const QString & key) { return !words.contains(key); });
-    return unknown == keys.end() ? QString() : noDatabase(*unknown, words);
-}
-
-QString whyNotOneDatabase(const QString & key)
-{
-    const QStringList words = knownKeys();
-    return words.contains(key) ? QString() : noDatabase(key, words);
+    return result;
 }
 
 ZkBool checkSource(plugin::statement_source & statements, source & of, const check_request & asked,

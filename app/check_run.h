@@ -12,9 +12,6 @@ namespace app {
 
 class source;
 
-/// The word that stands for every database but the generic one.
-inline constexpr QLatin1String AllDatabases("all");
-
 /// Which scripts are judged.
 enum class judged_scripts
 {
@@ -27,20 +24,21 @@ enum class judged_scripts
 /// What is to be judged.
 struct check_request
 {
-    QStringList databases; ///< keys; see whyNoDatabase()
+    QStringList databases; ///< keys; see app/database_choice.h
     judged_scripts scripts = judged_scripts::usual;
     std::optional<int> from; ///< a version, or `Now`: the step between these two alone
     std::optional<int> to;
     plugin::friendly_settings options; ///< of the export, beside its database
 };
 
-/// The keys that `list` names, separated by commas: "sqlite,postgresql", or AllDatabases. What no database
-/// has stays as it is, for whyNoDatabase().
-[[nodiscard]] QStringList databaseKeys(const QString & list);
-/// Why one of `keys` cannot be judged, on one line; empty when all can.
-[[nodiscard]] QString whyNoDatabase(const QStringList & keys);
-/// Why `key` is no database that scripts are made for; empty when it is one.
-[[nodiscard]] QString whyNotOneDatabase(const QString & key);
+/// Whether an export writes the script of this step; others are computed from the models at both ends.
+[[nodiscard]] bool isNeighbour(int from, int to);
+/// Puts into `records`, the statements of a step that begins with the version `from`, the names that its
+/// scripts until then left in the database. A failure is one of making these.
+/// @param options of the export, beside its database
+[[nodiscard]] zk::ZkBool useKeptNames(plugin::statement_source & statements, source & of,
+                                      const QString & database, const plugin::friendly_settings & options,
+                                      int from, std::vector<plugin::statement_record> & records);
 
 /// Foretells what the scripts of `of` do. The current project is that of `of` meanwhile. After a failure
 /// `found` has what was judged until then.

@@ -16,7 +16,8 @@ using zk::ZkBool;
 ZkBool loadTwoSources(const comparison_request & request, compared_states & states)
 {
     source former;
-    source later;
+    states.of = std::make_shared<source>();
+    source & later = *states.of;
     ZkBool result = former.openState(request.source);
     if (result) {
         result = later.openState(request.from);
@@ -33,12 +34,16 @@ ZkBool loadTwoSources(const comparison_request & request, compared_states & stat
     states.fromNumber = 1;
     states.toNumber = 2;
     states.isText = later.isText();
+    if (result) {
+        later.takeStates(states.before, states.after);
+    }
     return result;
 }
 
 ZkBool loadVersions(const comparison_request & request, compared_states & states)
 {
-    source of;
+    states.of = std::make_shared<source>();
+    source & of = *states.of;
     if (const ZkBool opened = of.open(request.source); !opened) {
         return opened;
     }

@@ -12,6 +12,8 @@ class project;
 
 namespace app {
 
+class source;
+
 /// What a command line names for a comparison: SOURCE, then a version, two versions, or another SOURCE.
 struct comparison_request
 {
@@ -39,6 +41,11 @@ struct compared_states
     int fromNumber = 0;
     int toNumber = 0;
     bool isText = false; ///< whether `state` comes from a text form
+    /// That of the versions; of two sources one whose only version and whose state they are.
+    std::shared_ptr<source> of;
+
+    /// Whether it is a step from one version to a later one.
+    [[nodiscard]] bool isForwards() const { return fromNumber < toNumber; }
 };
 
 /// Loads what `request` names. A failure is one line.

@@ -76,6 +76,14 @@ json statementOf(const step_statement & statement)
     return result;
 }
 
+json findingOf(const check::finding & finding, const finding_place & place)
+{
+    json result = check::briefOf(finding);
+    result["statement"] = place.statement < 0 ? json(nullptr) : json(place.statement);
+    result["causes"] = place.causes;
+    return result;
+}
+
 } // namespace
 
 QByteArray diffJson(const diff_report & report, const QString & program)
@@ -95,6 +103,11 @@ QByteArray diffJson(const diff_report & report, const QString & program)
         }
         whole["database"] = textOf(report.script->database);
         whole["statements"] = std::move(statements);
+        json findings = json::array();
+        for (std::size_t i = 0; i < report.places.size(); ++i) {
+            findings.push_back(findingOf(report.found.findings[i], report.places[i]));
+        }
+        whole["findings"] = std::move(findings);
     }
     return check::written(whole);
 }

@@ -30,12 +30,12 @@ public:
     {
     }
 
-    ZkBool run(const plugin::friendly_settings & options, bool noCustomScript)
+    ZkBool run(const plugin::friendly_settings & options)
     {
         m_explained.name = m_name;
         ZkBool result = loadStates();
         if (result) {
-            result = makeScript(options, noCustomScript);
+            result = makeScript(options);
         }
         if (result) {
             result = m_name.kind == script_kind::step ? ZkBool::success() : findOrigins();
@@ -74,14 +74,14 @@ private:
         return result;
     }
 
-    ZkBool makeScript(const plugin::friendly_settings & options, bool noCustomScript)
+    ZkBool makeScript(const plugin::friendly_settings & options)
     {
         m_changes = model::difference(*m_states.before, *m_states.after);
         script_request request;
         request.kind = m_name.kind;
         request.database = m_name.database;
         request.options = options;
-        request.noCustomScript = noCustomScript;
+        request.history = &m_source;
         step_script script;
         const ZkBool made = makeStepScript(m_statements, m_states, m_changes, request, script);
         m_explained.bytes = script.bytes;
@@ -203,10 +203,9 @@ ZkBool readScriptName(plugin::statement_source & statements, const QString & nam
 }
 
 ZkBool explainScript(plugin::statement_source & statements, source & of, const script_name & name,
-                     const plugin::friendly_settings & options, bool noCustomScript,
-                     explained_script & explained)
+                     const plugin::friendly_settings & options, explained_script & explained)
 {
-    return script_explainer(statements, of, name, explained).run(options, noCustomScript);
+    return script_explainer(statements, of, name, explained).run(options);
 }
 
 } // namespace app

@@ -49,6 +49,6 @@ struct explained_script
 /// A failure is one line.
 [[nodiscard]] zk::ZkBool explainScript(plugin::statement_source & statements, source & of,
                                        const script_name & name, const plugin::friendly_settings & options,
-                                       bool noCustomScript, explained_script & explained);
+                                       explained_script & explained);
 
 } // namespace app

@@ -1,7 +1,7 @@
 #include "app/export_options.h"
 
-#include "app/check_run.h"
 #include "app/command_options.h"
+#include "app/database_choice.h"
 #include "app/plugin_choice.h"
 
 #include "database/facts/facts.h"

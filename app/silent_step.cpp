@@ -2,6 +2,7 @@
 
 #include "app/compared_states.h"
 #include "app/project_work.h"
+#include "app/script_guard.h"
 #include "app/source.h"
 #include "app/step_script.h"
 
@@ -21,7 +22,7 @@ QString silentStep(plugin::statement_source & statements, const QString & file, 
     const std::vector<model::model_change> changes = model::difference(*states.before, *states.after);
     script_request request;
     request.database = database;
-    request.noCustomScript = true; // which statements there are, it does not decide
+    const tools::script_guard_scope guard(commandScriptGuard(true)); // it does not decide which there are
     step_script script;
     if (changes.empty() || !makeStepScript(statements, states, changes, request, script) ||
         !std::all_of(script.statements.begin(), script.statements.end(),

@@ -148,6 +148,10 @@ ZkBool source::load(int number, std::shared_ptr<model::project> & project)
         }
         return read;
     }
+    if (m_before) {
+        project = m_before;
+        return ZkBool::success();
+    }
     const QSqlError error = storage::history::load(m_sName, number, project);
     return error.isValid() ? ZkBool::failure(error.text()) : ZkBool::success();
 }
@@ -161,6 +165,14 @@ ZkBool source::loadAfter(const model::project & previous, std::shared_ptr<model:
         project = next;
     }
     return read;
+}
+
+void source::takeStates(const std::shared_ptr<model::project> & before,
+                        const std::shared_ptr<model::project> & state)
+{
+    m_versions = {storage::history::version()};
+    m_before = before;
+    m_state = state;
 }
 
 std::optional<storage::text_place> source::find(model::object_kind kind, long id)

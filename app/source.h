@@ -63,6 +63,10 @@ public:
     /// Takes `state`, which was loaded from the file, as the state, so that it is not read again.
     void takeState(const std::shared_ptr<model::project> & state) { m_state = state; }
 
+    /// Takes two states of what has no common history as its only version and its state.
+    void takeStates(const std::shared_ptr<model::project> & before,
+                    const std::shared_ptr<model::project> & state);
+
     /// Loads the state as one that follows `previous`, for a step between what has no common history: ids
     /// that a text leaves open are those of the objects of that name in `previous`, and the versions of
     /// entities tell what differs. An object of its own each time.
@@ -81,7 +85,8 @@ private:
     bool m_isText = false;
     QByteArray m_text;
     QList<storage::history::version> m_versions;
-    std::shared_ptr<model::project> m_state; ///< null until it is asked for
+    std::shared_ptr<model::project> m_state;  ///< null until it is asked for
+    std::shared_ptr<model::project> m_before; ///< the only version, of what has no history of its own
     std::optional<storage::text_places> m_places;
 };
 

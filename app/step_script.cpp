@@ -1,8 +1,8 @@
 #include "app/step_script.h"
 
 #include "app/change_causes.h"
+#include "app/check_run.h"
 #include "app/export_options.h"
-#include "app/script_guard.h"
 
 #include "check/view/statement_place.h"
 #include "context/ctx_project.h"
@@ -97,7 +97,6 @@ ZkBool makeStepScript(plugin::statement_source & source, const compared_states &
 {
     const context::ctx_kept kept(context::ctx_project::getSingleton());
     context::ctx_project::getSingleton().setProject(states.state);
-    const tools::script_guard_scope guard(commandScriptGuard(request.noCustomScript));
     script.database =
         request.database.isEmpty() && states.isText ? QString(DatabaseOfTexts) : request.database;
     ZkBool result = script.database.isEmpty() ? findStored(source, script.database) : ZkBool::success();
@@ -113,14 +112,19 @@ ZkBool makeStepScript(plugin::statement_source & source, const compared_states &
     // Scripts of an older version bear the name that the project has now.
     const QString name = states.after->getName();
     states.after->setName(states.state->getName());
-    const plugin::statement_list list = makeStatements(source, states, request.kind, options);
+    plugin::statement_list list = makeStatements(source, states, request.kind, options);
     states.after->setName(name);
+    if (request.kind == script_kind::step && request.history != nullptr &&
+        !isNeighbour(states.fromNumber, states.toNumber)) {
+        result = useKeptNames(source, *request.history, script.database, request.options, states.fromNumber,
+                              list.records);
+    }
     const change_causes causes(changes, *states.after);
     for (const plugin::statement_record & record : list.records) {
         script.bytes += record.text.toUtf8() + '\n';
         addStatements(record, states, causes, script.statements);
     }
-    return list.outcome;
+    return list.outcome ? result : list.outcome;
 }
 
 } // namespace app

@@ -13,6 +13,8 @@
 
 namespace app {
 
+class source;
+
 /// A statement as a server runs it: a record of the export may hold several, or none but a comment.
 struct step_statement
 {
@@ -51,11 +53,13 @@ struct script_request
     script_kind kind = script_kind::step; ///< the others begin with nothing, whatever the state before is
     QString database; ///< see whyNotOneDatabase(); empty for the stored one, or SQLite for a text form
     plugin::friendly_settings options; ///< of the export, beside the database
-    bool noCustomScript = false;
+    /// Whose versions the step lies between; null for a step without a history.
+    source * history = nullptr;
 };
 
-/// Makes a script of `states`, whose changes are `changes`. The project whose settings
-/// count is the current one meanwhile. A failure is one line, and `script` has what was made until then.
+/// Makes a script of `states`, whose changes are `changes`. The project whose settings count is the current
+/// one meanwhile. A step that no export writes, since it jumps over versions, has the names that the scripts
+/// of the history left. A failure is one line, and `script` has what was made until then.
 [[nodiscard]] zk::ZkBool makeStepScript(plugin::statement_source & source, const compared_states & states,
                                         const std::vector<model::model_change> & changes,
                                         const script_request & request, step_script & script);

@@ -46,6 +46,8 @@ public:
                  const std::function<database::catalogue()> & before,
                  const std::function<std::vector<plugin::statement_record>()> & full, report & told);
 
+    /// What the scripts made, with the names that it has.
+    [[nodiscard]] const made_objects & made() const { return m_made; }
     /// What stored() said before the script that was told last.
     [[nodiscard]] const database::catalogue & storedBefore() const { return m_beforeStep; }
     /// What the database holds now when no table has rows, as the scripts made it.

@@ -3,6 +3,7 @@
 #include "app/command.h"
 #include "app/command_options.h"
 #include "app/commands/commands.h"
+#include "app/database_choice.h"
 #include "app/export_options.h"
 #include "app/named_rows.h"
 #include "app/output.h"

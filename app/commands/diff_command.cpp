@@ -1,11 +1,12 @@
-#include "app/check_run.h"
 #include "app/command.h"
 #include "app/command_options.h"
 #include "app/commands/commands.h"
+#include "app/database_choice.h"
 #include "app/diff_report.h"
 #include "app/export_options.h"
 #include "app/named_rows.h"
 #include "app/output.h"
+#include "app/script_guard.h"
 #include "app/statement_plugin.h"
 
 #include <QCoreApplication>
@@ -26,7 +27,7 @@ const char Help[] =
     "Examples:\n"
     "  korvane diff shop.korv                      from the newest version to now\n"
     "  korvane diff shop.korv v1 v3                from one version to another\n"
-    "  korvane diff shop.korv --db postgresql      with the statements below each change\n"
+    "  korvane diff shop.korv --db postgresql      with statements and findings below each change\n"
     "  git show main:shop.json | korvane diff - shop.json";
 
 /// A form in which changes are told.
@@ -60,13 +61,14 @@ public:
 
 private:
     [[nodiscard]] bool wantsStatements() const { return m_isScript || !m_scriptRequest.database.isEmpty(); }
-    [[nodiscard]] int addScript(statement_plugin & plugin, diff_report & report);
+    [[nodiscard]] int tellScript(statement_plugin & plugin, diff_report & report);
 
     comparison_request m_request;
     script_request m_scriptRequest;
     export_options m_exportOptions;
     plugin_request m_plugin;
     QString m_sFormat;
+    bool m_noCustomScript = false;
     bool m_isJson = false;
     bool m_isScript = false;
     bool m_hasExitCode = false;
@@ -78,12 +80,14 @@ void diff_command::declare(command_options & options)
     options.addVersion("FROM", "The version to begin with, v1, v2 ..., or another SOURCE to compare with",
                        m_request.from, value_kind::version_or_source);
     options.addVersion("TO", "The version to end with; now is the default", m_request.to);
-    options.addText("--db", "NAME", "Tell below each change the statements for this database",
-                    m_scriptRequest.database, value_kind::database);
+    options.addText(
+        "--db", "NAME",
+        "Tell below each change its statements for this database, and what check finds about them",
+        m_scriptRequest.database, value_kind::database);
     options.addFlag("--sql", "Print the script of the step alone, as an export writes it", m_isScript);
     m_exportOptions.declareContent(options);
     options.addFlag("--no-custom-script", "Leave the custom script out that the project names",
-                    m_scriptRequest.noCustomScript);
+                    m_noCustomScript);
     options.addPlugin(m_plugin.name);
     options.addWords("--format", "FORMAT", namesOf(Formats), m_sFormat);
     options.addFlag("--json", "The same as --format json", m_isJson);
@@ -97,8 +101,7 @@ QString diff_command::whyWrong() const
         return QStringLiteral(
             "--sql prints the script alone, which has no other format; leave one of both out");
     }
-    const bool hasOptions =
-        m_scriptRequest.noCustomScript || !m_exportOptions.isEmpty() || !m_plugin.name.isEmpty();
+    const bool hasOptions = m_noCustomScript || !m_exportOptions.isEmpty() || !m_plugin.name.isEmpty();
     if (hasOptions && !wantsStatements()) {
         return QStringLiteral(
             "Without --db or --sql no statements are told, and the options of the export have "
@@ -109,15 +112,18 @@ QString diff_command::whyWrong() const
     return wrong.isEmpty() ? m_request.whyWrong() : wrong;
 }
 
-/// Puts the script of the step into `report`; the exit status.
-int diff_command::addScript(statement_plugin & plugin, diff_report & report)
+/// Puts the script of the step into `report`, and what is found about it; the exit status.
+int diff_command::tellScript(statement_plugin & plugin, diff_report & report)
 {
     if (const int status = plugin.load(m_plugin, m_exportOptions); status != Done) {
         return status;
     }
+    const tools::script_guard_scope guard(commandScriptGuard(m_noCustomScript));
     m_scriptRequest.options = m_exportOptions.given();
-    const zk::ZkBool made = makeStepScript(plugin.statements(), report.states, report.changes,
-                                           m_scriptRequest, report.script.emplace());
+    zk::ZkBool made = addScript(plugin.statements(), m_scriptRequest, report);
+    if (made && !m_isScript) {
+        made = addFindings(plugin.statements(), m_scriptRequest.options, report);
+    }
     return made ? Done : failed(made.getDesc());
 }
 
@@ -125,13 +131,11 @@ int diff_command::run()
 {
     statement_plugin plugin; // its texts belong to its module, so it stays as long as the report
     diff_report report;
-    report.hasTwoSources = m_request.hasTwoSources();
-    if (const zk::ZkBool loaded = loadStates(m_request, report.states); !loaded) {
-        return failed(loaded.getDesc());
+    if (const zk::ZkBool compared = compareStates(m_request, report); !compared) {
+        return failed(compared.getDesc());
     }
-    report.changes = model::difference(*report.states.before, *report.states.after);
     if (wantsStatements()) {
-        if (const int status = addScript(plugin, report); status != Done) {
+        if (const int status = tellScript(plugin, report); status != Done) {
             return status;
         }
     }

@@ -35,14 +35,6 @@ const char Help[] =
     "  korvane explain shop.korv sql/shop_postgresql_db_schema_v1_to_v2.sql\n"
     "  korvane explain shop.korv sql/shop_postgresql_db_schema_v1_to_v2.sql:7";
 
-/// "KV203 error: message".
-QString findingLine(const check::finding & finding)
-{
-    const QString weight =
-        finding.accepted ? QStringLiteral("accepted") : QString(check::wordOf(finding.weight));
-    return QStringLiteral("%1 %2: %3").arg(finding.code, weight, finding.message);
-}
-
 /// Explains the statements of a script.
 class explain_command : public command
 {
@@ -128,7 +120,7 @@ int explain_command::explain(plugin::statement_source & statements)
         result = readScriptName(statements, QFileInfo(m_script).fileName(), name);
     }
     if (result) {
-        result = explainScript(statements, of, name, m_exportOptions.given(), m_noCustomScript, told);
+        result = explainScript(statements, of, name, m_exportOptions.given(), told);
     }
     if (!result) {
         return failed(result.getDesc());
@@ -185,7 +177,7 @@ QByteArray explain_command::asText(const explained_script & told) const
             text += "-- " + oneLine(reason).toUtf8() + '\n';
         }
         for (const check::finding * const finding : each.findings) {
-            text += "-- " + oneLine(findingLine(*finding)).toUtf8() + '\n';
+            text += "-- " + oneLine(check::briefText(*finding)).toUtf8() + '\n';
         }
         copyUpTo(place.line - 1 + place.lines);
     }
@@ -211,10 +203,7 @@ QByteArray explain_command::asJson(const explained_script & told, const QString 
         }
         json findings = json::array();
         for (const check::finding * const finding : each.findings) {
-            findings.push_back({{"code", textOf(finding->code)},
-                                {"severity", textOf(check::wordOf(finding->weight))},
-                                {"message", textOf(finding->message)},
-                                {"accepted", finding->accepted.has_value()}});
+            findings.push_back(check::briefOf(*finding));
         }
         statement["reasons"] = std::move(reasons);
         statement["findings"] = std::move(findings);

@@ -1,7 +1,7 @@
-#include "app/check_run.h"
 #include "app/command.h"
 #include "app/command_options.h"
 #include "app/commands/commands.h"
+#include "app/database_choice.h"
 #include "app/named_rows.h"
 #include "app/output.h"
 #include "app/script_guard.h"

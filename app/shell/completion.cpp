@@ -1,6 +1,6 @@
 #include "app/shell/completion.h"
 
-#include "app/check_run.h"
+#include "app/database_choice.h"
 
 #include "check/finding/rule.h"
 #include "database/facts/facts.h"

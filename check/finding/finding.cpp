@@ -34,6 +34,18 @@ summary summaryOf(const report & of)
     return counted;
 }
 
+QString briefText(const finding & of)
+{
+    const QString weight = of.accepted ? QStringLiteral("accepted") : QString(wordOf(of.weight));
+    return QStringLiteral("%1 %2: %3").arg(of.code, weight, of.message);
+}
+
+bool isWorse(const finding & a, const finding & b)
+{
+    const auto rank = [](const finding & of) { return of.accepted ? -1 : static_cast<int>(of.weight); };
+    return rank(a) > rank(b);
+}
+
 QLatin1String wordOf(severity weight)
 {
     return SeverityWords[static_cast<std::size_t>(weight)];

@@ -96,6 +96,7 @@ struct finding
     QString why;
     remedy way;
     std::vector<object> objects;
+    QLatin1String fields;    ///< of the objects whose change it is about, see rule_text
     QStringList differences; ///< what the database has otherwise for this reason, as "column t_gig.length"
     std::optional<source_place> location; ///< of the first object in the model's text form
     int consequenceOf = -1; ///< index of the finding without which this would not be; -1 for none
@@ -134,6 +135,11 @@ struct summary
     int accepted = 0;
 };
 [[nodiscard]] summary summaryOf(const report & of);
+
+/// "KV203 error: message", with the word accepted in the place of the severity for what is.
+[[nodiscard]] QString briefText(const finding & of);
+/// Whether a person has to look at `a` before `b`: the graver one first, what is accepted last.
+[[nodiscard]] bool isWorse(const finding & a, const finding & b);
 
 /// The words of reports and acceptance files.
 [[nodiscard]] QLatin1String wordOf(severity weight);

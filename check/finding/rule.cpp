@@ -48,6 +48,7 @@ finding findingOf(const rule_text & of, const values & with)
     told.why = filled(of.why, with);
     told.way.text = filled(of.remedy, with);
     told.words = with;
+    told.fields = QLatin1String(of.fields);
     return told;
 }
 

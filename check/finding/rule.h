@@ -26,6 +26,9 @@ struct rule_text
     const char * message; ///< what will happen
     const char * why;
     const char * remedy; ///< what to do
+    /// The fields of the text form whose change it is about, with blanks between; after a stroke those that
+    /// count when none of these changed. Empty for objects as a whole.
+    const char * fields = "";
 };
 
 /// What the names in a rule's texts stand for.

@@ -37,6 +37,14 @@ json statementOf(const statement_place & of)
             {"objects", objectsOf(of.objects)}};
 }
 
+json briefOf(const finding & of)
+{
+    return {{"code", textOf(of.code)},
+            {"severity", textOf(wordOf(of.weight))},
+            {"message", textOf(of.message)},
+            {"accepted", of.accepted.has_value()}};
+}
+
 QByteArray written(const json & document)
 {
     return QByteArray::fromStdString(document.dump(2, ' ', false, json::error_handler_t::replace)) + '\n';

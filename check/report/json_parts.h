@@ -16,6 +16,8 @@ using json = nlohmann::ordered_json;
 [[nodiscard]] json objectOf(const object & of);
 [[nodiscard]] json objectsOf(const std::vector<object> & objects);
 [[nodiscard]] json statementOf(const statement_place & of);
+/// What a finding says, in short.
+[[nodiscard]] json briefOf(const finding & of);
 
 /// The text of a whole document, for people as well.
 [[nodiscard]] QByteArray written(const json & document);

@@ -103,18 +103,15 @@ private:
         }
         std::vector<group> groups;
         for (auto & [line, of] : byLine) {
-            std::stable_sort(of.findings.begin(), of.findings.end(), isWorse);
+            std::stable_sort(of.findings.begin(), of.findings.end(),
+                             [](const finding * a, const finding * b) { return isWorse(*a, *b); });
             groups.push_back(std::move(of));
         }
         std::stable_sort(groups.begin(), groups.end(), [](const group & a, const group & b) {
-            return isWorse(a.findings.front(), b.findings.front());
+            return isWorse(*a.findings.front(), *b.findings.front());
         });
         return groups;
     }
-
-    static bool isWorse(const finding * a, const finding * b) { return rank(*a) > rank(*b); }
-
-    static int rank(const finding & of) { return of.accepted ? -1 : static_cast<int>(of.weight); }
 
     void writeRun(const run & of)
     {

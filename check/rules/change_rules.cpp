@@ -18,20 +18,24 @@ namespace check {
 namespace {
 
 const rule_text EnumerationChanged = {
-    QLatin1String("KV309"), effect::loss,
+    QLatin1String("KV309"),
+    effect::loss,
     "Rows with a value of the enumeration '{enumeration}' mean something else now: {values}.",
     "Rows hold the numbers, and no statement changes them when an enumeration does.",
     "Keep the number of each value, give new values new numbers, or UPDATE the rows of {properties} "
-    "yourself."};
+    "yourself.",
+    "values"};
 
 const rule_text IdMeansOther = {
-    QLatin1String("KV311"), effect::differs,
+    QLatin1String("KV311"),
+    effect::differs,
     "The {kind} with the id {id} was '{before}' and is '{now}' with other contents: its table or column is "
     "renamed and its rows "
     "stay.",
     "Ids tell what is the same thing; when two people add something at the same time, both may get one id.",
     "If these are two things, give the new one another id; then the old one is dropped and the new one "
-    "added."};
+    "added.",
+    "name"};
 
 /// The numbers of values that are called otherwise than before, as "2 was Paid, is Open".
 QStringList changedNumbers(const model::enumeration & before, const model::enumeration & now)

@@ -77,7 +77,7 @@ bool isSwitchedOn(const difference_view & of)
 
 bool isLinkTable(const difference_view & of)
 {
-    return of.link() && !of.entity(moment::now);
+    return of.link() && !of.entity(moment::now) && !isOf(of, {names, order});
 }
 
 bool isSoftDelete(const difference_view & of)
@@ -158,16 +158,21 @@ bool isType(const difference_view & of)
                                     {Fields[0], Fields[1], Fields[2], Fields[3], Fields[4]}));
 }
 
-bool isName(const difference_view & of)
+/// Of the table of an entity that changed, or of a link table.
+bool isOfChanged(const difference_view & of)
 {
     const auto entity = of.entity();
-    return isOf(of, {names}) && entity && of.changes().touchesWithin(entity->getId());
+    return entity ? of.changes().touchesWithin(entity->getId()) : of.link() != nullptr;
+}
+
+bool isName(const difference_view & of)
+{
+    return isOf(of, {names}) && isOfChanged(of);
 }
 
 bool isOrder(const difference_view & of)
 {
-    const auto entity = of.entity();
-    return isOf(of, {order}) && entity && of.changes().touchesWithin(entity->getId());
+    return isOf(of, {order}) && isOfChanged(of);
 }
 
 bool isSequence(const difference_view & of)
@@ -181,7 +186,8 @@ const difference_rule Rules[] = {
      {QLatin1String("KV409"), effect::differs,
       "The sequence '{found}', which counted the key of '{entity}', stays as it is.",
       "A step drops and renames tables, but not the sequences that it made for them.",
-      "If the table is gone, drop the sequence as well; a renamed table goes on using it."}},
+      "If the table is gone, drop the sequence as well; a renamed table goes on using it.",
+      "tableName | name"}},
     {isSameVersion,
      {QLatin1String("KV410"), effect::silent, "Nothing of what changed in '{entity}' reaches the database.",
       "The entity differs from that of the version before, but its version number is the same, so it counts "
@@ -192,7 +198,8 @@ const difference_rule Rules[] = {
      {QLatin1String("KV407"), effect::silent, "The link table '{table}' of '{subject}' stays as it was.",
       "A step makes a link table only together with the table of one of its ends, and neither drops nor "
       "renames one.",
-      "Make, rename or drop the table yourself: the full script has the CREATE TABLE of a new one."}},
+      "Make, rename or drop the table yourself: the full script has the CREATE TABLE of a new one.",
+      "extraTable foreignKey foreignKeyOwner type target"}},
     {isComment,
      {QLatin1String("KV408"), effect::silent, "The change of '{subject}' does not reach the database.",
       "Scripts for this database leave a comment in the place of such a change.",
@@ -202,12 +209,12 @@ const difference_rule Rules[] = {
     {isSwitchedOn,
      {QLatin1String("KV413"), effect::silent, "There is no table '{table}' for '{entity}'.",
       "It was left out of the scripts before; a step makes tables of new entities only.",
-      "Make the table yourself, as the full script does."}},
+      "Make the table yourself, as the full script does.", "metaData.DDL_EXPORT_CREATE_TABLE"}},
     {isSoftDelete,
      {QLatin1String("KV404"), effect::silent,
       "The soft-delete column '{column}' of '{entity}' is not followed.",
       "A step neither adds, drops nor renames a soft-delete column.",
-      "Run the ALTER TABLE {table} yourself that adds, drops or renames the column."}},
+      "Run the ALTER TABLE {table} yourself that adds, drops or renames the column.", "softDeleteColumn"}},
     {becameRelationship,
      {QLatin1String("KV221"), effect::silent,
       "'{property}' became a relationship; the database has {found} where a new one has {expected}.",
@@ -236,7 +243,8 @@ const difference_rule Rules[] = {
      {QLatin1String("KV403"), effect::silent,
       "The key of table '{table}' is {found}, that of a new database {expected}.",
       "A step adds and drops columns, but changes neither keys nor what is counted up.",
-      "Change the key yourself with an ALTER TABLE {table}."}},
+      "Change the key yourself with an ALTER TABLE {table}.",
+      "identifier type enumeration forceSqlType autoIncrement"}},
     {isRelationshipChanged,
      {QLatin1String("KV406"), effect::silent,
       "The relationship '{property}' leads elsewhere now, the database still has {found} in the place of "
@@ -245,7 +253,8 @@ const difference_rule Rules[] = {
       "change one.",
       "Give the relationship a new id, so that the old foreign key is dropped and the new one added, or "
       "change the "
-      "foreign key yourself."}},
+      "foreign key yourself.",
+      "type target"}},
     {isAddedIndex,
      {QLatin1String("KV405"), effect::silent,
       "The column '{column}' of '{property}' is added without its index.",
@@ -256,12 +265,14 @@ const difference_rule Rules[] = {
      {QLatin1String("KV402"), effect::silent,
       "'{property}' is {found} in the database still, and {expected} in a new one.",
       "A step does not change whether a column may be null or has to be unique.",
-      "Change it yourself with an ALTER TABLE {table}, after a look at the values that are there."}},
+      "Change it yourself with an ALTER TABLE {table}, after a look at the values that are there.",
+      "allowNull unique"}},
     {isType,
      {QLatin1String("KV401"), effect::silent,
       "The column '{column}' of '{property}' is still {found}, in a new database it is {expected}.",
       "A step does not change the type of a column.",
-      "Change it yourself with an ALTER TABLE {table}, after a look at the values that are there."}},
+      "Change it yourself with an ALTER TABLE {table}, after a look at the values that are there.",
+      "type enumeration forceSqlType identifier autoIncrement"}},
     {isIndexOfForeignKey,
      {QLatin1String("KV414"), effect::differs, "The index {found} of table '{table}' stays.",
       "A foreign key made it for itself, and dropping the foreign key leaves it.",
@@ -270,14 +281,15 @@ const difference_rule Rules[] = {
      {QLatin1String("KV416"), effect::differs,
       "The columns of table '{table}' are in another order than in a new one.",
       "Columns that are added come last.",
-      "Nothing, as long as programs name the columns that they read and write."}},
+      "Nothing, as long as programs name the columns that they read and write.", "order"}},
     {isName,
      {QLatin1String("KV415"), effect::differs,
       "Table '{table}' keeps names of what belongs to it: '{found}' is '{expected}' in a new database.",
       "Renaming a table or a column leaves the names of its indexes, keys, sequences and foreign keys.",
       "Nothing now; later versions that drop it, or make another of that name, will be refused, which the "
       "check tells "
-      "then."}},
+      "then.",
+      "tableName columnName | name"}},
 };
 
 const rule_text Unexplained = {

@@ -131,7 +131,8 @@ std::vector<object> difference_view::objects() const
         about.push_back({model::object_kind::entity, of->getId(), of->getName()});
     }
     // Names and order are told once for a table.
-    if (m_what.kind == difference_kind::names || m_what.kind == difference_kind::order) {
+    const bool isOfTable = m_what.kind == difference_kind::names || m_what.kind == difference_kind::order;
+    if (isOfTable && !about.empty()) {
         return about;
     }
     if (const auto member = property()) {

@@ -1,5 +1,8 @@
 #include "support/random_models.h"
 
+#include "storage/history.h"
+#include "storage/project_file.h"
+
 #include <algorithm>
 
 namespace support {
@@ -209,6 +212,22 @@ void random_model::change()
 std::shared_ptr<model::project> random_model::project() const
 {
     return projectOf(m_entities);
+}
+
+QSqlError writeHistory(const QString & file, unsigned seed)
+{
+    constexpr int Versions = 3;
+    random_model model(seed);
+    QSqlError error;
+    for (int version = 1; version <= Versions && !error.isValid(); ++version) {
+        int number = 0;
+        error = storage::project_file::write(file, *model.project());
+        if (!error.isValid()) {
+            error = storage::history::tag(file, QString(), number);
+        }
+        model.change();
+    }
+    return error.isValid() ? error : storage::project_file::write(file, *model.project());
 }
 
 } // namespace support

@@ -2,6 +2,9 @@
 
 #include "support/model_draft.h"
 
+#include <QSqlError>
+#include <QString>
+
 #include <memory>
 #include <random>
 #include <vector>
@@ -40,5 +43,8 @@ private:
     long m_iLastId = 0;
     std::vector<draft_entity> m_entities;
 };
+
+/// Writes a project with three versions and a state that differs from the last of them. An error of a file.
+[[nodiscard]] QSqlError writeHistory(const QString & file, unsigned seed);
 
 } // namespace support

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "plugin/statement_source.h"
+
+#include <vector>
+
+namespace check {
+
+class made_objects;
+
+/// Puts the names that indexes and foreign keys really have into the statements that drop them. A step that
+/// jumps over versions knows only the models at its ends, but a rename between them leaves these names as
+/// they were made. What a custom script wrote stays as it is, and so does a statement whose object no script
+/// made.
+/// @param made by the scripts up to the version that the step begins with
+void useKeptNames(const made_objects & made, std::vector<plugin::statement_record> & records);
+
+} // namespace check
