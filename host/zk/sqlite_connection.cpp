@@ -57,7 +57,7 @@ QString reasonOf(const QSqlError & error, const QSqlDatabase & database)
         }
         return texts::tr("cannot be opened (%1); check its permissions and those of its folder").arg(reason);
     case SQLITE_NOTADB:
-        return texts::tr("is not a Korvane project file (.korv)");
+        return noProjectReason();
     default:
         return own;
     }
@@ -112,10 +112,10 @@ QString identityOf(const QString & file)
                : QString();
 }
 
-QSqlError describeOn(const QString & file, const QSqlDatabase & database, const QSqlError & error)
+// Without the engine's code it is one of our own failures, which name their file already.
+bool isOurs(const QSqlError & error)
 {
-    // Without the engine's code it is one of our own failures, which name their file already.
-    return error.nativeErrorCode().isEmpty() ? error : failure(file, reasonOf(error, database));
+    return error.nativeErrorCode().isEmpty();
 }
 
 } // namespace
@@ -128,7 +128,7 @@ QSqlError failure(const QString & file, const QString & reason)
 
 QSqlError describe(const QSqlDatabase & database, const QSqlError & error)
 {
-    return describeOn(fileOf(database), database, error);
+    return isOurs(error) ? error : failure(fileOf(database), reasonOf(error, database));
 }
 
 QString fileOf(const QSqlDatabase & database)
@@ -254,7 +254,7 @@ QSqlError connection::refuseCode() const
 
 QSqlError connection::describe(const QSqlError & error) const
 {
-    return describeOn(m_sFile, m_database, error);
+    return isOurs(error) ? error : failure(reasonOf(error, m_database));
 }
 
 QSqlError connection::inTransaction(const std::function<QSqlError()> & work) const

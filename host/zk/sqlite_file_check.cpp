@@ -70,7 +70,7 @@ QString noDatabaseReason(const QByteArray & begin)
     return begin.trimmed().startsWith('{')
                ? texts::tr("is a model in text form, not a project; import it first "
                            "(korvane import MODEL.json PROJECT.korv)")
-               : texts::tr("is not a Korvane project file (.korv)");
+               : noProjectReason();
 }
 
 /// SQLite finds journals beside the file that a link leads to.
@@ -239,6 +239,11 @@ QSqlError checkNewName(const QString & file)
         }
     }
     return {};
+}
+
+QString noProjectReason()
+{
+    return texts::tr("is not a Korvane project file (.korv)");
 }
 
 QString tooLongName(const QString & file)

@@ -38,5 +38,7 @@ enum class look
 
 /// Why the name of `file` is too long for the name of its journal; empty when it is not.
 [[nodiscard]] QString tooLongName(const QString & file);
+/// The reason for a file that is something else.
+[[nodiscard]] QString noProjectReason();
 
 } // namespace zk::sqlite
