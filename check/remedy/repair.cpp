@@ -33,6 +33,23 @@ std::size_t rootOf(const std::vector<finding> & findings, std::size_t at)
     return at;
 }
 
+/// Whether `one`, which is different now, belongs to what was found `before`.
+bool isPartOf(const schema_difference & one, const schema_difference & before)
+{
+    const bool isWhole = before.kind == difference_kind::table_missing;
+    const bool isColumn = before.kind == difference_kind::column_missing;
+    const bool isSame =
+        one.kind == before.kind && one.expected == before.expected && one.found == before.found;
+    return one.kind != difference_kind::order &&
+           (isWhole || ((isColumn || isSame) && one.columns == before.columns));
+}
+
+bool hasSequence(const database::catalogue & in, const QString & name)
+{
+    return std::any_of(in.sequences.begin(), in.sequences.end(),
+                       [&](const database::sequence & one) { return one.name == name; });
+}
+
 } // namespace
 
 repair::repair(const repair_ground & from, database::catalogue left)
@@ -236,9 +253,7 @@ std::vector<schema_difference> repair::differencesOf(const std::vector<const dif
         const auto expected = wanted.tables.find(key);
         const auto found = in.tables.find(key);
         if (each->what().kind == difference_kind::sequence_left) {
-            const auto & left = in.sequences;
-            if (std::any_of(left.begin(), left.end(),
-                            [&](const database::sequence & one) { return one.name == each->what().found; })) {
+            if (hasSequence(in, each->what().found)) {
                 open.push_back(each->what());
             }
             continue;
@@ -254,16 +269,10 @@ std::vector<schema_difference> repair::differencesOf(const std::vector<const dif
         }
         std::vector<schema_difference> all;
         compareTables(expected->second, found->second, all);
-        const bool isWhole = each->what().kind == difference_kind::table_missing;
-        const bool isColumn = each->what().kind == difference_kind::column_missing;
         for (const schema_difference & one : all) {
-            const bool isIt = isWhole || (isColumn && one.columns == each->what().columns) ||
-                              (one.kind == each->what().kind && one.columns == each->what().columns &&
-                               one.expected == each->what().expected && one.found == each->what().found);
-            const bool isOrder = one.kind == difference_kind::order;
             const QString print = key + QString::number(static_cast<int>(one.kind)) + one.expected +
                                   one.found + one.columns.join(u',');
-            if (isIt && !isOrder && !seen.contains(print)) {
+            if (isPartOf(one, each->what()) && !seen.contains(print)) {
                 seen.insert(print);
                 open.push_back(one);
             }

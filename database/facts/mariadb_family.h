@@ -124,6 +124,7 @@ inline constexpr statement_words MariadbWords = {
 
 /// What MariaDB does, and MySQL as far as nothing else is known of it.
 /// @param source where that is known from
+// NOLINTNEXTLINE(readability-function-size): nothing but a table
 constexpr facts mariadbFamily(QLatin1String key, QLatin1String label, bool isTried, const char * source)
 {
     return {

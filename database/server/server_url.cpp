@@ -8,6 +8,20 @@ namespace {
 
 const QString Sqlite = QStringLiteral("sqlite");
 
+// A folder in the place of a host is no name of one: everything is taken from between the slashes.
+void readFolderUrl(const QString & text, server_url & url)
+{
+    const QString behind = text.section(QStringLiteral("://"), 1);
+    const QString authority = behind.section(QLatin1Char('/'), 0, 0);
+    const QString place = authority.section(QLatin1Char('@'), -1);
+    url.host = QUrl::fromPercentEncoding(place.section(QLatin1Char(':'), 0, 0).toUtf8());
+    url.user = QUrl::fromPercentEncoding(
+        authority.contains(QLatin1Char('@'))
+            ? authority.section(QLatin1Char('@'), 0, -2).section(QLatin1Char(':'), 0, 0).toUtf8()
+            : QByteArray());
+    url.database = QUrl::fromPercentEncoding(behind.section(QLatin1Char('/'), 1).toUtf8());
+}
+
 } // namespace
 
 QString server_url::shown() const
@@ -39,16 +53,7 @@ std::optional<server_url> readUrl(const QString & text, QString & why)
     const QUrl parsed(text, QUrl::StrictMode);
     url.host = QUrl::fromPercentEncoding(parsed.host(QUrl::FullyEncoded).toLatin1());
     if (url.host.isEmpty()) {
-        // A folder is no name of a host; it is taken from between the slashes.
-        const QString authority = text.section(QStringLiteral("://"), 1).section(QLatin1Char('/'), 0, 0);
-        const QString place = authority.section(QLatin1Char('@'), -1);
-        url.host = QUrl::fromPercentEncoding(place.section(QLatin1Char(':'), 0, 0).toUtf8());
-        url.user = QUrl::fromPercentEncoding(
-            authority.contains(QLatin1Char('@'))
-                ? authority.section(QLatin1Char('@'), 0, -2).section(QLatin1Char(':'), 0, 0).toUtf8()
-                : QByteArray());
-        url.database = QUrl::fromPercentEncoding(
-            text.section(QStringLiteral("://"), 1).section(QLatin1Char('/'), 1).toUtf8());
+        readFolderUrl(text, url);
     } else {
         url.port = parsed.port(0);
         url.user = parsed.userName();

@@ -59,6 +59,25 @@ struct renamed_column
     QString to;
 };
 
+// What there is against the new name and type of a column.
+refusal newNameRefusal(const state & at, const renamed_column & found, const column_definition & to,
+                       const QString & object)
+{
+    if (isSystemColumn(at.known, found.to)) {
+        return {refusal_cause::system_column_added, object, false};
+    }
+    if (const refusal_cause cause = refusalOf(at.types, to.type);
+        !to.type.isEmpty() && cause != refusal_cause::none) {
+        return {cause, object, false};
+    }
+    if (endsInBlank(at.known, found.to)) {
+        return {refusal_cause::column_name_ends_blank, object, false};
+    }
+    const column * const there = at.findColumn(*found.owner, found.to);
+    const bool isItself = there == found.old && at.known.changes.columnRenamedToItself.value;
+    return there != nullptr && !isItself ? refusal{refusal_cause::column_exists, object, false} : refusal();
+}
+
 // What renaming and changing a column have in common.
 refusal findRenamed(const state & at, const identifier & tableName, const identifier & from,
                     const column_definition & to, losses & lost, renamed_column & found)
@@ -87,21 +106,7 @@ refusal findRenamed(const state & at, const identifier & tableName, const identi
     if (found.old == nullptr) {
         return {refusal_cause::changed_column_missing, columnObject(on, old), false};
     }
-    if (isSystemColumn(at.known, found.to)) {
-        return {refusal_cause::system_column_added, columnObject(on, found.to), false};
-    }
-    if (const refusal_cause cause = refusalOf(at.types, to.type);
-        !to.type.isEmpty() && cause != refusal_cause::none) {
-        return {cause, columnObject(on, found.to), false};
-    }
-    if (endsInBlank(at.known, found.to)) {
-        return {refusal_cause::column_name_ends_blank, columnObject(on, found.to), false};
-    }
-    const column * const there = at.findColumn(*found.owner, found.to);
-    const bool isItself = there == found.old && at.known.changes.columnRenamedToItself.value;
-    return there != nullptr && !isItself
-               ? refusal{refusal_cause::column_exists, columnObject(on, found.to), false}
-               : refusal();
+    return newNameRefusal(at, found, to, columnObject(on, found.to));
 }
 
 // Whether each value of the one type is one of the other.
@@ -138,6 +143,23 @@ bool isKeyTooLong(const known_types & types, const table & owner, const QString 
     return longest > 0 && bytes > longest;
 }
 
+// What the values of a column come to when it changes.
+refusal changingLoss(const state & at, const column & old, const column & to, const QString & object)
+{
+    const bool isOtherType = at.types.shown(to.type) != at.types.shown(old.type);
+    const understood_type & was = at.types.of(old.type);
+    const understood_type & is = at.types.of(to.type);
+    if (isOtherType && !keepsValues(was, is) && is.length() > 0) {
+        return {was.row == is.row ? refusal_cause::values_cut : refusal_cause::values_cut_converted, object,
+                true};
+    }
+    if (isOtherType && !keepsValues(was, is)) {
+        const bool wasText = was.isLarge() || was.length() > 0 || (is.row != nullptr && is.row->isTime);
+        return {wasText ? refusal_cause::values_converted : refusal_cause::values_lost, object, true};
+    }
+    return to.notNull && !old.notNull ? refusal{refusal_cause::nulls_lost, object, true} : refusal();
+}
+
 refusal changingRefusal(const state & at, const renamed_column & found, const column & to)
 {
     const table & owner = *found.owner;
@@ -166,20 +188,7 @@ refusal changingRefusal(const state & at, const renamed_column & found, const co
         return {isOtherType ? refusal_cause::type_change_forbidden : refusal_cause::copy_needed,
                 foreignKeyObject(key->name), false};
     }
-    if (at.rowsOf(owner) == 0) {
-        return {};
-    }
-    const understood_type & was = at.types.of(found.old->type);
-    const understood_type & is = at.types.of(to.type);
-    if (isOtherType && !keepsValues(was, is) && is.length() > 0) {
-        return {was.row == is.row ? refusal_cause::values_cut : refusal_cause::values_cut_converted, object,
-                true};
-    }
-    if (isOtherType && !keepsValues(was, is)) {
-        const bool wasText = was.isLarge() || was.length() > 0 || (is.row != nullptr && is.row->isTime);
-        return {wasText ? refusal_cause::values_converted : refusal_cause::values_lost, object, true};
-    }
-    return to.notNull && !found.old->notNull ? refusal{refusal_cause::nulls_lost, object, true} : refusal();
+    return at.rowsOf(owner) == 0 ? refusal() : changingLoss(at, *found.old, to, object);
 }
 
 // An index over the whole column is one over the whole of the new type, as far as that goes; one over its

@@ -154,6 +154,18 @@ bool readParts(const facts & known, const create_index & asked, name_reader & na
     return hasFunction;
 }
 
+// Gives `made` its parts, and says what is wrong with them, its name or its length, whichever a database sees
+// first.
+refusal makeIndex(const state & at, const table & owner, const create_index & asked, losses & lost,
+                  index & made)
+{
+    refusal why = makeParts(at, owner, asked, lost, made);
+    if (!why) {
+        why = tooLong(at.known, asked.index);
+    }
+    return why ? why : lengthRefusal(at, owner, made);
+}
+
 } // namespace
 
 refusal apply(state & at, const create_index & asked, losses & lost)
@@ -179,13 +191,7 @@ refusal apply(state & at, const create_index & asked, losses & lost)
     if (hasFunction) {
         return {refusal_cause::function_indexed, indexObject(made.name), false};
     }
-    if (why = makeParts(at, *owner, asked, lost, made); why) {
-        return why;
-    }
-    if (why = tooLong(at.known, asked.index); why) {
-        return why;
-    }
-    if (why = lengthRefusal(at, *owner, made); why) {
+    if (why = makeIndex(at, *owner, asked, lost, made); why) {
         return why;
     }
     if (at.isIndexNameTaken(*owner, made.name)) {
