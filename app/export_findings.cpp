@@ -32,12 +32,6 @@ QString shellWord(const QString & text)
            QLatin1Char('\'');
 }
 
-QString counted(int count, const char * what)
-{
-    return QStringLiteral("%1 %2%3").arg(QString::number(count), QLatin1String(what),
-                                         QLatin1String(count == 1 ? "" : "s"));
-}
-
 /// The check of the scripts of one export.
 class export_check
 {
@@ -111,15 +105,14 @@ private:
         const int all = sum.errors + sum.warnings + sum.notes;
         QString line;
         if (all > 0) {
-            line = QStringLiteral("Findings about these scripts: %1, %2, %3; list them with: %4")
-                       .arg(counted(sum.errors, "error"), counted(sum.warnings, "warning"),
-                            counted(sum.notes, "note"), command());
+            line = QStringLiteral("Findings about these scripts: %1; list them with: %2")
+                       .arg(check::wordsOf(sum), command());
         }
         if (!result) {
             const QString judged =
                 QStringLiteral("Judged are %1 of %2: %3")
                     .arg(QString::number(report.runs.size()),
-                         counted(static_cast<int>(m_scripts.size()), "script"), result.getDesc());
+                         check::counted(m_scripts.size(), QLatin1String("script")), result.getDesc());
             line = line.isEmpty() ? judged : judged + QStringLiteral(". ") + line;
         }
         return line;

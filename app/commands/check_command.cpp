@@ -77,9 +77,9 @@ struct objection
 };
 
 const objection Objections[] = {
-    {QLatin1String("error"), check::severity::error},
-    {QLatin1String("warning"), check::severity::warning},
-    {QLatin1String("note"), check::severity::note},
+    {check::wordOf(check::severity::error), check::severity::error},
+    {check::wordOf(check::severity::warning), check::severity::warning},
+    {check::wordOf(check::severity::note), check::severity::note},
     {QLatin1String("never"), {}},
 };
 
@@ -110,7 +110,7 @@ private:
     QString m_databases;
     QString m_from;
     QString m_to;
-    QString m_failOn = QStringLiteral("error");
+    QString m_failOn = check::wordOf(check::severity::error);
     QString m_format = QStringLiteral("text");
     QString m_file;
     QString m_text;

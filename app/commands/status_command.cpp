@@ -44,12 +44,6 @@ struct project_status
     QString database; ///< that the findings are for, in words of a run
 };
 
-QString counted(std::size_t count, const QString & what)
-{
-    return QStringLiteral("%1 %2%3").arg(QString::number(count), what,
-                                         count == 1 ? QString() : QStringLiteral("s"));
-}
-
 /// "3 changes (1 added, 2 renamed)".
 QString pendingWords(const std::vector<model::model_change> & pending)
 {
@@ -63,9 +57,10 @@ QString pendingWords(const std::vector<model::model_change> & pending)
             kinds << QStringLiteral("%1 %2").arg(QString::number(count), model::changeName(kind));
         }
     }
-    return kinds.isEmpty() ? QStringLiteral("no changes")
-                           : QStringLiteral("%1 (%2)").arg(counted(pending.size(), QStringLiteral("change")),
-                                                           kinds.join(QStringLiteral(", ")));
+    return kinds.isEmpty()
+               ? QStringLiteral("no changes")
+               : QStringLiteral("%1 (%2)").arg(check::counted(std::ssize(pending), QLatin1String("change")),
+                                               kinds.join(QStringLiteral(", ")));
 }
 
 /// Tells where a project stands.
@@ -206,11 +201,8 @@ void status_command::print(const project_status & found) const
     const check::summary & sum = found.findings;
     if (!found.database.isEmpty()) {
         const bool hasAny = sum.errors + sum.warnings + sum.notes > 0;
-        printLine(QStringLiteral("findings, %1: %2, %3, %4%5")
-                      .arg(found.database,
-                           counted(static_cast<std::size_t>(sum.errors), QStringLiteral("error")),
-                           counted(static_cast<std::size_t>(sum.warnings), QStringLiteral("warning")),
-                           counted(static_cast<std::size_t>(sum.notes), QStringLiteral("note")),
+        printLine(QStringLiteral("findings, %1: %2%3")
+                      .arg(found.database, check::wordsOf(sum),
                            hasAny ? QStringLiteral("; 'korvane check %1' lists them").arg(file) : QString()));
     }
 }
@@ -252,7 +244,6 @@ void status_command::printJson(const project_status & found)
                            {"state", textOf(wordOf(each.state))},
                            {"why", each.why.isEmpty() ? check::json(nullptr) : textOf(each.why)}});
     }
-    const check::summary & sum = found.findings;
     const check::json whole = {
         {"format", "korvane.status"},
         {"formatVersion", 1},
@@ -262,11 +253,7 @@ void status_command::printJson(const project_status & found)
         {"pending", found.pending.size()},
         {"folder", found.scripts.folder.isEmpty() ? check::json(nullptr) : textOf(found.scripts.folder)},
         {"scripts", std::move(scripts)},
-        {"findings",
-         {{"error", sum.errors},
-          {"warning", sum.warnings},
-          {"note", sum.notes},
-          {"accepted", sum.accepted}}}};
+        {"findings", check::countsOf(found.findings)}};
     printBytes(check::written(whole));
 }
 

@@ -69,6 +69,19 @@ std::optional<severity> severityOf(const QString & word)
                : std::optional(static_cast<severity>(std::distance(std::begin(SeverityWords), found)));
 }
 
+QString counted(qsizetype count, QLatin1String what)
+{
+    return QString::number(count) + u' ' + what + QLatin1String(count == 1 ? "" : "s");
+}
+
+QString wordsOf(const summary & of)
+{
+    return QStringList{counted(of.errors, wordOf(severity::error)),
+                       counted(of.warnings, wordOf(severity::warning)),
+                       counted(of.notes, wordOf(severity::note))}
+        .join(QStringLiteral(", "));
+}
+
 QString fingerprintOf(const finding & of)
 {
     const auto add = [](QByteArray & to, QLatin1String word) { to.append(word.data(), word.size()); };

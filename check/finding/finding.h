@@ -147,6 +147,10 @@ struct summary
 [[nodiscard]] QLatin1String wordOf(occasion when);
 /// The severity of that word; none when it is none.
 [[nodiscard]] std::optional<severity> severityOf(const QString & word);
+/// "1 statement", "2 statements": `what` takes an "s" for several.
+[[nodiscard]] QString counted(qsizetype count, QLatin1String what);
+/// "1 error, 2 warnings, 0 notes".
+[[nodiscard]] QString wordsOf(const summary & of);
 
 /// Of code, database and ids, so it survives a rename and a moved line.
 [[nodiscard]] QString fingerprintOf(const finding & of);

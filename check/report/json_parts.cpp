@@ -45,6 +45,15 @@ json briefOf(const finding & of)
             {"accepted", of.accepted.has_value()}};
 }
 
+json countsOf(const summary & of)
+{
+    const auto key = [](severity weight) { return QString(wordOf(weight)).toStdString(); };
+    return {{key(severity::error), of.errors},
+            {key(severity::warning), of.warnings},
+            {key(severity::note), of.notes},
+            {"accepted", of.accepted}};
+}
+
 QByteArray written(const json & document)
 {
     return QByteArray::fromStdString(document.dump(2, ' ', false, json::error_handler_t::replace)) + '\n';

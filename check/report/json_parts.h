@@ -18,6 +18,8 @@ using json = nlohmann::ordered_json;
 [[nodiscard]] json statementOf(const statement_place & of);
 /// What a finding says, in short.
 [[nodiscard]] json briefOf(const finding & of);
+/// The numbers by the words of their severities.
+[[nodiscard]] json countsOf(const summary & of);
 
 /// The text of a whole document, for people as well.
 [[nodiscard]] QByteArray written(const json & document);

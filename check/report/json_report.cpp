@@ -76,18 +76,10 @@ QByteArray jsonReport(const report & of, const QString & program)
     for (const finding & each : of.findings) {
         findings.push_back(findingOf(each));
     }
-    const summary counted = summaryOf(of);
-    const json whole = {{"format", "korvane.check"},
-                        {"formatVersion", 1},
-                        {"program", textOf(program)},
-                        {"project", textOf(of.project)},
-                        {"runs", runs},
-                        {"findings", findings},
-                        {"summary",
-                         {{"error", counted.errors},
-                          {"warning", counted.warnings},
-                          {"note", counted.notes},
-                          {"accepted", counted.accepted}}}};
+    const json whole = {
+        {"format", "korvane.check"},         {"formatVersion", 1}, {"program", textOf(program)},
+        {"project", textOf(of.project)},     {"runs", runs},       {"findings", findings},
+        {"summary", countsOf(summaryOf(of))}};
     return written(whole);
 }
 

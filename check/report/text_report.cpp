@@ -37,11 +37,6 @@ void addWrapped(QString & to, const QString & text)
     }
 }
 
-QString counted(int count, const char * one, const char * many)
-{
-    return QString::number(count) + u' ' + QLatin1String(count == 1 ? one : many);
-}
-
 /// Findings about one statement, or about none.
 struct group
 {
@@ -117,7 +112,7 @@ private:
     {
         m_text += coloured(of.script, "1") + QStringLiteral("  %1, ").arg(of.basis);
         m_text += of.from.isEmpty() ? QString() : QStringLiteral("%1 to %2, ").arg(of.from, of.to);
-        m_text += counted(of.statements, "statement", "statements");
+        m_text += counted(of.statements, QLatin1String("statement"));
         const int unknown = of.statements - of.judged;
         m_text += unknown == 0 ? QString() : QStringLiteral(", %1 not judged").arg(unknown);
         const std::vector<group> groups = findingsOf(of.database, of.script);
@@ -190,10 +185,7 @@ private:
     void writeLastLine()
     {
         const summary total = summaryOf(m_report);
-        m_text +=
-            QStringLiteral("%1, %2, %3")
-                .arg(counted(total.errors, "error", "errors"), counted(total.warnings, "warning", "warnings"),
-                     counted(total.notes, "note", "notes"));
+        m_text += wordsOf(total);
         m_text += total.accepted == 0 ? QString() : QStringLiteral("; %1 accepted").arg(total.accepted);
         m_text += u'\n';
     }
