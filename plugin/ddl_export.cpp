@@ -120,10 +120,15 @@ std::shared_ptr<ddl_export_builder> ddl_export::getBuilder(database_type db)
     return createBuilder(db, this);
 }
 
+zk::ZkBool ddl_export::settingsFailure(const QSqlError & error)
+{
+    return zk::ZkBool::failure(tr("Error loading plugin settings : ") + error.text());
+}
+
 zk::ZkBool ddl_export::exportProject(model::project & project)
 {
     if (const QSqlError error = loadSettings(); error.isValid()) {
-        return zk::ZkBool::failure(tr("Error loading plugin settings : ") + error.text());
+        return settingsFailure(error);
     }
     if (project.getName().isEmpty()) {
         return zk::ZkBool::failure(tr("Cannot export project to DDL file : project name is empty"));

@@ -137,6 +137,7 @@ private:
     bool mayRunCustomScript();
     zk::ZkBool loadCustomScript();
     zk::ZkBool prepareCustomScript();
+    [[nodiscard]] static zk::ZkBool settingsFailure(const QSqlError & error);
     zk::ZkBool loadStoredSettings();
     zk::ZkBool applyOptions(const friendly_settings & options);
     zk::ZkBool prepareStatements(const friendly_settings & options);

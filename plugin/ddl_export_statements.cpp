@@ -64,8 +64,7 @@ zk::ZkBool ddl_export::loadStoredSettings()
         return zk::ZkBool::success();
     }
     const QSqlError error = loadSettings();
-    return error.isValid() ? zk::ZkBool::failure(tr("Error loading plugin settings : ") + error.text())
-                           : zk::ZkBool::success();
+    return error.isValid() ? settingsFailure(error) : zk::ZkBool::success();
 }
 
 zk::ZkBool ddl_export::applyOptions(const friendly_settings & options)

@@ -101,10 +101,10 @@ void ddl_export_type_mapping::addTableRow(const QString & cppType, const QString
     spacer->setFlags(Qt::ItemIsEnabled);
     m_pTable->setItem(row, col_spacer, spacer);
 
-    QLineEdit * const cpp = newLineEdit(cppType, tr("CPP type"));
+    QLineEdit * const cpp = newLineEdit(cppType, m_pTable->horizontalHeaderItem(col_cpp_type)->text());
     connect(cpp, &QLineEdit::textChanged, this, &ddl_export_type_mapping::doColCppTypeChanged);
     connect(cpp, &QLineEdit::returnPressed, this, &ddl_export_type_mapping::doColCppTypeReturnPressed);
-    QLineEdit * const sql = newLineEdit(sqlType, tr("SQL type"));
+    QLineEdit * const sql = newLineEdit(sqlType, m_pTable->horizontalHeaderItem(col_sql_type)->text());
     connect(sql, &QLineEdit::textChanged, this, &ddl_export_type_mapping::doColSqlTypeChanged);
     connect(sql, &QLineEdit::returnPressed, this, &ddl_export_type_mapping::doColSqlTypeReturnPressed);
     auto * const remove = new QPushButton(QIcon(QStringLiteral(":/ddl_export/images/delete.png")), QString());

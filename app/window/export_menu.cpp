@@ -46,7 +46,7 @@ void export_menu::addPlugin(plugin::export_interface * plugin)
         addAction(plugin->getIconSettings(), tr("Settings of %1…").arg(withoutMnemonic(plugin->getName())));
     settings->setObjectName(QStringLiteral("m_actSettings_") + plugin->getName());
     settings->setToolTip(tr("Edit the settings that are stored in the project"));
-    settings->setStatusTip(tr("Edit the settings that are stored in the project"));
+    settings->setStatusTip(settings->toolTip());
     connect(settings, &QAction::triggered, this, [this, plugin] { Q_EMIT settingsRequested(plugin); });
     m_commands.append(settings);
 }

@@ -30,6 +30,37 @@ auto whileBusy(const Work & work)
     return work();
 }
 
+QString openTitle()
+{
+    return project_commands::tr("Korvane - Open");
+}
+
+QString importTitle()
+{
+    return project_commands::tr("Korvane - Import model");
+}
+
+QString saveTitle()
+{
+    return project_commands::tr("Korvane - Save model as text");
+}
+
+// What file dialogs offer to show.
+QString projectFiles()
+{
+    return project_commands::tr("Projects (*.korv)");
+}
+
+QString orAll(const QString & files)
+{
+    return files + QStringLiteral(";;") + project_commands::tr("All files (*)");
+}
+
+QString textsOrAll()
+{
+    return orAll(project_commands::tr("Models in text form (*.json)"));
+}
+
 } // namespace
 
 project_commands::project_commands(project_session & session, message_panel & messages, QWidget * window)
@@ -48,7 +79,7 @@ void project_commands::openFile(const QString & file)
             m_recent.remove(absolute);
             Q_EMIT recentFilesChanged();
         }
-        warn(m_pWindow, tr("Korvane - Open"), opened.getDesc());
+        warn(m_pWindow, openTitle(), opened.getDesc());
         return;
     }
     m_recent.add(absolute);
@@ -70,9 +101,8 @@ QString project_commands::folderToStartIn() const
 
 void project_commands::chooseAndOpen()
 {
-    const tools::held_dialog<QFileDialog> dialog(m_pWindow, tr("Korvane - Open"), folderToStartIn(),
-                                                 tr("Projects (*.korv)") + QStringLiteral(";;") +
-                                                     tr("All files (*)"));
+    const tools::held_dialog<QFileDialog> dialog(m_pWindow, openTitle(), folderToStartIn(),
+                                                 orAll(projectFiles()));
     dialog->setFileMode(QFileDialog::ExistingFile);
     if (const QString file = chosenFile(dialog, QStringLiteral("wnd_open")); !file.isEmpty()) {
         openFile(file);
@@ -81,9 +111,7 @@ void project_commands::chooseAndOpen()
 
 void project_commands::chooseAndImport()
 {
-    const tools::held_dialog<QFileDialog> dialog(m_pWindow, tr("Korvane - Import model"), folderToStartIn(),
-                                                 tr("Models in text form (*.json)") + QStringLiteral(";;") +
-                                                     tr("All files (*)"));
+    const tools::held_dialog<QFileDialog> dialog(m_pWindow, importTitle(), folderToStartIn(), textsOrAll());
     dialog->setFileMode(QFileDialog::ExistingFile);
     if (const QString file = chosenFile(dialog, QStringLiteral("wnd_import")); !file.isEmpty()) {
         importModel(file);
@@ -99,7 +127,7 @@ QString project_commands::chooseImportTarget(const QFileInfo & text)
                                  : m_session.file();
     const tools::held_dialog<QFileDialog> dialog(
         m_pWindow, tr("Korvane - Import %1 into the project file").arg(text.fileName()),
-        QFileInfo(proposed).absolutePath(), tr("Projects (*.korv)"));
+        QFileInfo(proposed).absolutePath(), projectFiles());
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(model::ProjectFileSuffix);
     // The file is not overwritten: its settings and versions stay, and the question below says so.
@@ -107,7 +135,7 @@ QString project_commands::chooseImportTarget(const QFileInfo & text)
     dialog->selectFile(QFileInfo(proposed).fileName());
     const QString target = chosenFile(dialog, QStringLiteral("wnd_import_into"));
     if (!target.isEmpty() && replacesModel(target) &&
-        !isConfirmed(m_pWindow, tr("Korvane - Import model"),
+        !isConfirmed(m_pWindow, importTitle(),
                      tr("'%1' already exists.\n"
                         "Replace its model with the one from '%2'? Settings and versions are kept.")
                          .arg(QDir::toNativeSeparators(target), text.fileName()))) {
@@ -127,7 +155,7 @@ void project_commands::importModel(const QString & modelFile)
     }
     const import_result done = whileBusy([&] { return importText(modelFile, target); });
     if (!done.result) {
-        warn(m_pWindow, tr("Korvane - Import model"), done.result.getDesc());
+        warn(m_pWindow, importTitle(), done.result.getDesc());
         return;
     }
     m_messages.begin(tr("Import of %1").arg(QDir::toNativeSeparators(modelFile)));
@@ -145,9 +173,7 @@ void project_commands::importModel(const QString & modelFile)
 
 void project_commands::chooseAndSaveText()
 {
-    const tools::held_dialog<QFileDialog> dialog(
-        m_pWindow, tr("Korvane - Save model as text"), folderToStartIn(),
-        tr("Models in text form (*.json)") + QStringLiteral(";;") + tr("All files (*)"));
+    const tools::held_dialog<QFileDialog> dialog(m_pWindow, saveTitle(), folderToStartIn(), textsOrAll());
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(TextSuffix);
     dialog->selectFile(QFileInfo(m_session.file()).completeBaseName() + QLatin1Char('.') + TextSuffix);
@@ -162,13 +188,13 @@ void project_commands::chooseAndSaveText()
     }
     if (isProjectName(file)) {
         // The dialog's question speaks of one file that is replaced, not of the versions that would be lost.
-        warn(m_pWindow, tr("Korvane - Save model as text"),
+        warn(m_pWindow, saveTitle(),
              tr("%1 is a project file and was not overwritten. Choose a name that ends in .json")
                  .arg(QDir::toNativeSeparators(file)));
         return;
     }
     if (const zk::ZkBool saved = whileBusy([&] { return saveText(*project, file); }); !saved) {
-        warn(m_pWindow, tr("Korvane - Save model as text"), saved.getDesc());
+        warn(m_pWindow, saveTitle(), saved.getDesc());
         return;
     }
     Q_EMIT statusTold(tr("%1 written").arg(QDir::toNativeSeparators(file)));
@@ -193,7 +219,7 @@ void project_commands::close()
 
 void project_commands::tag()
 {
-    const QString title = tr("Korvane - Tag project state");
+    const QString title = tag_dialog::title();
     if (m_session.isHeld() || !refresh(title)) {
         return;
     }
@@ -229,7 +255,7 @@ void project_commands::tag()
 
 void project_commands::showVersions()
 {
-    const QString title = tr("Korvane - Versions");
+    const QString title = versions_dialog::title();
     QList<storage::history::version> versions;
     if (!refresh(title)) {
         return;

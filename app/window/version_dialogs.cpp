@@ -37,7 +37,7 @@ tag_dialog::tag_dialog(const QString & projectName, int number, QWidget * parent
     : QDialog(parent), m_txtMessage(new QLineEdit)
 {
     setObjectName(QStringLiteral("wnd_tag"));
-    setWindowTitle(tr("Korvane - Tag project state"));
+    setWindowTitle(title());
     m_txtMessage->setObjectName(QStringLiteral("m_txtMessage"));
     m_txtMessage->setAccessibleName(tr("Description"));
     m_txtMessage->setPlaceholderText(tr("for example: first release"));
@@ -94,12 +94,22 @@ QStandardItemModel * versions_dialog::createModel(const QList<storage::history::
     return model;
 }
 
+QString tag_dialog::title()
+{
+    return tr("Korvane - Tag project state");
+}
+
+QString versions_dialog::title()
+{
+    return tr("Korvane - Versions");
+}
+
 versions_dialog::versions_dialog(const QString & projectName,
                                  const QList<storage::history::version> & versions, QWidget * parent)
     : QDialog(parent)
 {
     setObjectName(QStringLiteral("wnd_versions"));
-    setWindowTitle(tr("Korvane - Versions"));
+    setWindowTitle(title());
     QStandardItemModel * const model = createModel(versions);
     auto * const list = new QTreeView;
     list->setObjectName(QStringLiteral("m_lstVersions"));

@@ -20,6 +20,8 @@ public:
     tag_dialog(const QString & projectName, int number, QWidget * parent);
 
     [[nodiscard]] QString message() const;
+    /// The title of this dialog and of what else is told of the command.
+    [[nodiscard]] static QString title();
 
 private:
     QLineEdit * m_txtMessage;
@@ -33,6 +35,9 @@ class versions_dialog : public QDialog
 public:
     versions_dialog(const QString & projectName, const QList<storage::history::version> & versions,
                     QWidget * parent);
+
+    /// The title of this dialog and of what else is told of the command.
+    [[nodiscard]] static QString title();
 
 private:
     QStandardItemModel * createModel(const QList<storage::history::version> & versions);

@@ -18,6 +18,15 @@
 
 namespace tools {
 
+namespace {
+
+zk::ZkBool noScript()
+{
+    return zk::ZkBool::failure(texts::tr("No custom script is loaded"));
+}
+
+} // namespace
+
 class custom_javascript::impl
 {
 public:
@@ -103,7 +112,7 @@ zk::ZkBool custom_javascript::impl::execute(model::project * project, model::ent
                                             const QHash<QString, QVariant> & parameters)
 {
     if (!m_pScript) {
-        return zk::ZkBool::failure(texts::tr("No custom script is loaded"));
+        return noScript();
     }
     if (m_bRunning) {
         return zk::ZkBool::failure(texts::tr("The custom script is running already"));
@@ -125,7 +134,7 @@ zk::ZkBool custom_javascript::impl::execute(model::project * project, model::ent
 zk::ZkBool custom_javascript::impl::debug()
 {
     if (!m_pScript) {
-        return zk::ZkBool::failure(texts::tr("No custom script is loaded"));
+        return noScript();
     }
     if (isDebugging()) {
         m_pDebugger->showWindow();

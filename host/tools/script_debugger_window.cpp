@@ -104,12 +104,12 @@ void script_debugger_window::showStep(const script_step & step)
     m_txtDefault->setPlainText(step.defaultText);
     m_txtAnswer->clear();
     m_txtAnswer->setPlaceholderText(tr("The script has not answered yet"));
-    m_lblAnswer->setText(tr("Answer of the script"));
+    m_lblAnswer->setText(m_txtAnswer->accessibleName());
 }
 
 void script_debugger_window::showAnswer(const QString & answer, bool failed)
 {
-    m_lblAnswer->setText(failed ? tr("The script failed") : tr("Answer of the script"));
+    m_lblAnswer->setText(failed ? tr("The script failed") : m_txtAnswer->accessibleName());
     m_txtAnswer->setPlaceholderText(answer.isEmpty() ? tr("An empty text") : QString());
     m_txtAnswer->setPlainText(answer);
 }

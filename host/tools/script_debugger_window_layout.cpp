@@ -181,8 +181,8 @@ QWidget * script_debugger_window::createStepPane()
     m_txtAnswer = createText(QStringLiteral("m_txtAnswer"), tr("Answer of the script"));
     auto * const split = new QSplitter(Qt::Vertical);
     split->addWidget(m_lstStep);
-    split->addWidget(labelled(tr("Default text"), m_txtDefault));
-    split->addWidget(labelled(tr("Answer of the script"), m_txtAnswer, &m_lblAnswer));
+    split->addWidget(labelled(m_txtDefault->accessibleName(), m_txtDefault));
+    split->addWidget(labelled(m_txtAnswer->accessibleName(), m_txtAnswer, &m_lblAnswer));
     m_lblAnswer->setObjectName(QStringLiteral("m_lblAnswer"));
     split->setSizes({230, 90, 80});
     split->setChildrenCollapsible(false);

@@ -34,6 +34,11 @@ QString failure(const QString & file, const QString & why)
     return texts::tr("The diagram was not written to %1: %2").arg(QDir::toNativeSeparators(file), why);
 }
 
+QString notDrawn(const QString & file)
+{
+    return failure(file, texts::tr("it cannot be drawn"));
+}
+
 bool writePicture(const QString & file, const QByteArray & bytes, QString & reason)
 {
     const zk::ZkBool written = writeWholeFile(file, bytes);
@@ -67,7 +72,7 @@ bool saveSvg(const diagram_picture & picture, const QFont & font, const QString 
     generator.setDescription(drawable(description).toHtmlEscaped());
     QPainter painter;
     if (!painter.begin(&generator)) {
-        reason = failure(file, texts::tr("it cannot be drawn"));
+        reason = notDrawn(file);
         return false;
     }
     painter.fillRect(place, Qt::white);
@@ -98,7 +103,7 @@ bool savePng(const diagram_picture & picture, const QFont & font, const QString 
     painter.end();
     QBuffer buffer;
     if (!image.save(&buffer, "PNG")) {
-        reason = failure(file, texts::tr("it cannot be drawn"));
+        reason = notDrawn(file);
         return false;
     }
     if (!writePicture(file, buffer.data(), reason)) {

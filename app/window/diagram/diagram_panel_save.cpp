@@ -30,6 +30,15 @@ QString fileNameOf(const QString & project)
     return name.isEmpty() ? QStringLiteral("diagram") : name;
 }
 
+QMessageBox * newBox(QMessageBox::Icon icon, const QString & text, QMessageBox::StandardButtons buttons,
+                     QWidget * parent)
+{
+    auto * const box = new QMessageBox(icon, diagram_panel::tr("Korvane - Diagram"), text, buttons, parent);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    return box;
+}
+
 } // namespace
 
 void diagram_panel::askForFile()
@@ -65,12 +74,9 @@ void diagram_panel::saveChosen(const QString & file, const QString & suffix)
         savePicture(whole);
         return;
     }
-    auto * const box =
-        new QMessageBox(QMessageBox::Question, tr("Korvane - Diagram"),
-                        tr("%1 already exists. Replace it?").arg(QDir::toNativeSeparators(whole)),
-                        QMessageBox::Yes | QMessageBox::No, this);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setTextFormat(Qt::PlainText);
+    QMessageBox * const box = newBox(
+        QMessageBox::Question, tr("%1 already exists. Replace it?").arg(QDir::toNativeSeparators(whole)),
+        QMessageBox::Yes | QMessageBox::No, this);
     box->setDefaultButton(QMessageBox::No);
     connect(box, &QMessageBox::finished, this, [this, whole](int answer) {
         if (answer == QMessageBox::Yes) {
@@ -93,11 +99,7 @@ void diagram_panel::savePicture(const QString & file)
 
 void diagram_panel::tellFailure(const QString & reason)
 {
-    auto * const box =
-        new QMessageBox(QMessageBox::Warning, tr("Korvane - Diagram"), reason, QMessageBox::Ok, this);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setTextFormat(Qt::PlainText);
-    box->open();
+    newBox(QMessageBox::Warning, reason, QMessageBox::Ok, this)->open();
 }
 
 } // namespace app

@@ -37,6 +37,21 @@ qint64 percent(int done, int total)
     return total > 0 ? qint64(done) * 100 / total : 0;
 }
 
+QString copyAllText()
+{
+    return message_panel::tr("Copy all");
+}
+
+QString clearText()
+{
+    return message_panel::tr("Clear");
+}
+
+QString outcomeText(bool isFailed)
+{
+    return isFailed ? message_panel::tr("Failed") : message_panel::tr("Done");
+}
+
 QString countsText(int messages, int errors)
 {
     if (messages == 0 && errors == 0) {
@@ -146,10 +161,10 @@ QBoxLayout * message_panel::createBar()
     m_chkErrorsOnly = new QCheckBox(tr("Errors only"));
     m_chkErrorsOnly->setObjectName(QStringLiteral("m_chkErrorsOnly"));
     m_chkErrorsOnly->setAccessibleName(tr("Show errors only"));
-    auto * const copy = new QPushButton(tr("Copy all"));
+    auto * const copy = new QPushButton(copyAllText());
     copy->setObjectName(QStringLiteral("m_btnCopyAll"));
     copy->setAccessibleName(tr("Copy all messages shown"));
-    auto * const clear = new QPushButton(tr("Clear"));
+    auto * const clear = new QPushButton(clearText());
     clear->setObjectName(QStringLiteral("m_btnClear"));
     clear->setAccessibleName(tr("Clear the messages"));
     connect(m_chkErrorsOnly, &QCheckBox::toggled, m_pFilter, &message_filter::setErrorsOnly);
@@ -172,14 +187,14 @@ void message_panel::createActions()
     QAction * const copy = addListAction("m_actCopy", tr("Copy"), &message_panel::copySelected);
     copy->setText(copy->text() + QLatin1Char('\t') +
                   QKeySequence(QKeySequence::Copy).toString(QKeySequence::NativeText));
-    addListAction("m_actCopyAll", tr("Copy all"), &message_panel::copyAll);
-    auto * const errors = new QAction(tr("Errors only"), this);
+    addListAction("m_actCopyAll", copyAllText(), &message_panel::copyAll);
+    auto * const errors = new QAction(m_chkErrorsOnly->text(), this);
     errors->setObjectName(QStringLiteral("m_actErrorsOnly"));
     errors->setCheckable(true);
     connect(errors, &QAction::toggled, m_chkErrorsOnly, &QCheckBox::setChecked);
     connect(m_chkErrorsOnly, &QCheckBox::toggled, errors, &QAction::setChecked);
     m_lstMessages->addAction(errors);
-    addListAction("m_actClear", tr("Clear"), &message_panel::clear);
+    addListAction("m_actClear", clearText(), &message_panel::clear);
 }
 
 QAction * message_panel::addListAction(const char * name, const QString & text, void (message_panel::*slot)())
@@ -273,7 +288,7 @@ void message_panel::setProgress(int done, int total)
 void message_panel::end(bool ok, const QString & text)
 {
     m_state = ok ? run_state::done : run_state::failed;
-    const QString line = !text.isEmpty() ? text : ok ? tr("Done") : tr("Failed");
+    const QString line = !text.isEmpty() ? text : outcomeText(!ok);
     add(line, ok ? message_kind::closing : message_kind::error);
     m_pList->flush();
     if (ok || m_barProgress->maximum() == 0) {
@@ -298,9 +313,8 @@ void message_panel::showOutcome()
 {
     const bool isFailed = m_state == run_state::failed;
     m_barProgress->setVisible(m_state != run_state::none);
-    m_barProgress->setFormat(isFailed                     ? tr("Failed")
-                             : m_state == run_state::done ? tr("Done")
-                                                          : QStringLiteral("%p %"));
+    m_barProgress->setFormat(isFailed || m_state == run_state::done ? outcomeText(isFailed)
+                                                                    : QStringLiteral("%p %"));
     QPalette own;
     if (isFailed) {
         own.setColor(QPalette::Highlight, FailedBar);
