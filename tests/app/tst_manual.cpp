@@ -1,6 +1,7 @@
 // The manual's commands do what the manual says: every block of shell runs, in order, and prints what the
 // text block after it shows.
 
+#include "support/manual_blocks.h"
 #include "support/program.h"
 
 #include <QDir>
@@ -10,36 +11,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using support::block;
+using support::blocksOf;
+using support::contentOf;
+using support::Docs;
+
 namespace {
-
-const QString Docs = QStringLiteral(KORVANE_SOURCE_DIR "/docs/");
-
-struct block
-{
-    QString kind;
-    QString text;
-};
-
-QString contentOf(const QString & name)
-{
-    QFile file(Docs + name);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
-/// The fenced blocks of a page.
-QList<block> blocksOf(const QString & page)
-{
-    static const QRegularExpression fence(QStringLiteral("^```(\\w+)\\n(.*?)^```$"),
-                                          QRegularExpression::MultilineOption |
-                                              QRegularExpression::DotMatchesEverythingOption);
-    QList<block> blocks;
-    QRegularExpressionMatchIterator matches = fence.globalMatch(contentOf(page));
-    while (matches.hasNext()) {
-        const QRegularExpressionMatch match = matches.next();
-        blocks.append({match.captured(1), match.captured(2)});
-    }
-    return blocks;
-}
 
 QStringList pages()
 {
@@ -79,14 +56,10 @@ void tst_manual::commands()
 {
     QFETCH(int, shellBlocks);
     const QTemporaryDir folder;
-    const QString path =
-        QFileInfo(QStringLiteral(KORVANE_PROGRAM)).path() + QLatin1Char(':') + qEnvironmentVariable("PATH");
     QByteArray output;
     for (const block & b : blocksOf(QString::fromLatin1(QTest::currentDataTag()))) {
         if (b.kind == QStringLiteral("sh")) {
-            const support::program_result result =
-                support::runShell(QStringLiteral("set -eu\ncd '%1'\nexec 2>&1\n").arg(folder.path()) + b.text,
-                                  {{QStringLiteral("PATH"), path}});
+            const support::program_result result = support::runBlock(b, folder.path());
             output = result.output;
             QVERIFY2(result.status == 0, (b.text.toUtf8() + "\n" + output + result.errors).constData());
             --shellBlocks;
@@ -121,8 +94,8 @@ void tst_manual::webPages()
 {
     const QDir folder(QStringLiteral(KORVANE_MANUAL_FOLDER));
     QStringList made = folder.entryList({QStringLiteral("*.html")}, QDir::Files, QDir::Name);
-    QCOMPARE(made, (QStringList{"custom_script.html", "databases.html", "evolution.html", "manual.html",
-                                "text_form.html", "types.html", "window.html"}));
+    QCOMPARE(made, (QStringList{"ci.html", "custom_script.html", "databases.html", "evolution.html",
+                                "manual.html", "text_form.html", "types.html", "window.html"}));
     static const QRegularExpression link(QStringLiteral("(?:href|src|srcset)=\"([^\"#:]*)(?:#([^\"]*))?\""));
     for (const QString & name : std::as_const(made)) {
         QFile page(folder.filePath(name));
