@@ -63,7 +63,7 @@ QList<std::pair<QLatin1String, const QString *>> export_options::all() const
     return {{DatabaseOption, &m_database},
             {QLatin1String("path"), &m_path},
             {QLatin1String("schema"), &m_schema},
-            {QLatin1String("relationships"), &m_relationships},
+            {RelationshipsOption, &m_relationships},
             {QLatin1String("custom-script"), &m_customScript}};
 }
 

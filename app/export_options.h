@@ -11,6 +11,8 @@ struct plugin_request;
 
 /// The option that names the database.
 inline constexpr QLatin1String DatabaseOption("db");
+/// The option that says whether relationships become foreign keys.
+inline constexpr QLatin1String RelationshipsOption("relationships");
 /// What statements of a text form are for, which has no stored settings, when none is named.
 inline constexpr QLatin1String DatabaseOfTexts("sqlite");
 

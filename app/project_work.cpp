@@ -138,6 +138,23 @@ bool replacesModel(const QString & projectFile)
     return target.exists() && (!target.isFile() || target.size() > 0);
 }
 
+ZkBool readModel(const QByteArray & text, const QString & source, const model::project * existing,
+                 model::project & project, QStringList & warnings)
+{
+    const ZkBool read = storage::text_form::read(text, source, existing, project);
+    if (!read) {
+        return read;
+    }
+    QStringList told = storage::model_check::warnings(project);
+    if (existing) {
+        told << storage::text_form::versionWarnings(project, *existing);
+    }
+    for (const QString & warning : std::as_const(told)) {
+        warnings << texts::tr("%1: warning: %2").arg(source, warning);
+    }
+    return read;
+}
+
 import_result importText(const QString & modelFile, const QString & projectFile)
 {
     import_result done;
@@ -149,16 +166,9 @@ import_result importText(const QString & modelFile, const QString & projectFile)
     done.result = resultOf(storage::project_file::replace(
         projectFile, [&](const model::project * existing, model::project & project) {
             done.warnings.clear();
-            const ZkBool read = storage::text_form::read(text, source, existing, project);
+            const ZkBool read = readModel(text, source, existing, project, done.warnings);
             if (!read) {
                 return QSqlError(QString(), read.getDesc(), QSqlError::StatementError);
-            }
-            QStringList warnings = storage::model_check::warnings(project);
-            if (existing) {
-                warnings << storage::text_form::versionWarnings(project, *existing);
-            }
-            for (const QString & warning : std::as_const(warnings)) {
-                done.warnings << texts::tr("%1: warning: %2").arg(source, warning);
             }
             done.types = columnTypes(project);
             done.projectName = project.getName();

@@ -49,6 +49,12 @@ struct import_result
 /// replaces its model; settings and versions stay.
 [[nodiscard]] import_result importText(const QString & modelFile, const QString & projectFile);
 
+/// Reads the text form `text`, called `source` in messages, into the empty `project`, as one that replaces
+/// `existing` (null for none). What is allowed, but hardly meant, is added to `warnings`.
+[[nodiscard]] zk::ZkBool readModel(const QByteArray & text, const QString & source,
+                                   const model::project * existing, model::project & project,
+                                   QStringList & warnings);
+
 /// Whether an import into `projectFile` would replace the model of what is there.
 [[nodiscard]] bool replacesModel(const QString & projectFile);
 

@@ -1,12 +1,12 @@
+#include "database/server/catalogue_readers.h"
 #include "database/server/connected_target.h"
+#include "database/server/connections.h"
 #include "database/server/private_server.h"
 #include "database/server/server_url.h"
 
-#include "database/facts/names.h"
 #include "database/facts/normal_form.h"
 
 #include <QFile>
-#include <QSqlDatabase>
 
 #include <optional>
 
@@ -92,12 +92,9 @@ public:
     }
     [[nodiscard]] database::catalogue held() override
     {
-        database::catalogue found;
-        addTablesAndColumns(found);
-        addIndexes(found);
-        addForeignKeys(found);
-        return database::normalForm(std::move(found), known());
+        return database::normalForm(readMySql(*m_connection, known()), known());
     }
+    [[nodiscard]] QList<database::left_out> leftOut() override { return leftOutOfMySql(*m_connection); }
     [[nodiscard]] QString quoted(const QString & name) const override
     {
         return QLatin1Char('`') + QString(name).replace(QLatin1Char('`'), QLatin1String("``")) +
@@ -115,26 +112,7 @@ private:
     [[nodiscard]] QString scratch() const { return QStringLiteral("%1_%2").arg(m_sPrefix).arg(m_iDatabases); }
     [[nodiscard]] std::unique_ptr<sql_connection> connect(const QString & database) const
     {
-        return std::make_unique<sql_connection>(
-            QStringLiteral("QMYSQL"), [this, database](QSqlDatabase & db) {
-                const bool isSocket = m_place.host.startsWith(QLatin1Char('/'));
-                if (isSocket) {
-                    db.setConnectOptions(QStringLiteral("UNIX_SOCKET=") + m_place.host);
-                } else {
-                    db.setHostName(m_place.host);
-                    db.setPort(m_place.port == 0 ? -1 : m_place.port);
-                }
-                db.setUserName(m_place.user);
-                db.setPassword(m_place.password);
-                db.setDatabaseName(database);
-            });
-    }
-    void addTablesAndColumns(database::catalogue & found) const;
-    void addIndexes(database::catalogue & found) const;
-    void addForeignKeys(database::catalogue & found) const;
-    [[nodiscard]] database::table & tableOf(database::catalogue & found, const QVariant & name) const
-    {
-        return found.tables[database::foldedTable(known(), name.toString())];
+        return connectMySql(m_place, database);
     }
 
     std::optional<private_server> m_server;
@@ -142,58 +120,6 @@ private:
     QString m_sPrefix = QStringLiteral("scratch"); ///< of the names of databases
     int m_iDatabases = 0;
 };
-
-void mariadb_target::addTablesAndColumns(database::catalogue & found) const
-{
-    for (const QString & table : m_connection->firstColumn(QStringLiteral(
-             "SELECT table_name FROM information_schema.tables WHERE table_schema = DATABASE()"))) {
-        tableOf(found, table).name = table;
-    }
-    for (const QVariantList & c : m_connection->rows(
-             QStringLiteral("SELECT table_name, column_name, column_type, is_nullable, extra FROM "
-                            "information_schema.columns WHERE table_schema = DATABASE() "
-                            "ORDER BY table_name, ordinal_position"))) {
-        tableOf(found, c[0])
-            .columns.push_back({c[1].toString(), c[2].toString(), c[3].toString() == QStringLiteral("NO"),
-                                c[4].toString().contains(QLatin1String("auto_increment"))});
-    }
-}
-
-void mariadb_target::addIndexes(database::catalogue & found) const
-{
-    for (const QVariantList & i : m_connection->rows(
-             QStringLiteral("SELECT table_name, index_name, non_unique, column_name, sub_part FROM "
-                            "information_schema.statistics WHERE table_schema = DATABASE() "
-                            "ORDER BY table_name, index_name, seq_in_index"))) {
-        database::table & owner = tableOf(found, i[0]);
-        const QString name = i[1].toString();
-        const database::key_part part{i[3].toString(), i[4].toInt()};
-        if (name == QStringLiteral("PRIMARY")) {
-            owner.key = owner.key ? owner.key : database::primary_key{};
-            owner.key->parts.push_back(part);
-        } else if (!owner.indexes.empty() && owner.indexes.back().name == name) {
-            owner.indexes.back().parts.push_back(part);
-        } else {
-            owner.indexes.push_back({name, {part}, !i[2].toBool(), false});
-        }
-    }
-}
-
-void mariadb_target::addForeignKeys(database::catalogue & found) const
-{
-    for (const QVariantList & f : m_connection->rows(
-             QStringLiteral("SELECT constraint_name, table_name, column_name, referenced_table_name, "
-                            "referenced_column_name FROM information_schema.key_column_usage "
-                            "WHERE table_schema = DATABASE() AND referenced_table_name IS NOT NULL "
-                            "ORDER BY table_name, constraint_name, ordinal_position"))) {
-        auto & keys = tableOf(found, f[1]).foreignKeys;
-        if (keys.empty() || keys.back().name != f[0].toString()) {
-            keys.push_back({f[0].toString(), {}, f[3].toString(), {}});
-        }
-        keys.back().columns.append(f[2].toString());
-        keys.back().targetColumns.append(f[4].toString());
-    }
-}
 
 QString mariadb_target::typeAsStored(const QString & type)
 {

@@ -2,11 +2,21 @@
 
 #include <QUrl>
 
+#include <algorithm>
+#include <iterator>
+
 namespace database::server {
 
 namespace {
 
 const QString Sqlite = QStringLiteral("sqlite");
+constexpr QLatin1String ServerSchemes[] = {QLatin1String("postgresql"), QLatin1String("mysql"),
+                                           QLatin1String("mariadb")};
+
+bool isServerScheme(const QString & scheme)
+{
+    return std::find(std::begin(ServerSchemes), std::end(ServerSchemes), scheme) != std::end(ServerSchemes);
+}
 
 // A folder in the place of a host is no name of one: everything is taken from between the slashes.
 void readFolderUrl(const QString & text, server_url & url)
@@ -34,6 +44,18 @@ QString server_url::shown() const
     return QStringLiteral("%1://%2%3/%4").arg(scheme, who, where, database);
 }
 
+QString withoutPassword(QString text, const server_url & place)
+{
+    return place.password.isEmpty() ? text : text.replace(place.password, QStringLiteral("***"));
+}
+
+bool isUrl(const QString & text)
+{
+    const QString scheme = text.section(QLatin1Char(':'), 0, 0);
+    return text.startsWith(Sqlite + QLatin1Char(':')) || text.contains(QLatin1String("://")) ||
+           (isServerScheme(scheme) && text.startsWith(scheme + QLatin1Char(':')));
+}
+
 std::optional<server_url> readUrl(const QString & text, QString & why)
 {
     const QString scheme = text.section(QLatin1Char(':'), 0, 0);
@@ -44,8 +66,7 @@ std::optional<server_url> readUrl(const QString & text, QString & why)
         why = url.database.isEmpty() ? QStringLiteral("'%1' names no file").arg(text) : QString();
         return why.isEmpty() ? std::optional(url) : std::nullopt;
     }
-    if (scheme != QLatin1String("postgresql") && scheme != QLatin1String("mysql") &&
-        scheme != QLatin1String("mariadb")) {
+    if (!isServerScheme(scheme)) {
         why = QStringLiteral("it begins with '%1'; URLs begin with postgresql, mysql, mariadb or sqlite")
                   .arg(scheme);
         return std::nullopt;

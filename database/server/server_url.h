@@ -20,6 +20,12 @@ struct server_url
     [[nodiscard]] QString shown() const;
 };
 
+/// What somebody says of `place`, which may repeat what it was told, without the password.
+[[nodiscard]] QString withoutPassword(QString text, const server_url & place);
+
+/// Whether `text` begins like a URL of a database, so that it is not meant as a file.
+[[nodiscard]] bool isUrl(const QString & text);
+
 /// Reads "postgresql://[user[:password]@]host[:port]/database", the same with mysql and mariadb, or
 /// "sqlite:FILE"; a socket's folder as host is percent-encoded. Nothing, with the reason, for another text.
 [[nodiscard]] std::optional<server_url> readUrl(const QString & text, QString & why);

@@ -16,10 +16,17 @@ sql_connection::sql_connection(const QString & driver, const std::function<void(
     m_sOpenError = db.lastError().text();
 }
 
+sql_connection::sql_connection(const QSqlDatabase & open)
+    : m_sName(open.connectionName()), m_bOwn(false), m_bOpen(open.isOpen())
+{
+}
+
 sql_connection::~sql_connection()
 {
-    QSqlDatabase::database(m_sName, false).close();
-    QSqlDatabase::removeDatabase(m_sName);
+    if (m_bOwn) {
+        QSqlDatabase::database(m_sName, false).close();
+        QSqlDatabase::removeDatabase(m_sName);
+    }
 }
 
 bool sql_connection::execute(const QString & statement, server_error & error) const

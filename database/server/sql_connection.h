@@ -25,11 +25,13 @@ public:
     [[nodiscard]] QString reason() const { return QString::fromUtf8(what()); }
 };
 
-/// A connection with a name of its own; it is removed with this object.
+/// A connection to a database. One that is made here has a name of its own, and is removed with this object.
 class sql_connection
 {
 public:
     sql_connection(const QString & driver, const std::function<void(QSqlDatabase &)> & prepare);
+    /// Speaks through `open`, which is somebody's and has to outlive this.
+    explicit sql_connection(const QSqlDatabase & open);
     ~sql_connection();
     sql_connection(const sql_connection &) = delete;
     sql_connection & operator=(const sql_connection &) = delete;
@@ -45,6 +47,7 @@ public:
 
 private:
     QString m_sName;
+    bool m_bOwn = true; ///< it goes with this
     bool m_bOpen = false;
     QString m_sOpenError;
 };

@@ -63,9 +63,7 @@ std::unique_ptr<target_database> open(const server_url & place, QString & why)
     if (found != std::end(Openables)) {
         opened = found->open(place, why);
     }
-    if (!opened && !place.password.isEmpty()) {
-        why.replace(place.password, QStringLiteral("***"));
-    }
+    why = withoutPassword(why, place);
     return opened;
 }
 

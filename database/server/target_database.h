@@ -1,8 +1,6 @@
 #pragma once
 
-#include "database/catalogue/catalogue.h"
-#include "database/facts/facts.h"
-#include "database/server/sql_connection.h"
+#include "database/server/readable_database.h"
 
 #include <QString>
 #include <QStringList>
@@ -12,23 +10,15 @@
 namespace database::server {
 
 /// A database that runs scripts and tells from its own catalogue what came of them.
-class target_database
+class target_database : public readable_database
 {
 public:
-    virtual ~target_database() = default;
-
-    /// What is known about it.
-    [[nodiscard]] virtual const database::facts & known() const = 0;
-    /// What it says of its own version, such as "SQLite 3.40.1".
-    [[nodiscard]] virtual QString version() = 0;
     /// Begins anew with an empty database. False, with the reason, when that fails.
     virtual bool reset(QString & error) = 0;
     /// Runs one statement; false, with the database's own code and words, when it is refused.
     virtual bool execute(const QString & statement, server_error & error) = 0;
     /// The rows of a query that has to succeed; this and all that reads throws server_failure.
     [[nodiscard]] virtual QList<QVariantList> rows(const QString & query) = 0;
-    /// What is in the database now, in its normal form.
-    [[nodiscard]] virtual database::catalogue held() = 0;
     /// How the catalogue spells the SQL type `type`.
     virtual QString typeAsStored(const QString & type) = 0;
     /// A name as a statement of ours writes it, whatever it is made of.
@@ -43,8 +33,6 @@ public:
 /// servers of their own, which end with the object. Null, with the reason on one line and what to do, for one
 /// that is not installed or cannot be run here.
 [[nodiscard]] std::unique_ptr<target_database> start(const QString & key, QString & why);
-
-struct server_url;
 
 /// Opens a database of that URL that nobody else has: on a server one of a name of its own, which is dropped
 /// when the object goes; of SQLite the file, which must not be there, and goes with the object. Null, with

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "korvane_global.h"
+
 namespace model {
 class project;
 }
@@ -21,7 +23,7 @@ struct id_marks
 };
 
 /// The marks of `project`: what was remembered and what is in use.
-[[nodiscard]] id_marks marksOf(const model::project & project);
+[[nodiscard]] KORVANE_EXPORT id_marks marksOf(const model::project & project);
 
 /// Keeps `marks` with `project`, to be stored with it.
 void remember(model::project & project, const id_marks & marks);

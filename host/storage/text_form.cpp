@@ -62,16 +62,22 @@ long followingVersion(const model::entity & entity, const QString & place, const
     return stored->getVersion() + (changed ? 1 : 0);
 }
 
-void readDraft(text_draft::project & draft, const model::project * existing, model::project & project)
+/// Remembers the ids that were given, and checks the model.
+void succeed(model::project & project, const model::project * existing)
 {
-    text_draft::assignIds(draft, existing);
-    build(draft, project);
     if (existing) {
         remember(project, marksOf(*existing));
     }
     if (const auto finding = model_check::firstError(project)) {
         throw text_error{*finding};
     }
+}
+
+void readDraft(text_draft::project & draft, const model::project * existing, model::project & project)
+{
+    text_draft::assignIds(draft, existing);
+    build(draft, project);
+    succeed(project, existing);
     qsizetype index = 0;
     for (const text_draft::entity & entity : draft.entities) {
         const QString place = model_check::placeOfEntity(index++, entity.object->getName());
@@ -80,17 +86,15 @@ void readDraft(text_draft::project & draft, const model::project * existing, mod
     }
 }
 
-} // namespace
-
-zk::ZkBool read(const QByteArray & text, const QString & sourceName, const model::project * existing,
-                model::project & project)
+/// Does `work`; what it throws is told of the text `sourceName`.
+template <class Work>
+zk::ZkBool told(const QString & sourceName, const Work & work)
 {
     const auto failure = [&sourceName](const model_check::finding & finding) {
         return zk::ZkBool::failure(finding.text(sourceName));
     };
     try {
-        text_draft::project draft = text_draft::read(text);
-        readDraft(draft, existing, project);
+        work();
         return zk::ZkBool::success();
     } catch (const text_error & error) {
         return failure(error.finding);
@@ -99,6 +103,29 @@ zk::ZkBool read(const QByteArray & text, const QString & sourceName, const model
     } catch (const std::exception & e) { // the parser's own
         return failure({QString(), model_check::printable(QString::fromLocal8Bit(e.what()))});
     }
+}
+
+} // namespace
+
+zk::ZkBool read(const QByteArray & text, const QString & sourceName, const model::project * existing,
+                model::project & project)
+{
+    return told(sourceName, [&] {
+        text_draft::project draft = text_draft::read(text);
+        readDraft(draft, existing, project);
+    });
+}
+
+zk::ZkBool follow(model::project & project, const QString & sourceName, const model::project * existing)
+{
+    return told(sourceName, [&] {
+        succeed(project, existing);
+        qsizetype index = 0;
+        for (const auto & entity : project.getListOfAllEntities()->values()) {
+            const QString place = model_check::placeOfEntity(index++, entity->getName());
+            entity->setVersion(followingVersion(*entity, place, existing));
+        }
+    });
 }
 
 QStringList versionWarnings(const model::project & project, const model::project & existing)

@@ -22,6 +22,12 @@ namespace storage::text_form {
 KORVANE_EXPORT zk::ZkBool read(const QByteArray & text, const QString & sourceName,
                                const model::project * existing, model::project & project);
 
+/// Makes `project`, whose objects have their ids already, the state that follows `existing`, the stored one
+/// (null for none): no id is given a second time, and versions count what changed. A failure, with what
+/// every model has to hold to, is one line "source: place: reason".
+KORVANE_EXPORT zk::ZkBool follow(model::project & project, const QString & sourceName,
+                                 const model::project * existing);
+
 /// One line for each entity that differs from the one of its id in `existing` and bears the same version all
 /// the same: a text can give a version that it does not raise, and then a comparison misses the change.
 [[nodiscard]] KORVANE_EXPORT QStringList versionWarnings(const model::project & project,

@@ -41,7 +41,7 @@ private:
 
 /// A connection to a file. It knows its file: what it tells is "file: reason". Statements and
 /// queries on it must end before it does.
-class connection
+class KORVANE_EXPORT connection
 {
 public:
     connection();

@@ -1,0 +1,136 @@
+#include "app/import/schema_source.h"
+
+#include "app/project_work.h"
+
+#include "check/import/table_draft.h"
+#include "database/server/script_run.h"
+#include "database/server/server_url.h"
+#include "database/server/target_database.h"
+#include "os/stop_requests.h"
+
+#include <algorithm>
+
+namespace app {
+
+namespace {
+
+using database::server::readable_database;
+using database::server::server_url;
+using zk::ZkBool;
+
+constexpr QLatin1String ScriptBeginning("ddl:");
+
+ZkBool failure(const QString & source, const QString & reason)
+{
+    return ZkBool::failure(source + QStringLiteral(": ") + reason);
+}
+
+/// Takes out of the catalogue what is not what it seems there.
+void dropStandIns(held_schema & held)
+{
+    using database::catalogue_part;
+    for (const database::left_out & each : held.leftOut) {
+        const auto named = [&each](const auto & part) { return part.name == each.name; };
+        const auto isIt = [&](const auto & entry) {
+            return entry.second.name == (each.standIn == catalogue_part::table ? each.name : each.table);
+        };
+        const auto found = each.standIn == catalogue_part::none
+                               ? held.found.tables.end()
+                               : std::find_if(held.found.tables.begin(), held.found.tables.end(), isIt);
+        if (found == held.found.tables.end()) {
+            continue;
+        }
+        if (each.standIn == catalogue_part::table) {
+            held.found.tables.erase(found);
+        } else if (each.standIn == catalogue_part::column) {
+            found->second.columns.removeIf(named);
+        } else {
+            found->second.indexes.removeIf(named);
+        }
+    }
+}
+
+/// A foreign key need not say which columns it leads to when these are the key.
+void completeTargets(database::catalogue & found, const database::facts & known)
+{
+    for (auto & [name, table] : found.tables) {
+        for (database::foreign_key & each : table.foreignKeys) {
+            const auto target = found.tables.find(check::tableKey(found, known, each.target));
+            if (each.targetColumns.join(QString()).isEmpty() && target != found.tables.end()) {
+                each.targetColumns = check::keyColumnsOf(target->second);
+            }
+        }
+    }
+}
+
+ZkBool readOf(readable_database & from, held_schema & held)
+{
+    try {
+        held.known = &from.known();
+        held.found = from.held();
+        held.leftOut = from.leftOut();
+    } catch (const database::server::server_failure & broken) {
+        return failure(held.name, broken.reason().simplified());
+    }
+    dropStandIns(held);
+    completeTargets(held.found, *held.known);
+    return held.found.tables.empty() ? failure(held.name, QStringLiteral("it has no tables"))
+                                     : ZkBool::success();
+}
+
+ZkBool readUrlOf(const QString & text, const QString & schema, held_schema & held)
+{
+    QString why;
+    const server_url place = database::server::readUrl(text, why).value_or(server_url());
+    held.name = place.shown();
+    const auto opened = database::server::openToRead(place, schema, why);
+    return opened ? readOf(*opened, held) : failure(held.name, why);
+}
+
+ZkBool runScript(const QString & file, const QString & database, held_schema & held)
+{
+    QByteArray script;
+    held.name = shownName(file);
+    if (const ZkBool read = readText(file, script); !read) {
+        return read;
+    }
+    const os::stop_requests stops; // the server and its folder go first
+    QString why;
+    const auto target = database::server::start(database, why);
+    if (!target || !target->reset(why)) {
+        return failure(database, why);
+    }
+    if (!database::server::runScript(*target, QString::fromUtf8(script), why)) {
+        return failure(held.name, why);
+    }
+    return readOf(*target, held);
+}
+
+} // namespace
+
+bool isSchemaSource(const QString & text)
+{
+    return text.startsWith(ScriptBeginning) || database::server::isUrl(text);
+}
+
+QString whyNoSchema(const QString & text, const QString & database)
+{
+    QString why;
+    if (!text.startsWith(ScriptBeginning)) {
+        (void)database::server::readUrl(text, why);
+        return why.isEmpty() && !database.isEmpty()
+                   ? QStringLiteral("A URL names its kind of database itself; leave --db out")
+                   : why;
+    }
+    return !database.isEmpty() ? QString()
+                               : QStringLiteral("--db has to say on which database the script runs: sqlite, "
+                                                "mariadb or postgresql");
+}
+
+ZkBool readSchema(const QString & text, const QString & database, const QString & schema, held_schema & held)
+{
+    return text.startsWith(ScriptBeginning) ? runScript(text.mid(ScriptBeginning.size()), database, held)
+                                            : readUrlOf(text, schema, held);
+}
+
+} // namespace app

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "check/import/model_merge.h"
+#include "check/import/property_merge.h"
+#include "check/import/table_draft.h"
+
+#include <QHash>
+#include <QSet>
+
+#include <memory>
+#include <vector>
+
+namespace model {
+class entity;
+class property;
+} // namespace model
+
+namespace check {
+
+/// An entity that becomes that of a table, or stays as it is.
+struct merged_entity
+{
+    std::shared_ptr<model::entity> former; ///< null for a new one
+    std::shared_ptr<model::entity> made;   ///< without properties until all are known
+    const table_draft * draft = nullptr;   ///< null when no table has a say in it
+    std::vector<std::shared_ptr<model::property>> properties;
+    std::vector<std::shared_ptr<model::property>> gone; ///< whose columns the table has not
+    std::vector<std::shared_ptr<model::property>> added;
+};
+
+/// The ids of the entities by the tables that they are made from.
+using entity_ids = QHash<QString, long>;
+
+/// Makes the properties of one entity.
+class entity_merge
+{
+public:
+    /// @param tables ids of the entities of all tables that can be referred to
+    /// @param inverses receives the new relationships that get one on the other side
+    entity_merge(schema_import & import, merged_entity & work, const entity_ids & tables,
+                 std::vector<std::shared_ptr<model::property>> & inverses);
+
+    /// Keeps, changes and adds properties until they are those of the table.
+    void run();
+
+private:
+    /// A property that has found what the table says of it.
+    struct matched
+    {
+        std::shared_ptr<model::property> property;
+        const property_draft * draft = nullptr;
+    };
+
+    [[nodiscard]] const property_draft * relationOf(const QStringList & columns) const;
+    void keep(const std::shared_ptr<model::property> & property);
+    void keepRelation(const std::shared_ptr<model::property> & property, const QStringList & columns);
+    void keepPlain(const std::shared_ptr<model::property> & property, const QStringList & columns);
+    void relate(model::property & property, const relation_draft & to);
+    void add(const property_draft & draft);
+    void take(const property_draft & draft) { m_taken += &draft; }
+    [[nodiscard]] bool hasColumnOf(const QStringList & columns) const;
+    [[nodiscard]] bool isRelatedElsewhere(const model::property & property,
+                                          const QStringList & columns) const;
+
+    schema_import & m_import;
+    merged_entity & m_work;
+    const entity_ids & m_tables;
+    std::vector<std::shared_ptr<model::property>> & m_inverses;
+    property_merge m_columns;
+    QSet<const property_draft *> m_taken;
+    QSet<QString> m_covered; ///< columns that properties have
+};
+
+/// `wanted`, with a number at its end when a property of the entity is called so already.
+[[nodiscard]] QString freeName(const merged_entity & in, const QString & wanted);
+
+} // namespace check

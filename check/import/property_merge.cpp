@@ -1,0 +1,144 @@
+#include "check/import/property_merge.h"
+
+#include "database/facts/names.h"
+#include "model/column_list.h"
+#include "model/property.h"
+#include "model/property_type.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace check {
+
+QStringList property_merge::columnsOf(const model::property & property)
+{
+    QStringList columns;
+    for (int i = 0; i < property.getColumnNameCount(); ++i) {
+        columns += property.getColumnName().isEmpty() ? property.getName() : property.getColumnName(i);
+    }
+    return columns;
+}
+
+bool property_merge::hasColumns(const QStringList & columns) const
+{
+    return !columns.isEmpty() && std::all_of(columns.begin(), columns.end(), [this](const QString & each) {
+        return column(each) != nullptr;
+    });
+}
+
+void property_merge::name(model::property & property, const QString & name, const QStringList & columns)
+{
+    property.setName(name);
+    property.setColumnName(columns == QStringList(name) ? QString() : columns.join(model::ColumnSeparator));
+}
+
+bool property_merge::isInKey(const QString & column) const
+{
+    const auto isIt = [&](const database::key_part & part) {
+        return database::isSameName(m_known, part.column, column);
+    };
+    const auto holds = [&](const database::index & each) {
+        return std::any_of(each.parts.begin(), each.parts.end(), isIt);
+    };
+    return (m_table.key && std::any_of(m_table.key->parts.begin(), m_table.key->parts.end(), isIt)) ||
+           std::any_of(m_table.indexes.begin(), m_table.indexes.end(), holds);
+}
+
+bool property_merge::keepsType(const model::property & property, const QStringList & columns) const
+{
+    const std::shared_ptr<model::property_type> type = property.getType();
+    if (!type) {
+        return false;
+    }
+    for (int i = 0; i < columns.size(); ++i) {
+        const QString found = column(columns[i])->type;
+        const database::column * const meant = meantColumn(columns[i]);
+        const QString forced = property.getForceSqlType();
+        const QString shown = type->getEnumeration()
+                                  ? m_import.types.shownOfEnumeration(forced)
+                                  : m_import.types.shown({type->getPrimitiveType(i), forced});
+        if (found != shown && (meant == nullptr || meant->type != found)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void property_merge::chooseType(model::property & property, const QStringList & columns) const
+{
+    QStringList cppTypes;
+    QSet<QString> forced;
+    for (const QString & each : columns) {
+        const mapped_type type = m_import.types.typeFor(column(each)->type, isInKey(each));
+        cppTypes += type.cppType;
+        forced += type.forced;
+    }
+    const bool isOne = std::all_of(cppTypes.begin(), cppTypes.end(),
+                                   [&](const QString & each) { return each == cppTypes.front(); });
+    property.setType(std::make_shared<model::property_type>(isOne ? cppTypes.mid(0, 1) : cppTypes));
+    // A forced type is that of all columns.
+    property.setForceSqlType(forced.size() == 1 ? *forced.begin() : QString());
+    property.setAutoIncrement({});
+}
+
+void property_merge::settleCounter(model::property & property, const QStringList & columns) const
+{
+    const bool isCounted = columns.size() == 1 && column(columns.constFirst())->counted;
+    if (!property.isIdentifier() || property.isNumber(true, -1) == isCounted) {
+        return;
+    }
+    property.setAutoIncrement({});
+    if (property.isNumber(true, -1) && !isCounted) {
+        property.setAutoIncrement(false);
+    }
+}
+
+void property_merge::settleFlags(model::property & property, const QString & name) const
+{
+    const database::column & found = *column(name);
+    const database::column * const meant = meantColumn(name);
+    if (!meant || meant->notNull != found.notNull) {
+        property.setAllowNull(!found.notNull);
+    }
+    const bool isUniqueThere = isUnique(m_known, m_table, name);
+    if (!meant || isUnique(m_known, *m_meant, name) != isUniqueThere) {
+        property.setUnique(isUniqueThere);
+    }
+    const bool isIndexedThere = isIndexed(m_known, m_table, name);
+    if (!meant || isIndexed(m_known, *m_meant, name) != isIndexedThere) {
+        property.setIndex(isIndexedThere);
+    }
+}
+
+void property_merge::settle(model::property & property, const QStringList & columns) const
+{
+    const bool isKey = areSameColumns(m_known, columns, keyColumnsOf(m_table));
+    property.setIdentifier(isKey);
+    if (!keepsType(property, columns)) {
+        chooseType(property, columns);
+    }
+    settleCounter(property, columns);
+    if (!isKey && columns.size() == 1) {
+        settleFlags(property, columns.constFirst());
+    }
+}
+
+// Scripts give such a column neither NOT NULL nor UNIQUE, so a column without them says nothing.
+void property_merge::settleRelation(model::property & property) const
+{
+    const QStringList columns = columnsOf(property);
+    const bool isNotNull = std::all_of(columns.begin(), columns.end(),
+                                       [this](const QString & each) { return column(each)->notNull; });
+    property.setAllowNull(property.getAllowNull() && !isNotNull);
+    if (columns.size() == 1 && property.getRelation()->getType() == model::relationship::many_to_one) {
+        const QString & name = columns.constFirst();
+        property.setUnique(property.getUnique() || isUnique(m_known, m_table, name));
+        const bool isIndexedThere = isIndexed(m_known, m_table, name);
+        if (!meantColumn(name) || isIndexed(m_known, *m_meant, name) != isIndexedThere) {
+            property.setIndex(isIndexedThere);
+        }
+    }
+}
+
+} // namespace check
