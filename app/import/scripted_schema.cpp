@@ -28,7 +28,7 @@ using zk::ZkBool;
 QString wordsOf(const schema_difference & of)
 {
     if (of.kind == difference_kind::table_missing) {
-        return QStringLiteral("scripts make no table of this name");
+        return QStringLiteral("scripts cannot make the table (korvane check tells why)");
     }
     if (of.kind == difference_kind::table_left) {
         return QStringLiteral("scripts make this table, which the database has not");

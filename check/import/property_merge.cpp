@@ -67,18 +67,20 @@ bool property_merge::keepsType(const model::property & property, const QStringLi
 
 void property_merge::chooseType(model::property & property, const QStringList & columns) const
 {
-    QStringList cppTypes;
+    // A forced type is that of all columns: where these have several, each takes the nearest one.
     QSet<QString> forced;
     for (const QString & each : columns) {
-        const mapped_type type = m_import.types.typeFor(column(each)->type, isInKey(each));
-        cppTypes += type.cppType;
-        forced += type.forced;
+        forced += m_import.types.typeFor(column(each)->type, isInKey(each)).forced;
+    }
+    const bool canForce = forced.size() == 1;
+    QStringList cppTypes;
+    for (const QString & each : columns) {
+        cppTypes += m_import.types.typeFor(column(each)->type, canForce && isInKey(each)).cppType;
     }
     const bool isOne = std::all_of(cppTypes.begin(), cppTypes.end(),
                                    [&](const QString & each) { return each == cppTypes.front(); });
     property.setType(std::make_shared<model::property_type>(isOne ? cppTypes.mid(0, 1) : cppTypes));
-    // A forced type is that of all columns.
-    property.setForceSqlType(forced.size() == 1 ? *forced.begin() : QString());
+    property.setForceSqlType(canForce ? *forced.begin() : QString());
     property.setAutoIncrement({});
 }
 

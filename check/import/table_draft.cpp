@@ -100,10 +100,22 @@ private:
         const std::optional<reference> second = referenceOf(owner.foreignKeys.back());
         if (!first || !second || first->target == second->target ||
             owner.columns.size() != first->columns.size() + second->columns.size() ||
-            folded(m_known, first->columns).intersects(folded(m_known, second->columns))) {
+            folded(m_known, first->columns).intersects(folded(m_known, second->columns)) ||
+            isNarrower(owner)) {
             return {};
         }
         return link_draft{&owner, first->target, second->target, first->columns, second->columns};
+    }
+
+    /// Whether the rows of a table are told apart by less than all of its columns.
+    static bool isNarrower(const database::table & owner)
+    {
+        const auto isPart = [&owner](const std::vector<database::key_part> & parts) {
+            return static_cast<qsizetype>(parts.size()) < owner.columns.size();
+        };
+        return (owner.key && isPart(owner.key->parts)) ||
+               std::any_of(owner.indexes.begin(), owner.indexes.end(),
+                           [&](const database::index & each) { return each.unique && isPart(each.parts); });
     }
 
     [[nodiscard]] bool areUnique(const database::table & owner, const QStringList & columns) const

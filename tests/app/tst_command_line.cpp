@@ -121,7 +121,8 @@ private Q_SLOTS:
         QTest::newRow("import with too much")
             << QStringList{"import", "a", "b", "c", "d"}
             << QByteArray("Too many arguments: c d; 'korvane import' takes MODEL.json, PROJECT.korv, "
-                          "-h,--help\n");
+                          "-n,--dry-run, --tables GLOB, --schema NAME, --link-tables relationship|entity, "
+                          "--db NAME, -h,--help\n");
         QTest::newRow("import to standard output")
             << QStringList{"import", "a.json", "-"}
             << QByteArray("PROJECT.korv is '-', but a project cannot be written to standard output; give a "

@@ -111,6 +111,17 @@ private Q_SLOTS:
         QCOMPARE(types.join(", "), links);
     }
 
+    /// A row of which one of the two others has at most one is more than a link.
+    void aNarrowKeyMakesNoLink()
+    {
+        make({"CREATE TABLE a (id INTEGER NOT NULL PRIMARY KEY)",
+              "CREATE TABLE b (id INTEGER NOT NULL PRIMARY KEY)",
+              "CREATE TABLE z_more (a_id INTEGER NOT NULL PRIMARY KEY, b_id INTEGER, FOREIGN KEY (a_id) "
+              "REFERENCES a (id), FOREIGN KEY (b_id) REFERENCES b (id))"});
+        QVERIFY(imported().endsWith("(entities: 3; without a place in the model: 0)\n"));
+        QVERIFY(!storedText(m_project).contains("many-to-many"));
+    }
+
     void whatHasNoPlaceIsListed()
     {
         make({"CREATE TABLE customer (id INTEGER NOT NULL PRIMARY KEY, name TEXT DEFAULT 'x' COLLATE NOCASE, "
