@@ -180,14 +180,14 @@ void import_command::tellRest(const database_import_result & done) const
     for (const QString & line : renameLines(done.renames, m_request.isPlan)) {
         printLine(line);
     }
-    QString table;
+    std::optional<QString> table;
     for (const database::left_out & each : done.leftOut) {
         if (&each == &done.leftOut.constFirst()) {
             printLine(QStringLiteral("Without a place in the model, or made otherwise by scripts:"));
         }
         if (each.table != table) {
             table = each.table;
-            printLine(QStringLiteral("  ") + table);
+            printLine(QStringLiteral("  ") + (table->isEmpty() ? QStringLiteral("the database") : *table));
         }
         printLine(QStringLiteral("    ") + each.what);
     }

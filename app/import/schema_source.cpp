@@ -8,6 +8,8 @@
 #include "database/server/target_database.h"
 #include "os/stop_requests.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 namespace app {
@@ -29,6 +31,7 @@ ZkBool failure(const QString & source, const QString & reason)
 void dropStandIns(held_schema & held)
 {
     using database::catalogue_part;
+    QSet<QString> dropped;
     for (const database::left_out & each : held.leftOut) {
         const auto named = [&each](const auto & part) { return part.name == each.name; };
         const auto isIt = [&](const auto & entry) {
@@ -41,6 +44,7 @@ void dropStandIns(held_schema & held)
             continue;
         }
         if (each.standIn == catalogue_part::table) {
+            dropped += each.name;
             held.found.tables.erase(found);
         } else if (each.standIn == catalogue_part::column) {
             found->second.columns.removeIf(named);
@@ -48,6 +52,10 @@ void dropStandIns(held_schema & held)
             found->second.indexes.removeIf(named);
         }
     }
+    // Of what is no table no part is told.
+    held.leftOut.removeIf([&dropped](const database::left_out & each) {
+        return dropped.contains(each.table) && each.standIn != catalogue_part::table;
+    });
 }
 
 /// A foreign key need not say which columns it leads to when these are the key.

@@ -27,7 +27,7 @@ public:
 
     /// The type for a column that the catalogue shows as `sqlType`: the one whose mapping gives just that, of
     /// several the most usual one; else the nearest with the SQL type forced.
-    /// @param isInKey whether the column is in a key or an index
+    /// @param isInKey whether the column is in the primary key, or scripts make an index over it
     [[nodiscard]] mapped_type typeFor(const QString & sqlType, bool isInKey) const;
     /// How the catalogue shows a column of that type; empty for a C++ type that the mapping does not know.
     [[nodiscard]] QString shown(const mapped_type & type) const;

@@ -33,16 +33,13 @@ void property_merge::name(model::property & property, const QString & name, cons
     property.setColumnName(columns == QStringList(name) ? QString() : columns.join(model::ColumnSeparator));
 }
 
+// That of a unique column is no matter of a script's, which gives it no more than the word.
 bool property_merge::isInKey(const QString & column) const
 {
-    const auto isIt = [&](const database::key_part & part) {
-        return database::isSameName(m_known, part.column, column);
-    };
-    const auto holds = [&](const database::index & each) {
-        return std::any_of(each.parts.begin(), each.parts.end(), isIt);
-    };
-    return (m_table.key && std::any_of(m_table.key->parts.begin(), m_table.key->parts.end(), isIt)) ||
-           std::any_of(m_table.indexes.begin(), m_table.indexes.end(), holds);
+    const QStringList key = keyColumnsOf(m_table);
+    return isIndexed(m_known, m_table, column) ||
+           std::any_of(key.begin(), key.end(),
+                       [&](const QString & each) { return database::isSameName(m_known, each, column); });
 }
 
 bool property_merge::keepsType(const model::property & property, const QStringList & columns) const

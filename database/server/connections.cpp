@@ -24,6 +24,9 @@ std::unique_ptr<sql_connection> connectMySql(const server_url & place, const QSt
 {
     return std::make_unique<sql_connection>(QStringLiteral("QMYSQL"), [&](QSqlDatabase & db) {
         fill(db, place, database);
+        if (place.password.isEmpty()) { // the client library leaves that to its programs
+            db.setPassword(qEnvironmentVariable("MYSQL_PWD"));
+        }
         QString options = MySqlPatience;
         if (place.host.startsWith(QLatin1Char('/'))) {
             options += QStringLiteral(";UNIX_SOCKET=") + place.host;

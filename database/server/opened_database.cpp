@@ -9,7 +9,8 @@
 #include "database/facts/normal_form.h"
 #include "zk/sqlite_connection.h"
 
-#include <sqlite3.h>
+#include <QFile>
+#include <QFileInfo>
 
 namespace database::server {
 
@@ -21,10 +22,14 @@ class opened_sqlite : public readable_database
 public:
     bool open(const server_url & place, QString & why)
     {
-        const QSqlError error = m_file.open(place.database);
+        QSqlError error = m_file.open(place.database);
+        if (!error.isValid()) { // reads the whole schema, so that damage in it shows here
+            error = m_file.execute(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+        }
         if (error.isValid()) {
-            const bool isNone = error.nativeErrorCode().toInt() == SQLITE_NOTADB;
-            why = isNone ? place.database + QStringLiteral(": is not a SQLite database") : error.text();
+            // Not the words for a project, which such a file need not be.
+            const QString reason = error.text().mid(place.database.size() + 2);
+            why = isOther(place.database) ? QStringLiteral("is not a SQLite database") : reason;
             return false;
         }
         m_connection = std::make_unique<sql_connection>(m_file.database());
@@ -47,6 +52,15 @@ public:
     [[nodiscard]] QList<database::left_out> leftOut() override { return leftOutOfSqlite(*m_connection); }
 
 private:
+    /// Whether a file is there that begins as no database does.
+    static bool isOther(const QString & name)
+    {
+        static const QByteArray beginning("SQLite format 3", 16);
+        QFile file(name);
+        return QFileInfo(name).isFile() && QFileInfo(name).size() > 0 && file.open(QIODevice::ReadOnly) &&
+               file.read(beginning.size()) != beginning;
+    }
+
     zk::sqlite::connection m_file;
     std::unique_ptr<sql_connection> m_connection;
 };

@@ -135,6 +135,10 @@ private:
     bool takeQuotation()
     {
         const QChar first = at(m_at);
+        if (isHere(u"/*")) { // one that the server runs
+            passTo(m_script.indexOf(QStringLiteral("*/"), m_at + 2), 2);
+            return true;
+        }
         if (m_syntax.dollarQuotes && first == QLatin1Char('$')) {
             return takeDollars();
         }

@@ -25,10 +25,12 @@ void readFolderUrl(const QString & text, server_url & url)
     const QString authority = behind.section(QLatin1Char('/'), 0, 0);
     const QString place = authority.section(QLatin1Char('@'), -1);
     url.host = QUrl::fromPercentEncoding(place.section(QLatin1Char(':'), 0, 0).toUtf8());
-    url.user = QUrl::fromPercentEncoding(
-        authority.contains(QLatin1Char('@'))
-            ? authority.section(QLatin1Char('@'), 0, -2).section(QLatin1Char(':'), 0, 0).toUtf8()
-            : QByteArray());
+    url.port = place.section(QLatin1Char(':'), 1).toInt();
+    if (authority.contains(QLatin1Char('@'))) {
+        const QString who = authority.section(QLatin1Char('@'), 0, -2);
+        url.user = QUrl::fromPercentEncoding(who.section(QLatin1Char(':'), 0, 0).toUtf8());
+        url.password = QUrl::fromPercentEncoding(who.section(QLatin1Char(':'), 1).toUtf8());
+    }
     url.database = QUrl::fromPercentEncoding(behind.section(QLatin1Char('/'), 1).toUtf8());
 }
 

@@ -13,7 +13,8 @@ sql_connection::sql_connection(const QString & driver, const std::function<void(
     QSqlDatabase db = QSqlDatabase::addDatabase(driver, m_sName);
     prepare(db);
     m_bOpen = db.open();
-    m_sOpenError = db.lastError().text();
+    const QSqlError error = db.lastError();
+    m_sOpenError = error.databaseText().isEmpty() ? error.text() : error.databaseText();
 }
 
 sql_connection::sql_connection(const QSqlDatabase & open)

@@ -37,7 +37,7 @@ private:
 [[nodiscard]] QString fileOf(const QSqlDatabase & database);
 
 /// Executes one statement without values. An error is the engine's.
-[[nodiscard]] QSqlError execute(const QSqlDatabase & database, const QString & statement);
+[[nodiscard]] KORVANE_EXPORT QSqlError execute(const QSqlDatabase & database, const QString & statement);
 
 /// A connection to a file. It knows its file: what it tells is "file: reason". Statements and
 /// queries on it must end before it does.

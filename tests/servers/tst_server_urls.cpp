@@ -1,22 +1,17 @@
 // Servers of somebody, named by a URL: only what is the program's own is made there, and it goes again.
 
-#include "database/server/private_server.h"
 #include "database/server/server_url.h"
-#include "database/server/sql_connection.h"
+
+#include "servers/server_of_somebody.h"
 
 #include "support/program.h"
 #include "support/project_support.h"
 
-#include <QDir>
-#include <QSqlDatabase>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QUrl>
 
-using database::server::private_server;
 using database::server::readUrl;
 using database::server::server_url;
-using database::server::sql_connection;
 using support::program_result;
 using support::runProgram;
 using support::textOf;
@@ -40,6 +35,10 @@ private Q_SLOTS:
         QTest::newRow("socket") << "mariadb://root@%2Frun%2Fmysqld%2Fmysqld.sock/a%20b"
                                 << QStringList{"mariadb", "/run/mysqld/mysqld.sock", "0", "root", "", "a b"}
                                 << "mariadb://root@/run/mysqld/mysqld.sock/a b";
+        QTest::newRow("socket with password")
+            << "postgresql://ann:a%3Ab@%2Frun:5433/shop"
+            << QStringList{"postgresql", "/run", "5433", "ann", "a:b", "shop"}
+            << "postgresql://ann@/run:5433/shop";
         QTest::newRow("file") << "sqlite:/tmp/a:b.db" << QStringList{"sqlite", "", "0", "", "", "/tmp/a:b.db"}
                               << "sqlite:/tmp/a:b.db";
     }
@@ -114,35 +113,14 @@ private Q_SLOTS:
     void postgresql()
     {
         QString why;
-        private_server server(QStringLiteral("postgres"));
-        QStringList folders;
-        const QDir versions("/usr/lib/postgresql");
-        for (const QString & version : versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-            folders << versions.filePath(version + "/bin");
+        const auto server = servers::startPostgreSqlOfSomebody(why);
+        if (!server) {
+            QSKIP(qPrintable(why));
         }
-        const QString initdb = database::server::findProgram("initdb", folders);
-        if (initdb.isEmpty()) {
-            QSKIP("PostgreSQL is not installed");
-        }
-        const QString data = server.folder() + "/data";
-        QVERIFY2(server.runToEnd(initdb, {"-D", data, "-U", "ann", "-A", "trust", "--no-sync"}, why),
-                 qPrintable(why));
-        const auto connect = [&server] {
-            return std::make_unique<sql_connection>("QPSQL", [&server](QSqlDatabase & db) {
-                db.setHostName(server.folder());
-                db.setUserName("ann");
-                db.setDatabaseName("postgres");
-            });
-        };
-        QVERIFY2(server.start(
-                     database::server::findProgram("postgres", folders),
-                     {"-D", data, "-k", server.folder(), "-c", "listen_addresses=", "-F"},
-                     [&connect] { return connect()->isOpen(); }, why),
-                 qPrintable(why));
+        const auto connect = [&server] { return server->connect("postgres"); };
         QVERIFY(connect()->execute("CREATE TABLE mine (id INTEGER)", why));
         const QStringList before = connect()->firstColumn("SELECT datname FROM pg_database ORDER BY 1");
-        const QString url =
-            "postgresql://ann@" + QString::fromLatin1(QUrl::toPercentEncoding(server.folder())) + "/postgres";
+        const QString url = server->url("ann", "postgres");
         const program_result result = runProgram({"verify", m_project, "--url", url});
         QCOMPARE(result.errors, QByteArray());
         QVERIFY2(result.output.contains("\npostgresql  PostgreSQL "), result.output.constData());
@@ -151,9 +129,9 @@ private Q_SLOTS:
         QCOMPARE(connect()->firstColumn("SELECT relname FROM pg_class WHERE relname = 'mine'"),
                  QStringList{"mine"});
         // Who may not create a database is told so.
-        QVERIFY(connect()->execute("CREATE ROLE bob LOGIN", why));
+        QVERIFY(connect()->execute("CREATE ROLE bob LOGIN PASSWORD 'x'", why));
         const program_result refused =
-            runProgram({"verify", m_project, "--url", QString(url).replace("ann@", "bob@")});
+            runProgram({"verify", m_project, "--url", QString(url).replace("ann@", "bob:x@")});
         QCOMPARE(refused.status, 1);
         QVERIFY2(refused.errors.contains("permission denied to create database"), refused.errors.constData());
         QCOMPARE(refused.errors.count('\n'), 1);
@@ -162,34 +140,13 @@ private Q_SLOTS:
     void mariadb()
     {
         QString why;
-        private_server server(QStringLiteral("mysql"));
-        const QString install = database::server::findProgram("mariadb-install-db");
-        if (install.isEmpty()) {
-            QSKIP("MariaDB is not installed");
+        const auto server = servers::startMariaDbOfSomebody(why);
+        if (!server) {
+            QSKIP(qPrintable(why));
         }
-        const QString data = "--datadir=" + server.folder() + "/data";
-        const QString socket = server.folder() + "/s";
-        QVERIFY2(server.runToEnd(
-                     install,
-                     {"--no-defaults", data, "--auth-root-authentication-method=normal", "--skip-test-db"},
-                     why),
-                 qPrintable(why));
-        const auto connect = [&socket] {
-            return std::make_unique<sql_connection>("QMYSQL", [&socket](QSqlDatabase & db) {
-                db.setConnectOptions("UNIX_SOCKET=" + socket);
-                db.setUserName("root");
-                db.setDatabaseName("mysql");
-            });
-        };
-        QVERIFY2(server.start(
-                     database::server::findProgram("mariadbd", {"/usr/sbin"}),
-                     {"--no-defaults", data, "--skip-networking", "--socket=" + socket,
-                      "--pid-file=" + server.folder() + "/pid"},
-                     [&] { return QFile::exists(socket) && connect()->isOpen(); }, why),
-                 qPrintable(why));
+        const auto connect = [&server] { return server->connect("mysql"); };
         const QStringList before = connect()->firstColumn("SHOW DATABASES");
-        const QString url =
-            "mariadb://root@" + QString::fromLatin1(QUrl::toPercentEncoding(socket)) + "/mysql";
+        const QString url = server->url("root", "mysql");
         const program_result result = runProgram({"verify", m_project, "--url", url});
         QCOMPARE(result.errors, QByteArray());
         QVERIFY2(result.output.contains("\nmariadb   MariaDB "), result.output.constData());
