@@ -40,40 +40,21 @@ ZkBool loadTwoSources(const comparison_request & request, compared_states & stat
     return result;
 }
 
-ZkBool loadVersions(const comparison_request & request, compared_states & states)
+/// Loads the versions that `request` names.
+ZkBool loadNamed(const comparison_request & request, compared_states & states)
 {
-    states.of = std::make_shared<source>();
-    source & of = *states.of;
-    if (const ZkBool opened = of.open(request.source); !opened) {
+    const auto of = std::make_shared<source>();
+    if (const ZkBool opened = of->open(request.source); !opened) {
         return opened;
     }
-    if (of.isText()) {
+    if (of->isText()) {
         return ZkBool::failure(
             QStringLiteral("%1: a text form has no versions; give a second source to compare it with")
                 .arg(shownName(request.source)));
     }
     // Without any version the first one is what is missing.
-    const int from = versionNumber(request.from).value_or(std::max(of.newestVersion(), 1));
-    const int to = versionNumber(request.to).value_or(Now);
-    ZkBool result = of.checkVersion(from);
-    if (result) {
-        result = of.checkVersion(to);
-    }
-    if (result) {
-        result = of.load(Now, states.state);
-    }
-    if (result) {
-        result = of.load(from, states.before);
-    }
-    if (result) {
-        result = of.load(to, states.after);
-    }
-    const auto numberOf = [&of](int version) { return version == Now ? of.newestVersion() + 1 : version; };
-    states.from = versionWord(from);
-    states.to = versionWord(to);
-    states.fromNumber = numberOf(from);
-    states.toNumber = numberOf(to);
-    return result;
+    const int from = versionNumber(request.from).value_or(std::max(of->newestVersion(), 1));
+    return loadVersions(of, from, versionNumber(request.to).value_or(Now), states);
 }
 
 } // namespace
@@ -96,10 +77,34 @@ QString comparison_request::whyWrong() const
     return whyNoVersion(to);
 }
 
+ZkBool loadVersions(const std::shared_ptr<source> & of, int from, int to, compared_states & states)
+{
+    ZkBool result = of->checkVersion(from);
+    if (result) {
+        result = of->checkVersion(to);
+    }
+    if (result) {
+        result = of->load(Now, states.state);
+    }
+    if (result) {
+        result = of->load(from, states.before);
+    }
+    if (result) {
+        result = of->load(to, states.after);
+    }
+    const auto numberOf = [&of](int version) { return version == Now ? of->newestVersion() + 1 : version; };
+    states.of = of;
+    states.from = versionWord(from);
+    states.to = versionWord(to);
+    states.fromNumber = numberOf(from);
+    states.toNumber = numberOf(to);
+    return result;
+}
+
 ZkBool loadStates(const comparison_request & request, compared_states & states)
 {
     if (!request.hasTwoSources()) {
-        return loadVersions(request, states);
+        return loadNamed(request, states);
     }
     if (request.from != StandardInput && !QFileInfo::exists(request.from)) {
         return ZkBool::failure(

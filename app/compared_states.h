@@ -48,6 +48,9 @@ struct compared_states
     [[nodiscard]] bool isForwards() const { return fromNumber < toNumber; }
 };
 
+/// Loads two versions of `of`, which is open, or its state for `Now`. A failure is one line.
+[[nodiscard]] zk::ZkBool loadVersions(const std::shared_ptr<source> & of, int from, int to,
+                                      compared_states & states);
 /// Loads what `request` names. A failure is one line.
 [[nodiscard]] zk::ZkBool loadStates(const comparison_request & request, compared_states & states);
 

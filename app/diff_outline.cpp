@@ -83,7 +83,12 @@ private:
 
     void addLine(int depth, const model::named_object & object, const QString & text)
     {
-        m_lines.push_back({depth, text, object, {}, {}});
+        outline_line line;
+        line.depth = depth;
+        line.text = text;
+        line.entity = m_top.kind == object_kind::entity ? m_top.id : 0;
+        line.property = object.kind == object_kind::property ? object.id : 0;
+        m_lines.push_back(std::move(line));
     }
 
     /// The line below which stands what follows from `causes`; the last one, called `others`, without any.
@@ -93,6 +98,7 @@ private:
             return m_lines[m_lineOfChange[static_cast<std::size_t>(causes.front())]];
         }
         if (m_lines.empty() || m_lines.back().text != others) {
+            m_top = {};
             addLine(0, {}, others);
         }
         return m_lines.back();

@@ -13,7 +13,8 @@ struct outline_line
 {
     int depth = 0; ///< 0 for an entity or enumeration
     QString text;
-    model::named_object object;                     ///< that it is about; of no kind in particular with id 0
+    long entity = 0;   ///< that it is about; 0 for an enumeration, and for what is about none
+    long property = 0; ///< likewise
     std::vector<const step_statement *> statements; ///< that follow from it, without the script's frame
     std::vector<const check::finding *> findings;   ///< that it explains, the worst first
 };

@@ -45,6 +45,15 @@ ZkBool compareStates(const comparison_request & request, diff_report & report)
     return loaded;
 }
 
+ZkBool compareVersions(const std::shared_ptr<source> & of, int from, int to, diff_report & report)
+{
+    const ZkBool loaded = loadVersions(of, from, to, report.states);
+    if (loaded) {
+        report.changes = model::difference(*report.states.before, *report.states.after);
+    }
+    return loaded;
+}
+
 ZkBool addScript(plugin::statement_source & statements, const script_request & request, diff_report & report)
 {
     script_request asked = request;

@@ -35,6 +35,9 @@ struct diff_report
 
 /// Loads what `request` names and finds what changed. A failure is one line.
 [[nodiscard]] zk::ZkBool compareStates(const comparison_request & request, diff_report & report);
+/// The same for two versions of `of`, which is open, or its state for `Now`.
+[[nodiscard]] zk::ZkBool compareVersions(const std::shared_ptr<source> & of, int from, int to,
+                                         diff_report & report);
 /// Adds the script of the step.
 [[nodiscard]] zk::ZkBool addScript(plugin::statement_source & statements, const script_request & request,
                                    diff_report & report);

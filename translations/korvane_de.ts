@@ -2,42 +2,84 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>app::change_tree</name>
+    <message>
+        <source>Changes</source>
+        <translation>Änderungen</translation>
+    </message>
+</context>
+<context>
+    <name>app::changes_controller</name>
+    <message>
+        <source>&apos;%1&apos; has no version yet, so there is nothing to compare it with.
+&quot;Actions &gt; Tag project state…&quot; makes one.</source>
+        <translation>&apos;%1&apos; hat noch keine Version, mit der es sich vergleichen ließe.
+&quot;Aktionen &gt; Projektstand festhalten…&quot; legt eine an.</translation>
+    </message>
+    <message>
+        <source>Without the custom script of the project, which was not allowed to run yet.</source>
+        <translation>Ohne das eigene Skript des Projekts, dem die Ausführung noch nicht erlaubt wurde.</translation>
+    </message>
+    <message>
+        <source>A step backwards is not judged.</source>
+        <translation>Ein Schritt rückwärts wird nicht beurteilt.</translation>
+    </message>
+</context>
+<context>
+    <name>app::changes_panel</name>
+    <message>
+        <source>F&amp;rom:</source>
+        <translation>&amp;Von:</translation>
+    </message>
+    <message>
+        <source>T&amp;o:</source>
+        <translation>&amp;Bis:</translation>
+    </message>
+    <message>
+        <source>Data&amp;base:</source>
+        <translation>Date&amp;nbank:</translation>
+    </message>
+    <message>
+        <source>now</source>
+        <translation>jetzt</translation>
+    </message>
+</context>
+<context>
+    <name>app::changes_view</name>
+    <message>
+        <source>No changes</source>
+        <translation>Keine Änderungen</translation>
+    </message>
+    <message>
+        <source>1 change</source>
+        <translation>1 Änderung</translation>
+    </message>
+    <message>
+        <source>%1 changes</source>
+        <translation>%1 Änderungen</translation>
+    </message>
+    <message>
+        <source>no statement</source>
+        <translation>keine Anweisung</translation>
+    </message>
+    <message>
+        <source>1 statement</source>
+        <translation>1 Anweisung</translation>
+    </message>
+    <message>
+        <source>%1 statements</source>
+        <translation>%1 Anweisungen</translation>
+    </message>
+    <message>
+        <source>Statements</source>
+        <translation>Anweisungen</translation>
+    </message>
+</context>
+<context>
     <name>app::check_controller</name>
     <message>
         <source> (accepted: %1)</source>
         <translation> (akzeptiert: %1)</translation>
-    </message>
-    <message>
-        <source>No findings</source>
-        <translation>Keine Befunde</translation>
-    </message>
-    <message>
-        <source>1 error</source>
-        <translation>1 Fehler</translation>
-    </message>
-    <message>
-        <source>%1 errors</source>
-        <translation>%1 Fehler</translation>
-    </message>
-    <message>
-        <source>1 warning</source>
-        <translation>1 Warnung</translation>
-    </message>
-    <message>
-        <source>%1 warnings</source>
-        <translation>%1 Warnungen</translation>
-    </message>
-    <message>
-        <source>1 note</source>
-        <translation>1 Hinweis</translation>
-    </message>
-    <message>
-        <source>%1 notes</source>
-        <translation>%1 Hinweise</translation>
-    </message>
-    <message>
-        <source>%1 accepted</source>
-        <translation>%1 akzeptiert</translation>
     </message>
     <message>
         <source>Korvane - Check</source>
@@ -539,6 +581,13 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
     </message>
 </context>
 <context>
+    <name>app::import_dialog</name>
+    <message>
+        <source>Import</source>
+        <translation>Importieren</translation>
+    </message>
+</context>
+<context>
     <name>app::message_list</name>
     <message>
         <source>Error: %1</source>
@@ -636,6 +685,30 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
         <source>Failed</source>
         <translation>Fehlgeschlagen</translation>
     </message>
+    <message>
+        <source>No findings</source>
+        <translation>Keine Befunde</translation>
+    </message>
+    <message>
+        <source>1 warning</source>
+        <translation>1 Warnung</translation>
+    </message>
+    <message>
+        <source>1 note</source>
+        <translation>1 Hinweis</translation>
+    </message>
+    <message>
+        <source>%1 accepted</source>
+        <translation>%1 akzeptiert</translation>
+    </message>
+    <message>
+        <source>%1 warnings</source>
+        <translation>%1 Warnungen</translation>
+    </message>
+    <message>
+        <source>%1 notes</source>
+        <translation>%1 Hinweise</translation>
+    </message>
 </context>
 <context>
     <name>app::plugin_choice</name>
@@ -709,20 +782,12 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <translation>%1 ist auf dem neuesten Stand</translation>
     </message>
     <message>
-        <source>Korvane - Tag project state</source>
-        <translation>Korvane - Projektstand festhalten</translation>
-    </message>
-    <message>
         <source>Version %1 of %2 tagged</source>
         <translation>Version %1 von %2 festgehalten</translation>
     </message>
     <message>
         <source>Version %1 of %2 tagged; the model has not changed since version %3</source>
         <translation>Version %1 von %2 festgehalten; das Modell hat sich seit Version %3 nicht geändert</translation>
-    </message>
-    <message>
-        <source>Korvane - Versions</source>
-        <translation>Korvane - Versionen</translation>
     </message>
 </context>
 <context>
@@ -1179,6 +1244,14 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
         <source>Description</source>
         <translation>Beschreibung</translation>
     </message>
+    <message>
+        <source>&amp;Compare</source>
+        <translation>&amp;Vergleichen</translation>
+    </message>
+    <message>
+        <source>Shows what changed between two selected versions, or since the one that is selected</source>
+        <translation>Zeigt, was sich zwischen zwei ausgewählten Versionen oder seit der ausgewählten geändert hat</translation>
+    </message>
 </context>
 <context>
     <name>app::welcome_page</name>
@@ -1340,13 +1413,13 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
         <source>Tools</source>
         <translation>Werkzeugleiste</translation>
     </message>
+    <message>
+        <source>Go to the &amp;changes</source>
+        <translation>Zu den &amp;Änderungen</translation>
+    </message>
 </context>
 <context>
     <name>app::window_panes</name>
-    <message>
-        <source>Diagram and scripts</source>
-        <translation>Diagramm und Skripte</translation>
-    </message>
     <message>
         <source>Diagram</source>
         <translation>Diagramm</translation>
@@ -1362,6 +1435,14 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
     <message>
         <source>Messages</source>
         <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>Diagram, changes and scripts</source>
+        <translation>Diagramm, Änderungen und Skripte</translation>
+    </message>
+    <message>
+        <source>Changes</source>
+        <translation>Änderungen</translation>
     </message>
 </context>
 <context>
@@ -2096,10 +2177,6 @@ Soll es angelegt und der Export gestartet werden?</translation>
         <translation>das Laden des eigenen Skripts belegte mehr als 1 GiB Speicher</translation>
     </message>
     <message>
-        <source>No custom script is loaded</source>
-        <translation>Es ist kein eigenes Skript geladen</translation>
-    </message>
-    <message>
         <source>The custom script is running already</source>
         <translation>Das eigene Skript läuft bereits</translation>
     </message>
@@ -2203,6 +2280,10 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>KorvaneLineDebugger was not found in %1; install it to stop at lines</source>
         <translation>KorvaneLineDebugger wurde in %1 nicht gefunden; installieren Sie es, um an Zeilen anzuhalten</translation>
+    </message>
+    <message>
+        <source>No custom script is loaded</source>
+        <translation>Es ist kein eigenes Skript geladen</translation>
     </message>
 </context>
 <context>

@@ -2,42 +2,84 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr" sourcelanguage="en">
 <context>
+    <name>app::change_tree</name>
+    <message>
+        <source>Changes</source>
+        <translation>Changements</translation>
+    </message>
+</context>
+<context>
+    <name>app::changes_controller</name>
+    <message>
+        <source>&apos;%1&apos; has no version yet, so there is nothing to compare it with.
+&quot;Actions &gt; Tag project state…&quot; makes one.</source>
+        <translation>&apos;%1&apos; n&apos;a pas encore de version à laquelle le comparer.
+&quot;Actions &gt; Étiqueter l&apos;état du projet…&quot; en crée une.</translation>
+    </message>
+    <message>
+        <source>Without the custom script of the project, which was not allowed to run yet.</source>
+        <translation>Sans le script personnalisé du projet, qui n&apos;a pas encore été autorisé à s&apos;exécuter.</translation>
+    </message>
+    <message>
+        <source>A step backwards is not judged.</source>
+        <translation>Un pas en arrière n&apos;est pas jugé.</translation>
+    </message>
+</context>
+<context>
+    <name>app::changes_panel</name>
+    <message>
+        <source>F&amp;rom:</source>
+        <translation>&amp;De :</translation>
+    </message>
+    <message>
+        <source>T&amp;o:</source>
+        <translation>&amp;À :</translation>
+    </message>
+    <message>
+        <source>Data&amp;base:</source>
+        <translation>&amp;Base de données :</translation>
+    </message>
+    <message>
+        <source>now</source>
+        <translation>maintenant</translation>
+    </message>
+</context>
+<context>
+    <name>app::changes_view</name>
+    <message>
+        <source>No changes</source>
+        <translation>Aucun changement</translation>
+    </message>
+    <message>
+        <source>1 change</source>
+        <translation>1 changement</translation>
+    </message>
+    <message>
+        <source>%1 changes</source>
+        <translation>%1 changements</translation>
+    </message>
+    <message>
+        <source>no statement</source>
+        <translation>aucune instruction</translation>
+    </message>
+    <message>
+        <source>1 statement</source>
+        <translation>1 instruction</translation>
+    </message>
+    <message>
+        <source>%1 statements</source>
+        <translation>%1 instructions</translation>
+    </message>
+    <message>
+        <source>Statements</source>
+        <translation>Instructions</translation>
+    </message>
+</context>
+<context>
     <name>app::check_controller</name>
     <message>
         <source> (accepted: %1)</source>
         <translation> (accepté : %1)</translation>
-    </message>
-    <message>
-        <source>No findings</source>
-        <translation>Aucune constatation</translation>
-    </message>
-    <message>
-        <source>1 error</source>
-        <translation>1 erreur</translation>
-    </message>
-    <message>
-        <source>%1 errors</source>
-        <translation>%1 erreurs</translation>
-    </message>
-    <message>
-        <source>1 warning</source>
-        <translation>1 avertissement</translation>
-    </message>
-    <message>
-        <source>%1 warnings</source>
-        <translation>%1 avertissements</translation>
-    </message>
-    <message>
-        <source>1 note</source>
-        <translation>1 remarque</translation>
-    </message>
-    <message>
-        <source>%1 notes</source>
-        <translation>%1 remarques</translation>
-    </message>
-    <message>
-        <source>%1 accepted</source>
-        <translation>%1 acceptées</translation>
     </message>
     <message>
         <source>Korvane - Check</source>
@@ -539,6 +581,13 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
 </context>
 <context>
+    <name>app::import_dialog</name>
+    <message>
+        <source>Import</source>
+        <translation>Importer</translation>
+    </message>
+</context>
+<context>
     <name>app::message_list</name>
     <message>
         <source>Error: %1</source>
@@ -636,6 +685,30 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
         <source>Failed</source>
         <translation>Échec</translation>
     </message>
+    <message>
+        <source>No findings</source>
+        <translation>Aucune constatation</translation>
+    </message>
+    <message>
+        <source>1 warning</source>
+        <translation>1 avertissement</translation>
+    </message>
+    <message>
+        <source>1 note</source>
+        <translation>1 remarque</translation>
+    </message>
+    <message>
+        <source>%1 accepted</source>
+        <translation>%1 acceptées</translation>
+    </message>
+    <message>
+        <source>%1 warnings</source>
+        <translation>%1 avertissements</translation>
+    </message>
+    <message>
+        <source>%1 notes</source>
+        <translation>%1 remarques</translation>
+    </message>
 </context>
 <context>
     <name>app::plugin_choice</name>
@@ -709,20 +782,12 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
         <translation>%1 est à jour</translation>
     </message>
     <message>
-        <source>Korvane - Tag project state</source>
-        <translation>Korvane - Étiqueter l&apos;état du projet</translation>
-    </message>
-    <message>
         <source>Version %1 of %2 tagged</source>
         <translation>Version %1 de %2 étiquetée</translation>
     </message>
     <message>
         <source>Version %1 of %2 tagged; the model has not changed since version %3</source>
         <translation>Version %1 de %2 étiquetée ; le modèle n&apos;a pas changé depuis la version %3</translation>
-    </message>
-    <message>
-        <source>Korvane - Versions</source>
-        <translation>Korvane - Versions</translation>
     </message>
 </context>
 <context>
@@ -1179,6 +1244,14 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
         <source>Description</source>
         <translation>Description</translation>
     </message>
+    <message>
+        <source>&amp;Compare</source>
+        <translation>&amp;Comparer</translation>
+    </message>
+    <message>
+        <source>Shows what changed between two selected versions, or since the one that is selected</source>
+        <translation>Montre ce qui a changé entre deux versions sélectionnées, ou depuis celle qui est sélectionnée</translation>
+    </message>
 </context>
 <context>
     <name>app::welcome_page</name>
@@ -1340,13 +1413,13 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
         <source>Tools</source>
         <translation>Barre d&apos;outils</translation>
     </message>
+    <message>
+        <source>Go to the &amp;changes</source>
+        <translation>Aller aux &amp;changements</translation>
+    </message>
 </context>
 <context>
     <name>app::window_panes</name>
-    <message>
-        <source>Diagram and scripts</source>
-        <translation>Diagramme et scripts</translation>
-    </message>
     <message>
         <source>Diagram</source>
         <translation>Diagramme</translation>
@@ -1362,6 +1435,14 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     <message>
         <source>Messages</source>
         <translation>Messages</translation>
+    </message>
+    <message>
+        <source>Diagram, changes and scripts</source>
+        <translation>Diagramme, changements et scripts</translation>
+    </message>
+    <message>
+        <source>Changes</source>
+        <translation>Changements</translation>
     </message>
 </context>
 <context>
@@ -2096,10 +2177,6 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
         <translation>le chargement du script personnalisé a utilisé plus de 1 Gio de mémoire</translation>
     </message>
     <message>
-        <source>No custom script is loaded</source>
-        <translation>Aucun script personnalisé n&apos;est chargé</translation>
-    </message>
-    <message>
         <source>The custom script is running already</source>
         <translation>Le script personnalisé est déjà en cours d&apos;exécution</translation>
     </message>
@@ -2203,6 +2280,10 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <message>
         <source>KorvaneLineDebugger was not found in %1; install it to stop at lines</source>
         <translation>KorvaneLineDebugger est introuvable dans %1 ; installez-le pour pouvoir arrêter aux lignes</translation>
+    </message>
+    <message>
+        <source>No custom script is loaded</source>
+        <translation>Aucun script personnalisé n&apos;est chargé</translation>
     </message>
 </context>
 <context>

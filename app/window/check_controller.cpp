@@ -1,5 +1,6 @@
 #include "app/window/check_controller.h"
 
+#include "app/window/export/finding_target.h"
 #include "app/window/export/message_panel.h"
 #include "app/window/export_controller.h"
 #include "app/window/project_session.h"
@@ -17,7 +18,6 @@
 
 #include <QDate>
 #include <QFileInfo>
-#include <QLocale>
 
 #include <algorithm>
 #include <vector>
@@ -25,22 +25,6 @@
 namespace app {
 
 namespace {
-
-message_kind kindOf(const check::finding & finding)
-{
-    if (finding.accepted) {
-        return message_kind::accepted;
-    }
-    switch (finding.weight) {
-    case check::severity::error:
-        return message_kind::error;
-    case check::severity::warning:
-        return message_kind::warning;
-    case check::severity::note:
-        break;
-    }
-    return message_kind::note;
-}
 
 /// What is said of a finding: what it is on the first line, which is all that a row shows, then why and what
 /// to do.
@@ -58,44 +42,6 @@ QString textOf(const check::finding & finding)
     }
     lines.removeAll(QString());
     return lines.join(QLatin1Char('\n'));
-}
-
-finding_target targetOf(const check::finding & finding)
-{
-    finding_target target;
-    if (finding.statement) {
-        target.script = finding.statement->script;
-        target.line = finding.statement->line;
-    }
-    for (const check::object & object : finding.objects) {
-        if (object.kind == model::object_kind::entity) {
-            target.entity = object.id;
-        } else if (object.kind == model::object_kind::property) {
-            target.property = object.id;
-        }
-    }
-    return target;
-}
-
-QString counted(int count, const QString & one, const QString & many)
-{
-    return count == 1 ? one : many.arg(QLocale().toString(count));
-}
-
-QString countsOf(const check::report & report)
-{
-    const check::summary sum = check::summaryOf(report);
-    if (sum.errors + sum.warnings + sum.notes + sum.accepted == 0) {
-        return check_controller::tr("No findings");
-    }
-    QStringList parts{
-        counted(sum.errors, check_controller::tr("1 error"), check_controller::tr("%1 errors")),
-        counted(sum.warnings, check_controller::tr("1 warning"), check_controller::tr("%1 warnings")),
-        counted(sum.notes, check_controller::tr("1 note"), check_controller::tr("%1 notes"))};
-    if (sum.accepted > 0) {
-        parts << check_controller::tr("%1 accepted").arg(QLocale().toString(sum.accepted));
-    }
-    return parts.join(QStringLiteral(", "));
 }
 
 } // namespace
@@ -173,11 +119,8 @@ void check_controller::show(const check::report & report, const QString & title,
     for (const check::finding & each : report.findings) {
         findings.push_back(&each);
     }
-    const auto rank = [](const check::finding * of) {
-        return of->accepted ? -1 : static_cast<int>(of->weight);
-    };
     std::stable_sort(findings.begin(), findings.end(),
-                     [&rank](const auto * a, const auto * b) { return rank(a) > rank(b); });
+                     [](const auto * a, const auto * b) { return check::isWorse(*a, *b); });
     for (const check::finding * const each : findings) {
         add(*each);
     }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QMetaType>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -21,15 +20,6 @@ namespace app {
 class export_controller;
 class message_panel;
 class project_session;
-
-/// What a finding leads to.
-struct finding_target
-{
-    QString script; ///< file name without its folder; empty for none
-    int line = 0;   ///< of the script, from 1
-    long entity = 0;
-    long property = 0; ///< 0 for none
-};
 
 /// Foretells what databases will do with the scripts of the open project, and shows the findings among the
 /// messages.
@@ -69,5 +59,3 @@ private:
 };
 
 } // namespace app
-
-Q_DECLARE_METATYPE(app::finding_target)

@@ -24,19 +24,6 @@ namespace {
 
 constexpr int EventInterval = 40; ///< milliseconds between two looks at the window's events during an export
 
-/// While it lives an export is under way.
-class busy_scope
-{
-public:
-    explicit busy_scope(project_session & session) : m_session(session) { m_session.hold(); }
-    ~busy_scope() { m_session.letGo(); }
-    busy_scope(const busy_scope &) = delete;
-    busy_scope & operator=(const busy_scope &) = delete;
-
-private:
-    project_session & m_session;
-};
-
 } // namespace
 
 export_controller::export_controller(project_session & session, message_panel & messages,
@@ -70,7 +57,7 @@ void export_controller::exportWith(plugin::export_interface * plugin)
         m_messages.setProgress(done, total);
         giveWayToEvents();
     };
-    const busy_scope busy(m_session);
+    const session_hold busy(m_session);
     m_sinceEvents.start();
     m_messages.begin(tr("Export of '%1' with %2").arg(project->getName(), plugin->getName()));
     // What another project left in the plug-in's memory is none of this one's.
@@ -93,6 +80,15 @@ tools::script_guard export_controller::scriptGuard()
 {
     return [this](const QString & file, bool isStored) {
         return isStored ? mayRunScript(file) : tools::script_permission::run;
+    };
+}
+
+tools::script_guard export_controller::quietScriptGuard(bool & isLeftOut) const
+{
+    return [this, &isLeftOut](const QString & file, bool isStored) {
+        const bool isAllowed = !isStored || m_allowedScripts.contains({m_session.file(), file});
+        isLeftOut = isLeftOut || !isAllowed;
+        return isAllowed ? tools::script_permission::run : tools::script_permission::leave_out;
     };
 }
 

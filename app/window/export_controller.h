@@ -35,6 +35,9 @@ public:
     void exportWith(plugin::export_interface * plugin);
     /// What says whether the custom scripts of the project may run: the person is asked once for each.
     [[nodiscard]] tools::script_guard scriptGuard();
+    /// The same without a question: a script that was not allowed yet is left out, and `isLeftOut` becomes
+    /// true.
+    [[nodiscard]] tools::script_guard quietScriptGuard(bool & isLeftOut) const;
     /// Lets the person edit the settings of `plugin` that are stored in the project.
     void showSettings(plugin::export_interface * plugin);
 

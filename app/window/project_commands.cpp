@@ -2,10 +2,12 @@
 
 #include "app/window/export/message_panel.h"
 #include "app/window/project_session.h"
+#include "app/window/version_comparison.h"
 #include "app/window/version_dialogs.h"
 #include "app/window/window_dialogs.h"
 
 #include "app/project_work.h"
+#include "app/source.h"
 
 #include "model/file_suffix.h"
 #include "model/project.h"
@@ -63,8 +65,9 @@ QString textsOrAll()
 
 } // namespace
 
-project_commands::project_commands(project_session & session, message_panel & messages, QWidget * window)
-    : QObject(window), m_session(session), m_messages(messages), m_pWindow(window)
+project_commands::project_commands(project_session & session, message_panel & messages,
+                                   version_comparison & comparison, QWidget * window)
+    : QObject(window), m_session(session), m_messages(messages), m_comparison(comparison), m_pWindow(window)
 {
 }
 
@@ -134,14 +137,24 @@ QString project_commands::chooseImportTarget(const QFileInfo & text)
     dialog->setOption(QFileDialog::DontConfirmOverwrite);
     dialog->selectFile(QFileInfo(proposed).fileName());
     const QString target = chosenFile(dialog, QStringLiteral("wnd_import_into"));
-    if (!target.isEmpty() && replacesModel(target) &&
-        !isConfirmed(m_pWindow, importTitle(),
-                     tr("'%1' already exists.\n"
-                        "Replace its model with the one from '%2'? Settings and versions are kept.")
-                         .arg(QDir::toNativeSeparators(target), text.fileName()))) {
-        return {};
+    return target.isEmpty() || !replacesModel(target) || isReplacementWanted(text, target) ? target
+                                                                                           : QString();
+}
+
+/// Asks whether the model is to be replaced; that of the open project with what would change.
+bool project_commands::isReplacementWanted(const QFileInfo & text, const QString & target)
+{
+    const QString question = tr("'%1' already exists.\n"
+                                "Replace its model with the one from '%2'? Settings and versions are kept.")
+                                 .arg(QDir::toNativeSeparators(target), text.fileName());
+    diff_report report;
+    const bool isOpen = QFileInfo(target) == QFileInfo(m_session.file()) && refresh(importTitle());
+    // A text that cannot be read is told of by the import.
+    if (!isOpen || !m_comparison.compareWithText(text.filePath(), report)) {
+        return isConfirmed(m_pWindow, importTitle(), question);
     }
-    return target;
+    const tools::held_dialog<import_dialog> dialog(importTitle(), question, report, m_pWindow);
+    return dialog.exec() == QDialog::Accepted;
 }
 
 void project_commands::importModel(const QString & modelFile)
@@ -231,6 +244,12 @@ void project_commands::tag()
     const int number = versions.isEmpty() ? 1 : versions.constLast().number + 1;
     storage::history::tag_result result;
     const tools::held_dialog<tag_dialog> dialog(m_session.project()->getName(), number, m_pWindow);
+    diff_report report;
+    QString note;
+    // What cannot be compared can be tagged all the same.
+    if (!versions.isEmpty() && m_comparison.compare(number - 1, Now, {}, report, note)) {
+        dialog->showChanges(report, note);
+    }
     // While the dialog was open another program may have changed the model that is tagged.
     if (dialog.exec() != QDialog::Accepted || !refresh(title)) {
         return;
@@ -243,6 +262,7 @@ void project_commands::tag()
         return;
     }
     m_session.keepOwnChange();
+    Q_EMIT tagged();
     const QString file = QDir::toNativeSeparators(m_session.file());
     const QString told =
         result.unchanged == 0
@@ -265,7 +285,9 @@ void project_commands::showVersions()
         return;
     }
     const tools::held_dialog<versions_dialog> dialog(m_session.project()->getName(), versions, m_pWindow);
-    dialog.exec();
+    if (dialog.exec() == QDialog::Accepted) {
+        Q_EMIT comparisonWanted(dialog->from(), dialog->to());
+    }
 }
 
 } // namespace app

@@ -11,6 +11,7 @@ namespace app {
 
 class message_panel;
 class project_session;
+class version_comparison;
 
 /// What the commands of the window do with projects: open, import, save, tag. They ask what they have to
 /// know, tell of failures, and leave it to the window to show what comes of it.
@@ -19,8 +20,9 @@ class project_commands : public QObject
     Q_OBJECT
 
 public:
-    /// @param window the parent of the dialogs, and of this; session and messages outlive it
-    project_commands(project_session & session, message_panel & messages, QWidget * window);
+    /// @param window the parent of the dialogs, and of this; all others outlive it
+    project_commands(project_session & session, message_panel & messages, version_comparison & comparison,
+                     QWidget * window);
 
     [[nodiscard]] QStringList recentFiles() const { return m_recent.files(); }
 
@@ -41,16 +43,22 @@ Q_SIGNALS:
     void recentFilesChanged();
     /// There are messages that the person has to see.
     void messagesWanted();
+    /// The person wants to see what changed between two versions, or to the state for `Now`.
+    void comparisonWanted(int from, int to);
+    /// There is one version more.
+    void tagged();
     /// What was done, on one line.
     void statusTold(const QString & text);
 
 private:
     [[nodiscard]] QString folderToStartIn() const;
     QString chooseImportTarget(const QFileInfo & text);
+    [[nodiscard]] bool isReplacementWanted(const QFileInfo & text, const QString & target);
     bool refresh(const QString & title);
 
     project_session & m_session;
     message_panel & m_messages;
+    version_comparison & m_comparison;
     QWidget * m_pWindow;
     recent_files m_recent;
 };

@@ -85,4 +85,17 @@ private:
     bool m_bLost = false;
 };
 
+/// Holds a session while it lives.
+class session_hold
+{
+public:
+    explicit session_hold(project_session & session) : m_session(session) { m_session.hold(); }
+    ~session_hold() { m_session.letGo(); }
+    session_hold(const session_hold &) = delete;
+    session_hold & operator=(const session_hold &) = delete;
+
+private:
+    project_session & m_session;
+};
+
 } // namespace app

@@ -1,7 +1,10 @@
 #include "app/window/project_window.h"
 
+#include "app/window/changes/changes_panel.h"
+#include "app/window/changes_controller.h"
 #include "app/window/check_controller.h"
 #include "app/window/diagram/diagram_panel.h"
+#include "app/window/export/finding_target.h"
 #include "app/window/export/message_panel.h"
 #include "app/window/export/script_panel.h"
 #include "app/window/export_controller.h"
@@ -9,6 +12,7 @@
 #include "app/window/project_commands.h"
 #include "app/window/project_session.h"
 #include "app/window/tree/project_tree.h"
+#include "app/window/version_comparison.h"
 #include "app/window/welcome_page.h"
 #include "app/window/window_dialogs.h"
 #include "app/window/window_menus.h"
@@ -64,8 +68,10 @@ QString fileOf(const QMimeData * data)
 project_window::project_window(QWidget * parent)
     : view::main_wnd(parent), m_found(found_plugins::inFolders()), m_pSession(new project_session(this)),
       m_pPanes(new window_panes(*this)),
-      m_pProjects(new project_commands(*m_pSession, m_pPanes->messages(), this)),
       m_pExports(new export_controller(*m_pSession, m_pPanes->messages(), m_pPanes->scripts(), this)),
+      m_pComparison(std::make_unique<version_comparison>(*m_pSession, *m_pExports, m_found)),
+      m_pProjects(new project_commands(*m_pSession, m_pPanes->messages(), *m_pComparison, this)),
+      m_pChanges(new changes_controller(*m_pSession, m_pPanes->changes(), *m_pComparison, this)),
       m_pChecks(new check_controller(*m_pSession, m_pPanes->messages(), *m_pExports, this)),
       m_pMenus(new window_menus(*this, {*m_pProjects, *m_pExports, *m_pChecks, *m_pPanes, m_found})),
       m_lblModel(new QLabel), m_lblFindings(new QLabel)
@@ -110,6 +116,11 @@ void project_window::connectCommands()
     connect(m_pProjects, &project_commands::recentFilesChanged, this, &project_window::updateRecentFiles);
     connect(m_pProjects, &project_commands::messagesWanted, &m_pPanes->messageDock(), &QWidget::show);
     connect(m_pProjects, &project_commands::statusTold, this, &project_window::showStatus);
+    connect(m_pProjects, &project_commands::tagged, m_pChanges, &changes_controller::refresh);
+    connect(m_pProjects, &project_commands::comparisonWanted, this, [this](int from, int to) {
+        m_pPanes->goTo(m_pPanes->changes());
+        m_pPanes->changes().choose(from, to);
+    });
     connect(m_pExports, &export_controller::messagesWanted, m_pPanes, &window_panes::showMessages);
     connect(m_pExports, &export_controller::scriptsWanted, this,
             [this] { m_pPanes->showPage(m_pPanes->scripts()); });
@@ -119,6 +130,7 @@ void project_window::connectCommands()
     connect(m_pChecks, &check_controller::statusTold, this, &project_window::showStatus);
     connect(m_pChecks, &check_controller::countsTold, m_lblFindings, &QLabel::setText);
     connect(&m_pPanes->messages(), &message_panel::targetWanted, this, &project_window::goTo);
+    connect(&m_pPanes->changes(), &changes_panel::targetWanted, this, &project_window::goTo);
     connect(&m_pPanes->scripts(), &script_panel::openFolderRequested, this,
             [this](const QString & folder) { showFolder(this, folder); });
     const welcome_page & welcome = m_pPanes->welcome();

@@ -4,14 +4,18 @@
 
 #include "view/main_wnd.h"
 
+#include <memory>
+
 class QLabel;
 
 namespace app {
 
+class changes_controller;
 class check_controller;
 class export_controller;
 class project_commands;
 class project_session;
+class version_comparison;
 class window_menus;
 class window_panes;
 
@@ -48,8 +52,10 @@ private:
     found_plugins m_found;
     project_session * m_pSession;
     window_panes * m_pPanes;
-    project_commands * m_pProjects;
     export_controller * m_pExports;
+    std::unique_ptr<version_comparison> m_pComparison;
+    project_commands * m_pProjects;
+    changes_controller * m_pChanges;
     check_controller * m_pChecks;
     window_menus * m_pMenus;
     QLabel * m_lblModel;

@@ -1,6 +1,8 @@
 #include "app/window/version_dialogs.h"
 
 #include "app/shown_text.h"
+#include "app/source.h"
+#include "app/window/changes/changes_view.h"
 
 #include "tools/table_column.h"
 #include "tools/visible_text.h"
@@ -11,9 +13,12 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
+#include <QScreen>
 #include <QStandardItemModel>
 #include <QTreeView>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace app {
 
@@ -22,6 +27,7 @@ namespace {
 constexpr int MessageLimit = 1000; // characters
 constexpr int DialogWidth = 480;
 constexpr int ListHeight = 320;
+const QSize WithChanges(900, 560);
 
 QLabel * plainLabel(const QString & text)
 {
@@ -62,6 +68,40 @@ tag_dialog::tag_dialog(const QString & projectName, int number, QWidget * parent
     resize(DialogWidth, sizeHint().height());
 }
 
+void tag_dialog::showChanges(const diff_report & report, const QString & note)
+{
+    auto * const view = new changes_view;
+    view->setReport(report);
+    auto * const column = static_cast<QVBoxLayout *>(layout());
+    constexpr int Place = 1; // below what the dialog is about
+    column->insertWidget(Place, view, 1);
+    if (!note.isEmpty()) {
+        column->insertWidget(Place, plainLabel(note));
+    }
+    resize(WithChanges.boundedTo(screen()->availableSize()));
+}
+
+import_dialog::import_dialog(const QString & title, const QString & question, const diff_report & report,
+                             QWidget * parent)
+    : QDialog(parent)
+{
+    setObjectName(QStringLiteral("wnd_import_changes"));
+    setWindowTitle(title);
+    auto * const view = new changes_view;
+    view->setReport(report);
+    auto * const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    buttons->button(QDialogButtonBox::Ok)->setText(tr("Import"));
+    buttons->button(QDialogButtonBox::Cancel)->setDefault(true);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto * const layout = new QVBoxLayout(this);
+    layout->addWidget(plainLabel(tools::visibleText(question)));
+    layout->addWidget(view, 1);
+    layout->addWidget(buttons);
+    buttons->button(QDialogButtonBox::Cancel)->setFocus();
+    resize(WithChanges.boundedTo(screen()->availableSize()));
+}
+
 QString tag_dialog::message() const
 {
     return m_txtMessage->text().trimmed();
@@ -84,6 +124,7 @@ QStandardItemModel * versions_dialog::createModel(const QList<storage::history::
         for (const QString & text : tools::textsOf(columns, v)) {
             auto * const item = new QStandardItem(text);
             item->setEditable(false);
+            item->setData(v.number, Qt::UserRole);
             if (!message.isEmpty()) {
                 item->setToolTip(plainToolTip(message));
             }
@@ -106,35 +147,72 @@ QString versions_dialog::title()
 
 versions_dialog::versions_dialog(const QString & projectName,
                                  const QList<storage::history::version> & versions, QWidget * parent)
-    : QDialog(parent)
+    : QDialog(parent), m_lstVersions(new QTreeView), m_btnCompare(new QPushButton(tr("&Compare")))
 {
     setObjectName(QStringLiteral("wnd_versions"));
     setWindowTitle(title());
-    QStandardItemModel * const model = createModel(versions);
-    auto * const list = new QTreeView;
-    list->setObjectName(QStringLiteral("m_lstVersions"));
-    list->setAccessibleName(tr("Versions of the project"));
-    list->setModel(model);
-    list->setRootIsDecorated(false);
-    list->setUniformRowHeights(true);
-    list->setAllColumnsShowFocus(true);
-    list->header()->setStretchLastSection(true);
-    for (int column = 0; column < model->columnCount(); ++column) {
-        list->resizeColumnToContents(column);
-    }
-    list->setCurrentIndex(model->index(0, 0));
-
     auto * const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    m_btnCompare->setObjectName(QStringLiteral("m_btnCompare"));
+    m_btnCompare->setToolTip(
+        tr("Shows what changed between two selected versions, or since the one that is selected"));
+    buttons->addButton(m_btnCompare, QDialogButtonBox::ActionRole);
+    connect(m_btnCompare, &QPushButton::clicked, this, &QDialog::accept);
+    createList(createModel(versions));
     auto * const layout = new QVBoxLayout(this);
     layout->addWidget(plainLabel(
         versions.isEmpty()
             ? tr("'%1' has no version yet. \"Actions > Tag project state…\" makes one.").arg(projectName)
             : tr("Versions of '%1', the newest first:").arg(projectName)));
-    layout->addWidget(list);
+    layout->addWidget(m_lstVersions);
     layout->addWidget(buttons);
-    list->setFocus();
+    m_lstVersions->setFocus();
     resize(DialogWidth, ListHeight);
+}
+
+void versions_dialog::createList(QStandardItemModel * model)
+{
+    m_lstVersions->setObjectName(QStringLiteral("m_lstVersions"));
+    m_lstVersions->setAccessibleName(tr("Versions of the project"));
+    m_lstVersions->setModel(model);
+    m_lstVersions->setRootIsDecorated(false);
+    m_lstVersions->setUniformRowHeights(true);
+    m_lstVersions->setAllColumnsShowFocus(true);
+    m_lstVersions->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_lstVersions->header()->setStretchLastSection(true);
+    for (int column = 0; column < model->columnCount(); ++column) {
+        m_lstVersions->resizeColumnToContents(column);
+    }
+    const auto update = [this] {
+        const qsizetype count = selected().size();
+        m_btnCompare->setEnabled(count == 1 || count == 2);
+    };
+    connect(m_lstVersions->selectionModel(), &QItemSelectionModel::selectionChanged, this, update);
+    m_lstVersions->setCurrentIndex(model->index(0, 0));
+    update();
+}
+
+/// The numbers of the selected versions, the oldest first.
+QList<int> versions_dialog::selected() const
+{
+    QList<int> numbers;
+    const QModelIndexList rows = m_lstVersions->selectionModel()->selectedRows();
+    for (const QModelIndex & row : rows) {
+        numbers << row.data(Qt::UserRole).toInt();
+    }
+    std::sort(numbers.begin(), numbers.end());
+    return numbers;
+}
+
+int versions_dialog::from() const
+{
+    return selected().value(0);
+}
+
+int versions_dialog::to() const
+{
+    const QList<int> numbers = selected();
+    return numbers.size() == 2 ? numbers.constLast() : Now;
 }
 
 } // namespace app

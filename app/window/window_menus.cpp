@@ -1,6 +1,7 @@
 #include "app/window/window_menus.h"
 
 #include "app/plugin_choice.h"
+#include "app/window/changes/changes_panel.h"
 #include "app/window/check_controller.h"
 #include "app/window/diagram/diagram_panel.h"
 #include "app/window/export/message_panel.h"
@@ -155,6 +156,7 @@ void window_menus::createViewMenu()
     addPane(menu, "m_actGoScripts", tr("Go to the scri&pts"), Qt::Key_3, panes.scripts(), possible::open);
     addPane(menu, "m_actGoMessages", tr("Go to the m&essages"), Qt::Key_4, panes.messages(),
             possible::always);
+    addPane(menu, "m_actGoChanges", tr("Go to the &changes"), Qt::Key_5, panes.changes(), possible::open);
     menu->addSeparator();
     connect(
         add(menu, "m_actFilter", tr("Fi&lter the model"), Qt::CTRL | Qt::SHIFT | Qt::Key_F, possible::open),

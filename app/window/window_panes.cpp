@@ -1,5 +1,6 @@
 #include "app/window/window_panes.h"
 
+#include "app/window/changes/changes_panel.h"
 #include "app/window/diagram/diagram_panel.h"
 #include "app/window/export/message_panel.h"
 #include "app/window/export/script_panel.h"
@@ -42,16 +43,24 @@ QWidget * contentOf(QWidget & pane)
 
 window_panes::window_panes(QMainWindow & window)
     : QObject(&window), m_window(window), m_pTree(new project_tree), m_pDiagram(new diagram_panel),
-      m_pMessages(new message_panel), m_pScripts(new script_panel), m_pWelcome(new welcome_page),
-      m_pCentre(new QStackedWidget), m_tabPages(new QTabWidget)
+      m_pChanges(new changes_panel), m_pMessages(new message_panel), m_pScripts(new script_panel),
+      m_pWelcome(new welcome_page), m_pCentre(new QStackedWidget), m_tabPages(new QTabWidget)
 {
     connect(m_pTree, &project_tree::entitySelected, m_pDiagram, &diagram_panel::selectEntity);
     connect(m_pDiagram, &diagram_panel::entitySelected, m_pTree, &project_tree::selectEntity);
 
+    connect(m_pChanges, &changes_panel::objectReached, this, [this](long entity, long property) {
+        if (entity != 0) {
+            m_pTree->selectProperty(entity, property);
+            m_pDiagram->selectEntity(entity);
+        }
+    });
+
     m_tabPages->setObjectName(QStringLiteral("m_tabPages"));
-    m_tabPages->setAccessibleName(tr("Diagram and scripts"));
+    m_tabPages->setAccessibleName(tr("Diagram, changes and scripts"));
     m_tabPages->setDocumentMode(true);
     m_tabPages->addTab(m_pDiagram, tr("Diagram"));
+    m_tabPages->addTab(m_pChanges, tr("Changes"));
     m_tabPages->addTab(m_pScripts, tr("Scripts"));
     m_pCentre->addWidget(m_pWelcome);
     m_pCentre->addWidget(m_tabPages);

@@ -10,6 +10,7 @@ class QWidget;
 
 namespace app {
 
+class changes_panel;
 class diagram_panel;
 class message_panel;
 class project_tree;
@@ -27,15 +28,16 @@ public:
 
     [[nodiscard]] project_tree & tree() const { return *m_pTree; }
     [[nodiscard]] diagram_panel & diagram() const { return *m_pDiagram; }
+    [[nodiscard]] changes_panel & changes() const { return *m_pChanges; }
     [[nodiscard]] message_panel & messages() const { return *m_pMessages; }
     [[nodiscard]] script_panel & scripts() const { return *m_pScripts; }
     [[nodiscard]] welcome_page & welcome() const { return *m_pWelcome; }
     [[nodiscard]] QDockWidget & treeDock() const { return *m_pTreeDock; }
     [[nodiscard]] QDockWidget & messageDock() const { return *m_pMessageDock; }
 
-    /// Shows diagram and scripts, or the page for a window without a project.
+    /// Shows diagram, changes and scripts, or the page for a window without a project.
     void showProject(bool isOpen);
-    /// Brings the diagram or the scripts to the front, and leaves the keyboard where it is.
+    /// Brings the diagram, the changes or the scripts to the front, and leaves the keyboard where it is.
     void showPage(QWidget & page);
     /// Brings a panel to the front and the keyboard to it.
     void goTo(QWidget & pane);
@@ -54,6 +56,7 @@ private:
     QMainWindow & m_window;
     project_tree * m_pTree;
     diagram_panel * m_pDiagram;
+    changes_panel * m_pChanges;
     message_panel * m_pMessages;
     script_panel * m_pScripts;
     welcome_page * m_pWelcome;

@@ -11,6 +11,7 @@
 #include <QListView>
 #include <QMenu>
 #include <QMenuBar>
+#include <QRegularExpression>
 #include <QTabWidget>
 
 using support::modal_driver;
@@ -56,7 +57,6 @@ public:
     }
     void dialogs()
     {
-        dialog("m_actTag", "window_tag");
         dialog("m_actVersions", "window_versions");
         dialog("m_actOpen", "window_open");
         dialog("m_actAbout", "window_about");
@@ -75,6 +75,27 @@ public:
         setUp({});
         m_bench.action("m_actExport_KorvGenericDDLExport")->trigger();
         take("window_scripts");
+    }
+    void changes()
+    {
+        // The versions of its entities are left out, so that the import counts them.
+        static const QRegularExpression version(QStringLiteral("\"version\": \\d+, *"));
+        QString text = QString::fromUtf8(sample()).remove(version);
+        text.replace(QLatin1String("\"t_visitor\""), QLatin1String("\"t_guest\""));
+        text.replace(QLatin1String("\"t_scan\""), QLatin1String("\"t_gate\""));
+        text.replace(QLatin1String("\"opens\""), QLatin1String("\"doors\""));
+        text.replace(QLatin1String("zk::ZkDateNeutral"), QLatin1String("QDateTime"));
+        m_bench.import(text.toUtf8());
+        m_bench.action("m_actReload")->trigger();
+        m_bench.action("m_actGoChanges")->trigger();
+        auto * const tree = m_bench.find<QTreeView>("m_treChanges");
+        tree->setCurrentIndex(tree->model()
+                                  ->match(tree->model()->index(0, 0), Qt::DisplayRole,
+                                          QStringLiteral("table: t_scan"), 1,
+                                          Qt::MatchStartsWith | Qt::MatchRecursive)
+                                  .value(0));
+        take("window_changes");
+        dialog("m_actTag", "window_tag");
     }
     void findings()
     {
@@ -182,6 +203,7 @@ void takeWindow(const QDir & folder, const QString & scheme, bool all)
         camera.dialogs();
     }
     camera.scripts();
+    camera.changes();
     camera.findings();
     if (all) {
         camera.find();

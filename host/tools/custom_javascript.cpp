@@ -20,9 +20,11 @@ namespace tools {
 
 namespace {
 
-zk::ZkBool noScript()
+using zk::ZkBool; // where it is qualified, lupdate loses the namespace of the text
+
+ZkBool noScript()
 {
-    return zk::ZkBool::failure(texts::tr("No custom script is loaded"));
+    return ZkBool::failure(texts::tr("No custom script is loaded"));
 }
 
 } // namespace

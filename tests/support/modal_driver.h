@@ -51,6 +51,17 @@ public:
             QTest::mouseClick(box->button(button), Qt::LeftButton);
         };
     }
+    /// Clicks a button of the row below a dialog.
+    static turn press(QDialogButtonBox::StandardButton button)
+    {
+        return [button](QWidget * w) {
+            auto * const buttons = w->findChild<QDialogButtonBox *>();
+            if (!buttons || !buttons->button(button)) {
+                qFatal("the window '%s' has no such button", qPrintable(w->windowTitle()));
+            }
+            QTest::mouseClick(buttons->button(button), Qt::LeftButton);
+        };
+    }
     /// Enters a file name into a file dialog and confirms.
     static turn file(const QString & name)
     {

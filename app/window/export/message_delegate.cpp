@@ -14,6 +14,22 @@ constexpr int RowGap = 4;
 
 } // namespace
 
+QIcon messageIcon(message_kind kind, const QStyle & style)
+{
+    switch (kind) {
+    case message_kind::error:
+        return style.standardIcon(QStyle::SP_MessageBoxCritical);
+    case message_kind::warning:
+        return style.standardIcon(QStyle::SP_MessageBoxWarning);
+    case message_kind::note:
+        return style.standardIcon(QStyle::SP_MessageBoxInformation);
+    case message_kind::closing:
+        return style.standardIcon(QStyle::SP_DialogApplyButton);
+    default:
+        return {};
+    }
+}
+
 message_delegate::message_delegate(QWidget * parent) : QStyledItemDelegate(parent)
 {
     takeIcons(*parent->style());
@@ -21,10 +37,10 @@ message_delegate::message_delegate(QWidget * parent) : QStyledItemDelegate(paren
 
 void message_delegate::takeIcons(const QStyle & style)
 {
-    m_errorIcon = style.standardIcon(QStyle::SP_MessageBoxCritical);
-    m_warningIcon = style.standardIcon(QStyle::SP_MessageBoxWarning);
-    m_noteIcon = style.standardIcon(QStyle::SP_MessageBoxInformation);
-    m_closingIcon = style.standardIcon(QStyle::SP_DialogApplyButton);
+    m_errorIcon = messageIcon(message_kind::error, style);
+    m_warningIcon = messageIcon(message_kind::warning, style);
+    m_noteIcon = messageIcon(message_kind::note, style);
+    m_closingIcon = messageIcon(message_kind::closing, style);
 }
 
 QSize message_delegate::sizeHint(const QStyleOptionViewItem & option, const QModelIndex &) const

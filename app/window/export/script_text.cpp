@@ -86,6 +86,19 @@ void script_text::setMarks(std::vector<int> starts, int length, qsizetype curren
     viewport()->update();
 }
 
+void script_text::selectLines(int line, int count)
+{
+    const QTextBlock first = document()->findBlockByNumber(line - 1);
+    const QTextBlock last = document()->findBlockByNumber(line + count - 2);
+    if (!first.isValid() || !last.isValid()) {
+        return;
+    }
+    QTextCursor cursor(first);
+    cursor.setPosition(last.position() + last.length() - 1, QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+    centerCursor();
+}
+
 QTextEdit::ExtraSelection script_text::mark(qsizetype index) const
 {
     QTextEdit::ExtraSelection selection;

@@ -29,6 +29,10 @@ public:
     /// `current` stands out and is moved into view; -1 for none.
     void setMarks(std::vector<int> starts, int length, qsizetype current);
 
+    /// Selects `count` lines, the first of which is `line`, counted from 1, and brings them into view;
+    /// nothing for one that is not there.
+    void selectLines(int line, int count);
+
     [[nodiscard]] int marginWidth() const;
     void paintMargin(QPaintEvent * event);
 

@@ -230,14 +230,7 @@ void script_view::setWrapped(bool wrapped)
 
 void script_view::showLine(int line)
 {
-    const QTextBlock block = m_txtScript->document()->findBlockByNumber(line - 1);
-    if (!block.isValid()) {
-        return;
-    }
-    QTextCursor cursor(block);
-    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
-    m_txtScript->setTextCursor(cursor);
-    m_txtScript->centerCursor();
+    m_txtScript->selectLines(line, 1);
 }
 
 void script_view::focusText()

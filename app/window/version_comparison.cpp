@@ -1,0 +1,75 @@
+#include "app/window/version_comparison.h"
+
+#include "app/window/changes_controller.h"
+#include "app/window/export_controller.h"
+#include "app/window/project_session.h"
+
+#include "app/plugin_choice.h"
+#include "app/source.h"
+
+#include "plugin/export_interface.h"
+#include "tools/wait_cursor.h"
+
+namespace app {
+
+using zk::ZkBool;
+
+version_comparison::version_comparison(project_session & session, const export_controller & exports,
+                                       const found_plugins & found)
+    : m_session(session), m_exports(exports), m_found(found)
+{
+}
+
+/// The first plug-in that has them.
+plugin::statement_source * version_comparison::statements() const
+{
+    for (const auto & loaded : m_found.plugins) {
+        if (auto * const offered = qobject_cast<plugin::statement_source *>(loaded->getInterface())) {
+            return offered;
+        }
+    }
+    return nullptr;
+}
+
+ZkBool version_comparison::compare(int from, int to, const QString & database, diff_report & report,
+                                   QString & note)
+{
+    const tools::wait_cursor cursor;
+    const session_hold hold(m_session);
+    const auto of = std::make_shared<source>();
+    ZkBool result = of->open(m_session.file());
+    if (result) {
+        of->takeState(m_session.project());
+        result = compareVersions(of, from, to, report);
+    }
+    plugin::statement_source * const offered = statements();
+    if (!result || !offered) {
+        return result;
+    }
+    bool isLeftOut = false;
+    const tools::script_guard_scope guard(m_exports.quietScriptGuard(isLeftOut));
+    script_request asked;
+    asked.database = database;
+    result = addScript(*offered, asked, report);
+    if (result) {
+        result = addFindings(*offered, {}, report);
+    }
+    if (isLeftOut) {
+        note = changes_controller::tr(
+            "Without the custom script of the project, which was not allowed to run yet.");
+    } else if (!report.states.isForwards() && report.states.fromNumber != report.states.toNumber) {
+        note = changes_controller::tr("A step backwards is not judged.");
+    }
+    return result;
+}
+
+ZkBool version_comparison::compareWithText(const QString & text, diff_report & report) const
+{
+    const tools::wait_cursor cursor;
+    comparison_request asked;
+    asked.source = m_session.file();
+    asked.from = text;
+    return compareStates(asked, report);
+}
+
+} // namespace app
