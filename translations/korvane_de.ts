@@ -1509,6 +1509,10 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
         <source>the plugin was built for another interface</source>
         <translation>das Plugin wurde für eine andere Schnittstelle gebaut</translation>
     </message>
+    <message>
+        <source>the plugin was built for version %1 of the plugin interface, and this program has version %2; take the plugin that belongs to this program, or build it anew</source>
+        <translation>das Plugin wurde für Version %1 der Plugin-Schnittstelle gebaut, dieses Programm hat Version %2; nehmen Sie das Plugin, das zu diesem Programm gehört, oder bauen Sie es neu</translation>
+    </message>
 </context>
 <context>
     <name>plugin::ddl_export</name>

@@ -1509,6 +1509,10 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
         <source>the plugin was built for another interface</source>
         <translation>le plugin a été compilé pour une autre interface</translation>
     </message>
+    <message>
+        <source>the plugin was built for version %1 of the plugin interface, and this program has version %2; take the plugin that belongs to this program, or build it anew</source>
+        <translation>le plugin a été compilé pour la version %1 de l'interface des plugins, or ce programme a la version %2 ; prenez le plugin qui va avec ce programme ou recompilez-le</translation>
+    </message>
 </context>
 <context>
     <name>plugin::ddl_export</name>

@@ -22,6 +22,20 @@ std::unique_ptr<loaded_plugin> refuse(zk::ZkBool & why, const QString & file, co
     return nullptr;
 }
 
+/// Why a plug-in with that IID cannot be used: it names another interface than this one's. Empty when it can,
+/// and for a plug-in whose IID is a name of its own, which shows only once it is loaded.
+QString otherInterface(const QString & iid)
+{
+    const QString own = QStringLiteral(KORVANE_PLUGIN_IID);
+    const qsizetype number = own.indexOf(QLatin1Char('/')) + 1;
+    return iid == own || !iid.startsWith(own.left(number))
+               ? QString()
+               : texts::tr(
+                     "the plugin was built for version %1 of the plugin interface, and this program has "
+                     "version %2; take the plugin that belongs to this program, or build it anew")
+                     .arg(iid.mid(number), own.mid(number));
+}
+
 /// Whether `file` is the module of the script debugger, which lies beside the plug-ins and is none.
 bool isLineDebugger(const QString & file)
 {
@@ -62,6 +76,10 @@ std::unique_ptr<loaded_plugin> loaded_plugin::load(const QString & file, zk::ZkB
     // Asked for before anything is loaded, so that no code of a file without metadata ever runs.
     if (result->m_pLoader->metaData().isEmpty()) {
         return refuse(why, file, texts::tr("is not a plugin: %1").arg(result->m_pLoader->errorString()));
+    }
+    const QString iid = result->m_pLoader->metaData().value(QLatin1String("IID")).toString();
+    if (const QString other = otherInterface(iid); !other.isEmpty()) {
+        return refuse(why, file, other);
     }
     if (!result->m_pLoader->load()) {
         return refuse(why, file,
