@@ -54,19 +54,21 @@ public:
             "MODEL.json",
             "The model in text form, - from standard input; a database by its URL; or a script as "
             "ddl:FILE",
-            m_request.source, value_kind::source);
+            m_request.from.source, value_kind::source);
         options.addProject(m_request.projectFile);
         options.addFlag("-n,--dry-run", "Tell what would change, and store nothing", m_request.isPlan);
         options.addTexts("--tables", "GLOB",
                          "Only tables of such names, such as 't_*'; of others nothing changes",
                          m_request.tables);
         options.addText("--schema", "NAME", "The schema of a PostgreSQL database; public is the default",
-                        m_request.schema);
+                        m_request.from.schema);
         options.addText("--link-tables", "relationship|entity",
                         "What a table of two foreign keys alone becomes; relationship is the default",
                         m_links);
         options.addText("--db", "NAME", "The database that a script runs on: sqlite, mariadb or postgresql",
-                        m_request.database, value_kind::database);
+                        m_request.from.database, value_kind::database);
+        options.addFlag("--skip-refused", "List the statements of a script that are refused, and go on",
+                        m_request.from.skipsRefused);
         options.setFooter(Help);
     }
 
@@ -74,7 +76,7 @@ public:
 
     [[nodiscard]] int run() override
     {
-        if (isSchemaSource(m_request.source)) {
+        if (isSchemaSource(m_request.from.source)) {
             return runDatabase();
         }
         return m_request.isPlan ? runPlan() : runText();
@@ -95,7 +97,7 @@ private:
         plugin::statement_source * const statements = chooseStatementSource(found, {}, status, reason);
         for (const QString & line :
              statements ? unknownTypes(*statements, m_request.projectFile, types) : QStringList()) {
-            printError(QStringLiteral("%1: warning: %2").arg(shownName(m_request.source), line));
+            printError(QStringLiteral("%1: warning: %2").arg(shownName(m_request.from.source), line));
         }
     }
 
@@ -112,20 +114,22 @@ QString import_command::whyWrong() const
     if (!rowOf(LinkChoices, m_links)) {
         return QStringLiteral("--link-tables is 'relationship' or 'entity', not '%1'").arg(m_links);
     }
-    if (isSchemaSource(m_request.source)) {
-        return whyNoSchema(m_request.source, m_request.database);
+    if (isSchemaSource(m_request.from.source)) {
+        return whyNoSchema(m_request.from);
     }
-    const bool hasOthers = !m_request.tables.isEmpty() || !m_request.schema.isEmpty() ||
-                           !m_request.database.isEmpty() || m_links != LinkChoices[0].name;
-    return hasOthers ? QStringLiteral("--tables, --schema, --link-tables and --db are for databases and "
-                                      "scripts; '%1' is read as a model in text form")
-                           .arg(m_request.source)
+    const bool hasOthers = !m_request.tables.isEmpty() || !m_request.from.schema.isEmpty() ||
+                           !m_request.from.database.isEmpty() || m_request.from.skipsRefused ||
+                           m_links != LinkChoices[0].name;
+    return hasOthers ? QStringLiteral(
+                           "--tables, --schema, --link-tables, --db and --skip-refused are for databases and "
+                           "scripts; '%1' is read as a model in text form")
+                           .arg(m_request.from.source)
                      : QString();
 }
 
 int import_command::runText()
 {
-    const import_result done = importText(m_request.source, m_request.projectFile);
+    const import_result done = importText(m_request.from.source, m_request.projectFile);
     if (!done.result) {
         return failed(done.result.getDesc());
     }
@@ -141,7 +145,7 @@ int import_command::runText()
 
 int import_command::runPlan() const
 {
-    const text_plan plan = planOfText(m_request.source, m_request.projectFile);
+    const text_plan plan = planOfText(m_request.from.source, m_request.projectFile);
     if (!plan.result) {
         return failed(plan.result.getDesc());
     }

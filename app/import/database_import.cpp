@@ -56,7 +56,7 @@ public:
 
     ZkBool run()
     {
-        ZkBool result = readSchema(m_request.source, m_request.database, m_request.schema, m_held);
+        ZkBool result = readSchema(m_request.from, m_held);
         if (result) {
             result = checkChoice();
         }

@@ -21,10 +21,8 @@ namespace app {
 /// What a command line says of an import from a database.
 struct database_import_request
 {
-    QString source;   ///< a URL, or "ddl:FILE"
-    QString database; ///< key of the one that the script runs on; empty for a URL
+    schema_request from;
     QString projectFile;
-    QString schema;         ///< empty for the usual one
     QStringList tables;     ///< patterns of names; empty for all
     bool tellsLinks = true; ///< a table that only links two others becomes many-to-many
     bool isPlan = false;    ///< nothing is stored

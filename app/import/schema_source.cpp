@@ -86,32 +86,39 @@ ZkBool readOf(readable_database & from, held_schema & held)
                                      : ZkBool::success();
 }
 
-ZkBool readUrlOf(const QString & text, const QString & schema, held_schema & held)
+ZkBool readPlace(const schema_request & request, held_schema & held)
 {
     QString why;
-    const server_url place = database::server::readUrl(text, why).value_or(server_url());
+    const server_url place = database::server::readUrl(request.source, why).value_or(server_url());
     held.name = place.shown();
-    const auto opened = database::server::openToRead(place, schema, why);
+    const auto opened = database::server::openToRead(place, request.schema, why);
     return opened ? readOf(*opened, held) : failure(held.name, why);
 }
 
-ZkBool runScript(const QString & file, const QString & database, held_schema & held)
+ZkBool runScript(const schema_request & request, held_schema & held)
 {
     QByteArray script;
+    const QString file = request.source.mid(ScriptBeginning.size());
     held.name = shownName(file);
     if (const ZkBool read = readText(file, script); !read) {
         return read;
     }
     const os::stop_requests stops; // the server and its folder go first
     QString why;
-    const auto target = database::server::start(database, why);
+    const auto target = database::server::start(request.database, why);
     if (!target || !target->reset(why)) {
-        return failure(database, why);
+        return failure(request.database, why);
     }
-    if (!database::server::runScript(*target, QString::fromUtf8(script), why)) {
+    QStringList refused;
+    if (!database::server::runScript(*target, QString::fromUtf8(script),
+                                     request.skipsRefused ? &refused : nullptr, why)) {
         return failure(held.name, why);
     }
-    return readOf(*target, held);
+    const ZkBool read = readOf(*target, held);
+    for (const QString & each : refused) {
+        held.leftOut.append({QString(), each, database::catalogue_part::none, QString()});
+    }
+    return read;
 }
 
 } // namespace
@@ -121,24 +128,26 @@ bool isSchemaSource(const QString & text)
     return text.startsWith(ScriptBeginning) || database::server::isUrl(text);
 }
 
-QString whyNoSchema(const QString & text, const QString & database)
+QString whyNoSchema(const schema_request & request)
 {
     QString why;
-    if (!text.startsWith(ScriptBeginning)) {
-        (void)database::server::readUrl(text, why);
-        return why.isEmpty() && !database.isEmpty()
-                   ? QStringLiteral("A URL names its kind of database itself; leave --db out")
+    if (!request.source.startsWith(ScriptBeginning)) {
+        (void)database::server::readUrl(request.source, why);
+        const bool isForScript = !request.database.isEmpty() || request.skipsRefused;
+        return why.isEmpty() && isForScript
+                   ? QStringLiteral(
+                         "--db and --skip-refused are for scripts; a URL names its kind of database")
                    : why;
     }
-    return !database.isEmpty() ? QString()
-                               : QStringLiteral("--db has to say on which database the script runs: sqlite, "
-                                                "mariadb or postgresql");
+    return !request.database.isEmpty()
+               ? QString()
+               : QStringLiteral(
+                     "--db has to say on which database the script runs: sqlite, mariadb or postgresql");
 }
 
-ZkBool readSchema(const QString & text, const QString & database, const QString & schema, held_schema & held)
+ZkBool readSchema(const schema_request & request, held_schema & held)
 {
-    return text.startsWith(ScriptBeginning) ? runScript(text.mid(ScriptBeginning.size()), database, held)
-                                            : readUrlOf(text, schema, held);
+    return request.source.startsWith(ScriptBeginning) ? runScript(request, held) : readPlace(request, held);
 }
 
 } // namespace app

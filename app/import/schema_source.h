@@ -22,16 +22,22 @@ struct held_schema
     QList<database::left_out> leftOut; ///< in no order of tables
 };
 
+/// What a command line says of a database or a script.
+struct schema_request
+{
+    QString source;            ///< a URL, or "ddl:FILE"
+    QString database;          ///< key of the one that a script runs on; empty for a URL
+    QString schema;            ///< see database::server::openToRead()
+    bool skipsRefused = false; ///< statements of the script that are refused are listed, and do not end it
+};
+
 /// Whether `text` names a database or a script, not a model in text form.
 [[nodiscard]] bool isSchemaSource(const QString & text);
-/// Why the source cannot be meant; empty when it can.
-/// @param database key that was given beside it
-[[nodiscard]] QString whyNoSchema(const QString & text, const QString & database);
+/// Why the request cannot be meant; empty when it can.
+[[nodiscard]] QString whyNoSchema(const schema_request & request);
 
-/// Reads the database of a URL, or runs the script "ddl:FILE" on a new database of the kind `database`, which
-/// goes again. A failure is one line "source: reason".
-/// @param schema see database::server::openToRead()
-[[nodiscard]] zk::ZkBool readSchema(const QString & text, const QString & database, const QString & schema,
-                                    held_schema & held);
+/// Reads the database of a URL, or runs a script on a new database, which goes again. A failure is one line
+/// "source: reason".
+[[nodiscard]] zk::ZkBool readSchema(const schema_request & request, held_schema & held);
 
 } // namespace app

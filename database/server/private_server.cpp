@@ -90,6 +90,10 @@ void private_server::becomeUser(QProcess & process) const
 {
     process.setWorkingDirectory(folder());
     process.setProcessChannelMode(QProcess::MergedChannels);
+    // The user may not write where this process puts its temporary files.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TMPDIR"), folder());
+    process.setProcessEnvironment(environment);
     process.setChildProcessModifier([who = m_account] {
         if (who && (setgroups(0, nullptr) != 0 || setgid(who->gid) != 0 || setuid(who->uid) != 0)) {
             _exit(126);

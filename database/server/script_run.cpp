@@ -233,7 +233,7 @@ QList<script_statement> statementsOfScript(const QString & script, const QString
     return script_reader(script, syntaxOf(key)).read();
 }
 
-bool runScript(target_database & target, const QString & script, QString & why)
+bool runScript(target_database & target, const QString & script, QStringList * refused, QString & why)
 {
     for (const script_statement & each : statementsOfScript(script, target.known().key)) {
         server_error error;
@@ -241,11 +241,15 @@ bool runScript(target_database & target, const QString & script, QString & why)
             why = QStringLiteral("stopped");
             return false;
         }
-        if (!target.execute(each.text, error)) {
-            why = QStringLiteral("line %1: %2 refuses the statement: %3")
-                      .arg(QString::number(each.line), target.known().label, error.words.simplified());
+        if (target.execute(each.text, error)) {
+            continue;
+        }
+        why = QStringLiteral("line %1: %2 refuses the statement: %3")
+                  .arg(QString::number(each.line), target.known().label, error.words.simplified());
+        if (!refused) {
             return false;
         }
+        refused->append(why);
     }
     return true;
 }

@@ -18,7 +18,10 @@ struct script_statement
 /// bodies of routines and triggers stay whole, and its commands of that program are heeded or left out.
 [[nodiscard]] QList<script_statement> statementsOfScript(const QString & script, const QString & key);
 
-/// Runs the statements of `script` until one is refused: then false, with its line and the database's words.
-bool runScript(target_database & target, const QString & script, QString & why);
+/// Runs the statements of `script`.
+/// @param refused receives for each statement that the database refuses its line and the database's words;
+/// when it is null, the first such ends the run
+/// @return false, with the reason, when it was ended before its end
+bool runScript(target_database & target, const QString & script, QStringList * refused, QString & why);
 
 } // namespace database::server

@@ -122,7 +122,7 @@ private Q_SLOTS:
             << QStringList{"import", "a", "b", "c", "d"}
             << QByteArray("Too many arguments: c d; 'korvane import' takes MODEL.json, PROJECT.korv, "
                           "-n,--dry-run, --tables GLOB, --schema NAME, --link-tables relationship|entity, "
-                          "--db NAME, -h,--help\n");
+                          "--db NAME, --skip-refused, -h,--help\n");
         QTest::newRow("import to standard output")
             << QStringList{"import", "a.json", "-"}
             << QByteArray("PROJECT.korv is '-', but a project cannot be written to standard output; give a "

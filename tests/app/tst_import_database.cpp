@@ -399,6 +399,13 @@ private Q_SLOTS:
                  path("shop.sql") +
                      ": line 3: SQLite 3.40 refuses the statement: near \"TABLES\": syntax error\n");
         QCOMPARE(storedText(m_project), before);
+        const program_result skipped = runProgram(
+            {"import", "ddl:" + path("shop.sql"), "--db", "sqlite", "--skip-refused", "-n", m_project});
+        QCOMPARE(skipped.status, 0);
+        QVERIFY2(
+            skipped.output.contains("\n  the database\n    line 3: SQLite 3.40 refuses the statement: near "
+                                    "\"TABLES\": syntax error\n"),
+            skipped.output.constData());
         const program_result missing =
             runProgram({"import", "ddl:" + path("no.sql"), "--db", "sqlite", m_project});
         QCOMPARE(missing.errors, (path("no.sql") + ": does not exist; check the name\n").toUtf8());
@@ -467,12 +474,12 @@ private Q_SLOTS:
                    "--db has to say on which database the script runs: sqlite, mariadb or postgresql\n");
         QTest::newRow("URL with database")
             << QStringList{"sqlite:a.db", "p.korv", "--db", "sqlite"}
-            << QByteArray("A URL names its kind of database itself; leave --db out\n");
+            << QByteArray("--db and --skip-refused are for scripts; a URL names its kind of database\n");
         QTest::newRow("text with tables")
             << QStringList{"a.json", "p.korv", "--tables", "x"}
-            << QByteArray(
-                   "--tables, --schema, --link-tables and --db are for databases and scripts; 'a.json' is "
-                   "read as a model in text form\n");
+            << QByteArray("--tables, --schema, --link-tables, --db and --skip-refused are for databases and "
+                          "scripts; 'a.json' is "
+                          "read as a model in text form\n");
         QTest::newRow("link tables") << QStringList{"sqlite:a.db", "p.korv", "--link-tables", "maybe"}
                                      << QByteArray(
                                             "--link-tables is 'relationship' or 'entity', not 'maybe'\n");

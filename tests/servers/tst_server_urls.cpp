@@ -154,6 +154,25 @@ private Q_SLOTS:
         QCOMPARE(connect()->firstColumn("SHOW DATABASES"), before);
     }
 
+    /// Servers run as another user, who may only write into the folder of the server.
+    void aTemporaryFolderOfOnesOwn_data()
+    {
+        QTest::addColumn<QString>("database");
+        QTest::newRow("mariadb") << "mariadb";
+        QTest::newRow("postgresql") << "postgresql";
+    }
+    void aTemporaryFolderOfOnesOwn()
+    {
+        QFETCH(const QString, database);
+        const QTemporaryDir own;
+        QVERIFY(QFile::setPermissions(own.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
+                                                      QFile::ReadOther | QFile::ExeOther));
+        const program_result result =
+            runProgram({"verify", m_project, "--db", database, "--skip-missing"}, {{"TMPDIR", own.path()}});
+        QCOMPARE(result.errors, QByteArray());
+        QCOMPARE(result.status, 0);
+    }
+
     void initTestCase()
     {
         m_project = m_folder.filePath("shop.json");
