@@ -135,6 +135,7 @@ zk::ZkBool ddl_export::exportProject(model::project & project)
     }
     m_bScriptIsStored = true;
     m_bVersionMissing = false;
+    m_bStopWanted = false;
     m_sReasonForNoFile.clear();
     applyCommandLine();
     zk::ZkBool result(false);
@@ -159,7 +160,13 @@ zk::ZkBool ddl_export::exportProject(model::project & project)
     connect(builder.get(), &ddl_export_builder::onMessage, this, &ddl_export::onMessage);
     connect(builder.get(), &ddl_export_builder::onProgress, this, &ddl_export::onProgress);
     connect(builder.get(), &ddl_export_builder::onFileWritten, this, &ddl_export::onFileWritten);
-    return builder->build(project);
+    result = builder->build(project);
+    if (!result && m_bStopWanted) {
+        m_bVersionMissing = false;
+        m_sReasonForNoFile = tr("The export was cancelled; no script is complete");
+        return zk::ZkBool::success();
+    }
+    return result;
 }
 
 void ddl_export::applyCommandLine()

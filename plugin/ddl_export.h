@@ -3,6 +3,7 @@
 #include "plugin/export_details.h"
 #include "plugin/export_interface.h"
 #include "plugin/statement_source.h"
+#include "plugin/stoppable.h"
 #include "zk/zk_collection.h"
 
 #include <QMap>
@@ -19,10 +20,10 @@ class ddl_export_builder;
 ///
 /// It holds the settings of the export, keeps them in the project's database, and drives a builder that
 /// writes the scripts.
-class ddl_export : public export_interface, public export_details, public statement_source
+class ddl_export : public export_interface, public export_details, public statement_source, public stoppable
 {
     Q_OBJECT
-    Q_INTERFACES(plugin::export_details plugin::statement_source)
+    Q_INTERFACES(plugin::export_details plugin::statement_source plugin::stoppable)
     Q_PLUGIN_METADATA(IID "KorvGenericDDLExport" FILE "ddl_export.json")
 
 public:
@@ -78,6 +79,9 @@ public:
     [[nodiscard]] QString getTakenFor(const QString & option, const QString & value) const override;
     [[nodiscard]] QString getReasonForNoFile() const override { return m_sReasonForNoFile; }
     [[nodiscard]] bool isVersionMissing() const override { return m_bVersionMissing; }
+    void stopExport() override { m_bStopWanted = true; }
+    /// Whether the export that is under way is to end.
+    [[nodiscard]] bool isStopWanted() const { return m_bStopWanted; }
 
     zk::ZkBool listDatabases(QList<statement_database> & databases) override;
     zk::ZkBool listOptions(QList<friendly_option> & options) override;
@@ -148,6 +152,7 @@ private:
     bool m_bScriptIsStored = true; ///< rather than given on the command line
     QString m_sReasonForNoFile;
     bool m_bVersionMissing = false;
+    bool m_bStopWanted = false;
 };
 
 } // namespace plugin

@@ -450,6 +450,14 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
         <source>%1 scripts written to %2</source>
         <translation>%1 Skripte nach %2 geschrieben</translation>
     </message>
+    <message>
+        <source>The export was cancelled; 1 script is complete</source>
+        <translation>Der Export wurde abgebrochen; 1 Skript ist vollständig</translation>
+    </message>
+    <message>
+        <source>The export was cancelled; %1 scripts are complete</source>
+        <translation>Der Export wurde abgebrochen; %1 Skripte sind vollständig</translation>
+    </message>
 </context>
 <context>
     <name>app::export_menu</name>
@@ -466,14 +474,6 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
         <translation>Halten Sie die Umschalttaste gedrückt, um den Skript-Debugger zu starten.</translation>
     </message>
     <message>
-        <source>Settings of %1…</source>
-        <translation>Einstellungen von %1…</translation>
-    </message>
-    <message>
-        <source>Edit the settings that are stored in the project</source>
-        <translation>Die im Projekt gespeicherten Einstellungen bearbeiten</translation>
-    </message>
-    <message>
         <source>No plugin was found</source>
         <translation>Es wurde kein Plugin gefunden</translation>
     </message>
@@ -484,6 +484,14 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
     <message>
         <source>Foretell what the database will do with the scripts; nothing is written</source>
         <translation>Vorhersagen, was die Datenbank mit den Skripten tun wird; nichts wird geschrieben</translation>
+    </message>
+    <message>
+        <source>&amp;Settings…</source>
+        <translation>&amp;Einstellungen…</translation>
+    </message>
+    <message>
+        <source>Edit the settings of the export that are stored in the project</source>
+        <translation>Die im Projekt gespeicherten Einstellungen des Exports bearbeiten</translation>
     </message>
 </context>
 <context>
@@ -709,6 +717,29 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
         <source>%1 notes</source>
         <translation>%1 Hinweise</translation>
     </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Cancel the export</source>
+        <translation>Den Export abbrechen</translation>
+    </message>
+    <message>
+        <source>End the export before its next statement</source>
+        <translation>Den Export vor der nächsten Anweisung beenden</translation>
+    </message>
+</context>
+<context>
+    <name>app::new_project</name>
+    <message>
+        <source>%1: cannot be written (%2)</source>
+        <translation>%1: kann nicht geschrieben werden (%2)</translation>
+    </message>
+    <message>
+        <source>%1: cannot be copied to %2 (%3)</source>
+        <translation>%1: kann nicht nach %2 kopiert werden (%3)</translation>
+    </message>
 </context>
 <context>
     <name>app::plugin_choice</name>
@@ -788,6 +819,26 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     <message>
         <source>Version %1 of %2 tagged; the model has not changed since version %3</source>
         <translation>Version %1 von %2 festgehalten; das Modell hat sich seit Version %3 nicht geändert</translation>
+    </message>
+    <message>
+        <source>Korvane - New project</source>
+        <translation>Korvane - Neues Projekt</translation>
+    </message>
+    <message>
+        <source>Korvane - Sample project</source>
+        <translation>Korvane - Beispielprojekt</translation>
+    </message>
+    <message>
+        <source>%1 is there already; choose another name</source>
+        <translation>%1 ist schon da; wählen Sie einen anderen Namen</translation>
+    </message>
+    <message>
+        <source>New project</source>
+        <translation>Neues Projekt</translation>
+    </message>
+    <message>
+        <source>%1 is the model as text: edit it, then import it again</source>
+        <translation>%1 ist das Modell als Text: bearbeiten Sie ihn und importieren Sie ihn dann wieder</translation>
     </message>
 </context>
 <context>
@@ -1041,6 +1092,14 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
         <source>Some plugins could not be loaded; see the messages</source>
         <translation>Einige Plugins konnten nicht geladen werden; siehe die Meldungen</translation>
     </message>
+    <message>
+        <source>The script debugger holds the export</source>
+        <translation>Der Skript-Debugger hält den Export an</translation>
+    </message>
+    <message>
+        <source>&amp;Go to the debugger</source>
+        <translation>Zum Deb&amp;ugger</translation>
+    </message>
 </context>
 <context>
     <name>app::project_work</name>
@@ -1133,6 +1192,13 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
     <message>
         <source>Open the folder where the script is</source>
         <translation>Den Ordner öffnen, in dem das Skript liegt</translation>
+    </message>
+</context>
+<context>
+    <name>app::script_text</name>
+    <message>
+        <source>This statement takes values or a table away</source>
+        <translation>Diese Anweisung entfernt Werte oder eine Tabelle</translation>
     </message>
 </context>
 <context>
@@ -1283,6 +1349,30 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
         <source>Creates a project from a model in text form (*.json), or replaces a project&apos;s model.</source>
         <translation>Erstellt aus einem Modell in Textform (*.json) ein Projekt oder ersetzt das Modell eines Projekts.</translation>
     </message>
+    <message>
+        <source>Begin a new project…</source>
+        <translation>Ein neues Projekt beginnen…</translation>
+    </message>
+    <message>
+        <source>Writes a small model as text, to be edited and imported again, and the project of it.</source>
+        <translation>Schreibt ein kleines Modell als Text, zum Bearbeiten und Wiederimportieren, und das Projekt dazu.</translation>
+    </message>
+    <message>
+        <source>Try the sample…</source>
+        <translation>Das Beispiel ausprobieren…</translation>
+    </message>
+    <message>
+        <source>A copy of a project with three versions and changes since.</source>
+        <translation>Eine Kopie eines Projekts mit drei Versionen und Änderungen seither.</translation>
+    </message>
+    <message>
+        <source>Read the manual</source>
+        <translation>Das Handbuch lesen</translation>
+    </message>
+    <message>
+        <source>Ten minutes from a model to migration scripts, in your browser.</source>
+        <translation>In zehn Minuten vom Modell zu Migrationsskripten, im Browser.</translation>
+    </message>
 </context>
 <context>
     <name>app::whole_file</name>
@@ -1416,6 +1506,14 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
     <message>
         <source>Go to the &amp;changes</source>
         <translation>Zu den &amp;Änderungen</translation>
+    </message>
+    <message>
+        <source>&amp;New project…</source>
+        <translation>&amp;Neues Projekt…</translation>
+    </message>
+    <message>
+        <source>Make a project of a small model, which is written as text beside it</source>
+        <translation>Ein Projekt aus einem kleinen Modell anlegen, das daneben als Text geschrieben wird</translation>
     </message>
 </context>
 <context>
@@ -1642,6 +1740,10 @@ Soll es angelegt und der Export gestartet werden?</translation>
         <source>The statements are not known: the custom script &apos;%1&apos; was not allowed to run</source>
         <translation>Die Anweisungen sind nicht bekannt: Das eigene Skript &apos;%1&apos; durfte nicht laufen</translation>
     </message>
+    <message>
+        <source>The export was cancelled; no script is complete</source>
+        <translation>Der Export wurde abgebrochen; kein Skript ist vollständig</translation>
+    </message>
 </context>
 <context>
     <name>plugin::ddl_export_builder</name>
@@ -1784,6 +1886,10 @@ Soll es angelegt und der Export gestartet werden?</translation>
 %2</source>
         <translation>Beim Laden des festgehaltenen Projektstands &apos;%1&apos; ist ein Fehler aufgetreten:
 %2</translation>
+    </message>
+    <message>
+        <source>The export was cancelled</source>
+        <translation>Der Export wurde abgebrochen</translation>
     </message>
 </context>
 <context>

@@ -450,6 +450,14 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
         <source>%1 scripts written to %2</source>
         <translation>%1 scripts écrits dans %2</translation>
     </message>
+    <message>
+        <source>The export was cancelled; 1 script is complete</source>
+        <translation>L&apos;export a été annulé ; 1 script est complet</translation>
+    </message>
+    <message>
+        <source>The export was cancelled; %1 scripts are complete</source>
+        <translation>L&apos;export a été annulé ; %1 scripts sont complets</translation>
+    </message>
 </context>
 <context>
     <name>app::export_menu</name>
@@ -466,14 +474,6 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
         <translation>Maintenez la touche Maj enfoncée pour démarrer le débogueur de script.</translation>
     </message>
     <message>
-        <source>Settings of %1…</source>
-        <translation>Paramètres de %1…</translation>
-    </message>
-    <message>
-        <source>Edit the settings that are stored in the project</source>
-        <translation>Modifier les paramètres enregistrés dans le projet</translation>
-    </message>
-    <message>
         <source>No plugin was found</source>
         <translation>Aucun plugin trouvé</translation>
     </message>
@@ -484,6 +484,14 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     <message>
         <source>Foretell what the database will do with the scripts; nothing is written</source>
         <translation>Prédire ce que la base de données fera des scripts ; rien n&apos;est écrit</translation>
+    </message>
+    <message>
+        <source>&amp;Settings…</source>
+        <translation>&amp;Paramètres…</translation>
+    </message>
+    <message>
+        <source>Edit the settings of the export that are stored in the project</source>
+        <translation>Modifier les paramètres de l&apos;export enregistrés dans le projet</translation>
     </message>
 </context>
 <context>
@@ -709,6 +717,29 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
         <source>%1 notes</source>
         <translation>%1 remarques</translation>
     </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Cancel the export</source>
+        <translation>Annuler l&apos;export</translation>
+    </message>
+    <message>
+        <source>End the export before its next statement</source>
+        <translation>Terminer l&apos;export avant sa prochaine instruction</translation>
+    </message>
+</context>
+<context>
+    <name>app::new_project</name>
+    <message>
+        <source>%1: cannot be written (%2)</source>
+        <translation>%1 : ne peut pas être écrit (%2)</translation>
+    </message>
+    <message>
+        <source>%1: cannot be copied to %2 (%3)</source>
+        <translation>%1 : ne peut pas être copié vers %2 (%3)</translation>
+    </message>
 </context>
 <context>
     <name>app::plugin_choice</name>
@@ -788,6 +819,26 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     <message>
         <source>Version %1 of %2 tagged; the model has not changed since version %3</source>
         <translation>Version %1 de %2 étiquetée ; le modèle n&apos;a pas changé depuis la version %3</translation>
+    </message>
+    <message>
+        <source>Korvane - New project</source>
+        <translation>Korvane - Nouveau projet</translation>
+    </message>
+    <message>
+        <source>Korvane - Sample project</source>
+        <translation>Korvane - Projet d&apos;exemple</translation>
+    </message>
+    <message>
+        <source>%1 is there already; choose another name</source>
+        <translation>%1 existe déjà ; choisissez un autre nom</translation>
+    </message>
+    <message>
+        <source>New project</source>
+        <translation>Nouveau projet</translation>
+    </message>
+    <message>
+        <source>%1 is the model as text: edit it, then import it again</source>
+        <translation>%1 est le modèle sous forme de texte : modifiez-le, puis importez-le de nouveau</translation>
     </message>
 </context>
 <context>
@@ -1041,6 +1092,14 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
         <source>Some plugins could not be loaded; see the messages</source>
         <translation>Certains plugins n&apos;ont pas pu être chargés ; voir les messages</translation>
     </message>
+    <message>
+        <source>The script debugger holds the export</source>
+        <translation>Le débogueur de scripts retient l&apos;export</translation>
+    </message>
+    <message>
+        <source>&amp;Go to the debugger</source>
+        <translation>Aller au déb&amp;ogueur</translation>
+    </message>
 </context>
 <context>
     <name>app::project_work</name>
@@ -1133,6 +1192,13 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     <message>
         <source>Open the folder where the script is</source>
         <translation>Ouvrir le dossier où se trouve le script</translation>
+    </message>
+</context>
+<context>
+    <name>app::script_text</name>
+    <message>
+        <source>This statement takes values or a table away</source>
+        <translation>Cette instruction supprime des valeurs ou une table</translation>
     </message>
 </context>
 <context>
@@ -1283,6 +1349,30 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
         <source>Creates a project from a model in text form (*.json), or replaces a project&apos;s model.</source>
         <translation>Crée un projet à partir d&apos;un modèle sous forme de texte (*.json), ou remplace le modèle d&apos;un projet.</translation>
     </message>
+    <message>
+        <source>Begin a new project…</source>
+        <translation>Commencer un nouveau projet…</translation>
+    </message>
+    <message>
+        <source>Writes a small model as text, to be edited and imported again, and the project of it.</source>
+        <translation>Écrit un petit modèle sous forme de texte, à modifier et à importer de nouveau, et son projet.</translation>
+    </message>
+    <message>
+        <source>Try the sample…</source>
+        <translation>Essayer l&apos;exemple…</translation>
+    </message>
+    <message>
+        <source>A copy of a project with three versions and changes since.</source>
+        <translation>Une copie d&apos;un projet avec trois versions et des changements depuis.</translation>
+    </message>
+    <message>
+        <source>Read the manual</source>
+        <translation>Lire le manuel</translation>
+    </message>
+    <message>
+        <source>Ten minutes from a model to migration scripts, in your browser.</source>
+        <translation>En dix minutes du modèle aux scripts de migration, dans votre navigateur.</translation>
+    </message>
 </context>
 <context>
     <name>app::whole_file</name>
@@ -1416,6 +1506,14 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     <message>
         <source>Go to the &amp;changes</source>
         <translation>Aller aux &amp;changements</translation>
+    </message>
+    <message>
+        <source>&amp;New project…</source>
+        <translation>&amp;Nouveau projet…</translation>
+    </message>
+    <message>
+        <source>Make a project of a small model, which is written as text beside it</source>
+        <translation>Créer un projet à partir d&apos;un petit modèle, écrit à côté sous forme de texte</translation>
     </message>
 </context>
 <context>
@@ -1642,6 +1740,10 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
         <source>The statements are not known: the custom script &apos;%1&apos; was not allowed to run</source>
         <translation>Les instructions ne sont pas connues : le script personnalisé &apos;%1&apos; n&apos;a pas été autorisé à s&apos;exécuter</translation>
     </message>
+    <message>
+        <source>The export was cancelled; no script is complete</source>
+        <translation>L&apos;export a été annulé ; aucun script n&apos;est complet</translation>
+    </message>
 </context>
 <context>
     <name>plugin::ddl_export_builder</name>
@@ -1784,6 +1886,10 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
 %2</source>
         <translation>Une erreur est survenue lors du chargement de la version étiquetée &apos;%1&apos; du projet :
 %2</translation>
+    </message>
+    <message>
+        <source>The export was cancelled</source>
+        <translation>L&apos;export a été annulé</translation>
     </message>
 </context>
 <context>

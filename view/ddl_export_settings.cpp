@@ -17,6 +17,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QScreen>
 #include <QShortcut>
 #include <QUrl>
 
@@ -37,6 +38,9 @@ ddl_export_settings::ddl_export_settings(QWidget * parent, Qt::WindowFlags flags
 {
     setupUi(this);
     keepTitlesLegible();
+    // What has no room on a small screen is scrolled to.
+    constexpr int TitleBar = 40;
+    resize(size().boundedTo(screen()->availableSize() - QSize(0, TitleBar)));
     m_pTypeMapping = std::make_shared<ddl_export_type_mapping>(m_lstTypeMapping, m_grpTypeMapping,
                                                                m_grpTypeMapping->title());
     fillDatabaseTypes();

@@ -82,10 +82,9 @@ QString helpAbout(const plugin::export_interface & plugin, const QString & title
 {
     const QString pathOption = QStringLiteral("--%1_path").arg(plugin.getName());
     return hasOption(plugin, pathOption)
-               ? QStringLiteral(
-                     "No export folder is set. "
-                     "Give one with %1=FOLDER, or store one in the window (Export > Settings of %2)")
-                     .arg(pathOption, plugin.getName())
+               ? QStringLiteral("No export folder is set. "
+                                "Give one with %1=FOLDER, or store one in the window (Export > Settings)")
+                     .arg(pathOption)
                : QStringLiteral("The window '%1' wants a person. "
                                 "Give the settings on the command line ('korvane plugins' lists the options)")
                      .arg(title);

@@ -10,6 +10,7 @@
 
 #include "model/project.h"
 #include "plugin/export_interface.h"
+#include "plugin/stoppable.h"
 #include "tools/held_dialog.h"
 
 #include <QCoreApplication>
@@ -69,7 +70,20 @@ void export_controller::exportWith(plugin::export_interface * plugin)
         return permission;
     });
     const dialog_watch watch;
+    auto * const stoppable = qobject_cast<plugin::stoppable *>(plugin);
+    bool isStopped = false;
+    m_messages.setCancellable(stoppable != nullptr);
+    const QMetaObject::Connection cancel =
+        connect(&m_messages, &message_panel::cancelRequested, this, [stoppable, &isStopped] {
+            isStopped = true;
+            stoppable->stopExport();
+        });
     const export_report report = runPlugin(*plugin, *project, listener);
+    disconnect(cancel);
+    if (isStopped && report.ok) {
+        showCancelled(report);
+        return;
+    }
     showEnd(report, isRefused || watch.isLastGivenUp());
     if (report.ok && !report.files.isEmpty()) {
         Q_EMIT exported(plugin, report.files);
@@ -136,6 +150,18 @@ void export_controller::showFailure(const QString & untoldReason)
     m_messages.end(false, tr("The export failed"));
     Q_EMIT messagesWanted();
     Q_EMIT statusTold(tr("The export failed: see the messages"));
+}
+
+/// The messages have told already which script is incomplete.
+void export_controller::showCancelled(const export_report & report)
+{
+    m_scripts.setScripts(report.files);
+    const QString told = report.files.size() == 1 ? tr("The export was cancelled; 1 script is complete")
+                                                  : tr("The export was cancelled; %1 scripts are complete")
+                                                        .arg(QLocale().toString(report.files.size()));
+    m_messages.end(true, told);
+    Q_EMIT messagesWanted();
+    Q_EMIT statusTold(told);
 }
 
 void export_controller::showEnd(const export_report & report, bool isCancelled)

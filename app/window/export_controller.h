@@ -54,6 +54,7 @@ Q_SIGNALS:
 private:
     tools::script_permission mayRunScript(const QString & file);
     void showEnd(const export_report & report, bool isCancelled);
+    void showCancelled(const export_report & report);
     void showFailure(const QString & untoldReason);
     [[nodiscard]] static QString whyNothing(const export_report & report);
     void giveWayToEvents();

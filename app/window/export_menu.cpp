@@ -42,10 +42,9 @@ void export_menu::addPlugin(plugin::export_interface * plugin)
     if (!plugin->hasSettings()) {
         return;
     }
-    QAction * const settings =
-        addAction(plugin->getIconSettings(), tr("Settings of %1…").arg(withoutMnemonic(plugin->getName())));
+    QAction * const settings = addAction(plugin->getIconSettings(), tr("&Settings…"));
     settings->setObjectName(QStringLiteral("m_actSettings_") + plugin->getName());
-    settings->setToolTip(tr("Edit the settings that are stored in the project"));
+    settings->setToolTip(tr("Edit the settings of the export that are stored in the project"));
     settings->setStatusTip(settings->toolTip());
     connect(settings, &QAction::triggered, this, [this, plugin] { Q_EMIT settingsRequested(plugin); });
     m_commands.append(settings);

@@ -6,6 +6,7 @@
 #include "app/window/version_dialogs.h"
 #include "app/window/window_dialogs.h"
 
+#include "app/new_project.h"
 #include "app/project_work.h"
 #include "app/source.h"
 
@@ -40,6 +41,16 @@ QString openTitle()
 QString importTitle()
 {
     return project_commands::tr("Korvane - Import model");
+}
+
+QString newTitle()
+{
+    return project_commands::tr("Korvane - New project");
+}
+
+QString sampleTitle()
+{
+    return project_commands::tr("Korvane - Sample project");
 }
 
 QString saveTitle()
@@ -119,6 +130,64 @@ void project_commands::chooseAndImport()
     if (const QString file = chosenFile(dialog, QStringLiteral("wnd_import")); !file.isEmpty()) {
         importModel(file);
     }
+}
+
+/// Asks for a project file that is not there yet, or may be replaced; empty when the person thinks better of
+/// it.
+QString project_commands::chooseNewFile(const QString & title, const QString & objectName,
+                                        const QString & proposed) const
+{
+    const tools::held_dialog<QFileDialog> dialog(m_pWindow, title, folderToStartIn(), projectFiles());
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(model::ProjectFileSuffix);
+    dialog->setOption(QFileDialog::DontConfirmOverwrite);
+    dialog->selectFile(proposed + QLatin1Char('.') + model::ProjectFileSuffix);
+    const QString file = chosenFile(dialog, objectName);
+    const QString text = QFileInfo(file).path() + QLatin1Char('/') + QFileInfo(file).completeBaseName() +
+                         QLatin1Char('.') + TextSuffix;
+    for (const QString & taken : file.isEmpty() ? QStringList() : QStringList{file, text}) {
+        if (QFileInfo::exists(taken)) {
+            warn(m_pWindow, title,
+                 tr("%1 is there already; choose another name").arg(QDir::toNativeSeparators(taken)));
+            return {};
+        }
+    }
+    return file;
+}
+
+void project_commands::chooseAndBegin()
+{
+    const QString file = chooseNewFile(newTitle(), QStringLiteral("wnd_new"), QStringLiteral("model"));
+    if (file.isEmpty()) {
+        return;
+    }
+    const QString text = QFileInfo(file).path() + QLatin1Char('/') + QFileInfo(file).completeBaseName() +
+                         QLatin1Char('.') + TextSuffix;
+    if (const zk::ZkBool begun = beginProject(text, file); !begun) {
+        warn(m_pWindow, newTitle(), begun.getDesc());
+        return;
+    }
+    openFile(file);
+    m_messages.begin(tr("New project"));
+    m_messages.addMessage(
+        tr("%1 is the model as text: edit it, then import it again").arg(QDir::toNativeSeparators(text)),
+        plugin::ProgressMessage);
+    m_messages.end(true, {});
+    Q_EMIT messagesWanted();
+}
+
+void project_commands::chooseAndTrySample()
+{
+    const QString file =
+        chooseNewFile(sampleTitle(), QStringLiteral("wnd_sample"), QStringLiteral("festival"));
+    if (file.isEmpty()) {
+        return;
+    }
+    if (const zk::ZkBool copied = copySample(file); !copied) {
+        warn(m_pWindow, sampleTitle(), copied.getDesc());
+        return;
+    }
+    openFile(file);
 }
 
 /// Asks into which project file the text is to go; the empty text when the person thinks better of it.

@@ -31,6 +31,10 @@ public:
     /// Imports a model in text form into a project file that the person names.
     void importModel(const QString & modelFile);
     void chooseAndOpen();
+    /// Makes a project, and beside it the text of its model, where the person says.
+    void chooseAndBegin();
+    /// Copies the sample project to where the person says, and opens it.
+    void chooseAndTrySample();
     void chooseAndImport();
     void chooseAndSaveText();
     void reload();
@@ -52,6 +56,8 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] QString folderToStartIn() const;
+    [[nodiscard]] QString chooseNewFile(const QString & title, const QString & objectName,
+                                        const QString & proposed) const;
     QString chooseImportTarget(const QFileInfo & text);
     [[nodiscard]] bool isReplacementWanted(const QFileInfo & text, const QString & target);
     bool refresh(const QString & title);

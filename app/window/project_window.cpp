@@ -29,8 +29,10 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QFileInfo>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QMimeData>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTimer>
 
@@ -82,6 +84,7 @@ project_window::project_window(QWidget * parent)
     context::ctx_global::setMainWnd(this);
     m_lblModel->setObjectName(QStringLiteral("m_lblModel"));
     m_lblFindings->setObjectName(QStringLiteral("m_lblFindings"));
+    createHoldNotice();
     statusBar()->addPermanentWidget(m_lblFindings);
     statusBar()->addPermanentWidget(m_lblModel);
     connectSession();
@@ -101,6 +104,31 @@ project_window::~project_window()
     delete m_pSession;
     delete m_pMenus;
     context::ctx_global::setMainWnd(nullptr);
+}
+
+/// An export that its debugger holds looks like one that hangs: this says so, and leads there.
+void project_window::createHoldNotice()
+{
+    auto * const notice = new QWidget;
+    notice->setObjectName(QStringLiteral("m_wdgHeld"));
+    auto * const label = new QLabel(tr("The script debugger holds the export"));
+    auto * const go = new QPushButton(tr("&Go to the debugger"));
+    go->setObjectName(QStringLiteral("m_btnGoToDebugger"));
+    auto * const layout = new QHBoxLayout(notice);
+    layout->setContentsMargins({});
+    layout->addWidget(label);
+    layout->addWidget(go);
+    notice->hide();
+    statusBar()->addPermanentWidget(notice);
+    setUsableWhileHeld(notice);
+    connect(this, &view::main_wnd::holderChanged, notice, [this, notice] { notice->setVisible(holder()); });
+    connect(go, &QPushButton::clicked, this, [this] {
+        if (QWidget * const debugger = holder()) {
+            debugger->showNormal();
+            debugger->raise();
+            debugger->activateWindow();
+        }
+    });
 }
 
 void project_window::connectSession()
@@ -136,6 +164,9 @@ void project_window::connectCommands()
     const welcome_page & welcome = m_pPanes->welcome();
     connect(&welcome, &welcome_page::openRequested, m_pProjects, &project_commands::chooseAndOpen);
     connect(&welcome, &welcome_page::importRequested, m_pProjects, &project_commands::chooseAndImport);
+    connect(&welcome, &welcome_page::newRequested, m_pProjects, &project_commands::chooseAndBegin);
+    connect(&welcome, &welcome_page::sampleRequested, m_pProjects, &project_commands::chooseAndTrySample);
+    connect(&welcome, &welcome_page::manualRequested, this, [this] { showManual(this); });
     connect(&welcome, &welcome_page::fileRequested, m_pProjects, &project_commands::openFile);
 }
 

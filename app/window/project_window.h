@@ -47,6 +47,7 @@ private:
     void updateTitle();
     void updateRecentFiles();
     void showPluginProblems();
+    void createHoldNotice();
     void showStatus(const QString & text);
 
     found_plugins m_found;

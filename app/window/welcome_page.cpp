@@ -15,7 +15,7 @@ namespace app {
 namespace {
 
 constexpr int ShownFiles = 5;
-constexpr int PageWidth = 460;
+constexpr int PageWidth = 520;
 constexpr double TitleScale = 1.8;
 
 QLabel * heading(const QString & text, double scale)
@@ -42,21 +42,31 @@ QCommandLinkButton * command(const QString & name, const QString & text, const Q
 
 welcome_page::welcome_page(QWidget * parent) : QWidget(parent), m_pRecent(new QVBoxLayout)
 {
-    auto * const open = command(QStringLiteral("m_btnOpen"), tr("Open a project…"),
-                                tr("A project file (*.korv). You can drop one on this window as well."));
-    auto * const import =
-        command(QStringLiteral("m_btnImport"), tr("Import a model…"),
-                tr("Creates a project from a model in text form (*.json), or replaces a project's model."));
-    connect(open, &QAbstractButton::clicked, this, &welcome_page::openRequested);
-    connect(import, &QAbstractButton::clicked, this, &welcome_page::importRequested);
-
     auto * const column = new QVBoxLayout;
     column->addStretch(1);
     column->addWidget(heading(tr("Korvane"), TitleScale));
     column->addWidget(new QLabel(tr("Migration scripts from a class model")));
     column->addSpacing(12);
-    column->addWidget(open);
-    column->addWidget(import);
+    const auto add = [this, column](const char * name, const QString & text, const QString & about,
+                                    void (welcome_page::*wanted)()) {
+        auto * const button = command(QLatin1String(name), text, about);
+        connect(button, &QAbstractButton::clicked, this, wanted);
+        column->addWidget(button);
+    };
+    add("m_btnOpen", tr("Open a project…"),
+        tr("A project file (*.korv). You can drop one on this window as well."),
+        &welcome_page::openRequested);
+    add("m_btnImport", tr("Import a model…"),
+        tr("Creates a project from a model in text form (*.json), or replaces a project's model."),
+        &welcome_page::importRequested);
+    add("m_btnNew", tr("Begin a new project…"),
+        tr("Writes a small model as text, to be edited and imported again, and the project of it."),
+        &welcome_page::newRequested);
+    add("m_btnSample", tr("Try the sample…"),
+        tr("A copy of a project with three versions and changes since."), &welcome_page::sampleRequested);
+    add("m_btnManual", tr("Read the manual"),
+        tr("Ten minutes from a model to migration scripts, in your browser."),
+        &welcome_page::manualRequested);
     column->addLayout(m_pRecent);
     column->addStretch(2);
 

@@ -20,6 +20,9 @@ public:
 Q_SIGNALS:
     void openRequested();
     void importRequested();
+    void newRequested();
+    void sampleRequested();
+    void manualRequested();
     void fileRequested(const QString & file);
 
 private:

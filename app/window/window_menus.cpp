@@ -94,6 +94,9 @@ void window_menus::createFileMenu()
     m_actOpen =
         addProjectCommand(menu, "m_actOpen", tr("&Open…"), Qt::CTRL | Qt::Key_O, tr("Open a project file"),
                           possible::idle, &project_commands::chooseAndOpen, "open");
+    addProjectCommand(menu, "m_actNew", tr("&New project…"), Qt::CTRL | Qt::Key_N,
+                      tr("Make a project of a small model, which is written as text beside it"),
+                      possible::idle, &project_commands::chooseAndBegin);
     m_mnuRecent = new recent_menu(&m_window);
     menu->addMenu(m_mnuRecent);
     connect(m_mnuRecent, &recent_menu::fileRequested, &m_targets.projects, &project_commands::openFile);

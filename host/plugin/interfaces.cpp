@@ -1,6 +1,7 @@
 #include "plugin/export_details.h"
 #include "plugin/export_interface.h"
 #include "plugin/statement_source.h"
+#include "plugin/stoppable.h"
 
 #include <cstddef>
 #include <iterator>
@@ -39,6 +40,9 @@ export_interface::~export_interface() = default;
 
 export_details::export_details() = default;
 export_details::~export_details() = default;
+
+stoppable::stoppable() = default;
+stoppable::~stoppable() = default;
 
 statement_source::statement_source() = default;
 statement_source::~statement_source() = default;

@@ -2,6 +2,9 @@
 
 #include "tools/script_debugger_window.h"
 
+#include "context/ctx_global.h"
+#include "view/main_wnd.h"
+
 #include <QApplication>
 #include <QEventLoop>
 #include <QScopedValueRollback>
@@ -34,6 +37,24 @@ public:
 
 private:
     QList<QCursor> m_cursors;
+};
+
+/// Tells the main window, if there is one, who holds the export.
+class told_holder
+{
+public:
+    explicit told_holder(QWidget * holder) { tell(holder); }
+    ~told_holder() { tell(nullptr); }
+    told_holder(const told_holder &) = delete;
+    told_holder & operator=(const told_holder &) = delete;
+
+private:
+    static void tell(QWidget * holder)
+    {
+        if (view::main_wnd * const window = context::ctx_global::getMainWnd()) {
+            window->setHolder(holder);
+        }
+    }
 };
 
 /// Keeps the user from using other windows, where a held export could be started again or lose its project.
@@ -74,9 +95,11 @@ private:
         while (watched && !watched->isWidgetType()) {
             watched = watched->parent();
         }
+        const view::main_wnd * const main = context::ctx_global::getMainWnd();
+        const QWidget * const usable = main ? main->usableWhileHeld() : nullptr;
         for (const auto * widget = static_cast<const QWidget *>(watched); widget;
              widget = widget->parentWidget()) {
-            if (widget == m_pOpen || (widget->isWindow() && widget->isModal())) {
+            if (widget == m_pOpen || widget == usable || (widget->isWindow() && widget->isModal())) {
                 return false;
             }
         }
@@ -167,6 +190,7 @@ void script_debugger::hold(place where)
     {
         const usual_cursor cursor;
         const input_gate gate(m_pWindow);
+        const told_holder told(m_pWindow);
         QEventLoop loop;
         const QScopedValueRollback holding(m_pHolding, &loop);
         if (loop.exec() != Released) {

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QList>
 #include <QMainWindow>
+#include <QPointer>
 #include <QString>
 
 namespace view {
@@ -24,8 +25,21 @@ public:
     /// Appends one value of the option `name`.
     void addAppArg(const QString & name, const QString & value) { m_args[name].append(value); }
 
+    /// Tells that an export waits for what the user does in the window `holder`; null when it goes on. Other
+    /// windows take no input meanwhile.
+    void setHolder(QWidget * holder);
+    [[nodiscard]] QWidget * holder() const { return m_pHolder; }
+    /// The part of this window that can be used while an export waits; null for none.
+    void setUsableWhileHeld(QWidget * part) { m_pUsable = part; }
+    [[nodiscard]] QWidget * usableWhileHeld() const { return m_pUsable; }
+
+Q_SIGNALS:
+    void holderChanged();
+
 private:
     QHash<QString, QList<QString>> m_args;
+    QPointer<QWidget> m_pHolder;
+    QPointer<QWidget> m_pUsable;
 };
 
 } // namespace view

@@ -243,9 +243,10 @@ zk::ZkBool ddl_export_builder::writeScript(const QString & projectName, int from
 {
     const QString path = m_sExportPath.isEmpty() ? m_pPlugin->getDDLExportPath(true) : m_sExportPath;
     const QString fileName = QDir(path).absoluteFilePath(scriptName(projectName, from, to));
-    ddl_export_script script(
-        *this, m_sinks({fileName, from, to}), fileName, title,
-        ddl_export_script::origin{m_pCurrentProject, m_pPlugin->getName(), path, m_pCustomScript});
+    ddl_export_script script(*this, m_sinks({fileName, from, to}), fileName, title,
+                             ddl_export_script::origin{m_pCurrentProject, m_pPlugin->getName(), path,
+                                                       m_pCustomScript,
+                                                       [this] { return m_pPlugin->isStopWanted(); }});
     ddl_export_passes passes(*this, script);
     zk::ZkBool result = script.open();
     if (result) {

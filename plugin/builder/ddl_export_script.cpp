@@ -42,6 +42,9 @@ zk::ZkBool ddl_export_script::open()
 zk::ZkBool ddl_export_script::write(statement_action action, const QString & sql, const QString & message,
                                     const subject & about)
 {
+    if (m_origin.isStopWanted()) {
+        return stopped();
+    }
     QString text = sql;
     if (m_origin.customScript) {
         m_parameters.insert(tools::step_parameter::DefaultValue, sql);
@@ -75,6 +78,16 @@ zk::ZkBool ddl_export_script::writeFailure()
 {
     return failure(ddl_export_builder::tr("An error occurred writing SQL file : %1").arg(m_sFileName),
                    m_pSink->reason());
+}
+
+/// Ends the script because the user wants it to, and tells what that leaves behind.
+zk::ZkBool ddl_export_script::stopped()
+{
+    if (const QString loss = m_pSink->lossText(); !loss.isEmpty()) {
+        Q_EMIT m_builder.onMessage(loss, WarningMessage, MessageTimeout);
+    }
+    m_pSink->abandon();
+    return zk::ZkBool::failure(ddl_export_builder::tr("The export was cancelled"));
 }
 
 /// Ends the script, and tells what that leaves behind: what the file held before is gone.

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
 
 namespace model {
@@ -39,6 +40,7 @@ public:
         QString pluginName;
         QString outputLocation;
         std::shared_ptr<tools::custom_javascript> customScript; ///< empty without one
+        std::function<bool()> isStopWanted;                     ///< whether the script is to end here
     };
     /// What a statement is about; null where it does not apply.
     struct subject
@@ -69,6 +71,7 @@ public:
 
 private:
     [[nodiscard]] zk::ZkBool writeFailure();
+    [[nodiscard]] zk::ZkBool stopped();
     [[nodiscard]] zk::ZkBool failure(const QString & text, const QString & reason);
 
     ddl_export_builder & m_builder;

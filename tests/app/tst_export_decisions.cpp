@@ -245,7 +245,7 @@ void tst_export_decisions::noFolder()
         const program_result result = run(options);
         QCOMPARE(result.errors,
                  QByteArray("No export folder is set. Give one with --KorvGenericDDLExport_path=FOLDER, or "
-                            "store one in the window (Export > Settings of KorvGenericDDLExport)\n"));
+                            "store one in the window (Export > Settings)\n"));
         QCOMPARE(result.status, 1);
     }
 }

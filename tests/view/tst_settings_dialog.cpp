@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QSqlQuery>
 #include <QTableWidget>
 #include <QTest>
@@ -173,6 +174,7 @@ private slots:
     void debugReportsTheEngine();
     void debuggerThatDoesNotStartIsNotAttached();
     void resizingSharesTheTable();
+    void fitsASmallScreen();
     void showSettingsTellsWhetherItWasAccepted();
 };
 
@@ -758,6 +760,29 @@ void tst_settings_dialog::resizingSharesTheTable()
     f.dialog->resize(f.dialog->width() + 400, f.dialog->height());
     QTRY_VERIFY(table->columnWidth(2) >= before + 150);
     QCOMPARE(table->columnWidth(2), table->columnWidth(3));
+}
+
+/// 1366×768 at 125 % is 1093×614, of which a panel and a title bar take some.
+void tst_settings_dialog::fitsASmallScreen()
+{
+    fixture f;
+    f.open();
+    QVERIFY2(f.dialog->minimumSizeHint().height() <= 400,
+             qPrintable(QString::number(f.dialog->minimumSizeHint().height())));
+    f.dialog->resize(700, 420);
+    QCOMPARE(f.dialog->height(), 420);
+    QTRY_VERIFY(f.dialog->rect().contains(f.child<QPushButton>("m_btnOk")->geometry()));
+    // The lowest field is reached by the keyboard, and is seen then.
+    auto * const last = f.child<QLineEdit>("m_txtCustomScript");
+    const auto isSeen = [&] {
+        const QWidget * const viewport = f.child<QScrollArea>("m_scrContent")->viewport();
+        return viewport->rect().contains(last->mapTo(viewport, last->rect().center()));
+    };
+    QVERIFY(!isSeen());
+    f.child<QPushButton>("m_btnRestoreDefaultTypeMapping")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), last);
+    QVERIFY(isSeen());
 }
 
 void tst_settings_dialog::showSettingsTellsWhetherItWasAccepted()

@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSortFilterProxyModel>
+#include <QStackedLayout>
 #include <QTime>
 #include <QVBoxLayout>
 
@@ -155,9 +156,12 @@ QBoxLayout * message_panel::createBar()
     m_barProgress = new QProgressBar;
     m_barProgress->setObjectName(QStringLiteral("m_barProgress"));
     m_barProgress->setAccessibleName(tr("Progress"));
-    QSizePolicy policy = m_barProgress->sizePolicy();
-    policy.setRetainSizeWhenHidden(true); // or the row would jump when a run begins
-    m_barProgress->setSizePolicy(policy);
+    m_lblDone = new QLabel(outcomeText(false));
+    m_lblDone->setObjectName(QStringLiteral("m_lblDone"));
+    m_outcome = new QStackedLayout; // one place for both, or the row would jump when a run begins
+    m_outcome->addWidget(new QWidget);
+    m_outcome->addWidget(m_barProgress);
+    m_outcome->addWidget(m_lblDone);
     m_chkErrorsOnly = new QCheckBox(tr("Errors only"));
     m_chkErrorsOnly->setObjectName(QStringLiteral("m_chkErrorsOnly"));
     m_chkErrorsOnly->setAccessibleName(tr("Show errors only"));
@@ -171,9 +175,19 @@ QBoxLayout * message_panel::createBar()
     connect(copy, &QPushButton::clicked, this, &message_panel::copyAll);
     connect(clear, &QPushButton::clicked, this, &message_panel::clear);
 
+    m_btnCancel = new QPushButton(tr("Cancel"));
+    m_btnCancel->setObjectName(QStringLiteral("m_btnCancel"));
+    m_btnCancel->setAccessibleName(tr("Cancel the export"));
+    m_btnCancel->setToolTip(tr("End the export before its next statement"));
+    m_btnCancel->hide();
+    connect(m_btnCancel, &QPushButton::clicked, this, [this] {
+        m_btnCancel->setEnabled(false);
+        Q_EMIT cancelRequested();
+    });
     auto * const bar = new QHBoxLayout;
     bar->addWidget(m_lblCounts);
-    bar->addWidget(m_barProgress, 1);
+    bar->addLayout(m_outcome, 1);
+    bar->addWidget(m_btnCancel);
     bar->addWidget(m_chkErrorsOnly);
     bar->addWidget(copy);
     bar->addWidget(clear);
@@ -285,8 +299,15 @@ void message_panel::setProgress(int done, int total)
     }
 }
 
+void message_panel::setCancellable(bool isCancellable)
+{
+    m_btnCancel->setEnabled(true);
+    m_btnCancel->setVisible(isCancellable);
+}
+
 void message_panel::end(bool ok, const QString & text)
 {
+    setCancellable(false);
     m_state = ok ? run_state::done : run_state::failed;
     const QString line = !text.isEmpty() ? text : outcomeText(!ok);
     add(line, ok ? message_kind::closing : message_kind::error);
@@ -312,16 +333,12 @@ void message_panel::clear()
 void message_panel::showOutcome()
 {
     const bool isFailed = m_state == run_state::failed;
-    m_barProgress->setVisible(m_state != run_state::none);
-    m_barProgress->setFormat(isFailed || m_state == run_state::done ? outcomeText(isFailed)
-                                                                    : QStringLiteral("%p %"));
+    m_outcome->setCurrentIndex(m_state == run_state::none ? 0 : m_state == run_state::done ? 2 : 1);
+    m_barProgress->setFormat(isFailed ? outcomeText(true) : QStringLiteral("%p %"));
     QPalette own;
     if (isFailed) {
         own.setColor(QPalette::Highlight, FailedBar);
         own.setColor(QPalette::HighlightedText, Qt::white);
-    } else if (m_state == run_state::done) {
-        own.setColor(QPalette::Highlight, palette().color(QPalette::Button));
-        own.setColor(QPalette::HighlightedText, palette().color(QPalette::ButtonText));
     }
     m_barProgress->setPalette(own);
 }

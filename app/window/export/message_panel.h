@@ -12,6 +12,8 @@ class QCheckBox;
 class QLabel;
 class QListView;
 class QProgressBar;
+class QPushButton;
+class QStackedLayout;
 
 namespace app {
 
@@ -36,9 +38,12 @@ public:
     void addFinding(const QString & text, message_kind kind, const QVariant & target);
     /// `done` of `total` steps; total 0 means not known (busy).
     void setProgress(int done, int total);
-    /// Ends the run: a closing line, an error one when `ok` is false; the progress bar becomes full and
-    /// quiet, or is marked as failed. Without a text the line is "Done" or "Failed".
+    /// Ends the run: a closing line, an error one when `ok` is false; the progress bar goes, or is marked as
+    /// failed. Without a text the line is "Done" or "Failed".
     void end(bool ok, const QString & text);
+
+    /// Offers to cancel the run that goes on; until it ends.
+    void setCancellable(bool isCancellable);
 
     /// How many messages there were since the last begin() or clear(), shown or not yet.
     [[nodiscard]] int messageCount() const { return m_iMessages; }
@@ -51,6 +56,8 @@ public:
 Q_SIGNALS:
     /// The person wants to go to what a finding leads to.
     void targetWanted(const QVariant & target);
+    /// The person wants the run to end.
+    void cancelRequested();
 
 protected:
     bool eventFilter(QObject * watched, QEvent * event) override;
@@ -82,7 +89,10 @@ private:
     message_delegate * m_pDelegate = nullptr;
     QListView * m_lstMessages = nullptr;
     QLabel * m_lblCounts = nullptr;
+    QStackedLayout * m_outcome = nullptr; ///< nothing, the progress bar, or the label of a run that went well
+    QLabel * m_lblDone = nullptr;         ///< in the place of the progress bar after a run that went well
     QProgressBar * m_barProgress = nullptr;
+    QPushButton * m_btnCancel = nullptr;
     QCheckBox * m_chkErrorsOnly = nullptr;
     /// While lines are dropped: the uppermost row that is seen, and where it begins, in pixels from the top.
     QPersistentModelIndex m_topRow;

@@ -47,8 +47,12 @@ script_panel::script_panel(QWidget * parent) : QWidget(parent)
     m_tabScripts->setObjectName(QStringLiteral("m_tabScripts"));
     m_tabScripts->setAccessibleName(tr("Scripts"));
     m_tabScripts->setDocumentMode(true);
-    m_tabScripts->setUsesScrollButtons(true);
-    m_tabScripts->setElideMode(Qt::ElideNone);
+    // The list of names chooses: it shows a hundred scripts as well as three.
+    m_tabScripts->tabBar()->hide();
+    // The keyboard would stay with what is hidden.
+    m_tabScripts->setFocusProxy(nullptr);
+    m_tabScripts->setFocusPolicy(Qt::NoFocus);
+    m_tabScripts->tabBar()->setFocusPolicy(Qt::NoFocus);
     auto * const empty = new QLabel(tr("The scripts of an export appear here"));
     empty->setObjectName(QStringLiteral("m_lblEmpty"));
     empty->setAlignment(Qt::AlignCenter);
@@ -186,7 +190,7 @@ script_view * script_panel::front()
         view = new script_view(m_lstFiles.value(m_tabScripts->currentIndex()));
         view->setWrapped(m_chkWrap->isChecked());
         page->layout()->addWidget(view);
-        view->placeInTabOrder(m_tabScripts->tabBar());
+        view->placeInTabOrder(m_btnOpenFolder);
         view->show(); // a layout shows what comes late only when events are handled again
     }
     return view;

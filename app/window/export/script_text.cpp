@@ -1,9 +1,13 @@
 #include "app/window/export/script_text.h"
 
+#include "app/window/export/message_list.h"
+
 #include <QEvent>
 #include <QFontDatabase>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QTextBlock>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -13,6 +17,7 @@ namespace {
 
 constexpr int Gap = 6;
 constexpr int TabCharacters = 4;
+constexpr int MarkWidth = 4; ///< of the bar beside a line that destroys data
 constexpr int HalfLightness = 128;
 /// More marks are not told apart on a screen, and a line without end may hold any number.
 constexpr int MostMarks = 2'000;
@@ -196,16 +201,35 @@ void script_text::paintMargin(QPaintEvent * event)
 {
     QPainter painter(m_pMargin);
     painter.fillRect(event->rect(), palette().color(QPalette::AlternateBase));
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setPen(messageColor(message_kind::accepted, palette()));
     const int width = m_pMargin->width() - Gap;
     for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
         const QRectF place = blockBoundingGeometry(block).translated(contentOffset());
         if (place.top() > event->rect().bottom()) {
             break;
         }
+        if (destroysData(block.text())) {
+            painter.fillRect(QRectF(0, place.top(), MarkWidth, place.height()),
+                             messageColor(message_kind::error, palette()));
+        }
         painter.drawText(0, qRound(place.top()), width, fontMetrics().height(), Qt::AlignRight,
                          QString::number(block.blockNumber() + 1));
     }
+}
+
+bool script_text::viewportEvent(QEvent * event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto * const help = static_cast<QHelpEvent *>(event);
+        if (destroysData(cursorForPosition(help->pos()).block().text())) {
+            QToolTip::showText(help->globalPos(), tr("This statement takes values or a table away"),
+                               viewport());
+        } else {
+            QToolTip::hideText();
+        }
+        return true;
+    }
+    return QPlainTextEdit::viewportEvent(event);
 }
 
 } // namespace app

@@ -37,6 +37,7 @@ public:
     void paintMargin(QPaintEvent * event);
 
 protected:
+    bool viewportEvent(QEvent * event) override;
     void paintEvent(QPaintEvent * event) override;
     void resizeEvent(QResizeEvent * event) override;
     void changeEvent(QEvent * event) override;

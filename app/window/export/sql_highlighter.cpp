@@ -1,5 +1,6 @@
 #include "app/window/export/sql_highlighter.h"
 
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextDocument>
 
@@ -301,6 +302,16 @@ sql_dialect sqlDialectOf(const QString & fileName)
 int sqlScan(QStringView line, sql_dialect dialect, int state, QList<sql_part> * parts)
 {
     return scanner(line, dialect, state, parts).run();
+}
+
+bool destroysData(const QString & line)
+{
+    // Indexes and constraints hold no values.
+    static const QRegularExpression form(
+        QStringLiteral(
+            "^\\s*(?:DROP\\s+TABLE|TRUNCATE|DELETE\\s+FROM|ALTER\\s+TABLE\\s+.+\\sDROP\\s+COLUMN)\\b"),
+        QRegularExpression::CaseInsensitiveOption);
+    return form.match(line.left(sql_highlighter::LongestColored)).hasMatch();
 }
 
 QColor sqlColor(sql_kind kind, const QPalette & palette)

@@ -50,6 +50,9 @@ struct sql_part
 /// @return the state at the end of the line
 int sqlScan(QStringView line, sql_dialect dialect, int state, QList<sql_part> * parts);
 
+/// Whether a statement that begins on this line takes values or a table away.
+[[nodiscard]] bool destroysData(const QString & line);
+
 /// The colour of `kind`, legible on the base colour of `palette`.
 [[nodiscard]] QColor sqlColor(sql_kind kind, const QPalette & palette);
 

@@ -874,7 +874,7 @@ void tst_project_window::pluginsInTheMenu()
     QVERIFY(menu->actions()[1]->toolTip().contains(
         "This plugin exports current opened project to a DDL SQL script file."));
     QCOMPARE(menu->actions()[2]->text(), "&Check");
-    QCOMPARE(menu->actions()[3]->text(), "Settings of KorvGenericDDLExport…");
+    QCOMPARE(menu->actions()[3]->text(), "&Settings…");
 
     // The settings are stored in the project.
     modal_driver driver({[this](QWidget * w) {

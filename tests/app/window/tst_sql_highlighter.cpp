@@ -94,6 +94,8 @@ private Q_SLOTS:
     void takesAnotherPalette();
     void leavesTheEndOfALongLinePlain();
     void asksForMoreThanThereIs();
+    void statementsThatDestroyData_data();
+    void statementsThatDestroyData();
 };
 
 void tst_sql_highlighter::parts_data()
@@ -317,6 +319,29 @@ void tst_sql_highlighter::asksForMoreThanThereIs()
     highlighter.colorLines(5, 9);
     highlighter.colorLines(-9, -5);
     QCOMPARE(formatsOf(document, 1).size(), 1);
+}
+
+void tst_sql_highlighter::statementsThatDestroyData_data()
+{
+    QTest::addColumn<bool>("destroys");
+    QTest::newRow("DROP TABLE t_gig;") << true;
+    QTest::newRow("DROP TABLE IF EXISTS `t gig`;") << true;
+    QTest::newRow("ALTER TABLE t_gig DROP COLUMN note;") << true;
+    QTest::newRow("  alter table [a b] drop column [note];") << true;
+    QTest::newRow("DELETE FROM t_gig;") << true;
+    QTest::newRow("TRUNCATE TABLE t_gig;") << true;
+    QTest::newRow("DROP INDEX idx_gig;") << false;
+    QTest::newRow("ALTER TABLE t_gig DROP CONSTRAINT fk_gig;") << false;
+    QTest::newRow("ALTER TABLE t_gig RENAME COLUMN drop_column TO x;") << false;
+    QTest::newRow("CREATE TABLE t_gig (id INTEGER);") << false;
+    QTest::newRow("--           Cannot DROP COLUMN 'note' for table 't_gig'") << false;
+    QTest::newRow("") << false;
+}
+
+void tst_sql_highlighter::statementsThatDestroyData()
+{
+    QFETCH(bool, destroys);
+    QCOMPARE(app::destroysData(QString::fromUtf8(QTest::currentDataTag())), destroys);
 }
 
 QTEST_MAIN(tst_sql_highlighter)

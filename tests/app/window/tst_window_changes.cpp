@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTabWidget>
+#include <QTextBlock>
 
 using support::json;
 using support::modal_driver;
@@ -111,6 +112,22 @@ private Q_SLOTS:
         const auto * const script = m_bench->scripts().findChild<QTabWidget *>()->currentWidget();
         QCOMPARE(script->findChild<QPlainTextEdit *>()->textCursor().selectedText(),
                  QString("ALTER TABLE concert DROP COLUMN note;"));
+    }
+    /// A red bar stands beside the statement that drops a column, and none beside another.
+    void whatDestroysDataIsMarked()
+    {
+        goToChanges();
+        const auto isRed = [this](int line) {
+            const QTextBlock block = text().document()->findBlockByNumber(line - 1);
+            const int y = text().cursorRect(QTextCursor(block)).center().y() + text().viewport()->y();
+            const QColor color = text().grab().toImage().pixelColor(text().frameWidth() + 1, y);
+            return color.red() > 150 && color.green() < 100;
+        };
+        QVERIFY(isRed(2));
+        QVERIFY(!isRed(1));
+        choose(box("m_cboFrom"), "v1: first");
+        choose(box("m_cboTo"), "v2: second");
+        QVERIFY(!isRed(2));
     }
     void otherVersionsAndDatabases()
     {

@@ -57,6 +57,8 @@ private slots:
     void failingScript();
     void failureKeepsWhatIsComplete();
     void debuggerClosedInTheMiddle();
+    void debuggerThatHoldsIsTold();
+    void cancelEndsBetweenStatements();
     void shiftInTheMenu();
     void messagesComeWhileItRuns();
     void nothingElseBeginsMeanwhile();
@@ -292,6 +294,60 @@ void tst_window_export::debuggerClosedInTheMiddle()
              QByteArray("DDL_EXPORT_BEGIN \nCREATE_TABLE country\nCREATE_TABLE person\nDDL_EXPORT_END \n"));
     QVERIFY(m_bench->window().isVisible());
     QVERIFY(m_bench->action("m_actExport_KorvGenericDDLExport")->isEnabled());
+}
+
+void tst_window_export::debuggerThatHoldsIsTold()
+{
+    m_bench->write("hook.js", UpperScript);
+    m_bench->open();
+    setUp(m_bench->path("sql"), 0, m_bench->path("hook.js"));
+    auto * const notice = m_bench->find<QWidget>("m_wdgHeld");
+    QVERIFY(!notice->isVisible());
+    bool isTold = false;
+    bool isBack = false;
+    const debugger_driver driver({[&](debugger_driver & d) {
+        isTold = notice->isVisible();
+        debuggerWindow()->showMinimized();
+        QTest::mouseClick(m_bench->find<QPushButton>("m_btnGoToDebugger"), Qt::LeftButton);
+        isBack = !debuggerWindow()->isMinimized();
+        d.find<QAction>("m_actDetach")->trigger();
+    }});
+    exportWithShift();
+    QVERIFY(isTold);
+    QVERIFY(isBack);
+    QTRY_VERIFY(!notice->isVisible());
+}
+
+void tst_window_export::cancelEndsBetweenStatements()
+{
+    // Slow enough for the window to come to its events before the end.
+    m_bench->write("hook.js",
+                   "function exportStep() { const begin = Date.now(); while (Date.now() - begin < 60); }");
+    m_bench->open();
+    setUp(m_bench->path("sql"), 0, m_bench->path("hook.js"));
+    QTimer clicks;
+    clicks.setInterval(5);
+    auto * const cancel = m_bench->find<QPushButton>("m_btnCancel");
+    connect(&clicks, &QTimer::timeout, cancel, [cancel] {
+        if (cancel->isVisible() && cancel->isEnabled()) {
+            QTest::mouseClick(cancel, Qt::LeftButton);
+        }
+    });
+    clicks.start();
+    m_bench->action("m_actExport_KorvGenericDDLExport")->trigger();
+    const QString script = m_bench->path("sql/shop_sqlite_db_schema_full.sql");
+    QVERIFY2(m_bench->told().contains("The SQL file is incomplete : " + script), qPrintable(m_bench->told()));
+    QVERIFY2(m_bench->told().endsWith("The export was cancelled; 0 scripts are complete"),
+             qPrintable(m_bench->told()));
+    QVERIFY(!cancel->isVisible());
+    // No statement is cut in the middle.
+    const QByteArray written = m_bench->content("sql/shop_sqlite_db_schema_full.sql");
+    QVERIFY(written.endsWith('\n'));
+    QVERIFY2(!written.contains("END TRANSACTION"), written.constData());
+    // The next one is whole.
+    clicks.stop();
+    m_bench->action("m_actExport_KorvGenericDDLExport")->trigger();
+    QVERIFY(m_bench->content("sql/shop_sqlite_db_schema_full.sql").contains("END TRANSACTION"));
 }
 
 void tst_window_export::shiftInTheMenu()
