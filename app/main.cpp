@@ -6,6 +6,7 @@
 #include "app/translation.h"
 #include "app/wait_notice.h"
 
+#include "database/server/server_url.h"
 #include "os/program_end.h"
 #include "os/unfinished_files.h"
 
@@ -16,12 +17,15 @@
 
 namespace {
 
-app::command_line readArguments(int argc, const char * const * argv)
+app::command_line readArguments(int argc, char ** argv)
 {
     QStringList arguments;
     app::command_line undecoded;
-    return app::decodeArguments(argc, argv, arguments, undecoded.text) ? app::parseCommandLine(arguments)
-                                                                       : std::move(undecoded);
+    const bool isDecoded = app::decodeArguments(argc, argv, arguments, undecoded.text);
+    for (int i = 1; i < argc; ++i) {
+        database::server::hidePassword(argv[i]); // lists of processes show them to everybody
+    }
+    return isDecoded ? app::parseCommandLine(arguments) : std::move(undecoded);
 }
 
 /// What cannot be run for want of a display is a wrong command line: help tells what works without one.

@@ -3,6 +3,7 @@
 #include <iostream>
 #include <string>
 
+#include <termios.h>
 #include <unistd.h>
 
 namespace app {
@@ -31,6 +32,25 @@ std::optional<bool> askAtTerminal(const QString & question, bool defaultIsYes)
             return false;
         }
     }
+}
+
+std::optional<QString> askPasswordAtTerminal(const QString & question)
+{
+    termios shown{};
+    const bool isTerminal = tcgetattr(STDIN_FILENO, &shown) == 0;
+    if (isTerminal) {
+        termios hidden = shown;
+        hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        tcsetattr(STDIN_FILENO, TCSANOW, &hidden);
+    }
+    std::cerr << question.toStdString() << std::flush;
+    std::string line;
+    const bool isGiven = static_cast<bool>(std::getline(std::cin, line));
+    if (isTerminal) {
+        tcsetattr(STDIN_FILENO, TCSANOW, &shown);
+    }
+    std::cerr << '\n';
+    return isGiven ? std::optional(QString::fromStdString(line)) : std::nullopt;
 }
 
 } // namespace app

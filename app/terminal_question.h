@@ -13,4 +13,8 @@ namespace app {
 /// an empty line. Nothing when standard input ends.
 [[nodiscard]] std::optional<bool> askAtTerminal(const QString & question, bool defaultIsYes);
 
+/// Asks for a password on standard error, which the terminal does not show while it is typed. Nothing when
+/// standard input ends.
+[[nodiscard]] std::optional<QString> askPasswordAtTerminal(const QString & question);
+
 } // namespace app

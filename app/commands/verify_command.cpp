@@ -5,6 +5,7 @@
 #include "app/named_rows.h"
 #include "app/output.h"
 #include "app/script_guard.h"
+#include "app/server_access.h"
 #include "app/source.h"
 #include "app/statement_plugin.h"
 #include "app/verify_reports.h"
@@ -220,7 +221,7 @@ zk::ZkBool verify_command::verify(plugin::statement_source & statements, source 
         const auto url = database::server::readUrl(text, wrong).value_or(database::server::server_url());
         result = result ? add(url.scheme,
                               [&url](QString & why) {
-                                  auto opened = database::server::open(url, why);
+                                  auto opened = openAsking(url, why, &database::server::open);
                                   why = opened ? why : url.shown() + QStringLiteral(": ") + why;
                                   return opened;
                               })

@@ -1,6 +1,7 @@
 #include "app/import/schema_source.h"
 
 #include "app/project_work.h"
+#include "app/server_access.h"
 
 #include "check/import/table_draft.h"
 #include "database/server/script_run.h"
@@ -91,7 +92,9 @@ ZkBool readPlace(const schema_request & request, held_schema & held)
     QString why;
     const server_url place = database::server::readUrl(request.source, why).value_or(server_url());
     held.name = place.shown();
-    const auto opened = database::server::openToRead(place, request.schema, why);
+    const auto opened = openAsking(place, why, [&request](const server_url & at, QString & reason) {
+        return database::server::openToRead(at, request.schema, reason);
+    });
     return opened ? readOf(*opened, held) : failure(held.name, why);
 }
 

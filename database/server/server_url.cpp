@@ -3,6 +3,7 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 
 namespace database::server {
@@ -10,12 +11,23 @@ namespace database::server {
 namespace {
 
 const QString Sqlite = QStringLiteral("sqlite");
-constexpr QLatin1String ServerSchemes[] = {QLatin1String("postgresql"), QLatin1String("mysql"),
-                                           QLatin1String("mariadb")};
-
-bool isServerScheme(const QString & scheme)
+/// A kind of server, and what it says to who comes without the password that it wants.
+struct server_scheme
 {
-    return std::find(std::begin(ServerSchemes), std::end(ServerSchemes), scheme) != std::end(ServerSchemes);
+    QLatin1String key;
+    QLatin1String wantsPassword;
+};
+constexpr server_scheme ServerSchemes[] = {
+    {QLatin1String("postgresql"), QLatin1String("no password supplied")},
+    {QLatin1String("mysql"), QLatin1String("(using password: NO)")},
+    {QLatin1String("mariadb"), QLatin1String("(using password: NO)")},
+};
+
+const server_scheme * serverScheme(const QString & key)
+{
+    const auto * const found = std::find_if(std::begin(ServerSchemes), std::end(ServerSchemes),
+                                            [&key](const server_scheme & each) { return each.key == key; });
+    return found == std::end(ServerSchemes) ? nullptr : found;
 }
 
 // A folder in the place of a host is no name of one: everything is taken from between the slashes.
@@ -51,11 +63,31 @@ QString withoutPassword(QString text, const server_url & place)
     return place.password.isEmpty() ? text : text.replace(place.password, QStringLiteral("***"));
 }
 
+bool wantsPassword(const server_url & place, const QString & reason)
+{
+    const server_scheme * const scheme = serverScheme(place.scheme);
+    return scheme && place.password.isEmpty() && reason.contains(scheme->wantsPassword);
+}
+
+void hidePassword(char * text)
+{
+    char * const who = std::strstr(text, "://");
+    char * const slash = who ? std::strchr(who + 3, '/') : nullptr;
+    char * end = nullptr; // the last @ before the path
+    for (char * at = who; at && at != slash && *at != '\0'; ++at) {
+        end = *at == '@' ? at : end;
+    }
+    char * const colon = end ? std::strchr(who + 3, ':') : nullptr;
+    if (colon && colon < end) {
+        std::fill(colon + 1, end, '*');
+    }
+}
+
 bool isUrl(const QString & text)
 {
     const QString scheme = text.section(QLatin1Char(':'), 0, 0);
     return text.startsWith(Sqlite + QLatin1Char(':')) || text.contains(QLatin1String("://")) ||
-           (isServerScheme(scheme) && text.startsWith(scheme + QLatin1Char(':')));
+           (serverScheme(scheme) != nullptr && text.startsWith(scheme + QLatin1Char(':')));
 }
 
 std::optional<server_url> readUrl(const QString & text, QString & why)
@@ -68,7 +100,7 @@ std::optional<server_url> readUrl(const QString & text, QString & why)
         why = url.database.isEmpty() ? QStringLiteral("'%1' names no file").arg(text) : QString();
         return why.isEmpty() ? std::optional(url) : std::nullopt;
     }
-    if (!isServerScheme(scheme)) {
+    if (serverScheme(scheme) == nullptr) {
         why = QStringLiteral("it begins with '%1'; URLs begin with postgresql, mysql, mariadb or sqlite")
                   .arg(scheme);
         return std::nullopt;

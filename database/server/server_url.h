@@ -23,6 +23,12 @@ struct server_url
 /// What somebody says of `place`, which may repeat what it was told, without the password.
 [[nodiscard]] QString withoutPassword(QString text, const server_url & place);
 
+/// Whether `reason`, with which the server of `place` refused who came without a password, asks for one.
+[[nodiscard]] bool wantsPassword(const server_url & place, const QString & reason);
+
+/// Overwrites the password of the URL `text`, if it has one.
+void hidePassword(char * text);
+
 /// Whether `text` begins like a URL of a database, so that it is not meant as a file.
 [[nodiscard]] bool isUrl(const QString & text);
 

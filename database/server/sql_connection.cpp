@@ -50,15 +50,13 @@ bool sql_connection::execute(const QString & statement, QString & error) const
 QList<QVariantList> sql_connection::rows(const QString & query, const QVariantList & values) const
 {
     QSqlQuery q(QSqlDatabase::database(m_sName, false));
-    q.prepare(query);
+    bool isFine = q.prepare(query);
     for (const QVariant & value : values) {
         q.addBindValue(value);
     }
-    if (!q.exec()) {
-        throw server_failure(QStringLiteral("%1 (%2)").arg(q.lastError().text(), query));
-    }
+    isFine = isFine && q.exec();
     QList<QVariantList> result;
-    while (q.next()) {
+    while (isFine && q.next()) {
         QVariantList row;
         for (int i = 0; i < q.record().count(); ++i) {
             // Some drivers give texts of a server's catalogue as bytes.
@@ -68,6 +66,12 @@ QList<QVariantList> sql_connection::rows(const QString & query, const QVariantLi
                            : value);
         }
         result.append(row);
+    }
+    // What breaks off in the middle looks like an end.
+    isFine = isFine && q.lastError().type() == QSqlError::NoError;
+    if (!isFine) {
+        const QSqlError error = q.lastError();
+        throw server_failure(error.databaseText().isEmpty() ? error.text() : error.databaseText());
     }
     return result;
 }

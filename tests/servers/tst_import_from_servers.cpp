@@ -11,6 +11,7 @@
 #include "support/project_support.h"
 
 #include <QDir>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -265,6 +266,60 @@ private Q_SLOTS:
                                               {{isPostgresql ? "PGPASSWORD" : "MYSQL_PWD", "se:same"}});
         QCOMPARE(own.errors, QByteArray());
         QCOMPARE(own.output, right.output);
+    }
+
+    void aPasswordThatIsAskedFor_data() { addServers(); }
+    void aPasswordThatIsAskedFor()
+    {
+        server_of_somebody & server = chosen();
+        createDatabase(server, "asked");
+        execute(server, "asked", {"CREATE TABLE mine (id BIGINT NOT NULL PRIMARY KEY)"});
+        if (server.key() == "postgresql") {
+            execute(server, "asked", {"CREATE ROLE kim LOGIN PASSWORD 'sesame'"});
+        } else {
+            execute(server, "asked",
+                    {"CREATE USER kim@localhost IDENTIFIED BY 'sesame'",
+                     "GRANT SELECT ON asked.* TO kim@localhost"});
+        }
+        const QString url = server.url("kim", "asked");
+        const program_result right = support::runInTerminal({"import", url, m_project}, {}, "sesame\n");
+        QVERIFY2(right.output.contains("Password for " + server.key().toUtf8() + "://kim@"),
+                 right.output.constData());
+        QVERIFY2(right.output.contains("(entities: 1;"), right.output.constData());
+        QCOMPARE(right.status, 0);
+        // Without a terminal nothing waits for a person.
+        const program_result alone = runProgram({"import", url, m_project});
+        QCOMPARE(alone.status, 1);
+        QCOMPARE(alone.errors.count('\n'), 1);
+        QVERIFY2(alone.errors.contains("password"), alone.errors.constData());
+    }
+
+    /// A server that goes in the middle is one line, and nothing is left behind.
+    void aServerThatGoes()
+    {
+        server_of_somebody & server = chosen("postgresql");
+        createDatabase(server, "gone");
+        execute(server, "gone", {"CREATE TABLE mine (id BIGINT NOT NULL PRIMARY KEY)"});
+        const auto keeper = server.connect("gone");
+        QString error;
+        QVERIFY(keeper->execute("BEGIN", error) &&
+                keeper->execute("LOCK TABLE pg_attrdef IN ACCESS EXCLUSIVE MODE", error));
+        QProcess import;
+        import.start(KORVANE_PROGRAM, {"import", server.url("ann", "gone"), m_project});
+        QVERIFY(import.waitForStarted());
+        const auto watcher = server.connect("postgres");
+        QStringList ended; // asked again once there are some
+        QTRY_VERIFY(
+            !(ended += watcher->firstColumn("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE "
+                                            "wait_event_type = 'Lock' AND datname = 'gone'"))
+                 .isEmpty());
+        QVERIFY(import.waitForFinished());
+        QCOMPARE(import.exitCode(), 1);
+        const QByteArray errors = import.readAllStandardError();
+        QCOMPARE(errors.count('\n'), 1);
+        QVERIFY2(errors.startsWith("postgresql://ann@") && errors.contains("terminating connection"),
+                 errors.constData());
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList());
     }
 
     void whatIsNotThere_data() { addServers(); }
