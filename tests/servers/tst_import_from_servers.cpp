@@ -1,36 +1,27 @@
-// Databases of servers become models: whole type lists come back, what has no place is listed, and what goes
-// wrong is one clear line.
+// Databases of servers become models: whole type lists and public models come back, and what has no place is
+// listed.
 
-#include "servers/server_of_somebody.h"
+#include "servers/import_bench.h"
 
 #include "database/facts/facts.h"
 #include "database/server/catalogue_readers.h"
 #include "database/server/script_run.h"
 
-#include "support/program.h"
-#include "support/project_support.h"
-
 #include <QDir>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
-using database::server::sql_connection;
 using servers::server_of_somebody;
 using support::program_result;
 using support::runProgram;
 using support::storedText;
 
-class tst_import_from_servers : public QObject
+class tst_import_from_servers : public servers::import_bench
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_project = path("shop.korv");
-    }
+    void initTestCase() { startServers(); }
+    void init() { beginAnew(); }
 
     void types_data() { addServers(); }
     /// A table for each type that the database takes: its scripts make a column that the server shows alike.
@@ -81,7 +72,7 @@ private Q_SLOTS:
              "CREATE TABLE house (id BIGINT NOT NULL, street_id BIGINT UNIQUE, PRIMARY KEY (id), CONSTRAINT "
              "fk_house_street_id FOREIGN KEY (street_id) REFERENCES street (id))",
              "CREATE INDEX idx_street_label ON street (label)"});
-        importFrom(server, "keys_first");
+        (void)importFrom(server, "keys_first");
         const QByteArray first = storedText(m_project);
         QVERIFY2(first.contains(
                      "\"columnName\": \"a|b\", \"relationship\": {\"id\": 3, \"type\": \"many-to-one\""),
@@ -122,7 +113,7 @@ private Q_SLOTS:
         QVERIFY2(same.endsWith("; without a place in the model: 0)\n"), same.constData());
 
         m_project = path("new.korv");
-        importFrom(server, model + "_first");
+        (void)importFrom(server, model + "_first");
         runScripts(server, model + "_again", "new");
         const QByteArray again = importFrom(server, model + "_again", {"-n"});
         QVERIFY2(again.contains(": no changes\n"), again.constData());
@@ -209,184 +200,10 @@ private Q_SLOTS:
                          m_project.toUtf8() + " (entities: 4; without a place in the model: 12)\n");
     }
 
-    void anotherSchema()
-    {
-        server_of_somebody & server = chosen("postgresql");
-        createDatabase(server, "schemas");
-        const QString url = server.url("ann", "schemas");
-        const auto refusal = [&](const QStringList & options) {
-            const program_result result = runProgram(QStringList{"import", url, m_project} + options);
-            return result.status == 1 ? QString::fromUtf8(result.errors) : QString();
-        };
-        const QString shown = "postgresql://ann@" + server.socketShown() + "/schemas: ";
-        QCOMPARE(refusal({}), shown + "it has no tables\n");
-        execute(server, "schemas",
-                {"CREATE SCHEMA \"My shop\"", "CREATE TYPE \"My shop\".size AS ENUM ('s', 'l')",
-                 "CREATE TABLE \"My shop\".shirt (id BIGSERIAL PRIMARY KEY, s \"My shop\".size)"});
-        QCOMPARE(refusal({}),
-                 shown + "there is no table in schema 'public'; --schema takes one with tables: My shop\n");
-        QCOMPARE(refusal({"--schema", "shop"}),
-                 shown + "there is no schema 'shop'; --schema takes one with tables: My shop\n");
-        importFrom(server, "schemas", {"--schema", "My shop"});
-        QVERIFY(storedText(m_project).contains("\"forceSqlType\": \"size\""));
-    }
-
-    void passwords_data() { addServers(); }
-    void passwords()
-    {
-        server_of_somebody & server = chosen();
-        createDatabase(server, "guarded");
-        const bool isPostgresql = server.key() == "postgresql";
-        execute(server, "guarded",
-                {"CREATE TABLE mine (id BIGINT NOT NULL PRIMARY KEY)",
-                 isPostgresql ? "CREATE ROLE bob LOGIN PASSWORD 'se:same'"
-                              : "CREATE USER bob@localhost IDENTIFIED BY 'se:same'"});
-        if (!isPostgresql) {
-            execute(server, "guarded", {"GRANT SELECT ON guarded.* TO bob@localhost"});
-        }
-        const program_result wrong = runProgram({"import", server.url("bob:wr%40ng", "guarded"), m_project});
-        QCOMPARE(wrong.status, 1);
-        QCOMPARE(wrong.errors.count('\n'), 1);
-        QVERIFY2(!wrong.errors.contains("wr@ng") && !wrong.errors.contains("wr%40ng"),
-                 wrong.errors.constData());
-        QVERIFY2(wrong.errors.contains(isPostgresql ? "password authentication failed for user \"bob\""
-                                                    : "Access denied for user 'bob'@'localhost'"),
-                 wrong.errors.constData());
-        QVERIFY(!QFile::exists(m_project));
-
-        const program_result right =
-            runProgram({"import", server.url("bob:se%3Asame", "guarded"), m_project});
-        QCOMPARE(right.errors, QByteArray());
-        QVERIFY2(!right.output.contains("same") && right.output.contains("(entities: 1;"),
-                 right.output.constData());
-        QVERIFY(!support::bytesOf(m_project).contains("same"));
-        // The server's own way.
-        QVERIFY(QFile::remove(m_project));
-        const program_result own = runProgram({"import", server.url("bob", "guarded"), m_project},
-                                              {{isPostgresql ? "PGPASSWORD" : "MYSQL_PWD", "se:same"}});
-        QCOMPARE(own.errors, QByteArray());
-        QCOMPARE(own.output, right.output);
-    }
-
-    void aPasswordThatIsAskedFor_data() { addServers(); }
-    void aPasswordThatIsAskedFor()
-    {
-        server_of_somebody & server = chosen();
-        createDatabase(server, "asked");
-        execute(server, "asked", {"CREATE TABLE mine (id BIGINT NOT NULL PRIMARY KEY)"});
-        if (server.key() == "postgresql") {
-            execute(server, "asked", {"CREATE ROLE kim LOGIN PASSWORD 'sesame'"});
-        } else {
-            execute(server, "asked",
-                    {"CREATE USER kim@localhost IDENTIFIED BY 'sesame'",
-                     "GRANT SELECT ON asked.* TO kim@localhost"});
-        }
-        const QString url = server.url("kim", "asked");
-        const program_result right = support::runInTerminal({"import", url, m_project}, {}, "sesame\n");
-        QVERIFY2(right.output.contains("Password for " + server.key().toUtf8() + "://kim@"),
-                 right.output.constData());
-        QVERIFY2(right.output.contains("(entities: 1;"), right.output.constData());
-        QCOMPARE(right.status, 0);
-        // Without a terminal nothing waits for a person.
-        const program_result alone = runProgram({"import", url, m_project});
-        QCOMPARE(alone.status, 1);
-        QCOMPARE(alone.errors.count('\n'), 1);
-        QVERIFY2(alone.errors.contains("password"), alone.errors.constData());
-    }
-
-    /// A server that goes in the middle is one line, and nothing is left behind.
-    void aServerThatGoes()
-    {
-        server_of_somebody & server = chosen("postgresql");
-        createDatabase(server, "gone");
-        execute(server, "gone", {"CREATE TABLE mine (id BIGINT NOT NULL PRIMARY KEY)"});
-        const auto keeper = server.connect("gone");
-        QString error;
-        QVERIFY(keeper->execute("BEGIN", error) &&
-                keeper->execute("LOCK TABLE pg_attrdef IN ACCESS EXCLUSIVE MODE", error));
-        QProcess import;
-        import.start(KORVANE_PROGRAM, {"import", server.url("ann", "gone"), m_project});
-        QVERIFY(import.waitForStarted());
-        const auto watcher = server.connect("postgres");
-        QStringList ended; // asked again once there are some
-        QTRY_VERIFY(
-            !(ended += watcher->firstColumn("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE "
-                                            "wait_event_type = 'Lock' AND datname = 'gone'"))
-                 .isEmpty());
-        QVERIFY(import.waitForFinished());
-        QCOMPARE(import.exitCode(), 1);
-        const QByteArray errors = import.readAllStandardError();
-        QCOMPARE(errors.count('\n'), 1);
-        QVERIFY2(errors.startsWith("postgresql://ann@") && errors.contains("terminating connection"),
-                 errors.constData());
-        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList());
-    }
-
-    void whatIsNotThere_data() { addServers(); }
-    void whatIsNotThere()
-    {
-        server_of_somebody & server = chosen();
-        const program_result result =
-            runProgram({"import", server.url(server.owner(), "nowhere"), m_project});
-        QCOMPARE(result.status, 1);
-        QCOMPARE(result.errors.count('\n'), 1);
-        QVERIFY2(result.errors.contains(server.key() == "postgresql" ? "database \"nowhere\" does not exist"
-                                                                     : "Unknown database 'nowhere'"),
-                 result.errors.constData());
-        QVERIFY(!QFile::exists(m_project));
-    }
-
-    /// Nobody reads more of a database than who they are may see.
-    void noRights()
-    {
-        server_of_somebody & server = chosen("mariadb");
-        createDatabase(server, "secret");
-        execute(server, "secret", {"CREATE TABLE hidden (id BIGINT)", "CREATE USER eve@localhost"});
-        const program_result result = runProgram({"import", server.url("eve", "secret"), m_project});
-        QCOMPARE(result.status, 1);
-        QVERIFY2(result.errors.contains("Access denied for user 'eve'@'localhost' to database 'secret'"),
-                 result.errors.constData());
-    }
-
 private:
-    [[nodiscard]] QString path(const QString & name) const { return m_folder->filePath(name); }
-
     static void compareLines(const QByteArray & found, const QByteArray & expected)
     {
         QCOMPARE(found.split('\n'), expected.split('\n'));
-    }
-
-    static void addServers()
-    {
-        QTest::addColumn<int>("unused");
-        QTest::newRow("postgresql") << 0;
-        QTest::newRow("mariadb") << 1;
-    }
-    /// The server of the row, which runs until the tests have ended.
-    server_of_somebody & chosen(const QByteArray & key = QTest::currentDataTag())
-    {
-        const int number = key == "postgresql" ? 0 : 1;
-        std::unique_ptr<server_of_somebody> & server = m_servers[number];
-        QString why;
-        if (!server) {
-            server =
-                number == 0 ? servers::startPostgreSqlOfSomebody(why) : servers::startMariaDbOfSomebody(why);
-        }
-        return *server;
-    }
-
-    static void execute(const server_of_somebody & server, const QString & database,
-                        const QStringList & statements)
-    {
-        const auto connection = server.connect(database);
-        for (const QString & each : statements) {
-            QString error;
-            QVERIFY2(connection->execute(each, error), qPrintable(each + ": " + error));
-        }
-    }
-    static void createDatabase(const server_of_somebody & server, const QString & name)
-    {
-        execute(server, server.firstDatabase(), {"CREATE DATABASE " + name});
     }
 
     static QStringList typesOf(const QString & key)
@@ -418,6 +235,7 @@ private:
                    ? database::server::readPostgreSql(*connection, "public")
                    : database::server::readMySql(*connection, *database::factsOf(server.key()));
     }
+
     [[nodiscard]] static QStringList typesIn(const server_of_somebody & server, const QString & database)
     {
         QStringList types;
@@ -427,14 +245,6 @@ private:
             }
         }
         return types;
-    }
-
-    QByteArray importFrom(const server_of_somebody & server, const QString & database,
-                          const QStringList & options = {})
-    {
-        const program_result result =
-            runProgram(QStringList{"import", server.url(server.owner(), database), m_project} + options);
-        return result.status == 0 && result.errors.isEmpty() ? result.output : "failed: " + result.errors;
     }
 
     /// Exports the project and runs the full script.
@@ -456,10 +266,6 @@ private:
         QVERIFY(!statements.isEmpty());
         execute(server, database, statements);
     }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QString m_project;
-    std::unique_ptr<server_of_somebody> m_servers[2];
 };
 
 QTEST_GUILESS_MAIN(tst_import_from_servers)
