@@ -51,9 +51,9 @@ QString freeName(const merged_entity & in, const QString & wanted)
     return name;
 }
 
-entity_merge::entity_merge(schema_import & import, merged_entity & work, const entity_ids & tables,
-                           std::vector<std::shared_ptr<model::property>> & inverses)
-    : m_import(import), m_work(work), m_tables(tables), m_inverses(inverses),
+entity_merge::entity_merge(schema_import & import, merged_entity & work, const entity_ids & ids,
+                           related_properties & related)
+    : m_import(import), m_work(work), m_ids(ids), m_related(related),
       m_columns(import, *work.draft->table, meantTable(import, *work.draft))
 {
 }
@@ -132,11 +132,11 @@ void entity_merge::keepRelation(const std::shared_ptr<model::property> & propert
     const long target = property->getRelation()->getEntityTargetId();
     if (draft) {
         take(*draft);
-        if (m_tables.value(draft->relation->target) != target) {
+        if (m_ids.byTable.value(draft->relation->target) != target) {
             relate(*property, *draft->relation);
-            m_inverses.push_back(property);
+            m_related.insert(property);
         }
-    } else if (std::find(m_tables.begin(), m_tables.end(), target) == m_tables.end()) {
+    } else if (!m_ids.all.contains(target)) {
         property->setRelation(nullptr);
         m_columns.settle(*property, columns);
         return;
@@ -156,7 +156,7 @@ void entity_merge::keepPlain(const std::shared_ptr<model::property> & property, 
         property->setAutoIncrement({});
         relate(*property, *draft->relation);
         m_columns.settleRelation(*property);
-        m_inverses.push_back(property);
+        m_related.insert(property);
     } else {
         m_columns.settle(*property, columns);
     }
@@ -165,7 +165,7 @@ void entity_merge::keepPlain(const std::shared_ptr<model::property> & property, 
 void entity_merge::relate(model::property & property, const relation_draft & to)
 {
     const auto relation = std::make_shared<relationship>(m_import.ids.relationship++, to.type);
-    relation->setEntityTargetId(m_tables.value(to.target));
+    relation->setEntityTargetId(m_ids.byTable.value(to.target));
     property.setRelation(relation);
 }
 
@@ -180,7 +180,7 @@ void entity_merge::add(const property_draft & draft)
         if (draft.relation) {
             relate(*property, *draft.relation);
             m_columns.settleRelation(*property);
-            m_inverses.push_back(property);
+            m_related.insert(property);
         } else {
             m_columns.settle(*property, draft.columns);
         }

@@ -28,29 +28,29 @@ struct merged_entity
     std::vector<std::shared_ptr<model::property>> added;
 };
 
-/// The ids of the entities by the tables that they are made from.
-using entity_ids = QHash<QString, long>;
+/// The ids of the entities that relationships can lead to.
+struct entity_ids
+{
+    QHash<QString, long> byTable; ///< by the key of the table that they are made from
+    QSet<long> all;
+};
+
+/// Properties that got a new relationship.
+using related_properties = QSet<std::shared_ptr<model::property>>;
 
 /// Makes the properties of one entity.
 class entity_merge
 {
 public:
     /// @param tables ids of the entities of all tables that can be referred to
-    /// @param inverses receives the new relationships that get one on the other side
-    entity_merge(schema_import & import, merged_entity & work, const entity_ids & tables,
-                 std::vector<std::shared_ptr<model::property>> & inverses);
+    /// @param related receives the properties whose relationships are new
+    entity_merge(schema_import & import, merged_entity & work, const entity_ids & ids,
+                 related_properties & related);
 
     /// Keeps, changes and adds properties until they are those of the table.
     void run();
 
 private:
-    /// A property that has found what the table says of it.
-    struct matched
-    {
-        std::shared_ptr<model::property> property;
-        const property_draft * draft = nullptr;
-    };
-
     [[nodiscard]] const property_draft * relationOf(const QStringList & columns) const;
     void keep(const std::shared_ptr<model::property> & property);
     void keepRelation(const std::shared_ptr<model::property> & property, const QStringList & columns);
@@ -64,8 +64,8 @@ private:
 
     schema_import & m_import;
     merged_entity & m_work;
-    const entity_ids & m_tables;
-    std::vector<std::shared_ptr<model::property>> & m_inverses;
+    const entity_ids & m_ids;
+    related_properties & m_related;
     property_merge m_columns;
     QSet<const property_draft *> m_taken;
     QSet<QString> m_covered; ///< columns that properties have

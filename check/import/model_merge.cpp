@@ -51,7 +51,7 @@ public:
         makeEntities();
         for (merged_entity & each : m_entities) {
             if (each.draft) {
-                entity_merge(m_import, each, m_tables, m_inverses).run();
+                entity_merge(m_import, each, m_ids, m_related).run();
             } else {
                 for (const auto & property : each.former->getListOfProperty(true, true, false)->values()) {
                     each.properties.push_back(property);
@@ -106,9 +106,9 @@ private:
     schema_draft m_draft;
     std::vector<merged_entity> m_entities;
     std::vector<std::shared_ptr<model::entity>> m_gone;
-    entity_ids m_tables;
+    entity_ids m_ids;
     QHash<long, std::size_t> m_places; ///< in m_entities, by id
-    std::vector<property_pointer> m_inverses;
+    related_properties m_related;
 };
 
 std::shared_ptr<model::entity> successorOf(const model::entity & former)
@@ -154,7 +154,8 @@ void merging::makeEntities()
     for (std::size_t i = 0; i < m_entities.size(); ++i) {
         const model::entity & made = *m_entities[i].made;
         m_places.insert(made.getId(), i);
-        m_tables.insert(keyOf(tableNameOf(made)), made.getId());
+        m_ids.byTable.insert(keyOf(tableNameOf(made)), made.getId());
+        m_ids.all += made.getId();
         // What is marked as deleted is so by a column of the table.
         const database::table * const table = m_entities[i].draft ? m_entities[i].draft->table : nullptr;
         const QString softDelete = made.getSoftDeleteColumn();
@@ -182,8 +183,7 @@ void merging::addInverses()
         // A copy: an entity that refers to itself gets its inverse meanwhile.
         const std::vector<property_pointer> properties = owner.properties;
         for (const property_pointer & each : properties) {
-            const bool isNew = std::find(m_inverses.begin(), m_inverses.end(), each) != m_inverses.end();
-            if (!isNew || each->getRelation()->getType() != relationship::many_to_one) {
+            if (!m_related.contains(each) || each->getRelation()->getType() != relationship::many_to_one) {
                 continue;
             }
             merged_entity & target = entityOf(each->getRelation()->getEntityTargetId());
@@ -204,8 +204,8 @@ void merging::addLinks()
 
 void merging::addLink(const link_draft & link)
 {
-    merged_entity & first = entityOf(m_tables.value(link.first));
-    merged_entity & second = entityOf(m_tables.value(link.second));
+    merged_entity & first = entityOf(m_ids.byTable.value(link.first));
+    merged_entity & second = entityOf(m_ids.byTable.value(link.second));
     const auto addTo = [&](merged_entity & to, const merged_entity & other, const QStringList & own,
                            const QStringList & others) {
         property_pointer property =
@@ -232,7 +232,9 @@ bool merging::isLoose(const model::property & property) const
     const auto & others = m_entities[*place].properties;
     const bool hasInverse =
         relation.getInverseId() == 0 || std::any_of(others.begin(), others.end(), [&](const auto & each) {
-            return each->getId() == relation.getInverseId() && each->hasRelationship();
+            // One with a new relationship may lead elsewhere now.
+            return each->getId() == relation.getInverseId() && each->hasRelationship() &&
+                   (!m_related.contains(each) || each->getRelation()->getInverseId() == property.getId());
         });
     const QString table = relation.getExtraTable();
     const bool hasTable = relation.getType() != relationship::many_to_many || table.isEmpty() ||

@@ -269,6 +269,44 @@ private Q_SLOTS:
         QVERIFY(storedText(m_project).contains("\"id\": 2,\n      \"name\": \"t_concert\""));
     }
 
+    void aConfirmedRenameIsOne()
+    {
+        make({"CREATE TABLE t_gig (id INTEGER NOT NULL PRIMARY KEY, length INTEGER)"});
+        imported();
+        make({"ALTER TABLE t_gig RENAME TO t_concert"});
+        confirm("\"name\": \"t_gig\",", "\"name\": \"t_gig\", \"tableName\": \"t_concert\",");
+        const QByteArray before = storedText(m_project);
+        QVERIFY(imported().endsWith("(entities: 1; without a place in the model: 0)\n"));
+        QCOMPARE(storedText(m_project), before);
+        QVERIFY(
+            before.contains("\"id\": 1,\n      \"name\": \"t_gig\",\n      \"tableName\": \"t_concert\""));
+    }
+
+    void aForeignKeyThatLeadsElsewhere()
+    {
+        const QString order =
+            "CREATE TABLE t_order (id INTEGER NOT NULL PRIMARY KEY, who INTEGER, FOREIGN KEY (who) "
+            "REFERENCES %1 (id))";
+        make({"CREATE TABLE a (id INTEGER NOT NULL PRIMARY KEY)",
+              "CREATE TABLE b (id INTEGER NOT NULL PRIMARY KEY)", order.arg("a")});
+        imported();
+        make({"DROP TABLE t_order", order.arg("b")});
+        imported();
+        // The property stays, the relationship is another one, and so is its other side.
+        QCOMPARE(
+            entities(),
+            json("{'id': 1, 'name': 'a', 'version': 2, 'properties': ["
+                 "{'id': 1, 'name': 'id', 'type': 'int', 'identifier': true, 'autoIncrement': false}]},"
+                 "{'id': 2, 'name': 'b', 'version': 2, 'properties': ["
+                 "{'id': 2, 'name': 'id', 'type': 'int', 'identifier': true, 'autoIncrement': false},"
+                 "{'id': 6, 'name': 't_order', 'relationship': {'id': 4, 'type': 'one-to-many', 'target': 3, "
+                 "'inverse': 4}}]},"
+                 "{'id': 3, 'name': 't_order', 'version': 2, 'properties': ["
+                 "{'id': 3, 'name': 'id', 'type': 'int', 'identifier': true, 'autoIncrement': false},"
+                 "{'id': 4, 'name': 'who', 'relationship': {'id': 3, 'type': 'many-to-one', 'target': 2, "
+                 "'inverse': 6}}]}"));
+    }
+
     void onlySomeTables()
     {
         make({"CREATE TABLE t_a (id INTEGER NOT NULL PRIMARY KEY)",
@@ -308,6 +346,20 @@ private Q_SLOTS:
     }
 
 private:
+    /// Imports the project's own text, with `after` for `before`.
+    void confirm(const QByteArray & before, const QByteArray & after) const
+    {
+        QByteArrayList lines;
+        for (const QByteArray & each : storedText(m_project).split('\n')) {
+            if (!each.contains("\"version\"")) {
+                lines << QByteArray(each).replace(before, after);
+            }
+        }
+        QVERIFY(support::writeBytes(path("shop.json"), lines.join('\n')));
+        const program_result result = runProgram({"import", path("shop.json"), m_project});
+        QCOMPARE(result.errors, QByteArray());
+    }
+
     /// The entities of the stored project, each of them on one line.
     [[nodiscard]] QByteArray entities() const
     {
