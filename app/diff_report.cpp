@@ -64,7 +64,7 @@ ZkBool addScript(plugin::statement_source & statements, const script_request & r
 ZkBool addFindings(plugin::statement_source & statements, const plugin::friendly_settings & options,
                    diff_report & report)
 {
-    if (!report.states.isForwards()) {
+    if (!report.states.isForwards() || !report.script) {
         return ZkBool::success();
     }
     source & of = *report.states.of;

@@ -13,16 +13,9 @@ namespace app {
 namespace {
 
 /// "no changes", "1 change", "2 changes".
-QString countOf(std::size_t number, const QString & what)
+QString countOf(qsizetype number, QLatin1String what)
 {
-    switch (number) {
-    case 0:
-        return QStringLiteral("no %1s").arg(what);
-    case 1:
-        return QStringLiteral("1 ") + what;
-    default:
-        return QStringLiteral("%1 %2s").arg(QString::number(number), what);
-    }
+    return number == 0 ? QStringLiteral("no %1s").arg(what) : check::counted(number, what);
 }
 
 QString headOf(const diff_report & report)
@@ -30,22 +23,21 @@ QString headOf(const diff_report & report)
     const QString states = QStringLiteral("%1 to %2").arg(report.states.from, report.states.to);
     QString head = QStringLiteral("%1: %2").arg(
         report.hasTwoSources ? states : report.states.state->getName() + QStringLiteral(", ") + states,
-        countOf(report.changes.size(), QStringLiteral("change")));
+        countOf(std::ssize(report.changes), QLatin1String("change")));
     if (report.script) {
         const std::vector<step_statement> & statements = report.script->statements;
         const auto count = std::count_if(statements.begin(), statements.end(),
                                          [](const step_statement & s) { return !s.isFrame(); });
         head += QStringLiteral(", %1 for %2")
-                    .arg(countOf(static_cast<std::size_t>(count), QStringLiteral("statement")),
-                         report.script->label);
+                    .arg(countOf(count, QLatin1String("statement")), report.script->label);
     }
     const check::summary found = check::summaryOf(report.found);
     const auto add = [&head](int number, const QString & what) {
         head += number == 0 ? QString() : QStringLiteral(", ") + what;
     };
-    add(found.errors, countOf(static_cast<std::size_t>(found.errors), QStringLiteral("error")));
-    add(found.warnings, countOf(static_cast<std::size_t>(found.warnings), QStringLiteral("warning")));
-    add(found.notes, countOf(static_cast<std::size_t>(found.notes), QStringLiteral("note")));
+    add(found.errors, check::counted(found.errors, check::wordOf(check::severity::error)));
+    add(found.warnings, check::counted(found.warnings, check::wordOf(check::severity::warning)));
+    add(found.notes, check::counted(found.notes, check::wordOf(check::severity::note)));
     add(found.accepted, QStringLiteral("%1 accepted").arg(found.accepted));
     return head;
 }
@@ -102,7 +94,7 @@ QByteArray diffText(const diff_report & report)
 {
     QString text = oneLine(headOf(report)) + QLatin1Char('\n');
     for (const outline_line & line : outlineOf(report)) {
-        const qsizetype indent = 2 * line.depth;
+        const qsizetype indent = qsizetype(2) * line.depth;
         text += line.depth == 0 ? QStringLiteral("\n") : blanks(indent);
         text += oneLine(line.text) + QLatin1Char('\n');
         for (const step_statement * const statement : line.statements) {
@@ -120,7 +112,7 @@ QByteArray diffMarkdown(const diff_report & report)
     QString text = QStringLiteral("## %1\n").arg(escaped(oneLine(headOf(report))));
     bool isList = false;
     for (const outline_line & line : outlineOf(report)) {
-        const qsizetype indent = 2 * line.depth;
+        const qsizetype indent = qsizetype(2) * line.depth;
         const QString shown = escaped(oneLine(line.text));
         if (line.depth == 0) {
             text += QStringLiteral("\n### %1\n").arg(shown);

@@ -116,6 +116,7 @@ void check_controller::show(const check::report & report, const QString & title,
 {
     m_messages.begin(title);
     std::vector<const check::finding *> findings;
+    findings.reserve(report.findings.size());
     for (const check::finding & each : report.findings) {
         findings.push_back(&each);
     }

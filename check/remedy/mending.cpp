@@ -39,48 +39,35 @@ private:
         using enum difference_kind;
         switch (of.kind) {
         case table_missing:
-            add(phase::make_tables, makingStatements(m_at, of.table));
-            break;
+            return add(phase::make_tables, makingStatements(m_at, of.table));
         case table_left:
-            dropTable(of);
-            break;
+            return dropTable(of);
         case column_missing:
-            addColumn(of);
-            break;
+            return addColumn(of);
         case column_left:
-            dropColumn(of);
-            break;
+            return dropColumn(of);
         case type:
-            changeColumn(of, m_sql.words().changeType);
-            break;
+            return changeColumn(of, m_sql.words().changeType);
         case null:
-            changeNull(of);
-            break;
+            return changeNull(of);
         case counter:
-            changeCounter(of);
-            break;
+            return changeCounter(of);
         case key:
-            changeKey(of);
-            break;
+            return changeKey(of);
         case index_missing:
         case unique_missing:
-            addIndex(of);
-            break;
+            return addIndex(of);
         case index_left:
         case unique_left:
-            dropIndex(of);
-            break;
+            return dropIndex(of);
         case foreign_key_missing:
         case foreign_key_left:
         case foreign_key_target:
-            changeForeignKey(of);
-            break;
+            return changeForeignKey(of);
         case names:
-            renameObject(of);
-            break;
+            return renameObject(of);
         case sequence_left:
-            dropSequence(of);
-            break;
+            return dropSequence(of);
         case order:
             break;
         }

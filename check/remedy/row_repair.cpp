@@ -144,9 +144,10 @@ void addRowCopy(remedy & to, const told_statement & of, const database::catalogu
     }
     const sql_writer sql(of.known());
     QStringList columns;
-    for (const database::key_part & each :
-         found->second.key && !isTable ? found->second.key->parts : std::vector<database::key_part>()) {
-        columns += each.column;
+    if (const auto & key = found->second.key; key && !isTable) {
+        for (const database::key_part & each : key->parts) {
+            columns += each.column;
+        }
     }
     QString copied = found->second.name;
     if (column != nullptr) {

@@ -64,8 +64,8 @@ constexpr bool isPartOfName(char16_t c)
 // Names are read character by character very often.
 constexpr std::array<bool, 0x80> StandingIn = [] {
     std::array<bool, 0x80> allowed{};
-    for (char16_t c = 0; c < allowed.size(); ++c) {
-        allowed[c] = isPartOfName(c);
+    for (std::size_t c = 0; c < allowed.size(); ++c) {
+        allowed[c] = isPartOfName(static_cast<char16_t>(c));
     }
     return allowed;
 }();

@@ -34,7 +34,7 @@ public:
             return false;
         }
         m_server.emplace(QStringLiteral("mysql"));
-        m_place.host = socket();
+        m_place.host = m_server->folder() + QStringLiteral("/s");
         m_place.user = QStringLiteral("root");
         const QString data = QStringLiteral("--datadir=") + m_server->folder() + QStringLiteral("/data");
         return m_server->runToEnd(install,
@@ -45,10 +45,11 @@ public:
                m_server->start(
                    daemon,
                    {QStringLiteral("--no-defaults"), data, QStringLiteral("--skip-networking"),
-                    QStringLiteral("--socket=") + socket(), QStringLiteral("--tmpdir=") + m_server->folder(),
+                    QStringLiteral("--socket=") + m_place.host,
+                    QStringLiteral("--tmpdir=") + m_server->folder(),
                     QStringLiteral("--pid-file=") + m_server->folder() + QStringLiteral("/pid"),
                     QStringLiteral("--innodb-flush-log-at-trx-commit=0")},
-                   [this] { return QFile::exists(socket()) && connect(QString())->isOpen(); }, why);
+                   [this] { return QFile::exists(m_place.host) && connect(QString())->isOpen(); }, why);
     }
 
     ~mariadb_target() override
@@ -107,7 +108,6 @@ public:
     QString typeAsStored(const QString & type) override;
 
 private:
-    [[nodiscard]] QString socket() const { return m_server->folder() + QStringLiteral("/s"); }
     /// The database that is in use.
     [[nodiscard]] QString scratch() const { return QStringLiteral("%1_%2").arg(m_sPrefix).arg(m_iDatabases); }
     [[nodiscard]] std::unique_ptr<sql_connection> connect(const QString & database) const

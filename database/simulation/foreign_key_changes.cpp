@@ -67,6 +67,13 @@ public:
                 return why;
             }
         }
+        return addToTable();
+    }
+
+private:
+    /// Says what rows may have against it.
+    refusal addToTable()
+    {
         const QString object = foreignKeyObject(m_made.name);
         // A row without a value in one of the columns refers to nothing.
         const bool isEmpty = std::any_of(m_made.columns.begin(), m_made.columns.end(),
@@ -76,7 +83,6 @@ public:
         return hasRows ? refusal{refusal_cause::rows_without_target, object, true} : refusal();
     }
 
-private:
     refusal readNames()
     {
         const reference_definition & asked = m_asked.reference;
