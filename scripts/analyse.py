@@ -91,15 +91,17 @@ class Seen:
         self.digests = {}
 
     def _digest(self, path):
+        """The name of a dependency and what tells its content: the same wherever the tree lies and however ninja was told."""
         if path not in self.digests:
             full = pathlib.Path(os.path.normpath(BUILD / path))
+            name = full.relative_to(ROOT) if full.is_relative_to(ROOT) else full
             if not full.is_file():
                 text = "missing"
             elif full.is_relative_to(ROOT):
                 text = hashlib.sha256(full.read_bytes()).hexdigest()
             else:  # of a package, which gives it another time with another version
                 text = f"{full.stat().st_size} {full.stat().st_mtime_ns}"
-            self.digests[path] = text
+            self.digests[path] = f"{name} {text}"
         return self.digests[path]
 
     def mark(self, entry):
@@ -108,9 +110,7 @@ class Seen:
         made = words[words.index("-o") + 1]
         if made not in self.dependencies:
             return None
-        text = [self.base, entry["command"].replace(str(ROOT), "")]
-        for path in sorted(self.dependencies[made]):
-            text.append(f"{path.replace(str(ROOT), '')} {self._digest(path)}")
+        text = [self.base, entry["command"].replace(str(ROOT), ""), *sorted(map(self._digest, self.dependencies[made]))]
         return CACHE / hashlib.sha256("\n".join(text).encode()).hexdigest()
 
 
