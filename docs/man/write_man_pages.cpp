@@ -1,6 +1,6 @@
 // Writes the pages of all commands for man(1), in Markdown: write_man_pages MANUAL.md FOLDER
 
-#include "app/command_table.h"
+#include "app/program/command_table.h"
 #include "docs/man/man_page.h"
 
 #include <QDir>

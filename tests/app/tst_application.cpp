@@ -1,7 +1,7 @@
 // The application object that a command gets, by what it needs around it.
 
-#include "app/application.h"
 #include "app/command.h"
+#include "app/program/application.h"
 
 #include <QApplication>
 #include <QTest>

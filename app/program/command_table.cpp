@@ -1,4 +1,4 @@
-#include "app/command_table.h"
+#include "app/program/command_table.h"
 
 #include "app/command.h"
 #include "app/command_options.h"

@@ -1,8 +1,8 @@
 // Start-up: what every command needs, and the way to the one that was asked for.
 
-#include "app/application.h"
-#include "app/command_line.h"
 #include "app/output.h"
+#include "app/program/application.h"
+#include "app/program/command_line.h"
 #include "app/translation.h"
 #include "app/wait_notice.h"
 

@@ -1,4 +1,4 @@
-#include "app/application.h"
+#include "app/program/application.h"
 
 #include "app/command.h"
 #include "app/output.h"

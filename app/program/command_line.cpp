@@ -1,9 +1,9 @@
-#include "app/command_line.h"
+#include "app/program/command_line.h"
 
 #include "app/command_options.h"
-#include "app/command_table.h"
 #include "app/nearest_word.h"
 #include "app/output.h"
+#include "app/program/command_table.h"
 #include "app/project_work.h"
 #include "app/shell/completion_command.h"
 
