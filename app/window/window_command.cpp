@@ -3,6 +3,7 @@
 #include "app/command.h"
 #include "app/command_options.h"
 #include "app/manual.h"
+#include "app/window/legible_colours.h"
 #include "app/window/project_window.h"
 
 #include "context/ctx_global.h"
@@ -51,6 +52,7 @@ public:
     [[nodiscard]] int run() override
     {
         context::ctx_global::setAppHelpManualUrl(manualUrl());
+        const legible_colours colours;
         project_window window;
         window.show();
         if (!m_sProjectFile.isEmpty()) {

@@ -1,6 +1,7 @@
 // Takes the pictures of the manual from the real windows: screenshots FOLDER; with "all", more states of the
 // main window than the manual shows.
 
+#include "app/window/legible_colours.h"
 #include "docs/tools/picture_style.h"
 #include "docs/tools/window_pictures.h"
 #include "support/debugger_driver.h"
@@ -135,6 +136,7 @@ int main(int argc, char ** argv)
     const QPalette light = QApplication::palette();
     for (const bool isDark : {false, true}) {
         QApplication::setPalette(isDark ? pictures::darkPalette() : light);
+        const app::legible_colours colours;
         const QString scheme = isDark ? QStringLiteral("dark") : QStringLiteral("light");
         photographer camera(folder, scheme);
         camera.settings();
