@@ -884,8 +884,8 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
         <translation>%1 Entitäten</translation>
     </message>
     <message>
-        <source>Show only what has all of these words in its name, type, table or columns</source>
-        <translation>Nur zeigen, was alle diese Wörter in Name, Typ, Tabelle oder Spalten hat</translation>
+        <source>Show only what has all of these words in its name, type, values, table or columns, or in those of its entity</source>
+        <translation>Nur zeigen, was alle diese Wörter in Name, Typ, Werten, Tabelle oder Spalten hat, oder in denen seiner Entität</translation>
     </message>
 </context>
 <context>

@@ -884,8 +884,8 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
         <translation>%1 entités</translation>
     </message>
     <message>
-        <source>Show only what has all of these words in its name, type, table or columns</source>
-        <translation>N&apos;afficher que ce qui contient tous ces mots dans son nom, son type, sa table ou ses colonnes</translation>
+        <source>Show only what has all of these words in its name, type, values, table or columns, or in those of its entity</source>
+        <translation>Montrer seulement ce qui a tous ces mots dans son nom, son type, ses valeurs, sa table ou ses colonnes, ou dans ceux de son entité</translation>
     </message>
 </context>
 <context>
@@ -1609,7 +1609,7 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     </message>
     <message>
         <source>the plugin was built for version %1 of the plugin interface, and this program has version %2; take the plugin that belongs to this program, or build it anew</source>
-        <translation>le plugin a été compilé pour la version %1 de l'interface des plugins, or ce programme a la version %2 ; prenez le plugin qui va avec ce programme ou recompilez-le</translation>
+        <translation>le plugin a été compilé pour la version %1 de l&apos;interface des plugins, or ce programme a la version %2&#x202f;; prenez le plugin qui va avec ce programme ou recompilez-le</translation>
     </message>
 </context>
 <context>

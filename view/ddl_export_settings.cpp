@@ -18,8 +18,12 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
+#include <QShowEvent>
 #include <QUrl>
+
+#include <algorithm>
 
 using plugin::ddl_export;
 
@@ -38,9 +42,6 @@ ddl_export_settings::ddl_export_settings(QWidget * parent, Qt::WindowFlags flags
 {
     setupUi(this);
     keepTitlesLegible();
-    // What has no room on a small screen is scrolled to.
-    constexpr int TitleBar = 40;
-    resize(size().boundedTo(screen()->availableSize() - QSize(0, TitleBar)));
     m_pTypeMapping = std::make_shared<ddl_export_type_mapping>(m_lstTypeMapping, m_grpTypeMapping,
                                                                m_grpTypeMapping->title());
     fillDatabaseTypes();
@@ -62,6 +63,29 @@ ddl_export_settings::ddl_export_settings(QWidget * parent, Qt::WindowFlags flags
 }
 
 ddl_export_settings::~ddl_export_settings() = default;
+
+void ddl_export_settings::showEvent(QShowEvent * event)
+{
+    // Only now its contents and their fonts are known.
+    if (!event->spontaneous() && !m_bFitted) {
+        m_bFitted = true;
+        fitScreen();
+    }
+    QDialog::showEvent(event);
+}
+
+/// Shows all of the form where there is room; else, on a small screen, the height is scrolled.
+void ddl_export_settings::fitScreen()
+{
+    constexpr int TitleBar = 40;
+    const int width = m_wdgContent->minimumSizeHint().width();
+    m_scrContent->setMinimumWidth(width + m_scrContent->verticalScrollBar()->sizeHint().width());
+    const int height =
+        std::max(m_wdgContent->sizeHint().height(), m_wdgContent->layout()->totalHeightForWidth(width));
+    const int others = minimumSizeHint().height() - m_scrContent->minimumSizeHint().height();
+    const QSize wanted(minimumSizeHint().width(), height + others);
+    resize(size().expandedTo(wanted).boundedTo(screen()->availableSize() - QSize(0, TitleBar)));
+}
 
 /// The form's dark blue titles cannot be read on a dark window.
 void ddl_export_settings::keepTitlesLegible()

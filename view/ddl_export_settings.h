@@ -41,7 +41,11 @@ protected Q_SLOTS:
     void doCboDatabaseTypeChanged(int index);
     void doBtnRestoreDefaultTypeMapping();
 
+protected:
+    void showEvent(QShowEvent * event) override;
+
 private:
+    void fitScreen();
     void keepTitlesLegible();
     void fillDatabaseTypes();
     /// The ways to export the schema, each with its button.
@@ -57,6 +61,7 @@ private:
 
     plugin::ddl_export * m_pPlugin = nullptr;
     std::shared_ptr<ddl_export_type_mapping> m_pTypeMapping;
+    bool m_bFitted = false; ///< to the screen
 };
 
 /// Shows the settings of `plugin` in a modal dialog above the main window; true when they were accepted.

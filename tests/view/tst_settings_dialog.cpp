@@ -21,6 +21,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSqlQuery>
 #include <QTableWidget>
 #include <QTest>
@@ -767,9 +768,14 @@ void tst_settings_dialog::fitsASmallScreen()
 {
     fixture f;
     f.open();
+    const QScrollBar * const across = f.child<QScrollArea>("m_scrContent")->horizontalScrollBar();
+    QCOMPARE(across->maximum(), 0);
+    QVERIFY2(f.dialog->minimumSizeHint().width() <= 1000,
+             qPrintable(QString::number(f.dialog->minimumSizeHint().width())));
     QVERIFY2(f.dialog->minimumSizeHint().height() <= 400,
              qPrintable(QString::number(f.dialog->minimumSizeHint().height())));
-    f.dialog->resize(700, 420);
+    f.dialog->resize(f.dialog->minimumSizeHint().width(), 420);
+    QCOMPARE(across->maximum(), 0);
     QCOMPARE(f.dialog->height(), 420);
     QTRY_VERIFY(f.dialog->rect().contains(f.child<QPushButton>("m_btnOk")->geometry()));
     // The lowest field is reached by the keyboard, and is seen then.

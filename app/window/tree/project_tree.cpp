@@ -1,6 +1,7 @@
 #include "app/window/tree/project_tree.h"
 
 #include "app/shown_text.h"
+#include "app/window/tree/project_tree_filter.h"
 #include "app/window/tree/project_tree_model.h"
 #include "app/window/tree/project_tree_view.h"
 
@@ -54,7 +55,8 @@ void project_tree::createFilter()
     m_txtFilter->setObjectName(QStringLiteral("m_txtFilter"));
     m_txtFilter->setAccessibleName(tr("Filter"));
     m_txtFilter->setPlaceholderText(tr("Filter"));
-    m_txtFilter->setToolTip(tr("Show only what has all of these words in its name, type, table or columns"));
+    m_txtFilter->setToolTip(tr("Show only what has all of these words in its name, type, values, table or "
+                               "columns, or in those of its entity"));
     m_txtFilter->setClearButtonEnabled(true);
     m_txtFilter->installEventFilter(this);
     m_lblCount = new QLabel;
@@ -192,6 +194,7 @@ void project_tree::filterSoon()
 
 void project_tree::filterNow()
 {
+    m_treModel->setMarkedWords(project_tree_filter::wordsOf(m_txtFilter->text()));
     m_filterTimer.stop();
     const bool isReset = m_pModel->setFilter(m_txtFilter->text());
     showState();

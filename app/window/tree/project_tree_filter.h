@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
@@ -37,11 +38,16 @@ inline bool operator==(const shown_entity & a, const shown_entity & b)
 
 /// The texts of a model in one piece, so that they can be searched while somebody types.
 ///
-/// A row matches when each word is part of one of its texts; case does not count.
+/// A row matches when each word is part of one of its texts, or of those of its entity; case does not count.
+/// The names of an enumeration's values are texts of the properties of that type.
 class project_tree_filter
 {
 public:
     using entities = std::vector<std::shared_ptr<model::entity>>;
+    static constexpr int MostWords = 32; ///< that are looked for; what follows has no say
+
+    /// The words that `text` has found, in a form in which texts that people take for equal are equal.
+    [[nodiscard]] static QStringList wordsOf(const QString & text);
 
     /// Forgets all texts; those of `list` are collected by collectSome() or, at the latest, by search().
     void reset(const entities & list);
@@ -56,7 +62,8 @@ public:
 private:
     void collect(const model::entity & entity);
     void append(const QString & texts);
-    [[nodiscard]] std::vector<bool> matchingRows(const QString & text) const;
+    /// For each row which of the words it holds, one bit each.
+    [[nodiscard]] std::vector<quint32> wordsInRows(const QString & text) const;
 
     entities m_lstEntity;
     std::size_t m_iCollected = 0;

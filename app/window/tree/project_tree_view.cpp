@@ -36,6 +36,8 @@ QIcon selectedIcon(const QStyleOptionViewItem & option)
     return icon;
 }
 
+} // namespace
+
 /// Draws one line a row, in a quieter colour what is not in the database.
 class row_delegate : public QStyledItemDelegate
 {
@@ -46,6 +48,19 @@ public:
     {
         // Measuring more of it only takes time.
         return shortened(value.toString(), ShownLength).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    }
+
+    void setWords(const QStringList & words) { m_words = words; }
+
+    void paint(QPainter * painter, const QStyleOptionViewItem & option,
+               const QModelIndex & index) const override
+    {
+        QStyleOptionViewItem shown = option;
+        initStyleOption(&shown, index);
+        if (!(shown.state & QStyle::State_Selected)) {
+            paintMarks(*painter, shown);
+        }
+        QStyledItemDelegate::paint(painter, option, index);
     }
 
 protected:
@@ -62,17 +77,40 @@ protected:
             option->icon = selectedIcon(*option);
         }
     }
+
+private:
+    /// A ground of another colour behind each place of a word.
+    void paintMarks(QPainter & painter, const QStyleOptionViewItem & option) const
+    {
+        const QStyle & style = option.widget ? *option.widget->style() : *QApplication::style();
+        const QRect area = style.subElementRect(QStyle::SE_ItemViewItemText, &option, option.widget);
+        const int margin = style.pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, option.widget) + 1;
+        const QString text = option.text.toCaseFolded();
+        if (text.size() != option.text.size()) {
+            return; // places in both are not the same
+        }
+        const bool isDark = option.palette.color(QPalette::Base).lightness() < HalfLightness;
+        for (const QString & word : m_words) {
+            for (qsizetype at = text.indexOf(word); at >= 0; at = text.indexOf(word, at + word.size())) {
+                const int left = option.fontMetrics.horizontalAdvance(option.text.left(at));
+                const int right = option.fontMetrics.horizontalAdvance(option.text.left(at + word.size()));
+                const QRect mark(area.left() + margin + left, area.top(), right - left, area.height());
+                painter.fillRect(mark & area, isDark ? QColor(0x5c, 0x4a, 0x00) : QColor(0xff, 0xe6, 0x8f));
+            }
+        }
+    }
+
+    static constexpr int HalfLightness = 128;
+    QStringList m_words;
 };
 
-} // namespace
-
 project_tree_view::project_tree_view(project_tree_model & model, QWidget * parent)
-    : QTreeView(parent), m_model(model)
+    : QTreeView(parent), m_model(model), m_pDelegate(new row_delegate(this))
 {
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
     setIndentation(fontMetrics().height()); // less than usual leaves more of a narrow panel to the names
-    setItemDelegate(new row_delegate(this));
+    setItemDelegate(m_pDelegate);
     setContextMenuPolicy(Qt::CustomContextMenu);
     setModel(&model);
     header()->setTextElideMode(Qt::ElideRight);
@@ -92,6 +130,12 @@ project_tree_view::project_tree_view(project_tree_model & model, QWidget * paren
             goToTarget();
         }
     });
+}
+
+void project_tree_view::setMarkedWords(const QStringList & words)
+{
+    m_pDelegate->setWords(words);
+    viewport()->update();
 }
 
 project_tree_view::~project_tree_view() = default;

@@ -11,6 +11,8 @@ class QAction;
 
 namespace app {
 
+class row_delegate;
+
 /// The view of a project_tree_model: it finds selection and open rows again after the model was reset, and
 /// has the commands on a row, each by menu and by key.
 class project_tree_view : public QTreeView
@@ -26,6 +28,8 @@ public:
 
     /// What is selected, or would be if it were shown.
     [[nodiscard]] place selected() const { return m_selected; }
+    /// Marks these words wherever they are shown; see project_tree_filter::wordsOf().
+    void setMarkedWords(const QStringList & words);
     /// Selects the nearest shown row of `wanted` and scrolls to it; nothing is emitted.
     void setSelected(const place & wanted);
 
@@ -68,6 +72,7 @@ private:
     void goTo(const QModelIndex & index);
 
     project_tree_model & m_model;
+    row_delegate * m_pDelegate;
     place m_selected;
     QSet<long> m_lstOpen;                        ///< ids of the entities that the person opened
     QHash<long, QSet<long>> m_lstOpenProperties; ///< likewise the properties, by the id of their entity

@@ -51,6 +51,7 @@ private Q_SLOTS:
     void countsInWords();
     void filterWaitsForTheEndOfTheWord();
     void clearingIsSeenAtOnce();
+    void matchesAreMarked();
     void filterOpensWhatItFound();
     void nothingMatches();
     void longFilterDoesNotGrowThePanel();
@@ -134,6 +135,36 @@ void tst_project_tree::filterWaitsForTheEndOfTheWord()
     QTRY_COMPARE(f.counted(), "1 of 4 entities");
     QCOMPARE(f.rows(), (QStringList{"country", " title"}));
     QCOMPARE(resets.count(), 1);
+}
+
+/// The ground behind what was found, and nothing else, has a colour of its own.
+void tst_project_tree::matchesAreMarked()
+{
+    tree_fixture f;
+    const auto marked = [&f](const QModelIndex & index) {
+        const QRect row = f.tree->visualRect(index);
+        const QImage image = f.tree->viewport()->grab(row).toImage();
+        int first = -1;
+        int count = 0;
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixelColor(x, 1) == QColor(0xff, 0xe6, 0x8f)) {
+                first = first < 0 ? x : first;
+                ++count;
+            }
+        }
+        return std::pair(first, count);
+    };
+    f.filter->setText("TRY itle");
+    QTRY_COMPARE(f.rows(), (QStringList{"country", " title"}));
+    const QFontMetrics metrics = f.tree->fontMetrics();
+    QCOMPARE(marked(f.at({0})).second,
+             metrics.horizontalAdvance("country") - metrics.horizontalAdvance("coun"));
+    QCOMPARE(marked(f.at({0, 0})).second,
+             metrics.horizontalAdvance("title") - metrics.horizontalAdvance("t"));
+    QVERIFY(marked(f.at({0, 0})).first > metrics.horizontalAdvance("t"));
+    QCOMPARE(marked(f.at({0, 0}, 1)).second, 0);
+    f.filter->clear();
+    QCOMPARE(marked(f.at({0})).second, 0);
 }
 
 void tst_project_tree::clearingIsSeenAtOnce()

@@ -18,6 +18,8 @@ private Q_SLOTS:
     void filter();
     void filterOfUnicode_data();
     void filterOfUnicode();
+    void filterOfValues();
+    void manyWords();
     void filterTellsWhatToOpen();
     void equalRowsAreNoReset();
     void filterWhileTextsAreCollected();
@@ -37,13 +39,18 @@ void tst_project_tree_filter::filter_data()
     QTest::newRow("type") << "qstring" << QStringList{"country", " code", " title", "customer", " name"};
     QTest::newRow("enumeration") << "mood" << QStringList{"customer", " state"};
     QTest::newRow("target of a relationship")
-        << "→ country" << QStringList{"customer", " home", "  → country"};
+        << "→ country"
+        << QStringList{"country", " people", "  → customer", "customer", " home", "  → country"};
     QTest::newRow("link table, in the row below the property")
         << "customer_tag" << QStringList{"customer", " tags", "  → tag"};
     QTest::newRow("words in any order") << "QString title" << QStringList{"country", " title"};
     QTest::newRow("words with blanks around") << "  title \t qstr " << QStringList{"country", " title"};
-    QTest::newRow("all words in one row") << "title lon" << QStringList();
-    QTest::newRow("words of entity and property are two rows") << "t_country title" << QStringList();
+    QTest::newRow("words of two entities") << "title lon" << QStringList();
+    QTest::newRow("words of two properties") << "code title" << QStringList();
+    QTest::newRow("words of entity and property") << "t_country title" << QStringList{"country", " title"};
+    QTest::newRow("words of column and entity") << "lat CUST" << QStringList{"customer", " place"};
+    QTest::newRow("words of entity, property and type")
+        << "state customer mood" << QStringList{"customer", " state"};
     QTest::newRow("part of two texts") << "titleqstring" << QStringList();
     QTest::newRow("part of two rows") << "titlepeople" << QStringList();
     QTest::newRow("no wildcard") << "tit.e" << QStringList();
@@ -51,7 +58,8 @@ void tst_project_tree_filter::filter_data()
     QTest::newRow("the first text of all") << "country t_" << country;
     QTest::newRow("last row of all") << "empty" << QStringList{"empty"};
     QTest::newRow("long word and short words")
-        << "many-to-many a g" << QStringList{"customer", " tags", "  → tag"};
+        << "many-to-many a g"
+        << QStringList{"customer", " tags", "  → tag", "tag", " owners", "  → customer"};
     QTest::newRow("only one missing")
         << "missing entity 99" << QStringList{"tag", " lost", "  → missing entity 99"};
 }
@@ -93,6 +101,36 @@ void tst_project_tree_filter::filterOfUnicode()
     watched_model m(b.get());
     m.rows.setFilter(filter);
     QCOMPARE(m.rows.rowCount(), found ? 1 : 0);
+}
+
+void tst_project_tree_filter::filterOfValues()
+{
+    const auto mood = std::make_shared<model::enumeration>(5);
+    mood->setName("mood");
+    mood->setValues({{"merry", 1}, {"gloomy", 2}});
+    model_builder b;
+    auto guest = b.entity(1, "guest");
+    guest.property(11, "state", "").enumeration(mood);
+    guest.property(12, "name", "QString");
+    watched_model m(b.get());
+    m.rows.setFilter("gloomy");
+    QCOMPARE(m.names(), (QStringList{"guest", " state"}));
+    m.rows.setFilter("merry guest");
+    QCOMPARE(m.names(), (QStringList{"guest", " state"}));
+    m.rows.setFilter("sad");
+    QCOMPARE(m.names(), QStringList());
+}
+
+void tst_project_tree_filter::manyWords()
+{
+    watched_model m(treeShop());
+    m.rows.setFilter(QStringList(31, "t").join(' ') + " title");
+    QCOMPARE(m.names(), (QStringList{"country", " title"}));
+    // Beyond what is looked for a word has no say.
+    m.rows.setFilter(QStringList(31, "t").join(' ') + " title nowhere");
+    QCOMPARE(m.names(), (QStringList{"country", " title"}));
+    m.rows.setFilter(QStringList(30, "t").join(' ') + " title nowhere");
+    QCOMPARE(m.names(), QStringList());
 }
 
 void tst_project_tree_filter::filterTellsWhatToOpen()
