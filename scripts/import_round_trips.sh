@@ -53,7 +53,8 @@ while read -r name database file; do
     "$korvane" export "$project" -y --no-check --db "$scripts" --relationships yes --schema full --path sql >/dev/null
     script=$(ls sql/"${name}_${database}_${scripts}"_*_full.sql)
     again=$("$korvane" import "ddl:$script" --db "$database" --skip-refused "$project" -n) || again="the scripts do not run"
-    printf '%-10s %-10s %s\n           again: %s\n' "$name" "$database" "${told##*$'\n'}" "${again%%$'\n'*}"
+    proven=$("$korvane" verify "$project" --db "$database" --relationships yes | tail -n 1) || failed=1
+    printf '%-10s %-10s %s\n           again: %s\n           verify: %s\n' "$name" "$database" "${told##*$'\n'}" "${again%%$'\n'*}" "$proven"
     [[ $again == *": no changes"* ]] || failed=1
 done < <(schemas)
 exit $failed

@@ -50,8 +50,7 @@ bool isOfRowNumber(const schema_difference & of, const held_schema & held)
     }
     const auto table = std::find_if(held.found.tables.begin(), held.found.tables.end(),
                                     [&](const auto & each) { return each.second.name == of.table; });
-    if (table == held.found.tables.end() || !table->second.key || table->second.key->parts.size() != 1 ||
-        table->second.key->parts.front().column != of.columns.constFirst()) {
+    if (table == held.found.tables.end() || check::keyColumnsOf(table->second) != of.columns) {
         return false;
     }
     const auto & columns = table->second.columns;

@@ -66,7 +66,7 @@ void entity_merge::run()
         }
     }
     for (const property_draft & each : m_work.draft->properties) {
-        const bool isMade = m_taken.contains(&each) || (!each.relation && hasColumnOf(each.columns));
+        const bool isMade = m_taken.contains(&each) || (!each.isRelation() && hasColumnOf(each.columns));
         if (!isMade) {
             add(each);
         }
@@ -77,7 +77,7 @@ const property_draft * entity_merge::relationOf(const QStringList & columns) con
 {
     const QList<property_draft> & drafts = m_work.draft->properties;
     const auto found = std::find_if(drafts.begin(), drafts.end(), [&](const property_draft & each) {
-        return each.relation && !m_taken.contains(&each) &&
+        return each.isRelation() && !m_taken.contains(&each) &&
                areSameColumns(m_import.known, each.columns, columns);
     });
     return found == drafts.end() ? nullptr : &*found;
@@ -90,23 +90,42 @@ bool entity_merge::hasColumnOf(const QStringList & columns) const
     });
 }
 
-bool entity_merge::isRelatedElsewhere(const model::property & property, const QStringList & columns) const
+bool entity_merge::isRelatedElsewhere(const model::property & property, const QStringList & columns,
+                                      long target) const
 {
     const auto all = m_work.former->getListOfProperty(true, false, false)->values();
     return std::any_of(all.begin(), all.end(), [&](const auto & each) {
         return each.get() != &property && each->hasRelationship() &&
-               areSameColumns(m_import.known, property_merge::columnsOf(*each), columns);
+               (target == 0 || each->getRelation()->getEntityTargetId() == target) &&
+               areSameColumns(m_import.known, m_columns.storedColumnsOf(*each), columns);
     });
+}
+
+// Of two properties of one column no more than one is the key.
+bool entity_merge::isKey(const model::property & property, const QStringList & columns) const
+{
+    if (!areSameColumns(m_import.known, columns, keyColumnsOf(*m_work.draft->table))) {
+        return false;
+    }
+    const std::shared_ptr<model::property> former = m_work.former->getPropertyId(true);
+    const bool isOther = former && former.get() != &property && !former->hasRelationship() &&
+                         areSameColumns(m_import.known, m_columns.storedColumnsOf(*former), columns);
+    const bool isSecond = std::any_of(m_work.properties.begin(), m_work.properties.end(),
+                                      [](const auto & each) { return each->isIdentifier(); });
+    return !isOther && !isSecond;
 }
 
 void entity_merge::keep(const std::shared_ptr<model::property> & property)
 {
-    const QStringList columns = property_merge::columnsOf(*property);
-    if (property->isTransient() || columns.isEmpty()) {
+    const QStringList columns = m_columns.storedColumnsOf(*property);
+    const bool isMissing = !m_columns.hasColumns(columns);
+    // The key is made even of a transient property.
+    const bool isUnstored = property->isTransient() && !property->isIdentifier();
+    if (isUnstored || columns.isEmpty() || (isMissing && m_columns.isUnwritten(columns))) {
         m_work.properties.push_back(property);
         return;
     }
-    if (!m_columns.hasColumns(columns)) {
+    if (isMissing) {
         m_work.gone.push_back(property);
         return;
     }
@@ -131,14 +150,18 @@ void entity_merge::keepRelation(const std::shared_ptr<model::property> & propert
     const property_draft * const draft = relationOf(columns);
     const long target = property->getRelation()->getEntityTargetId();
     if (draft) {
-        take(*draft);
-        if (m_ids.byTable.value(draft->relation->target) != target) {
-            relate(*property, *draft->relation);
+        const long wanted = m_ids.byTable.value(draft->relation.target);
+        if (wanted != target && !isRelatedElsewhere(*property, columns, wanted)) {
+            take(*draft);
+            relate(*property, draft->relation);
             m_related.insert(property);
+        }
+        if (wanted == target) {
+            take(*draft);
         }
     } else if (!m_ids.all.contains(target)) {
         property->setRelation(nullptr);
-        m_columns.settle(*property, columns);
+        m_columns.settle(*property, columns, isKey(*property, columns));
         return;
     }
     m_columns.settleRelation(*property);
@@ -147,18 +170,18 @@ void entity_merge::keepRelation(const std::shared_ptr<model::property> & propert
 void entity_merge::keepPlain(const std::shared_ptr<model::property> & property, const QStringList & columns)
 {
     const property_draft * const draft = relationOf(columns);
-    const bool becomesRelation = draft && draft->relation->type == relationship::many_to_one &&
-                                 !isRelatedElsewhere(*property, columns);
+    const bool becomesRelation =
+        draft && draft->relation.type == relationship::many_to_one && !isRelatedElsewhere(*property, columns);
     if (becomesRelation) {
         take(*draft);
         property->setIdentifier(false);
         property->setForceSqlType({});
         property->setAutoIncrement({});
-        relate(*property, *draft->relation);
+        relate(*property, draft->relation);
         m_columns.settleRelation(*property);
         m_related.insert(property);
     } else {
-        m_columns.settle(*property, columns);
+        m_columns.settle(*property, columns, isKey(*property, columns));
     }
 }
 
@@ -171,22 +194,24 @@ void entity_merge::relate(model::property & property, const relation_draft & to)
 
 void entity_merge::add(const property_draft & draft)
 {
-    if (!m_work.former || m_work.former->getSoftDeleteColumn().isEmpty() ||
-        !areSameColumns(m_import.known, draft.columns, {m_work.former->getSoftDeleteColumn()})) {
-        const auto property = std::make_shared<model::property>(m_import.ids.property++);
-        const QString wanted =
-            draft.relation ? nameOfRelation(draft.columns) : draft.columns.join(QLatin1Char('_'));
-        property_merge::name(*property, freeName(m_work, wanted), draft.columns);
-        if (draft.relation) {
-            relate(*property, *draft.relation);
-            m_columns.settleRelation(*property);
-            m_related.insert(property);
-        } else {
-            m_columns.settle(*property, draft.columns);
-        }
-        m_work.properties.push_back(property);
-        m_work.added.push_back(property);
+    const database::column * const mark =
+        columnOf(m_import.known, *m_work.draft->table, m_work.made->getSoftDeleteColumn());
+    if (mark && draft.columns == QStringList(mark->name)) {
+        return; // the entity has it already
     }
+    const auto property = std::make_shared<model::property>(m_import.ids.property++);
+    const QString wanted =
+        draft.isRelation() ? nameOfRelation(draft.columns) : draft.columns.join(QLatin1Char('_'));
+    property_merge::name(*property, freeName(m_work, wanted), draft.columns);
+    if (draft.isRelation()) {
+        relate(*property, draft.relation);
+        m_columns.settleRelation(*property);
+        m_related.insert(property);
+    } else {
+        m_columns.settle(*property, draft.columns, draft.isIdentifier);
+    }
+    m_work.properties.push_back(property);
+    m_work.added.push_back(property);
 }
 
 } // namespace check

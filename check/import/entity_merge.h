@@ -59,8 +59,11 @@ private:
     void add(const property_draft & draft);
     void take(const property_draft & draft) { m_taken += &draft; }
     [[nodiscard]] bool hasColumnOf(const QStringList & columns) const;
-    [[nodiscard]] bool isRelatedElsewhere(const model::property & property,
-                                          const QStringList & columns) const;
+    /// Whether another property of the former entity has a relationship over the columns.
+    /// @param target that it leads to; 0 for any
+    [[nodiscard]] bool isRelatedElsewhere(const model::property & property, const QStringList & columns,
+                                          long target = 0) const;
+    [[nodiscard]] bool isKey(const model::property & property, const QStringList & columns) const;
 
     schema_import & m_import;
     merged_entity & m_work;

@@ -36,7 +36,11 @@ public:
     merging(schema_import import, model::project & former) : m_import(std::move(import)), m_former(former)
     {
         for (const auto & each : former.getListOfAllEntities()->values()) {
-            m_formerTables.insert(keyOf(tableNameOf(*each)), each);
+            // Of two entities of one table the one counts whose table scripts make.
+            const QString key = keyOf(tableNameOf(*each));
+            if (isExported(*each) || !m_formerTables.contains(key)) {
+                m_formerTables.insert(key, each);
+            }
             for (const auto & property : each->getListOfProperty(true, false, false)->values()) {
                 if (isLink(*property)) {
                     m_formerLinks += keyOf(property->getRelation()->getExtraTable());
@@ -91,6 +95,7 @@ private:
     void addInverses();
     void addLinks();
     void dropLoose();
+    [[nodiscard]] bool isGone(const QString & table) const;
     [[nodiscard]] bool isLoose(const model::property & property) const;
     void loosen(model::property & property) const;
     void assemble(model::project & into);
@@ -134,8 +139,9 @@ void merging::makeEntities()
     }
     for (const auto & former : m_former.getListOfAllEntities()->values()) {
         const QString name = tableNameOf(*former);
-        const table_draft * const draft = drafts.take(keyOf(name));
-        if (draft || !m_import.isSelected(name) || !isExported(*former)) {
+        const QString key = keyOf(name);
+        const table_draft * const draft = m_formerTables.value(key) == former ? drafts.take(key) : nullptr;
+        if (draft || !isGone(name) || !isExported(*former)) {
             m_entities.push_back({former, successorOf(*former), draft, {}, {}, {}});
         } else {
             m_gone.push_back(former);
@@ -221,6 +227,15 @@ void merging::addLink(const link_draft & link)
     other->getRelation()->setInverseId(one->getId());
 }
 
+/// Whether the database lacks a table that scripts of the former model make.
+bool merging::isGone(const QString & table) const
+{
+    const bool isMeant =
+        !m_import.meant || m_import.meant->tables.contains(tableKey(*m_import.meant, m_import.known, table));
+    return !table.isEmpty() && isMeant && m_import.isSelected(table) &&
+           !m_import.found.tables.contains(keyOf(table));
+}
+
 /// Whether the relationship without columns has lost what it is about.
 bool merging::isLoose(const model::property & property) const
 {
@@ -236,10 +251,8 @@ bool merging::isLoose(const model::property & property) const
             return each->getId() == relation.getInverseId() && each->hasRelationship() &&
                    (!m_related.contains(each) || each->getRelation()->getInverseId() == property.getId());
         });
-    const QString table = relation.getExtraTable();
-    const bool hasTable = relation.getType() != relationship::many_to_many || table.isEmpty() ||
-                          !m_import.isSelected(table) || m_import.found.tables.contains(keyOf(table));
-    return !hasInverse || !hasTable;
+    return !hasInverse ||
+           (relation.getType() == relationship::many_to_many && isGone(relation.getExtraTable()));
 }
 
 /// Takes the relationship away from a column that stays while what it led to goes.

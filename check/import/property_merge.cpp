@@ -14,8 +14,22 @@ namespace check {
 QStringList property_merge::columnsOf(const model::property & property)
 {
     QStringList columns;
-    for (int i = 0; i < property.getColumnNameCount(); ++i) {
+    const int count = property.getColumnNameCount();
+    if (count > 1 && !property.isIdentifier() && !property.hasRelationship()) {
+        return {property.getColumnName()}; // scripts take the whole for one name
+    }
+    for (int i = 0; i < count; ++i) {
         columns += property.getColumnName().isEmpty() ? property.getName() : property.getColumnName(i);
+    }
+    return columns;
+}
+
+QStringList property_merge::storedColumnsOf(const model::property & property) const
+{
+    QStringList columns = columnsOf(property);
+    for (QString & each : columns) {
+        const database::column * const found = column(each);
+        each = found ? found->name : each;
     }
     return columns;
 }
@@ -25,6 +39,13 @@ bool property_merge::hasColumns(const QStringList & columns) const
     return !columns.isEmpty() && std::all_of(columns.begin(), columns.end(), [this](const QString & each) {
         return column(each) != nullptr;
     });
+}
+
+bool property_merge::isUnwritten(const QStringList & columns) const
+{
+    return m_meant != nullptr && std::none_of(columns.begin(), columns.end(), [this](const QString & each) {
+               return meantColumn(each) != nullptr;
+           });
 }
 
 void property_merge::name(model::property & property, const QString & name, const QStringList & columns)
@@ -83,7 +104,8 @@ void property_merge::chooseType(model::property & property, const QStringList & 
 
 void property_merge::settleCounter(model::property & property, const QStringList & columns) const
 {
-    const bool isCounted = columns.size() == 1 && column(columns.constFirst())->counted;
+    const bool isCounted = std::all_of(columns.begin(), columns.end(),
+                                       [this](const QString & each) { return column(each)->counted; });
     if (!property.isIdentifier() || property.isNumber(true, -1) == isCounted) {
         return;
     }
@@ -110,9 +132,8 @@ void property_merge::settleFlags(model::property & property, const QString & nam
     }
 }
 
-void property_merge::settle(model::property & property, const QStringList & columns) const
+void property_merge::settle(model::property & property, const QStringList & columns, bool isKey) const
 {
-    const bool isKey = areSameColumns(m_known, columns, keyColumnsOf(m_table));
     property.setIdentifier(isKey);
     if (!keepsType(property, columns)) {
         chooseType(property, columns);
@@ -126,15 +147,20 @@ void property_merge::settle(model::property & property, const QStringList & colu
 // Scripts give such a column neither NOT NULL nor UNIQUE, so a column without them says nothing.
 void property_merge::settleRelation(model::property & property) const
 {
-    const QStringList columns = columnsOf(property);
-    const bool isNotNull = std::all_of(columns.begin(), columns.end(),
-                                       [this](const QString & each) { return column(each)->notNull; });
+    const QStringList columns = storedColumnsOf(property);
+    const bool isNotNull = std::all_of(columns.begin(), columns.end(), [this](const QString & each) {
+        const database::column * const meant = meantColumn(each);
+        return column(each)->notNull && (meant == nullptr || !meant->notNull);
+    });
     property.setAllowNull(property.getAllowNull() && !isNotNull);
     if (columns.size() == 1 && property.getRelation()->getType() == model::relationship::many_to_one) {
         const QString & name = columns.constFirst();
-        property.setUnique(property.getUnique() || isUnique(m_known, m_table, name));
+        const bool isMeant = meantColumn(name) != nullptr;
+        const bool isNewlyUnique =
+            isUnique(m_known, m_table, name) && !(isMeant && isUnique(m_known, *m_meant, name));
+        property.setUnique(property.getUnique() || isNewlyUnique);
         const bool isIndexedThere = isIndexed(m_known, m_table, name);
-        if (!meantColumn(name) || isIndexed(m_known, *m_meant, name) != isIndexedThere) {
+        if (!isMeant || isIndexed(m_known, *m_meant, name) != isIndexedThere) {
             property.setIndex(isIndexedThere);
         }
     }

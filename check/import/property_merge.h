@@ -25,12 +25,19 @@ public:
 
     /// The columns of a property, by the names that scripts give them; none for one that has none.
     [[nodiscard]] static QStringList columnsOf(const model::property & property);
+    /// The same by the names that the table has for them; those that it has not stay as they are.
+    [[nodiscard]] QStringList storedColumnsOf(const model::property & property) const;
     /// Whether the table has all of them.
     [[nodiscard]] bool hasColumns(const QStringList & columns) const;
 
+    /// Whether scripts of the former model make the table and none of the columns: then a database that has
+    /// them not says nothing of the property.
+    [[nodiscard]] bool isUnwritten(const QStringList & columns) const;
+
     /// Makes a property without relationship that of its columns: type, key, null, unique, index.
     /// @param columns of the table, that the property stands for
-    void settle(model::property & property, const QStringList & columns) const;
+    /// @param isKey whether they are the primary key
+    void settle(model::property & property, const QStringList & columns, bool isKey) const;
     /// Makes a relationship's property say what its columns do, as far as it has a say in that.
     void settleRelation(model::property & property) const;
     /// Gives a new property name and columns.

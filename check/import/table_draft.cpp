@@ -158,7 +158,7 @@ private:
         QList<property_draft> relations = relationsOf(owner);
         QSet<QString> made; // by relationships, which need no property beside them
         for (const property_draft & each : relations) {
-            if (each.relation->type == model::relationship::many_to_one) {
+            if (each.relation.type == model::relationship::many_to_one) {
                 made += folded(m_known, each.columns);
             }
         }
@@ -192,7 +192,15 @@ schema_draft draftOf(const database::catalogue & found, const facts & known, con
 
 QString tableKey(const database::catalogue & in, const facts & known, const QString & name)
 {
-    return in.tables.contains(name) ? name : database::foldedTable(known, name);
+    const QString folded = database::foldedTable(known, name);
+    for (const QString & each : {name, folded}) {
+        if (in.tables.contains(each)) {
+            return each;
+        }
+    }
+    // A name may begin with that of the schema, and be cut; blanks around it are none of it.
+    const QString read = database::nameKey(known, name.trimmed(), database::name_place::table);
+    return in.tables.contains(read) ? read : folded;
 }
 
 bool areSameColumns(const facts & known, const QStringList & a, const QStringList & b)
@@ -204,11 +212,19 @@ bool areSameColumns(const facts & known, const QStringList & a, const QStringLis
 
 const database::column * columnOf(const facts & known, const database::table & table, const QString & name)
 {
-    const auto found =
-        std::find_if(table.columns.begin(), table.columns.end(), [&](const database::column & each) {
-            return database::isSameName(known, each.name, name);
-        });
-    return found == table.columns.end() ? nullptr : &*found;
+    const auto find = [&](const auto & isIt) {
+        const auto found = std::find_if(table.columns.begin(), table.columns.end(), isIt);
+        return found == table.columns.end() ? nullptr : &*found;
+    };
+    const database::column * const found =
+        find([&](const database::column & each) { return database::isSameName(known, each.name, name); });
+    if (found) {
+        return found;
+    }
+    // A name may be cut, and blanks around it are none of it.
+    const QString read = database::nameKey(known, name.trimmed(), database::name_place::other);
+    return find(
+        [&](const database::column & each) { return database::foldedName(known, each.name) == read; });
 }
 
 QStringList keyColumnsOf(const database::table & table)

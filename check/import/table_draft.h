@@ -26,7 +26,9 @@ struct property_draft
 {
     QStringList columns;
     bool isIdentifier = false;
-    std::optional<relation_draft> relation;
+    relation_draft relation; ///< leads to no table when it is none
+
+    [[nodiscard]] bool isRelation() const { return !relation.target.isEmpty(); }
 };
 
 /// The properties of one table, in the order of its columns.
@@ -73,7 +75,7 @@ struct draft_rules
 /// Whether both name the same columns, in the same order.
 [[nodiscard]] bool areSameColumns(const database::facts & known, const QStringList & a,
                                   const QStringList & b);
-/// The column of that name; null when the table has none.
+/// The column that a statement means by that name; null when the table has none.
 [[nodiscard]] const database::column * columnOf(const database::facts & known, const database::table & table,
                                                 const QString & name);
 /// The names of the columns of its key; empty without one.
