@@ -157,10 +157,15 @@ zk::ZkBool ddl_export::exportProject(model::project & project)
     if (!builder) {
         return zk::ZkBool::failure(tr("Cannot create a builder to generate DDL SQL script"));
     }
-    connect(builder.get(), &ddl_export_builder::onMessage, this, &ddl_export::onMessage);
-    connect(builder.get(), &ddl_export_builder::onProgress, this, &ddl_export::onProgress);
-    connect(builder.get(), &ddl_export_builder::onFileWritten, this, &ddl_export::onFileWritten);
-    result = builder->build(project);
+    return build(*builder, project);
+}
+
+zk::ZkBool ddl_export::build(ddl_export_builder & builder, model::project & project)
+{
+    connect(&builder, &ddl_export_builder::onMessage, this, &ddl_export::onMessage);
+    connect(&builder, &ddl_export_builder::onProgress, this, &ddl_export::onProgress);
+    connect(&builder, &ddl_export_builder::onFileWritten, this, &ddl_export::onFileWritten);
+    zk::ZkBool result = builder.build(project);
     if (!result && m_bStopWanted) {
         m_bVersionMissing = false;
         m_sReasonForNoFile = tr("The export was cancelled; no script is complete");

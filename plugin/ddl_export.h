@@ -143,6 +143,8 @@ private:
     zk::ZkBool prepareCustomScript();
     [[nodiscard]] static zk::ZkBool settingsFailure(const QSqlError & error);
     zk::ZkBool loadStoredSettings();
+    /// Has the builder write the scripts. That the person ended it is no failure.
+    zk::ZkBool build(ddl_export_builder & builder, model::project & project);
     zk::ZkBool applyOptions(const friendly_settings & options);
     zk::ZkBool prepareStatements(const friendly_settings & options);
     statement_list collect(const friendly_settings & options, export_db_schema scripts,

@@ -19,11 +19,38 @@
 #include <QLocale>
 #include <QMessageBox>
 
+#include <optional>
+#include <utility>
+
 namespace app {
 
 namespace {
 
 constexpr int EventInterval = 40; ///< milliseconds between two looks at the window's events during an export
+
+/// Hands it on to the plug-in when the person wants an export to end.
+class stop_request : public QObject
+{
+public:
+    stop_request(message_panel & messages, plugin::export_interface * plugin)
+        : m_pStoppable(qobject_cast<plugin::stoppable *>(plugin))
+    {
+        messages.setCancellable(m_pStoppable != nullptr);
+        connect(&messages, &message_panel::cancelRequested, this, &stop_request::give);
+    }
+
+    [[nodiscard]] bool isGiven() const { return m_bGiven; }
+
+private:
+    void give()
+    {
+        m_bGiven = true;
+        m_pStoppable->stopExport();
+    }
+
+    plugin::stoppable * m_pStoppable;
+    bool m_bGiven = false;
+};
 
 } // namespace
 
@@ -70,16 +97,10 @@ void export_controller::exportWith(plugin::export_interface * plugin)
         return permission;
     });
     const dialog_watch watch;
-    auto * const stoppable = qobject_cast<plugin::stoppable *>(plugin);
-    bool isStopped = false;
-    m_messages.setCancellable(stoppable != nullptr);
-    const QMetaObject::Connection cancel =
-        connect(&m_messages, &message_panel::cancelRequested, this, [stoppable, &isStopped] {
-            isStopped = true;
-            stoppable->stopExport();
-        });
+    std::optional<stop_request> stop(std::in_place, m_messages, plugin);
     const export_report report = runPlugin(*plugin, *project, listener);
-    disconnect(cancel);
+    const bool isStopped = stop->isGiven();
+    stop.reset();
     if (isStopped && report.ok) {
         showCancelled(report);
         return;

@@ -74,6 +74,15 @@ QString textsOrAll()
     return orAll(project_commands::tr("Models in text form (*.json)"));
 }
 
+QString taggedText(const storage::history::tag_result & done, const QString & file)
+{
+    const QString number = QString::number(done.number);
+    return done.unchanged == 0
+               ? project_commands::tr("Version %1 of %2 tagged").arg(number, file)
+               : project_commands::tr("Version %1 of %2 tagged; the model has not changed since version %3")
+                     .arg(number, file, QString::number(done.unchanged));
+}
+
 } // namespace
 
 project_commands::project_commands(project_session & session, message_panel & messages,
@@ -332,12 +341,7 @@ void project_commands::tag()
     }
     m_session.keepOwnChange();
     Q_EMIT tagged();
-    const QString file = QDir::toNativeSeparators(m_session.file());
-    const QString told =
-        result.unchanged == 0
-            ? tr("Version %1 of %2 tagged").arg(QString::number(result.number), file)
-            : tr("Version %1 of %2 tagged; the model has not changed since version %3")
-                  .arg(QString::number(result.number), file, QString::number(result.unchanged));
+    const QString told = taggedText(result, QDir::toNativeSeparators(m_session.file()));
     m_messages.addMessage(told, plugin::ProgressMessage);
     Q_EMIT statusTold(told);
 }

@@ -53,6 +53,14 @@ QString outcomeText(bool isFailed)
     return isFailed ? message_panel::tr("Failed") : message_panel::tr("Done");
 }
 
+QPushButton * newButton(const QString & text, const char * name, const QString & accessibleName)
+{
+    auto * const button = new QPushButton(text);
+    button->setObjectName(QString::fromLatin1(name));
+    button->setAccessibleName(accessibleName);
+    return button;
+}
+
 QString countsText(int messages, int errors)
 {
     if (messages == 0 && errors == 0) {
@@ -165,19 +173,13 @@ QBoxLayout * message_panel::createBar()
     m_chkErrorsOnly = new QCheckBox(tr("Errors only"));
     m_chkErrorsOnly->setObjectName(QStringLiteral("m_chkErrorsOnly"));
     m_chkErrorsOnly->setAccessibleName(tr("Show errors only"));
-    auto * const copy = new QPushButton(copyAllText());
-    copy->setObjectName(QStringLiteral("m_btnCopyAll"));
-    copy->setAccessibleName(tr("Copy all messages shown"));
-    auto * const clear = new QPushButton(clearText());
-    clear->setObjectName(QStringLiteral("m_btnClear"));
-    clear->setAccessibleName(tr("Clear the messages"));
+    QPushButton * const copy = newButton(copyAllText(), "m_btnCopyAll", tr("Copy all messages shown"));
+    QPushButton * const clear = newButton(clearText(), "m_btnClear", tr("Clear the messages"));
     connect(m_chkErrorsOnly, &QCheckBox::toggled, m_pFilter, &message_filter::setErrorsOnly);
     connect(copy, &QPushButton::clicked, this, &message_panel::copyAll);
     connect(clear, &QPushButton::clicked, this, &message_panel::clear);
 
-    m_btnCancel = new QPushButton(tr("Cancel"));
-    m_btnCancel->setObjectName(QStringLiteral("m_btnCancel"));
-    m_btnCancel->setAccessibleName(tr("Cancel the export"));
+    m_btnCancel = newButton(tr("Cancel"), "m_btnCancel", tr("Cancel the export"));
     m_btnCancel->setToolTip(tr("End the export before its next statement"));
     m_btnCancel->hide();
     connect(m_btnCancel, &QPushButton::clicked, this, [this] {
