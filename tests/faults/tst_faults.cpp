@@ -1,10 +1,11 @@
 // One fault at each call that reads, writes, locks or names a file: the command either does its work and says
 // so, or leaves what there was and says why; it never crashes, hangs, or touches what is not its own.
 //
-// KORVANE_FAULT_STEP=1 tries every call; by default every fifth is tried, begun at another one for each kind
-// of fault.
+// KORVANE_FAULT_STEP=1 tries every call; by default every fifth is tried, or fewer where KORVANE_TEST_ROUNDS
+// asks for that, begun at another one for each kind of fault.
 
 #include "faults/command_runs.h"
+#include "support/rounds.h"
 
 class tst_faults : public QObject
 {
@@ -60,7 +61,8 @@ void tst_faults::atEveryCall()
     QFETCH(QString, kind);
     const int calls = countCalls(command);
     QVERIFY2(calls > 20, "the calls of the command are counted");
-    const int step = qMax(1, qEnvironmentVariable("KORVANE_FAULT_STEP", "5").toInt());
+    const int asked = qEnvironmentVariableIntValue("KORVANE_FAULT_STEP");
+    const int step = asked > 0 ? asked : 500 / support::rounds(100);
     const int first = 1 + static_cast<int>(qHash(QString(command + kind), 7) % static_cast<unsigned>(step));
     for (int call = first; call <= calls; call += step) {
         tryFault(command, kind, call);
