@@ -146,6 +146,20 @@ private Q_SLOTS:
                 "\n      ! KV404 accepted: The soft-delete column 'gone' of 'client' is not followed.\n"),
             told.constData());
     }
+    /// The script is run for the statements and for the findings, and is told of once.
+    void theCustomScriptIsToldOnce()
+    {
+        tagVersions({Made});
+        importText(Renamed);
+        QVERIFY(support::writeBytes(path("hook.js"), "function exportStep() {}\n"));
+        QCOMPARE(runProgram({"settings", m_sProject, "--custom-script", path("hook.js")}).status, 0);
+        const QByteArray told = "Custom script of the project: " + path("hook.js").toUtf8() +
+                                " ('--no-custom-script' leaves it out)\n";
+        const program_result result = diff({m_sProject, "--db", "postgresql"});
+        QCOMPARE(result.status, 0);
+        QCOMPARE(result.errors, told);
+        QCOMPARE(diff({m_sProject, "--db", "postgresql", "--no-custom-script"}).errors, QByteArray());
+    }
     void aStepBackwardsIsNotJudged()
     {
         makeHistory(3);
