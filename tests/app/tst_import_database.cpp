@@ -114,12 +114,14 @@ private Q_SLOTS:
 
     void whatHasNoPlaceIsListed()
     {
-        make({"CREATE TABLE customer (id INTEGER NOT NULL PRIMARY KEY, name TEXT DEFAULT 'x' COLLATE NOCASE, "
-              "age "
-              "INTEGER CHECK (age > 0), next INTEGER AS (age + 1), UNIQUE (name, age))",
-              "CREATE TABLE t_order (id INTEGER NOT NULL PRIMARY KEY, customer_id INTEGER NOT NULL, "
-              "FOREIGN KEY (customer_id) REFERENCES customer (id) ON DELETE CASCADE)",
-              "CREATE INDEX half ON t_order (customer_id) WHERE id > 7",
+        const QString customer =
+            "CREATE TABLE customer (id INTEGER NOT NULL PRIMARY KEY, name TEXT DEFAULT 'x' "
+            "COLLATE NOCASE, age INTEGER CHECK (age > 0), next INTEGER AS (age + 1), UNIQUE "
+            "(name, age))";
+        const QString order =
+            "CREATE TABLE t_order (id INTEGER NOT NULL PRIMARY KEY, customer_id INTEGER NOT NULL, "
+            "FOREIGN KEY (customer_id) REFERENCES customer (id) ON DELETE CASCADE)";
+        make({customer, order, "CREATE INDEX half ON t_order (customer_id) WHERE id > 7",
               "CREATE INDEX computed ON t_order (customer_id + 1)",
               "CREATE VIEW v_all AS SELECT * FROM customer",
               "CREATE TRIGGER t_after AFTER INSERT ON t_order BEGIN DELETE FROM customer; END"});

@@ -117,11 +117,13 @@ private Q_SLOTS:
         import.start(KORVANE_PROGRAM, {"import", server.url("ann", "gone"), m_project});
         QVERIFY(import.waitForStarted());
         const auto watcher = server.connect("postgres");
-        QStringList ended; // asked again once there are some
-        QTRY_VERIFY(
-            !(ended += watcher->firstColumn("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE "
-                                            "wait_event_type = 'Lock' AND datname = 'gone'"))
-                 .isEmpty());
+        QStringList ended;
+        const auto endImport = [&] {
+            ended += watcher->firstColumn("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE "
+                                          "wait_event_type = 'Lock' AND datname = 'gone'");
+            return !ended.isEmpty();
+        };
+        QTRY_VERIFY(endImport());
         QVERIFY(import.waitForFinished());
         QCOMPARE(import.exitCode(), 1);
         const QByteArray errors = import.readAllStandardError();
