@@ -13,6 +13,7 @@ tests=(appstream bash-completion clang-format desktop-file-utils doxygen eatmyda
     zsh)
 checks=(clang-tidy-19 clazy cmake-format codespell cppcheck gcovr python3-yaml shellcheck similarity-tester)
 fuzzers=(clang-19 libclang-rt-19-dev)
+packagers=(lintian mmdebstrap)
 pictures=(fonts-dejavu-core xauth xvfb)
 icons=(librsvg2-bin)
 
@@ -25,6 +26,9 @@ if [ "${1:-}" = test ]; then
 fi
 if [ "${1:-}" = check ]; then
     packages+=("${checks[@]}")
+fi
+if [ "${1:-}" = package ]; then
+    packages+=("${packagers[@]}")
 fi
 if [ "${1:-}" = fuzz ]; then
     packages+=("${fuzzers[@]}")

@@ -1,6 +1,7 @@
 #include "app/program/command_line.h"
 
 #include "app/command_options.h"
+#include "app/commands/version_command.h"
 #include "app/nearest_word.h"
 #include "app/output.h"
 #include "app/program/command_table.h"
@@ -59,7 +60,8 @@ parser::parser() : window{makeDefaultCommand(), &app, command_options(app)}
 {
     app.name(window.what->name());
     app.description(window.what->description());
-    app.set_version_flag("--version", "korvane " KORVANE_VERSION, "Print the version and exit");
+    app.set_version_flag("--version", std::string(),
+                         "Print the versions of program, library, plugins, Qt and SQLite");
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.require_subcommand(0, 1);
     window.what->declare(window.options);
@@ -272,8 +274,9 @@ command_line parseCommandLine(const QStringList & arguments)
             help.type = command_line::tell;
             help.asked = std::move(given.what);
         }
-    } catch (const CLI::CallForVersion & version) {
-        help.text = fromStd(version.what());
+    } catch (const CLI::CallForVersion &) {
+        help.type = command_line::run;
+        help.asked = makeVersionCommand();
     } catch (const CLI::ExtrasError &) {
         return wrongLine(leftOver(p));
     } catch (const CLI::ParseError & error) {

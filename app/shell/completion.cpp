@@ -201,7 +201,7 @@ completion complete(const QList<described_command> & commands, const QStringList
     completion found = completeLine(read(isNamed ? *named : window, rest), outside);
     if (words.size() == 1) {
         if (current.startsWith(QLatin1Char('-'))) {
-            found.words.append({QStringLiteral("--version"), QStringLiteral("Print the version and exit")});
+            found.words.append({QStringLiteral("--version"), QStringLiteral("Print the versions and exit")});
         } else {
             for (auto each = commands.cbegin() + 1; each != commands.cend(); ++each) {
                 found.words.append({each->name, each->description});

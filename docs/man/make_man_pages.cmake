@@ -12,6 +12,8 @@ foreach(page ${pages})
     string(REPLACE "\n.RS\n.PP\n" "\n.RS\n" body "${body}")
     string(TOUPPER ${name} title)
     file(WRITE ${TARGET}/${name}.1 ".TH ${title} 1 \"${DATE}\" \"Korvane ${VERSION}\" \"User Commands\"\n${body}")
+    # Without its time, so that the bytes are the same each time.
+    execute_process(COMMAND gzip --best --no-name ${TARGET}/${name}.1 COMMAND_ERROR_IS_FATAL ANY)
 endforeach()
 file(REMOVE_RECURSE ${TARGET}/markdown)
 file(TOUCH ${TARGET}/made)

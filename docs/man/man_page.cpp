@@ -146,7 +146,7 @@ QString commandList(const QList<described_command> & commands)
 /// The rows of the table of `text` that explains the environment's variables.
 QString environment(const QString & text)
 {
-    static const QRegularExpression row(QStringLiteral("^\\| `KORVANE_[^\\n]*$"),
+    static const QRegularExpression row(QStringLiteral("^\\| `[A-Z_]+` \\|[^\\n]*$"),
                                         QRegularExpression::MultilineOption);
     QString list;
     for (auto found = row.globalMatch(text); found.hasNext();) {

@@ -98,10 +98,18 @@ bool isUnchanged(const zk::sqlite::connection & file, const model::project_histo
     return former == bytes || holdsModelOf(file, former);
 }
 
+/// The time that counts as now: that of the clock, unless what is built is to be the same each time.
+QDateTime currentTime()
+{
+    bool isTime = false;
+    const qlonglong seconds = qEnvironmentVariable("SOURCE_DATE_EPOCH").toLongLong(&isTime);
+    return isTime ? QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC) : QDateTime::currentDateTimeUtc();
+}
+
 /// The moment of a version that follows `versions`.
 QDateTime creationTimeAfter(const list_of_versions & versions)
 {
-    const QDateTime now = QDateTime::currentDateTimeUtc();
+    const QDateTime now = currentTime();
     if (versions.isEmpty()) {
         return now;
     }

@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sqlite3.h>
+
 using support::program_result;
 using support::runProgram;
 
@@ -265,7 +267,10 @@ private Q_SLOTS:
     {
         const program_result version = runProgram({QStringLiteral("--version")});
         QCOMPARE(version.status, 0);
-        QCOMPARE(version.output, QByteArray("korvane 1.1.7\n"));
+        QCOMPARE(version.errors, QByteArray());
+        QCOMPARE(version.output,
+                 QByteArray("korvane 1.1.7\nKorvaneCore 1.0.0\nKorvGenericDDLExport 1.1.7\nQt ") +
+                     qVersion() + "\nSQLite " + SQLITE_VERSION + '\n');
         const program_result help = runProgram({QStringLiteral("--help")});
         QCOMPARE(help.status, 0);
         QCOMPARE(help.errors, QByteArray());

@@ -254,7 +254,8 @@ private Q_SLOTS:
         const QJsonObject root = QJsonDocument::fromJson(result.output).object();
         QCOMPARE(root["format"], QJsonValue("korvane.diff"));
         QCOMPARE(root["formatVersion"], QJsonValue(1));
-        QCOMPARE("korvane " + root["program"].toString().toUtf8() + "\n", runProgram({"--version"}).output);
+        QVERIFY(runProgram({"--version"})
+                    .output.startsWith("korvane " + root["program"].toString().toUtf8() + "\n"));
         QCOMPARE(root["project"], QJsonValue("shop"));
         QCOMPARE(root["from"], QJsonValue(path("a.json")));
         QCOMPARE(root["to"], QJsonValue(path("b.json")));

@@ -70,7 +70,7 @@ void tst_completion::programTells_data()
     QTest::addColumn<QByteArray>("told");
     const auto row = [](const char * line, const QByteArray & told) { QTest::newRow(line) << told; };
     row("ta", "tag\tTag the current state of a project as a new version\n:project\n");
-    row("-", "--help\tPrint this help and exit\n--version\tPrint the version and exit\n");
+    row("-", "--help\tPrint this help and exit\n--version\tPrint the versions and exit\n");
     row("tag ", ":project\n");
     row("tag shop.korv ", "");
     row("tag shop.korv --u",

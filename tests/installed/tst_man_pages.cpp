@@ -20,7 +20,7 @@ program_result shown(const QString & page)
 {
     return runProcess(QStringLiteral("man"),
                       {QStringLiteral("--warnings"), QStringLiteral("--encoding=UTF-8"),
-                       QStringLiteral("--local-file"), Folder + page + QStringLiteral(".1")},
+                       QStringLiteral("--local-file"), Folder + page + QStringLiteral(".1.gz")},
                       {{QStringLiteral("MANWIDTH"), QStringLiteral("2000")},
                        {QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8")}},
                       {});
@@ -51,11 +51,12 @@ private slots:
 
 void tst_man_pages::everyCommandHasOne()
 {
-    const QStringList pages = QDir(Folder).entryList({QStringLiteral("*.1")}, QDir::Files, QDir::Name);
-    QCOMPARE(pages, QStringList({"korvane-check.1", "korvane-diff.1", "korvane-dump.1", "korvane-explain.1",
-                                 "korvane-export.1", "korvane-import.1", "korvane-log.1", "korvane-plugins.1",
-                                 "korvane-schema.1", "korvane-settings.1", "korvane-status.1",
-                                 "korvane-tag.1", "korvane-verify.1", "korvane.1"}));
+    const QStringList pages = QDir(Folder).entryList({QStringLiteral("*.1.gz")}, QDir::Files, QDir::Name);
+    QCOMPARE(pages, QStringList({"korvane-check.1.gz", "korvane-diff.1.gz", "korvane-dump.1.gz",
+                                 "korvane-explain.1.gz", "korvane-export.1.gz", "korvane-import.1.gz",
+                                 "korvane-log.1.gz", "korvane-plugins.1.gz", "korvane-schema.1.gz",
+                                 "korvane-settings.1.gz", "korvane-status.1.gz", "korvane-tag.1.gz",
+                                 "korvane-verify.1.gz", "korvane.1.gz"}));
 }
 
 void tst_man_pages::pageIsWhole_data()

@@ -1,0 +1,68 @@
+#!/usr/bin/env bash
+# Tries the packages that scripts/package.sh made: lintian finds no error in them, they hold what is listed, in a fresh Debian they are
+# installed, do what the manual's ten minutes say, and are removed without a trace.
+#
+# usage: test_packages.sh [FOLDER]     (default: build/packages) as root; downloads what they depend on
+set -euo pipefail
+cd "$(dirname "$0")/.."
+packages=$(realpath "${1:-build/packages}")
+scripts/install_dependencies.sh package
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+root=$work/root
+
+echo "== lintian"
+lintian --fail-on error "$packages"/*.deb
+
+echo "== contents"
+for deb in "$packages"/*.deb; do
+    dpkg-deb --fsys-tarfile "$deb" | tar --list
+done | sed --quiet --regexp-extended 's#^\./usr/(.*[^/])$#\1#p' |
+    sed --regexp-extended 's#^lib/[a-z0-9_]+-linux-gnu/#LIB/#; s#Targets-[a-z]+\.cmake#Targets-BUILD.cmake#; s#zsh/vendor-completions/#zsh/ZSH/#' |
+    grep --invert-match --extended-regexp '^share/doc/[a-z0-9-]+/(copyright|changelog\.gz)$' | sort >"$work/packaged"
+grep --invert-match '^#' cmake/installed_files.txt | sort >"$work/listed"
+diff "$work/listed" "$work/packaged"
+
+echo "== a fresh Debian"
+# Where no other root can be made, the machine itself is used, and said so.
+if mmdebstrap --quiet --variant=apt bookworm "$root" >"$work/log" 2>&1; then
+    inside() { chroot "$root" "$@"; }
+else
+    tail -n 3 "$work/log"
+    echo "No fresh root can be made here: the packages go into this machine."
+    root=
+    inside() { "$@"; }
+fi
+files() {
+    inside find /etc /opt /usr /var/lib /home /root -not -path '/var/lib/apt/*' -not -path '/var/lib/dpkg/*' -not -path '*/__pycache__*' | sort
+}
+mkdir -p "$root/tmp/packages"
+cp "$packages"/*.deb "$root/tmp/packages"
+inside apt-get update -qq
+# What they depend on stays, so that what is left afterwards is theirs.
+depends=$(for deb in "$packages"/*.deb; do
+    dpkg-deb --field "$deb" Depends
+done | tr ',' '\n' | sed --regexp-extended 's/\(.*//; s/\|.*//; s/ //g' | grep --invert-match --extended-regexp 'korvane|^$' | sort -u)
+# shellcheck disable=SC2086 # a list of words
+inside env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $depends sqlite3 graphviz bash-completion >"$work/log" 2>&1
+files >"$work/before"
+
+echo "== install"
+mapfile -t names < <(cd "$packages" && printf '/tmp/packages/%s\n' *.deb)
+inside env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${names[@]}" \
+    >"$work/log" 2>&1 || { cat "$work/log"; exit 1; }
+inside korvane --version
+
+echo "== ten minutes"
+# The shell of the manual's chapter, each block as a person would type it.
+awk '/^## /{chapter=$0} /^```sh$/{if (chapter ~ /Ten minutes/) inside=1; next} /^```/{inside=0} inside' docs/manual.md >"$work/ten_minutes.sh"
+test -s "$work/ten_minutes.sh"
+mkdir "$root/tmp/shop"
+cp "$work/ten_minutes.sh" "$root/tmp"
+inside env HOME=/tmp bash -c 'cd /tmp/shop && bash -ex ../ten_minutes.sh'
+
+echo "== remove"
+inside env DEBIAN_FRONTEND=noninteractive apt-get purge -y -qq 'korvane*' 'libkorvanecore*' >"$work/log" 2>&1
+files >"$work/after"
+diff "$work/before" "$work/after"
+echo "The packages were installed, used and removed${root:+ in a fresh Debian}."
