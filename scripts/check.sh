@@ -16,12 +16,13 @@
 #   threads     the tests of threads and processes pass under the thread sanitizer
 #   sanitize    the tests pass under the address and undefined-behaviour sanitizers
 #   coverage    no folder's tests take fewer branches than scripts/checks/coverage.toml says
+#   packages    the packages for Debian are made, and tried in a fresh one
 #
 # Every part is run whatever came of those before it; what failed is listed at the end, with the time of each.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-all_parts=(format spelling shell cmake includes duplicates unused floors checks clazy lint threads sanitize coverage)
+all_parts=(format spelling shell cmake includes duplicates unused floors checks clazy lint threads sanitize coverage packages)
 
 # What git tracks or would track, of the given patterns, as far as it is there.
 sources() {
@@ -105,6 +106,11 @@ check_coverage() {
     chmod -R a+rwX build/coverage
     ctest --preset coverage
     scripts/check_coverage.py
+}
+
+check_packages() {
+    scripts/package.sh
+    scripts/test_packages.sh
 }
 
 parts=("$@")
