@@ -24,11 +24,12 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/same_times.cmake)
 
 set(same "= ${PROJECT_VERSION}")
-macro(korvane_describe component section summary description)
+# korvane_describe(COMPONENT SECTION SUMMARY DESCRIPTION): what lists of packages show of one.
+function(korvane_describe component section summary description)
     string(TOUPPER ${component} upper)
-    set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section})
-    set(CPACK_DEBIAN_${upper}_DESCRIPTION "${summary}\n${description}")
-endmacro()
+    set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section} PARENT_SCOPE)
+    set(CPACK_DEBIAN_${upper}_DESCRIPTION "${summary}\n${description}" PARENT_SCOPE)
+endfunction()
 korvane_describe(library libs "model and services of Korvane's plug-ins"
     "The library that korvane and its plug-ins share: the model of persistent\n\
 classes, project files with their versions, and custom scripts.")
@@ -51,7 +52,8 @@ of it, writes the SQL scripts that lead from one version to the next, tells\n\
 without a server what a database will refuse or lose, and proves the scripts\n\
 by running them on a database of their own. With a window and a command line.")
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "libkorvanecore${KORVANE_CORE_SOVERSION} (${same}), korvane-ddl-export (${same})")
+set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS
+    "libkorvanecore${KORVANE_CORE_SOVERSION} (${same}), korvane-ddl-export (${same})")
 # Diagrams are laid out by Graphviz; a proof starts the servers that are there.
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS "graphviz, libqt6sql6-mysql, libqt6sql6-psql, korvane-doc (${same})")
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SUGGESTS "mariadb-server, postgresql")
