@@ -9,6 +9,8 @@ scripts/install_dependencies.sh package
 # Everything that has a time has that of the version.
 SOURCE_DATE_EPOCH=$(date --utc --date="$(sed -n 's/^set(KORVANE_RELEASE_DATE \(.*\))/\1/p' CMakeLists.txt)" +%s)
 export SOURCE_DATE_EPOCH QT_RCC_SOURCE_DATE_OVERRIDE=$SOURCE_DATE_EPOCH
+# What was compiled in one folder is the same in another one.
+export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
 cmake --preset package >/dev/null
 cmake --build --preset package
 mkdir -p "$target"

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Tries the packages that scripts/package.sh made: lintian finds no error in them, they hold what is listed, in a fresh Debian they are
-# installed, do what the manual's ten minutes say, and are removed without a trace.
+# Tries the packages that scripts/package.sh made: lintian finds no error in them, they hold what is listed, the archive of the sources
+# makes the same bytes without git, in a fresh Debian they are installed, do what the manual's ten minutes say, and are removed
+# without a trace.
 #
 # usage: test_packages.sh [FOLDER]     (default: build/packages) as root; downloads what they depend on
 set -euo pipefail
@@ -22,6 +23,14 @@ done | sed --quiet --regexp-extended 's#^\./usr/(.*[^/])$#\1#p' |
     grep --invert-match --extended-regexp '^share/doc/[a-z0-9-]+/(copyright|changelog\.gz)$' | sort >"$work/packaged"
 grep --invert-match '^#' cmake/installed_files.txt | sort >"$work/listed"
 diff "$work/listed" "$work/packaged"
+
+echo "== the same again, from the archive of the sources"
+mkdir "$work/sources"
+tar --extract --file "$packages"/korvane-*.tar.gz --directory "$work/sources" --strip-components 1
+"$work/sources/scripts/package.sh" "$work/again" >"$work/log" 2>&1 || { tail "$work/log"; exit 1; }
+for deb in "$packages"/*.deb; do
+    cmp "$deb" "$work/again/$(basename "$deb")"
+done
 
 echo "== a fresh Debian"
 # Where no other root can be made, the machine itself is used, and said so.

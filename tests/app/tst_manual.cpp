@@ -95,8 +95,8 @@ void tst_manual::webPages()
     const QDir folder(QStringLiteral(KORVANE_MANUAL_FOLDER));
     QStringList made = folder.entryList({QStringLiteral("*.html")}, QDir::Files, QDir::Name);
     QCOMPARE(made,
-             (QStringList{"ci.html", "custom_script.html", "databases.html", "evolution.html", "manual.html",
-                          "plugins.html", "text_form.html", "types.html", "window.html"}));
+             (QStringList{"ci.html", "custom_script.html", "databases.html", "evolution.html", "git.html",
+                          "manual.html", "plugins.html", "text_form.html", "types.html", "window.html"}));
     static const QRegularExpression link(QStringLiteral("(?:href|src|srcset)=\"([^\"#:]*)(?:#([^\"]*))?\""));
     for (const QString & name : std::as_const(made)) {
         QFile page(folder.filePath(name));
