@@ -2,6 +2,7 @@
 
 #include "app/acceptance_file.h"
 #include "app/check_run.h"
+#include "app/export_options.h"
 #include "app/source.h"
 
 #include <QDate>
@@ -16,7 +17,6 @@ namespace app {
 
 namespace {
 
-constexpr QLatin1String DatabaseOption("db");
 constexpr QLatin1String SchemaOption("schema");
 /// The options that a check has as well.
 constexpr QLatin1String ContentOptions[] = {QLatin1String("relationships"), QLatin1String("custom-script")};
