@@ -30,8 +30,7 @@ namespace app {
 namespace {
 
 const char Help[] =
-    "Without --from, --to and --all the full script is judged, and the step from the newest version "
-    "to now.\n"
+    "Without --from, --to and --all the full script is judged, and the step from the newest version to now.\n"
     "\n"
     "Exit status: 0 nothing to object to; 1 it could not be done; 2 wrong usage; 3 there are findings "
     "of the severity\n"

@@ -21,8 +21,7 @@ namespace {
 const char Help[] =
     "Compares the newest version with now, or what FROM and TO name. Objects are matched by their ids.\n"
     "\n"
-    "Exit status: 0 done; 1 it could not be done; 2 wrong usage; 3 something changed, with "
-    "--exit-code.\n"
+    "Exit status: 0 done; 1 it could not be done; 2 wrong usage; 3 something changed, with --exit-code.\n"
     "\n"
     "Examples:\n"
     "  korvane diff shop.korv                      from the newest version to now\n"

@@ -52,8 +52,7 @@ public:
     {
         options.addFile(
             "MODEL.json",
-            "The model in text form, - from standard input; a database by its URL; or a script as "
-            "ddl:FILE",
+            "The model in text form, - from standard input; a database by its URL; or a script as ddl:FILE",
             m_request.from.source, value_kind::source);
         options.addProject(m_request.projectFile);
         options.addFlag("-n,--dry-run", "Tell what would change, and store nothing", m_request.isPlan);

@@ -30,8 +30,7 @@ const rule_text IdMeansOther = {
     QLatin1String("KV311"),
     effect::differs,
     "The {kind} with the id {id} was '{before}' and is '{now}' with other contents: its table or column is "
-    "renamed and its rows "
-    "stay.",
+    "renamed and its rows stay.",
     "Ids tell what is the same thing; when two people add something at the same time, both may get one id.",
     "If these are two things, give the new one another id; then the old one is dropped and the new one "
     "added.",

@@ -191,8 +191,7 @@ const difference_rule Rules[] = {
     {isSameVersion,
      {QLatin1String("KV410"), effect::silent, "Nothing of what changed in '{entity}' reaches the database.",
       "The entity differs from that of the version before, but its version number is the same, so it counts "
-      "as "
-      "unchanged.",
+      "as unchanged.",
       "Import the text form without \"version\" numbers, or with a higher one for '{entity}'."}},
     {isLinkTable,
      {QLatin1String("KV407"), effect::silent, "The link table '{table}' of '{subject}' stays as it was.",
@@ -204,8 +203,7 @@ const difference_rule Rules[] = {
      {QLatin1String("KV408"), effect::silent, "The change of '{subject}' does not reach the database.",
       "Scripts for this database leave a comment in the place of such a change.",
       "Have the custom script write the statement, as far as the database knows it (ALTER TABLE … RENAME "
-      "COLUMN, ALTER "
-      "TABLE … DROP COLUMN), or make the table anew and copy its rows."}},
+      "COLUMN, ALTER TABLE … DROP COLUMN), or make the table anew and copy its rows."}},
     {isSwitchedOn,
      {QLatin1String("KV413"), effect::silent, "There is no table '{table}' for '{entity}'.",
       "It was left out of the scripts before; a step makes tables of new entities only.",
@@ -224,8 +222,7 @@ const difference_rule Rules[] = {
      {QLatin1String("KV412"), effect::differs,
       "The column '{column}' of '{property}' is made with constraints that a new database does not have.",
       "A relationship that is added to a table that is there gets NOT NULL and UNIQUE as the model says; a "
-      "new table is "
-      "made without them.",
+      "new table is made without them.",
       "Decide which is right, and add or drop the constraint in the other with a statement of your own."}},
     {isAddedOneToOne,
      {QLatin1String("KV414"), effect::differs,
@@ -252,8 +249,7 @@ const difference_rule Rules[] = {
       "A step drops foreign keys of relationships that are gone and adds those of new ones; it does not "
       "change one.",
       "Give the relationship a new id, so that the old foreign key is dropped and the new one added, or "
-      "change the "
-      "foreign key yourself.",
+      "change the foreign key yourself.",
       "type target"}},
     {isAddedIndex,
      {QLatin1String("KV405"), effect::silent,
@@ -287,8 +283,7 @@ const difference_rule Rules[] = {
       "Table '{table}' keeps names of what belongs to it: '{found}' is '{expected}' in a new database.",
       "Renaming a table or a column leaves the names of its indexes, keys, sequences and foreign keys.",
       "Nothing now; later versions that drop it, or make another of that name, will be refused, which the "
-      "check tells "
-      "then.",
+      "check tells then.",
       "tableName columnName | name"}},
 };
 

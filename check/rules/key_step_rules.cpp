@@ -168,41 +168,35 @@ const refusal_rule Rules[] = {
       "{db} refuses to drop the index of '{subject}': there is no index '{index}', it is still called "
       "'{old}'.",
       "Renaming a table or a column does not rename its indexes, and the script asks for the index by the "
-      "name that "
-      "it would have today.",
+      "name that it would have today.",
       "Drop '{old}' yourself, or have the custom script write that name (action DROP_INDEX)."},
      indexKeptOldName},
     {{QLatin1String("KV208"), effect::refused,
       "{db} refuses to drop the foreign key of '{subject}': there is no '{constraint}', it is still called "
       "'{old}'.",
       "Renaming a table or a column does not rename its foreign keys, and the script asks for the key by the "
-      "name that "
-      "it would have today.",
+      "name that it would have today.",
       "Drop '{old}' yourself before the script, and have the custom script return an empty text for this "
       "DROP_FOREIGN_KEY."},
      foreignKeyKeptOldName},
     {{QLatin1String("KV310"), effect::refused,
       "{db} refuses to drop the column '{column}' of table '{table}', which is also that of '{other}'.",
       "The relationship '{subject}' was dropped, and the script drops its column, though another property "
-      "has it too; "
-      "only the foreign key keeps it from going.",
+      "has it too; only the foreign key keeps it from going.",
       "Have the custom script return an empty text for this DROP_COLUMN."},
      sharedColumn},
     {{QLatin1String("KV209"), effect::refused,
       "{db} refuses to drop table '{table}' on a connection that enforces foreign keys, if rows of another "
-      "table refer to "
-      "it.",
+      "table refer to it.",
       "The script switches enforcement off, but within its transaction, where that has no effect.",
       "Run the script on a connection that does not enforce foreign keys, and run PRAGMA foreign_key_check "
       "afterwards."},
      droppedWhereEnforced},
     {{QLatin1String("KV209"), effect::refused, "{db} refuses to {detail}.",
       "The script drops tables first, then columns, then foreign keys, and takes the names that tables have "
-      "in the "
-      "model.",
+      "in the model.",
       "Drop the foreign key yourself before the script, and have the custom script return an empty text for "
-      "its "
-      "DROP_FOREIGN_KEY."},
+      "its DROP_FOREIGN_KEY."},
      dropBeforeForeignKey},
     {{QLatin1String("KV210"), effect::refused,
       "{db} refuses to drop the index '{index}' of '{subject}': a foreign key needs it.",
@@ -217,31 +211,25 @@ const refusal_rule Rules[] = {
      columnInUse},
     {{QLatin1String("KV217"), effect::refused,
       "{db} refuses to rename the column '{column}' of table '{table}' to '{new}': that would change its "
-      "type, and the "
-      "foreign key '{constraint}' forbids it.",
+      "type, and the foreign key '{constraint}' forbids it.",
       "Renaming a column repeats its type, which is another one than the table has, perhaps since an earlier "
-      "version "
-      "that wrote nothing about it.",
+      "version that wrote nothing about it.",
       "Have the custom script put three statements in its place (action RENAME_COLUMN): drop the foreign "
-      "key, rename "
-      "the column, add the foreign key."},
+      "key, rename the column, add the foreign key."},
      renamedAndRetyped},
     {{QLatin1String("KV216"), effect::refused,
       "{db} refuses to rename the column '{column}' of table '{table}' to '{new}': the table would be "
-      "copied, and the "
-      "foreign key '{constraint}' forbids it.",
+      "copied, and the foreign key '{constraint}' forbids it.",
       "The table has a unique column of long text, which is kept as a hash; every change copies such a "
       "table.",
       "Have the custom script put three statements in its place (action RENAME_COLUMN): drop the foreign "
-      "key, rename "
-      "the column, add the foreign key."},
+      "key, rename the column, add the foreign key."},
      besideUniqueText},
     {{QLatin1String("KV220"), effect::refused,
       "{db} refuses the statement about '{subject}': the name '{word}' belongs to the {kind} that '{origin}' "
       "made.",
       "Renaming a table or a column leaves the names of its indexes and foreign keys as they were, so the "
-      "name is "
-      "taken for what would get it now.",
+      "name is taken for what would get it now.",
       "Rename or drop the old {kind} before the script."},
      nameLeftBehind},
     {{QLatin1String("KV221"), effect::refused,
@@ -249,8 +237,7 @@ const refusal_rule Rules[] = {
       "'{target}'.",
       "A foreign key is checked against the rows that are there.",
       "Look for such rows before the script, and mend or clear them: SELECT {column} FROM {table} WHERE "
-      "{column} NOT IN "
-      "(SELECT {target_column} FROM {target})."},
+      "{column} NOT IN (SELECT {target_column} FROM {target})."},
      overLostRows},
 };
 

@@ -115,16 +115,14 @@ const loss_rule Rules[] = {
      {QLatin1String("KV304"), effect::loss,
       "Table '{table}' is dropped with all its rows, and made anew, empty, for a new entity.",
       "The entity with the id {id} is gone from the model, and another one has its table name; only the id "
-      "tells that "
-      "something was renamed.",
+      "tells that something was renamed.",
       "If it is the same entity, write the id {id} into the new one; else this is right, accept it."},
      hasSuccessor},
     {loss_kind::rows,
      occasion::rows,
      {QLatin1String("KV303"), effect::loss, "Table '{table}' of '{entity}' is dropped with all its rows.",
       "'{entity}' is left out of the scripts now (meta-data \"DDL_EXPORT_CREATE_TABLE\"), which a step takes "
-      "for a "
-      "dropped entity.",
+      "for a dropped entity.",
       "To keep the table, have the custom script return an empty text for this DROP_TABLE."},
      isExportedNoMore},
     {loss_kind::rows,
@@ -146,8 +144,7 @@ const loss_rule Rules[] = {
       "The column '{column}' of table '{table}' is dropped with its values, and added anew, empty, for a new "
       "property.",
       "The property with the id {id} is gone from the model, and another one has its column; only the id "
-      "tells that "
-      "something was renamed.",
+      "tells that something was renamed.",
       "If it is the same property, write the id {id} into the new one; else this is right, accept it."},
      hasNewOwner},
     {loss_kind::values,
@@ -156,15 +153,13 @@ const loss_rule Rules[] = {
       "The column '{column}' of table '{table}' is dropped with its values: the property is now '{other}'.",
       "A property that moves to another entity is dropped in one table and added, empty, to the other.",
       "Take two versions, with the property in both entities in the first one, and copy the values between "
-      "them with an "
-      "UPDATE of your own."},
+      "them with an UPDATE of your own."},
      isMoved},
     {loss_kind::values,
      occasion::rows,
      {QLatin1String("KV306"), effect::loss,
       "The column '{column}' of table '{table}' is dropped with its values: '{property}' has another number "
-      "of columns "
-      "now.",
+      "of columns now.",
       "Columns that are not as many as before are all dropped, and added anew, empty.",
       "Take two versions, with a new property of the new columns in the first one, and copy the values "
       "between them."},
@@ -180,8 +175,7 @@ const loss_rule Rules[] = {
      occasion::always,
      {QLatin1String("KV308"), effect::loss, "The key '{new}' of table '{table}' is no longer counted up.",
       "Renaming a column repeats its type, and the statement does not repeat AUTO_INCREMENT; the next row "
-      "without a "
-      "value for the key is refused.",
+      "without a value for the key is refused.",
       "Have the custom script add NOT NULL AUTO_INCREMENT to this RENAME_COLUMN."},
      always},
     {loss_kind::filled,
@@ -189,8 +183,7 @@ const loss_rule Rules[] = {
      {QLatin1String("KV201"), effect::loss,
       "Rows of table '{table}' get a value in the new column '{column}' that nobody gave.",
       "'{property}' must not be null and has no default, so the database fills in 0, an empty text, or a "
-      "date of "
-      "zeros.",
+      "date of zeros.",
       "Add the property with \"allowNull\": true, fill the column, then ask for NOT NULL yourself."},
      always},
     {loss_kind::name_cut,
@@ -212,8 +205,7 @@ const loss_rule Rules[] = {
      occasion::always,
      {QLatin1String("KV411"), effect::silent, "The foreign key '{constraint}' of table '{table}' stays.",
       "The table has a unique column of long text, which is kept as a hash; in such a table DROP CONSTRAINT "
-      "reports "
-      "success and does nothing.",
+      "reports success and does nothing.",
       "Have the custom script write ALTER TABLE {table} DROP FOREIGN KEY {constraint} (action "
       "DROP_FOREIGN_KEY)."},
      always},

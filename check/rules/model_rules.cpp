@@ -267,8 +267,7 @@ private:
 const rule_text model_walk::WithoutKey = {
     QLatin1String("KV701"), effect::advice, "Table '{table}' has no primary key.",
     "'{entity}' has no identifier. Rows cannot be told apart, other tables cannot refer to them, and some "
-    "ways to copy "
-    "databases need a key.",
+    "ways to copy databases need a key.",
     "Give '{entity}' an identifier (\"identifier\": true on one property)."};
 
 const rule_text model_walk::CountedCompositeKey = {
@@ -313,8 +312,7 @@ const rule_text model_walk::OneRowWithoutValue = {
     "Only one row of table '{table}' can be without a value in the column '{column}'.",
     "'{property}' is unique and may be null, and {db} takes two rows without a value for equal.",
     "Set \"allowNull\": false, or leave \"unique\" out and make a unique index of your own over the rows "
-    "that "
-    "have a value."};
+    "that have a value."};
 
 const rule_text model_walk::LinkWithoutForeignKeys = {
     QLatin1String("KV139"), effect::differs, "The link table '{table}' of '{property}' has no foreign keys.",

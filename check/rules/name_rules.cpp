@@ -298,11 +298,9 @@ found indexTwice(const told_statement & of)
 const refusal_rule Rules[] = {
     {{QLatin1String("KV107"), effect::refused,
       "{db} refuses table or column of '{property}': its column name has a bar, and it is neither a key nor "
-      "a "
-      "relationship.",
+      "a relationship.",
       "Only identifiers and relationships are split into several columns; for other properties the bar "
-      "becomes part of "
-      "one name, which would have to stand in quotes.",
+      "becomes part of one name, which would have to stand in quotes.",
       "Make one property for each column."},
      severalColumns},
     {{QLatin1String("KV101"), effect::refused,
@@ -315,15 +313,13 @@ const refusal_rule Rules[] = {
       "{db} refuses the statement about '{subject}': '{word}' is one of its reserved words and stands "
       "without quotes.",
       "The script quotes tables and columns of entities, but not link tables with their columns, soft-delete "
-      "columns "
-      "and the names of indexes and foreign keys.",
+      "columns and the names of indexes and foreign keys.",
       "Choose another name in \"extraTable\", \"foreignKey\", \"foreignKeyOwner\" or \"softDeleteColumn\"."},
      unquotedWord},
     {{QLatin1String("KV102"), effect::refused,
       "{db} refuses the statement about '{subject}': it cannot read the name '{word}' without quotes.",
       "A name without quotes begins with a letter or a low line, and only letters, digits, low lines and "
-      "dollar signs "
-      "follow; the script does not quote this one.",
+      "dollar signs follow; the script does not quote this one.",
       "Choose a name of such characters in \"tableName\" or \"columnName\"."},
      needsQuotes},
     {{QLatin1String("KV103"), effect::refused,
@@ -346,8 +342,7 @@ const refusal_rule Rules[] = {
      systemColumn},
     {{QLatin1String("KV106"), effect::refused,
       "{db} refuses to make table '{table}': the column '{column}' is there twice, as soft-delete column and "
-      "as that of "
-      "a property.",
+      "as that of a property.",
       "The soft-delete column is written in addition to the columns of the properties.",
       "Drop the property, or give \"softDeleteColumn\" another name."},
      softDeleteTwice},
@@ -363,15 +358,13 @@ const refusal_rule Rules[] = {
     {{QLatin1String("KV125"), effect::refused,
       "{db} refuses the foreign key of '{subject}': '{constraint}' is the name of another one already.",
       "The name is made of table and columns with low lines between, so that different pairs can give one "
-      "name, and "
-      "it has to be the only one of the whole database.",
+      "name, and it has to be the only one of the whole database.",
       "Rename one of the tables or columns."},
      foreignKeyTwice},
     {{QLatin1String("KV126"), effect::refused,
       "{db} refuses the statement about '{subject}': '{index}' is the name of another index, or of a table.",
       "The name is made of table and column with low lines between, so that different pairs can give one "
-      "name, and "
-      "indexes share their names with each other and with tables.",
+      "name, and indexes share their names with each other and with tables.",
       "Rename one of the tables or columns."},
      indexTwice},
 };

@@ -124,8 +124,7 @@ const statement_rule Rules[] = {
       "{db} keeps everybody from writing to table '{table}' while this statement reads the whole of it.",
       "It looks at every row that is there.",
       "With a large table run the script when nobody writes; some databases have a slower form that lets "
-      "writers go on, "
-      "such as CREATE INDEX CONCURRENTLY, which the custom script can write."}},
+      "writers go on, such as CREATE INDEX CONCURRENTLY, which the custom script can write."}},
     {renames,
      {QLatin1String("KV601"), effect::advice,
       "Programs that ask for '{column}{table_of}' fail from this statement on.",
@@ -147,8 +146,7 @@ const rule_text HalfApplied = {
     QLatin1String("KV503"), effect::differs,
     "{db} does this script in part: of its statements {done} run and {refused} do not.",
     "A refused statement does not take back those before it, and what runs the script may go on with those "
-    "after it, or "
-    "stop in the middle.",
+    "after it, or stop in the middle.",
     "Mend what is refused before you run the script, and try it on a copy of the database."};
 
 values wordsOf(const told_statement & of)

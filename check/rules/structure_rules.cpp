@@ -178,8 +178,7 @@ const refusal_rule Rules[] = {
     {{QLatin1String("KV130"), effect::refused,
       "{db} refuses to make table '{table}': the name '{word}' is taken by a sequence, a key or an index.",
       "The database names the sequences of counted columns, keys and unique columns itself, and they share "
-      "their names "
-      "with tables and with each other.",
+      "their names with tables and with each other.",
       "Choose other, shorter names in \"tableName\" or \"columnName\"."},
      impliedNameTaken},
     {{QLatin1String("KV110"), effect::refused,

@@ -193,28 +193,23 @@ const refusal_rule Rules[] = {
      caseOnlyRename},
     {{QLatin1String("KV203"), effect::refused,
       "{db} refuses to rename the table of '{entity}' from '{table}' to '{new}': that name is taken when the "
-      "statement "
-      "runs.",
+      "statement runs.",
       "Tables are renamed one after another in the order of the model, so a name that another table gives up "
-      "later in "
-      "the script is not free yet.",
+      "later in the script is not free yet.",
       "Take two versions: rename '{entity}' to a name that nothing has, tag, then to '{new}'."},
      ontoTakenTable},
     {{QLatin1String("KV204"), effect::refused,
       "{db} refuses to rename the column of '{subject}' from '{column}' to '{new}': table '{table}' has that "
-      "name when "
-      "the statement runs.",
+      "name when the statement runs.",
       "Columns are renamed one after another in the order of the properties, so a name that another column "
-      "gives up "
-      "later in the script is not free yet.",
+      "gives up later in the script is not free yet.",
       "Take two versions: rename '{subject}' to a name that nothing has, tag, then to '{new}'."},
      ontoTakenColumn},
     {{QLatin1String("KV225"), effect::refused,
       "{db} refuses the statement about '{subject}': a column cannot be taken out of a key of several "
       "columns.",
       "The key of '{entity}' has another number of columns than before, and the script drops and adds "
-      "columns without "
-      "changing the key of the table.",
+      "columns without changing the key of the table.",
       "Change the key yourself before the script: drop it, change the columns, add it again."},
      compositeKeyColumn},
     {{QLatin1String("KV219"), effect::refused,
@@ -238,8 +233,7 @@ const refusal_rule Rules[] = {
       "The column belongs to another property, or was left by an earlier step that did not drop or rename "
       "it.",
       "If the column that is there is the right one, have the custom script return an empty text for this "
-      "ADD_COLUMN; "
-      "else choose another \"columnName\"."},
+      "ADD_COLUMN; else choose another \"columnName\"."},
      columnThereAlready},
     {{QLatin1String("KV218"), effect::refused,
       "{db} refuses to drop the column '{column}' of table '{table}': it is the last one when the statement "
@@ -249,32 +243,27 @@ const refusal_rule Rules[] = {
      lastColumn},
     {{QLatin1String("KV201"), effect::refused,
       "{db} refuses to add the column '{column}' to table '{table}' if the table has rows: rows that are "
-      "there would "
-      "have no value in it.",
+      "there would have no value in it.",
       "'{property}' must not be null, and the statement gives no default.",
       "Add the property with \"allowNull\": true, fill the column, then ask for NOT NULL yourself."},
      notNullAdded},
     {{QLatin1String("KV202"), effect::refused,
       "{db} refuses to add the unique column '{column}' to table '{table}'.",
       "A column that is unique cannot be added to a table that is there, or not to one with several rows "
-      "that would "
-      "all get the same value.",
+      "that would all get the same value.",
       "Leave \"unique\" out and make a unique index of your own after the script: CREATE UNIQUE INDEX … ON "
-      "{table} "
-      "({column})."},
+      "{table} ({column})."},
      uniqueAdded},
     {{QLatin1String("KV211"), effect::refused,
       "{db} refuses the index of '{subject}': table '{table}' has no column '{column}', it is still called "
       "'{old}'.",
       "Scripts for this database do not rename columns, they leave a comment.",
       "Run ALTER TABLE {table} RENAME COLUMN {old} TO {column} before, or have the custom script write it "
-      "(action "
-      "RENAME_COLUMN)."},
+      "(action RENAME_COLUMN)."},
      indexOnUnrenamed},
     {{QLatin1String("KV307"), effect::refused,
       "{db} refuses to rename the column '{column}' of table '{table}' if a row holds a value that does not "
-      "fit: the "
-      "statement makes it {type} as well.",
+      "fit: the statement makes it {type} as well.",
       "Renaming a column repeats its type and whether it may be null; they differ from what the table has, "
       "perhaps "
       "since an earlier version that wrote nothing about it. Without a strict sql_mode values are changed "

@@ -301,8 +301,7 @@ const refusal_rule Rules[] = {
     {{QLatin1String("KV113"), effect::refused,
       "{db} refuses the statement about '{subject}': it does not take the type '{type}'.",
       "The type comes from \"forceSqlType\" or from the type mapping; an extension or a type of your own "
-      "could "
-      "bring it.",
+      "could bring it.",
       "Choose a type of this database in \"forceSqlType\", or in the type mapping of the export."},
      unknownType},
     {{QLatin1String("KV127"), effect::refused,
@@ -319,15 +318,13 @@ const refusal_rule Rules[] = {
     {{QLatin1String("KV119"), effect::refused,
       "{db} refuses the statement about '{subject}': the column '{column}' has no first 255 characters.",
       "Indexes and keys on text are written for the first 255 characters, whatever type is forced; the type "
-      "is a "
-      "shorter text, or none at all.",
+      "is a shorter text, or none at all.",
       "Force VARCHAR(255) or a longer text, or give the property the C++ type of a number or a date if it is "
       "one."},
      prefixNotPossible},
     {{QLatin1String("KV222"), effect::refused,
       "{db} refuses to rename the key '{property}' of table '{table}': the statement makes it {type} again, "
-      "which "
-      "cannot be a key.",
+      "which cannot be a key.",
       "Renaming a column repeats its type; the table was made with VARCHAR(255), since the key is referred "
       "to.",
       "Force VARCHAR(255) on the key (\"forceSqlType\")."},
@@ -364,8 +361,7 @@ const refusal_rule Rules[] = {
      keyColumnCount},
     {{QLatin1String("KV223"), effect::refused,
       "{db} refuses the foreign key of '{subject}': the identifier of '{other}' was added in this step, and "
-      "its column "
-      "is no key in the database.",
+      "its column is no key in the database.",
       "A step adds the column of a new identifier, but not the key.",
       "Run ALTER TABLE {target} ADD PRIMARY KEY ({target_column}) between the two statements."},
      addedKey},

@@ -130,8 +130,7 @@ QString mariadb_target::typeAsStored(const QString & type)
     const QString stored =
         m_connection
             ->firstColumn(QStringLiteral("SELECT column_type FROM information_schema.columns "
-                                         "WHERE table_schema = DATABASE() AND table_name = "
-                                         "'scratch_type'"))
+                                         "WHERE table_schema = DATABASE() AND table_name = 'scratch_type'"))
             .constFirst();
     m_connection->execute(QStringLiteral("DROP TABLE scratch_type"), error);
     return stored;

@@ -13,13 +13,11 @@ constexpr left_out_query LeftOut[] = {
      "VERSIONED') ORDER BY 1",
      database::catalogue_part::table},
     {"SELECT table_name, 'it keeps former rows', table_name FROM information_schema.tables WHERE "
-     "table_schema "
-     "= DATABASE() AND table_type = 'SYSTEM VERSIONED' ORDER BY 1"},
+     "table_schema = DATABASE() AND table_type = 'SYSTEM VERSIONED' ORDER BY 1"},
     {"SELECT table_name, concat('storage engine ', engine), table_name FROM information_schema.tables WHERE "
      "table_schema = DATABASE() AND engine <> 'InnoDB' ORDER BY 1"},
     {"SELECT table_name, 'comment of the table', table_name FROM information_schema.tables WHERE "
-     "table_schema "
-     "= DATABASE() AND table_comment <> '' AND table_type <> 'VIEW' ORDER BY 1"},
+     "table_schema = DATABASE() AND table_comment <> '' AND table_type <> 'VIEW' ORDER BY 1"},
     {"SELECT t.table_name, concat('collation ', t.table_collation), t.table_name FROM "
      "information_schema.tables t JOIN information_schema.schemata s ON s.schema_name = t.table_schema WHERE "
      "t.table_schema = DATABASE() AND t.table_collation <> s.default_collation_name ORDER BY 1"},
@@ -36,8 +34,7 @@ constexpr left_out_query LeftOut[] = {
      database::catalogue_part::column},
     {"SELECT table_name, concat('column ', column_name, ': ', extra), column_name FROM "
      "information_schema.columns WHERE table_schema = DATABASE() AND lower(extra) LIKE '%on update%' ORDER "
-     "BY "
-     "table_name, ordinal_position"},
+     "BY table_name, ordinal_position"},
     {"SELECT table_name, concat('comment of column ', column_name), column_name FROM "
      "information_schema.columns WHERE table_schema = DATABASE() AND column_comment <> '' ORDER BY "
      "table_name, ordinal_position"},
@@ -66,8 +63,7 @@ constexpr left_out_query LeftOut[] = {
     {"SELECT '', concat(lower(routine_type), ' ', routine_name), routine_name FROM "
      "information_schema.routines WHERE routine_schema = DATABASE() ORDER BY 2"},
     {"SELECT '', concat('event ', event_name), event_name FROM information_schema.events WHERE event_schema "
-     "= "
-     "DATABASE() ORDER BY 2"},
+     "= DATABASE() ORDER BY 2"},
 };
 
 // MariaDB tells the table of a check, since two tables may have checks of one name; MySQL has no such column.

@@ -55,8 +55,7 @@ constexpr left_out_query LeftOut[] = {
     {"SELECT t.relname, CASE contype WHEN 'c' THEN 'check ' ELSE 'exclusion ' END || conname || ': ' || "
      "pg_get_constraintdef(c.oid), conname FROM pg_constraint c JOIN pg_class t ON t.oid = conrelid WHERE "
      "contype IN ('c', 'x') AND NOT t.relispartition AND t.relnamespace = (SELECT oid FROM pg_namespace "
-     "WHERE "
-     "nspname = ?) ORDER BY 1, 2"},
+     "WHERE nspname = ?) ORDER BY 1, 2"},
     {"SELECT t.relname, 'foreign key ' || conname || ' in full: ' || pg_get_constraintdef(c.oid), conname "
      "FROM pg_constraint c JOIN pg_class t ON t.oid = conrelid WHERE contype = 'f' AND NOT t.relispartition "
      "AND (confupdtype <> 'a' OR confdeltype <> 'a' OR confmatchtype <> 's' OR condeferrable OR NOT "
@@ -83,8 +82,7 @@ constexpr left_out_query LeftOut[] = {
      "nspname = ?) ORDER BY 1, 2"},
     {"SELECT t.relname, 'rule ' || rulename, rulename FROM pg_rewrite JOIN pg_class t ON t.oid = ev_class "
      "WHERE rulename <> '_RETURN' AND t.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = ?) "
-     "ORDER "
-     "BY 1, 2"},
+     "ORDER BY 1, 2"},
     {"SELECT t.relname, CASE WHEN d.objsubid = 0 THEN 'comment of the table' ELSE 'comment of column ' || "
      "a.attname END, '' FROM pg_description d JOIN pg_class t ON t.oid = d.objoid AND d.classoid = "
      "'pg_class'::regclass LEFT JOIN pg_attribute a ON a.attrelid = t.oid AND a.attnum = d.objsubid WHERE "

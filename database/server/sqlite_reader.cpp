@@ -43,13 +43,11 @@ constexpr left_out_query LeftOut[] = {
      "pragma_table_xinfo(t.name) AS c WHERE c.hidden = 0 AND c.dflt_value IS NOT NULL ORDER BY t.place, "
      "c.cid"},
     {"SELECT t.name, 'computed column ' || c.name, c.name FROM %1 AS t, pragma_table_xinfo(t.name) AS c "
-     "WHERE "
-     "c.hidden IN (2, 3) ORDER BY t.place, c.cid",
+     "WHERE c.hidden IN (2, 3) ORDER BY t.place, c.cid",
      database::catalogue_part::column},
     {"SELECT t.name, 'actions of the foreign key to ' || f.\"table\" || ': ON UPDATE ' || f.on_update || "
      "' ON DELETE ' || f.on_delete, '' FROM %1 AS t, pragma_foreign_key_list(t.name) AS f WHERE f.seq = 0 "
-     "AND "
-     "(f.on_update <> 'NO ACTION' OR f.on_delete <> 'NO ACTION') ORDER BY t.place, f.id"},
+     "AND (f.on_update <> 'NO ACTION' OR f.on_delete <> 'NO ACTION') ORDER BY t.place, f.id"},
     {"SELECT t.name, 'index ' || i.name || ' of a part of the rows', i.name FROM %1 AS t, "
      "pragma_index_list(t.name) AS i WHERE i.partial <> 0 ORDER BY t.place, i.seq",
      database::catalogue_part::index},

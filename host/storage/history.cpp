@@ -127,8 +127,7 @@ QSqlError checkIsLast(const zk::sqlite::connection & file)
                                                "ORDER BY dt_creation DESC, rowid DESC LIMIT 1"));
     if (query.next() && query.at(0).number() == 0) {
         return file.failure(texts::tr("is damaged (the time of a version is not a time, and a "
-                                      "new version would come before it); restore it from a "
-                                      "copy"));
+                                      "new version would come before it); restore it from a copy"));
     }
     return query.error();
 }

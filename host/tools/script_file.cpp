@@ -19,8 +19,7 @@ const char Function[] = "typeof exportStep === 'function' ? exportStep : undefin
 const char FunctionAndEvaluator[] =
     "[typeof exportStep === 'function' ? exportStep : undefined, function () {"
     " return eval('(function (' + arguments[0].join(',') + ') { return eval(arguments[arguments.length - "
-    "1]); })')"
-    ".apply(undefined, arguments[1].concat([arguments[2]])); }]";
+    "1]); })').apply(undefined, arguments[1].concat([arguments[2]])); }]";
 
 } // namespace
 

@@ -20,8 +20,7 @@ const char TextLimiter[] = "(function (f, limit, message) {"
                            " const text = f(project, entity, property, enumeration, parameters);"
                            " if (typeof text === 'string' && text.length > limit) {"
                            " throw message.replace('%1', text.length).replace('%3', limit)"
-                           ".replace('%2', function () { return parameters.action; }); }"
-                           " return text; }; })";
+                           ".replace('%2', function () { return parameters.action; }); } return text; }; })";
 
 } // namespace
 

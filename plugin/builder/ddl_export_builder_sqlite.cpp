@@ -36,8 +36,7 @@ ddl_export_builder_sqlite::~ddl_export_builder_sqlite() = default;
 
 QString ddl_export_builder_sqlite::exportBegin() const
 {
-    return QStringLiteral("BEGIN TRANSACTION;"
-                          "\nPRAGMA foreign_keys = OFF;");
+    return QStringLiteral("BEGIN TRANSACTION;\nPRAGMA foreign_keys = OFF;");
 }
 
 QString ddl_export_builder_sqlite::exportEnd() const

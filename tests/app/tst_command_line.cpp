@@ -75,8 +75,7 @@ private Q_SLOTS:
             << QStringList{"exprot"}
             << QByteArray("'exprot' is neither a command nor a project file; did you mean 'export'? (the "
                           "commands are import, dump, tag, log, status, diff, export, explain, check, "
-                          "verify, settings, "
-                          "schema, plugins)\n");
+                          "verify, settings, schema, plugins)\n");
         QTest::newRow("mistyped command with arguments")
             << QStringList{"exprot", "p.korv", "-y"} << QByteArray("did you mean 'export'?");
         QTest::newRow("mistyped command with two values")
@@ -224,8 +223,7 @@ private Q_SLOTS:
         const program_result result = support::runShell(
             QStringLiteral(
                 "cd '%1' && d=$(printf 'd\\377') && mkdir \"$d\" && cp shop.json \"$d\" && cd \"$d\" && "
-                "'%2' import shop.json new.korv; echo $?; ls; '%2' import '%1/shop.json' "
-                "'%1/other.korv'")
+                "'%2' import shop.json new.korv; echo $?; ls; '%2' import '%1/shop.json' '%1/other.korv'")
                 .arg(m_dir->path(), QStringLiteral(KORVANE_PROGRAM)),
             {});
         QCOMPARE(result.errors, "The name of the current folder is not UTF-8: '" + m_dir->path().toUtf8() +
@@ -557,21 +555,16 @@ private Q_SLOTS:
             "  File: " KORVANE_PLUGIN_FILE "\n"
             "  Command line of 'korvane export':\n"
             "    !!! Note : this plugin loads automatically previous parameters values before starting the "
-            "export "
-            "process, but you can use following parameters to override them !!!\n"
+            "export process, but you can use following parameters to override them !!!\n"
             "    --KorvGenericDDLExport_path=\"<Export Path>\" : [Optional] DDL export path parameter\n"
             "    --KorvGenericDDLExport_db_type=<numeric value> : [Optional] Database type (0=default, "
-            "1=sqlite, "
-            "2=mysql, 3=postgresql, 4=oracle, 5=mssqlserver)\n"
+            "1=sqlite, 2=mysql, 3=postgresql, 4=oracle, 5=mssqlserver)\n"
             "    --KorvGenericDDLExport_relation_as_fk=0/1 : [Optional] Export relationships as foreign keys "
-            "in "
-            "database\n"
+            "in database\n"
             "    --KorvGenericDDLExport_schema_type=<numeric value> : [Optional] Way to export database "
-            "schema "
-            "(0=full, 1=evolution, 2=full_and_evolution)\n"
+            "schema (0=full, 1=evolution, 2=full_and_evolution)\n"
             "    --KorvGenericDDLExport_custom_javacript=\"<Custom JS>\" : [Optional] Custom script "
-            "(javascript file) "
-            "to change the default behaviour of the export process\n";
+            "(javascript file) to change the default behaviour of the export process\n";
         QCOMPARE(result.output, expected);
     }
 

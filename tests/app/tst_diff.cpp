@@ -29,8 +29,7 @@ const char * const Former =
     "{'id': 13, 'name': 'home', 'relationship': {'id': 1, 'type': 'many-to-one', 'target': 2}},"
     "{'id': 14, 'name': 'age', 'type': 'int'}]},"
     "{'id': 2, 'name': 'country', 'properties': [{'id': 20, 'name': 'id', 'type': 'long', 'identifier': "
-    "true}]},"
-    "{'id': 3, 'name': 'old', 'properties': []}";
+    "true}]},{'id': 3, 'name': 'old', 'properties': []}";
 const char * const FormerStates = "{'id': 1, 'name': 'state', 'values': [{'name': 'open', 'value': 1}]},"
                                   "{'id': 2, 'name': 'mood', 'values': []}";
 const char * const Later =
@@ -124,8 +123,7 @@ private Q_SLOTS:
         QVERIFY(support::writeBytes(
             path("a.json"),
             textOf(json("{'id': 1, 'name': 'person', 'properties': [{'id': 10, 'name': 'home', 'type': "
-                        "'QString'}]}, "
-                        "{'id': 2, 'name': 'country', 'properties': []}"),
+                        "'QString'}]}, {'id': 2, 'name': 'country', 'properties': []}"),
                    json("{'id': 1, 'name': 'mood', 'values': [{'name': 'calm', 'value': 1}]}"))));
         QVERIFY(support::writeBytes(
             path("b.json"),
@@ -209,12 +207,10 @@ private Q_SLOTS:
             << "PATH/new.korv: v1: the project has no versions; 'korvane tag' makes one\n";
         QTest::newRow("one text")
             << QStringList{"PATH/a.json"} << 1
-            << "PATH/a.json: a text form has no versions; give a second source to compare it "
-               "with\n";
+            << "PATH/a.json: a text form has no versions; give a second source to compare it with\n";
         QTest::newRow("a version of a text")
             << QStringList{"PATH/a.json", "v1"} << 1
-            << "PATH/a.json: a text form has no versions; give a second source to "
-               "compare it with\n";
+            << "PATH/a.json: a text form has no versions; give a second source to compare it with\n";
         QTest::newRow("neither version nor file")
             << QStringList{"PATH/shop.korv", "V1"} << 1
             << "V1: is neither a version (v1, v2 \u2026 or now) nor a file that is there\n";
@@ -273,8 +269,7 @@ private Q_SLOTS:
                       "{'id':1,'kind':'entity','name':'client','of':null}}}"));
         QCOMPARE(compact(11),
                  json("{'after':null,'before':null,'change':'added','field':null,'id':15,'kind':"
-                      "'property','name':'tags','of':{'id':1,'kind':'entity','name':'client','of':"
-                      "null}}"));
+                      "'property','name':'tags','of':{'id':1,'kind':'entity','name':'client','of':null}}"));
         QCOMPARE(compact(16),
                  json("{'after':['int','long'],'before':'int','change':'changed','field':'type','id':14,"
                       "'kind':'property','name':'age','of':{'id':4,'kind':'entity','name':'place','of':"

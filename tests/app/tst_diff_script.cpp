@@ -40,8 +40,7 @@ const char * const Later =
     "{'id': 40, 'name': 'id', 'type': 'long', 'identifier': true},"
     "{'id': 12, 'name': 'age', 'type': 'int', 'index': true},"
     "{'id': 41, 'name': 'clients', 'relationship': {'id': 3, 'type': 'many-to-many', "
-    "'target': 1, 'inverse': 15, 'extraTable': 'client_place', 'foreignKey': 'p', "
-    "'foreignKeyOwner': 'c'}}]}";
+    "'target': 1, 'inverse': 15, 'extraTable': 'client_place', 'foreignKey': 'p', 'foreignKeyOwner': 'c'}}]}";
 
 /// An entity with nothing but a key, whose id is ten times that of the entity.
 QByteArray entity(int id, const char * name, const char * fields = "")
@@ -283,8 +282,7 @@ DROP TABLE `b`;
                  json("{'action':'RENAME_TABLE','causes':[0],'customScript':false,'line':3,'lines':1,'"
                       "objects':[{'id':1,"
                       "'kind':'entity','name':'client'}],'script':'shop_mysql_db_schema_v1_to_v2.sql','text':"
-                      "'RENAME "
-                      "TABLE `customer` TO `client`;'}"));
+                      "'RENAME TABLE `customer` TO `client`;'}"));
     }
 
     void theStoredDatabaseCounts()

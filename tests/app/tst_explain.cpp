@@ -87,8 +87,7 @@ private Q_SLOTS:
                     "this statement reads the whole of it.\n"
                     "CREATE INDEX idx_t_concert_length ON t_concert (length);\n"
                     "-- because entity 2 'place' came after v1\n"
-                    "CREATE TABLE place (id BIGSERIAL NOT NULL PRIMARY KEY, note TEXT) WITH (OIDS = "
-                    "FALSE);\n"
+                    "CREATE TABLE place (id BIGSERIAL NOT NULL PRIMARY KEY, note TEXT) WITH (OIDS = FALSE);\n"
                     "\n"));
         QCOMPARE(result.status, 0);
     }
@@ -205,8 +204,7 @@ private Q_SLOTS:
         QCOMPARE(text.status, 1);
         QCOMPARE(text.errors,
                  path("shop.json").toUtf8() +
-                     ": is a text form, which has no versions and so no scripts; give the project "
-                     "file\n");
+                     ": is a text form, which has no versions and so no scripts; give the project file\n");
     }
 
 private:

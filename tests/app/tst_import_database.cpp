@@ -23,8 +23,7 @@ private Q_SLOTS:
     void tablesBecomeEntities()
     {
         make({"CREATE TABLE customer (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT, email VARCHAR(100) NOT "
-              "NULL "
-              "UNIQUE, born DATE, state INTEGER)",
+              "NULL UNIQUE, born DATE, state INTEGER)",
               "CREATE INDEX idx_customer_state ON customer (state)",
               "CREATE TABLE pair (a INTEGER NOT NULL, b TEXT NOT NULL, PRIMARY KEY (a, b))"});
         QCOMPARE(imported(), QByteArray("Project 'shop' imported into " + m_project.toUtf8() +
@@ -116,8 +115,7 @@ private Q_SLOTS:
     {
         const QString customer =
             "CREATE TABLE customer (id INTEGER NOT NULL PRIMARY KEY, name TEXT DEFAULT 'x' "
-            "COLLATE NOCASE, age INTEGER CHECK (age > 0), next INTEGER AS (age + 1), UNIQUE "
-            "(name, age))";
+            "COLLATE NOCASE, age INTEGER CHECK (age > 0), next INTEGER AS (age + 1), UNIQUE (name, age))";
         const QString order =
             "CREATE TABLE t_order (id INTEGER NOT NULL PRIMARY KEY, customer_id INTEGER NOT NULL, "
             "FOREIGN KEY (customer_id) REFERENCES customer (id) ON DELETE CASCADE)";
@@ -154,8 +152,7 @@ private Q_SLOTS:
         const QStringList statements{
             "CREATE TABLE customer (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT, name NVARCHAR(40) UNIQUE)",
             "CREATE TABLE t_order (id INTEGER NOT NULL PRIMARY KEY, total NUMERIC(10,2) NOT NULL, "
-            "customer_id "
-            "INTEGER, FOREIGN KEY (customer_id) REFERENCES customer (id))",
+            "customer_id INTEGER, FOREIGN KEY (customer_id) REFERENCES customer (id))",
             "CREATE INDEX idx_t_order_total ON t_order (total)"};
         make(statements);
         imported();
@@ -179,8 +176,7 @@ private Q_SLOTS:
     {
         make({"CREATE TABLE a (id INTEGER PRIMARY KEY, code VARCHAR(5) NOT NULL UNIQUE)",
               "CREATE TABLE b (id INTEGER PRIMARY KEY, a_id INTEGER NOT NULL REFERENCES a (id) ON DELETE "
-              "CASCADE, "
-              "n TEXT DEFAULT 'x')",
+              "CASCADE, n TEXT DEFAULT 'x')",
               "CREATE TABLE a_b (a_id INTEGER REFERENCES a (id), b_id INTEGER REFERENCES b (id), PRIMARY KEY "
               "(a_id, b_id))"});
         imported();
@@ -212,8 +208,7 @@ private Q_SLOTS:
         QCOMPARE(runProgram({"import", path("shop.json"), m_project}).status, 0);
         const QByteArray before = storedText(m_project);
         make({"CREATE TABLE customer (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT, email TEXT NOT NULL, "
-              "state "
-              "INTEGER, gone TEXT, boss_id INTEGER, FOREIGN KEY (boss_id) REFERENCES customer (ID))"});
+              "state INTEGER, gone TEXT, boss_id INTEGER, FOREIGN KEY (boss_id) REFERENCES customer (ID))"});
         QVERIFY(imported().endsWith("(entities: 2; without a place in the model: 0)\n"));
         QCOMPARE(storedText(m_project), before);
     }
@@ -225,8 +220,7 @@ private Q_SLOTS:
         imported();
         make({"DROP TABLE customer", "CREATE TABLE country (id INTEGER NOT NULL PRIMARY KEY)",
               "CREATE TABLE customer (id INTEGER NOT NULL PRIMARY KEY, email VARCHAR(9) NOT NULL UNIQUE, "
-              "boss_id "
-              "INTEGER, country_id INTEGER, FOREIGN KEY (boss_id) REFERENCES country (id))"});
+              "boss_id INTEGER, country_id INTEGER, FOREIGN KEY (boss_id) REFERENCES country (id))"});
         const QByteArray plan = imported({"-n"});
         QCOMPARE(
             plan,

@@ -142,8 +142,7 @@ private Q_SLOTS:
         QTest::newRow("trigger")
             << "sqlite"
             << "CREATE TRIGGER t AFTER INSERT ON a BEGIN b; SELECT CASE WHEN 1 THEN 2 END; END; c"
-            << QStringList{"1 CREATE TRIGGER t AFTER INSERT ON a BEGIN b; SELECT CASE WHEN 1 THEN 2 "
-                           "END; END",
+            << QStringList{"1 CREATE TRIGGER t AFTER INSERT ON a BEGIN b; SELECT CASE WHEN 1 THEN 2 END; END",
                            "1 c"};
         QTest::newRow("transaction") << "sqlite"
                                      << "BEGIN; a; END;" << QStringList{"1 BEGIN", "1 a", "1 END"};
@@ -176,15 +175,13 @@ private Q_SLOTS:
         QTest::newRow("text with tables")
             << QStringList{"a.json", "p.korv", "--tables", "x"}
             << QByteArray("--tables, --schema, --link-tables, --db and --skip-refused are for databases and "
-                          "scripts; 'a.json' is "
-                          "read as a model in text form\n");
+                          "scripts; 'a.json' is read as a model in text form\n");
         QTest::newRow("link tables") << QStringList{"sqlite:a.db", "p.korv", "--link-tables", "maybe"}
                                      << QByteArray(
                                             "--link-tables is 'relationship' or 'entity', not 'maybe'\n");
         QTest::newRow("unknown kind")
             << QStringList{"oracle://h/d", "p.korv"}
-            << QByteArray("it begins with 'oracle'; URLs begin with postgresql, mysql, "
-                          "mariadb or sqlite\n");
+            << QByteArray("it begins with 'oracle'; URLs begin with postgresql, mysql, mariadb or sqlite\n");
     }
     void wrongCommandLines()
     {

@@ -28,8 +28,7 @@ private Q_SLOTS:
             import("{'name': 'customer', 'properties': ["
                    "{'name': 'id', 'type': 'lnog', 'identifier': true},"
                    "{'name': 'first', 'type': 'Qstring'}, {'name': 'last', 'type': ['Qstring', 'int'], "
-                   "'columnName': 'a|b'},"
-                   "{'name': 'fee', 'type': 'Money'}]}");
+                   "'columnName': 'a|b'},{'name': 'fee', 'type': 'Money'}]}");
         QCOMPARE(result.status, 0);
         QCOMPARE(
             told(result),

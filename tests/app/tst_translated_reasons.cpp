@@ -248,21 +248,17 @@ void tst_translated_reasons::reasons_data()
          "MODEL.json PROJECT.korv)"},
         {"damaged project", &self::damaged,
          "shop.korv: ist beschädigt (Tabelle t_property, Zeile 2: Spalte 3 ist kein Text); stellen Sie die "
-         "Datei "
-         "aus einer Kopie wieder her",
+         "Datei aus einer Kopie wieder her",
          "shop.korv: est endommagé (table t_property, ligne 2 : la colonne 3 n'est pas un texte) ; "
-         "restaurez-le à "
-         "partir d'une copie"},
+         "restaurez-le à partir d'une copie"},
         {"trigger", &self::foreignTrigger,
          "shop.korv: enthält einen Trigger 'tt', der nicht in eine Projektdatei gehört; entfernen Sie ihn, "
-         "oder "
-         "stellen Sie die Datei aus einer Sicherung wieder her",
+         "oder stellen Sie die Datei aus einer Sicherung wieder her",
          "shop.korv: contient un déclencheur 'tt', qui n'a pas sa place dans un fichier de projet ; "
          "supprimez-le, ou restaurez le fichier à partir d'une sauvegarde"},
         {"locked file", &self::locked,
          "shop.korv: wird von einem anderen Prozess verwendet (0.1 s darauf gewartet); warten Sie, bis "
-         "dieser "
-         "beendet ist, oder beenden Sie ihn, und versuchen Sie es erneut",
+         "dieser beendet ist, oder beenden Sie ihn, und versuchen Sie es erneut",
          "shop.korv: est utilisé par un autre processus (attente de 0.1 s) ; attendez qu'il se termine, ou "
          "terminez-le, puis réessayez"},
         {"no permission", &self::unreadable,
@@ -288,20 +284,16 @@ void tst_translated_reasons::reasons_data()
          "unexpected string literal; expected ':')"},
         {"warning of an import", &self::warning,
          "shop.json: Warnung: entities[1] 'person': die Tabelle 'country' ist auch die Tabelle von "
-         "entities[0] "
-         "'country'; geben Sie einer der beiden Entitäten einen anderen 'tableName'",
+         "entities[0] 'country'; geben Sie einer der beiden Entitäten einen anderen 'tableName'",
          "shop.json: avertissement : entities[1] 'person': sa table 'country' est aussi celle de "
-         "entities[0] "
-         "'country' ; donnez à l'une des deux un autre 'tableName'"},
+         "entities[0] 'country' ; donnez à l'une des deux un autre 'tableName'"},
         {"plug-in", &self::noPlugin, "empty.so: ist kein Plugin: Die Datei ist leer",
          "empty.so: n'est pas un plugin : le fichier est vide"},
         {"what a script returns", &self::scriptReturnsANumber,
          "hook.js:1: exportStep hat für die Aktion DDL_EXPORT_BEGIN eine Zahl zurückgegeben; erwartet wird "
-         "eine "
-         "Zeichenkette, undefined oder null",
+         "eine Zeichenkette, undefined oder null",
          "hook.js:1: exportStep a renvoyé un nombre pour l'action DDL_EXPORT_BEGIN ; une chaîne de "
-         "caractères, "
-         "undefined ou null est attendu"},
+         "caractères, undefined ou null est attendu"},
         {"script without its function", &self::scriptWithoutFunction,
          "hook.js: das eigene Skript definiert keine Funktion exportStep(project, entity, property, "
          "enumeration, parameters)",

@@ -104,8 +104,7 @@ private Q_SLOTS:
         QVERIFY(support::writeBytes(
             path("own.js"),
             "function exportStep(project, entity, property, enumeration, p) {"
-            " return p.action === 'RENAME_TABLE' ? p.default_value + ' WITH CARE;' : undefined; "
-            "}\n"));
+            " return p.action === 'RENAME_TABLE' ? p.default_value + ' WITH CARE;' : undefined; }\n"));
         const program_result result = runProgram({"verify", m_project, "--custom-script", path("own.js")});
         QCOMPARE(result.status, 3);
         QVERIFY2(result.output.contains("(NOT FORETOLD)\n"), result.output.constData());

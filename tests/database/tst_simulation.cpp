@@ -193,8 +193,7 @@ private Q_SLOTS:
                        "CREATE INDEX idx_a_x ON a (x);"
                        "ALTER TABLE b ADD CONSTRAINT fk FOREIGN KEY (a_id) REFERENCES a (id);"
                        "ALTER TABLE a RENAME TO c;"
-                       "ALTER TABLE c RENAME COLUMN id TO nr;"
-                       "ALTER TABLE c RENAME COLUMN x TO y");
+                       "ALTER TABLE c RENAME COLUMN id TO nr;ALTER TABLE c RENAME COLUMN x TO y");
         QCOMPARE(
             postgresql.lines(),
             (QStringList{"column b.a_id integer", "column c.nr bigint NOT NULL counted", "column c.y integer",

@@ -164,8 +164,7 @@ private Q_SLOTS:
             << QByteArray("return [parameters.plugin_name, parameters.current_file, "
                           "parameters.output_location, parameters.default_value, "
                           "parameters.action].join(' ')")
-            << "KorvGenericDDLExport /out/shop_sqlite_db_schema_full.sql /out SELECT 1; "
-               "CREATE_TABLE";
+            << "KorvGenericDDLExport /out/shop_sqlite_db_schema_full.sql /out SELECT 1; CREATE_TABLE";
         QTest::newRow("arguments") << QByteArray("return [project.getName(), entity.getTableName(), "
                                                  "property.getName(), String(enumeration)].join(' ')")
                                    << "shop t_customer email null";

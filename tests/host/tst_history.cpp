@@ -71,8 +71,7 @@ private Q_SLOTS:
     void settingsOfEveryKindAreKept()
     {
         execute("INSERT INTO t_plugin_params VALUES ('g', 'k', 'it''s \u20ac'), ('g', '', NULL), (NULL, 'r', "
-                "0.1), "
-                "('g', 'b', x'00ff'), ('g', 'e', x''), ('g', 'n', 9007199254740993)");
+                "0.1), ('g', 'b', x'00ff'), ('g', 'e', x''), ('g', 'n', 9007199254740993)");
         tag("one");
         const QString all =
             "SELECT group_concat(quote(plugin_guid) || quote(param_key) || quote(param_value) || "

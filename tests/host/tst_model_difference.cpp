@@ -238,8 +238,7 @@ private Q_SLOTS:
             {"added property 119 new of entity 11 tag"});
         row("property with a relationship added", "{'id': 111,",
             "{'id': 119, 'name': 'new', 'relationship': {'id': 8, 'type': 'many-to-one', 'target': 10}}, "
-            "{'id': "
-            "111,",
+            "{'id': 111,",
             {"added property 119 new of entity 11 tag"});
         row("property removed", "{'id': 111, 'name': 'rank', 'type': 'int'},", "",
             {"removed property 111 rank of entity 11 tag"});

@@ -378,15 +378,13 @@ private Q_SLOTS:
         row("older", {"PRAGMA user_version = 0"}, "is damaged (format 0); restore it from a copy");
         row("trigger", {"CREATE TRIGGER tr AFTER INSERT ON t_entity BEGIN SELECT 1; END"},
             "contains a trigger 'tr', which does not belong in a project file; remove it, or restore the "
-            "file "
-            "from a backup");
+            "file from a backup");
         row("view", {"CREATE VIEW v AS SELECT 1"},
             "contains a view 'v', which does not belong in a project file; remove it, or restore the file "
             "from a backup");
         row("view for a table", {"DROP TABLE t_entity", "CREATE VIEW t_entity AS SELECT 1"},
             "contains a view 't_entity', which does not belong in a project file; remove it, or restore the "
-            "file "
-            "from a backup");
+            "file from a backup");
         damaged("index", "CREATE INDEX i ON t_entity (name)", "table t_entity is not as it was created");
         damaged("table gone", "DROP TABLE t_relationship", "table t_relationship is missing");
         damaged("column too many", "ALTER TABLE t_property ADD COLUMN x",
@@ -497,8 +495,7 @@ private Q_SLOTS:
             "plain type");
         row("two identifiers", {"UPDATE t_property SET flags = 1 WHERE rowid = 4"},
             "entities[0] 'customer' / properties[3] 'q': only one property of an entity can be the "
-            "identifier; for "
-            "a composite key give that one several columns, such as \"columnName\": \"a|b\"");
+            "identifier; for a composite key give that one several columns, such as \"columnName\": \"a|b\"");
         row("counted up without type", {"UPDATE t_property SET flags = 96 WHERE rowid = 6"},
             "entities[0] 'customer' / properties[5] 'n': field 'autoIncrement' works only with integer "
             "types such as \"long\"");

@@ -173,8 +173,7 @@ void tst_script_debugger::withoutItsModuleItStopsAtSteps_data()
                                           "; install the one for this Qt";
     QTest::newRow("another plug-in")
         << plugins + "other/other_interface.so"
-        << "%1 cannot be loaded (it was built for another interface); install it "
-           "again";
+        << "%1 cannot be loaded (it was built for another interface); install it again";
     QTest::newRow("no library") << QStringLiteral(KORVANE_SOURCE_DIR "/README.md")
                                 << "%1 cannot be loaded (it is not a plugin); install it again";
 }

@@ -182,8 +182,7 @@ private Q_SLOTS:
         QTest::newRow("no JSON behind a wrong property")
             << textOf(json("{'name': 'e', ") + properties + json("}, {'name': nobody}"))
             << "shop.json: line 1, column 168: syntax error while parsing value - invalid literal; last "
-               "read: "
-               "'\"name\": no'";
+               "read: '\"name\": no'";
         QTest::newRow("field twice behind a wrong property")
             << textOf(json("{'name': 'e', ") + properties + json(", 'id': 1, 'id': 1}"))
             << "shop.json: entities[0] 'e': field 'id' is given twice";
@@ -208,8 +207,7 @@ private Q_SLOTS:
             << "shop.json: entities[0] 'e': field 'metaData' 'b' must be a string, a number or a boolean";
         QTest::newRow("wrong format behind everything")
             << json("{'entities': [{'name': 'e', ") + properties +
-                   json("}], 'formatVersion': 1, 'name': 'x', "
-                        "'format': 'other'}")
+                   json("}], 'formatVersion': 1, 'name': 'x', 'format': 'other'}")
             << "shop.json: field 'format' must be \"korvane-project\"";
     }
     void theFirstOfSeveralErrorsIsTold()
@@ -1003,8 +1001,7 @@ private:
             textOf(json("{'name': 'e', 'properties': [{'name': 'p', 'identifier': true}, {'name': 'q', "
                         "'identifier': true}]}")),
             "entities[0] 'e' / properties[1] 'q': only one property of an entity can be the identifier; for "
-            "a composite key give that one "
-            "several columns, such as \"columnName\": \"a|b\"");
+            "a composite key give that one several columns, such as \"columnName\": \"a|b\"");
         const QString integers =
             place + "field 'autoIncrement' works only with integer types such as \"long\"";
         row("autoIncrement without type", withProperty(json("'autoIncrement': true")), integers);
@@ -1106,8 +1103,7 @@ private:
             textOf(json("{'id': 4, 'name': 'x'},") + key(1, "a", 2) + "," + key(2, "b", 3) + "," +
                    key(3, "c", 2)),
             "entities[1] 'a': identifiers refer to each other in a circle: 'a' -> 'b' -> 'c' -> 'b'; give "
-            "one of them a plain "
-            "type");
+            "one of them a plain type");
     }
 };
 

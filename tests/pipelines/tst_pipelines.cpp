@@ -144,12 +144,10 @@ private Q_SLOTS:
         QTest::newRow("project")
             << "sed 's/\"mail\"/\"post\"/' shop.json > other.json; korvane import other.json "
                "shop.korv; rm other.json"
-            << QByteArray("\nshop.korv is not what shop.json says: run korvane import shop.json "
-                          "shop.korv\n");
+            << QByteArray("\nshop.korv is not what shop.json says: run korvane import shop.json shop.korv\n");
         QTest::newRow("scripts")
             << "echo '-- by hand' >> sql/shop_postgresql_db_schema_full.sql"
-            << QByteArray("\nThe scripts are not those of shop.korv: run korvane export shop.korv "
-                          "-y\n");
+            << QByteArray("\nThe scripts are not those of shop.korv: run korvane export shop.korv -y\n");
         QTest::newRow("script that is not there")
             << "rm sql/shop_postgresql_db_schema_v1_to_v2.sql"
             << QByteArray("\nThe scripts are not those of shop.korv: run korvane export shop.korv -y\n");

@@ -763,8 +763,7 @@ void tst_statement_source::listsDatabases()
              QStringList({"0 generic default 'Generic SQL' 34 types, <<default type>>, bool is SMALLINT",
                           "1 sqlite sqlite 'SQLite' 34 types, <<default type>>, bool is SMALLINT",
                           "2 mysql mysql 'MySQL' 34 types, <<default type>>, bool is SMALLINT",
-                          "3 postgresql postgresql 'PostgreSQL' 34 types, <<default type>>, bool is "
-                          "BOOLEAN",
+                          "3 postgresql postgresql 'PostgreSQL' 34 types, <<default type>>, bool is BOOLEAN",
                           "4 oracle oracle 'Oracle' 34 types, <<default type>>, bool is SMALLINT",
                           "5 mssqlserver mssqlserver 'MS SQL Server' 34 types, <<default type>>, bool "
                           "is TINYINT"}));

@@ -335,8 +335,7 @@ void tst_export_with_debugger::debugButton()
             "the "
             "debugger window."
             "\n\nOther note : another way to start the debugger is to press the SHIFT key on the keyboard "
-            "when "
-            "executing the export process."));
+            "when executing the export process."));
     QVERIFY(debuggerWindow());
     QVERIFY(m_plugin->getCustomScript());
     QVERIFY(m_plugin->getCustomScript()->isDebugging());
