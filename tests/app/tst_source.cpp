@@ -137,7 +137,9 @@ private Q_SLOTS:
         QTest::newRow("a list") << QByteArray("[1]") << neither;
         QTest::newRow("nothing") << QByteArray() << neither;
         QTest::newRow("blanks") << QByteArray(5000, ' ') << neither;
-        QTest::newRow("bytes") << QByteArray("\x7fELF\x02\x01") << neither;
+        QTest::newRow("bytes") << QByteArray("\x7f"
+                                             "ELF\x02\x01")
+                               << neither;
         QTest::newRow("a wrong field")
             << textOf(R"({"name": "a", "colour": 1})") << "entities[0] 'a': unknown field 'colour'";
         QTest::newRow("no JSON") << QByteArray("{\n  \"format\": }")

@@ -81,9 +81,11 @@ void tst_completion::programTells_data()
     row("tag -m x ", ":project\n");
     row("import ", ":source\n");
     row("import shop.json ", ":project\n");
-    row("dump shop.korv ", "v1\tfirst release\nv2\nnow\tthe state of the project\n");
+    row("dump shop.korv ", "v1\tfirst release\nv2\nnow\t"
+                           "the state of the project\n");
     row("dump shop.korv v2", "v2\n");
-    row("dump shop.json ", "now\tthe state of the project\n");
+    row("dump shop.json ", "now\t"
+                           "the state of the project\n");
     row("dump gone.korv v", "");
     row("diff shop.korv v1 v", "v1\tfirst release\nv2\n");
     row("diff shop.korv v", "v1\tfirst release\nv2\n:source\n");
@@ -164,7 +166,8 @@ void tst_completion::damagedProjectHasNoVersions()
     damaged.close();
     const program_result result = runProgram({"--complete", "dump", "damaged.korv", ""});
     QCOMPARE(result.errors, QByteArray());
-    QCOMPARE(result.output, QByteArray("now\tthe state of the project\n"));
+    QCOMPARE(result.output, QByteArray("now\t"
+                                       "the state of the project\n"));
     QVERIFY(QFile::remove(damaged.fileName()));
 }
 

@@ -428,7 +428,8 @@ void tst_script_panel::elidesALongPath()
 void tst_script_panel::readsUtf8()
 {
     fixture f;
-    f.open("\xef\xbb\xbfgr\xc3\xb6\xc3\x9fe \xe2\x82\xac\r\nb");
+    f.open("\xef\xbb\xbfgr\xc3\xb6\xc3\x9f"
+           "e \xe2\x82\xac\r\nb");
     QCOMPARE(f.text()->toPlainText(), QStringLiteral("größe €\nb"));
     QVERIFY(!f.front<QLabel>("m_lblNote")->isVisible());
 }
@@ -655,7 +656,8 @@ void tst_script_panel::tellsThatALineIsPartlyPlain()
 void tst_script_panel::copiesTheScript()
 {
     fixture f;
-    f.open("a\xc2\xa0b\n\n\tc\n");
+    f.open("a\xc2\xa0"
+           "b\n\n\tc\n");
     f.click("m_btnCopyScript");
     QCOMPARE(clipboard(), QStringLiteral("a\u00a0b\n\n\tc\n")); // the text field would give a common blank
     f.openThree();

@@ -122,7 +122,8 @@ void tst_full_schema::tellsEveryStep()
              "Full database schema : create index DDL SQL script for property 'person.email" + end,
              "Full database schema : create index DDL SQL script for property 'person.country" + end,
              "Full database schema : add foreign key DDL SQL script for entity 'person' : property "
-             "'country', target entity 'COUNTRY" +
+             "'country', "
+             "target entity 'COUNTRY" +
                  end,
              "Full database schema : add foreign key DDL SQL script for entity 'person' : property 'tags', "
              "target entity 'tag" +
@@ -336,7 +337,8 @@ void tst_full_schema::writesUtf8WithoutMark()
     QVERIFY(bench.builder().builder().build(model.project()));
     QFile file(bench.path("shop_default_db_schema_full.sql"));
     QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), QByteArray("\nCREATE TABLE t\xc3\xa4ble\xe2\x82\xac (n INTEGER);\n\n"));
+    QCOMPARE(file.readAll(), QByteArray("\nCREATE TABLE t\xc3\xa4"
+                                        "ble\xe2\x82\xac (n INTEGER);\n\n"));
 }
 
 void tst_full_schema::refusesTargetsThatAreNoFiles_data()
