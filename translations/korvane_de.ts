@@ -160,6 +160,16 @@
         <source>Missing targets: %1</source>
         <translation>Fehlende Ziele: %1</translation>
     </message>
+    <message>
+        <source>PK</source>
+        <comment>primary key</comment>
+        <translation>PK</translation>
+    </message>
+    <message>
+        <source>FK</source>
+        <comment>foreign key</comment>
+        <translation>FK</translation>
+    </message>
 </context>
 <context>
     <name>app::diagram_image</name>
@@ -178,19 +188,6 @@
     <message>
         <source>The diagram is large: the picture was made smaller, %1 × %2 pixels</source>
         <translation>Das Diagramm ist groß: Das Bild wurde auf %1 × %2 Pixel verkleinert</translation>
-    </message>
-</context>
-<context>
-    <name>app::diagram_items</name>
-    <message>
-        <source>PK</source>
-        <comment>primary key</comment>
-        <translation>PK</translation>
-    </message>
-    <message>
-        <source>FK</source>
-        <comment>foreign key</comment>
-        <translation>FK</translation>
     </message>
 </context>
 <context>

@@ -2,7 +2,6 @@
 
 #include "app/window/diagram/diagram_marks.h"
 
-#include <QCoreApplication>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
@@ -30,28 +29,6 @@ constexpr qreal LineLayer = 0;
 constexpr qreal ChosenLineLayer = 1;
 constexpr qreal LabelLayer = 2;
 constexpr qreal BoxLayer = 3;
-
-struct texts
-{
-    Q_DECLARE_TR_FUNCTIONS(app::diagram_items)
-};
-
-QString markText(diagram_mark mark)
-{
-    switch (mark) {
-    case diagram_mark::key:
-        return texts::tr("PK", "primary key");
-    case diagram_mark::reference:
-        return texts::tr("FK", "foreign key");
-    case diagram_mark::one_to_many:
-        return QStringLiteral("1:n");
-    case diagram_mark::many_to_many:
-        return QStringLiteral("n:m");
-    case diagram_mark::none:
-        break;
-    }
-    return {};
-}
 
 QColor markColor(diagram_mark mark, const diagram_style & style)
 {
@@ -85,16 +62,6 @@ qreal headerHeight(const diagram_style & style)
 QString hiddenText(int hidden)
 {
     return hidden > 0 ? QLatin1Char('+') + grouped(hidden) : QString();
-}
-
-QStringList labelTexts(const diagram_line & line)
-{
-    QStringList lines{line.label};
-    if (!line.linkTable.isEmpty()) {
-        lines << line.linkTable;
-    }
-    lines.removeAll(QString());
-    return lines;
 }
 
 qreal labelRowHeight(const diagram_style & style)
@@ -136,7 +103,7 @@ QSizeF boxSize(const diagram_box & box, const diagram_style & style)
 
 QSizeF labelSize(const diagram_line & line, const diagram_style & style)
 {
-    const QStringList lines = labelTexts(line);
+    const QStringList lines = line.labelTexts();
     if (lines.isEmpty()) {
         return {};
     }
@@ -325,7 +292,7 @@ void diagram_label_item::paint(QPainter * painter, const QStyleOptionGraphicsIte
     QRectF place = m_place.adjusted(LabelMargin, LabelMargin, -LabelMargin, -LabelMargin);
     painter->drawRoundedRect(place, 3, 3);
     place.setHeight(labelRowHeight(m_style));
-    for (const QString & text : labelTexts(m_line)) {
+    for (const QString & text : m_line.labelTexts()) {
         QFont font = m_style.small;
         const bool isLinkTable = text == m_line.linkTable;
         painter->setPen(isLinkTable ? m_style.collection : m_bChosen ? m_style.ink : m_style.quietInk);

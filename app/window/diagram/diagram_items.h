@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/window/diagram/diagram_contents.h"
+#include "app/diagram/diagram_contents.h"
 #include "app/window/diagram/diagram_style.h"
 
 #include <QGraphicsItem>

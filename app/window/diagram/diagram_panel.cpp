@@ -1,7 +1,7 @@
 #include "app/window/diagram/diagram_panel.h"
 
+#include "app/diagram/diagram_layout.h"
 #include "app/window/diagram/diagram_image.h"
-#include "app/window/diagram/diagram_layout.h"
 #include "app/window/diagram/diagram_view.h"
 
 #include "model/project.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/window/diagram/diagram_contents.h"
-#include "app/window/diagram/diagram_graph.h"
+#include "app/diagram/diagram_contents.h"
+#include "app/diagram/diagram_graph.h"
 
 #include <QWidget>
 

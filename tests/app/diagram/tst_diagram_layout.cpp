@@ -1,8 +1,8 @@
 // Where boxes and lines of a diagram stand: by dot, or in a grid where dot cannot be had.
 
-#include "app/window/diagram/diagram_dot.h"
-#include "app/window/diagram/diagram_grid.h"
-#include "app/window/diagram/diagram_layout.h"
+#include "app/diagram/diagram_dot.h"
+#include "app/diagram/diagram_grid.h"
+#include "app/diagram/diagram_layout.h"
 
 #include "support/project_support.h"
 #include "support/shell_program.h"

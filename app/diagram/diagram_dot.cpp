@@ -1,6 +1,6 @@
-#include "app/window/diagram/diagram_dot.h"
+#include "app/diagram/diagram_dot.h"
 
-#include "app/window/diagram/diagram_grid.h"
+#include "app/diagram/diagram_grid.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/window/diagram/diagram_geometry.h"
+#include "app/diagram/diagram_geometry.h"
 
 namespace app {
 

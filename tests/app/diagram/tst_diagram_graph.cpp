@@ -1,6 +1,6 @@
 // Which entities and relationships of a project a diagram shows.
 
-#include "app/window/diagram/diagram_graph.h"
+#include "app/diagram/diagram_graph.h"
 
 #include "support/model_builder.h"
 

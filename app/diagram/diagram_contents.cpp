@@ -1,4 +1,4 @@
-#include "app/window/diagram/diagram_contents.h"
+#include "app/diagram/diagram_contents.h"
 
 #include "tools/visible_text.h"
 
@@ -146,6 +146,33 @@ void tellNeighbours(diagram_contents & contents)
 }
 
 } // namespace
+
+QString markText(diagram_mark mark)
+{
+    switch (mark) {
+    case diagram_mark::key:
+        return texts::tr("PK", "primary key");
+    case diagram_mark::reference:
+        return texts::tr("FK", "foreign key");
+    case diagram_mark::one_to_many:
+        return QStringLiteral("1:n");
+    case diagram_mark::many_to_many:
+        return QStringLiteral("n:m");
+    case diagram_mark::none:
+        break;
+    }
+    return {};
+}
+
+QStringList diagram_line::labelTexts() const
+{
+    QStringList lines{label};
+    if (!linkTable.isEmpty()) {
+        lines << linkTable;
+    }
+    lines.removeAll(QString());
+    return lines;
+}
 
 QString drawable(const QString & text)
 {

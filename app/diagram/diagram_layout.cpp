@@ -1,8 +1,8 @@
-#include "app/window/diagram/diagram_layout.h"
+#include "app/diagram/diagram_layout.h"
 
+#include "app/diagram/diagram_dot.h"
+#include "app/diagram/diagram_grid.h"
 #include "app/shown_text.h"
-#include "app/window/diagram/diagram_dot.h"
-#include "app/window/diagram/diagram_grid.h"
 
 #include <QStandardPaths>
 

@@ -1,4 +1,4 @@
-#include "app/window/diagram/diagram_graph.h"
+#include "app/diagram/diagram_graph.h"
 
 #include "model/project.h"
 

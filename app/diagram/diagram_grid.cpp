@@ -1,4 +1,4 @@
-#include "app/window/diagram/diagram_grid.h"
+#include "app/diagram/diagram_grid.h"
 
 #include <QHash>
 #include <QLineF>

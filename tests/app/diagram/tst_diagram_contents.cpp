@@ -1,6 +1,6 @@
 // The texts of a diagram, and how boxes and marks are drawn.
 
-#include "app/window/diagram/diagram_contents.h"
+#include "app/diagram/diagram_contents.h"
 #include "app/window/diagram/diagram_items.h"
 #include "app/window/diagram/diagram_marks.h"
 #include "app/window/diagram/diagram_scene.h"

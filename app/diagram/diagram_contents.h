@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/window/diagram/diagram_geometry.h"
-#include "app/window/diagram/diagram_graph.h"
+#include "app/diagram/diagram_geometry.h"
+#include "app/diagram/diagram_graph.h"
 
 #include <QStringList>
 
@@ -38,6 +38,9 @@ struct diagram_line
     QString label;
     QString linkTable; ///< a second line of the label; empty without one
     QString tip;       ///< rich text
+
+    /// What stands at the line, from top to bottom.
+    [[nodiscard]] QStringList labelTexts() const;
 };
 
 /// The texts of a diagram.
@@ -56,6 +59,9 @@ struct diagram_picture
 
 /// The texts of a piece of a graph, on one line each and without characters that cannot be drawn.
 [[nodiscard]] diagram_contents contentsOf(const diagram_graph & graph, const diagram_piece & piece);
+
+/// The few letters for `mark` before a row; empty for none.
+[[nodiscard]] QString markText(diagram_mark mark);
 
 /// `text` on one line, with a mark for every character that no picture can hold.
 [[nodiscard]] QString drawable(const QString & text);
