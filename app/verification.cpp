@@ -4,20 +4,19 @@
 
 #include "app/check_run.h"
 #include "app/export_options.h"
+#include "app/foretold_statements.h"
 #include "app/source.h"
 #include "app/verified_rows.h"
+#include "app/version_scripts.h"
 
 #include "check/view/schema_difference.h"
-#include "check/view/statement_place.h"
 #include "context/ctx_project.h"
 #include "context/ctx_scoped.h"
 #include "database/server/target_database.h"
 #include "database/simulation/simulation.h"
-#include "database/statement/reader.h"
 #include "model/project.h"
 #include "os/stop_requests.h"
 
-#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -30,94 +29,6 @@ using database::server::server_error;
 using database::server::server_failure;
 using database::server::target_database;
 using zk::ZkBool;
-
-/// A statement as a server runs it.
-struct run_statement
-{
-    check::statement_place place;
-    database::statement read;
-};
-
-/// The scripts that belong to one version.
-struct version_scripts
-{
-    QString word;
-    std::shared_ptr<model::project> model;
-    std::vector<run_statement> full; ///< makes it as a whole
-    std::vector<run_statement> step; ///< leads to it from the version before
-};
-
-std::vector<run_statement> statementsOf(const plugin::statement_list & list)
-{
-    std::vector<run_statement> statements;
-    for (const plugin::statement_record & record : list.records) {
-        for (const database::statement & read : database::readStatements(
-                 record.text, record.isReplaced() ? database::writer::anyone : database::writer::exporter)) {
-            statements.push_back({check::placeOf(record, read), read});
-        }
-    }
-    return statements;
-}
-
-/// What the check foretold of each statement of the scripts.
-class foretold_statements
-{
-public:
-    foretold_statements() = default;
-    explicit foretold_statements(const check::report & report)
-    {
-        for (const check::finding & each : report.findings) {
-            if (each.what == check::effect::refused && each.statement) {
-                const auto key = keyOf(*each.statement);
-                QString & code = (each.when == check::occasion::always ? m_always : m_withRows)[key];
-                code = code.isEmpty() ? QString(each.code) : code;
-                if (each.when == check::occasion::always || each.weight == check::severity::error) {
-                    m_certain.insert(key);
-                }
-            }
-            for (const QString & difference : each.differences) {
-                m_differences.insert(difference, each.code);
-            }
-            for (const check::object & object : each.objects) {
-                const bool isTold = each.what == check::effect::loss || each.what == check::effect::refused ||
-                                    each.what == check::effect::silent || each.what == check::effect::differs;
-                if (isTold) {
-                    m_objects.insert({static_cast<int>(object.kind), object.id}, each.code);
-                }
-            }
-        }
-    }
-
-    /// The code of the finding that says that the statement is refused; empty without one.
-    [[nodiscard]] QString refusal(const check::statement_place & of, bool withRows) const
-    {
-        const QString always = m_always.value(keyOf(of));
-        return always.isEmpty() && withRows ? m_withRows.value(keyOf(of)) : always;
-    }
-    /// Whether that does not depend on how somebody is connected.
-    [[nodiscard]] bool isCertain(const check::statement_place & of) const
-    {
-        return m_certain.contains(keyOf(of));
-    }
-    [[nodiscard]] QString difference(const QString & object) const { return m_differences.value(object); }
-    [[nodiscard]] QString loss(long entity, long property) const
-    {
-        const QString own = m_objects.value({static_cast<int>(model::object_kind::property), property});
-        return own.isEmpty() ? m_objects.value({static_cast<int>(model::object_kind::entity), entity}) : own;
-    }
-
-private:
-    static std::pair<QString, int> keyOf(const check::statement_place & place)
-    {
-        return {place.script, place.line};
-    }
-
-    QHash<std::pair<QString, int>, QString> m_always;
-    QHash<std::pair<QString, int>, QString> m_withRows;
-    QSet<std::pair<QString, int>> m_certain;
-    QHash<QString, QString> m_differences;
-    QHash<std::pair<int, long>, QString> m_objects;
-};
 
 /// The proof on one database.
 class proof_run
@@ -142,7 +53,7 @@ public:
         m_options.insert(DatabaseOption, m_target.known().scripts);
         m_proof.database = m_target.known().key;
         if (result = foretell(); result) {
-            result = loadScripts(now);
+            result = loadScripts(m_statements, m_source, m_options, now, m_versions);
         }
         try {
             m_proof.server = m_target.version();
@@ -168,38 +79,6 @@ private:
         const ZkBool told = checkSource(m_statements, m_source, request, report);
         m_foretold = foretold_statements(report);
         return told;
-    }
-
-    ZkBool loadScripts(const std::shared_ptr<model::project> & now)
-    {
-        std::shared_ptr<model::project> before;
-        const int newest = m_source.newestVersion();
-        for (int number = 1; number <= newest + 1; ++number) {
-            version_scripts version;
-            const bool isNow = number > newest;
-            version.word = versionWord(isNow ? Now : number);
-            version.model = now;
-            ZkBool result = isNow ? ZkBool::success() : m_source.load(number, version.model);
-            if (result) {
-                version.model->setName(now->getName());
-                const plugin::statement_list full = m_statements.fullStatements(*version.model, m_options);
-                version.full = statementsOf(full);
-                result = full.outcome;
-            }
-            // A project without versions has no history.
-            if (result && newest > 0) {
-                const plugin::statement_list step = m_statements.stepStatements(
-                    {before, version.model, before ? number - 1 : 0, number}, m_options);
-                version.step = statementsOf(step);
-                result = step.outcome;
-            }
-            if (!result) {
-                return result;
-            }
-            before = version.model;
-            m_versions.push_back(std::move(version));
-        }
-        return ZkBool::success();
     }
 
     void noteScript(const std::vector<run_statement> & script)

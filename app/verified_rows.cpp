@@ -49,9 +49,9 @@ QMap<QString, int> verified_rows::put(const QString & version, const model::proj
     const database::facts & known = m_target.known();
     std::vector<put_row> added;
     database::server::server_error error;
-    m_target.execute(m_target.checkForeignKeys(false), error);
+    m_target.execute(m_target.foreignKeyChecks(false), error);
     const QMap<QString, int> counts = database::server::putRowIntoEach(m_target, m_number, &added);
-    m_target.execute(m_target.checkForeignKeys(m_target.enforcesForeignKeys()), error);
+    m_target.execute(m_target.foreignKeyChecks(m_target.enforcesForeignKeys()), error);
     const check::model_names names(known, model);
     for (const put_row & row : added) {
         const auto entities = names.entitiesOf(row.table);

@@ -101,7 +101,7 @@ public:
         return QLatin1Char('`') + QString(name).replace(QLatin1Char('`'), QLatin1String("``")) +
                QLatin1Char('`');
     }
-    [[nodiscard]] QString checkForeignKeys(bool on) const override
+    [[nodiscard]] QString foreignKeyChecks(bool on) const override
     {
         return QStringLiteral("SET foreign_key_checks = %1").arg(on ? 1 : 0);
     }

@@ -111,7 +111,7 @@ public:
         return QLatin1Char('"') + QString(name).replace(QLatin1Char('"'), QLatin1String("\"\"")) +
                QLatin1Char('"');
     }
-    [[nodiscard]] QString checkForeignKeys(bool on) const override
+    [[nodiscard]] QString foreignKeyChecks(bool on) const override
     {
         return QStringLiteral("SET session_replication_role = ") + QLatin1String(on ? "DEFAULT" : "replica");
     }

@@ -55,7 +55,7 @@ public:
         return QLatin1Char('"') + QString(name).replace(QLatin1Char('"'), QLatin1String("\"\"")) +
                QLatin1Char('"');
     }
-    [[nodiscard]] QString checkForeignKeys(bool on) const override
+    [[nodiscard]] QString foreignKeyChecks(bool on) const override
     {
         return QStringLiteral("PRAGMA foreign_keys = ") + QLatin1String(on ? "ON" : "OFF");
     }

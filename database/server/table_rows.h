@@ -23,7 +23,7 @@ struct put_row
 /// Puts a row into each table that has none: 7 in every column of a key, of a foreign key or with a name that
 /// ends in "_id", so that rows belong together, and elsewhere a value that no other column has, as far as the
 /// type has enough values. A table whose types have no values here stays empty. Foreign keys should have no
-/// say meanwhile; see target_database::checkForeignKeys().
+/// say meanwhile; see target_database::foreignKeyChecks().
 /// @param number from which values are made; it goes on with each of them
 /// @param added receives the rows, when it is given
 /// @return the tables that have rows now, with the number of these

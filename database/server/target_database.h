@@ -24,7 +24,7 @@ public:
     /// A name as a statement of ours writes it, whatever it is made of.
     [[nodiscard]] virtual QString quoted(const QString & name) const = 0;
     /// The statement after which foreign keys do, or do not, have a say in what rows there are.
-    [[nodiscard]] virtual QString checkForeignKeys(bool on) const = 0;
+    [[nodiscard]] virtual QString foreignKeyChecks(bool on) const = 0;
     /// Whether they have one when nobody says anything.
     [[nodiscard]] virtual bool enforcesForeignKeys() const { return true; }
 };

@@ -11,7 +11,7 @@ namespace database {
 
 namespace {
 
-refusal addingRefusal(const state & at, const table & owner, const add_column & asked, const column & made)
+refusal checkAdded(const state & at, const table & owner, const add_column & asked, const column & made)
 {
     const int rows = at.rowsOf(owner);
     const QString object = columnObject(owner.name, made.name);
@@ -68,7 +68,7 @@ void makeColumn(state & at, const table & owner, const add_column & asked, const
     });
 }
 
-refusal droppingRefusal(const state & at, const table & owner, const QString & column)
+refusal checkDropped(const state & at, const table & owner, const QString & column)
 {
     const facts & known = at.known;
     const QString object = columnObject(owner.name, column);
@@ -154,7 +154,7 @@ refusal apply(state & at, const add_column & asked, losses & lost)
         return (nameFirst && ofName) || !ofType ? ofName : ofType;
     }
     const column made = columnOf(at.types, asked.definition, name);
-    if (why = addingRefusal(at, *owner, asked, made); why) {
+    if (why = checkAdded(at, *owner, asked, made); why) {
         return why;
     }
     if (at.rowsOf(*owner) > 0 && made.notNull && !asked.definition.hasDefault &&
@@ -187,7 +187,7 @@ refusal apply(state & at, const drop_column & asked, losses & lost)
         return asked.ifExists ? refusal()
                               : refusal{refusal_cause::dropped_column_missing, columnObject(on, name), false};
     }
-    if (why = droppingRefusal(at, *owner, found->name); why) {
+    if (why = checkDropped(at, *owner, found->name); why) {
         return why;
     }
     lost.push_back({loss_kind::values, columnObject(owner->name, found->name)});

@@ -60,8 +60,8 @@ struct renamed_column
 };
 
 // What there is against the new name and type of a column.
-refusal newNameRefusal(const state & at, const renamed_column & found, const column_definition & to,
-                       const QString & object)
+refusal checkNewName(const state & at, const renamed_column & found, const column_definition & to,
+                     const QString & object)
 {
     if (isSystemColumn(at.known, found.to)) {
         return {refusal_cause::system_column_added, object, false};
@@ -106,7 +106,7 @@ refusal findRenamed(const state & at, const identifier & tableName, const identi
     if (found.old == nullptr) {
         return {refusal_cause::changed_column_missing, columnObject(on, old), false};
     }
-    return newNameRefusal(at, found, to, columnObject(on, found.to));
+    return checkNewName(at, found, to, columnObject(on, found.to));
 }
 
 // Whether each value of the one type is one of the other.
@@ -144,7 +144,7 @@ bool isKeyTooLong(const known_types & types, const table & owner, const QString 
 }
 
 // What the values of a column come to when it changes.
-refusal changingLoss(const state & at, const column & old, const column & to, const QString & object)
+refusal checkValues(const state & at, const column & old, const column & to, const QString & object)
 {
     const bool isOtherType = at.types.shown(to.type) != at.types.shown(old.type);
     const understood_type & was = at.types.of(old.type);
@@ -160,7 +160,7 @@ refusal changingLoss(const state & at, const column & old, const column & to, co
     return to.notNull && !old.notNull ? refusal{refusal_cause::nulls_lost, object, true} : refusal();
 }
 
-refusal changingRefusal(const state & at, const renamed_column & found, const column & to)
+refusal checkChanged(const state & at, const renamed_column & found, const column & to)
 {
     const table & owner = *found.owner;
     const QString object = columnObject(owner.name, found.old->name);
@@ -188,7 +188,7 @@ refusal changingRefusal(const state & at, const renamed_column & found, const co
         return {isOtherType ? refusal_cause::type_change_forbidden : refusal_cause::copy_needed,
                 foreignKeyObject(key->name), false};
     }
-    return at.rowsOf(owner) == 0 ? refusal() : changingLoss(at, *found.old, to, object);
+    return at.rowsOf(owner) == 0 ? refusal() : checkValues(at, *found.old, to, object);
 }
 
 // An index over the whole column is one over the whole of the new type, as far as that goes; one over its
@@ -255,7 +255,7 @@ refusal apply(state & at, const change_column & asked, losses & lost)
     const bool isKey = isInKey(*found.owner, old.name);
     const bool counts = definition.counted || at.types.of(definition.type).counts();
     const column to{found.to, definition.type, definition.notNull || isKey, counts};
-    why = changingRefusal(at, found, to);
+    why = checkChanged(at, found, to);
     if (why && !why.dependsOnValues) {
         return why;
     }

@@ -149,7 +149,10 @@ private:
                          : refusal();
     }
 
-    [[nodiscard]] refusal checkNameLength() { return tooLong(m_at.known, m_asked.reference.name); }
+    [[nodiscard]] refusal checkNameLength()
+    {
+        return database::checkNameLength(m_at.known, m_asked.reference.name);
+    }
 
     [[nodiscard]] refusal checkIndexLength()
     {

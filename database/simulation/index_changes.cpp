@@ -64,7 +64,7 @@ refusal makeParts(const state & at, const table & owner, const create_index & as
 }
 
 // Several columns have to fit together, each of which can be in the index by its beginning.
-refusal lengthRefusal(const state & at, const table & owner, const index & made)
+refusal checkLength(const state & at, const table & owner, const index & made)
 {
     const int longest = at.known.keys.longest.value;
     if (longest == 0 || made.unique || made.parts.size() < 2) {
@@ -79,7 +79,7 @@ refusal lengthRefusal(const state & at, const table & owner, const index & made)
 }
 
 // What the table has against another index, whatever its name.
-refusal tableRefusal(const state & at, const table & owner, const index & made)
+refusal checkIndexed(const state & at, const table & owner, const index & made)
 {
     for (const key_part & part : made.parts) {
         if (!part.column.isEmpty() && !hasOrder(at.types, at.findColumn(owner, part.column)->type)) {
@@ -161,9 +161,9 @@ refusal makeIndex(const state & at, const table & owner, const create_index & as
 {
     refusal why = makeParts(at, owner, asked, lost, made);
     if (!why) {
-        why = tooLong(at.known, asked.index);
+        why = checkNameLength(at.known, asked.index);
     }
-    return why ? why : lengthRefusal(at, owner, made);
+    return why ? why : checkLength(at, owner, made);
 }
 
 } // namespace
@@ -198,7 +198,7 @@ refusal apply(state & at, const create_index & asked, losses & lost)
         return asked.ifNotExists ? refusal()
                                  : refusal{refusal_cause::index_exists, indexObject(made.name), false};
     }
-    if (why = tableRefusal(at, *owner, made); why) {
+    if (why = checkIndexed(at, *owner, made); why) {
         return why;
     }
     const bool isMaybeRefused = mayHoldLongValues(at, *owner, made);

@@ -66,7 +66,7 @@ QString name_reader::newColumn(const identifier & written)
 
 QString name_reader::lookedFor(const identifier & written, name_place place)
 {
-    const bool isAfterwards = !m_known.names.lengthReadFirst.value && tooLong(m_known, written);
+    const bool isAfterwards = !m_known.names.lengthReadFirst.value && checkNameLength(m_known, written);
     return isAfterwards ? written.text : read(written, place);
 }
 
@@ -88,7 +88,7 @@ QStringList name_reader::others(const std::vector<identifier> & written)
     return names;
 }
 
-refusal tooLong(const facts & known, const identifier & written)
+refusal checkNameLength(const facts & known, const identifier & written)
 {
     // Most names are short in any unit, and need not be looked at further.
     constexpr qsizetype MostBytes = 3; // of a UTF-16 unit

@@ -42,7 +42,7 @@ private:
 };
 
 /// Whether the name is longer than what can be made under it.
-[[nodiscard]] refusal tooLong(const facts & known, const identifier & written);
+[[nodiscard]] refusal checkNameLength(const facts & known, const identifier & written);
 /// Whether the database keeps the name of a table for itself.
 [[nodiscard]] bool isKept(const facts & known, const QString & table);
 /// Whether the name ends in a way that no name of a column may.

@@ -4,7 +4,8 @@
 
 namespace database {
 
-/// Why a statement is refused, or may be; false when it is not.
+/// Why a statement is refused, or may be; false when it is not. Functions named `check…` give one and change
+/// nothing.
 struct refusal
 {
     refusal_cause cause = refusal_cause::none;

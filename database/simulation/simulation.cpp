@@ -112,7 +112,7 @@ void readTable(name_reader & names, const Change & asked)
 }
 
 // What stands before the place that cannot be read is read first, so that can be what is wrong.
-refusal refusalOfCut(const state & at, const change & asked)
+refusal checkBeginning(const state & at, const change & asked)
 {
     const facts & known = at.known;
     losses lost;
@@ -167,7 +167,7 @@ verdict simulation::run(const statement & written, row_values values)
         said.what = outcome::not_judged;
         return said;
     }
-    const refusal why = asked.isCutShort ? refusalOfCut(now, asked.asked)
+    const refusal why = asked.isCutShort ? checkBeginning(now, asked.asked)
                                          : std::visit(performer(now, said.losses), asked.asked);
     if (!why) {
         return said;

@@ -92,9 +92,9 @@ bool foretelling::putRows()
 {
     int number = 1000; // four digits, as a UUID wants them
     server_error error;
-    m_target.execute(m_target.checkForeignKeys(false), error);
+    m_target.execute(m_target.foreignKeyChecks(false), error);
     const QMap<QString, int> counts = putRowIntoEach(m_target, number);
-    m_target.execute(m_target.checkForeignKeys(true), error);
+    m_target.execute(m_target.foreignKeyChecks(true), error);
     for (auto it = counts.constBegin(); it != counts.constEnd(); ++it) {
         m_simulation->putRows(it.key(), it.value());
     }

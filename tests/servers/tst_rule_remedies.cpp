@@ -293,9 +293,9 @@ private:
         // Four digits, as a UUID wants them.
         int number = 1000;
         server_error error;
-        m_target->execute(m_target->checkForeignKeys(false), error);
+        m_target->execute(m_target->foreignKeyChecks(false), error);
         database::server::putRowIntoEach(*m_target, number);
-        m_target->execute(m_target->checkForeignKeys(true), error);
+        m_target->execute(m_target->foreignKeyChecks(true), error);
     }
 
     std::vector<answer> run(const std::vector<plugin::statement_record> & script)
