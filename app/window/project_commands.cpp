@@ -74,6 +74,13 @@ QString textsOrAll()
     return orAll(project_commands::tr("Models in text form (*.json)"));
 }
 
+/// The file of the same name and folder that ends in `suffix`.
+QString besideWith(QLatin1String suffix, const QString & file)
+{
+    const QFileInfo of(file);
+    return of.path() + QLatin1Char('/') + of.completeBaseName() + QLatin1Char('.') + suffix;
+}
+
 QString taggedText(const storage::history::tag_result & done, const QString & file)
 {
     const QString number = QString::number(done.number);
@@ -152,8 +159,7 @@ QString project_commands::chooseNewFile(const QString & title, const QString & o
     dialog->setOption(QFileDialog::DontConfirmOverwrite);
     dialog->selectFile(proposed + QLatin1Char('.') + model::ProjectFileSuffix);
     const QString file = chosenFile(dialog, objectName);
-    const QString text = QFileInfo(file).path() + QLatin1Char('/') + QFileInfo(file).completeBaseName() +
-                         QLatin1Char('.') + TextSuffix;
+    const QString text = besideWith(TextSuffix, file);
     for (const QString & taken : file.isEmpty() ? QStringList() : QStringList{file, text}) {
         if (QFileInfo::exists(taken)) {
             warn(m_pWindow, title,
@@ -170,8 +176,7 @@ void project_commands::chooseAndBegin()
     if (file.isEmpty()) {
         return;
     }
-    const QString text = QFileInfo(file).path() + QLatin1Char('/') + QFileInfo(file).completeBaseName() +
-                         QLatin1Char('.') + TextSuffix;
+    const QString text = besideWith(TextSuffix, file);
     if (const zk::ZkBool begun = beginProject(text, file); !begun) {
         warn(m_pWindow, newTitle(), begun.getDesc());
         return;
@@ -203,8 +208,7 @@ void project_commands::chooseAndTrySample()
 QString project_commands::chooseImportTarget(const QFileInfo & text)
 {
     const QString proposed = m_session.file().isEmpty()
-                                 ? text.absolutePath() + QLatin1Char('/') + text.completeBaseName() +
-                                       QLatin1Char('.') + model::ProjectFileSuffix
+                                 ? besideWith(model::ProjectFileSuffix, text.absoluteFilePath())
                                  : m_session.file();
     const tools::held_dialog<QFileDialog> dialog(
         m_pWindow, tr("Korvane - Import %1 into the project file").arg(text.fileName()),
@@ -303,6 +307,20 @@ bool project_commands::refresh(const QString & title)
     return refreshProject(m_session, m_pWindow, title);
 }
 
+/// The versions of the project as it is now; nothing after a failure, which is shown.
+std::optional<project_commands::list_of_versions> project_commands::listVersions(const QString & title)
+{
+    list_of_versions versions;
+    if (!refresh(title)) {
+        return std::nullopt;
+    }
+    if (const QSqlError error = storage::history::list(m_session.file(), versions); error.isValid()) {
+        warn(m_pWindow, title, error.text());
+        return std::nullopt;
+    }
+    return versions;
+}
+
 void project_commands::close()
 {
     m_session.close();
@@ -311,14 +329,11 @@ void project_commands::close()
 void project_commands::tag()
 {
     const QString title = tag_dialog::title();
-    if (m_session.isHeld() || !refresh(title)) {
+    const std::optional<list_of_versions> stored = m_session.isHeld() ? std::nullopt : listVersions(title);
+    if (!stored) {
         return;
     }
-    QList<storage::history::version> versions;
-    if (const QSqlError error = storage::history::list(m_session.file(), versions); error.isValid()) {
-        warn(m_pWindow, title, error.text());
-        return;
-    }
+    const list_of_versions & versions = *stored;
     const int number = versions.isEmpty() ? 1 : versions.constLast().number + 1;
     storage::history::tag_result result;
     const tools::held_dialog<tag_dialog> dialog(m_session.project()->getName(), number, m_pWindow);
@@ -349,15 +364,11 @@ void project_commands::tag()
 void project_commands::showVersions()
 {
     const QString title = versions_dialog::title();
-    QList<storage::history::version> versions;
-    if (!refresh(title)) {
+    const std::optional<list_of_versions> versions = listVersions(title);
+    if (!versions) {
         return;
     }
-    if (const QSqlError error = storage::history::list(m_session.file(), versions); error.isValid()) {
-        warn(m_pWindow, title, error.text());
-        return;
-    }
-    const tools::held_dialog<versions_dialog> dialog(m_session.project()->getName(), versions, m_pWindow);
+    const tools::held_dialog<versions_dialog> dialog(m_session.project()->getName(), *versions, m_pWindow);
     if (dialog.exec() == QDialog::Accepted) {
         Q_EMIT comparisonWanted(dialog->from(), dialog->to());
     }

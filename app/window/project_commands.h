@@ -2,7 +2,11 @@
 
 #include "app/window/recent_files.h"
 
+#include "storage/history.h"
+
 #include <QObject>
+
+#include <optional>
 
 class QFileInfo;
 class QWidget;
@@ -55,12 +59,15 @@ Q_SIGNALS:
     void statusTold(const QString & text);
 
 private:
+    using list_of_versions = QList<storage::history::version>;
+
     [[nodiscard]] QString folderToStartIn() const;
     [[nodiscard]] QString chooseNewFile(const QString & title, const QString & objectName,
                                         const QString & proposed) const;
     QString chooseImportTarget(const QFileInfo & text);
     [[nodiscard]] bool isReplacementWanted(const QFileInfo & text, const QString & target);
     bool refresh(const QString & title);
+    [[nodiscard]] std::optional<list_of_versions> listVersions(const QString & title);
 
     project_session & m_session;
     message_panel & m_messages;

@@ -5,17 +5,16 @@
 #include "storage/id_marks.h"
 #include "storage/model_check.h"
 #include "storage/project_schema.h"
+#include "storage/stored_rows.h"
 #include "storage/text_cache.h"
 #include "storage/texts.h"
 #include "zk/sqlite_connection.h"
-#include "zk/sqlite_statement.h"
 
 #include <QHash>
 
 #include <cmath>
 #include <functional>
 #include <limits>
-#include <string_view>
 
 namespace storage {
 
@@ -24,84 +23,6 @@ namespace {
 using namespace project_schema;
 
 constexpr qlonglong MaxNumber = std::numeric_limits<long>::max();
-
-/// The rows of one table in order. The first value of a wrong kind ends the reading.
-class table_rows
-{
-public:
-    table_rows(const zk::sqlite::connection & file, text_cache & cache, const char * table,
-               const char * columns)
-        : m_file(file), m_rows(file, QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid")
-                                         .arg(QString::fromLatin1(columns), QString::fromLatin1(table))),
-          m_texts(cache), m_sTable(table)
-    {
-    }
-
-    bool next()
-    {
-        ++m_iRow;
-        return m_sProblem.isEmpty() && m_rows.next();
-    }
-    qlonglong number(int column, qlonglong min, qlonglong max)
-    {
-        return number(m_rows.at(column), column, min, max);
-    }
-    long id(int column) { return static_cast<long>(number(column, 1, LargestId)); }
-    long optionalId(int column)
-    {
-        const cell value = m_rows.at(column);
-        return value.isNull() ? 0 : static_cast<long>(number(value, column, 1, LargestId));
-    }
-    QString text(int column) { return text(m_rows.at(column), column); }
-    QString optionalText(int column)
-    {
-        const cell value = m_rows.at(column);
-        return value.isNull() ? QString() : text(value, column);
-    }
-
-    void fail(const QString & reason)
-    {
-        if (m_sProblem.isEmpty()) {
-            m_sProblem = texts::tr("is damaged (table %1, row %2: %3); restore it from a copy")
-                             .arg(QString::fromLatin1(m_sTable), QString::number(m_iRow), reason);
-        }
-    }
-    /// What ended the reading; invalid at the end of the table.
-    [[nodiscard]] QSqlError error() const
-    {
-        return m_sProblem.isEmpty() ? m_rows.error() : m_file.failure(m_sProblem);
-    }
-
-private:
-    using cell = zk::sqlite::cell;
-
-    qlonglong number(const cell & value, int column, qlonglong min, qlonglong max)
-    {
-        const bool isNumber = value.kindOf() == cell::kind::integer;
-        const qlonglong n = value.number();
-        if (!isNumber || n < min || n > max) {
-            fail(texts::tr("column %1 is not a number of the expected range").arg(column + 1));
-            return min;
-        }
-        return n;
-    }
-    QString text(const cell & value, int column)
-    {
-        const bool isText = value.kindOf() == cell::kind::text;
-        const std::string_view utf8 = value.bytes();
-        if (!isText || !utf8.data()) {
-            fail(texts::tr("column %1 is not a text").arg(column + 1));
-        }
-        return m_texts.shared(utf8);
-    }
-
-    const zk::sqlite::connection & m_file;
-    zk::sqlite::statement m_rows;
-    text_cache & m_texts;
-    const char * m_sTable;
-    QString m_sProblem;
-    qlonglong m_iRow = 0;
-};
 
 struct property_detail
 {
@@ -138,11 +59,11 @@ public:
     }
 
 private:
-    table_rows rowsOf(const char * table, const char * columns) { return {m_file, m_texts, table, columns}; }
+    stored_rows rowsOf(const char * table, const char * columns) { return {m_file, m_texts, table, columns}; }
 
     QSqlError readProject()
     {
-        table_rows rows = rowsOf(
+        stored_rows rows = rowsOf(
             "t_project", "name, last_enumeration_id, last_entity_id, last_property_id, last_relationship_id");
         int count = 0;
         for (; rows.next(); ++count) {
@@ -161,7 +82,7 @@ private:
 
     QSqlError readEnumerations()
     {
-        table_rows rows = rowsOf("t_enumeration", "id, name");
+        stored_rows rows = rowsOf("t_enumeration", "id, name");
         while (rows.next()) {
             const auto enumeration = std::make_shared<model::enumeration>(rows.id(0));
             enumeration->setName(rows.text(1));
@@ -174,7 +95,7 @@ private:
 
     QSqlError readValues()
     {
-        table_rows rows = rowsOf("t_enumeration_value", "enumeration_id, name, value");
+        stored_rows rows = rowsOf("t_enumeration_value", "enumeration_id, name, value");
         QHash<long, QList<model::enumeration::value>> values;
         while (rows.next()) {
             const long id = rows.id(0);
@@ -194,7 +115,8 @@ private:
 
     QSqlError readEntities()
     {
-        table_rows rows = rowsOf("t_entity", "id, name, entity_key, table_name, soft_delete_column, version");
+        stored_rows rows =
+            rowsOf("t_entity", "id, name, entity_key, table_name, soft_delete_column, version");
         while (rows.next()) {
             const auto entity = std::make_shared<model::entity>(rows.id(0), rows.text(1));
             entity->setKey(rows.optionalText(2));
@@ -210,7 +132,7 @@ private:
 
     QSqlError readMetaData()
     {
-        table_rows rows = rowsOf("t_meta_data", "entity_id, meta_key, value_type, meta_value");
+        stored_rows rows = rowsOf("t_meta_data", "entity_id, meta_key, value_type, meta_value");
         while (rows.next()) {
             const std::shared_ptr<model::entity> entity = m_project.getEntityById(rows.id(0));
             const QString key = rows.text(1);
@@ -235,7 +157,7 @@ private:
 
     QSqlError readTypes()
     {
-        table_rows rows = rowsOf("t_property_type", "type_id, cpp_type, enumeration_id");
+        stored_rows rows = rowsOf("t_property_type", "type_id, cpp_type, enumeration_id");
         long current = 0;
         QStringList cppTypes;
         const auto finish = [&] {
@@ -271,7 +193,7 @@ private:
 
     QSqlError readDetails()
     {
-        table_rows rows = rowsOf("t_property_detail", "property_id, property_key, force_sql_type");
+        stored_rows rows = rowsOf("t_property_detail", "property_id, property_key, force_sql_type");
         while (rows.next()) {
             const long id = rows.id(0);
             if (m_details.contains(id)) {
@@ -284,7 +206,7 @@ private:
 
     QSqlError readRelationships()
     {
-        table_rows rows =
+        stored_rows rows =
             rowsOf("t_relationship", "property_id, id, type, target_id, inverse_id, extra_table, "
                                      "foreign_key, foreign_key_owner");
         while (rows.next()) {
@@ -307,7 +229,7 @@ private:
 
     QSqlError readProperties()
     {
-        table_rows rows = rowsOf("t_property", "entity_id, id, name, column_name, type_id, flags");
+        stored_rows rows = rowsOf("t_property", "entity_id, id, name, column_name, type_id, flags");
         std::shared_ptr<model::entity> entity;
         while (rows.next()) {
             const long entityId = rows.id(0);

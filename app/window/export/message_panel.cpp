@@ -1,6 +1,7 @@
 #include "app/window/export/message_panel.h"
 
 #include "app/window/export/message_delegate.h"
+#include "app/window/export/message_filter.h"
 #include "app/window/export/message_list.h"
 
 #include "plugin/base_interface.h"
@@ -17,7 +18,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QSortFilterProxyModel>
 #include <QStackedLayout>
 #include <QTime>
 #include <QVBoxLayout>
@@ -87,33 +87,6 @@ QString joined(const QModelIndexList & rows)
 }
 
 } // namespace
-
-/// Shows all lines, or errors only; headings stay, to tell which run an error is of.
-class message_filter : public QSortFilterProxyModel
-{
-public:
-    using QSortFilterProxyModel::QSortFilterProxyModel;
-
-    void setErrorsOnly(bool errorsOnly)
-    {
-        m_bErrorsOnly = errorsOnly;
-        // One new layout; a filter that is only told to look again reports every gap between two errors.
-        invalidate();
-    }
-
-protected:
-    [[nodiscard]] bool filterAcceptsRow(int row, const QModelIndex & parent) const override
-    {
-        if (!m_bErrorsOnly) {
-            return true;
-        }
-        const message_kind kind = messageKind(sourceModel()->index(row, 0, parent));
-        return kind == message_kind::error || kind == message_kind::heading;
-    }
-
-private:
-    bool m_bErrorsOnly = false;
-};
 
 message_panel::message_panel(QWidget * parent)
     : QWidget(parent), m_pList(new message_list(this)), m_pFilter(new message_filter(this))
