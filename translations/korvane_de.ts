@@ -13,8 +13,8 @@
     <message>
         <source>&apos;%1&apos; has no version yet, so there is nothing to compare it with.
 &quot;Actions &gt; Tag project state…&quot; makes one.</source>
-        <translation>&apos;%1&apos; hat noch keine Version, mit der es sich vergleichen ließe.
-&quot;Aktionen &gt; Projektstand festhalten…&quot; legt eine an.</translation>
+        <translation>‚%1‘ hat noch keine Version, mit der es sich vergleichen ließe.
+„Aktionen &gt; Projektstand festhalten…“ legt eine an.</translation>
     </message>
     <message>
         <source>Without the custom script of the project, which was not allowed to run yet.</source>
@@ -122,7 +122,7 @@
     </message>
     <message>
         <source>Neighbours that are not shown: %1</source>
-        <translation>Nicht gezeigte Nachbarn: %1</translation>
+        <translation>Nicht angezeigte Nachbarn: %1</translation>
     </message>
     <message>
         <source>none or one</source>
@@ -150,7 +150,7 @@
     </message>
     <message>
         <source>. No relationships are shown.</source>
-        <translation>. Es werden keine Beziehungen gezeigt.</translation>
+        <translation>. Beziehungen werden nicht angezeigt.</translation>
     </message>
     <message>
         <source>. Connected with %1.</source>
@@ -269,7 +269,7 @@
     </message>
     <message>
         <source>%1 %</source>
-        <translation>%1 %</translation>
+        <translation>%1&#xa0;%</translation>
     </message>
     <message>
         <source>There is no diagram to save.</source>
@@ -293,11 +293,11 @@
     </message>
     <message>
         <source>Show the whole diagram</source>
-        <translation>Das ganze Diagramm zeigen</translation>
+        <translation>Das ganze Diagramm anzeigen</translation>
     </message>
     <message>
         <source>&amp;Actual size (100 %)</source>
-        <translation>&amp;Originalgröße (100 %)</translation>
+        <translation>&amp;Originalgröße (100&#xa0;%)</translation>
     </message>
     <message>
         <source>&amp;Save diagram…</source>
@@ -325,7 +325,7 @@
     </message>
     <message>
         <source>What the diagram shows</source>
-        <translation>Was das Diagramm zeigt</translation>
+        <translation>Inhalt des Diagramms</translation>
     </message>
     <message>
         <source>Note on the diagram</source>
@@ -357,7 +357,7 @@
     </message>
     <message>
         <source>; not shown: %1</source>
-        <translation>; nicht gezeigt: %1</translation>
+        <translation>; nicht angezeigt: %1</translation>
     </message>
     <message>
         <source>Enlarge the diagram</source>
@@ -369,11 +369,11 @@
     </message>
     <message>
         <source>Show the diagram at 100 %</source>
-        <translation>Das Diagramm mit 100 % zeigen</translation>
+        <translation>Das Diagramm mit 100&#xa0;% anzeigen</translation>
     </message>
     <message>
         <source>How many relationships away from the selected entity to show (large projects only)</source>
-        <translation>Bis zu wie vielen Beziehungen Abstand von der ausgewählten Entität gezeigt wird (nur große Projekte)</translation>
+        <translation>Bis zu wie vielen Beziehungen Abstand von der ausgewählten Entität angezeigt wird (nur große Projekte)</translation>
     </message>
     <message>
         <source>%1 already exists. Replace it?</source>
@@ -403,7 +403,7 @@
     </message>
     <message>
         <source>Export of &apos;%1&apos; with %2</source>
-        <translation>Export von &apos;%1&apos; mit %2</translation>
+        <translation>Export von ‚%1‘ mit %2</translation>
     </message>
     <message>
         <source>Korvane - Custom script</source>
@@ -421,7 +421,7 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
     </message>
     <message>
         <source>Nothing was written: evolution scripts need a tagged version. Use &quot;Actions &gt; Tag project state…&quot; first</source>
-        <translation>Es wurde nichts geschrieben: Für Evolutionsskripte muss erst eine Version festgehalten werden. Verwenden Sie zuerst &quot;Aktionen &gt; Projektstand festhalten…&quot;</translation>
+        <translation>Es wurde nichts geschrieben: Für Evolutionsskripte muss erst eine Version festgehalten werden. Verwenden Sie zuerst „Aktionen &gt; Projektstand festhalten…“</translation>
     </message>
     <message>
         <source>Nothing was written</source>
@@ -660,7 +660,7 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
     </message>
     <message>
         <source>Show errors only</source>
-        <translation>Nur Fehler zeigen</translation>
+        <translation>Nur Fehler anzeigen</translation>
     </message>
     <message>
         <source>Copy all</source>
@@ -778,8 +778,8 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
     <message>
         <source>&apos;%1&apos; already exists.
 Replace its model with the one from &apos;%2&apos;? Settings and versions are kept.</source>
-        <translation>&apos;%1&apos; ist bereits vorhanden.
-Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und Versionen bleiben erhalten.</translation>
+        <translation>‚%1‘ ist bereits vorhanden.
+Soll das Modell durch das aus ‚%2‘ ersetzt werden? Einstellungen und Versionen bleiben erhalten.</translation>
     </message>
     <message>
         <source>Import of %1</source>
@@ -787,7 +787,7 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     </message>
     <message>
         <source>Project &apos;%1&apos; imported into %2 (entities: %3)</source>
-        <translation>Projekt &apos;%1&apos; in %2 importiert (Entitäten: %3)</translation>
+        <translation>Projekt ‚%1‘ in %2 importiert (Entitäten: %3)</translation>
     </message>
     <message>
         <source>Korvane - Save model as text</source>
@@ -862,7 +862,7 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     </message>
     <message>
         <source>Nothing matches &apos;%1&apos;</source>
-        <translation>Nichts passt zu &apos;%1&apos;</translation>
+        <translation>Nichts passt zu ‚%1‘</translation>
     </message>
     <message>
         <source>%1 of 1 entity</source>
@@ -882,7 +882,7 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
     </message>
     <message>
         <source>Show only what has all of these words in its name, type, values, table or columns, or in those of its entity</source>
-        <translation>Nur zeigen, was alle diese Wörter in Name, Typ, Werten, Tabelle oder Spalten hat, oder in denen seiner Entität</translation>
+        <translation>Nur anzeigen, was alle diese Wörter in Name, Typ, Werten, Tabelle oder Spalten hat, oder in denen seiner Entität</translation>
     </message>
 </context>
 <context>
@@ -1079,7 +1079,7 @@ Soll das Modell durch das aus &apos;%2&apos; ersetzt werden? Einstellungen und V
 The window still shows the project as last read. To keep its model, use &quot;File &gt; Save model as text…&quot;.</source>
         <translation>%1
 
-Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein Modell zu behalten, verwenden Sie &quot;Datei &gt; Modell als Text speichern…&quot;.</translation>
+Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein Modell zu behalten, verwenden Sie „Datei &gt; Modell als Text speichern…“.</translation>
     </message>
     <message>
         <source>Plugins</source>
@@ -1218,7 +1218,7 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
     </message>
     <message>
         <source>The script is very large. Only the first %1 of %2 are shown here.</source>
-        <translation>Das Skript ist sehr groß. Hier werden nur die ersten %1 von %2 gezeigt.</translation>
+        <translation>Das Skript ist sehr groß. Hier werden nur die ersten %1 von %2 angezeigt.</translation>
     </message>
     <message>
         <source>Lines of more than %1 characters are cut off here.</source>
@@ -1247,7 +1247,7 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
     </message>
     <message>
         <source>The file has bytes that are not UTF-8. They are shown as %1.</source>
-        <translation>Die Datei enthält Bytes, die kein UTF-8 sind. Sie werden als %1 gezeigt.</translation>
+        <translation>Die Datei enthält Bytes, die kein UTF-8 sind. Sie werden als %1 angezeigt.</translation>
     </message>
 </context>
 <context>
@@ -1274,7 +1274,7 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
     </message>
     <message>
         <source>This tags the current state of &apos;%1&apos;, its model and its settings, as version %2. Evolution scripts lead from one version to the next.</source>
-        <translation>Damit wird der jetzige Stand von &apos;%1&apos;, sein Modell und seine Einstellungen, als Version %2 festgehalten. Evolutionsskripte führen von einer Version zur nächsten.</translation>
+        <translation>Damit wird der jetzige Stand von ‚%1‘, sein Modell und seine Einstellungen, als Version %2 festgehalten. Evolutionsskripte führen von einer Version zur nächsten.</translation>
     </message>
 </context>
 <context>
@@ -1297,11 +1297,11 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
     </message>
     <message>
         <source>&apos;%1&apos; has no version yet. &quot;Actions &gt; Tag project state…&quot; makes one.</source>
-        <translation>&apos;%1&apos; hat noch keine Version. &quot;Aktionen &gt; Projektstand festhalten…&quot; legt eine an.</translation>
+        <translation>‚%1‘ hat noch keine Version. „Aktionen &gt; Projektstand festhalten…“ legt eine an.</translation>
     </message>
     <message>
         <source>Versions of &apos;%1&apos;, the newest first:</source>
-        <translation>Versionen von &apos;%1&apos;, die neueste zuerst:</translation>
+        <translation>Versionen von ‚%1‘, die neueste zuerst:</translation>
     </message>
     <message>
         <source>Description</source>
@@ -1446,7 +1446,7 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
     </message>
     <message>
         <source>Show the versions of the project</source>
-        <translation>Die Versionen des Projekts zeigen</translation>
+        <translation>Die Versionen des Projekts anzeigen</translation>
     </message>
     <message>
         <source>&amp;View</source>
@@ -1647,7 +1647,7 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
         <source>
   --KorvGenericDDLExport_schema_type=&lt;numeric value&gt; : [Optional] Way to export database schema (0=full, 1=evolution, 2=full_and_evolution)</source>
         <translation>
-  --KorvGenericDDLExport_schema_type=&lt;Zahl&gt; : [Optional] Art des Schemaexports (0=full, 1=evolution, 2=full_and_evolution)</translation>
+  --KorvGenericDDLExport_schema_type=&lt;Zahl&gt; : [Optional] Art, das Datenbankschema zu exportieren (0=full, 1=evolution, 2=full_and_evolution)</translation>
     </message>
     <message>
         <source>
@@ -1670,16 +1670,16 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
     <message>
         <source>Export directory &apos;%1&apos; doesn&apos;t exist.
 Do you want to create it and start the export process ?</source>
-        <translation>Das Exportverzeichnis &apos;%1&apos; existiert nicht.
+        <translation>Das Exportverzeichnis ‚%1‘ existiert nicht.
 Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>Export path to create DDL SQL script doesn&apos;t exist : &apos;%1&apos;</source>
-        <translation>Der Exportpfad für das DDL-SQL-Skript existiert nicht: &apos;%1&apos;</translation>
+        <translation>Der Exportpfad für das DDL-SQL-Skript existiert nicht: ‚%1‘</translation>
     </message>
     <message>
         <source>Export directory &apos;%1&apos; cannot be created (%2)</source>
-        <translation>Das Exportverzeichnis &apos;%1&apos; kann nicht angelegt werden (%2)</translation>
+        <translation>Das Exportverzeichnis ‚%1‘ kann nicht angelegt werden (%2)</translation>
     </message>
     <message>
         <source>Nothing was written: evolution scripts need a tagged version</source>
@@ -1719,11 +1719,11 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>The export has no option &apos;%1&apos;: it has %2</source>
-        <translation>Der Export hat keine Option &apos;%1&apos;: Er hat %2</translation>
+        <translation>Der Export hat keine Option ‚%1‘: Er hat %2</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is not a value of the option &apos;%2&apos;: it takes %3</source>
-        <translation>&apos;%1&apos; ist kein Wert der Option &apos;%2&apos;: Sie nimmt %3</translation>
+        <translation>‚%1‘ ist kein Wert der Option ‚%2‘: Sie nimmt %3</translation>
     </message>
     <message>
         <source>The settings cannot be stored: the project has no file</source>
@@ -1735,7 +1735,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>The statements are not known: the custom script &apos;%1&apos; was not allowed to run</source>
-        <translation>Die Anweisungen sind nicht bekannt: Das eigene Skript &apos;%1&apos; durfte nicht laufen</translation>
+        <translation>Die Anweisungen sind nicht bekannt: Das eigene Skript ‚%1‘ durfte nicht laufen</translation>
     </message>
     <message>
         <source>The export was cancelled; no script is complete</source>
@@ -1762,23 +1762,23 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>%1 DDL SQL script created for project &apos;%2&apos; : &apos;%3&apos;</source>
-        <translation>%1: DDL-SQL-Skript für das Projekt &apos;%2&apos; erzeugt: &apos;%3&apos;</translation>
+        <translation>%1: DDL-SQL-Skript für das Projekt ‚%2‘ erzeugt: ‚%3‘</translation>
     </message>
     <message>
         <source>%1 : create table DDL SQL script for entity &apos;%2&apos; (%3)</source>
-        <translation>%1: DDL-SQL-Skript zum Anlegen der Tabelle der Entität &apos;%2&apos; (%3)</translation>
+        <translation>%1: DDL-SQL-Skript zum Anlegen der Tabelle der Entität ‚%2‘ (%3)</translation>
     </message>
     <message>
         <source>%1 : create index DDL SQL script for property &apos;%2&apos; (%3)</source>
-        <translation>%1: DDL-SQL-Skript zum Anlegen des Index der Eigenschaft &apos;%2&apos; (%3)</translation>
+        <translation>%1: DDL-SQL-Skript zum Anlegen des Index der Eigenschaft ‚%2‘ (%3)</translation>
     </message>
     <message>
         <source>%1 : create extra-table DDL SQL script for relationship n-n &apos;%2&apos; (%3)</source>
-        <translation>%1: DDL-SQL-Skript zum Anlegen der Verknüpfungstabelle der n:m-Beziehung &apos;%2&apos; (%3)</translation>
+        <translation>%1: DDL-SQL-Skript zum Anlegen der Verknüpfungstabelle der n:m-Beziehung ‚%2‘ (%3)</translation>
     </message>
     <message>
         <source>%1 : add foreign key DDL SQL script for entity &apos;%2&apos; : property &apos;%3&apos;, target entity &apos;%4&apos; (%5)</source>
-        <translation>%1: DDL-SQL-Skript zum Hinzufügen des Fremdschlüssels der Entität &apos;%2&apos;: Eigenschaft &apos;%3&apos;, Zielentität &apos;%4&apos; (%5)</translation>
+        <translation>%1: DDL-SQL-Skript zum Hinzufügen des Fremdschlüssels der Entität ‚%2‘: Eigenschaft ‚%3‘, Zielentität ‚%4‘ (%5)</translation>
     </message>
     <message>
         <source>Invalid previous project</source>
@@ -1802,31 +1802,31 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>%1 : drop table DDL SQL script for entity &apos;%2&apos; (%3)</source>
-        <translation>%1: DDL-SQL-Skript zum Löschen der Tabelle der Entität &apos;%2&apos; (%3)</translation>
+        <translation>%1: DDL-SQL-Skript zum Löschen der Tabelle der Entität ‚%2‘ (%3)</translation>
     </message>
     <message>
         <source>%1 : rename table DDL SQL script for entity &apos;%2&apos; (%3)</source>
-        <translation>%1: DDL-SQL-Skript zum Umbenennen der Tabelle der Entität &apos;%2&apos; (%3)</translation>
+        <translation>%1: DDL-SQL-Skript zum Umbenennen der Tabelle der Entität ‚%2‘ (%3)</translation>
     </message>
     <message>
         <source>%1 : drop column DDL SQL script for property &apos;%2&apos; (%3)</source>
-        <translation>%1: DDL-SQL-Skript zum Löschen der Spalte der Eigenschaft &apos;%2&apos; (%3)</translation>
+        <translation>%1: DDL-SQL-Skript zum Löschen der Spalte der Eigenschaft ‚%2‘ (%3)</translation>
     </message>
     <message>
         <source>%1 : drop index DDL SQL script for property &apos;%2&apos; (%3)</source>
-        <translation>%1: DDL-SQL-Skript zum Löschen des Index der Eigenschaft &apos;%2&apos; (%3)</translation>
+        <translation>%1: DDL-SQL-Skript zum Löschen des Index der Eigenschaft ‚%2‘ (%3)</translation>
     </message>
     <message>
         <source>%1 : add column DDL SQL script for property &apos;%2&apos; (%3)</source>
-        <translation>%1: DDL-SQL-Skript zum Hinzufügen der Spalte der Eigenschaft &apos;%2&apos; (%3)</translation>
+        <translation>%1: DDL-SQL-Skript zum Hinzufügen der Spalte der Eigenschaft ‚%2‘ (%3)</translation>
     </message>
     <message>
         <source>%1 : rename column DDL SQL script for property &apos;%2&apos; (%3)</source>
-        <translation>%1: DDL-SQL-Skript zum Umbenennen der Spalte der Eigenschaft &apos;%2&apos; (%3)</translation>
+        <translation>%1: DDL-SQL-Skript zum Umbenennen der Spalte der Eigenschaft ‚%2‘ (%3)</translation>
     </message>
     <message>
         <source>%1 : drop foreign key DDL SQL script for relationship &apos;%2&apos; (%3)</source>
-        <translation>%1: DDL-SQL-Skript zum Löschen des Fremdschlüssels der Beziehung &apos;%2&apos; (%3)</translation>
+        <translation>%1: DDL-SQL-Skript zum Löschen des Fremdschlüssels der Beziehung ‚%2‘ (%3)</translation>
     </message>
     <message>
         <source>Error loading all project historics :
@@ -1881,7 +1881,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>An error occurred loading project tag &apos;%1&apos; :
 %2</source>
-        <translation>Beim Laden des festgehaltenen Projektstands &apos;%1&apos; ist ein Fehler aufgetreten:
+        <translation>Beim Laden des festgehaltenen Projektstands ‚%1‘ ist ein Fehler aufgetreten:
 %2</translation>
     </message>
     <message>
@@ -1905,7 +1905,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>field &apos;name&apos; must not be empty</source>
-        <translation>Feld &apos;name&apos; darf nicht leer sein</translation>
+        <translation>Feld ‚name‘ darf nicht leer sein</translation>
     </message>
     <message>
         <source>project name</source>
@@ -1917,7 +1917,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>field &apos;autoIncrement&apos; works only with integer types such as &quot;long&quot;</source>
-        <translation>Feld &apos;autoIncrement&apos; ist nur bei ganzzahligen Typen wie &quot;long&quot; möglich</translation>
+        <translation>Feld ‚autoIncrement‘ ist nur bei ganzzahligen Typen wie &quot;long&quot; möglich</translation>
     </message>
     <message>
         <source>relationship target %1 does not exist</source>
@@ -1941,11 +1941,11 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>%1 must not begin with &apos;:&apos; or &apos;.&apos;</source>
-        <translation>%1 darf nicht mit &apos;:&apos; oder &apos;.&apos; beginnen</translation>
+        <translation>%1 darf nicht mit ‚:‘ oder ‚.‘ beginnen</translation>
     </message>
     <message>
         <source>%1 must not contain &apos;/&apos;, &apos;\&apos; or control characters</source>
-        <translation>%1 darf weder &apos;/&apos; noch &apos;\&apos; noch Steuerzeichen enthalten</translation>
+        <translation>%1 darf weder ‚/‘ noch ‚\‘ noch Steuerzeichen enthalten</translation>
     </message>
     <message>
         <source>%1 must not contain characters that turn the direction of text or separate lines</source>
@@ -1981,19 +1981,19 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>&apos;type&apos; lists %1 types, but &apos;columnName&apos; gives the number of columns as %2; they must be as many</source>
-        <translation>&apos;type&apos; zählt %1 Typen auf, &apos;columnName&apos; aber ergibt die Spaltenzahl %2; beide müssen übereinstimmen</translation>
+        <translation>‚type‘ zählt %1 Typen auf, ‚columnName‘ aber ergibt die Spaltenzahl %2; beide müssen übereinstimmen</translation>
     </message>
     <message>
         <source>the foreign key needs a column %1, which no property makes; name an existing one in &apos;columnName&apos;</source>
-        <translation>der Fremdschlüssel braucht eine Spalte %1, die keine Eigenschaft anlegt; nennen Sie in &apos;columnName&apos; eine vorhandene</translation>
+        <translation>der Fremdschlüssel braucht eine Spalte %1, die keine Eigenschaft anlegt; nennen Sie in ‚columnName‘ eine vorhandene</translation>
     </message>
     <message>
         <source>its table %1 is the table of %2 as well; give one of them another &apos;tableName&apos;</source>
-        <translation>die Tabelle %1 ist auch die Tabelle von %2; geben Sie einer der beiden Entitäten einen anderen &apos;tableName&apos;</translation>
+        <translation>die Tabelle %1 ist auch die Tabelle von %2; geben Sie einer der beiden Entitäten einen anderen ‚tableName‘</translation>
     </message>
     <message>
         <source>%1 has the same name; give one of them another, since an entity without &apos;id&apos; is known by its name</source>
-        <translation>%1 hat denselben Namen; geben Sie einer der beiden einen anderen, denn eine Entität ohne &apos;id&apos; wird an ihrem Namen erkannt</translation>
+        <translation>%1 hat denselben Namen; geben Sie einer der beiden einen anderen, denn eine Entität ohne ‚id‘ wird an ihrem Namen erkannt</translation>
     </message>
     <message>
         <source>cannot be created (%1); check its folder</source>
@@ -2101,11 +2101,11 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>relationship field &apos;%1&apos;</source>
-        <translation>Beziehungsfeld &apos;%1&apos;</translation>
+        <translation>Beziehungsfeld ‚%1‘</translation>
     </message>
     <message>
         <source>field &apos;%1&apos;</source>
-        <translation>Feld &apos;%1&apos;</translation>
+        <translation>Feld ‚%1‘</translation>
     </message>
     <message>
         <source>%1 is missing</source>
@@ -2133,11 +2133,11 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>unknown relationship field &apos;%1&apos;</source>
-        <translation>unbekanntes Beziehungsfeld &apos;%1&apos;</translation>
+        <translation>unbekanntes Beziehungsfeld ‚%1‘</translation>
     </message>
     <message>
         <source>unknown field &apos;%1&apos;</source>
-        <translation>unbekanntes Feld &apos;%1&apos;</translation>
+        <translation>unbekanntes Feld ‚%1‘</translation>
     </message>
     <message>
         <source>%1 must be &quot;korvane-project&quot;</source>
@@ -2145,7 +2145,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>field &apos;formatVersion&apos;: the text was written for a newer korvane (format %1; this one reads %2); update korvane</source>
-        <translation>Feld &apos;formatVersion&apos;: Der Text wurde für ein neueres korvane geschrieben (Format %1; dieses liest %2); aktualisieren Sie korvane</translation>
+        <translation>Feld ‚formatVersion‘: Der Text wurde für ein neueres korvane geschrieben (Format %1; dieses liest %2); aktualisieren Sie korvane</translation>
     </message>
     <message>
         <source>%1 must be %2</source>
@@ -2157,15 +2157,15 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>field &apos;metaData&apos; &apos;%1&apos; must be a string, a number or a boolean</source>
-        <translation>Feld &apos;metaData&apos;: &apos;%1&apos; muss eine Zeichenkette, eine Zahl oder ein Wahrheitswert sein</translation>
+        <translation>Feld ‚metaData‘: ‚%1‘ muss eine Zeichenkette, eine Zahl oder ein Wahrheitswert sein</translation>
     </message>
     <message>
         <source>fields &apos;type&apos; and &apos;enumeration&apos; exclude each other</source>
-        <translation>die Felder &apos;type&apos; und &apos;enumeration&apos; schließen einander aus</translation>
+        <translation>die Felder ‚type‘ und ‚enumeration‘ schließen einander aus</translation>
     </message>
     <message>
         <source>field &apos;relationship&apos; excludes &apos;type&apos; and &apos;enumeration&apos;</source>
-        <translation>Feld &apos;relationship&apos; schließt &apos;type&apos; und &apos;enumeration&apos; aus</translation>
+        <translation>Feld ‚relationship‘ schließt ‚type‘ und ‚enumeration‘ aus</translation>
     </message>
     <message>
         <source>%1 must be one-to-one, one-to-many, many-to-one or many-to-many</source>
@@ -2202,7 +2202,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>is a project file, not a model in text form; &apos;korvane dump&apos; writes one</source>
-        <translation>ist eine Projektdatei, kein Modell in Textform; &apos;korvane dump&apos; schreibt eines</translation>
+        <translation>ist eine Projektdatei, kein Modell in Textform; ‚korvane dump‘ schreibt eines</translation>
     </message>
     <message>
         <source>the text is in %1; save it in UTF-8</source>
@@ -2210,7 +2210,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>field &apos;%1&apos; is given twice</source>
-        <translation>Feld &apos;%1&apos; ist zweimal angegeben</translation>
+        <translation>Feld ‚%1‘ ist zweimal angegeben</translation>
     </message>
     <message>
         <source>is nested deeper than %1 levels</source>
@@ -2226,7 +2226,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>has no versions; &apos;korvane tag&apos; makes one</source>
-        <translation>hat keine Versionen; &apos;korvane tag&apos; legt eine an</translation>
+        <translation>hat keine Versionen; ‚korvane tag‘ legt eine an</translation>
     </message>
     <message>
         <source>has no version %1; the newest one is version %2</source>
@@ -2247,6 +2247,10 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <message>
         <source>version %1 is not the newest one any more; nothing was taken away</source>
         <translation>Version %1 ist nicht mehr die neueste; nichts wurde weggenommen</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos;</source>
+        <translation>‚%1‘</translation>
     </message>
 </context>
 <context>
@@ -2337,7 +2341,7 @@ Soll es angelegt und der Export gestartet werden?</translation>
     </message>
     <message>
         <source>%1: &apos;%2&apos; is not a time limit; give a number of milliseconds from 1 to %3, or 0 for none</source>
-        <translation>%1: &apos;%2&apos; ist keine Zeitgrenze; geben Sie eine Zahl von Millisekunden von 1 bis %3 an, oder 0 für keine</translation>
+        <translation>%1: ‚%2‘ ist keine Zeitgrenze; geben Sie eine Zahl von Millisekunden von 1 bis %3 an, oder 0 für keine</translation>
     </message>
     <message>
         <source>exportStep returned %1 characters for the action %2; at most %3 are allowed</source>
@@ -2617,12 +2621,12 @@ Soll es angelegt und der Export gestartet werden?</translation>
     <name>view::ddl_export_settings</name>
     <message>
         <source>Cannot debug custom script : custom script file &apos;%1&apos; doesn&apos;t exist</source>
-        <translation>Das eigene Skript kann nicht debuggt werden: Die Skriptdatei &apos;%1&apos; existiert nicht</translation>
+        <translation>Das eigene Skript kann nicht debuggt werden: Die Skriptdatei ‚%1‘ existiert nicht</translation>
     </message>
     <message>
         <source>A new debugger window has been attached to the DDL SQL export process (&apos;KorvGenericDDLExport&apos; plugin) :
 </source>
-        <translation>Ein neues Debugger-Fenster wurde mit dem DDL-SQL-Export verbunden (Plugin &apos;KorvGenericDDLExport&apos;):
+        <translation>Ein neues Debugger-Fenster wurde mit dem DDL-SQL-Export verbunden (Plugin ‚KorvGenericDDLExport‘):
 </translation>
     </message>
     <message>
@@ -2653,11 +2657,11 @@ Weiterer Hinweis: Der Debugger lässt sich auch starten, indem Sie beim Ausführ
     </message>
     <message>
         <source>Directory doesn&apos;t exist : &apos;%1&apos;</source>
-        <translation>Das Verzeichnis existiert nicht: &apos;%1&apos;</translation>
+        <translation>Das Verzeichnis existiert nicht: ‚%1‘</translation>
     </message>
     <message>
         <source>Custom script file doesn&apos;t exist : &apos;%1&apos;</source>
-        <translation>Die Datei des eigenen Skripts existiert nicht: &apos;%1&apos;</translation>
+        <translation>Die Datei des eigenen Skripts existiert nicht: ‚%1‘</translation>
     </message>
     <message>
         <source>Error saving plugin settings : </source>
@@ -2822,11 +2826,11 @@ Weiterer Hinweis: Der Debugger lässt sich auch starten, indem Sie beim Ausführ
     </message>
     <message>
         <source>contains a view &apos;%1&apos;, which does not belong in a project file; remove it, or restore the file from a backup</source>
-        <translation>enthält eine Sicht &apos;%1&apos;, die nicht in eine Projektdatei gehört; entfernen Sie sie, oder stellen Sie die Datei aus einer Sicherung wieder her</translation>
+        <translation>enthält eine Sicht ‚%1‘, die nicht in eine Projektdatei gehört; entfernen Sie sie, oder stellen Sie die Datei aus einer Sicherung wieder her</translation>
     </message>
     <message>
         <source>contains a trigger &apos;%1&apos;, which does not belong in a project file; remove it, or restore the file from a backup</source>
-        <translation>enthält einen Trigger &apos;%1&apos;, der nicht in eine Projektdatei gehört; entfernen Sie ihn, oder stellen Sie die Datei aus einer Sicherung wieder her</translation>
+        <translation>enthält einen Trigger ‚%1‘, der nicht in eine Projektdatei gehört; entfernen Sie ihn, oder stellen Sie die Datei aus einer Sicherung wieder her</translation>
     </message>
     <message>
         <source>cannot be opened (%1); check its permissions</source>

@@ -13,8 +13,8 @@
     <message>
         <source>&apos;%1&apos; has no version yet, so there is nothing to compare it with.
 &quot;Actions &gt; Tag project state…&quot; makes one.</source>
-        <translation>&apos;%1&apos; n&apos;a pas encore de version à laquelle le comparer.
-&quot;Actions &gt; Étiqueter l&apos;état du projet…&quot; en crée une.</translation>
+        <translation>«&#xa0;%1&#xa0;» n&apos;a pas encore de version à laquelle le comparer.
+«&#xa0;Actions &gt; Étiqueter l&apos;état du projet…&#xa0;» en crée une.</translation>
     </message>
     <message>
         <source>Without the custom script of the project, which was not allowed to run yet.</source>
@@ -29,15 +29,15 @@
     <name>app::changes_panel</name>
     <message>
         <source>F&amp;rom:</source>
-        <translation>&amp;De :</translation>
+        <translation>&amp;De&#xa0;:</translation>
     </message>
     <message>
         <source>T&amp;o:</source>
-        <translation>&amp;À :</translation>
+        <translation>&amp;À&#xa0;:</translation>
     </message>
     <message>
         <source>Data&amp;base:</source>
-        <translation>&amp;Base de données :</translation>
+        <translation>&amp;Base de données&#xa0;:</translation>
     </message>
     <message>
         <source>now</source>
@@ -79,7 +79,7 @@
     <name>app::check_controller</name>
     <message>
         <source> (accepted: %1)</source>
-        <translation> (accepté : %1)</translation>
+        <translation> (accepté&#xa0;: %1)</translation>
     </message>
     <message>
         <source>Korvane - Check</source>
@@ -87,11 +87,11 @@
     </message>
     <message>
         <source>Check of &apos;%1&apos; with %2</source>
-        <translation>Vérification de « %1 » avec %2</translation>
+        <translation>Vérification de «&#xa0;%1&#xa0;» avec %2</translation>
     </message>
     <message>
         <source>The check failed: see the messages</source>
-        <translation>La vérification a échoué : voir les messages</translation>
+        <translation>La vérification a échoué&#xa0;: voir les messages</translation>
     </message>
     <message>
         <source>Findings about the scripts</source>
@@ -106,15 +106,15 @@
     </message>
     <message>
         <source>Table: %1</source>
-        <translation>Table : %1</translation>
+        <translation>Table&#xa0;: %1</translation>
     </message>
     <message>
         <source>Id: %1, version: %2</source>
-        <translation>Id : %1, version : %2</translation>
+        <translation>Id&#xa0;: %1, version&#xa0;: %2</translation>
     </message>
     <message>
         <source>Properties: %1</source>
-        <translation>Propriétés : %1</translation>
+        <translation>Propriétés&#xa0;: %1</translation>
     </message>
     <message>
         <source>The target of %1 is missing</source>
@@ -122,7 +122,7 @@
     </message>
     <message>
         <source>Neighbours that are not shown: %1</source>
-        <translation>Entités voisines non affichées : %1</translation>
+        <translation>Entités voisines non affichées&#xa0;: %1</translation>
     </message>
     <message>
         <source>none or one</source>
@@ -138,15 +138,15 @@
     </message>
     <message>
         <source>%1: %2 for each %3</source>
-        <translation>%1 : %2 pour chaque %3</translation>
+        <translation>%1&#xa0;: %2 pour chaque %3</translation>
     </message>
     <message>
         <source>Inverse: %1.%2</source>
-        <translation>Inverse : %1.%2</translation>
+        <translation>Inverse&#xa0;: %1.%2</translation>
     </message>
     <message>
         <source>Link table: %1</source>
-        <translation>Table de liaison : %1</translation>
+        <translation>Table de liaison&#xa0;: %1</translation>
     </message>
     <message>
         <source>. No relationships are shown.</source>
@@ -158,7 +158,7 @@
     </message>
     <message>
         <source>Missing targets: %1</source>
-        <translation>Cibles manquantes : %1</translation>
+        <translation>Cibles manquantes&#xa0;: %1</translation>
     </message>
     <message>
         <source>PK</source>
@@ -175,7 +175,7 @@
     <name>app::diagram_image</name>
     <message>
         <source>The diagram was not written to %1: %2</source>
-        <translation>Le diagramme n&apos;a pas été écrit dans %1 : %2</translation>
+        <translation>Le diagramme n&apos;a pas été écrit dans %1&#xa0;: %2</translation>
     </message>
     <message>
         <source>it cannot be drawn</source>
@@ -187,7 +187,7 @@
     </message>
     <message>
         <source>The diagram is large: the picture was made smaller, %1 × %2 pixels</source>
-        <translation>Le diagramme est grand : l&apos;image a été réduite à %1 × %2 pixels</translation>
+        <translation>Le diagramme est grand&#xa0;: l&apos;image a été réduite à %1 × %2 pixels</translation>
     </message>
 </context>
 <context>
@@ -214,7 +214,7 @@
     </message>
     <message>
         <source>Graphviz (dot) is not installed; install Graphviz for a layout</source>
-        <translation>Graphviz (dot) n&apos;est pas installé ; installez Graphviz pour une disposition</translation>
+        <translation>Graphviz (dot) n&apos;est pas installé&#x202f;; installez Graphviz pour une disposition</translation>
     </message>
     <message>
         <source>Graphviz (dot) returned too much output</source>
@@ -261,15 +261,15 @@
     </message>
     <message>
         <source>%1 of %2 entities: the neighbours of %3</source>
-        <translation>%1 sur %2 entités : les voisines de %3</translation>
+        <translation>%1 sur %2 entités&#xa0;: les voisines de %3</translation>
     </message>
     <message>
         <source>%1 of %2 entities: the neighbours of %3 up to distance %4</source>
-        <translation>%1 sur %2 entités : les voisines de %3 jusqu&apos;à la distance %4</translation>
+        <translation>%1 sur %2 entités&#xa0;: les voisines de %3 jusqu&apos;à la distance %4</translation>
     </message>
     <message>
         <source>%1 %</source>
-        <translation>%1 %</translation>
+        <translation>%1&#xa0;%</translation>
     </message>
     <message>
         <source>There is no diagram to save.</source>
@@ -297,7 +297,7 @@
     </message>
     <message>
         <source>&amp;Actual size (100 %)</source>
-        <translation>&amp;Taille réelle (100 %)</translation>
+        <translation>&amp;Taille réelle (100&#xa0;%)</translation>
     </message>
     <message>
         <source>&amp;Save diagram…</source>
@@ -321,7 +321,7 @@
     </message>
     <message>
         <source>Distance:</source>
-        <translation>Distance :</translation>
+        <translation>Distance&#xa0;:</translation>
     </message>
     <message>
         <source>What the diagram shows</source>
@@ -357,7 +357,7 @@
     </message>
     <message>
         <source>; not shown: %1</source>
-        <translation> ; non affichées : %1</translation>
+        <translation>&#x202f;; non affichées&#xa0;: %1</translation>
     </message>
     <message>
         <source>Enlarge the diagram</source>
@@ -369,7 +369,7 @@
     </message>
     <message>
         <source>Show the diagram at 100 %</source>
-        <translation>Afficher le diagramme à 100 %</translation>
+        <translation>Afficher le diagramme à 100&#xa0;%</translation>
     </message>
     <message>
         <source>How many relationships away from the selected entity to show (large projects only)</source>
@@ -377,7 +377,7 @@
     </message>
     <message>
         <source>%1 already exists. Replace it?</source>
-        <translation>%1 existe déjà. Voulez-vous le remplacer ?</translation>
+        <translation>%1 existe déjà. Voulez-vous le remplacer&#x202f;?</translation>
     </message>
 </context>
 <context>
@@ -388,7 +388,7 @@
     </message>
     <message>
         <source>Selected: %1</source>
-        <translation>Sélectionnée : %1</translation>
+        <translation>Sélectionnée&#xa0;: %1</translation>
     </message>
 </context>
 <context>
@@ -403,7 +403,7 @@
     </message>
     <message>
         <source>Export of &apos;%1&apos; with %2</source>
-        <translation>Export de &apos;%1&apos; avec %2</translation>
+        <translation>Export de «&#xa0;%1&#xa0;» avec %2</translation>
     </message>
     <message>
         <source>Korvane - Custom script</source>
@@ -414,14 +414,14 @@
 %1
 
 Do you want to run it? With No the export leaves it out.</source>
-        <translation>Le projet désigne un script personnalisé, qui s&apos;exécute avec vos droits :
+        <translation>Le projet désigne un script personnalisé, qui s&apos;exécute avec vos droits&#xa0;:
 %1
 
-Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</translation>
+Voulez-vous l&apos;exécuter&#x202f;? Avec Non, l&apos;export s&apos;en passe.</translation>
     </message>
     <message>
         <source>Nothing was written: evolution scripts need a tagged version. Use &quot;Actions &gt; Tag project state…&quot; first</source>
-        <translation>Rien n&apos;a été écrit : les scripts d&apos;évolution demandent une version étiquetée. Utilisez d&apos;abord &quot;Actions &gt; Étiqueter l&apos;état du projet…&quot;</translation>
+        <translation>Rien n&apos;a été écrit&#xa0;: les scripts d&apos;évolution demandent une version étiquetée. Utilisez d&apos;abord «&#xa0;Actions &gt; Étiqueter l&apos;état du projet…&#xa0;»</translation>
     </message>
     <message>
         <source>Nothing was written</source>
@@ -433,11 +433,11 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
     <message>
         <source>The export failed: see the messages</source>
-        <translation>L&apos;export a échoué : voir les messages</translation>
+        <translation>L&apos;export a échoué&#xa0;: voir les messages</translation>
     </message>
     <message>
         <source>The export was cancelled; nothing was written</source>
-        <translation>L&apos;export a été annulé ; rien n&apos;a été écrit</translation>
+        <translation>L&apos;export a été annulé&#x202f;; rien n&apos;a été écrit</translation>
     </message>
     <message>
         <source>1 script written to %1</source>
@@ -449,11 +449,11 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
     <message>
         <source>The export was cancelled; 1 script is complete</source>
-        <translation>L&apos;export a été annulé ; 1 script est complet</translation>
+        <translation>L&apos;export a été annulé&#x202f;; 1 script est complet</translation>
     </message>
     <message>
         <source>The export was cancelled; %1 scripts are complete</source>
-        <translation>L&apos;export a été annulé ; %1 scripts sont complets</translation>
+        <translation>L&apos;export a été annulé&#x202f;; %1 scripts sont complets</translation>
     </message>
 </context>
 <context>
@@ -464,7 +464,7 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
     <message>
         <source>%1 %2: %3</source>
-        <translation>%1 %2 : %3</translation>
+        <translation>%1 %2&#xa0;: %3</translation>
     </message>
     <message>
         <source>Hold Shift to start the script debugger.</source>
@@ -480,7 +480,7 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
     <message>
         <source>Foretell what the database will do with the scripts; nothing is written</source>
-        <translation>Prédire ce que la base de données fera des scripts ; rien n&apos;est écrit</translation>
+        <translation>Prédire ce que la base de données fera des scripts&#x202f;; rien n&apos;est écrit</translation>
     </message>
     <message>
         <source>&amp;Settings…</source>
@@ -495,7 +495,7 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     <name>app::export_run</name>
     <message>
         <source>The export failed; the plug-in gave no reason</source>
-        <translation>L&apos;export a échoué ; le plugin n&apos;a pas donné de raison</translation>
+        <translation>L&apos;export a échoué&#x202f;; le plugin n&apos;a pas donné de raison</translation>
     </message>
 </context>
 <context>
@@ -514,7 +514,7 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
     <message>
         <source>Find:</source>
-        <translation>Rechercher :</translation>
+        <translation>Rechercher&#xa0;:</translation>
     </message>
     <message>
         <source>Previous</source>
@@ -566,7 +566,7 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
     <message>
         <source>The manual could not be opened. Open this file in a browser: %1</source>
-        <translation>Le manuel n&apos;a pas pu être ouvert. Ouvrez ce fichier dans un navigateur : %1</translation>
+        <translation>Le manuel n&apos;a pas pu être ouvert. Ouvrez ce fichier dans un navigateur&#xa0;: %1</translation>
     </message>
     <message>
         <source>Korvane - Scripts</source>
@@ -574,7 +574,7 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
     <message>
         <source>The folder could not be opened: %1</source>
-        <translation>Le dossier n&apos;a pas pu être ouvert : %1</translation>
+        <translation>Le dossier n&apos;a pas pu être ouvert&#xa0;: %1</translation>
     </message>
     <message>
         <source>&lt;h3&gt;Korvane %1&lt;/h3&gt;&lt;p&gt;Trustworthy migration scripts from a class model.&lt;/p&gt;&lt;p&gt;Runs on Qt %2. MIT license.&lt;/p&gt;</source>
@@ -596,11 +596,11 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     <name>app::message_list</name>
     <message>
         <source>Error: %1</source>
-        <translation>Erreur : %1</translation>
+        <translation>Erreur&#xa0;: %1</translation>
     </message>
     <message>
         <source>Warning: %1</source>
-        <translation>Avertissement : %1</translation>
+        <translation>Avertissement&#xa0;: %1</translation>
     </message>
     <message>
         <source>%1 older lines were dropped</source>
@@ -608,11 +608,11 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
     <message>
         <source>Note: %1</source>
-        <translation>Remarque : %1</translation>
+        <translation>Remarque&#xa0;: %1</translation>
     </message>
     <message>
         <source>Accepted: %1</source>
-        <translation>Accepté : %1</translation>
+        <translation>Accepté&#xa0;: %1</translation>
     </message>
 </context>
 <context>
@@ -660,7 +660,7 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
     <message>
         <source>Show errors only</source>
-        <translation>Afficher uniquement les erreurs</translation>
+        <translation>N&apos;afficher que les erreurs</translation>
     </message>
     <message>
         <source>Copy all</source>
@@ -676,7 +676,7 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
     <message>
         <source>Clear the messages</source>
-        <translation>Effacer les messages</translation>
+        <translation>Vider la liste des messages</translation>
     </message>
     <message>
         <source>Copy</source>
@@ -731,18 +731,18 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     <name>app::new_project</name>
     <message>
         <source>%1: cannot be written (%2)</source>
-        <translation>%1 : ne peut pas être écrit (%2)</translation>
+        <translation>%1&#xa0;: ne peut pas être écrit (%2)</translation>
     </message>
     <message>
         <source>%1: cannot be copied to %2 (%3)</source>
-        <translation>%1 : ne peut pas être copié vers %2 (%3)</translation>
+        <translation>%1&#xa0;: ne peut pas être copié vers %2 (%3)</translation>
     </message>
 </context>
 <context>
     <name>app::plugin_choice</name>
     <message>
         <source>%1: not used, %2 is a plugin of the same name</source>
-        <translation>%1 : non utilisé, %2 est un plugin du même nom</translation>
+        <translation>%1&#xa0;: non utilisé, %2 est un plugin du même nom</translation>
     </message>
 </context>
 <context>
@@ -753,7 +753,7 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     </message>
     <message>
         <source>%1 opened</source>
-        <translation>Projet ouvert : %1</translation>
+        <translation>Projet ouvert&#xa0;: %1</translation>
     </message>
     <message>
         <source>Projects (*.korv)</source>
@@ -778,8 +778,8 @@ Voulez-vous l&apos;exécuter ? Avec Non, l&apos;export s&apos;en passe.</transla
     <message>
         <source>&apos;%1&apos; already exists.
 Replace its model with the one from &apos;%2&apos;? Settings and versions are kept.</source>
-        <translation>&apos;%1&apos; existe déjà.
-Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versions sont conservés.</translation>
+        <translation>«&#xa0;%1&#xa0;» existe déjà.
+Remplacer son modèle par celui de «&#xa0;%2&#xa0;»&#x202f;? Les paramètres et les versions sont conservés.</translation>
     </message>
     <message>
         <source>Import of %1</source>
@@ -787,7 +787,7 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     </message>
     <message>
         <source>Project &apos;%1&apos; imported into %2 (entities: %3)</source>
-        <translation>Projet &apos;%1&apos; importé dans %2 (entités : %3)</translation>
+        <translation>Projet «&#xa0;%1&#xa0;» importé dans %2 (entités&#xa0;: %3)</translation>
     </message>
     <message>
         <source>Korvane - Save model as text</source>
@@ -799,7 +799,7 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     </message>
     <message>
         <source>%1 written</source>
-        <translation>Fichier écrit : %1</translation>
+        <translation>Fichier écrit&#xa0;: %1</translation>
     </message>
     <message>
         <source>Korvane - Reload</source>
@@ -815,7 +815,7 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     </message>
     <message>
         <source>Version %1 of %2 tagged; the model has not changed since version %3</source>
-        <translation>Version %1 de %2 étiquetée ; le modèle n&apos;a pas changé depuis la version %3</translation>
+        <translation>Version %1 de %2 étiquetée&#x202f;; le modèle n&apos;a pas changé depuis la version %3</translation>
     </message>
     <message>
         <source>Korvane - New project</source>
@@ -827,7 +827,7 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     </message>
     <message>
         <source>%1 is there already; choose another name</source>
-        <translation>%1 existe déjà ; choisissez un autre nom</translation>
+        <translation>%1 existe déjà&#x202f;; choisissez un autre nom</translation>
     </message>
     <message>
         <source>New project</source>
@@ -835,7 +835,7 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     </message>
     <message>
         <source>%1 is the model as text: edit it, then import it again</source>
-        <translation>%1 est le modèle sous forme de texte : modifiez-le, puis importez-le de nouveau</translation>
+        <translation>%1 est le modèle sous forme de texte&#xa0;: modifiez-le, puis importez-le de nouveau</translation>
     </message>
 </context>
 <context>
@@ -862,7 +862,7 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     </message>
     <message>
         <source>Nothing matches &apos;%1&apos;</source>
-        <translation>Rien ne correspond à &apos;%1&apos;</translation>
+        <translation>Rien ne correspond à «&#xa0;%1&#xa0;»</translation>
     </message>
     <message>
         <source>%1 of 1 entity</source>
@@ -909,51 +909,51 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     </message>
     <message>
         <source>Table: %1</source>
-        <translation>Table : %1</translation>
+        <translation>Table&#xa0;: %1</translation>
     </message>
     <message>
         <source>Id: %1</source>
-        <translation>Id : %1</translation>
+        <translation>Id&#xa0;: %1</translation>
     </message>
     <message>
         <source>Version: %1</source>
-        <translation>Version : %1</translation>
+        <translation>Version&#xa0;: %1</translation>
     </message>
     <message>
         <source>Soft-delete column: %1</source>
-        <translation>Colonne de suppression logique : %1</translation>
+        <translation>Colonne de suppression logique&#xa0;: %1</translation>
     </message>
     <message>
         <source>Type: %1</source>
-        <translation>Type : %1</translation>
+        <translation>Type&#xa0;: %1</translation>
     </message>
     <message>
         <source>Transient: it is not stored in the database</source>
-        <translation>Transitoire : n&apos;est pas stockée dans la base de données</translation>
+        <translation>Transitoire&#xa0;: n&apos;est pas stockée dans la base de données</translation>
     </message>
     <message>
         <source>In the database: %1</source>
-        <translation>Dans la base : %1</translation>
+        <translation>Dans la base&#xa0;: %1</translation>
     </message>
     <message>
         <source>In the database: no column</source>
-        <translation>Dans la base : aucune colonne</translation>
+        <translation>Dans la base&#xa0;: aucune colonne</translation>
     </message>
     <message>
         <source>SQL type: %1</source>
-        <translation>Type SQL : %1</translation>
+        <translation>Type SQL&#xa0;: %1</translation>
     </message>
     <message>
         <source>Relationship: %1</source>
-        <translation>Relation : %1</translation>
+        <translation>Relation&#xa0;: %1</translation>
     </message>
     <message>
         <source>Inverse of: %1</source>
-        <translation>Inverse de : %1</translation>
+        <translation>Inverse de&#xa0;: %1</translation>
     </message>
     <message>
         <source>Link table: %1</source>
-        <translation>Table de liaison : %1</translation>
+        <translation>Table de liaison&#xa0;: %1</translation>
     </message>
     <message>
         <source>entity %1</source>
@@ -1017,11 +1017,11 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     </message>
     <message>
         <source>Primary key: %1 (%2)</source>
-        <translation>Clé primaire : %1 (%2)</translation>
+        <translation>Clé primaire&#xa0;: %1 (%2)</translation>
     </message>
     <message>
         <source>Primary key: none</source>
-        <translation>Clé primaire : aucune</translation>
+        <translation>Clé primaire&#xa0;: aucune</translation>
     </message>
     <message>
         <source>primary key</source>
@@ -1051,7 +1051,7 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
     <name>app::project_window</name>
     <message>
         <source>Entities: %1   Properties: %2   Relationships: %3</source>
-        <translation>Entités : %1   Propriétés : %2   Relations : %3</translation>
+        <translation>Entités&#xa0;: %1   Propriétés&#xa0;: %2   Relations&#xa0;: %3</translation>
     </message>
     <message>
         <source>The window closes when the export has ended</source>
@@ -1079,7 +1079,7 @@ Remplacer son modèle par celui de &apos;%2&apos; ? Les paramètres et les versi
 The window still shows the project as last read. To keep its model, use &quot;File &gt; Save model as text…&quot;.</source>
         <translation>%1
 
-La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour conserver son modèle, utilisez &quot;Fichier &gt; Enregistrer le modèle en texte…&quot;.</translation>
+La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour conserver son modèle, utilisez «&#xa0;Fichier &gt; Enregistrer le modèle en texte…&#xa0;».</translation>
     </message>
     <message>
         <source>Plugins</source>
@@ -1087,7 +1087,7 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     </message>
     <message>
         <source>Some plugins could not be loaded; see the messages</source>
-        <translation>Certains plugins n&apos;ont pas pu être chargés ; voir les messages</translation>
+        <translation>Certains plugins n&apos;ont pas pu être chargés&#x202f;; voir les messages</translation>
     </message>
     <message>
         <source>The script debugger holds the export</source>
@@ -1114,11 +1114,11 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     </message>
     <message>
         <source>does not exist; check the name</source>
-        <translation>n&apos;existe pas ; vérifiez le nom</translation>
+        <translation>n&apos;existe pas&#x202f;; vérifiez le nom</translation>
     </message>
     <message>
         <source>cannot be read (%1); check the name</source>
-        <translation>ne peut pas être lu (%1) ; vérifiez le nom</translation>
+        <translation>ne peut pas être lu (%1)&#x202f;; vérifiez le nom</translation>
     </message>
     <message>
         <source>is %1, not a file with the text form of a project</source>
@@ -1126,7 +1126,7 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     </message>
     <message>
         <source>%1: warning: %2</source>
-        <translation>%1: avertissement : %2</translation>
+        <translation>%1: avertissement&#xa0;: %2</translation>
     </message>
     <message>
         <source>cannot be written (%1)</source>
@@ -1172,7 +1172,7 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     </message>
     <message>
         <source>Script:</source>
-        <translation>Script :</translation>
+        <translation>Script&#xa0;:</translation>
     </message>
     <message>
         <source>Copy script</source>
@@ -1214,7 +1214,7 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     </message>
     <message>
         <source>The file cannot be read: %1</source>
-        <translation>Impossible de lire le fichier : %1</translation>
+        <translation>Impossible de lire le fichier&#xa0;: %1</translation>
     </message>
     <message>
         <source>The script is very large. Only the first %1 of %2 are shown here.</source>
@@ -1258,7 +1258,7 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     </message>
     <message>
         <source>for example: first release</source>
-        <translation>par exemple : première livraison</translation>
+        <translation>par exemple&#xa0;: première livraison</translation>
     </message>
     <message>
         <source>Tag</source>
@@ -1270,11 +1270,11 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     </message>
     <message>
         <source>&amp;Description:</source>
-        <translation>&amp;Description :</translation>
+        <translation>&amp;Description&#xa0;:</translation>
     </message>
     <message>
         <source>This tags the current state of &apos;%1&apos;, its model and its settings, as version %2. Evolution scripts lead from one version to the next.</source>
-        <translation>L&apos;état actuel de &apos;%1&apos;, son modèle et ses paramètres, est étiqueté comme version %2. Les scripts d&apos;évolution mènent d&apos;une version à la suivante.</translation>
+        <translation>L&apos;état actuel de «&#xa0;%1&#xa0;», son modèle et ses paramètres, est étiqueté comme version %2. Les scripts d&apos;évolution mènent d&apos;une version à la suivante.</translation>
     </message>
 </context>
 <context>
@@ -1297,11 +1297,11 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     </message>
     <message>
         <source>&apos;%1&apos; has no version yet. &quot;Actions &gt; Tag project state…&quot; makes one.</source>
-        <translation>&apos;%1&apos; n&apos;a pas encore de version. &quot;Actions &gt; Étiqueter l&apos;état du projet…&quot; en crée une.</translation>
+        <translation>«&#xa0;%1&#xa0;» n&apos;a pas encore de version. «&#xa0;Actions &gt; Étiqueter l&apos;état du projet…&#xa0;» en crée une.</translation>
     </message>
     <message>
         <source>Versions of &apos;%1&apos;, the newest first:</source>
-        <translation>Versions de &apos;%1&apos;, de la plus récente à la plus ancienne :</translation>
+        <translation>Versions de «&#xa0;%1&#xa0;», de la plus récente à la plus ancienne&#xa0;:</translation>
     </message>
     <message>
         <source>Description</source>
@@ -1575,7 +1575,7 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     </message>
     <message>
         <source>Out of memory; the command was not completed. Close other programs or raise the limit of memory (ulimit -v), and try again</source>
-        <translation>Mémoire insuffisante ; la commande n&apos;a pas été menée à terme. Fermez d&apos;autres programmes ou relevez la limite de mémoire (ulimit -v), puis réessayez</translation>
+        <translation>Mémoire insuffisante&#x202f;; la commande n&apos;a pas été menée à terme. Fermez d&apos;autres programmes ou relevez la limite de mémoire (ulimit -v), puis réessayez</translation>
     </message>
 </context>
 <context>
@@ -1586,19 +1586,19 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     </message>
     <message>
         <source>is not a plugin: it is not a file</source>
-        <translation>n&apos;est pas un plugin : ce n&apos;est pas un fichier</translation>
+        <translation>n&apos;est pas un plugin&#xa0;: ce n&apos;est pas un fichier</translation>
     </message>
     <message>
         <source>is not a plugin: it is empty</source>
-        <translation>n&apos;est pas un plugin : le fichier est vide</translation>
+        <translation>n&apos;est pas un plugin&#xa0;: le fichier est vide</translation>
     </message>
     <message>
         <source>is not a plugin: %1</source>
-        <translation>n&apos;est pas un plugin : %1</translation>
+        <translation>n&apos;est pas un plugin&#xa0;: %1</translation>
     </message>
     <message>
         <source>the plugin cannot be loaded: %1</source>
-        <translation>le plugin ne peut pas être chargé : %1</translation>
+        <translation>le plugin ne peut pas être chargé&#xa0;: %1</translation>
     </message>
     <message>
         <source>the plugin was built for another interface</source>
@@ -1623,45 +1623,45 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
         <source>
   !!! Note : this plugin loads automatically previous parameters values before starting the export process, but you can use following parameters to override them !!!</source>
         <translation>
-  !!! Remarque : ce plugin charge automatiquement les valeurs précédentes des paramètres avant de démarrer l&apos;export, mais vous pouvez les remplacer par les paramètres suivants !!!</translation>
+ &#x202f;!!! Remarque&#xa0;: ce plugin charge automatiquement les valeurs précédentes des paramètres avant de démarrer l&apos;export, mais vous pouvez les remplacer par les paramètres suivants&#x202f;!!!</translation>
     </message>
     <message>
         <source>
   --KorvGenericDDLExport_path=&quot;&lt;Export Path&gt;&quot; : [Optional] DDL export path parameter</source>
         <translation>
-  --KorvGenericDDLExport_path=&quot;&lt;Chemin d&apos;export&gt;&quot; : [Optionnel] Chemin d&apos;export des scripts DDL</translation>
+  --KorvGenericDDLExport_path=&quot;&lt;Chemin d&apos;export&gt;&quot;&#xa0;: [Optionnel] Chemin d&apos;export des scripts DDL</translation>
     </message>
     <message>
         <source>
   --KorvGenericDDLExport_db_type=&lt;numeric value&gt; : [Optional] Database type (%1)</source>
         <translation>
-  --KorvGenericDDLExport_db_type=&lt;valeur numérique&gt; : [Optionnel] Type de base de données (%1)</translation>
+  --KorvGenericDDLExport_db_type=&lt;valeur numérique&gt;&#xa0;: [Optionnel] Type de base de données (%1)</translation>
     </message>
     <message>
         <source>
   --KorvGenericDDLExport_relation_as_fk=0/1 : [Optional] Export relationships as foreign keys in database</source>
         <translation>
-  --KorvGenericDDLExport_relation_as_fk=0/1 : [Optionnel] Exporter les relations comme clés étrangères de la base de données</translation>
+  --KorvGenericDDLExport_relation_as_fk=0/1&#xa0;: [Optionnel] Exporter les relations comme clés étrangères de la base de données</translation>
     </message>
     <message>
         <source>
   --KorvGenericDDLExport_schema_type=&lt;numeric value&gt; : [Optional] Way to export database schema (0=full, 1=evolution, 2=full_and_evolution)</source>
         <translation>
-  --KorvGenericDDLExport_schema_type=&lt;valeur numérique&gt; : [Optionnel] Façon d&apos;exporter le schéma de la base de données (0=full, 1=evolution, 2=full_and_evolution)</translation>
+  --KorvGenericDDLExport_schema_type=&lt;valeur numérique&gt;&#xa0;: [Optionnel] Façon d&apos;exporter le schéma de la base de données (0=full, 1=evolution, 2=full_and_evolution)</translation>
     </message>
     <message>
         <source>
   --KorvGenericDDLExport_custom_javacript=&quot;&lt;Custom JS&gt;&quot; : [Optional] Custom script (javascript file) to change the default behaviour of the export process</source>
         <translation>
-  --KorvGenericDDLExport_custom_javacript=&quot;&lt;JS personnalisé&gt;&quot; : [Optionnel] Script personnalisé (fichier JavaScript) pour modifier le comportement par défaut de l&apos;export</translation>
+  --KorvGenericDDLExport_custom_javacript=&quot;&lt;JS personnalisé&gt;&quot;&#xa0;: [Optionnel] Script personnalisé (fichier JavaScript) pour modifier le comportement par défaut de l&apos;export</translation>
     </message>
     <message>
         <source>Error loading plugin settings : </source>
-        <translation>Erreur lors du chargement des paramètres du plugin : </translation>
+        <translation>Erreur lors du chargement des paramètres du plugin&#xa0;: </translation>
     </message>
     <message>
         <source>Cannot export project to DDL file : project name is empty</source>
-        <translation>Impossible d&apos;exporter le projet vers un fichier DDL : le nom du projet est vide</translation>
+        <translation>Impossible d&apos;exporter le projet vers un fichier DDL&#xa0;: le nom du projet est vide</translation>
     </message>
     <message>
         <source>Cannot create a builder to generate DDL SQL script</source>
@@ -1670,24 +1670,24 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     <message>
         <source>Export directory &apos;%1&apos; doesn&apos;t exist.
 Do you want to create it and start the export process ?</source>
-        <translation>Le dossier d&apos;export &apos;%1&apos; n&apos;existe pas.
-Voulez-vous le créer et démarrer l&apos;export ?</translation>
+        <translation>Le dossier d&apos;export «&#xa0;%1&#xa0;» n&apos;existe pas.
+Voulez-vous le créer et démarrer l&apos;export&#x202f;?</translation>
     </message>
     <message>
         <source>Export path to create DDL SQL script doesn&apos;t exist : &apos;%1&apos;</source>
-        <translation>Le chemin d&apos;export pour créer le script SQL DDL n&apos;existe pas : &apos;%1&apos;</translation>
+        <translation>Le chemin d&apos;export pour créer le script SQL DDL n&apos;existe pas&#xa0;: «&#xa0;%1&#xa0;»</translation>
     </message>
     <message>
         <source>Export directory &apos;%1&apos; cannot be created (%2)</source>
-        <translation>Le répertoire d&apos;export &apos;%1&apos; ne peut pas être créé (%2)</translation>
+        <translation>Le dossier d&apos;export «&#xa0;%1&#xa0;» ne peut pas être créé (%2)</translation>
     </message>
     <message>
         <source>Nothing was written: evolution scripts need a tagged version</source>
-        <translation>Rien n&apos;a été écrit : les scripts d&apos;évolution demandent une version étiquetée</translation>
+        <translation>Rien n&apos;a été écrit&#xa0;: les scripts d&apos;évolution demandent une version étiquetée</translation>
     </message>
     <message>
         <source>Nothing was written: the setting for the schema has no such value</source>
-        <translation>Rien n&apos;a été écrit : le paramètre du schéma n&apos;a pas cette valeur</translation>
+        <translation>Rien n&apos;a été écrit&#xa0;: le paramètre du schéma n&apos;a pas cette valeur</translation>
     </message>
     <message>
         <source>no value, so the stored setting counts</source>
@@ -1719,34 +1719,34 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>The export has no option &apos;%1&apos;: it has %2</source>
-        <translation>L&apos;export n&apos;a pas d&apos;option &apos;%1&apos; : il a %2</translation>
+        <translation>L&apos;export n&apos;a pas d&apos;option «&#xa0;%1&#xa0;»&#xa0;: il a %2</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is not a value of the option &apos;%2&apos;: it takes %3</source>
-        <translation>&apos;%1&apos; n&apos;est pas une valeur de l&apos;option &apos;%2&apos; : elle accepte %3</translation>
+        <translation>«&#xa0;%1&#xa0;» n&apos;est pas une valeur de l&apos;option «&#xa0;%2&#xa0;»&#xa0;: elle accepte %3</translation>
     </message>
     <message>
         <source>The settings cannot be stored: the project has no file</source>
-        <translation>Les paramètres ne peuvent pas être enregistrés : le projet n&apos;a pas de fichier</translation>
+        <translation>Les paramètres ne peuvent pas être enregistrés&#xa0;: le projet n&apos;a pas de fichier</translation>
     </message>
     <message>
         <source>The settings cannot be stored: %1</source>
-        <translation>Les paramètres ne peuvent pas être enregistrés : %1</translation>
+        <translation>Les paramètres ne peuvent pas être enregistrés&#xa0;: %1</translation>
     </message>
     <message>
         <source>The statements are not known: the custom script &apos;%1&apos; was not allowed to run</source>
-        <translation>Les instructions ne sont pas connues : le script personnalisé &apos;%1&apos; n&apos;a pas été autorisé à s&apos;exécuter</translation>
+        <translation>Les instructions ne sont pas connues&#xa0;: le script personnalisé «&#xa0;%1&#xa0;» n&apos;a pas été autorisé à s&apos;exécuter</translation>
     </message>
     <message>
         <source>The export was cancelled; no script is complete</source>
-        <translation>L&apos;export a été annulé ; aucun script n&apos;est complet</translation>
+        <translation>L&apos;export a été annulé&#x202f;; aucun script n&apos;est complet</translation>
     </message>
 </context>
 <context>
     <name>plugin::ddl_export_builder</name>
     <message>
         <source>Directory to create DDL SQL script doesn&apos;t exist : %1</source>
-        <translation>Le dossier où créer le script SQL DDL n&apos;existe pas : %1</translation>
+        <translation>Le dossier où créer le script SQL DDL n&apos;existe pas&#xa0;: %1</translation>
     </message>
     <message>
         <source>There is no plugin associated to the DDL builder class</source>
@@ -1754,31 +1754,31 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>%1 : DDL export begin (%2)</source>
-        <translation>%1 : début de l&apos;export DDL (%2)</translation>
+        <translation>%1&#xa0;: début de l&apos;export DDL (%2)</translation>
     </message>
     <message>
         <source>%1 : DDL export end (%2)</source>
-        <translation>%1 : fin de l&apos;export DDL (%2)</translation>
+        <translation>%1&#xa0;: fin de l&apos;export DDL (%2)</translation>
     </message>
     <message>
         <source>%1 DDL SQL script created for project &apos;%2&apos; : &apos;%3&apos;</source>
-        <translation>%1 : script SQL DDL créé pour le projet &apos;%2&apos; : &apos;%3&apos;</translation>
+        <translation>%1&#xa0;: script SQL DDL créé pour le projet «&#xa0;%2&#xa0;»&#xa0;: «&#xa0;%3&#xa0;»</translation>
     </message>
     <message>
         <source>%1 : create table DDL SQL script for entity &apos;%2&apos; (%3)</source>
-        <translation>%1 : script SQL DDL de création de la table de l&apos;entité &apos;%2&apos; (%3)</translation>
+        <translation>%1&#xa0;: script SQL DDL de création de la table de l&apos;entité «&#xa0;%2&#xa0;» (%3)</translation>
     </message>
     <message>
         <source>%1 : create index DDL SQL script for property &apos;%2&apos; (%3)</source>
-        <translation>%1 : script SQL DDL de création de l&apos;index de la propriété &apos;%2&apos; (%3)</translation>
+        <translation>%1&#xa0;: script SQL DDL de création de l&apos;index de la propriété «&#xa0;%2&#xa0;» (%3)</translation>
     </message>
     <message>
         <source>%1 : create extra-table DDL SQL script for relationship n-n &apos;%2&apos; (%3)</source>
-        <translation>%1 : script SQL DDL de création de la table de liaison de la relation n-m &apos;%2&apos; (%3)</translation>
+        <translation>%1&#xa0;: script SQL DDL de création de la table de liaison de la relation n-m «&#xa0;%2&#xa0;» (%3)</translation>
     </message>
     <message>
         <source>%1 : add foreign key DDL SQL script for entity &apos;%2&apos; : property &apos;%3&apos;, target entity &apos;%4&apos; (%5)</source>
-        <translation>%1 : script SQL DDL d&apos;ajout de la clé étrangère de l&apos;entité &apos;%2&apos; : propriété &apos;%3&apos;, entité cible &apos;%4&apos; (%5)</translation>
+        <translation>%1&#xa0;: script SQL DDL d&apos;ajout de la clé étrangère de l&apos;entité «&#xa0;%2&#xa0;»&#xa0;: propriété «&#xa0;%3&#xa0;», entité cible «&#xa0;%4&#xa0;» (%5)</translation>
     </message>
     <message>
         <source>Invalid previous project</source>
@@ -1802,36 +1802,36 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>%1 : drop table DDL SQL script for entity &apos;%2&apos; (%3)</source>
-        <translation>%1 : script SQL DDL de suppression de la table de l&apos;entité &apos;%2&apos; (%3)</translation>
+        <translation>%1&#xa0;: script SQL DDL de suppression de la table de l&apos;entité «&#xa0;%2&#xa0;» (%3)</translation>
     </message>
     <message>
         <source>%1 : rename table DDL SQL script for entity &apos;%2&apos; (%3)</source>
-        <translation>%1 : script SQL DDL de renommage de la table de l&apos;entité &apos;%2&apos; (%3)</translation>
+        <translation>%1&#xa0;: script SQL DDL de renommage de la table de l&apos;entité «&#xa0;%2&#xa0;» (%3)</translation>
     </message>
     <message>
         <source>%1 : drop column DDL SQL script for property &apos;%2&apos; (%3)</source>
-        <translation>%1 : script SQL DDL de suppression de la colonne de la propriété &apos;%2&apos; (%3)</translation>
+        <translation>%1&#xa0;: script SQL DDL de suppression de la colonne de la propriété «&#xa0;%2&#xa0;» (%3)</translation>
     </message>
     <message>
         <source>%1 : drop index DDL SQL script for property &apos;%2&apos; (%3)</source>
-        <translation>%1 : script SQL DDL de suppression de l&apos;index de la propriété &apos;%2&apos; (%3)</translation>
+        <translation>%1&#xa0;: script SQL DDL de suppression de l&apos;index de la propriété «&#xa0;%2&#xa0;» (%3)</translation>
     </message>
     <message>
         <source>%1 : add column DDL SQL script for property &apos;%2&apos; (%3)</source>
-        <translation>%1 : script SQL DDL d&apos;ajout de la colonne de la propriété &apos;%2&apos; (%3)</translation>
+        <translation>%1&#xa0;: script SQL DDL d&apos;ajout de la colonne de la propriété «&#xa0;%2&#xa0;» (%3)</translation>
     </message>
     <message>
         <source>%1 : rename column DDL SQL script for property &apos;%2&apos; (%3)</source>
-        <translation>%1 : script SQL DDL de renommage de la colonne de la propriété &apos;%2&apos; (%3)</translation>
+        <translation>%1&#xa0;: script SQL DDL de renommage de la colonne de la propriété «&#xa0;%2&#xa0;» (%3)</translation>
     </message>
     <message>
         <source>%1 : drop foreign key DDL SQL script for relationship &apos;%2&apos; (%3)</source>
-        <translation>%1 : script SQL DDL de suppression de la clé étrangère de la relation &apos;%2&apos; (%3)</translation>
+        <translation>%1&#xa0;: script SQL DDL de suppression de la clé étrangère de la relation «&#xa0;%2&#xa0;» (%3)</translation>
     </message>
     <message>
         <source>Error loading all project historics :
 %1</source>
-        <translation>Erreur lors du chargement de l&apos;historique du projet :
+        <translation>Erreur lors du chargement de l&apos;historique du projet&#xa0;:
 %1</translation>
     </message>
     <message>
@@ -1848,19 +1848,19 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>An error occurred opening SQL file : %1</source>
-        <translation>Une erreur est survenue à l&apos;ouverture du fichier SQL : %1</translation>
+        <translation>Une erreur est survenue à l&apos;ouverture du fichier SQL&#xa0;: %1</translation>
     </message>
     <message>
         <source>An error occurred writing SQL file : %1</source>
-        <translation>Une erreur est survenue à l&apos;écriture du fichier SQL : %1</translation>
+        <translation>Une erreur est survenue à l&apos;écriture du fichier SQL&#xa0;: %1</translation>
     </message>
     <message>
         <source>it is a symbolic link that leads nowhere; remove it</source>
-        <translation>c&apos;est un lien symbolique qui ne mène nulle part ; supprimez-le</translation>
+        <translation>c&apos;est un lien symbolique qui ne mène nulle part&#x202f;; supprimez-le</translation>
     </message>
     <message>
         <source>it is a symbolic link that leads out of the export folder, to %1; remove it</source>
-        <translation>c&apos;est un lien symbolique qui mène hors du dossier d&apos;export, vers %1 ; supprimez-le</translation>
+        <translation>c&apos;est un lien symbolique qui mène hors du dossier d&apos;export, vers %1&#x202f;; supprimez-le</translation>
     </message>
     <message>
         <source>it exists, but is not a file</source>
@@ -1868,20 +1868,20 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>The SQL file is incomplete : %1</source>
-        <translation>Le fichier SQL est incomplet : %1</translation>
+        <translation>Le fichier SQL est incomplet&#xa0;: %1</translation>
     </message>
     <message>
         <source>Cannot uncompress project file : %1</source>
-        <translation>Impossible de décompresser le fichier de projet : %1</translation>
+        <translation>Impossible de décompresser le fichier de projet&#xa0;: %1</translation>
     </message>
     <message>
         <source>An error occurred opening project file : %1</source>
-        <translation>Une erreur est survenue à l&apos;ouverture du fichier de projet : %1</translation>
+        <translation>Une erreur est survenue à l&apos;ouverture du fichier de projet&#xa0;: %1</translation>
     </message>
     <message>
         <source>An error occurred loading project tag &apos;%1&apos; :
 %2</source>
-        <translation>Une erreur est survenue lors du chargement de la version étiquetée &apos;%1&apos; du projet :
+        <translation>Une erreur est survenue lors du chargement de la version étiquetée «&#xa0;%1&#xa0;» du projet&#xa0;:
 %2</translation>
     </message>
     <message>
@@ -1893,19 +1893,19 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <name>storage</name>
     <message>
         <source>cannot be tagged: its state of %1 bytes is larger than the %2 bytes that a version may have</source>
-        <translation>ne peut pas être étiqueté : son état de %1 octets dépasse les %2 octets qu&apos;une version peut avoir</translation>
+        <translation>ne peut pas être étiqueté&#xa0;: son état de %1 octets dépasse les %2 octets qu&apos;une version peut avoir</translation>
     </message>
     <message>
         <source>is damaged (the time of a version is not a time, and a new version would come before it); restore it from a copy</source>
-        <translation>est endommagé (la date d&apos;une version n&apos;en est pas une, et une nouvelle version passerait avant elle) ; restaurez-le à partir d&apos;une copie</translation>
+        <translation>est endommagé (la date d&apos;une version n&apos;en est pas une, et une nouvelle version passerait avant elle)&#x202f;; restaurez-le à partir d&apos;une copie</translation>
     </message>
     <message>
         <source>cannot be tagged: there is not enough memory</source>
-        <translation>ne peut pas être étiqueté : la mémoire est insuffisante</translation>
+        <translation>ne peut pas être étiqueté&#xa0;: la mémoire est insuffisante</translation>
     </message>
     <message>
         <source>field &apos;name&apos; must not be empty</source>
-        <translation>le champ &apos;name&apos; ne doit pas être vide</translation>
+        <translation>le champ «&#xa0;name&#xa0;» ne doit pas être vide</translation>
     </message>
     <message>
         <source>project name</source>
@@ -1913,11 +1913,11 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>only one property of an entity can be the identifier; for a composite key give that one several columns, such as &quot;columnName&quot;: &quot;a|b&quot;</source>
-        <translation>une seule propriété d&apos;une entité peut être l&apos;identifiant ; pour une clé composée, donnez-lui plusieurs colonnes, par exemple &quot;columnName&quot;: &quot;a|b&quot;</translation>
+        <translation>une seule propriété d&apos;une entité peut être l&apos;identifiant&#x202f;; pour une clé composée, donnez-lui plusieurs colonnes, par exemple &quot;columnName&quot;: &quot;a|b&quot;</translation>
     </message>
     <message>
         <source>field &apos;autoIncrement&apos; works only with integer types such as &quot;long&quot;</source>
-        <translation>le champ &apos;autoIncrement&apos; n&apos;est possible qu&apos;avec des types entiers comme &quot;long&quot;</translation>
+        <translation>le champ «&#xa0;autoIncrement&#xa0;» n&apos;est possible qu&apos;avec des types entiers comme &quot;long&quot;</translation>
     </message>
     <message>
         <source>relationship target %1 does not exist</source>
@@ -1929,7 +1929,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>identifiers refer to each other in a circle: %1; give one of them a plain type</source>
-        <translation>les identifiants se réfèrent les uns aux autres en boucle : %1 ; donnez à l&apos;un d&apos;eux un type simple</translation>
+        <translation>les identifiants se réfèrent les uns aux autres en boucle&#xa0;: %1&#x202f;; donnez à l&apos;un d&apos;eux un type simple</translation>
     </message>
     <message>
         <source>must not be empty</source>
@@ -1941,11 +1941,11 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>%1 must not begin with &apos;:&apos; or &apos;.&apos;</source>
-        <translation>%1 ne doit pas commencer par &apos;:&apos; ou &apos;.&apos;</translation>
+        <translation>%1 ne doit pas commencer par «&#xa0;:&#xa0;» ou «&#xa0;.&#xa0;»</translation>
     </message>
     <message>
         <source>%1 must not contain &apos;/&apos;, &apos;\&apos; or control characters</source>
-        <translation>%1 ne doit contenir ni &apos;/&apos;, ni &apos;\&apos;, ni caractère de contrôle</translation>
+        <translation>%1 ne doit contenir ni «&#xa0;/&#xa0;», ni «&#xa0;\&#xa0;», ni caractère de contrôle</translation>
     </message>
     <message>
         <source>%1 must not contain characters that turn the direction of text or separate lines</source>
@@ -1981,23 +1981,23 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>&apos;type&apos; lists %1 types, but &apos;columnName&apos; gives the number of columns as %2; they must be as many</source>
-        <translation>&apos;type&apos; énumère %1 types, mais &apos;columnName&apos; donne le nombre de colonnes %2 ; il en faut autant</translation>
+        <translation>«&#xa0;type&#xa0;» énumère %1 types, mais «&#xa0;columnName&#xa0;» donne le nombre de colonnes %2&#x202f;; il en faut autant</translation>
     </message>
     <message>
         <source>the foreign key needs a column %1, which no property makes; name an existing one in &apos;columnName&apos;</source>
-        <translation>la clé étrangère a besoin d&apos;une colonne %1, qu&apos;aucune propriété ne crée ; indiquez dans &apos;columnName&apos; une colonne existante</translation>
+        <translation>la clé étrangère a besoin d&apos;une colonne %1, qu&apos;aucune propriété ne crée&#x202f;; indiquez dans «&#xa0;columnName&#xa0;» une colonne existante</translation>
     </message>
     <message>
         <source>its table %1 is the table of %2 as well; give one of them another &apos;tableName&apos;</source>
-        <translation>sa table %1 est aussi celle de %2 ; donnez à l&apos;une des deux un autre &apos;tableName&apos;</translation>
+        <translation>sa table %1 est aussi celle de %2&#x202f;; donnez à l&apos;une des deux un autre «&#xa0;tableName&#xa0;»</translation>
     </message>
     <message>
         <source>%1 has the same name; give one of them another, since an entity without &apos;id&apos; is known by its name</source>
-        <translation>%1 porte le même nom ; donnez-en un autre à l&apos;une des deux, car une entité sans &apos;id&apos; est reconnue à son nom</translation>
+        <translation>%1 porte le même nom&#x202f;; donnez-en un autre à l&apos;une des deux, car une entité sans «&#xa0;id&#xa0;» est reconnue à son nom</translation>
     </message>
     <message>
         <source>cannot be created (%1); check its folder</source>
-        <translation>ne peut pas être créé (%1) ; vérifiez son dossier</translation>
+        <translation>ne peut pas être créé (%1)&#x202f;; vérifiez son dossier</translation>
     </message>
     <message>
         <source>no temporary file can be made there (%1)</source>
@@ -2017,15 +2017,15 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>is damaged (table %1, row %2: %3); restore it from a copy</source>
-        <translation>est endommagé (table %1, ligne %2 : %3) ; restaurez-le à partir d&apos;une copie</translation>
+        <translation>est endommagé (table %1, ligne %2&#xa0;: %3)&#x202f;; restaurez-le à partir d&apos;une copie</translation>
     </message>
     <message>
         <source>is damaged (details of a property that does not exist); restore it from a copy</source>
-        <translation>est endommagé (détails d&apos;une propriété qui n&apos;existe pas) ; restaurez-le à partir d&apos;une copie</translation>
+        <translation>est endommagé (détails d&apos;une propriété qui n&apos;existe pas)&#x202f;; restaurez-le à partir d&apos;une copie</translation>
     </message>
     <message>
         <source>is damaged (table t_project has %1 rows); restore it from a copy</source>
-        <translation>est endommagé (nombre de lignes de la table t_project : %1) ; restaurez-le à partir d&apos;une copie</translation>
+        <translation>est endommagé (nombre de lignes de la table t_project&#xa0;: %1)&#x202f;; restaurez-le à partir d&apos;une copie</translation>
     </message>
     <message>
         <source>enumeration %1 does not exist</source>
@@ -2069,23 +2069,23 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>was written by a newer korvane (format %1; this one reads up to %2); update korvane</source>
-        <translation>a été écrit par une version plus récente de korvane (format %1 ; celle-ci lit jusqu&apos;à %2) ; mettez korvane à jour</translation>
+        <translation>a été écrit par une version plus récente de korvane (format %1&#x202f;; celle-ci lit jusqu&apos;à %2)&#x202f;; mettez korvane à jour</translation>
     </message>
     <message>
         <source>is damaged (format %1); restore it from a copy</source>
-        <translation>est endommagé (format %1) ; restaurez-le à partir d&apos;une copie</translation>
+        <translation>est endommagé (format %1)&#x202f;; restaurez-le à partir d&apos;une copie</translation>
     </message>
     <message>
         <source>is damaged (table %1 is not as it was created); restore it from a copy</source>
-        <translation>est endommagé (la table %1 n&apos;est pas telle qu&apos;elle a été créée) ; restaurez-le à partir d&apos;une copie</translation>
+        <translation>est endommagé (la table %1 n&apos;est pas telle qu&apos;elle a été créée)&#x202f;; restaurez-le à partir d&apos;une copie</translation>
     </message>
     <message>
         <source>is damaged (table %1 is missing); restore it from a copy</source>
-        <translation>est endommagé (la table %1 manque) ; restaurez-le à partir d&apos;une copie</translation>
+        <translation>est endommagé (la table %1 manque)&#x202f;; restaurez-le à partir d&apos;une copie</translation>
     </message>
     <message>
         <source>is damaged (table %1: %2); restore it from a copy</source>
-        <translation>est endommagé (table %1 : %2) ; restaurez-le à partir d&apos;une copie</translation>
+        <translation>est endommagé (table %1&#xa0;: %2)&#x202f;; restaurez-le à partir d&apos;une copie</translation>
     </message>
     <message>
         <source>the project must be an object</source>
@@ -2101,11 +2101,11 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>relationship field &apos;%1&apos;</source>
-        <translation>le champ de relation &apos;%1&apos;</translation>
+        <translation>le champ de relation «&#xa0;%1&#xa0;»</translation>
     </message>
     <message>
         <source>field &apos;%1&apos;</source>
-        <translation>le champ &apos;%1&apos;</translation>
+        <translation>le champ «&#xa0;%1&#xa0;»</translation>
     </message>
     <message>
         <source>%1 is missing</source>
@@ -2133,11 +2133,11 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>unknown relationship field &apos;%1&apos;</source>
-        <translation>champ de relation inconnu &apos;%1&apos;</translation>
+        <translation>champ de relation inconnu «&#xa0;%1&#xa0;»</translation>
     </message>
     <message>
         <source>unknown field &apos;%1&apos;</source>
-        <translation>champ inconnu &apos;%1&apos;</translation>
+        <translation>champ inconnu «&#xa0;%1&#xa0;»</translation>
     </message>
     <message>
         <source>%1 must be &quot;korvane-project&quot;</source>
@@ -2145,7 +2145,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>field &apos;formatVersion&apos;: the text was written for a newer korvane (format %1; this one reads %2); update korvane</source>
-        <translation>le champ &apos;formatVersion&apos; : le texte a été écrit pour une version plus récente de korvane (format %1 ; celle-ci lit %2) ; mettez korvane à jour</translation>
+        <translation>le champ «&#xa0;formatVersion&#xa0;»&#xa0;: le texte a été écrit pour une version plus récente de korvane (format %1&#x202f;; celle-ci lit %2)&#x202f;; mettez korvane à jour</translation>
     </message>
     <message>
         <source>%1 must be %2</source>
@@ -2157,15 +2157,15 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>field &apos;metaData&apos; &apos;%1&apos; must be a string, a number or a boolean</source>
-        <translation>le champ &apos;metaData&apos; : &apos;%1&apos; doit être une chaîne de caractères, un nombre ou un booléen</translation>
+        <translation>le champ «&#xa0;metaData&#xa0;»&#xa0;: «&#xa0;%1&#xa0;» doit être une chaîne de caractères, un nombre ou un booléen</translation>
     </message>
     <message>
         <source>fields &apos;type&apos; and &apos;enumeration&apos; exclude each other</source>
-        <translation>les champs &apos;type&apos; et &apos;enumeration&apos; s&apos;excluent</translation>
+        <translation>les champs «&#xa0;type&#xa0;» et «&#xa0;enumeration&#xa0;» s&apos;excluent</translation>
     </message>
     <message>
         <source>field &apos;relationship&apos; excludes &apos;type&apos; and &apos;enumeration&apos;</source>
-        <translation>le champ &apos;relationship&apos; exclut &apos;type&apos; et &apos;enumeration&apos;</translation>
+        <translation>le champ «&#xa0;relationship&#xa0;» exclut «&#xa0;type&#xa0;» et «&#xa0;enumeration&#xa0;»</translation>
     </message>
     <message>
         <source>%1 must be one-to-one, one-to-many, many-to-one or many-to-many</source>
@@ -2177,7 +2177,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>%1: changed, but its &quot;version&quot; is still %2, so no evolution script will contain the change; delete the &quot;version&quot; field or raise it</source>
-        <translation>%1 : modifié, mais &quot;version&quot; vaut toujours %2, donc aucun script d&apos;évolution ne contiendra la modification ; supprimez le champ &quot;version&quot; ou augmentez-le</translation>
+        <translation>%1&#xa0;: modifié, mais &quot;version&quot; vaut toujours %2, donc aucun script d&apos;évolution ne contiendra la modification&#x202f;; supprimez le champ &quot;version&quot; ou augmentez-le</translation>
     </message>
     <message>
         <source>all enumeration ids are used up</source>
@@ -2202,15 +2202,15 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>is a project file, not a model in text form; &apos;korvane dump&apos; writes one</source>
-        <translation>est un fichier de projet, pas un modèle sous forme de texte ; &apos;korvane dump&apos; en écrit un</translation>
+        <translation>est un fichier de projet, pas un modèle sous forme de texte&#x202f;; «&#xa0;korvane dump&#xa0;» en écrit un</translation>
     </message>
     <message>
         <source>the text is in %1; save it in UTF-8</source>
-        <translation>le texte est en %1 ; enregistrez-le en UTF-8</translation>
+        <translation>le texte est en %1&#x202f;; enregistrez-le en UTF-8</translation>
     </message>
     <message>
         <source>field &apos;%1&apos; is given twice</source>
-        <translation>le champ &apos;%1&apos; est donné deux fois</translation>
+        <translation>le champ «&#xa0;%1&#xa0;» est donné deux fois</translation>
     </message>
     <message>
         <source>is nested deeper than %1 levels</source>
@@ -2226,15 +2226,15 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>has no versions; &apos;korvane tag&apos; makes one</source>
-        <translation>n&apos;a pas de version ; &apos;korvane tag&apos; en crée une</translation>
+        <translation>n&apos;a pas de version&#x202f;; «&#xa0;korvane tag&#xa0;» en crée une</translation>
     </message>
     <message>
         <source>has no version %1; the newest one is version %2</source>
-        <translation>n&apos;a pas de version %1 ; la plus récente est la version %2</translation>
+        <translation>n&apos;a pas de version %1&#x202f;; la plus récente est la version %2</translation>
     </message>
     <message>
         <source>is damaged (version %1: %2); restore it from a copy</source>
-        <translation>est endommagé (version %1 : %2) ; restaurez-le à partir d&apos;une copie</translation>
+        <translation>est endommagé (version %1&#xa0;: %2)&#x202f;; restaurez-le à partir d&apos;une copie</translation>
     </message>
     <message>
         <source>it cannot be uncompressed</source>
@@ -2242,22 +2242,26 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>cannot be written, so version %1 of %2 cannot be restored; check the folder for temporary files</source>
-        <translation>ne peut pas être écrit, la version %1 de %2 ne peut donc pas être restaurée ; vérifiez le dossier des fichiers temporaires</translation>
+        <translation>ne peut pas être écrit, la version %1 de %2 ne peut donc pas être restaurée&#x202f;; vérifiez le dossier des fichiers temporaires</translation>
     </message>
     <message>
         <source>version %1 is not the newest one any more; nothing was taken away</source>
-        <translation>la version %1 n&apos;est plus la plus récente ; rien n&apos;a été retiré</translation>
+        <translation>la version %1 n&apos;est plus la plus récente&#x202f;; rien n&apos;a été retiré</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos;</source>
+        <translation>«&#xa0;%1&#xa0;»</translation>
     </message>
 </context>
 <context>
     <name>tools</name>
     <message>
         <source>the custom script did not end within %1 ms and could not be stopped; the program was ended</source>
-        <translation>le script personnalisé ne s&apos;est pas terminé en %1 ms et n&apos;a pas pu être arrêté ; le programme a été terminé</translation>
+        <translation>le script personnalisé ne s&apos;est pas terminé en %1 ms et n&apos;a pas pu être arrêté&#x202f;; le programme a été terminé</translation>
     </message>
     <message>
         <source>the custom script used more than 1 GiB of memory and could not be stopped; the program was ended</source>
-        <translation>le script personnalisé a utilisé plus de 1 Gio de mémoire et n&apos;a pas pu être arrêté ; le programme a été terminé</translation>
+        <translation>le script personnalisé a utilisé plus de 1 Gio de mémoire et n&apos;a pas pu être arrêté&#x202f;; le programme a été terminé</translation>
     </message>
     <message>
         <source>The custom script cannot be reloaded while it is running</source>
@@ -2269,7 +2273,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>the custom script cannot be read: %1</source>
-        <translation>le script personnalisé ne peut pas être lu : %1</translation>
+        <translation>le script personnalisé ne peut pas être lu&#xa0;: %1</translation>
     </message>
     <message>
         <source>the custom script defines no function exportStep(project, entity, property, enumeration, parameters)</source>
@@ -2297,7 +2301,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>exportStep returned %1 for the action %2; expected a string, undefined or null</source>
-        <translation>exportStep a renvoyé %1 pour l&apos;action %2 ; une chaîne de caractères, undefined ou null est attendu</translation>
+        <translation>exportStep a renvoyé %1 pour l&apos;action %2&#x202f;; une chaîne de caractères, undefined ou null est attendu</translation>
     </message>
     <message>
         <source>The script debugger cannot be attached to a running script</source>
@@ -2337,11 +2341,11 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>%1: &apos;%2&apos; is not a time limit; give a number of milliseconds from 1 to %3, or 0 for none</source>
-        <translation>%1 : &apos;%2&apos; n&apos;est pas une limite de temps ; indiquez un nombre de millisecondes de 1 à %3, ou 0 pour aucune</translation>
+        <translation>%1&#xa0;: «&#xa0;%2&#xa0;» n&apos;est pas une limite de temps&#x202f;; indiquez un nombre de millisecondes de 1 à %3, ou 0 pour aucune</translation>
     </message>
     <message>
         <source>exportStep returned %1 characters for the action %2; at most %3 are allowed</source>
-        <translation>exportStep a renvoyé %1 caractères pour l&apos;action %2 ; au plus %3 sont permis</translation>
+        <translation>exportStep a renvoyé %1 caractères pour l&apos;action %2&#x202f;; au plus %3 sont permis</translation>
     </message>
     <message>
         <source>a boolean</source>
@@ -2370,7 +2374,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>%1 cannot be loaded (%2); install it again</source>
-        <translation>%1 ne peut pas être chargé (%2) ; réinstallez-le</translation>
+        <translation>%1 ne peut pas être chargé (%2)&#x202f;; réinstallez-le</translation>
     </message>
     <message>
         <source>it is not a plugin</source>
@@ -2382,11 +2386,11 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>%1 was built for Qt %2, but this is Qt %3; install the one for this Qt</source>
-        <translation>%1 a été compilé pour Qt %2, mais ceci est Qt %3 ; installez celui de ce Qt</translation>
+        <translation>%1 a été compilé pour Qt %2, mais ceci est Qt %3&#x202f;; installez celui de ce Qt</translation>
     </message>
     <message>
         <source>KorvaneLineDebugger was not found in %1; install it to stop at lines</source>
-        <translation>KorvaneLineDebugger est introuvable dans %1 ; installez-le pour pouvoir arrêter aux lignes</translation>
+        <translation>KorvaneLineDebugger est introuvable dans %1&#x202f;; installez-le pour pouvoir arrêter aux lignes</translation>
     </message>
     <message>
         <source>No custom script is loaded</source>
@@ -2539,7 +2543,7 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>&amp;Evaluate:</source>
-        <translation>Éva&amp;luer :</translation>
+        <translation>Éva&amp;luer&#xa0;:</translation>
     </message>
     <message>
         <source>Action</source>
@@ -2563,15 +2567,15 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     </message>
     <message>
         <source>Attached: the next export stops at its first step</source>
-        <translation>Attaché : le prochain export s&apos;arrêtera à sa première étape</translation>
+        <translation>Attaché&#xa0;: le prochain export s&apos;arrêtera à sa première étape</translation>
     </message>
     <message>
         <source>Attached: the next export stops at the breakpoints</source>
-        <translation>Attaché : le prochain export s&apos;arrêtera aux points d&apos;arrêt</translation>
+        <translation>Attaché&#xa0;: le prochain export s&apos;arrêtera aux points d&apos;arrêt</translation>
     </message>
     <message>
         <source>failed: %1</source>
-        <translation>échec : %1</translation>
+        <translation>échec&#xa0;: %1</translation>
     </message>
     <message>
         <source>Go to the next line, entering functions</source>
@@ -2617,31 +2621,31 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
     <name>view::ddl_export_settings</name>
     <message>
         <source>Cannot debug custom script : custom script file &apos;%1&apos; doesn&apos;t exist</source>
-        <translation>Impossible de déboguer le script personnalisé : le fichier &apos;%1&apos; n&apos;existe pas</translation>
+        <translation>Impossible de déboguer le script personnalisé&#xa0;: le fichier «&#xa0;%1&#xa0;» n&apos;existe pas</translation>
     </message>
     <message>
         <source>A new debugger window has been attached to the DDL SQL export process (&apos;KorvGenericDDLExport&apos; plugin) :
 </source>
-        <translation>Une nouvelle fenêtre de débogage a été attachée à l&apos;export SQL DDL (plugin &apos;KorvGenericDDLExport&apos;) :
+        <translation>Une nouvelle fenêtre de débogage a été attachée à l&apos;export SQL DDL (plugin «&#xa0;KorvGenericDDLExport&#xa0;»)&#xa0;:
 </translation>
     </message>
     <message>
         <source>  1- save your settings and close this settings window ;
 </source>
-        <translation>  1- enregistrez vos paramètres et fermez cette fenêtre ;
+        <translation>  1- enregistrez vos paramètres et fermez cette fenêtre&#x202f;;
 </translation>
     </message>
     <message>
         <source>  2- execute the export process : you will be able to debug your custom javascript (putting a breakpoint for example).
 
 </source>
-        <translation>  2- lancez l&apos;export : vous pourrez déboguer votre script JavaScript (en posant un point d&apos;arrêt par exemple).
+        <translation>  2- lancez l&apos;export&#xa0;: vous pourrez déboguer votre script JavaScript (en posant un point d&apos;arrêt par exemple).
 
 </translation>
     </message>
     <message>
         <source>Note : debugger process is automatically detached from the DDL SQL export process when closing the debugger window.</source>
-        <translation>Remarque : le débogueur est automatiquement détaché de l&apos;export SQL DDL à la fermeture de sa fenêtre.</translation>
+        <translation>Remarque&#xa0;: le débogueur est automatiquement détaché de l&apos;export SQL DDL à la fermeture de sa fenêtre.</translation>
     </message>
     <message>
         <source>
@@ -2649,19 +2653,19 @@ Voulez-vous le créer et démarrer l&apos;export ?</translation>
 Other note : another way to start the debugger is to press the SHIFT key on the keyboard when executing the export process.</source>
         <translation>
 
-Autre remarque : le débogueur démarre également si vous maintenez la touche Maj du clavier enfoncée en lançant l&apos;export.</translation>
+Autre remarque&#xa0;: le débogueur démarre également si vous maintenez la touche Maj du clavier enfoncée en lançant l&apos;export.</translation>
     </message>
     <message>
         <source>Directory doesn&apos;t exist : &apos;%1&apos;</source>
-        <translation>Le dossier n&apos;existe pas : &apos;%1&apos;</translation>
+        <translation>Le dossier n&apos;existe pas&#xa0;: «&#xa0;%1&#xa0;»</translation>
     </message>
     <message>
         <source>Custom script file doesn&apos;t exist : &apos;%1&apos;</source>
-        <translation>Le fichier de script personnalisé n&apos;existe pas : &apos;%1&apos;</translation>
+        <translation>Le fichier de script personnalisé n&apos;existe pas&#xa0;: «&#xa0;%1&#xa0;»</translation>
     </message>
     <message>
         <source>Error saving plugin settings : </source>
-        <translation>Erreur lors de l&apos;enregistrement des paramètres du plugin : </translation>
+        <translation>Erreur lors de l&apos;enregistrement des paramètres du plugin&#xa0;: </translation>
     </message>
 </context>
 <context>
@@ -2687,11 +2691,11 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>File location :</source>
-        <translation>Emplacement :</translation>
+        <translation>Emplacement&#xa0;:</translation>
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600; text-decoration: underline;&quot;&gt;Note :&lt;/span&gt; you can put in this field a relative path to your Korvane project file (&lt;span style=&quot; font-style:italic;&quot;&gt;*.korv&lt;/span&gt; file).&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600; text-decoration: underline;&quot;&gt;Remarque :&lt;/span&gt; vous pouvez saisir dans ce champ un chemin relatif à votre fichier de projet Korvane (fichier &lt;span style=&quot; font-style:italic;&quot;&gt;*.korv&lt;/span&gt;).&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600; text-decoration: underline;&quot;&gt;Remarque&#xa0;:&lt;/span&gt; vous pouvez saisir dans ce champ un chemin relatif à votre fichier de projet Korvane (fichier &lt;span style=&quot; font-style:italic;&quot;&gt;*.korv&lt;/span&gt;).&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>File location</source>
@@ -2707,7 +2711,7 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>Database type :</source>
-        <translation>Type de base de données :</translation>
+        <translation>Type de base de données&#xa0;:</translation>
     </message>
     <message>
         <source>Database type</source>
@@ -2715,7 +2719,7 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>Relationships :</source>
-        <translation>Relations :</translation>
+        <translation>Relations&#xa0;:</translation>
     </message>
     <message>
         <source>Export relationships as foreign keys in database</source>
@@ -2723,7 +2727,7 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>Schema :</source>
-        <translation>Schéma :</translation>
+        <translation>Schéma&#xa0;:</translation>
     </message>
     <message>
         <source>Build full database schema into 1 DDL SQL script</source>
@@ -2731,11 +2735,11 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Note :&lt;/span&gt; to tag the project and create a new project version, go to Korvane main menu : &amp;quot;Actions &amp;gt;&amp;gt; Tag project state&amp;quot;.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Remarque :&lt;/span&gt; pour étiqueter le projet et en créer une nouvelle version, utilisez le menu principal de Korvane : &amp;quot;Actions &amp;gt;&amp;gt; Étiqueter l&apos;état du projet&amp;quot;.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Remarque&#xa0;:&lt;/span&gt; pour étiqueter le projet et en créer une nouvelle version, utilisez le menu principal de Korvane&#xa0;: &amp;quot;Actions &amp;gt;&amp;gt; Étiqueter l&apos;état du projet&amp;quot;.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Build database schema evolution : 1 DDL SQL script file per project version</source>
-        <translation>Générer l&apos;évolution du schéma : 1 fichier de script SQL DDL par version du projet</translation>
+        <translation>Générer l&apos;évolution du schéma de la base&#xa0;: 1 fichier de script SQL DDL par version du projet</translation>
     </message>
     <message>
         <source>Build full database schema + schema evolution</source>
@@ -2755,11 +2759,11 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Note :&lt;/span&gt; to change the default behaviour of the export process, you can write your own custom javascript file.&lt;br/&gt;There is a custom javascript example file in the &lt;span style=&quot; font-style:italic;&quot;&gt;./samples/&lt;/span&gt; directory of Korvane package (&lt;span style=&quot; font-style:italic;&quot;&gt;./samples/custom_script.js&lt;/span&gt;).&lt;br/&gt;You can open this example file to have more details about how to implement your own custom javascript file.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Remarque :&lt;/span&gt; pour modifier le comportement par défaut de l&apos;export, vous pouvez écrire votre propre fichier JavaScript.&lt;br/&gt;Un exemple se trouve dans le dossier &lt;span style=&quot; font-style:italic;&quot;&gt;./samples/&lt;/span&gt; de Korvane (&lt;span style=&quot; font-style:italic;&quot;&gt;./samples/custom_script.js&lt;/span&gt;).&lt;br/&gt;Ouvrez ce fichier d&apos;exemple pour savoir comment écrire votre propre fichier JavaScript.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;span style=&quot; font-weight:600;&quot;&gt;Remarque&#xa0;:&lt;/span&gt; pour modifier le comportement par défaut de l&apos;export, vous pouvez écrire votre propre fichier JavaScript.&lt;br/&gt;Un exemple se trouve dans le dossier &lt;span style=&quot; font-style:italic;&quot;&gt;./samples/&lt;/span&gt; de Korvane (&lt;span style=&quot; font-style:italic;&quot;&gt;./samples/custom_script.js&lt;/span&gt;).&lt;br/&gt;Ouvrez ce fichier d&apos;exemple pour savoir comment écrire votre propre fichier JavaScript.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Custom script file :</source>
-        <translation>Fichier de script personnalisé :</translation>
+        <translation>Fichier de script personnalisé&#xa0;:</translation>
     </message>
     <message>
         <source>Custom script file</source>
@@ -2790,31 +2794,31 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     <name>zk</name>
     <message>
         <source>is in use by another process (waited %1 s for it); wait until that one has ended, or end it, and try again</source>
-        <translation>est utilisé par un autre processus (attente de %1 s) ; attendez qu&apos;il se termine, ou terminez-le, puis réessayez</translation>
+        <translation>est utilisé par un autre processus (attente de %1 s)&#x202f;; attendez qu&apos;il se termine, ou terminez-le, puis réessayez</translation>
     </message>
     <message>
         <source>cannot be read or written: there is not enough memory</source>
-        <translation>ne peut pas être lu ou écrit : la mémoire est insuffisante</translation>
+        <translation>ne peut pas être lu ou écrit&#xa0;: la mémoire est insuffisante</translation>
     </message>
     <message>
         <source>cannot be written (%1); check its permissions and those of its folder</source>
-        <translation>ne peut pas être écrit (%1) ; vérifiez ses droits et ceux de son dossier</translation>
+        <translation>ne peut pas être écrit (%1)&#x202f;; vérifiez ses droits et ceux de son dossier</translation>
     </message>
     <message>
         <source>cannot be read or written (%1); check the disk</source>
-        <translation>ne peut pas être lu ou écrit (%1) ; vérifiez le disque</translation>
+        <translation>ne peut pas être lu ou écrit (%1)&#x202f;; vérifiez le disque</translation>
     </message>
     <message>
         <source>is damaged (%1); restore it from a copy</source>
-        <translation>est endommagé (%1) ; restaurez-le à partir d&apos;une copie</translation>
+        <translation>est endommagé (%1)&#x202f;; restaurez-le à partir d&apos;une copie</translation>
     </message>
     <message>
         <source>cannot be written: the disk is full; make room and try again</source>
-        <translation>ne peut pas être écrit : le disque est plein ; libérez de la place et réessayez</translation>
+        <translation>ne peut pas être écrit&#xa0;: le disque est plein&#x202f;; libérez de la place et réessayez</translation>
     </message>
     <message>
         <source>cannot be opened (%1); check its permissions and those of its folder</source>
-        <translation>ne peut pas être ouvert (%1) ; vérifiez ses droits et ceux de son dossier</translation>
+        <translation>ne peut pas être ouvert (%1)&#x202f;; vérifiez ses droits et ceux de son dossier</translation>
     </message>
     <message>
         <source>is not a Korvane project file (.korv)</source>
@@ -2822,31 +2826,31 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>contains a view &apos;%1&apos;, which does not belong in a project file; remove it, or restore the file from a backup</source>
-        <translation>contient une vue &apos;%1&apos;, qui n&apos;a pas sa place dans un fichier de projet ; supprimez-la, ou restaurez le fichier à partir d&apos;une sauvegarde</translation>
+        <translation>contient une vue «&#xa0;%1&#xa0;», qui n&apos;a pas sa place dans un fichier de projet&#x202f;; supprimez-la, ou restaurez le fichier à partir d&apos;une sauvegarde</translation>
     </message>
     <message>
         <source>contains a trigger &apos;%1&apos;, which does not belong in a project file; remove it, or restore the file from a backup</source>
-        <translation>contient un déclencheur &apos;%1&apos;, qui n&apos;a pas sa place dans un fichier de projet ; supprimez-le, ou restaurez le fichier à partir d&apos;une sauvegarde</translation>
+        <translation>contient un déclencheur «&#xa0;%1&#xa0;», qui n&apos;a pas sa place dans un fichier de projet&#x202f;; supprimez-le, ou restaurez le fichier à partir d&apos;une sauvegarde</translation>
     </message>
     <message>
         <source>cannot be opened (%1); check its permissions</source>
-        <translation>ne peut pas être ouvert (%1) ; vérifiez ses droits</translation>
+        <translation>ne peut pas être ouvert (%1)&#x202f;; vérifiez ses droits</translation>
     </message>
     <message>
         <source>cannot be read (%1); check the disk</source>
-        <translation>ne peut pas être lu (%1) ; vérifiez le disque</translation>
+        <translation>ne peut pas être lu (%1)&#x202f;; vérifiez le disque</translation>
     </message>
     <message>
         <source>does not exist; check the name</source>
-        <translation>n&apos;existe pas ; vérifiez le nom</translation>
+        <translation>n&apos;existe pas&#x202f;; vérifiez le nom</translation>
     </message>
     <message>
         <source>cannot be opened (%1); check the permissions of its folder</source>
-        <translation>ne peut pas être ouvert (%1) ; vérifiez les droits de son dossier</translation>
+        <translation>ne peut pas être ouvert (%1)&#x202f;; vérifiez les droits de son dossier</translation>
     </message>
     <message>
         <source>cannot be opened (%1); check the name</source>
-        <translation>ne peut pas être ouvert (%1) ; vérifiez le nom</translation>
+        <translation>ne peut pas être ouvert (%1)&#x202f;; vérifiez le nom</translation>
     </message>
     <message>
         <source>is empty, not a Korvane project</source>
@@ -2854,15 +2858,15 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>is a model in text form, not a project; import it first (korvane import MODEL.json PROJECT.korv)</source>
-        <translation>est un modèle sous forme de texte, pas un projet ; importez-le d&apos;abord (korvane import MODEL.json PROJECT.korv)</translation>
+        <translation>est un modèle sous forme de texte, pas un projet&#x202f;; importez-le d&apos;abord (korvane import MODEL.json PROJECT.korv)</translation>
     </message>
     <message>
         <source>is %1, where only a journal of the project may be; move it away and try again</source>
-        <translation>est %1, là où seul un journal du projet peut se trouver ; déplacez-le et réessayez</translation>
+        <translation>est %1, là où seul un journal du projet peut se trouver&#x202f;; déplacez-le et réessayez</translation>
     </message>
     <message>
         <source>cannot be read (%1); check its permissions</source>
-        <translation>ne peut pas être lu (%1) ; vérifiez ses droits</translation>
+        <translation>ne peut pas être lu (%1)&#x202f;; vérifiez ses droits</translation>
     </message>
     <message>
         <source>cannot be read (%1)</source>
@@ -2874,15 +2878,15 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>is a journal that names another file, which opening the project would delete; korvane makes no such journal. Remove it if you do not know where it comes from, and try again</source>
-        <translation>est un journal qui désigne un autre fichier, que l&apos;ouverture du projet supprimerait ; korvane ne crée pas de tel journal. Supprimez-le si vous ne savez pas d&apos;où il vient, puis réessayez</translation>
+        <translation>est un journal qui désigne un autre fichier, que l&apos;ouverture du projet supprimerait&#x202f;; korvane ne crée pas de tel journal. Supprimez-le si vous ne savez pas d&apos;où il vient, puis réessayez</translation>
     </message>
     <message>
         <source>is the journal of another database, which the project would destroy; move it away and try again</source>
-        <translation>est le journal d&apos;une autre base de données, que le projet détruirait ; déplacez-le et réessayez</translation>
+        <translation>est le journal d&apos;une autre base de données, que le projet détruirait&#x202f;; déplacez-le et réessayez</translation>
     </message>
     <message>
         <source>is a write-ahead log, which this project does not use but would take for its newest contents; move it away and try again</source>
-        <translation>est un journal d&apos;écriture anticipée (WAL), que ce projet n&apos;utilise pas mais qu&apos;il prendrait pour son contenu le plus récent ; déplacez-le et réessayez</translation>
+        <translation>est un journal d&apos;écriture anticipée (WAL), que ce projet n&apos;utilise pas mais qu&apos;il prendrait pour son contenu le plus récent&#x202f;; déplacez-le et réessayez</translation>
     </message>
     <message>
         <source>no project file is named</source>
@@ -2894,15 +2898,15 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>belongs to a database that is not there, and would be taken for a part of the new project; move it away and try again</source>
-        <translation>appartient à une base de données absente, et serait pris pour une partie du nouveau projet ; déplacez-le et réessayez</translation>
+        <translation>appartient à une base de données absente, et serait pris pour une partie du nouveau projet&#x202f;; déplacez-le et réessayez</translation>
     </message>
     <message>
         <source>cannot be changed: its name of %1 bytes is too long, as the name of its journal is %2 bytes longer and the limit is %3; choose a shorter one</source>
-        <translation>ne peut pas être modifié : son nom de %1 octets est trop long, car celui de son journal a %2 octets de plus et la limite est %3 ; choisissez-en un plus court</translation>
+        <translation>ne peut pas être modifié&#xa0;: son nom de %1 octets est trop long, car celui de son journal a %2 octets de plus et la limite est %3&#x202f;; choisissez-en un plus court</translation>
     </message>
     <message>
         <source>cannot be changed: its path of %1 bytes is too long, as the name of its journal is %2 bytes longer and the limit is %3; choose a shorter one</source>
-        <translation>ne peut pas être modifié : son chemin de %1 octets est trop long, car le nom de son journal a %2 octets de plus et la limite est %3 ; choisissez-en un plus court</translation>
+        <translation>ne peut pas être modifié&#xa0;: son chemin de %1 octets est trop long, car le nom de son journal a %2 octets de plus et la limite est %3&#x202f;; choisissez-en un plus court</translation>
     </message>
     <message>
         <source>The database is not open</source>
@@ -2910,7 +2914,7 @@ Autre remarque : le débogueur démarre également si vous maintenez la touche M
     </message>
     <message>
         <source>cannot be opened: Qt&apos;s SQLite driver brings an SQLite of its own along; use a Qt whose driver is built with the system&apos;s one</source>
-        <translation>ne peut pas être ouvert : le pilote SQLite de Qt apporte son propre SQLite ; utilisez un Qt dont le pilote est construit avec celui du système</translation>
+        <translation>ne peut pas être ouvert&#xa0;: le pilote SQLite de Qt apporte son propre SQLite&#x202f;; utilisez un Qt dont le pilote est construit avec celui du système</translation>
     </message>
 </context>
 </TS>

@@ -3,6 +3,7 @@
 #include "plugin/export_interface.h"
 #include "plugin/module_ids.h"
 #include "plugin/texts.h"
+#include "zk/one_line.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -18,7 +19,7 @@ namespace {
 
 std::unique_ptr<loaded_plugin> refuse(zk::ZkBool & why, const QString & file, const QString & reason)
 {
-    why = zk::ZkBool::failure(QDir::toNativeSeparators(file) + QStringLiteral(": ") + reason.simplified());
+    why = zk::ZkBool::failure(QDir::toNativeSeparators(file) + QStringLiteral(": ") + zk::oneLine(reason));
     return nullptr;
 }
 

@@ -220,7 +220,7 @@ QString printable(const QString & text)
 
 QString quotedName(const QString & name)
 {
-    return QLatin1Char('\'') + printable(name) + QLatin1Char('\'');
+    return texts::tr("'%1'").arg(printable(name));
 }
 
 QString placeOf(const QString & list, qsizetype index, const QString & name)
@@ -278,7 +278,8 @@ QString projectNameProblem(const QString & name)
 
 QString namedProblem(const QString & what, const QString & problem)
 {
-    return what + QLatin1String(problem.startsWith(QLatin1Char('\'')) ? ": " : " ") + problem;
+    const QString openingQuote = texts::tr("'%1'").section(QLatin1Char('%'), 0, 0);
+    return what + QLatin1String(problem.startsWith(openingQuote) ? ": " : " ") + problem;
 }
 
 QString usedTwice(id_kind kind, long id)

@@ -2,6 +2,7 @@
 
 #include "plugin/plugin_finder.h"
 #include "tools/texts.h"
+#include "zk/one_line.h"
 
 #include <QDir>
 #include <QJsonObject>
@@ -21,7 +22,7 @@ line_debugger * loadFrom(const QString & folder, QString & reason)
         return nullptr;
     }
     const auto failed = [&](const QString & why) -> line_debugger * {
-        reason = texts::tr("%1 cannot be loaded (%2); install it again").arg(file, why.simplified());
+        reason = texts::tr("%1 cannot be loaded (%2); install it again").arg(file, zk::oneLine(why));
         return nullptr;
     };
     // Asked for before anything is loaded: with another Qt the module may not find what it calls.

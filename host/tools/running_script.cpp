@@ -6,6 +6,7 @@
 #include "tools/script_limits.h"
 #include "tools/script_values.h"
 #include "tools/texts.h"
+#include "zk/one_line.h"
 
 #include <QDir>
 #include <QJSManagedValue>
@@ -26,7 +27,7 @@ zk::ZkBool script_source::failure(int line, const QString & reason) const
         const int lineCount = static_cast<int>(code.count(QLatin1Char('\n'))) + 1;
         text += QLatin1Char(':') + QString::number(qMin(line, lineCount));
     }
-    return zk::ZkBool::failure(text + QStringLiteral(": ") + reason.left(LongestReason).simplified());
+    return zk::ZkBool::failure(text + QStringLiteral(": ") + zk::oneLine(reason.left(LongestReason)));
 }
 
 running_script::running_script(const script_source & source, int timeLimit, plugin::base_interface * owner)

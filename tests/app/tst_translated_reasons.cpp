@@ -238,61 +238,65 @@ void tst_translated_reasons::reasons_data()
     };
     const reason all[] = {
         {"missing file", &self::missingFile, "none.korv: existiert nicht; prüfen Sie den Namen",
-         "none.korv: n'existe pas ; vérifiez le nom"},
+         "none.korv: n'existe pas\u202f; vérifiez le nom"},
         {"folder", &self::folder, "sub: ist ein Ordner, keine Projektdatei",
          "sub: est un dossier, pas un fichier de projet"},
         {"text in place of a project", &self::textAsProject,
          "shop.json: ist ein Modell in Textform, kein Projekt; importieren Sie es zuerst (korvane import "
          "MODEL.json PROJECT.korv)",
-         "shop.json: est un modèle sous forme de texte, pas un projet ; importez-le d'abord (korvane import "
-         "MODEL.json PROJECT.korv)"},
+         "shop.json: est un modèle sous forme de texte, pas un projet\u202f; importez-le d'abord (korvane "
+         "import MODEL.json PROJECT.korv)"},
         {"damaged project", &self::damaged,
          "shop.korv: ist beschädigt (Tabelle t_property, Zeile 2: Spalte 3 ist kein Text); stellen Sie die "
          "Datei aus einer Kopie wieder her",
-         "shop.korv: est endommagé (table t_property, ligne 2 : la colonne 3 n'est pas un texte) ; "
+         "shop.korv: est endommagé (table t_property, ligne 2\u00a0: la colonne 3 n'est pas un texte)\u202f; "
          "restaurez-le à partir d'une copie"},
         {"trigger", &self::foreignTrigger,
-         "shop.korv: enthält einen Trigger 'tt', der nicht in eine Projektdatei gehört; entfernen Sie ihn, "
+         "shop.korv: enthält einen Trigger ‚tt‘, der nicht in eine Projektdatei gehört; entfernen Sie ihn, "
          "oder stellen Sie die Datei aus einer Sicherung wieder her",
-         "shop.korv: contient un déclencheur 'tt', qui n'a pas sa place dans un fichier de projet ; "
-         "supprimez-le, ou restaurez le fichier à partir d'une sauvegarde"},
+         "shop.korv: contient un déclencheur «\u00a0tt\u00a0», qui n'a pas sa place dans un fichier de "
+         "projet\u202f; supprimez-le, ou restaurez le fichier à partir d'une sauvegarde"},
         {"locked file", &self::locked,
          "shop.korv: wird von einem anderen Prozess verwendet (0.1 s darauf gewartet); warten Sie, bis "
          "dieser beendet ist, oder beenden Sie ihn, und versuchen Sie es erneut",
-         "shop.korv: est utilisé par un autre processus (attente de 0.1 s) ; attendez qu'il se termine, ou "
-         "terminez-le, puis réessayez"},
+         "shop.korv: est utilisé par un autre processus (attente de 0.1 s)\u202f; attendez qu'il se termine, "
+         "ou terminez-le, puis réessayez"},
         {"no permission", &self::unreadable,
          "shop.korv: kann nicht geöffnet werden (Permission denied); prüfen Sie die Rechte der Datei",
-         "shop.korv: ne peut pas être ouvert (Permission denied) ; vérifiez ses droits"},
+         "shop.korv: ne peut pas être ouvert (Permission denied)\u202f; vérifiez ses droits"},
         {"target of a relationship", &self::noSuchTarget,
-         "shop.json: entities[1] 'person' / properties[1] 'country': das Beziehungsziel 7 existiert nicht",
-         "shop.json: entities[1] 'person' / properties[1] 'country': la cible 7 de la relation n'existe pas"},
+         "shop.json: entities[1] ‚person‘ / properties[1] ‚country‘: das Beziehungsziel 7 existiert nicht",
+         "shop.json: entities[1] «\u00a0person\u00a0» / properties[1] «\u00a0country\u00a0»: la cible 7 de "
+         "la relation n'existe pas"},
         {"name of the project", &self::badName,
-         "shop.json: Feld 'name': 'a/b' darf weder '/' noch '\\' noch Steuerzeichen enthalten",
-         "shop.json: le champ 'name': 'a/b' ne doit contenir ni '/', ni '\\', ni caractère de contrôle"},
+         "shop.json: Feld ‚name‘: ‚a/b‘ darf weder ‚/‘ noch ‚\\‘ noch Steuerzeichen enthalten",
+         "shop.json: le champ «\u00a0name\u00a0»: «\u00a0a/b\u00a0» ne doit contenir ni «\u00a0/\u00a0», ni "
+         "«\u00a0\\\u00a0», ni caractère de contrôle"},
         {"kind of a field", &self::wrongField,
-         "shop.json: entities[0] 'country' / properties[0] 'id': Feld 'identifier' muss true oder false sein",
-         "shop.json: entities[0] 'country' / properties[0] 'id': le champ 'identifier' doit être true ou "
-         "false"},
+         "shop.json: entities[0] ‚country‘ / properties[0] ‚id‘: Feld ‚identifier‘ muss true oder false sein",
+         "shop.json: entities[0] «\u00a0country\u00a0» / properties[0] «\u00a0id\u00a0»: le champ "
+         "«\u00a0identifier\u00a0» doit être true ou false"},
         {"field of a relationship", &self::wrongRelationshipField,
-         "shop.json: entities[1] 'person' / properties[1] 'country': unbekanntes Beziehungsfeld 'foreignkey'",
-         "shop.json: entities[1] 'person' / properties[1] 'country': champ de relation inconnu 'foreignkey'"},
+         "shop.json: entities[1] ‚person‘ / properties[1] ‚country‘: unbekanntes Beziehungsfeld ‚foreignkey‘",
+         "shop.json: entities[1] «\u00a0person\u00a0» / properties[1] «\u00a0country\u00a0»: champ de "
+         "relation inconnu «\u00a0foreignkey\u00a0»"},
         {"broken text", &self::brokenText,
          "shop.json: Zeile 2, Spalte 28: kein gültiges JSON (syntax error while parsing object separator - "
          "unexpected string literal; expected ':')",
          "shop.json: ligne 2, colonne 28: JSON non valide (syntax error while parsing object separator - "
          "unexpected string literal; expected ':')"},
         {"warning of an import", &self::warning,
-         "shop.json: Warnung: entities[1] 'person': die Tabelle 'country' ist auch die Tabelle von "
-         "entities[0] 'country'; geben Sie einer der beiden Entitäten einen anderen 'tableName'",
-         "shop.json: avertissement : entities[1] 'person': sa table 'country' est aussi celle de "
-         "entities[0] 'country' ; donnez à l'une des deux un autre 'tableName'"},
+         "shop.json: Warnung: entities[1] ‚person‘: die Tabelle ‚country‘ ist auch die Tabelle von "
+         "entities[0] ‚country‘; geben Sie einer der beiden Entitäten einen anderen ‚tableName‘",
+         "shop.json: avertissement\u00a0: entities[1] «\u00a0person\u00a0»: sa table «\u00a0country\u00a0» "
+         "est aussi celle de entities[0] «\u00a0country\u00a0»\u202f; donnez à l'une des deux un autre "
+         "«\u00a0tableName\u00a0»"},
         {"plug-in", &self::noPlugin, "empty.so: ist kein Plugin: Die Datei ist leer",
-         "empty.so: n'est pas un plugin : le fichier est vide"},
+         "empty.so: n'est pas un plugin\u00a0: le fichier est vide"},
         {"what a script returns", &self::scriptReturnsANumber,
          "hook.js:1: exportStep hat für die Aktion DDL_EXPORT_BEGIN eine Zahl zurückgegeben; erwartet wird "
          "eine Zeichenkette, undefined oder null",
-         "hook.js:1: exportStep a renvoyé un nombre pour l'action DDL_EXPORT_BEGIN ; une chaîne de "
+         "hook.js:1: exportStep a renvoyé un nombre pour l'action DDL_EXPORT_BEGIN\u202f; une chaîne de "
          "caractères, undefined ou null est attendu"},
         {"script without its function", &self::scriptWithoutFunction,
          "hook.js: das eigene Skript definiert keine Funktion exportStep(project, entity, property, "
@@ -304,7 +308,7 @@ void tst_translated_reasons::reasons_data()
          "hook.js:1: exportStep ne s'est pas terminé en 50 ms"},
         {"no version for evolution scripts", &self::noVersion,
          "Es wurde nichts geschrieben: Für Evolutionsskripte muss erst eine Version festgehalten werden",
-         "Rien n'a été écrit : les scripts d'évolution demandent une version étiquetée"}};
+         "Rien n'a été écrit\u00a0: les scripts d'évolution demandent une version étiquetée"}};
     QTest::addColumn<QString>("language");
     QTest::addColumn<maker>("made");
     QTest::addColumn<QString>("expected");
