@@ -35,7 +35,7 @@ constexpr field_words FieldWords[] = {
     {object_kind::property, "key", "key", ByName},
     {object_kind::property, "columnName", "column", ByName},
     {object_kind::property, "forceSqlType", "SQL type", "(by type)"},
-    {object_kind::property, "autoIncrement", "counted up", "(by type)"},
+    {object_kind::property, "autoIncrement", "auto-increment", "(by type)"},
     {object_kind::property, "allowNull", "null allowed"},
     {object_kind::relationship, "type", "relationship type"},
     {object_kind::relationship, "target", "relationship target"},

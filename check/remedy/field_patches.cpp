@@ -128,7 +128,7 @@ void notNull(const patch_place & at)
     }
 }
 
-/// An identifier that is counted up, in front of the other properties.
+/// An auto-increment identifier, in front of the other properties.
 void addKey(const patch_place & at, const std::shared_ptr<model::entity> & to)
 {
     if (!to || to->getPropertyId(true)) {

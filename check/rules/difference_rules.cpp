@@ -239,7 +239,7 @@ const difference_rule Rules[] = {
     {isKey,
      {QLatin1String("KV403"), effect::silent,
       "The key of table '{table}' is {found}, that of a new database {expected}.",
-      "A step adds and drops columns, but changes neither keys nor what is counted up.",
+      "A step adds and drops columns, but changes neither keys nor auto-increment.",
       "Change the key yourself with an ALTER TABLE {table}.",
       "identifier type enumeration forceSqlType autoIncrement"}},
     {isRelationshipChanged,

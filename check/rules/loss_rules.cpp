@@ -173,7 +173,7 @@ const loss_rule Rules[] = {
      always},
     {loss_kind::counter,
      occasion::always,
-     {QLatin1String("KV308"), effect::loss, "The key '{new}' of table '{table}' is no longer counted up.",
+     {QLatin1String("KV308"), effect::loss, "The key '{new}' of table '{table}' is no longer auto-increment.",
       "Renaming a column repeats its type, and the statement does not repeat AUTO_INCREMENT; the next row "
       "without a value for the key is refused.",
       "Have the custom script add NOT NULL AUTO_INCREMENT to this RENAME_COLUMN."},

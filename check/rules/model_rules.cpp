@@ -271,14 +271,14 @@ const rule_text model_walk::WithoutKey = {
     "Give '{entity}' an identifier (\"identifier\": true on one property)."};
 
 const rule_text model_walk::CountedCompositeKey = {
-    QLatin1String("KV116"), effect::differs, "Each column of the key of table '{table}' counts up by itself.",
-    "The identifier '{property}' has several columns and is to be counted up.",
+    QLatin1String("KV116"), effect::differs, "Each column of the key of table '{table}' is auto-increment.",
+    "The identifier '{property}' has several columns and is auto-increment.",
     "Leave \"autoIncrement\" out, or set it to false, at '{property}'."};
 
 const rule_text model_walk::ForcedTypeUnused = {
     QLatin1String("KV418"), effect::differs,
     "The column '{column}' of '{property}' is {type}, not {forced} as \"forceSqlType\" says.",
-    "Keys that are counted up and texts that are keys or indexed have types of their own.",
+    "Auto-increment keys and texts that are keys or indexed have types of their own.",
     "Leave \"forceSqlType\" out, or have the custom script write the type (action CREATE_TABLE)."};
 
 const rule_text model_walk::UnknownCppType = {
@@ -332,8 +332,8 @@ const rule_text model_walk::LinkWithOneForeignKey = {
 
 const rule_text model_walk::LinkCounts = {
     QLatin1String("KV121"), effect::differs,
-    "A row of the link table '{table}' that is written without a value gets one that counts up.",
-    "The columns have the type of the keys that they refer to, which count up by themselves here.",
+    "A row of the link table '{table}' that is written without a value gets the next number.",
+    "The columns have the type of the keys that they refer to, which are auto-increment here.",
     "Always write both values, or have the custom script write another type (action CREATE_EXTRA_TABLE)."};
 
 } // namespace

@@ -66,7 +66,7 @@ found noColumns(const told_statement & of)
                 made != nullptr && made->columns.empty());
 }
 
-/// An identifier of several columns that is to be counted up.
+/// An identifier of several columns that is auto-increment.
 bool hasCountedCompositeKey(const told_statement & of)
 {
     const std::shared_ptr<model::entity> entity = of.entity();
@@ -282,12 +282,12 @@ const refusal_rule Rules[] = {
       "\"DDL_EXPORT_CREATE_TABLE\": \"0\"."},
      noColumns},
     {{QLatin1String("KV116"), effect::refused,
-      "{db} refuses to make table '{table}': its identifier has several columns and is to be counted up.",
-      "One column at most can be counted up by the database.",
+      "{db} refuses to make table '{table}': its identifier has several columns and is auto-increment.",
+      "One column at most can be auto-increment.",
       "Leave \"autoIncrement\" out, or set it to false, at the identifier of '{entity}'."},
      countedCompositeKey},
     {{QLatin1String("KV115"), effect::refused,
-      "{db} refuses the statement about '{subject}': only a key of the type '{type}' can be counted up.",
+      "{db} refuses the statement about '{subject}': only a key of the type '{type}' can be auto-increment.",
       "The type of the identifier is mapped to, or forced to, another one.",
       "Choose a C++ type that is mapped to '{type}', or set \"autoIncrement\" to false."},
      countedKeyType},

@@ -107,7 +107,7 @@ private:
     }
     static QString countWords(const database::column & of)
     {
-        return of.counted ? QStringLiteral("counted up") : QStringLiteral("not counted up");
+        return of.counted ? QStringLiteral("auto-increment") : QStringLiteral("not auto-increment");
     }
 
     void compareOrder()

@@ -53,7 +53,7 @@ entity client
   table: t_customer -> (by name)
   meta-data DDL_EXPORT_CREATE_TABLE: (none) -> no
   property id
-    counted up: (by type) -> no
+    auto-increment: (by type) -> no
   property mail
     column: (by name) -> e_mail
     SQL type: (by type) -> CITEXT

@@ -75,7 +75,7 @@ private Q_SLOTS:
         row("type", [](table & t) { t.columns[1].type = "integer"; }, {line(type, "gig|title|text|integer")});
         row("null", [](table & t) { t.columns[1].notNull = true; }, {line(null, "gig|title|NULL|NOT NULL")});
         row("counter", [](table & t) { t.columns[0].counted = false; },
-            {line(counter, "gig|id|counted up|not counted up")});
+            {line(counter, "gig|id|auto-increment|not auto-increment")});
         row("order", [](table & t) { std::swap(t.columns[1], t.columns[2]); },
             {line(order, "gig||id, title, venue|id, venue, title")});
         row("no key", [](table & t) { t.key.reset(); }, {line(key, "gig|id|(id)|")});
