@@ -177,7 +177,8 @@ const refusal_rule Rules[] = {
      linkTableNameTaken},
     {{QLatin1String("KV130"), effect::refused,
       "{db} refuses to make table '{table}': the name '{word}' is taken by a sequence, a key or an index.",
-      "The database names the sequences of auto-increment columns, keys and unique columns itself, and they share "
+      "The database names the sequences of auto-increment columns, keys and unique columns itself, and they "
+      "share "
       "their names with tables and with each other.",
       "Choose other, shorter names in \"tableName\" or \"columnName\"."},
      impliedNameTaken},
