@@ -3,7 +3,10 @@
 #include "app/diagram/diagram_geometry.h"
 #include "app/diagram/diagram_graph.h"
 
+#include <QSet>
 #include <QStringList>
+
+#include <array>
 
 namespace app {
 
@@ -14,7 +17,11 @@ struct diagram_row
     diagram_mark mark = diagram_mark::none;
     bool isTransient = false;
     bool isTargetMissing = false;
-    bool isRest = false; ///< "… 12 more": no property
+    bool isRest = false; ///< "… 12 more", "show fewer": no property
+    QString type;
+    diagram_traits traits;
+    diagram_change change = diagram_change::none;
+    QString former; ///< a name that is no more
 };
 
 /// An entity as it is shown.
@@ -26,6 +33,9 @@ struct diagram_box
     QString told; ///< plain text for who does not see the diagram
     QList<diagram_row> rows;
     int hidden = 0; ///< neighbours that are not shown
+    diagram_change change = diagram_change::none;
+    QString former;        ///< a name that is no more
+    bool isOpened = false; ///< shows all of many properties
 };
 
 /// A relationship as it is shown.
@@ -38,6 +48,7 @@ struct diagram_line
     QString label;
     QString linkTable; ///< a second line of the label; empty without one
     QString tip;       ///< rich text
+    diagram_change change = diagram_change::none;
 
     /// What stands at the line, from top to bottom.
     [[nodiscard]] QStringList labelTexts() const;
@@ -58,7 +69,16 @@ struct diagram_picture
 };
 
 /// The texts of a piece of a graph, on one line each and without characters that cannot be drawn.
-[[nodiscard]] diagram_contents contentsOf(const diagram_graph & graph, const diagram_piece & piece);
+/// @param opened ids of the entities that show all of their properties
+[[nodiscard]] diagram_contents contentsOf(const diagram_graph & graph, const diagram_piece & piece,
+                                          const QSet<long> & opened = {});
+
+/// What tells a change beside its colour: "+"; empty without a change.
+[[nodiscard]] QString changeSign(diagram_change change);
+/// The same in words.
+[[nodiscard]] QString changeWord(diagram_change change);
+/// What the traits of a column are called, "NN" first; an empty text for one that it does not have.
+[[nodiscard]] std::array<QString, 3> traitSigns(const diagram_traits & traits);
 
 /// The few letters for `mark` before a row; empty for none.
 [[nodiscard]] QString markText(diagram_mark mark);

@@ -1,6 +1,9 @@
 #include "app/diagram/diagram_graph.h"
 
+#include "app/diagram/diagram_changes.h"
+
 #include "model/project.h"
+#include "model/property_type.h"
 
 #include <algorithm>
 
@@ -21,20 +24,22 @@ struct held_relation
     bool isMandatory = false;
     QString name;
     QString linkTable;
+    diagram_change change = diagram_change::none;
 };
 
 using property_index = QHash<std::pair<int, long>, int>;
 
 diagram_mark markOf(const model::property & property)
 {
-    if (property.isIdentifier()) {
-        return diagram_mark::key;
-    }
     const std::shared_ptr<relationship> relation = property.getRelation();
+    const bool isReference = relation && relation->hasColumns();
+    if (property.isIdentifier()) {
+        return isReference ? diagram_mark::key_reference : diagram_mark::key;
+    }
     if (!relation) {
         return diagram_mark::none;
     }
-    if (relation->hasColumns()) {
+    if (isReference) {
         return diagram_mark::reference;
     }
     return relation->getType() == relationship::one_to_many ? diagram_mark::one_to_many
@@ -97,6 +102,7 @@ diagram_relation relationOf(const held_relation & held)
     result.holder = held.holder;
     result.name = held.name;
     result.linkTable = held.linkTable;
+    result.change = held.change;
     const bool isOneAtTarget =
         held.type == relationship::many_to_one || held.type == relationship::one_to_one;
     result.from = isOneAtTarget ? held.target : held.holder;
@@ -133,6 +139,9 @@ QList<diagram_relation> relationsOf(const QList<held_relation> & held)
         if (relation.linkTable.isEmpty()) {
             relation.linkTable = inverse.linkTable;
         }
+        if (relation.change == diagram_change::none) {
+            relation.change = inverse.change;
+        }
         result.append(std::move(relation));
     }
     return result;
@@ -155,50 +164,121 @@ held_relation heldRelation(const model::property & property, int holder, int tar
     return held;
 }
 
-/// Copies the properties of `from` and appends its relationships to `held`.
-void copyProperties(const model::entity & from, int index, const QHash<long, int> & indexes,
-                    diagram_entity & to, QList<held_relation> & held)
+/// What is told of columns; nothing of a property without any.
+void describeColumns(const model::property & property, diagram_property & copy)
 {
-    const auto properties = from.getListOfProperty(true, true, false)->values();
-    to.properties.reserve(static_cast<qsizetype>(properties.size()));
-    for (const std::shared_ptr<model::property> & property : properties) {
-        if (!property) {
-            continue;
+    const std::shared_ptr<relationship> relation = property.getRelation();
+    if (relation && !relation->hasColumns()) {
+        return;
+    }
+    const std::shared_ptr<model::property_type> type = property.getType();
+    copy.type = type ? type->getPrimitiveType(-1) : QString();
+    if (!property.isTransient()) {
+        copy.traits = {!property.isIdentifier() && !property.getAllowNull(), property.getUnique(),
+                       property.isIndex()};
+    }
+}
+
+/// Copies entities and what they hold into the lists of a graph.
+class graph_copy
+{
+public:
+    graph_copy(const QHash<long, int> & indexes, const diagram_changes & changes)
+        : m_indexes(indexes), m_changes(changes)
+    {
+    }
+
+    /// The relationships of the properties that were copied.
+    [[nodiscard]] const QList<held_relation> & held() const { return m_held; }
+
+    void copyProperties(const model::entity & from, int index, diagram_entity & to)
+    {
+        const auto properties = from.getListOfProperty(true, true, false)->values();
+        to.properties.reserve(static_cast<qsizetype>(properties.size()));
+        const bool isGone = to.change == diagram_change::dropped;
+        for (const std::shared_ptr<model::property> & property : properties) {
+            if (property) {
+                const object_changes * const changed =
+                    isGone ? nullptr : m_changes.ofProperty(property->getId());
+                copyProperty(*property, index, changed ? *changed : object_changes(), to);
+            }
         }
-        diagram_property copy{property->getName(), markOf(*property), property->isTransient(), false};
-        if (const std::shared_ptr<relationship> relation = property->getRelation()) {
-            const int target = indexes.value(relation->getEntityTargetId(), -1);
+        for (const std::shared_ptr<model::property> & property : m_changes.droppedOf(from.getId())) {
+            copyProperty(*property, index, {diagram_change::dropped, {}, {}}, to);
+        }
+    }
+
+private:
+    void copyProperty(const model::property & property, int index, const object_changes & changed,
+                      diagram_entity & to)
+    {
+        diagram_property copy;
+        copy.name = property.getName();
+        copy.mark = markOf(property);
+        copy.isTransient = property.isTransient();
+        describeColumns(property, copy);
+        copy.change = changed.change;
+        copy.former = changed.former;
+        copy.later = changed.later;
+        if (const std::shared_ptr<relationship> relation = property.getRelation()) {
+            const int target = m_indexes.value(relation->getEntityTargetId(), -1);
             copy.isTargetMissing = target < 0;
-            if (target >= 0 && !property->isTransient()) {
-                held.append(heldRelation(*property, index, target));
+            if (target >= 0 && !property.isTransient()) {
+                m_held.append(heldRelation(property, index, target));
+                // With an entity goes what it refers to.
+                const bool isWhole =
+                    to.change == diagram_change::added || to.change == diagram_change::dropped;
+                m_held.last().change = isWhole ? to.change : copy.change;
             }
         }
         to.properties.append(std::move(copy));
     }
+
+    const QHash<long, int> & m_indexes;
+    const diagram_changes & m_changes;
+    QList<held_relation> m_held;
+};
+
+std::vector<std::shared_ptr<model::entity>> entitiesOf(const model::project & project)
+{
+    const std::shared_ptr<model::project::list_of_entity> list = project.getListOfAllEntities();
+    std::vector<std::shared_ptr<model::entity>> entities;
+    if (list) {
+        entities = list->values();
+    }
+    std::erase(entities, nullptr);
+    return entities;
 }
 
 } // namespace
 
-diagram_graph::diagram_graph(const model::project & project)
+diagram_graph::diagram_graph(const model::project & project) : diagram_graph(project, diagram_changes()) {}
+
+diagram_graph::diagram_graph(const model::project & project, const diagram_changes & changes)
 {
-    const std::shared_ptr<model::project::list_of_entity> list = project.getListOfAllEntities();
-    if (!list) {
-        return;
-    }
-    std::vector<std::shared_ptr<model::entity>> entities = list->values();
-    std::erase(entities, nullptr);
+    std::vector<std::shared_ptr<model::entity>> entities = entitiesOf(project);
+    entities.insert(entities.end(), changes.droppedEntities().begin(), changes.droppedEntities().end());
     m_indexes.reserve(static_cast<qsizetype>(entities.size()));
     m_entities.reserve(static_cast<qsizetype>(entities.size()));
     for (const std::shared_ptr<model::entity> & entity : entities) {
+        const object_changes * const found = changes.ofEntity(entity->getId());
+        const object_changes changed = found ? *found : object_changes();
         m_indexes.insert(entity->getId(), count());
-        m_entities.append(
-            {entity->getId(), entity->getName(), entity->getTableName(), entity->getVersion(), {}});
+        m_entities.append({entity->getId(),
+                           entity->getName(),
+                           entity->getTableName(),
+                           entity->getVersion(),
+                           {},
+                           changed.change,
+                           changed.former,
+                           changed.later,
+                           changes.linesOf(entity->getId())});
     }
-    QList<held_relation> held;
+    graph_copy copy(m_indexes, changes);
     for (int i = 0; i < count(); ++i) {
-        copyProperties(*entities[static_cast<std::size_t>(i)], i, m_indexes, m_entities[i], held);
+        copy.copyProperties(*entities[static_cast<std::size_t>(i)], i, m_entities[i]);
     }
-    m_relations = app::relationsOf(held);
+    m_relations = app::relationsOf(copy.held());
     connectRelations();
 }
 
@@ -274,6 +354,23 @@ diagram_piece diagram_graph::neighbourhood(int centre, int distance, int most) c
             }
         }
         ring = std::move(next);
+    }
+    completePiece(piece);
+    return piece;
+}
+
+diagram_piece diagram_graph::changed(int most) const
+{
+    diagram_piece piece;
+    for (int i = 0; i < count(); ++i) {
+        if (m_entities[i].change == diagram_change::none) {
+            continue;
+        }
+        if (static_cast<int>(piece.entities.size()) < most) {
+            piece.entities.append(i);
+        } else {
+            ++piece.leftOut;
+        }
     }
     completePiece(piece);
     return piece;

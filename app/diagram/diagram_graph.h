@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <span>
 
@@ -11,6 +12,18 @@ class project;
 }
 
 namespace app {
+
+class diagram_changes;
+
+/// What happened to an object from one version to another.
+enum class diagram_change
+{
+    none,
+    added,
+    dropped,
+    changed,
+    renamed
+};
 
 /// How many objects at this end of a relationship belong to one at the other end.
 enum class diagram_end
@@ -25,9 +38,18 @@ enum class diagram_mark
 {
     none,
     key,
-    reference,   ///< a relationship whose columns lie in the table
-    one_to_many, ///< a relationship without columns, seen from its "one" side
+    key_reference, ///< both: a key whose columns refer to another table
+    reference,     ///< a relationship whose columns lie in the table
+    one_to_many,   ///< a relationship without columns, seen from its "one" side
     many_to_many
+};
+
+/// What holds for each value of a property's columns.
+struct diagram_traits
+{
+    bool isNotNull = false; ///< not told of keys, which never are null
+    bool isUnique = false;
+    bool isIndexed = false;
 };
 
 struct diagram_property
@@ -36,6 +58,11 @@ struct diagram_property
     diagram_mark mark = diagram_mark::none;
     bool isTransient = false;
     bool isTargetMissing = false; ///< a relationship to an entity that the project does not have
+    QString type;                 ///< C++ type or enumeration; empty for a property without columns
+    diagram_traits traits;
+    diagram_change change = diagram_change::none;
+    QString former; ///< of what was renamed: the name that it had
+    QString later;  ///< the name that it has, when that is the one in the database
 };
 
 struct diagram_entity
@@ -44,7 +71,11 @@ struct diagram_entity
     QString name;
     QString tableName; ///< as given in the model, empty when the name is the table's
     long version = 0;
-    QList<diagram_property> properties; ///< in model order
+    QList<diagram_property> properties; ///< in model order, then those that were dropped
+    diagram_change change = diagram_change::none;
+    QString former;      ///< of what was renamed: the name that it had
+    QString later;       ///< the name that it has, when that is the one in the database
+    QStringList changes; ///< one line each
 };
 
 /// A relationship; both directions of an inverse pair are one.
@@ -58,6 +89,7 @@ struct diagram_relation
     QString name;
     QString inverseName; ///< the property on the other side, empty without one
     QString linkTable;   ///< of a many-to-many relationship
+    diagram_change change = diagram_change::none;
 };
 
 /// What of a graph is to be seen: indexes into its lists.
@@ -77,6 +109,8 @@ public:
     /// Takes time in proportion to the number of properties. Transient relationships, and those whose target
     /// is missing, connect nothing.
     explicit diagram_graph(const model::project & project);
+    /// The same with what changed: what was dropped comes last.
+    diagram_graph(const model::project & project, const diagram_changes & changes);
 
     [[nodiscard]] const QList<diagram_entity> & entities() const { return m_entities; }
     [[nodiscard]] const QList<diagram_relation> & relations() const { return m_relations; }
@@ -91,6 +125,9 @@ public:
     /// The entities that can be reached from `centre` (an index) over at most `distance` relationships in
     /// either direction, nearest first, `most` at the most.
     [[nodiscard]] diagram_piece neighbourhood(int centre, int distance, int most) const;
+
+    /// The entities that changed, in the graph's order, `most` at the most.
+    [[nodiscard]] diagram_piece changed(int most) const;
 
 private:
     void connectRelations();

@@ -1,10 +1,13 @@
 #include "app/window/changes_controller.h"
 
 #include "app/window/changes/changes_panel.h"
+#include "app/diagram/diagram_changes.h"
+#include "app/window/diagram/diagram_panel.h"
 #include "app/window/project_session.h"
 #include "app/window/version_comparison.h"
 
 #include "model/project.h"
+#include "tools/visible_text.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -14,12 +17,13 @@
 namespace app {
 
 changes_controller::changes_controller(project_session & session, changes_panel & panel,
-                                       version_comparison & comparison, QWidget * window)
-    : QObject(window), m_session(session), m_panel(panel), m_comparison(comparison)
+                                       diagram_panel & diagram, version_comparison & comparison,
+                                       QWidget * window)
+    : QObject(window), m_session(session), m_panel(panel), m_diagram(diagram), m_comparison(comparison)
 {
-    connect(&m_session, &project_session::projectChanged, this, &changes_controller::projectChanged);
     connect(&m_session, &project_session::heldChanged, this, &changes_controller::refresh);
     connect(&m_panel, &changes_panel::comparisonWanted, this, &changes_controller::refresh);
+    connect(&m_diagram, &diagram_panel::changesWanted, this, &changes_controller::setMarked);
 }
 
 void changes_controller::projectChanged()
@@ -29,45 +33,69 @@ void changes_controller::projectChanged()
         m_panel.forgetChoice();
     }
     m_sShown.clear();
+    m_sMarked.clear();
     refresh();
+}
+
+QString changes_controller::stateOfVersions() const
+{
+    const QFileInfo file(m_session.file());
+    return QStringList{m_session.file(), QString::number(file.lastModified().toMSecsSinceEpoch()),
+                       QString::number(file.size()), QString::number(m_panel.from()),
+                       QString::number(m_panel.to())}
+        .join(u'\n');
 }
 
 QString changes_controller::stateOfAll() const
 {
-    const QFileInfo file(m_session.file());
-    const QFileInfo accepted(file.dir().filePath(QStringLiteral("korvane-check.json")));
-    const auto timeOf = [](const QFileInfo & of) {
-        return QString::number(of.lastModified().toMSecsSinceEpoch());
-    };
-    return QStringList{m_session.file(),
-                       timeOf(file),
-                       QString::number(file.size()),
-                       timeOf(accepted),
-                       QString::number(m_panel.from()),
-                       QString::number(m_panel.to()),
+    const QFileInfo accepted(
+        QFileInfo(m_session.file()).dir().filePath(QStringLiteral("korvane-check.json")));
+    return QStringList{stateOfVersions(), QString::number(accepted.lastModified().toMSecsSinceEpoch()),
                        m_panel.database()}
         .join(u'\n');
 }
 
 void changes_controller::refresh()
 {
-    if (!m_session.project() || m_session.isHeld() || !m_panel.isVisible() || m_sShown == stateOfAll()) {
+    if (!m_session.project() || m_session.isHeld()) {
         return;
     }
+    const bool isShown = m_panel.isVisible() && m_sShown != stateOfAll();
+    const bool isMarked = m_diagram.wantsChanges() && m_sMarked != stateOfVersions();
+    if ((!isShown && !isMarked) || !listVersions()) {
+        return;
+    }
+    if (isShown) {
+        m_sShown = stateOfAll();
+        compare();
+    }
+    if (isMarked) {
+        m_sMarked = stateOfVersions();
+        markChanges();
+    }
+}
+
+bool changes_controller::listVersions()
+{
     QList<storage::history::version> versions;
     if (const QSqlError error = storage::history::list(m_session.file(), versions); error.isValid()) {
         m_panel.showProblem(error.text());
-        return;
+        m_diagram.hideChanges(tools::visibleText(error.text()));
+        return false;
     }
     m_panel.setVersions(versions);
-    m_sShown = stateOfAll();
-    if (versions.isEmpty()) {
-        m_panel.showProblem(tr("'%1' has no version yet, so there is nothing to compare it with.\n"
-                               "\"Actions > Tag project state…\" makes one.")
-                                .arg(m_session.project()->getName()));
-        return;
+    if (!versions.isEmpty()) {
+        return true;
     }
-    compare();
+    m_sShown = stateOfAll();
+    m_sMarked = stateOfVersions();
+    m_panel.showProblem(tr("'%1' has no version yet, so there is nothing to compare it with.\n"
+                           "\"Actions > Tag project state…\" makes one.")
+                            .arg(m_session.project()->getName()));
+    if (m_diagram.wantsChanges()) {
+        m_diagram.hideChanges(tr("no version yet to compare it with"));
+    }
+    return false;
 }
 
 void changes_controller::compare()
@@ -81,6 +109,30 @@ void changes_controller::compare()
         return;
     }
     m_panel.showReport(report, note);
+}
+
+void changes_controller::markChanges()
+{
+    diff_report report;
+    if (const zk::ZkBool compared = m_comparison.compareModels(m_panel.from(), m_panel.to(), report);
+        !compared) {
+        m_diagram.hideChanges(tools::visibleText(compared.getDesc()));
+        return;
+    }
+    const model::project & before = *report.states.before;
+    const model::project & after = *report.states.after;
+    m_diagram.showChanges(after, diagram_changes(before, after, report.changes),
+                          tr("changes from %1 to %2").arg(report.states.from, report.states.to));
+}
+
+void changes_controller::setMarked(bool isWanted)
+{
+    if (!isWanted) {
+        m_sMarked.clear();
+        m_diagram.hideChanges();
+        return;
+    }
+    refresh();
 }
 
 } // namespace app

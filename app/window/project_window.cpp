@@ -73,7 +73,8 @@ project_window::project_window(QWidget * parent)
       m_pExports(new export_controller(*m_pSession, m_pPanes->messages(), m_pPanes->scripts(), this)),
       m_pComparison(std::make_unique<version_comparison>(*m_pSession, *m_pExports, m_found)),
       m_pProjects(new project_commands(*m_pSession, m_pPanes->messages(), *m_pComparison, this)),
-      m_pChanges(new changes_controller(*m_pSession, m_pPanes->changes(), *m_pComparison, this)),
+      m_pChanges(new changes_controller(*m_pSession, m_pPanes->changes(), m_pPanes->diagram(), *m_pComparison,
+                                        this)),
       m_pChecks(new check_controller(*m_pSession, m_pPanes->messages(), *m_pExports, this)),
       m_pMenus(new window_menus(*this, {*m_pProjects, *m_pExports, *m_pChecks, *m_pPanes, m_found})),
       m_lblModel(new QLabel), m_lblFindings(new QLabel)
@@ -134,6 +135,8 @@ void project_window::createHoldNotice()
 void project_window::connectSession()
 {
     connect(m_pSession, &project_session::projectChanged, this, &project_window::projectChanged);
+    // After the window: the diagram has the project by then.
+    connect(m_pSession, &project_session::projectChanged, m_pChanges, &changes_controller::projectChanged);
     connect(m_pSession, &project_session::fileLost, this, &project_window::fileLost);
     connect(m_pSession, &project_session::lostChanged, this, &project_window::updateTitle);
     connect(m_pSession, &project_session::heldChanged, this, &project_window::heldChanged);

@@ -31,17 +31,23 @@ plugin::statement_source * version_comparison::statements() const
     return nullptr;
 }
 
+ZkBool version_comparison::compareModels(int from, int to, diff_report & report) const
+{
+    const tools::wait_cursor cursor;
+    const auto of = std::make_shared<source>();
+    if (const ZkBool opened = of->open(m_session.file()); !opened) {
+        return opened;
+    }
+    of->takeState(m_session.project());
+    return compareVersions(of, from, to, report);
+}
+
 ZkBool version_comparison::compare(int from, int to, const QString & database, diff_report & report,
                                    QString & note)
 {
     const tools::wait_cursor cursor;
     const session_hold hold(m_session);
-    const auto of = std::make_shared<source>();
-    ZkBool result = of->open(m_session.file());
-    if (result) {
-        of->takeState(m_session.project());
-        result = compareVersions(of, from, to, report);
-    }
+    ZkBool result = compareModels(from, to, report);
     plugin::statement_source * const offered = statements();
     if (!result || !offered) {
         return result;

@@ -25,6 +25,8 @@ public:
     /// A failure is one line.
     [[nodiscard]] zk::ZkBool compare(int from, int to, const QString & database, diff_report & report,
                                      QString & note);
+    /// The same without statements and findings.
+    [[nodiscard]] zk::ZkBool compareModels(int from, int to, diff_report & report) const;
     /// What an import of the text file `text` would change.
     [[nodiscard]] zk::ZkBool compareWithText(const QString & text, diff_report & report) const;
 

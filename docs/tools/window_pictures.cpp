@@ -14,6 +14,8 @@
 #include <QRegularExpression>
 #include <QTabWidget>
 
+#include <array>
+
 using support::modal_driver;
 
 namespace pictures {
@@ -132,6 +134,40 @@ public:
         m_bench.find<QWidget>("m_btnCloseFind")->setFocus();
         QTest::mouseClick(m_bench.find<QWidget>("m_btnCloseFind"), Qt::LeftButton);
     }
+    void marks()
+    {
+        static const QRegularExpression version(QStringLiteral("\"version\": \\d+, *"));
+        static const QRegularExpression note(QStringLiteral("\\{ \"id\": 18,.*?\\] \\},"),
+                                             QRegularExpression::DotMatchesEverythingOption);
+        QString text = QString::fromUtf8(sample()).remove(version).remove(note);
+        text.replace(QLatin1String("\"t_scan\""), QLatin1String("\"t_entry\""));
+        text.replace(QLatin1String("\"t_visitor\""), QLatin1String("\"t_guest\""));
+        text.replace(QLatin1String("\"name\": \"length\", \"type\""),
+                     QLatin1String("\"name\": \"duration\", \"index\": true, \"type\""));
+        text.replace(QLatin1String("\"name\": \"visitor\", \"tableName\""),
+                     QLatin1String("\"name\": \"guest\", \"tableName\""));
+        text.remove(QLatin1String(",\n        {\"id\": 155, \"name\": \"language\", \"type\": \"QString\"}"));
+        text.replace(QLatin1String("\"type\": \"QByteArray\""),
+                     QLatin1String("\"type\": \"QUuid\", \"unique\": true"));
+        text.replace(
+            QLatin1String("{ \"id\": 22,"),
+            QLatin1String("{ \"id\": 30, \"name\": \"sponsor\", \"properties\": ["
+                          "{\"id\": 300, \"name\": \"id\", \"type\": \"long\", \"identifier\": true},"
+                          "{\"id\": 301, \"name\": \"concert\", \"relationship\": {\"id\": 520, "
+                          "\"type\": \"many-to-one\", \"target\": 14}}] }, { \"id\": 22,"));
+        m_bench.import(text.toUtf8());
+        m_bench.action("m_actReload")->trigger();
+        m_bench.action("m_actGoDiagram")->trigger();
+        m_bench.action("m_actMarkChanges")->trigger();
+        const std::array docks{m_bench.find<QWidget>("m_pMessageDock"), m_bench.find<QWidget>("m_pTreeDock")};
+        for (QWidget * const dock : docks) {
+            dock->hide();
+        }
+        take("window_marks");
+        for (QWidget * const dock : docks) {
+            dock->show();
+        }
+    }
     void lostFile()
     {
         modal_driver driver({[this](QWidget * w) {
@@ -209,6 +245,7 @@ void takeWindow(const QDir & folder, const QString & scheme, bool all)
         camera.find();
     }
     camera.failure();
+    camera.marks();
     if (all) {
         camera.lostFile();
     }

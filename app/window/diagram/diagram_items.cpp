@@ -1,10 +1,10 @@
 #include "app/window/diagram/diagram_items.h"
 
 #include "app/window/diagram/diagram_marks.h"
+#include "app/window/diagram/diagram_text.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
-#include <QStyleOptionGraphicsItem>
 
 #include <algorithm>
 #include <cmath>
@@ -14,15 +14,14 @@ namespace app {
 namespace {
 
 constexpr qreal SmallestWidth = 110;
-constexpr qreal LargestWidth = 280;
+constexpr qreal LargestWidth = 340;
 constexpr qreal LargestLabel = 170;
 constexpr qreal LabelMargin = 3; // between the text and the line beside it
 constexpr qreal Padding = 9;
-constexpr qreal MarkGap = 7;
+constexpr qreal TitleGap = 7;
 constexpr qreal Radius = 5;
 constexpr qreal RowsMargin = 4;
 constexpr qreal Halo = 12; // what a box draws around itself: the focus, the number of hidden neighbours
-constexpr qreal LegibleZoom = 0.3;
 
 // Rising.
 constexpr qreal LineLayer = 0;
@@ -30,29 +29,6 @@ constexpr qreal ChosenLineLayer = 1;
 constexpr qreal LabelLayer = 2;
 constexpr qreal BoxLayer = 3;
 
-QColor markColor(diagram_mark mark, const diagram_style & style)
-{
-    return mark == diagram_mark::key         ? style.key
-           : mark == diagram_mark::reference ? style.reference
-                                             : style.collection;
-}
-
-qreal markWidth(const diagram_box & box, const diagram_style & style)
-{
-    const QFontMetricsF metrics(style.small);
-    qreal width = 0;
-    for (const diagram_row & row : box.rows) {
-        width = std::max(width, metrics.horizontalAdvance(markText(row.mark)));
-    }
-    return width == 0 ? 0 : width + MarkGap;
-}
-
-QFont rowFont(const diagram_row & row, const diagram_style & style)
-{
-    QFont font = style.text;
-    font.setItalic(row.isTransient);
-    return font;
-}
 
 qreal headerHeight(const diagram_style & style)
 {
@@ -69,33 +45,38 @@ qreal labelRowHeight(const diagram_style & style)
     return std::ceil(QFontMetricsF(style.small).height());
 }
 
-bool isLegible(const QPainter & painter)
+/// A piece of the line above the rows of a box.
+struct title_part
 {
-    return QStyleOptionGraphicsItem::levelOfDetailFromTransform(painter.worldTransform()) >= LegibleZoom;
+    QString text;
+    bool isStruckOut = false;
+};
+
+/// The sign of a change, the former name, the name.
+QList<title_part> titleOf(const diagram_box & box)
+{
+    QList<title_part> parts{{changeSign(box.change), false},
+                            {box.former, true},
+                            {box.name, box.change == diagram_change::dropped}};
+    parts.removeIf([](const title_part & part) { return part.text.isEmpty(); });
+    return parts;
 }
 
-/// Draws one line of text, cut where it does not fit, in the middle of the height of `place`.
-void drawLine(QPainter & painter, const QRectF & place, const QFont & font, const QString & text,
-              bool centred = false)
+qreal titleWidth(const diagram_box & box, const diagram_style & style)
 {
-    const QFontMetricsF metrics(font);
-    // Half a pixel more: a text that just fits must not lose its end to rounding.
-    const QString shown = metrics.elidedText(text, Qt::ElideRight, place.width() + 0.5);
-    const qreal left = centred ? place.center().x() - metrics.horizontalAdvance(shown) / 2 : place.left();
-    const qreal top = place.top() + (place.height() - metrics.height()) / 2;
-    painter.setFont(font);
-    painter.drawText(QPointF(left, top + metrics.ascent()), shown);
+    const QFontMetricsF metrics(style.heading);
+    qreal width = -TitleGap;
+    for (const title_part & part : titleOf(box)) {
+        width += TitleGap + metrics.horizontalAdvance(part.text);
+    }
+    return width;
 }
 
 } // namespace
 
 QSizeF boxSize(const diagram_box & box, const diagram_style & style)
 {
-    qreal width = QFontMetricsF(style.heading).horizontalAdvance(box.name);
-    const qreal gutter = markWidth(box, style);
-    for (const diagram_row & row : box.rows) {
-        width = std::max(width, gutter + QFontMetricsF(rowFont(row, style)).horizontalAdvance(row.text));
-    }
+    const qreal width = std::max(titleWidth(box, style), diagram_rows(box.rows, style).width());
     const qreal rows = static_cast<qreal>(box.rows.size()) * style.rowHeight();
     return {std::ceil(std::clamp(width + 2 * Padding, SmallestWidth, LargestWidth)),
             std::ceil(headerHeight(style) + (box.rows.isEmpty() ? 0 : rows + 2 * RowsMargin))};
@@ -116,7 +97,7 @@ QSizeF labelSize(const diagram_line & line, const diagram_style & style)
 }
 
 diagram_box_item::diagram_box_item(const diagram_box & box, const QRectF & place, const diagram_style & style)
-    : m_box(box), m_place(place), m_style(style)
+    : m_box(box), m_place(place), m_style(style), m_rows(m_box.rows, m_style)
 {
     setZValue(BoxLayer);
     setToolTip(box.tip);
@@ -153,9 +134,9 @@ void diagram_box_item::paint(QPainter * painter, const QStyleOptionGraphicsItem 
     painter->setBrush(m_style.body);
     painter->drawRoundedRect(inner, Radius, Radius);
     paintHeader(*painter);
-    paintRows(*painter);
+    m_rows.draw(*painter, rowsPlace());
     painter->setBrush(Qt::NoBrush);
-    painter->setPen(m_bChosen ? QPen(m_style.highlight, 2.5) : QPen(m_style.frame, 1));
+    painter->setPen(framePen());
     painter->drawRoundedRect(inner, Radius, Radius);
     paintHidden(*painter);
     if (m_bCursorHere) {
@@ -170,7 +151,7 @@ void diagram_box_item::paintHeader(QPainter & painter) const
     const QRectF inner = m_place.adjusted(0.5, 0.5, -0.5, -0.5);
     QRectF header = inner;
     header.setHeight(headerHeight(m_style) - 0.5);
-    painter.setBrush(m_bChosen ? m_style.chosenHeader : m_style.header);
+    painter.setBrush(m_bChosen ? m_style.chosenHeader : m_style.headerOf(m_box.change));
     painter.drawRoundedRect(header, Radius, Radius);
     if (!m_box.rows.isEmpty()) {
         // Only the upper corners are round.
@@ -178,37 +159,47 @@ void diagram_box_item::paintHeader(QPainter & painter) const
         painter.setPen(QPen(m_style.frame, 1));
         painter.drawLine(header.bottomLeft(), header.bottomRight());
     }
-    painter.setPen(m_style.ink);
-    const QRectF text(m_place.left() + Padding, header.top(), m_place.width() - 2 * Padding, header.height());
-    drawLine(painter, text, m_style.heading, m_box.name, true);
+    paintTitle(painter, QRectF(m_place.left() + Padding, header.top(), m_place.width() - 2 * Padding,
+                               header.height()));
 }
 
-void diagram_box_item::paintRows(QPainter & painter) const
+QPen diagram_box_item::framePen() const
 {
-    const qreal gutter = markWidth(m_box, m_style);
-    const qreal height = m_style.rowHeight();
-    QRectF place = m_place.adjusted(Padding, headerHeight(m_style) + RowsMargin, -Padding, 0);
-    place.setHeight(height);
-    for (const diagram_row & row : m_box.rows) {
-        if (const QString mark = markText(row.mark); !mark.isEmpty()) {
-            painter.setPen(markColor(row.mark, m_style));
-            drawLine(painter, place, m_style.small, mark);
-        }
-        const QRectF text = place.adjusted(gutter, 0, 0, 0);
-        if (!isLegible(painter)) {
-            // From afar a box is to look as full as it is.
-            QRectF bar = text.adjusted(0, height * 0.35, 0, -height * 0.35);
-            bar.setWidth(std::min(bar.width(), QFontMetricsF(m_style.text).horizontalAdvance(row.text)));
-            painter.fillRect(bar, m_style.frame);
-            place.translate(0, height);
-            continue;
-        }
-        painter.setPen(row.isTargetMissing             ? m_style.warning
-                       : row.isRest || row.isTransient ? m_style.quietInk
-                                                       : m_style.ink);
-        drawLine(painter, text, rowFont(row, m_style), row.text);
-        place.translate(0, height);
+    if (m_bChosen) {
+        return {m_style.highlight, 2.5};
     }
+    const bool isGone = m_box.change == diagram_change::dropped;
+    return m_box.change == diagram_change::none
+               ? QPen(m_style.frame, 1)
+               : QPen(m_style.colorOf(m_box.change), 1.6, isGone ? Qt::DashLine : Qt::SolidLine);
+}
+
+void diagram_box_item::paintTitle(QPainter & painter, QRectF place) const
+{
+    const QFontMetricsF metrics(m_style.heading);
+    painter.setPen(m_style.ink);
+    place.adjust(std::max(qreal(0), place.width() - titleWidth(m_box, m_style)) / 2, 0, 0, 0);
+    for (const title_part & part : titleOf(m_box)) {
+        drawTextLine(painter, place, part.isStruckOut ? struckOut(m_style.heading) : m_style.heading,
+                     part.text);
+        const qreal next = place.left() + metrics.horizontalAdvance(part.text) + TitleGap;
+        place.setLeft(std::min(next, place.right()));
+    }
+}
+
+QRectF diagram_box_item::rowsPlace() const
+{
+    return m_place.adjusted(Padding, headerHeight(m_style) + RowsMargin, -Padding, -RowsMargin);
+}
+
+QRectF diagram_box_item::restPlace() const
+{
+    if (m_box.rows.isEmpty() || !m_box.rows.constLast().isRest) {
+        return {};
+    }
+    QRectF place = rowsPlace();
+    place.setTop(place.bottom() - m_style.rowHeight());
+    return place;
 }
 
 void diagram_box_item::paintHidden(QPainter & painter) const
@@ -224,7 +215,7 @@ void diagram_box_item::paintHidden(QPainter & painter) const
     painter.setBrush(m_style.canvas);
     painter.drawRoundedRect(pill, size.height() / 2, size.height() / 2);
     painter.setPen(m_style.ink);
-    drawLine(painter, pill, m_style.small, text, true);
+    drawTextLine(painter, pill, m_style.small, text, true);
 }
 
 diagram_line_item::diagram_line_item(const diagram_line & line, const diagram_route & route,
@@ -257,8 +248,13 @@ QPainterPath diagram_line_item::shape() const
 void diagram_line_item::paint(QPainter * painter, const QStyleOptionGraphicsItem *, QWidget *)
 {
     painter->setBrush(Qt::NoBrush);
-    painter->setPen(QPen(m_bChosen ? m_style.highlight : m_style.line, m_bChosen ? 2.2 : 1.3, Qt::SolidLine,
-                         Qt::RoundCap, Qt::RoundJoin));
+    const bool isChange = m_line.change != diagram_change::none;
+    const bool isGone = m_line.change == diagram_change::dropped;
+    painter->setPen(QPen(m_bChosen  ? m_style.highlight
+                         : isChange ? m_style.colorOf(m_line.change)
+                                    : m_style.line,
+                         m_bChosen ? 2.2 : 1.3, isGone ? Qt::DashLine : Qt::SolidLine, Qt::RoundCap,
+                         Qt::RoundJoin));
     painter->drawPath(m_path);
     drawMark(*painter, m_path, m_from, m_line.fromEnd, m_style.canvas);
     drawMark(*painter, m_path.toReversed(), m_to, m_line.toEnd, m_style.canvas);
@@ -295,9 +291,12 @@ void diagram_label_item::paint(QPainter * painter, const QStyleOptionGraphicsIte
     for (const QString & text : m_line.labelTexts()) {
         QFont font = m_style.small;
         const bool isLinkTable = text == m_line.linkTable;
-        painter->setPen(isLinkTable ? m_style.collection : m_bChosen ? m_style.ink : m_style.quietInk);
+        painter->setPen(isLinkTable                             ? m_style.collection
+                        : m_line.change != diagram_change::none ? m_style.colorOf(m_line.change)
+                        : m_bChosen                             ? m_style.ink
+                                                                : m_style.quietInk);
         font.setItalic(isLinkTable);
-        drawLine(*painter, place, font, text, true);
+        drawTextLine(*painter, place, font, text, true);
         place.translate(0, place.height());
     }
 }

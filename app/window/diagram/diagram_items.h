@@ -1,9 +1,11 @@
 #pragma once
 
 #include "app/diagram/diagram_contents.h"
+#include "app/window/diagram/diagram_rows.h"
 #include "app/window/diagram/diagram_style.h"
 
 #include <QGraphicsItem>
+#include <QPen>
 
 namespace app {
 
@@ -27,6 +29,8 @@ public:
     [[nodiscard]] QRectF place() const { return m_place; }
     void setChosen(bool chosen);
     void setCursorHere(bool here);
+    /// The row that opens and closes the box; empty when it shows all that there is.
+    [[nodiscard]] QRectF restPlace() const;
 
     [[nodiscard]] int type() const override { return Type; }
     [[nodiscard]] QRectF boundingRect() const override;
@@ -35,12 +39,15 @@ public:
 
 private:
     void paintHeader(QPainter & painter) const;
-    void paintRows(QPainter & painter) const;
+    void paintTitle(QPainter & painter, QRectF place) const;
     void paintHidden(QPainter & painter) const;
+    [[nodiscard]] QPen framePen() const;
+    [[nodiscard]] QRectF rowsPlace() const;
 
     diagram_box m_box;
     QRectF m_place;
     const diagram_style & m_style;
+    diagram_rows m_rows; ///< those of the box
     bool m_bChosen = false;
     bool m_bCursorHere = false;
 };

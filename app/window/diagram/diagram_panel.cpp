@@ -2,10 +2,12 @@
 
 #include "app/diagram/diagram_layout.h"
 #include "app/window/diagram/diagram_image.h"
+#include "app/window/diagram/diagram_legend.h"
 #include "app/window/diagram/diagram_view.h"
 
 #include "model/project.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QEvent>
 #include <QLabel>
@@ -22,11 +24,17 @@ constexpr int LargestPiece = 60; // entities of a neighbourhood: more of them ma
 
 void diagram_panel::setProject(const std::shared_ptr<model::project> & project)
 {
-    m_graph = project ? diagram_graph(*project) : diagram_graph();
-    m_sProject = project ? project->getName() : QString();
+    m_graph = m_model = project ? diagram_graph(*project) : diagram_graph();
+    m_bChanges = false;
+    m_sAbout.clear();
+    if (const QString name = project ? project->getName() : QString(); name != m_sProject) {
+        m_sProject = name;
+        m_opened.clear();
+    }
     m_bProject = project != nullptr;
     if (const QString folder = project ? project->getLocation() : QString(); folder != m_sLocation) {
         m_sLocation = m_sFolder = folder;
+        m_opened.clear();
     }
     m_iSelected = 0;
     m_iCentre = -1;
@@ -38,6 +46,40 @@ void diagram_panel::setProject(const std::shared_ptr<model::project> & project)
     m_grvDiagram->fit();
     m_cboDistance->setEnabled(isLarge());
     m_pDistanceMenu->setEnabled(isLarge());
+    refresh();
+}
+
+void diagram_panel::showChanges(const model::project & shown, const diagram_changes & changes,
+                                const QString & about)
+{
+    m_bChanges = true;
+    setGraph(diagram_graph(shown, changes), about);
+}
+
+void diagram_panel::hideChanges(const QString & why)
+{
+    m_bChanges = false;
+    setGraph(m_model, why);
+}
+
+void diagram_panel::setGraph(const diagram_graph & graph, const QString & about)
+{
+    const long centre = m_iCentre < 0 ? 0 : m_graph.entities()[m_iCentre].id;
+    m_graph = graph;
+    m_sAbout = about;
+    m_iCentre = m_graph.indexOf(centre);
+    m_cboDistance->setEnabled(isLarge());
+    m_pDistanceMenu->setEnabled(isLarge());
+    refresh();
+}
+
+void diagram_panel::setOpened(long id, bool isOpened)
+{
+    if (isOpened) {
+        m_opened.insert(id);
+    } else {
+        m_opened.remove(id);
+    }
     refresh();
 }
 
@@ -79,12 +121,19 @@ void diagram_panel::setDistance(int distance)
     }
 }
 
+diagram_piece diagram_panel::pieceToShow() const
+{
+    if (!isLarge()) {
+        return m_graph.everything();
+    }
+    return m_iCentre >= 0 ? m_graph.neighbourhood(m_iCentre, m_iDistance, LargestPiece)
+                          : m_graph.changed(LargestPiece);
+}
+
 void diagram_panel::refresh()
 {
-    const diagram_piece piece = !isLarge()       ? m_graph.everything()
-                                : m_iCentre >= 0 ? m_graph.neighbourhood(m_iCentre, m_iDistance, LargestPiece)
-                                                 : diagram_piece();
-    m_pending = contentsOf(m_graph, piece);
+    const diagram_piece piece = pieceToShow();
+    m_pending = contentsOf(m_graph, piece, m_opened);
     m_sPending = lineAbout(piece);
     const diagram_style style = m_grvDiagram->diagramStyle();
     diagram_request request;
@@ -103,6 +152,7 @@ void diagram_panel::refresh()
         m_grvDiagram->setHint(m_shown.contents.boxes.isEmpty() ? busy : QString());
     }
     showNote({});
+    showLegend();
     m_pLayout->start(request);
     updateCommands();
 }
@@ -127,16 +177,23 @@ QString diagram_panel::reasonOfEmptiness() const
     if (m_graph.count() == 0) {
         return tr("The project has no entities.");
     }
-    return isLarge() && m_iCentre < 0 ? tr("Select an entity in the tree to see it and its neighbours here.")
-                                      : QString();
+    return isLarge() && m_shown.contents.boxes.isEmpty()
+               ? tr("Select an entity in the tree to see it and its neighbours here.")
+               : QString();
 }
 
 QString diagram_panel::lineAbout(const diagram_piece & piece) const
 {
-    const QString all = grouped(m_graph.count());
     if (!m_bProject) {
         return {};
     }
+    const QString line = countLine(piece);
+    return m_sAbout.isEmpty() ? line : QStringLiteral("%1; %2").arg(line, m_sAbout);
+}
+
+QString diagram_panel::countLine(const diagram_piece & piece) const
+{
+    const QString all = grouped(m_graph.count());
     if (!isLarge()) {
         return m_graph.count() == 1 ? tr("1 entity") : tr("All %1 entities").arg(all);
     }
@@ -159,7 +216,7 @@ void diagram_panel::updateCommands()
     const bool isSomething = !m_shown.contents.boxes.isEmpty();
     for (QAction * const command : std::as_const(m_lstCommand)) {
         if (command != m_pDistanceMenu->menuAction()) {
-            command->setEnabled(isSomething);
+            command->setEnabled(command == m_pChanges ? m_bProject : isSomething);
         }
     }
 }
@@ -168,6 +225,13 @@ void diagram_panel::showNote(const QString & note)
 {
     m_lblNote->setText(note);
     m_lblNote->setVisible(!note.isEmpty());
+}
+
+void diagram_panel::showLegend()
+{
+    m_lblLegend->setVisible(!m_pending.boxes.isEmpty());
+    m_lblLegend->setText(diagramLegend(m_grvDiagram->diagramStyle(), m_bChanges));
+    m_lblLegend->setAccessibleName(tr("Legend: %1").arg(toldLegend(m_bChanges)));
 }
 
 void diagram_panel::showZoom()
@@ -215,6 +279,7 @@ void diagram_panel::changeEvent(QEvent * event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
         dressCommands();
+        showLegend();
     } else if (event->type() == QEvent::FontChange && m_graph.count() > 0) {
         refresh(); // the boxes have other sizes
     }

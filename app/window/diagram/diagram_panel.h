@@ -20,6 +20,7 @@ class project;
 
 namespace app {
 
+class diagram_changes;
 class diagram_layout;
 class diagram_view;
 
@@ -37,6 +38,14 @@ public:
 
     /// Shows the model of `project`; null empties the diagram. No entity is selected after it.
     void setProject(const std::shared_ptr<model::project> & project);
+    /// Shows `shown` in the place of the project's model, with what changed in it.
+    /// @param about what the status line says of that
+    void showChanges(const model::project & shown, const diagram_changes & changes, const QString & about);
+    /// Shows the project's model as it is; the status line says `why` nothing is marked.
+    void hideChanges(const QString & why = QString());
+    /// Whether the person wants changes to be marked.
+    [[nodiscard]] bool wantsChanges() const;
+
     /// Marks the entity and brings it into sight without emitting entitySelected(); 0, or an id that the
     /// project does not have, marks none.
     void selectEntity(long id);
@@ -50,7 +59,7 @@ public:
     /// fewer, and `reason` says so after a success.
     bool savePng(const QString & file, QString & reason) const;
 
-    /// For the window's menu: zoom in, zoom out, fit, 100 %, distance (a submenu), save.
+    /// For the window's menu: zoom in, zoom out, fit, 100 %, changes, distance (a submenu), save.
     [[nodiscard]] QList<QAction *> diagramActions() const;
 
     /// Name or path of the program that lays out, "dot" unless it is set.
@@ -61,6 +70,8 @@ public:
 Q_SIGNALS:
     /// A click, or the keyboard, chose this entity; 0 for none.
     void entitySelected(long id);
+    /// The person wants changes to be marked, or no longer.
+    void changesWanted(bool wanted);
     /// What is to be seen now is laid out. After setProject() it comes in any case, but never before that
     /// returns.
     void layoutFinished();
@@ -82,10 +93,15 @@ private:
     void takeChoice(long id);
     void showNeighboursOf(int index);
     void setDistance(int distance);
+    void setGraph(const diagram_graph & graph, const QString & about);
+    void setOpened(long id, bool isOpened);
     void refresh();
     void showPlaces(const diagram_places & places);
     [[nodiscard]] QString reasonOfEmptiness() const;
+    [[nodiscard]] diagram_piece pieceToShow() const;
     [[nodiscard]] QString lineAbout(const diagram_piece & piece) const;
+    [[nodiscard]] QString countLine(const diagram_piece & piece) const;
+    void showLegend();
     void showNote(const QString & note);
     void showZoom();
 
@@ -95,7 +111,11 @@ private:
     void savePicture(const QString & file);
     void tellFailure(const QString & reason);
 
-    diagram_graph m_graph;
+    diagram_graph m_model; // of the project as it is
+    diagram_graph m_graph; // what is shown: that, or a version with its changes
+    bool m_bChanges = false;
+    QString m_sAbout;    // what there is to say of changes
+    QSet<long> m_opened; // entities that show all of their properties
     QString m_sProject;
     QString m_sLocation;
     QString m_sFolder; // where pictures are saved: the project's, or the last one that was chosen since
@@ -114,8 +134,10 @@ private:
     QComboBox * m_cboDistance = nullptr;
     QLabel * m_lblShown = nullptr;
     QLabel * m_lblNote = nullptr;
+    QLabel * m_lblLegend = nullptr;
     QLabel * m_lblZoom = nullptr;
     QList<QAction *> m_lstCommand;
+    QAction * m_pChanges = nullptr;
     QMenu * m_pDistanceMenu = nullptr;
     QList<QAction *> m_lstDistance;
 };

@@ -36,6 +36,7 @@ diagram_panel::diagram_panel(QWidget * parent)
     dressCommands();
     connect(m_pLayout, &diagram_layout::finished, this, &diagram_panel::showPlaces);
     connect(m_grvDiagram, &diagram_view::chosen, this, &diagram_panel::takeChoice);
+    connect(m_grvDiagram, &diagram_view::rowsWanted, this, &diagram_panel::setOpened);
     connect(m_grvDiagram, &diagram_view::zoomChanged, this, &diagram_panel::showZoom);
     setProject(nullptr);
 }
@@ -70,8 +71,17 @@ void diagram_panel::createCommands()
     addCommand(QStringLiteral("m_actActualSize"), tr("&Actual size (100 %)"), tr("Show the diagram at 100 %"),
                {QKeySequence(Qt::CTRL | Qt::Key_1)}, [this] { m_grvDiagram->showActualSize(); });
     createDistances();
+    m_pChanges = addCommand(QStringLiteral("m_actMarkChanges"), tr("Mar&k changes"),
+                            tr("Mark what changed between the versions that are chosen under Changes"), {},
+                            [this] { Q_EMIT changesWanted(m_pChanges->isChecked()); });
+    m_pChanges->setCheckable(true);
     addCommand(QStringLiteral("m_actSaveDiagram"), tr("&Save diagram…"),
                tr("Save the diagram as an SVG or PNG file"), {}, [this] { askForFile(); });
+}
+
+bool diagram_panel::wantsChanges() const
+{
+    return m_pChanges->isChecked();
 }
 
 void diagram_panel::createDistances()
@@ -137,6 +147,9 @@ QLayout * diagram_panel::createStatusLine()
     m_lblShown = label("m_lblShown", tr("What the diagram shows"));
     m_lblNote = label("m_lblNote", tr("Note on the diagram"));
     m_lblZoom = label("m_lblZoom", tr("Zoom"));
+    m_lblLegend = label("m_lblLegend", tr("Legend"));
+    m_lblLegend->setTextFormat(Qt::RichText); // its texts are ours
+    m_lblLegend->setWordWrap(true);
     m_lblShown->setWordWrap(true);
     m_lblNote->setWordWrap(true);
     m_lblZoom->setAlignment(Qt::AlignRight | Qt::AlignTop);
@@ -148,6 +161,7 @@ QLayout * diagram_panel::createStatusLine()
     lines->setSpacing(2);
     lines->addLayout(first);
     lines->addWidget(m_lblNote);
+    lines->addWidget(m_lblLegend);
     return lines;
 }
 
@@ -158,6 +172,7 @@ void diagram_panel::dressCommands()
                             QStringLiteral("fit"),
                             QStringLiteral("actual_size"),
                             QString(),
+                            QStringLiteral("changes"),
                             QStringLiteral("save")};
     for (qsizetype i = 0; i < m_lstCommand.size(); ++i) {
         if (!icons[i].isEmpty()) {

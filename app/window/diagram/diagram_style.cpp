@@ -27,6 +27,11 @@ void setAccents(diagram_style & style, bool isDark)
     style.reference = isDark ? QColor(0x86, 0xb6, 0xf0) : QColor(0x24, 0x5c, 0xa3);
     style.collection = isDark ? QColor(0x6c, 0xcb, 0xbb) : QColor(0x17, 0x6f, 0x63);
     style.warning = isDark ? QColor(0xf0, 0x8c, 0x80) : QColor(0xb3, 0x2d, 0x1e);
+    style.trait = isDark ? QColor(0xc4, 0xa9, 0xe0) : QColor(0x6b, 0x4a, 0x96);
+    style.added = isDark ? QColor(0x7f, 0xd4, 0x8a) : QColor(0x1a, 0x6e, 0x2e);
+    style.dropped = isDark ? QColor(0xff, 0x9c, 0x94) : QColor(0xb4, 0x23, 0x18);
+    style.changed = isDark ? QColor(0xf5, 0xad, 0x6b) : QColor(0x96, 0x48, 0x0a);
+    style.renamed = isDark ? QColor(0xdd, 0x9c, 0xee) : QColor(0x85, 0x2f, 0xa0);
 }
 
 } // namespace
@@ -72,6 +77,29 @@ diagram_style diagram_style::printed(const QFont & font)
     diagram_style style = of(font, palette);
     style.canvas = Qt::white;
     return style;
+}
+
+QColor diagram_style::colorOf(diagram_change change) const
+{
+    switch (change) {
+    case diagram_change::added:
+        return added;
+    case diagram_change::dropped:
+        return dropped;
+    case diagram_change::changed:
+        return changed;
+    case diagram_change::renamed:
+        return renamed;
+    case diagram_change::none:
+        break;
+    }
+    return ink;
+}
+
+QColor diagram_style::headerOf(diagram_change change) const
+{
+    constexpr qreal tint = 0.22;
+    return change == diagram_change::none ? header : mixed(body, colorOf(change), tint);
 }
 
 qreal diagram_style::rowHeight() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/diagram/diagram_graph.h"
+
 #include <QColor>
 #include <QFont>
 #include <QPalette>
@@ -18,6 +20,11 @@ struct diagram_style
     /// Height of a line of text in a box.
     [[nodiscard]] qreal rowHeight() const;
 
+    /// What a change is told in; the ink without one.
+    [[nodiscard]] QColor colorOf(diagram_change change) const;
+    /// The ground of the name of a box.
+    [[nodiscard]] QColor headerOf(diagram_change change) const;
+
     QFont text;
     QFont heading;
     QFont small;
@@ -35,6 +42,11 @@ struct diagram_style
     QColor reference;
     QColor collection;
     QColor warning;
+    QColor trait; ///< of what holds for the values of a column
+    QColor added;
+    QColor dropped;
+    QColor changed;
+    QColor renamed;
 };
 
 /// `part` of `b` (0 to 1), the rest of `a`.

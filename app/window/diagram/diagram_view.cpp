@@ -37,6 +37,7 @@ diagram_view::diagram_view(QWidget * parent) : QGraphicsView(parent)
 {
     setInteractive(false); // choosing and moving about are done here, for boxes only
     setFocusPolicy(Qt::StrongFocus);
+    viewport()->setMouseTracking(true); // a row that can be clicked shows it
     setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     setViewportUpdateMode(QGraphicsView::FullViewportUpdate);
     setAlignment(Qt::AlignCenter);
@@ -129,6 +130,25 @@ long diagram_view::idAt(const QPoint & place) const
     return box ? box->box().id : 0;
 }
 
+QRect diagram_view::restRect(long id) const
+{
+    const diagram_box_item * const box = m_pScene->boxOf(id);
+    const QRectF place = box ? box->restPlace() : QRectF();
+    return place.isEmpty() ? QRect() : mapFromScene(place).boundingRect();
+}
+
+bool diagram_view::isRestAt(const QPoint & place) const
+{
+    const QPointF point = mapToScene(place);
+    const diagram_box_item * const box = m_pScene->boxAt(point);
+    return box && box->restPlace().contains(point);
+}
+
+void diagram_view::wantRows(const diagram_box_item * box)
+{
+    Q_EMIT rowsWanted(box->box().id, !box->box().isOpened);
+}
+
 void diagram_view::setZoom(qreal zoom)
 {
     m_bFit = false;
@@ -182,6 +202,9 @@ void diagram_view::mousePressEvent(QMouseEvent * event)
 
 void diagram_view::mouseMoveEvent(QMouseEvent * event)
 {
+    if (m_eButton == Qt::NoButton) {
+        isRestAt(event->pos()) ? viewport()->setCursor(Qt::PointingHandCursor) : viewport()->unsetCursor();
+    }
     if (!m_bMayPan) {
         return;
     }
@@ -206,13 +229,16 @@ void diagram_view::mouseReleaseEvent(QMouseEvent * event)
     }
     // Read first: who is told of the choice may do anything.
     const bool isClick = m_eButton == Qt::LeftButton && !m_bPanning && idAt(event->pos()) == m_iPressed;
+    const bool isRest = isClick && isRestAt(event->pos()) && isRestAt(m_pressedAt);
     const long id = m_iPressed;
     m_eButton = Qt::NoButton;
     m_bMayPan = false;
     if (std::exchange(m_bPanning, false)) {
         viewport()->unsetCursor();
     }
-    if (isClick) {
+    if (isRest) {
+        wantRows(m_pScene->boxOf(id));
+    } else if (isClick) {
         chooseByHand(id);
     }
 }
@@ -280,6 +306,14 @@ void diagram_view::keyPressEvent(QKeyEvent * event)
     case Qt::Key_Home:
         fit();
         return;
+    case Qt::Key_Plus:
+    case Qt::Key_Minus:
+        if (const diagram_box_item * const box = m_pScene->boxOf(m_iCursor);
+            box && !box->restPlace().isEmpty() && box->box().isOpened == (event->key() == Qt::Key_Minus)) {
+            wantRows(box);
+            return;
+        }
+        break;
     default:
         break;
     }

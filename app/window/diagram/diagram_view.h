@@ -9,7 +9,8 @@
 namespace app {
 
 /// Shows a diagram, to look at and to choose entities in, by mouse and by keys: Tab and the arrows move from
-/// box to box, Enter or the space bar chooses, Escape chooses nothing, Home shows the whole.
+/// box to box, Enter or the space bar chooses, Escape chooses nothing, Home shows the whole, plus and minus
+/// show all or few properties of a box.
 class diagram_view : public QGraphicsView
 {
     Q_OBJECT
@@ -41,10 +42,14 @@ public:
     [[nodiscard]] long cursor() const { return m_iCursor; }
     /// Where the entity's box is to be seen, in the viewport's pixels; empty without a box.
     [[nodiscard]] QRect boxRect(long id) const;
+    /// Where the row of the box is to be seen that opens and closes it; empty without one.
+    [[nodiscard]] QRect restRect(long id) const;
 
 Q_SIGNALS:
     /// The person chose this entity; 0 for none.
     void chosen(long id);
+    /// The person wants to see all properties of this entity, or few again.
+    void rowsWanted(long id, bool all);
     void zoomChanged();
 
 protected:
@@ -69,6 +74,8 @@ private:
     [[nodiscard]] bool moveCursor(int key);
     void setZoom(qreal zoom);
     [[nodiscard]] long idAt(const QPoint & place) const;
+    [[nodiscard]] bool isRestAt(const QPoint & place) const;
+    void wantRows(const diagram_box_item * box);
 
     std::unique_ptr<diagram_scene> m_pScene;
     QString m_sHint;

@@ -13,6 +13,7 @@
 #include <QTest>
 
 using app::diagram_box;
+using app::diagram_change;
 using app::diagram_contents;
 using app::diagram_end;
 using app::diagram_graph;
@@ -64,6 +65,11 @@ QList<int> inkInRow(const QImage & image, int y)
         }
     }
     return columns;
+}
+
+bool isLight(const QPalette & palette)
+{
+    return palette.color(QPalette::Base) == QColor(Qt::white);
 }
 
 qreal contrast(const QColor & a, const QColor & b)
@@ -185,7 +191,9 @@ private Q_SLOTS:
         e.relation(3, "before", 3, relationship::many_to_one, 2);
         const diagram_contents contents = contentsOf(model);
         QVERIFY(contents.boxes[0].told.endsWith("Properties: 0. Connected with concert."));
-        QVERIFY(contents.boxes[1].told.endsWith("Properties: 3. Connected with artist, concert."));
+        QCOMPARE(contents.boxes[1].told,
+                 "concert: Table: concert; Id: 2, version: 1; Properties: 3. Connected with artist, concert. "
+                 "Shown: artist (foreign key, not null); support (foreign key); before (foreign key).");
         QCOMPARE(contents.lines.size(), 3);
         QCOMPARE(contents.lines[0].from, 0);
         QCOMPARE(contents.lines[0].to, 1);
@@ -289,9 +297,11 @@ private Q_SLOTS:
         const QSizeF wider = app::boxSize(box, style);
         QVERIFY(wider.width() > QFontMetricsF(style.heading).horizontalAdvance(box.name));
         box.name = QString(2000, 'm');
-        QCOMPARE(app::boxSize(box, style).width(), 280.0);
+        QCOMPARE(app::boxSize(box, style).width(), 340.0);
         box.name = "a";
-        box.rows = {{QString(20, 'm'), diagram_mark::none, false, false, false}};
+        app::diagram_row row;
+        row.text = QString(20, 'm');
+        box.rows = {row};
         const QSizeF one = app::boxSize(box, style);
         QVERIFY(one.width() > QFontMetricsF(style.text).horizontalAdvance(box.rows[0].text));
         QVERIFY(one.height() >= smallest.height() + style.rowHeight());
@@ -341,7 +351,7 @@ private Q_SLOTS:
     void eachEndHasItsMark()
     {
         app::diagram_picture picture;
-        picture.contents.boxes = {{1, "a", {}, {}, {}, 0}, {2, "b", {}, {}, {}, 0}};
+        picture.contents.boxes.resize(2);
         picture.places.boxes = {QRectF(0, 0, 110, 60), QRectF(210, 0, 110, 60)};
         picture.contents.lines = {{0, 1, diagram_end::exactly_one, diagram_end::many, {}, {}, {}}};
         QPainterPath path(QPointF(110, 40));
@@ -404,12 +414,21 @@ private Q_SLOTS:
             QVERIFY(contrast(style.ink, style.header) > 7);
             QVERIFY(contrast(style.ink, style.chosenHeader) > 4.5);
             for (const QColor & color :
-                 {style.key, style.reference, style.collection, style.warning, style.quietInk}) {
+                 {style.key, style.reference, style.collection, style.warning, style.quietInk, style.trait,
+                  style.added, style.dropped, style.changed, style.renamed}) {
                 QVERIFY2(contrast(color, style.body) > 4.5, qPrintable(color.name()));
                 QVERIFY2(contrast(color, style.canvas) > 4.5, qPrintable(color.name()));
+                // The legend stands on the ground of windows.
+                const QColor window = isLight(palette) ? QColor(0xef, 0xef, 0xef) : QColor(0x33, 0x33, 0x36);
+                QVERIFY2(color == style.quietInk || contrast(color, window) > 4.5, qPrintable(color.name()));
+            }
+            for (const diagram_change change : {diagram_change::added, diagram_change::dropped,
+                                                diagram_change::changed, diagram_change::renamed}) {
+                QVERIFY(contrast(style.ink, style.headerOf(change)) > 7);
+                QVERIFY(style.headerOf(change) != style.header);
             }
             QVERIFY(contrast(style.line, style.canvas) > 3);
-            QCOMPARE(style.body.lightness() > 128, palette.color(QPalette::Base) == QColor(Qt::white));
+            QCOMPARE(style.body.lightness() > 128, isLight(palette));
         }
         // Nor do they change when another window becomes active.
         QPalette inactive = light;

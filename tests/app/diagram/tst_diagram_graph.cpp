@@ -141,7 +141,8 @@ private Q_SLOTS:
         badge.relation(2, "person", 2, relationship::one_to_one, 1).get()->setIdentifier(true);
         const diagram_graph graph(model.project());
         QCOMPARE(relationsOf(graph), QStringList("person 1-0..1 badge: badge.person"));
-        QCOMPARE(graph.entities()[1].properties[0].mark, diagram_mark::key);
+        QCOMPARE(graph.entities()[1].properties[0].mark, diagram_mark::key_reference);
+        QCOMPARE(graph.entities()[1].properties[0].traits.isNotNull, false); // goes without saying
     }
 
     void bothDirectionsAreOne_data()

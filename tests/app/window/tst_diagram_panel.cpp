@@ -469,7 +469,7 @@ private Q_SLOTS:
         model.entity(3, "a\nb\x01").relation(3, "<i>", 3, model::relationship::many_to_one, 1);
         fixture f(model);
         QCOMPARE(f.boxes(9), QList<long>({1, 2, 3}));
-        QCOMPARE(f.view()->boxRect(2).width(), 281); // not wider than boxes get; both borders count
+        QCOMPARE(f.view()->boxRect(2).width(), 341); // not wider than boxes get; both borders count
         f.panel.selectEntity(2);
         QVERIFY(f.view()->accessibleDescription().startsWith("Selected: " + longName));
         for (const char * const label : {"m_lblShown", "m_lblNote"}) {
@@ -512,14 +512,14 @@ private Q_SLOTS:
             QCOMPARE(action->isEnabled(), false); // without a diagram
         }
         QCOMPARE(texts, QStringList({"Zoom &in", "Zoom &out", "&Fit", "&Actual size (100 %)", "&Distance",
-                                     "&Save diagram…"}));
+                                     "Mar&k changes", "&Save diagram…"}));
         f.show(support::smallShop());
         for (const QAction * const action : f.panel.diagramActions()) {
             QCOMPARE(action->isEnabled(), action->text() != "&Distance");
         }
         f.show(support::chainOf(41));
         for (const QAction * const action : f.panel.diagramActions()) {
-            QCOMPARE(action->isEnabled(), action->text() == "&Distance");
+            QCOMPARE(action->isEnabled(), action->text() == "&Distance" || action->text() == "Mar&k changes");
         }
         f.panel.selectEntity(1);
         f.await();
@@ -583,7 +583,7 @@ private Q_SLOTS:
                 QVERIFY(!action->toolTip().isEmpty());
             }
         }
-        QCOMPARE(buttons, 5);
+        QCOMPARE(buttons, 6);
         QCOMPARE(f.child<QComboBox>("m_cboDistance")->accessibleName(),
                  "Distance of the neighbours that are shown");
         QCOMPARE(f.view()->accessibleName(), "Diagram of the project");

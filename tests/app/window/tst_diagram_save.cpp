@@ -262,7 +262,8 @@ private Q_SLOTS:
     {
         app::diagram_picture picture;
         const QString name = "end";
-        picture.contents.boxes = {{1, name, {}, {}, {}, 0}, {2, name, {}, {}, {}, 0}};
+        picture.contents.boxes.resize(2);
+        picture.contents.boxes[0].name = picture.contents.boxes[1].name = name;
         picture.places.boxes = {QRectF(0, 0, 110, 30), QRectF(19000, 100, 110, 30)};
         QString reason;
         QVERIFY(app::diagram_image::savePng(picture, m_panel->font(), path("wide.png"), reason));

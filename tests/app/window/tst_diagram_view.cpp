@@ -23,7 +23,12 @@ diagram_picture pictureOf(const QList<QPointF> & corners)
     diagram_picture picture;
     for (int i = 0; i < corners.size(); ++i) {
         const QString name = QStringLiteral("e%1").arg(i + 1);
-        picture.contents.boxes.append({i + 1, name, name + " tip", name + " told", {}, 0});
+        app::diagram_box box;
+        box.id = i + 1;
+        box.name = name;
+        box.tip = name + " tip";
+        box.told = name + " told";
+        picture.contents.boxes.append(box);
         picture.places.boxes.append(QRectF(corners[i], QSizeF(100, 60)));
     }
     for (int i = 0; i + 1 < corners.size(); ++i) {
@@ -168,7 +173,8 @@ private Q_SLOTS:
         const fixture f({{0, 0}});
         const auto picture = [&f](const QString & row, const QString & label, double zoom) {
             diagram_picture result = pictureOf({{0, 0}, {300, 0}});
-            result.contents.boxes[0].rows = {{row, app::diagram_mark::none, false, false, false}};
+            result.contents.boxes[0].rows.resize(1);
+            result.contents.boxes[0].rows[0].text = row;
             result.contents.lines[0].label = label;
             f.view->setPicture(result);
             f.view->showActualSize();

@@ -7,6 +7,8 @@
 #include "support/modal_driver.h"
 #include "support/shop_text.h"
 
+#include "app/window/diagram/diagram_style.h"
+#include "app/window/diagram/diagram_view.h"
 #include "app/window/export/script_text.h"
 #include "app/window/legible_colours.h"
 
@@ -17,6 +19,7 @@
 #include <QHash>
 #include <QLabel>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QStyleFactory>
 #include <QTabBar>
 
@@ -80,7 +83,7 @@ private Q_SLOTS:
         QApplication::setPalette(palette);
         const app::legible_colours colours;
         m_faults.clear();
-        m_seen = 0;
+        m_seen = m_colours = 0;
         window_bench bench(support::ShopText);
         bench.show();
         bench.window().resize(2400, 1400);
@@ -89,6 +92,7 @@ private Q_SLOTS:
         window_bench::run({"tag", bench.file(), "-m", "first"});
         bench.import(QByteArray(support::ShopText).replace("\"person\"", "\"customer\""));
         bench.action("m_actReload")->trigger();
+        bench.action("m_actMarkChanges")->trigger();
         look(bench.window());
         bench.action("m_actGoChanges")->trigger();
         look(bench.window());
@@ -107,6 +111,7 @@ private Q_SLOTS:
             QVERIFY(driver.isDone());
         }
         QVERIFY2(m_seen > 150, qPrintable(QString::number(m_seen)));
+        QVERIFY2(m_colours > 30, qPrintable(QString::number(m_colours)));
         QVERIFY2(m_faults.isEmpty(), qPrintable(m_faults.join('\n')));
     }
     /// The colours of the theme alone are not enough: else the test above could not fail.
@@ -151,10 +156,52 @@ private:
             const int width = script->marginWidth();
             measure(widget, QRect(script->frameWidth(), script->frameWidth(), width, 60), "line numbers",
                     script->objectName());
+        } else if (auto * const diagram = qobject_cast<app::diagram_view *>(&widget)) {
+            lookAtColours(diagram->diagramStyle());
         } else if (showsText(widget)) {
+            lookAtParts(widget);
             const int frame = qobject_cast<QLabel *>(&widget) || widget.inherits("QToolButton") ? 0 : 5;
             measure(widget, widget.rect().adjusted(frame, frame, -frame, -frame), "text",
                     widget.objectName());
+        }
+    }
+    /// Texts in colours of their own, which the rest of the label would outshine.
+    void lookAtParts(const QWidget & widget)
+    {
+        const auto * const label = qobject_cast<const QLabel *>(&widget);
+        if (!label || label->textFormat() != Qt::RichText) {
+            return;
+        }
+        static const QRegularExpression color(QStringLiteral("color:(#[0-9a-f]{6})"));
+        for (auto found = color.globalMatch(label->text()); found.hasNext();) {
+            compare(QColor(found.next().captured(1)), widget.palette().color(QPalette::Window),
+                    widget.objectName());
+        }
+    }
+    /// What a diagram draws on what.
+    void lookAtColours(const app::diagram_style & style)
+    {
+        using app::diagram_change;
+        for (const QColor & color : {style.ink, style.quietInk, style.key, style.reference, style.collection,
+                                     style.warning, style.trait}) {
+            compare(color, style.body, "box");
+        }
+        for (const diagram_change change :
+             {diagram_change::none, diagram_change::added, diagram_change::dropped, diagram_change::changed,
+              diagram_change::renamed}) {
+            compare(style.colorOf(change), style.body, "box");
+            compare(style.colorOf(change), style.canvas, "diagram");
+            compare(style.ink, style.headerOf(change), "name of a box");
+        }
+        compare(style.ink, style.chosenHeader, "name of the selected box");
+    }
+    void compare(const QColor & color, const QColor & ground, const QString & name)
+    {
+        ++m_seen;
+        ++m_colours;
+        if (const double found = test::contrast(color, ground); found < Wanted) {
+            m_faults << QStringLiteral("%1 on %2 in %3: %4")
+                            .arg(color.name(), ground.name(), name, QString::number(found, 'f', 2));
         }
     }
     static bool showsText(const QWidget & widget)
@@ -205,6 +252,7 @@ private:
     QPalette m_light;
     QStringList m_faults;
     int m_seen = 0;
+    int m_colours = 0; ///< of these, colours that were compared by themselves
 };
 
 QTEST_MAIN(tst_window_contrast)
