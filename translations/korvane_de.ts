@@ -24,6 +24,14 @@
         <source>A step backwards is not judged.</source>
         <translation>Ein Schritt rückwärts wird nicht beurteilt.</translation>
     </message>
+    <message>
+        <source>no version yet to compare it with</source>
+        <translation>noch keine Version, mit der sich vergleichen ließe</translation>
+    </message>
+    <message>
+        <source>changes from %1 to %2</source>
+        <translation>Änderungen von %1 bis %2</translation>
+    </message>
 </context>
 <context>
     <name>app::changes_panel</name>
@@ -170,6 +178,74 @@
         <comment>foreign key</comment>
         <translation>FK</translation>
     </message>
+    <message>
+        <source>show fewer</source>
+        <translation>weniger zeigen</translation>
+    </message>
+    <message>
+        <source>primary key</source>
+        <translation>Primärschlüssel</translation>
+    </message>
+    <message>
+        <source>foreign key</source>
+        <translation>Fremdschlüssel</translation>
+    </message>
+    <message>
+        <source>not null</source>
+        <translation>nicht NULL</translation>
+    </message>
+    <message>
+        <source>unique</source>
+        <translation>eindeutig</translation>
+    </message>
+    <message>
+        <source>indexed</source>
+        <translation>indiziert</translation>
+    </message>
+    <message>
+        <source>was %1</source>
+        <translation>hieß %1</translation>
+    </message>
+    <message>
+        <source> Shown: %1.</source>
+        <translation> Zu sehen: %1.</translation>
+    </message>
+    <message>
+        <source>added</source>
+        <translation>hinzugefügt</translation>
+    </message>
+    <message>
+        <source>dropped</source>
+        <translation>entfernt</translation>
+    </message>
+    <message>
+        <source>changed</source>
+        <translation>geändert</translation>
+    </message>
+    <message>
+        <source>renamed</source>
+        <translation>umbenannt</translation>
+    </message>
+    <message>
+        <source>PK FK</source>
+        <comment>primary key, foreign key</comment>
+        <translation>PK FK</translation>
+    </message>
+    <message>
+        <source>NN</source>
+        <comment>not null</comment>
+        <translation>NN</translation>
+    </message>
+    <message>
+        <source>UQ</source>
+        <comment>unique</comment>
+        <translation>UQ</translation>
+    </message>
+    <message>
+        <source>IX</source>
+        <comment>index</comment>
+        <translation>IX</translation>
+    </message>
 </context>
 <context>
     <name>app::diagram_image</name>
@@ -227,6 +303,33 @@
     <message>
         <source>%1. The entities are arranged in a grid</source>
         <translation>%1. Die Entitäten sind in einem Raster angeordnet</translation>
+    </message>
+</context>
+<context>
+    <name>app::diagram_legend</name>
+    <message>
+        <source>primary key</source>
+        <translation>Primärschlüssel</translation>
+    </message>
+    <message>
+        <source>foreign key</source>
+        <translation>Fremdschlüssel</translation>
+    </message>
+    <message>
+        <source>not null</source>
+        <translation>nicht NULL</translation>
+    </message>
+    <message>
+        <source>unique</source>
+        <translation>eindeutig</translation>
+    </message>
+    <message>
+        <source>index</source>
+        <translation>Index</translation>
+    </message>
+    <message>
+        <source>relationship without a column</source>
+        <translation>Beziehung ohne Spalte</translation>
     </message>
 </context>
 <context>
@@ -378,6 +481,22 @@
     <message>
         <source>%1 already exists. Replace it?</source>
         <translation>%1 ist bereits vorhanden. Soll die Datei ersetzt werden?</translation>
+    </message>
+    <message>
+        <source>Legend: %1</source>
+        <translation>Legende: %1</translation>
+    </message>
+    <message>
+        <source>Mar&amp;k changes</source>
+        <translation>Änderungen &amp;hervorheben</translation>
+    </message>
+    <message>
+        <source>Mark what changed between the versions that are chosen under Changes</source>
+        <translation>Hervorheben, was sich zwischen den Versionen geändert hat, die unter Änderungen gewählt sind</translation>
+    </message>
+    <message>
+        <source>Legend</source>
+        <translation>Legende</translation>
     </message>
 </context>
 <context>

@@ -24,6 +24,14 @@
         <source>A step backwards is not judged.</source>
         <translation>Un pas en arrière n&apos;est pas jugé.</translation>
     </message>
+    <message>
+        <source>no version yet to compare it with</source>
+        <translation>pas encore de version à laquelle le comparer</translation>
+    </message>
+    <message>
+        <source>changes from %1 to %2</source>
+        <translation>changements de %1 à %2</translation>
+    </message>
 </context>
 <context>
     <name>app::changes_panel</name>
@@ -170,6 +178,74 @@
         <comment>foreign key</comment>
         <translation>FK</translation>
     </message>
+    <message>
+        <source>show fewer</source>
+        <translation>en montrer moins</translation>
+    </message>
+    <message>
+        <source>primary key</source>
+        <translation>clé primaire</translation>
+    </message>
+    <message>
+        <source>foreign key</source>
+        <translation>clé étrangère</translation>
+    </message>
+    <message>
+        <source>not null</source>
+        <translation>non NULL</translation>
+    </message>
+    <message>
+        <source>unique</source>
+        <translation>unique</translation>
+    </message>
+    <message>
+        <source>indexed</source>
+        <translation>indexé</translation>
+    </message>
+    <message>
+        <source>was %1</source>
+        <translation>était %1</translation>
+    </message>
+    <message>
+        <source> Shown: %1.</source>
+        <translation> Affiché&#xa0;: %1.</translation>
+    </message>
+    <message>
+        <source>added</source>
+        <translation>ajouté</translation>
+    </message>
+    <message>
+        <source>dropped</source>
+        <translation>supprimé</translation>
+    </message>
+    <message>
+        <source>changed</source>
+        <translation>modifié</translation>
+    </message>
+    <message>
+        <source>renamed</source>
+        <translation>renommé</translation>
+    </message>
+    <message>
+        <source>PK FK</source>
+        <comment>primary key, foreign key</comment>
+        <translation>PK FK</translation>
+    </message>
+    <message>
+        <source>NN</source>
+        <comment>not null</comment>
+        <translation>NN</translation>
+    </message>
+    <message>
+        <source>UQ</source>
+        <comment>unique</comment>
+        <translation>UQ</translation>
+    </message>
+    <message>
+        <source>IX</source>
+        <comment>index</comment>
+        <translation>IX</translation>
+    </message>
 </context>
 <context>
     <name>app::diagram_image</name>
@@ -227,6 +303,33 @@
     <message>
         <source>%1. The entities are arranged in a grid</source>
         <translation>%1. Les entités sont disposées en grille</translation>
+    </message>
+</context>
+<context>
+    <name>app::diagram_legend</name>
+    <message>
+        <source>primary key</source>
+        <translation>clé primaire</translation>
+    </message>
+    <message>
+        <source>foreign key</source>
+        <translation>clé étrangère</translation>
+    </message>
+    <message>
+        <source>not null</source>
+        <translation>non NULL</translation>
+    </message>
+    <message>
+        <source>unique</source>
+        <translation>unique</translation>
+    </message>
+    <message>
+        <source>index</source>
+        <translation>index</translation>
+    </message>
+    <message>
+        <source>relationship without a column</source>
+        <translation>relation sans colonne</translation>
     </message>
 </context>
 <context>
@@ -378,6 +481,22 @@
     <message>
         <source>%1 already exists. Replace it?</source>
         <translation>%1 existe déjà. Voulez-vous le remplacer&#x202f;?</translation>
+    </message>
+    <message>
+        <source>Legend: %1</source>
+        <translation>Légende&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Mar&amp;k changes</source>
+        <translation>Mar&amp;quer les changements</translation>
+    </message>
+    <message>
+        <source>Mark what changed between the versions that are chosen under Changes</source>
+        <translation>Marquer ce qui a changé entre les versions choisies sous Changements</translation>
+    </message>
+    <message>
+        <source>Legend</source>
+        <translation>Légende</translation>
     </message>
 </context>
 <context>

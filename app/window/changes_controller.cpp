@@ -1,7 +1,7 @@
 #include "app/window/changes_controller.h"
 
-#include "app/window/changes/changes_panel.h"
 #include "app/diagram/diagram_changes.h"
+#include "app/window/changes/changes_panel.h"
 #include "app/window/diagram/diagram_panel.h"
 #include "app/window/project_session.h"
 #include "app/window/version_comparison.h"

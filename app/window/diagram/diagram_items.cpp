@@ -29,7 +29,6 @@ constexpr qreal ChosenLineLayer = 1;
 constexpr qreal LabelLayer = 2;
 constexpr qreal BoxLayer = 3;
 
-
 qreal headerHeight(const diagram_style & style)
 {
     return style.rowHeight() + 8;

@@ -139,9 +139,7 @@ QRect diagram_view::restRect(long id) const
 
 bool diagram_view::isRestAt(const QPoint & place) const
 {
-    const QPointF point = mapToScene(place);
-    const diagram_box_item * const box = m_pScene->boxAt(point);
-    return box && box->restPlace().contains(point);
+    return restRect(idAt(place)).contains(place);
 }
 
 void diagram_view::wantRows(const diagram_box_item * box)
