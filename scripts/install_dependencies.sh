@@ -6,9 +6,9 @@ set -euo pipefail
 
 build=(build-essential cmake ninja-build ccache mold qt6-base-dev qt6-declarative-dev qt6-svg-dev
     qt6-base-private-dev qt6-declarative-private-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
-    libqt6sql6-sqlite libboost-serialization-dev libcli11-dev nlohmann-json3-dev libsqlite3-dev zlib1g-dev
+    libqt6sql6-sqlite libboost-serialization-dev libcli11-dev libkainjow-mustache-dev nlohmann-json3-dev libsqlite3-dev zlib1g-dev
     cmark-gfm graphviz qt6-translations-l10n)
-tests=(appstream bash-completion clang-format desktop-file-utils doxygen eatmydata fish git libqt6sql6-mysql
+tests=(appstream bash-completion chromium clang-format desktop-file-utils doxygen eatmydata fish git libqt6sql6-mysql
     libqt6sql6-psql man-db mariadb-server postgresql-15 python3-jsonschema python3-yaml shared-mime-info sqlfluff sqlite3
     zsh)
 checks=(clang-tidy-19 clazy cmake-format codespell cppcheck gcovr python3-yaml shellcheck similarity-tester)

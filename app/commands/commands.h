@@ -15,6 +15,7 @@
     ROW(makeExplainCommand)                                                                                  \
     ROW(makeCheckCommand)                                                                                    \
     ROW(makeVerifyCommand)                                                                                   \
+    ROW(makeDocumentCommand)                                                                                 \
     ROW(makeSettingsCommand)                                                                                 \
     ROW(makeSchemaCommand)                                                                                   \
     ROW(makePluginsCommand)

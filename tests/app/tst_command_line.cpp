@@ -69,13 +69,14 @@ private Q_SLOTS:
         QTest::newRow("unknown command")
             << QStringList{"frobnicate"}
             << QByteArray("'frobnicate' is neither a command nor a project file (the commands are import, "
-                          "dump, tag, log, status, diff, export, explain, check, verify, settings, schema, "
+                          "dump, tag, log, status, diff, export, explain, check, verify, document, settings, "
+                          "schema, "
                           "plugins)\n");
         QTest::newRow("mistyped command")
             << QStringList{"exprot"}
             << QByteArray("'exprot' is neither a command nor a project file; did you mean 'export'? (the "
                           "commands are import, dump, tag, log, status, diff, export, explain, check, "
-                          "verify, settings, schema, plugins)\n");
+                          "verify, document, settings, schema, plugins)\n");
         QTest::newRow("mistyped command with arguments")
             << QStringList{"exprot", "p.korv", "-y"} << QByteArray("did you mean 'export'?");
         QTest::newRow("mistyped command with two values")

@@ -126,15 +126,16 @@ void tst_completion::everyCommandIsOffered()
     for (const QString & line : QString::fromUtf8(offered).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
         names << line.section(QLatin1Char('\t'), 0, 0);
     }
-    QCOMPARE(names, QStringList({"import", "dump", "tag", "log", "status", "diff", "export", "explain",
-                                 "check", "verify", "settings", "schema", "plugins", ":project"}));
+    QCOMPARE(names,
+             QStringList({"import", "dump", "tag", "log", "status", "diff", "export", "explain", "check",
+                          "verify", "document", "settings", "schema", "plugins", ":project"}));
 }
 
 void tst_completion::everyOptionOfHelpIsOffered_data()
 {
     QTest::addColumn<QString>("command");
     for (const char * const command : {"import", "dump", "tag", "log", "status", "diff", "export", "explain",
-                                       "check", "verify", "settings", "schema", "plugins"}) {
+                                       "check", "verify", "document", "settings", "schema", "plugins"}) {
         QTest::newRow(command) << QString::fromLatin1(command);
     }
 }

@@ -52,11 +52,11 @@ private slots:
 void tst_man_pages::everyCommandHasOne()
 {
     const QStringList pages = QDir(Folder).entryList({QStringLiteral("*.1.gz")}, QDir::Files, QDir::Name);
-    QCOMPARE(pages, QStringList({"korvane-check.1.gz", "korvane-diff.1.gz", "korvane-dump.1.gz",
-                                 "korvane-explain.1.gz", "korvane-export.1.gz", "korvane-import.1.gz",
-                                 "korvane-log.1.gz", "korvane-plugins.1.gz", "korvane-schema.1.gz",
-                                 "korvane-settings.1.gz", "korvane-status.1.gz", "korvane-tag.1.gz",
-                                 "korvane-verify.1.gz", "korvane.1.gz"}));
+    QCOMPARE(pages, QStringList({"korvane-check.1.gz", "korvane-diff.1.gz", "korvane-document.1.gz",
+                                 "korvane-dump.1.gz", "korvane-explain.1.gz", "korvane-export.1.gz",
+                                 "korvane-import.1.gz", "korvane-log.1.gz", "korvane-plugins.1.gz",
+                                 "korvane-schema.1.gz", "korvane-settings.1.gz", "korvane-status.1.gz",
+                                 "korvane-tag.1.gz", "korvane-verify.1.gz", "korvane.1.gz"}));
 }
 
 void tst_man_pages::pageIsWhole_data()
