@@ -1,8 +1,12 @@
 // Steps that jump over versions, run on databases that hold what the history made until then: what is refused
-// is what the check has foretold of that step, and nothing else.
+// is what the check has foretold of that step, and nothing else; and what they leave is what the chain
+// leaves, but for what the check has foretold of either.
 
+#include "check/view/schema_difference.h"
 #include "database/server/script_run.h"
 #include "database/server/target_database.h"
+#include "database/simulation/simulation.h"
+#include "database/statement/reader.h"
 #include "support/program.h"
 #include "support/project_support.h"
 #include "support/random_models.h"
@@ -16,6 +20,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <map>
 #include <set>
 
 using support::runProgram;
@@ -47,6 +52,7 @@ private Q_SLOTS:
         if (!m_target) {
             QSKIP(qPrintable(why));
         }
+        m_tables = m_same = m_differences = 0;
         int statements = 0;
         std::size_t refusals = 0;
         for (unsigned seed = 1; seed <= Histories; ++seed) {
@@ -60,12 +66,8 @@ private Q_SLOTS:
                      0);
             for (int from = 1; from <= 2; ++from) {
                 QVERIFY2(m_target->reset(why), qPrintable(why));
-                for (const QString & name : scriptsUntil(from)) {
-                    QStringList refused;
-                    QVERIFY2(database::server::runScript(*m_target, QString::fromUtf8(support::bytesOf(name)),
-                                                         &refused, why),
-                             qPrintable(why));
-                }
+                QByteArrayList run;
+                this->run(scriptsUntil(from), run);
                 const QStringList step{project(), QStringLiteral("v%1").arg(from), "now"};
                 const QByteArray script =
                     runProgram(QStringList{"diff"} + step + options() + QStringList{"--sql"}).output;
@@ -76,13 +78,174 @@ private Q_SLOTS:
                          qPrintable(why));
                 QCOMPARE(linesOf(refused), foretold(from));
                 refusals += static_cast<std::size_t>(refused.size());
+                compareWithSimulation(run << script);
+                compareWithChain(m_target->held(), from);
+                if (QTest::currentTestFailed()) {
+                    return;
+                }
             }
         }
         QVERIFY2(statements > 100, qPrintable(QString::number(statements)));
         QVERIFY(refusals > 0);
+        QVERIFY2(m_same > m_tables / 2, qPrintable(QStringLiteral("%1 of %2").arg(m_same).arg(m_tables)));
+        qInfo("%d of %d tables as the chain leaves them, %d differences foretold", m_same, m_tables,
+              m_differences);
     }
 
 private:
+    /// What the scripts leave is what the simulation foretells, to the letter.
+    void compareWithSimulation(const QByteArrayList & scripts)
+    {
+        database::simulation foretold(m_target->known());
+        for (const QByteArray & script : scripts) {
+            const auto statements =
+                database::readStatements(QString::fromUtf8(script), database::writer::exporter);
+            for (const database::statement & each : statements) {
+                std::ignore = foretold.run(each);
+            }
+        }
+        const database::catalogue_difference differs =
+            database::difference(m_target->held(), foretold.held());
+        QCOMPARE(differs.onlyFirst, QStringList());
+        QCOMPARE(differs.onlySecond, QStringList());
+    }
+    /// Each difference between what the step has left and what the chain leaves is told by a check of either.
+    void compareWithChain(const database::catalogue & jumped, int from)
+    {
+        QString why;
+        QVERIFY2(m_target->reset(why), qPrintable(why));
+        QByteArrayList scripts;
+        run(scriptsUntil(4), scripts);
+        compareWithSimulation(scripts);
+        const database::catalogue chained = m_target->held();
+        const auto differences = check::compareSchemas(chained, jumped);
+        const told_things told = thingsTold(from);
+        std::set<QString> others;
+        for (const check::schema_difference & each : differences) {
+            others.insert(each.table);
+            QVERIFY2(
+                isTold(told, each),
+                qPrintable(QStringLiteral("from v%1: %2: by the chain '%3', by the step '%4'; told of: %5")
+                               .arg(QString::number(from), check::subjectOf(each), each.expected, each.found,
+                                    QStringList(told.begin(), told.end()).join(u' '))));
+        }
+        m_differences += static_cast<int>(differences.size());
+        m_tables += static_cast<int>(chained.tables.size());
+        m_same += static_cast<int>(chained.tables.size() - others.size());
+    }
+    void run(const QStringList & names, QByteArrayList & scripts)
+    {
+        for (const QString & name : names) {
+            QStringList refused;
+            QString why;
+            scripts << support::bytesOf(name);
+            QVERIFY2(
+                database::server::runScript(*m_target, QString::fromUtf8(scripts.constLast()), &refused, why),
+                qPrintable(why));
+        }
+    }
+
+    /// Tables, and columns as "table.column", that findings are about, in small letters; "table.*" for a
+    /// table that is refused as a whole, of which nothing else is told.
+    using told_things = std::set<QString>;
+
+    static bool isTold(const told_things & told, const check::schema_difference & what)
+    {
+        const QString table = what.table.toLower();
+        // What an index or a key is called is told of its table.
+        const bool isOfTable = what.columns.isEmpty() || what.kind == check::difference_kind::names;
+        return told.contains(table + QStringLiteral(".*")) || isOfTable
+                   ? told.contains(table)
+                   : std::any_of(what.columns.begin(), what.columns.end(), [&](const QString & column) {
+                         return told.contains(table + u'.' + column.toLower());
+                     });
+    }
+    /// How entities and properties are called in the database, by kind and id: a step can leave the name of a
+    /// column that one version has in the table that another one has.
+    struct database_names
+    {
+        std::map<qint64, std::set<QString>> tables;  ///< of entities
+        std::map<qint64, qint64> entities;           ///< of properties
+        std::map<qint64, std::set<QString>> columns; ///< of properties
+        std::map<qint64, told_things> links;         ///< of properties: the tables of many-to-many
+    };
+
+    [[nodiscard]] database_names namesInDatabase() const
+    {
+        database_names names;
+        for (const char * const version : {"v1", "v2", "v3", "now"}) {
+            const QByteArray text = runProgram({"dump", project(), version}).output;
+            for (const QJsonValue & entity : QJsonDocument::fromJson(text).object()["entities"].toArray()) {
+                names.tables[entity["id"].toInteger()].insert(nameIn(entity, "tableName"));
+                for (const QJsonValue & property : entity["properties"].toArray()) {
+                    const qint64 id = property["id"].toInteger();
+                    names.entities[id] = entity["id"].toInteger();
+                    const QStringList columns = nameIn(property, "columnName").split(u'|');
+                    names.columns[id].insert(columns.begin(), columns.end());
+                    const QJsonValue relation = property["relationship"];
+                    const QString link = relation["extraTable"].toString().toLower();
+                    names.links[id].insert(link);
+                    for (const char * const side : {"foreignKey", "foreignKeyOwner"}) {
+                        for (const QString & column : relation[QLatin1String(side)].toString().split(u'|')) {
+                            names.links[id].insert(link + u'.' + column.toLower());
+                        }
+                    }
+                }
+            }
+        }
+        return names;
+    }
+    /// Notes what a finding about `object` tells of.
+    static void note(const database_names & names, const QJsonValue & object, bool isWholeTable,
+                     told_things & told)
+    {
+        const qint64 id = object["id"].toInteger();
+        const bool isEntity = object["kind"] == QJsonValue("entity");
+        const auto owner = names.entities.find(id);
+        if (!isEntity && (object["kind"] != QJsonValue("property") || owner == names.entities.end())) {
+            return;
+        }
+        for (const QString & table : names.tables.at(isEntity ? id : owner->second)) {
+            if (isEntity) {
+                told.insert(isWholeTable ? table + QStringLiteral(".*") : table);
+                told.insert(table);
+                continue;
+            }
+            for (const QString & column : names.columns.at(id)) {
+                told.insert(table + u'.' + column);
+            }
+        }
+        if (!isEntity) {
+            told.insert(names.links.at(id).begin(), names.links.at(id).end());
+        }
+    }
+    static QString nameIn(const QJsonValue & object, const char * field)
+    {
+        const QString name = object[QLatin1String(field)].toString();
+        return (name.isEmpty() ? object["name"].toString() : name).toLower();
+    }
+    /// What a check of the step and one of the chain are about, advice left aside.
+    [[nodiscard]] told_things thingsTold(int from) const
+    {
+        const database_names names = namesInDatabase();
+        told_things told;
+        for (const QStringList & of :
+             {QStringList{"--from", QStringLiteral("v%1").arg(from)}, QStringList{"--all"}}) {
+            const QByteArray text =
+                runProgram(QStringList{"check", project(), "--json"} + of + options()).output;
+            for (const QJsonValue & each : QJsonDocument::fromJson(text).object()["findings"].toArray()) {
+                static const QStringList outcomes{"refused", "differs", "silent"};
+                if (!outcomes.contains(each["outcome"].toString())) {
+                    continue;
+                }
+                const bool isTable = each["statement"]["action"] == QJsonValue("CREATE_TABLE");
+                for (const QJsonValue & object : each["objects"].toArray()) {
+                    note(names, object, isTable, told);
+                }
+            }
+        }
+        return told;
+    }
     [[nodiscard]] QString project() const { return m_folder->filePath(QStringLiteral("shop.korv")); }
     [[nodiscard]] QStringList options() const { return {"--db", m_database, "--relationships", "yes"}; }
     /// The scripts that make the version.
@@ -127,6 +290,9 @@ private:
     std::unique_ptr<database::server::target_database> m_target;
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_database;
+    int m_tables = 0; ///< of the chains
+    int m_same = 0;   ///< of these: as the step leaves them
+    int m_differences = 0;
 };
 
 QTEST_GUILESS_MAIN(tst_distant_steps)
