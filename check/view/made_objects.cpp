@@ -38,6 +38,10 @@ void made_objects::add(const database::statement & done, const plugin::statement
         m_sequences.insert(keyOf(sequence->sequence.text), record.entity);
     } else if (changeOf<database::drop_table>(done) != nullptr) {
         m_tables.remove(record.entity);
+    } else if (changeOf<database::rename_table>(done) != nullptr) {
+        m_keptTables.erase(record.entity);
+    } else if (changeOf<database::rename_column>(done) != nullptr) {
+        m_keptColumns.erase(record.property);
     }
 }
 

@@ -48,6 +48,26 @@ const char * const Dropped = "{'id': 1, 'name': 'client', 'properties': ["
                              "{'id': 2, 'name': 'site', 'properties': ["
                              "{'id': 20, 'name': 'id', 'type': 'long', 'identifier': true}]}";
 
+/// A table, and beside it another one whose name it takes over too early; a column is renamed with it.
+const char * const Gig = "{'id': 1, 'name': 'gig', 'properties': ["
+                         "{'id': 10, 'name': 'id', 'type': 'long', 'identifier': true},"
+                         "{'id': 11, 'name': 'seats', 'type': 'int'}]},"
+                         "{'id': 2, 'name': 'hall', 'tableName': 'concert', 'properties': ["
+                         "{'id': 20, 'name': 'id', 'type': 'long', 'identifier': true}]}";
+const char * const OntoTaken = "{'id': 1, 'name': 'concert', 'properties': ["
+                               "{'id': 10, 'name': 'id', 'type': 'long', 'identifier': true},"
+                               "{'id': 11, 'name': 'places', 'type': 'int'}]},"
+                               "{'id': 2, 'name': 'hall', 'tableName': 'concert', 'properties': ["
+                               "{'id': 20, 'name': 'id', 'type': 'long', 'identifier': true}]}";
+const char * const AfterTaken = "{'id': 1, 'name': 'concert', 'properties': ["
+                                "{'id': 10, 'name': 'id', 'type': 'long', 'identifier': true},"
+                                "{'id': 11, 'name': 'places', 'type': 'int', 'index': true},"
+                                "{'id': 12, 'name': 'fee', 'type': 'double'}]}";
+
+const char * const RenamedAgain = "{'id': 1, 'name': 'festival', 'properties': ["
+                                  "{'id': 10, 'name': 'id', 'type': 'long', 'identifier': true},"
+                                  "{'id': 11, 'name': 'rooms', 'type': 'int'}]}";
+
 } // namespace
 
 class tst_diff_findings : public QObject
@@ -214,6 +234,44 @@ private Q_SLOTS:
         const QByteArray near = diff(QStringList{m_sProject, "v3", "now", "--sql"} + options).output;
         QVERIFY2(near.contains("idx_client_mail"), near.constData());
     }
+    /// A rename that was refused, or that a script has as a comment alone, leaves tables and columns as they
+    /// were called: a step that begins after it speaks of them by these names.
+    void namesOfWhatWasNotRenamed_data()
+    {
+        QTest::addColumn<QStringList>("statements");
+        QTest::addColumn<QStringList>("renames");
+        const QStringList plain{"DROP TABLE concert;", "CREATE INDEX idx_concert_places ON gig (seats);"};
+        QTest::newRow("postgresql") << plain + QStringList{"ALTER TABLE gig ADD COLUMN fee FLOAT;"}
+                                    << QStringList{"ALTER TABLE gig RENAME TO festival;",
+                                                   "ALTER TABLE festival RENAME COLUMN seats TO rooms;"};
+        QTest::newRow("mysql") << QStringList{"DROP TABLE `concert`;",
+                                              "CREATE INDEX idx_concert_places ON `gig` (`seats`);",
+                                              "ALTER TABLE `gig` ADD COLUMN `fee` DOUBLE;"}
+                               << QStringList{"RENAME TABLE `gig` TO `festival`;",
+                                              "ALTER TABLE `festival` CHANGE `seats` `rooms` INTEGER;"};
+        QTest::newRow("oracle") << plain + QStringList{"ALTER TABLE gig ADD fee FLOAT;"}
+                                << QStringList{"ALTER TABLE gig RENAME TO festival;",
+                                               "ALTER TABLE festival RENAME COLUMN seats TO rooms;"};
+        QTest::newRow("mssqlserver") << plain + QStringList{"ALTER TABLE gig ADD fee FLOAT;"}
+                                     << QStringList{"EXEC sp_rename 'gig', 'festival';",
+                                                    "EXEC sp_rename 'festival.seats', 'rooms', 'COLUMN';"};
+        QTest::newRow("sqlite") << plain + QStringList{"ALTER TABLE gig ADD COLUMN fee FLOAT;"}
+                                << QStringList{"ALTER TABLE gig RENAME TO festival;"};
+    }
+    void namesOfWhatWasNotRenamed()
+    {
+        QFETCH(QStringList, renames);
+        tagVersions({Gig, OntoTaken, OntoTaken});
+        importText(AfterTaken);
+        QTEST(linesWith(QRegularExpression("concert|gig")), "statements");
+        // What is renamed in the step itself has its new name from there on.
+        importText(RenamedAgain);
+        QCOMPARE(linesWith(QRegularExpression("^[^-]*(gig|rooms|festival)")), renames);
+        // The step of neighbours is the one that an export writes.
+        const QByteArray near =
+            diff({m_sProject, "v3", "now", "--sql", "--db", QTest::currentDataTag()}).output;
+        QVERIFY2(!near.contains("gig") && !near.contains("seats"), near.constData());
+    }
     void namesThatACustomScriptWrites()
     {
         tagVersions({Made, Renamed, Renamed});
@@ -236,6 +294,13 @@ private:
     static program_result diff(const QStringList & arguments)
     {
         return runProgram(QStringList{QStringLiteral("diff")} + arguments);
+    }
+    /// The lines of the script from version 2 to now that say so.
+    [[nodiscard]] QStringList linesWith(const QRegularExpression & what) const
+    {
+        const QByteArray script =
+            diff({m_sProject, "v2", "now", "--sql", "--db", QTest::currentDataTag()}).output;
+        return QString::fromUtf8(script).split(u'\n').filter(what);
     }
     /// A project with three versions and another state.
     void makeHistory(unsigned seed)
