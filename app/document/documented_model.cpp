@@ -56,14 +56,17 @@ const std::vector<entity_step> * documented_model::historyOf(long entity) const
 
 QStringList documented_model::columnsOf(const model::property & property) const
 {
-    if (property.isTransient() || property.getColumnNameCount() == 0) {
+    const auto table = m_sql.tables.constFind(property.getEntityId());
+    if (table == m_sql.tables.constEnd() || property.isTransient() || property.getColumnNameCount() == 0) {
         return {};
     }
     const QString given = property.getColumnName();
     QStringList columns =
         given.isEmpty() ? QStringList(property.getName()) : given.split(model::ColumnSeparator);
-    const sql_table table = m_sql.tables.value(property.getEntityId());
-    columns.removeIf([&](const QString & column) { return !table.hasColumn(column); });
+    if (property.hasRelationship() && property.getRelation()->getType() == model::relationship::one_to_one) {
+        // It has no columns of its own, but may name those of another property.
+        columns.removeIf([&](const QString & column) { return !table->hasColumn(column); });
+    }
     return columns;
 }
 

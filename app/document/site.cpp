@@ -16,6 +16,9 @@ namespace app {
 
 namespace {
 
+/// Entities: a picture of more would show nothing that can be read, and take minutes to lay out.
+constexpr qsizetype MostDrawn = 200;
+
 /// A page that all others lead to.
 struct main_page
 {
@@ -53,6 +56,12 @@ public:
     void make()
     {
         const QSize diagram = hasDiagram() ? addDiagram() : QSize();
+        if (m_model.entities().size() > MostDrawn) {
+            m_made.note =
+                QStringLiteral("There is no diagram of all entities, since more than %1 make no picture; "
+                               "the page of each shows what it is related to")
+                    .arg(MostDrawn);
+        }
         addPage(IndexPage, QStringLiteral("index"), {}, indexData(m_model, diagram));
         if (!m_model.enumerations().isEmpty()) {
             addPage(EnumerationPage, QStringLiteral("enumerations"), QStringLiteral("Enumerations"),
@@ -74,7 +83,10 @@ public:
     }
 
 private:
-    [[nodiscard]] bool hasDiagram() const { return !m_model.entities().isEmpty(); }
+    [[nodiscard]] bool hasDiagram() const
+    {
+        return !m_model.entities().isEmpty() && m_model.entities().size() <= MostDrawn;
+    }
 
     void addMain(bool isThere, const QString & page, const QString & text)
     {

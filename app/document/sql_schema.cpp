@@ -3,6 +3,7 @@
 #include "app/export_options.h"
 #include "app/script_guard.h"
 
+#include "check/view/model_names.h"
 #include "context/ctx_project.h"
 #include "context/ctx_scoped.h"
 #include "database/facts/facts.h"
@@ -35,10 +36,10 @@ QList<plugin::statement_database> chosenOf(const QList<plugin::statement_databas
     return chosen;
 }
 
-/// Adds the columns of `made` to `table`, with their types in the database of that index.
-void addColumns(const database::create_table & made, qsizetype index, sql_table & table)
+/// Adds the columns `made` to `table`, with their types in the database of that index.
+void addColumns(const std::vector<database::column_definition> & made, qsizetype index, sql_table & table)
 {
-    for (const database::column_definition & column : made.columns) {
+    for (const database::column_definition & column : made) {
         auto same = std::find_if(table.columns.begin(), table.columns.end(), [&](const sql_column & each) {
             return each.name == column.name.text && each.types.size() <= index;
         });
@@ -50,35 +51,50 @@ void addColumns(const database::create_table & made, qsizetype index, sql_table 
     }
 }
 
-/// The table that `record` makes; nothing when it makes none.
-std::optional<database::create_table> tableOf(const statement_record & record)
+bool makesTable(const statement_record & record)
 {
-    if (record.action != statement_action::create_table &&
-        record.action != statement_action::create_extra_table) {
-        return {};
-    }
+    return record.action == statement_action::create_table ||
+           record.action == statement_action::create_extra_table;
+}
+
+/// The columns of the table that `record` makes; none when its names make the statement one that nobody can
+/// read.
+std::vector<database::column_definition> columnsOf(const statement_record & record)
+{
     for (const database::statement & each :
          database::readStatements(record.text, database::writer::exporter)) {
         if (const auto * const made = std::get_if<database::create_table>(&each.asked)) {
-            return *made;
+            return made->columns;
         }
     }
     return {};
 }
 
-sql_table & tableFor(const statement_record & record, const QString & name, sql_schema & schema)
+/// The link tables of a model by the ids of their relationships.
+using link_names = QHash<long, QString>;
+
+link_names linkNamesOf(const model::project & project)
+{
+    link_names names;
+    for (const auto & entity : project.getListOfAllEntities()->values()) {
+        for (const auto & relationship : entity->getListOfRelation()->values()) {
+            names.insert(relationship->getId(), relationship->getExtraTable());
+        }
+    }
+    return names;
+}
+
+sql_table & tableFor(const statement_record & record, const link_names & names, sql_schema & schema)
 {
     if (record.action == statement_action::create_table) {
-        sql_table & table = schema.tables[record.entity];
-        table.name = name;
-        return table;
+        return schema.tables[record.entity];
     }
     for (auto & [relationship, table] : schema.linkTables) {
         if (relationship == record.relationship) {
             return table;
         }
     }
-    schema.linkTables.append({record.relationship, {name, {}}});
+    schema.linkTables.append({record.relationship, {names.value(record.relationship), {}}});
     return schema.linkTables.last().second;
 }
 
@@ -108,6 +124,7 @@ ZkBool readSqlSchema(plugin::statement_source & statements, const std::shared_pt
     if (const ZkBool listed = statements.listDatabases(all); !listed) {
         return listed;
     }
+    const link_names links = linkNamesOf(*project);
     for (const plugin::statement_database & each : chosenOf(all, keys)) {
         const plugin::statement_list list = statements.fullStatements(
             *project, {{DatabaseOption, each.key}, {RelationshipsOption, QStringLiteral("yes")}});
@@ -115,14 +132,16 @@ ZkBool readSqlSchema(plugin::statement_source & statements, const std::shared_pt
             return list.outcome;
         }
         for (const statement_record & record : list.records) {
-            if (const std::optional<database::create_table> made = tableOf(record)) {
-                addColumns(*made, schema.databases.size(), tableFor(record, made->table.text, schema));
+            if (makesTable(record)) {
+                addColumns(columnsOf(record), schema.databases.size(), tableFor(record, links, schema));
             }
         }
         schema.databases << each.label;
     }
-    for (sql_table & table : schema.tables) {
-        evenOut(table, schema.databases.size());
+    for (auto table = schema.tables.begin(); table != schema.tables.end(); ++table) {
+        const auto entity = project->getEntityById(table.key());
+        table->name = entity ? check::tableNameOf(*entity) : QString();
+        evenOut(*table, schema.databases.size());
     }
     for (auto & [relationship, table] : schema.linkTables) {
         evenOut(table, schema.databases.size());

@@ -183,7 +183,26 @@ private Q_SLOTS:
         QCOMPARE(result.errors, QByteArray("Graphviz (dot) is not installed; install Graphviz for a layout. "
                                            "The entities are arranged in a grid\n"));
         QCOMPARE(result.status, 0);
-        QCOMPARE(bytesOf(file("diagram.svg")).count("<a class=\"box\" "), 2);
+        QCOMPARE(bytesOf(file("diagram.svg")).count("<g class=\"box\">"), 2);
+    }
+    void tooManyForOnePicture()
+    {
+        QByteArrayList entities;
+        for (int i = 1; i <= 201; ++i) {
+            entities << QByteArray(Note)
+                            .replace("'id': 10", "'id': " + QByteArray::number(1000 + i))
+                            .replace("'id': 1,", "'id': " + QByteArray::number(i) + ',');
+        }
+        QCOMPARE(document(entities.mid(0, 200).join(',')).errors, QByteArray());
+        QVERIFY(QFile::exists(file("diagram.html")));
+        QCOMPARE(
+            document(entities.join(',')).errors,
+            QByteArray("There is no diagram of all entities, since more than 200 make no picture; the page "
+                       "of each shows what it is related to\n"));
+        QVERIFY(!QFile::exists(file("diagram.html")));
+        QVERIFY(!QFile::exists(file("diagram.svg")));
+        QVERIFY(!bytesOf(file("index.html")).contains("diagram"));
+        QVERIFY(QFile::exists(file("entity-201.html")));
     }
     void wrongCommandLines_data()
     {

@@ -112,6 +112,15 @@ private Q_SLOTS:
         QVERIFY(pageOf("entity-1.html").contains("<dd>1</dd>"));
         QVERIFY(pageOf("entity-2.html").contains("<dd>2</dd>"));
     }
+    void namesThatBreakStatements()
+    {
+        const QByteArray others = R"(, {"id": 8, "name": "first name", "type": "QString"})";
+        document({entityText(1, "\"my (own) table\"", others)}, {});
+        const QString page = pageOf("entity-1.html");
+        QVERIFY(page.contains("<dt>Table</dt><dd><code>my (own) table</code></dd>"));
+        QCOMPARE(rows(section(page, "properties"))[1],
+                 QString("first name | first name | QString | yes | – | – | –"));
+    }
     void longNames()
     {
         const QString name(3000, QLatin1Char('w'));
