@@ -57,7 +57,7 @@ QString keyMarkOf(const property & of)
         marks << QStringLiteral("primary");
     }
     if (of.isIdentifier() && of.isNumber(true, -1)) {
-        marks << QStringLiteral("counted");
+        marks << QStringLiteral("auto-increment");
     }
     if (of.hasRelationship() && of.getRelation()->hasColumns()) {
         marks << QStringLiteral("foreign");

@@ -116,7 +116,7 @@ private Q_SLOTS:
         QVERIFY(page.contains("<dt>Table</dt><dd><code>t_concert</code></dd>"));
         QVERIFY(page.contains("<dt>Since</dt><dd>v1</dd>"));
         QCOMPARE(rows(section(page, "properties")),
-                 QStringList({"id | gig_id | long long | no | primary, counted | – | –",
+                 QStringList({"id | gig_id | long long | no | primary, auto-increment | – | –",
                               "starts_at | starts_at | QDateTime | no | – | – | yes",
                               "length | length | QTime | yes | – | – | –",
                               "stage | stage_id | stage | yes | foreign | – | –",
@@ -252,7 +252,29 @@ private Q_SLOTS:
         QVERIFY(!page.contains("istory"));
         QVERIFY(!page.contains("Enumerations"));
         QCOMPARE(rows(section(page, "properties")),
-                 QStringList("id | id | long | no | primary, counted | – | –"));
+                 QStringList("id | id | long | no | primary, auto-increment | – | –"));
+    }
+    void manyNeighbours()
+    {
+        QByteArrayList entities{
+            "{'id': 1, 'name': 'hub', 'properties': [{'id': 1, 'name': 'id', 'type': 'long', "
+            "'identifier': true}]}"};
+        for (int i = 2; i <= 21; ++i) {
+            const QByteArray id = QByteArray::number(i);
+            entities << "{'id': " + id + ", 'name': 'spoke', 'properties': [{'id': " + id +
+                            ", 'name': 'id', 'type': 'long', 'identifier': true}, {'id': 10" + id +
+                            ", 'name': 'hub', 'relationship': {'id': " + id +
+                            ", 'type': 'many-to-one', 'target': 1}}]}";
+        }
+        const QDir site(path("hub"));
+        const QByteArray text = textOf(entities.join(',').replace('\'', '"'));
+        QCOMPARE(runProgram({"document", "-", "-o", site.path()}, {}, text).status, 0);
+        const QString page = pageOf(site, "entity-1.html");
+        QCOMPARE(page.count("<g class=\"box\">"), 16);
+        QCOMPARE(page.count("<g class=\"line\">"), 16);
+        QVERIFY(page.contains(
+            "<figcaption>hub and what it is related to; 4 more are in the lists below</figcaption>"));
+        QCOMPARE(rows(section(page, "referrers")).size(), 20);
     }
     void emptyModel()
     {
