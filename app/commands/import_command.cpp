@@ -166,7 +166,9 @@ int import_command::runDatabase()
     if (!done.result) {
         return failed(done.result.getDesc());
     }
-    printBytes(done.plan);
+    if (done.plan) {
+        printBytes(diffText(*done.plan));
+    }
     tellRest(done);
     printDone(QStringLiteral("%1 (entities: %2; without a place in the model: %3)")
                   .arg(m_request.isPlan

@@ -44,59 +44,47 @@ private:
     QList<QRegularExpression> m_patterns;
 };
 
-/// One import, from the database to the project.
+/// Whether there is a table of such a name.
+ZkBool checkChoice(const held_schema & held, const table_choice & choice)
+{
+    constexpr qsizetype shown = 10;
+    QStringList names;
+    for (const auto & [key, table] : held.found.tables) {
+        if (choice.holds(table.name)) {
+            return ZkBool::success();
+        }
+        names += table.name;
+    }
+    const QString all = names.size() <= shown ? names.join(QStringLiteral(", "))
+                                              : names.mid(0, shown).join(QStringLiteral(", ")) +
+                                                    QStringLiteral(" and %1 more").arg(names.size() - shown);
+    return ZkBool::failure(
+        QStringLiteral("%1: no table is called as --tables says; there are %2").arg(held.name, all));
+}
+
+/// One import, from what was read to the project.
 class importing
 {
 public:
-    importing(const database_import_request & request, plugin::statement_source & statements,
+    importing(const held_schema & held, const import_choice & choice, plugin::statement_source & statements,
               database_import_result & done)
-        : m_request(request), m_statements(statements), m_choice(request.tables), m_done(done)
+        : m_held(held), m_choice(choice), m_statements(statements), m_done(done)
     {
     }
 
     ZkBool run()
     {
-        ZkBool result = readSchema(m_request.from, m_held);
-        if (result) {
-            result = checkChoice();
-        }
-        if (result) {
-            result = existingProject(m_request.projectFile, m_existing);
-        }
+        ZkBool result = existingProject(m_choice.projectFile, m_existing);
         if (result) {
             result = prepare();
         }
-        if (!result) {
-            return result;
+        if (result) {
+            result = m_choice.isPlan ? plan() : store();
         }
-        result = m_request.isPlan ? plan() : store();
         return result ? tellRest() : result;
     }
 
 private:
-    [[nodiscard]] ZkBool checkChoice() const
-    {
-        const auto & tables = m_held.found.tables;
-        const bool isAny = std::any_of(tables.begin(), tables.end(), [this](const auto & each) {
-            return m_choice.holds(each.second.name);
-        });
-        return isAny ? ZkBool::success()
-                     : ZkBool::failure(QStringLiteral("%1: no table is called as --tables says; there are %2")
-                                           .arg(m_held.name, tableNames()));
-    }
-
-    [[nodiscard]] QString tableNames() const
-    {
-        constexpr qsizetype shown = 10;
-        QStringList names;
-        for (const auto & [key, table] : m_held.found.tables) {
-            names += table.name;
-        }
-        return names.size() <= shown ? names.join(QStringLiteral(", "))
-                                     : names.mid(0, shown).join(QStringLiteral(", ")) +
-                                           QStringLiteral(" and %1 more").arg(names.size() - shown);
-    }
-
     /// Asks what depends on the settings of the project, which nobody may read while it is written.
     [[nodiscard]] ZkBool prepare()
     {
@@ -114,13 +102,8 @@ private:
     [[nodiscard]] ZkBool merge(const model::project * existing, model::project & next)
     {
         model::project former(1);
-        check::schema_import import{m_held.found,
-                                    *m_held.known,
-                                    *m_types,
-                                    m_meant,
-                                    [this](const QString & table) { return m_choice.holds(table); },
-                                    m_request.tellsLinks,
-                                    {}};
+        check::schema_import import{m_held.found,      *m_held.known,       *m_types, m_meant,
+                                    m_choice.isChosen, m_choice.tellsLinks, {}};
         if (existing) {
             // A copy, since the objects are taken apart.
             const ZkBool copied =
@@ -131,7 +114,7 @@ private:
             const storage::id_marks marks = storage::marksOf(*existing);
             import.ids = {marks.entity + 1, marks.property + 1, marks.relationship + 1};
         } else {
-            former.setName(QFileInfo(m_request.projectFile).completeBaseName());
+            former.setName(QFileInfo(m_choice.projectFile).completeBaseName());
         }
         m_done.renames = check::mergeSchema(import, former, next);
         return storage::text_form::follow(next, m_held.name, existing);
@@ -142,9 +125,9 @@ private:
         m_next = std::make_shared<model::project>(1);
         const ZkBool merged = merge(m_existing.get(), *m_next);
         if (merged) {
-            m_done.plan = planOf(m_request.projectFile, m_existing, m_held.name, m_next);
+            m_done.plan = plannedChanges(m_choice.projectFile, m_existing, m_held.name, m_next);
             if (m_existing) {
-                m_next->setFileName(m_request.projectFile); // whose settings count
+                m_next->setFileName(m_choice.projectFile); // whose settings count
             }
         }
         return merged;
@@ -153,12 +136,12 @@ private:
     [[nodiscard]] ZkBool store()
     {
         const QSqlError error = storage::project_file::replace(
-            m_request.projectFile, [this](const model::project * existing, model::project & next) {
+            m_choice.projectFile, [this](const model::project * existing, model::project & next) {
                 const ZkBool merged = merge(existing, next);
                 return merged ? QSqlError()
                               : QSqlError(QString(), merged.getDesc(), QSqlError::StatementError);
             });
-        return error.isValid() ? ZkBool::failure(error.text()) : openProject(m_request.projectFile, m_next);
+        return error.isValid() ? ZkBool::failure(error.text()) : openProject(m_choice.projectFile, m_next);
     }
 
     /// Compares what the scripts of the model make with what is there.
@@ -166,10 +149,9 @@ private:
     {
         database::catalogue made;
         const ZkBool result = scriptedSchema(m_statements, m_next, *m_held.known, made);
-        const auto isSelected = [this](const QString & table) { return m_choice.holds(table); };
-        m_done.leftOut = madeOtherwise(m_held, made, isSelected);
+        m_done.leftOut = madeOtherwise(m_held, made, m_choice.isChosen);
         for (const database::left_out & each : m_held.leftOut) {
-            if (each.table.isEmpty() || isSelected(each.table)) {
+            if (each.table.isEmpty() || m_choice.isChosen(each.table)) {
                 m_done.leftOut.append(each);
             }
         }
@@ -181,11 +163,10 @@ private:
         return result;
     }
 
-    const database_import_request & m_request;
+    const held_schema & m_held;
+    const import_choice & m_choice;
     plugin::statement_source & m_statements;
-    table_choice m_choice;
     database_import_result & m_done;
-    held_schema m_held;
     std::shared_ptr<model::project> m_existing; ///< null for a new project
     std::shared_ptr<model::project> m_next;
     std::optional<database::catalogue> m_meant; ///< what the scripts of the existing one make
@@ -194,12 +175,29 @@ private:
 
 } // namespace
 
+database_import_result importSchema(const held_schema & held, const import_choice & choice,
+                                    plugin::statement_source & statements)
+{
+    database_import_result done;
+    done.result = importing(held, choice, statements, done).run();
+    return done;
+}
+
 database_import_result importDatabase(const database_import_request & request,
                                       plugin::statement_source & statements)
 {
+    const table_choice choice(request.tables);
+    held_schema held;
     database_import_result done;
-    done.result = importing(request, statements, done).run();
-    return done;
+    done.result = readSchema(request.from, held);
+    if (done.result) {
+        done.result = checkChoice(held, choice);
+    }
+    const auto isChosen = [&choice](const QString & table) { return choice.holds(table); };
+    return done.result
+               ? importSchema(held, {request.projectFile, isChosen, request.tellsLinks, request.isPlan},
+                              statements)
+               : done;
 }
 
 QStringList renameLines(const std::vector<check::possible_rename> & renames, bool isPlan)

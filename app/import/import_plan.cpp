@@ -1,6 +1,5 @@
 #include "app/import/import_plan.h"
 
-#include "app/diff_report.h"
 #include "app/project_work.h"
 
 #include "model/project.h"
@@ -14,8 +13,8 @@ ZkBool existingProject(const QString & projectFile, std::shared_ptr<model::proje
     return replacesModel(projectFile) ? openProject(projectFile, project) : ZkBool::success();
 }
 
-QByteArray planOf(const QString & projectFile, const std::shared_ptr<model::project> & existing,
-                  const QString & source, const std::shared_ptr<model::project> & next)
+diff_report plannedChanges(const QString & projectFile, const std::shared_ptr<model::project> & existing,
+                           const QString & source, const std::shared_ptr<model::project> & next)
 {
     diff_report report;
     report.hasTwoSources = true;
@@ -28,7 +27,7 @@ QByteArray planOf(const QString & projectFile, const std::shared_ptr<model::proj
         report.states.before->setName(next->getName());
     }
     report.changes = model::difference(*report.states.before, *next);
-    return diffText(report);
+    return report;
 }
 
 text_plan planOfText(const QString & modelFile, const QString & projectFile)
@@ -43,7 +42,9 @@ text_plan planOfText(const QString & modelFile, const QString & projectFile)
     if (plan.result) {
         const auto next = std::make_shared<model::project>(1);
         plan.result = readModel(text, shownName(modelFile), existing.get(), *next, plan.warnings);
-        plan.text = plan.result ? planOf(projectFile, existing, shownName(modelFile), next) : QByteArray();
+        if (plan.result) {
+            plan.text = diffText(plannedChanges(projectFile, existing, shownName(modelFile), next));
+        }
     }
     return plan;
 }

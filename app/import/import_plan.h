@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/diff_report.h"
+
 #include "zk/zk_bool.h"
 
 #include <QByteArray>
@@ -18,11 +20,13 @@ namespace app {
 [[nodiscard]] zk::ZkBool existingProject(const QString & projectFile,
                                          std::shared_ptr<model::project> & project);
 
-/// What an import would change, in the words of a comparison.
+/// What an import would change.
 /// @param existing null for a project that is not there yet
 /// @param source name of what is imported
-[[nodiscard]] QByteArray planOf(const QString & projectFile, const std::shared_ptr<model::project> & existing,
-                                const QString & source, const std::shared_ptr<model::project> & next);
+[[nodiscard]] diff_report plannedChanges(const QString & projectFile,
+                                         const std::shared_ptr<model::project> & existing,
+                                         const QString & source,
+                                         const std::shared_ptr<model::project> & next);
 
 /// What an import of a text would change.
 struct text_plan

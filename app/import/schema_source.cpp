@@ -90,11 +90,15 @@ ZkBool readOf(readable_database & from, held_schema & held)
 ZkBool readPlace(const schema_request & request, held_schema & held)
 {
     QString why;
-    const server_url place = database::server::readUrl(request.source, why).value_or(server_url());
+    server_url place = database::server::readUrl(request.source, why).value_or(server_url());
+    if (request.password && !request.password->isEmpty()) {
+        place.password = *request.password;
+    }
     held.name = place.shown();
-    const auto opened = openAsking(place, why, [&request](const server_url & at, QString & reason) {
+    const auto open = [&request](const server_url & at, QString & reason) {
         return database::server::openToRead(at, request.schema, reason);
-    });
+    };
+    const auto opened = request.password ? open(place, why) : openAsking(place, why, open);
     return opened ? readOf(*opened, held) : failure(held.name, why);
 }
 

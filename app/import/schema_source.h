@@ -7,6 +7,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 namespace database {
 struct facts;
 }
@@ -29,6 +31,8 @@ struct schema_request
     QString database;          ///< key of the one that a script runs on; empty for a URL
     QString schema;            ///< see database::server::openToRead()
     bool skipsRefused = false; ///< statements of the script that are refused are listed, and do not end it
+    /// Of the server, when it is given apart from the URL; empty for none. Nobody is asked for it then.
+    std::optional<QString> password;
 };
 
 /// Whether `text` names a database or a script, not a model in text form.
