@@ -186,4 +186,14 @@ plugin::statement_source * chooseStatementSource(const found_plugins & found, co
     return source;
 }
 
+plugin::statement_source * firstStatementSource(const found_plugins & found)
+{
+    for (const auto & loaded : found.plugins) {
+        if (auto * const source = qobject_cast<plugin::statement_source *>(loaded->getInterface())) {
+            return source;
+        }
+    }
+    return nullptr;
+}
+
 } // namespace app

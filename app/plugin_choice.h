@@ -47,6 +47,9 @@ plugin::export_interface * choosePlugin(const found_plugins & found, const plugi
 plugin::statement_source * chooseStatementSource(const found_plugins & found, const plugin_request & request,
                                                  int & status, QString & reason);
 
+/// The first plug-in that tells the statements of its scripts; null when none does.
+[[nodiscard]] plugin::statement_source * firstStatementSource(const found_plugins & found);
+
 /// Says that the plug-in folders have none, and what to do.
 [[nodiscard]] QString noPluginText();
 

@@ -107,6 +107,116 @@
     </message>
 </context>
 <context>
+    <name>app::database_controller</name>
+    <message>
+        <source>This changes the model of &apos;%1&apos; to that of %2. Settings and versions are kept.</source>
+        <translation>Das Modell von ‚%1‘ wird zu dem von %2. Einstellungen und Versionen bleiben erhalten.</translation>
+    </message>
+    <message>
+        <source>This makes the project &apos;%1&apos; of %2.</source>
+        <translation>Aus %2 wird das Projekt ‚%1‘.</translation>
+    </message>
+    <message>
+        <source>Without a place in the model, or made otherwise by scripts: %1. The messages list them after the import.</source>
+        <translation>Ohne Platz im Modell oder von Skripten anders angelegt: %1. Die Meldungen führen das nach dem Import auf.</translation>
+    </message>
+    <message>
+        <source>Import of %1</source>
+        <translation>Import von %1</translation>
+    </message>
+    <message>
+        <source>Project &apos;%1&apos; imported into %2 (entities: %3; without a place in the model: %4)</source>
+        <translation>Projekt ‚%1‘ in %2 importiert (Entitäten: %3; ohne Platz im Modell: %4)</translation>
+    </message>
+</context>
+<context>
+    <name>app::database_dialog</name>
+    <message>
+        <source>SQLite file</source>
+        <translation>SQLite-Datei</translation>
+    </message>
+    <message>
+        <source>PostgreSQL</source>
+        <translation>PostgreSQL</translation>
+    </message>
+    <message>
+        <source>MariaDB</source>
+        <translation>MariaDB</translation>
+    </message>
+    <message>
+        <source>MySQL</source>
+        <translation>MySQL</translation>
+    </message>
+    <message>
+        <source>SQL script for SQLite</source>
+        <translation>SQL-Skript für SQLite</translation>
+    </message>
+    <message>
+        <source>SQL script for PostgreSQL</source>
+        <translation>SQL-Skript für PostgreSQL</translation>
+    </message>
+    <message>
+        <source>SQL script for MariaDB</source>
+        <translation>SQL-Skript für MariaDB</translation>
+    </message>
+    <message>
+        <source>&amp;Browse…</source>
+        <translation>&amp;Durchsuchen…</translation>
+    </message>
+    <message>
+        <source>&amp;Connect</source>
+        <translation>&amp;Verbinden</translation>
+    </message>
+    <message>
+        <source>&amp;All tables</source>
+        <translation>&amp;Alle Tabellen</translation>
+    </message>
+    <message>
+        <source>Tables that only &amp;link two others become many-to-many relationships</source>
+        <translation>Tabellen, die nur zwei andere ver&amp;knüpfen, werden zu n:m-Beziehungen</translation>
+    </message>
+    <message>
+        <source>&amp;Next…</source>
+        <translation>&amp;Weiter…</translation>
+    </message>
+    <message>
+        <source>Korvane - Import from database</source>
+        <translation>Korvane - Import aus einer Datenbank</translation>
+    </message>
+    <message>
+        <source>Reads which tables there are; the database stays as it is</source>
+        <translation>Liest, welche Tabellen es gibt; die Datenbank bleibt, wie sie ist</translation>
+    </message>
+    <message>
+        <source>&amp;Kind:</source>
+        <translation>A&amp;rt:</translation>
+    </message>
+    <message>
+        <source>&amp;File or URL:</source>
+        <translation>Datei &amp;oder URL:</translation>
+    </message>
+    <message>
+        <source>&amp;Password:</source>
+        <translation>&amp;Passwort:</translation>
+    </message>
+    <message>
+        <source>&amp;Schema:</source>
+        <translation>&amp;Schema:</translation>
+    </message>
+    <message>
+        <source>Tables of the database</source>
+        <translation>Tabellen der Datenbank</translation>
+    </message>
+    <message>
+        <source>%1 can be read: 1 table</source>
+        <translation>%1 lässt sich lesen: 1 Tabelle</translation>
+    </message>
+    <message>
+        <source>%1 can be read: %2 tables</source>
+        <translation>%1 lässt sich lesen: %2 Tabellen</translation>
+    </message>
+</context>
+<context>
     <name>app::diagram_contents</name>
     <message>
         <source>… %1 more</source>
@@ -709,6 +819,10 @@ Möchten Sie es ausführen? Bei Nein lässt der Export es weg.</translation>
     <message>
         <source>Import</source>
         <translation>Importieren</translation>
+    </message>
+    <message>
+        <source>What there is to know</source>
+        <translation>Was zu wissen ist</translation>
     </message>
 </context>
 <context>
@@ -1489,6 +1603,14 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
         <source>Ten minutes from a model to migration scripts, in your browser.</source>
         <translation>In zehn Minuten vom Modell zu Migrationsskripten, im Browser.</translation>
     </message>
+    <message>
+        <source>Import from a database…</source>
+        <translation>Aus einer Datenbank importieren…</translation>
+    </message>
+    <message>
+        <source>The tables of a SQLite file, of a PostgreSQL, MariaDB or MySQL server, or of a script become the model.</source>
+        <translation>Die Tabellen einer SQLite-Datei, eines Servers von PostgreSQL, MariaDB oder MySQL oder eines Skripts werden zum Modell.</translation>
+    </message>
 </context>
 <context>
     <name>app::whole_file</name>
@@ -1513,7 +1635,7 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
     </message>
     <message>
         <source>Re&amp;load</source>
-        <translation>&amp;Neu laden</translation>
+        <translation>Neu &amp;laden</translation>
     </message>
     <message>
         <source>Read the project file again</source>
@@ -1630,6 +1752,14 @@ Das Fenster zeigt weiterhin das Projekt, wie es zuletzt gelesen wurde. Um sein M
     <message>
         <source>Make a project of a small model, which is written as text beside it</source>
         <translation>Ein Projekt aus einem kleinen Modell anlegen, das daneben als Text geschrieben wird</translation>
+    </message>
+    <message>
+        <source>Import from &amp;database…</source>
+        <translation>Aus &amp;Datenbank importieren…</translation>
+    </message>
+    <message>
+        <source>Make the model that of a database: a SQLite file, a server, or a script</source>
+        <translation>Das Modell zu dem einer Datenbank machen: einer SQLite-Datei, eines Servers oder eines Skripts</translation>
     </message>
 </context>
 <context>

@@ -107,6 +107,116 @@
     </message>
 </context>
 <context>
+    <name>app::database_controller</name>
+    <message>
+        <source>This changes the model of &apos;%1&apos; to that of %2. Settings and versions are kept.</source>
+        <translation>Le modèle de «&#xa0;%1&#xa0;» devient celui de %2. Les paramètres et les versions sont conservés.</translation>
+    </message>
+    <message>
+        <source>This makes the project &apos;%1&apos; of %2.</source>
+        <translation>Le projet «&#xa0;%1&#xa0;» est créé à partir de %2.</translation>
+    </message>
+    <message>
+        <source>Without a place in the model, or made otherwise by scripts: %1. The messages list them after the import.</source>
+        <translation>Sans place dans le modèle, ou fait autrement par les scripts&#xa0;: %1. Les messages en donnent la liste après l&apos;import.</translation>
+    </message>
+    <message>
+        <source>Import of %1</source>
+        <translation>Import de %1</translation>
+    </message>
+    <message>
+        <source>Project &apos;%1&apos; imported into %2 (entities: %3; without a place in the model: %4)</source>
+        <translation>Projet «&#xa0;%1&#xa0;» importé dans %2 (entités&#xa0;: %3&#x202f;; sans place dans le modèle&#xa0;: %4)</translation>
+    </message>
+</context>
+<context>
+    <name>app::database_dialog</name>
+    <message>
+        <source>SQLite file</source>
+        <translation>Fichier SQLite</translation>
+    </message>
+    <message>
+        <source>PostgreSQL</source>
+        <translation>PostgreSQL</translation>
+    </message>
+    <message>
+        <source>MariaDB</source>
+        <translation>MariaDB</translation>
+    </message>
+    <message>
+        <source>MySQL</source>
+        <translation>MySQL</translation>
+    </message>
+    <message>
+        <source>SQL script for SQLite</source>
+        <translation>Script SQL pour SQLite</translation>
+    </message>
+    <message>
+        <source>SQL script for PostgreSQL</source>
+        <translation>Script SQL pour PostgreSQL</translation>
+    </message>
+    <message>
+        <source>SQL script for MariaDB</source>
+        <translation>Script SQL pour MariaDB</translation>
+    </message>
+    <message>
+        <source>&amp;Browse…</source>
+        <translation>Pa&amp;rcourir…</translation>
+    </message>
+    <message>
+        <source>&amp;Connect</source>
+        <translation>Se &amp;connecter</translation>
+    </message>
+    <message>
+        <source>&amp;All tables</source>
+        <translation>&amp;Toutes les tables</translation>
+    </message>
+    <message>
+        <source>Tables that only &amp;link two others become many-to-many relationships</source>
+        <translation>Les tables qui ne font que &amp;lier deux autres deviennent des relations n-m</translation>
+    </message>
+    <message>
+        <source>&amp;Next…</source>
+        <translation>&amp;Suivant…</translation>
+    </message>
+    <message>
+        <source>Korvane - Import from database</source>
+        <translation>Korvane - Import depuis une base de données</translation>
+    </message>
+    <message>
+        <source>Reads which tables there are; the database stays as it is</source>
+        <translation>Lit quelles tables il y a&#x202f;; la base de données reste comme elle est</translation>
+    </message>
+    <message>
+        <source>&amp;Kind:</source>
+        <translation>T&amp;ype&#xa0;:</translation>
+    </message>
+    <message>
+        <source>&amp;File or URL:</source>
+        <translation>&amp;Fichier ou URL&#xa0;:</translation>
+    </message>
+    <message>
+        <source>&amp;Password:</source>
+        <translation>&amp;Mot de passe&#xa0;:</translation>
+    </message>
+    <message>
+        <source>&amp;Schema:</source>
+        <translation>Sc&amp;héma&#xa0;:</translation>
+    </message>
+    <message>
+        <source>Tables of the database</source>
+        <translation>Tables de la base de données</translation>
+    </message>
+    <message>
+        <source>%1 can be read: 1 table</source>
+        <translation>%1 peut être lu&#xa0;: 1 table</translation>
+    </message>
+    <message>
+        <source>%1 can be read: %2 tables</source>
+        <translation>%1 peut être lu&#xa0;: %2 tables</translation>
+    </message>
+</context>
+<context>
     <name>app::diagram_contents</name>
     <message>
         <source>… %1 more</source>
@@ -709,6 +819,10 @@ Voulez-vous l&apos;exécuter&#x202f;? Avec Non, l&apos;export s&apos;en passe.</
     <message>
         <source>Import</source>
         <translation>Importer</translation>
+    </message>
+    <message>
+        <source>What there is to know</source>
+        <translation>À savoir</translation>
     </message>
 </context>
 <context>
@@ -1489,6 +1603,14 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
         <source>Ten minutes from a model to migration scripts, in your browser.</source>
         <translation>En dix minutes du modèle aux scripts de migration, dans votre navigateur.</translation>
     </message>
+    <message>
+        <source>Import from a database…</source>
+        <translation>Importer d&apos;une base de données…</translation>
+    </message>
+    <message>
+        <source>The tables of a SQLite file, of a PostgreSQL, MariaDB or MySQL server, or of a script become the model.</source>
+        <translation>Les tables d&apos;un fichier SQLite, d&apos;un serveur PostgreSQL, MariaDB ou MySQL ou d&apos;un script deviennent le modèle.</translation>
+    </message>
 </context>
 <context>
     <name>app::whole_file</name>
@@ -1630,6 +1752,14 @@ La fenêtre montre toujours le projet tel qu&apos;il a été lu en dernier. Pour
     <message>
         <source>Make a project of a small model, which is written as text beside it</source>
         <translation>Créer un projet à partir d&apos;un petit modèle, écrit à côté sous forme de texte</translation>
+    </message>
+    <message>
+        <source>Import from &amp;database…</source>
+        <translation>Importer d&apos;une &amp;base de données…</translation>
+    </message>
+    <message>
+        <source>Make the model that of a database: a SQLite file, a server, or a script</source>
+        <translation>Prendre pour modèle celui d&apos;une base de données&#xa0;: fichier SQLite, serveur ou script</translation>
     </message>
 </context>
 <context>

@@ -204,23 +204,18 @@ void project_commands::chooseAndTrySample()
     openFile(file);
 }
 
-/// Asks into which project file the text is to go; the empty text when the person thinks better of it.
-QString project_commands::chooseImportTarget(const QFileInfo & text)
+QString project_commands::chooseTarget(const QString & source, const QString & proposed) const
 {
-    const QString proposed = m_session.file().isEmpty()
-                                 ? besideWith(model::ProjectFileSuffix, text.absoluteFilePath())
-                                 : m_session.file();
-    const tools::held_dialog<QFileDialog> dialog(
-        m_pWindow, tr("Korvane - Import %1 into the project file").arg(text.fileName()),
-        QFileInfo(proposed).absolutePath(), projectFiles());
+    const QString first = m_session.file().isEmpty() ? proposed : m_session.file();
+    const tools::held_dialog<QFileDialog> dialog(m_pWindow,
+                                                 tr("Korvane - Import %1 into the project file").arg(source),
+                                                 QFileInfo(first).absolutePath(), projectFiles());
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(model::ProjectFileSuffix);
-    // The file is not overwritten: its settings and versions stay, and the question below says so.
+    // The file is not overwritten: its settings and versions stay, and the question that follows says so.
     dialog->setOption(QFileDialog::DontConfirmOverwrite);
-    dialog->selectFile(QFileInfo(proposed).fileName());
-    const QString target = chosenFile(dialog, QStringLiteral("wnd_import_into"));
-    return target.isEmpty() || !replacesModel(target) || isReplacementWanted(text, target) ? target
-                                                                                           : QString();
+    dialog->selectFile(QFileInfo(first).fileName());
+    return chosenFile(dialog, QStringLiteral("wnd_import_into"));
 }
 
 /// Asks whether the model is to be replaced; that of the open project with what would change.
@@ -244,8 +239,10 @@ void project_commands::importModel(const QString & modelFile)
     if (m_session.isHeld()) {
         return;
     }
-    const QString target = chooseImportTarget(QFileInfo(modelFile));
-    if (target.isEmpty()) {
+    const QFileInfo text(modelFile);
+    const QString target =
+        chooseTarget(text.fileName(), besideWith(model::ProjectFileSuffix, text.absoluteFilePath()));
+    if (target.isEmpty() || (replacesModel(target) && !isReplacementWanted(text, target))) {
         return;
     }
     const import_result done = whileBusy([&] { return importText(modelFile, target); });

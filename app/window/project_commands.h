@@ -30,6 +30,13 @@ public:
 
     [[nodiscard]] QStringList recentFiles() const { return m_recent.files(); }
 
+    /// Where files are looked for first: the folder of the open project, or of the last one.
+    [[nodiscard]] QString folderToStartIn() const;
+    /// Asks into which project file `source`, a name for people, is to be imported: one that is there, or a
+    /// new one. The empty text when the person thinks better of it.
+    /// @param proposed the new one, when no project is open
+    [[nodiscard]] QString chooseTarget(const QString & source, const QString & proposed) const;
+
     /// Opens a project file; a failure is shown, and what was open stays open.
     void openFile(const QString & file);
     /// Imports a model in text form into a project file that the person names.
@@ -61,10 +68,8 @@ Q_SIGNALS:
 private:
     using list_of_versions = QList<storage::history::version>;
 
-    [[nodiscard]] QString folderToStartIn() const;
     [[nodiscard]] QString chooseNewFile(const QString & title, const QString & objectName,
                                         const QString & proposed) const;
-    QString chooseImportTarget(const QFileInfo & text);
     [[nodiscard]] bool isReplacementWanted(const QFileInfo & text, const QString & target);
     bool refresh(const QString & title);
     [[nodiscard]] std::optional<list_of_versions> listVersions(const QString & title);

@@ -3,6 +3,7 @@
 #include "app/window/changes/changes_panel.h"
 #include "app/window/changes_controller.h"
 #include "app/window/check_controller.h"
+#include "app/window/database/database_controller.h"
 #include "app/window/diagram/diagram_panel.h"
 #include "app/window/export/finding_target.h"
 #include "app/window/export/message_panel.h"
@@ -73,10 +74,12 @@ project_window::project_window(QWidget * parent)
       m_pExports(new export_controller(*m_pSession, m_pPanes->messages(), m_pPanes->scripts(), this)),
       m_pComparison(std::make_unique<version_comparison>(*m_pSession, *m_pExports, m_found)),
       m_pProjects(new project_commands(*m_pSession, m_pPanes->messages(), *m_pComparison, this)),
+      m_pDatabases(new database_controller(*m_pSession, m_pPanes->messages(), *m_pProjects, m_found, this)),
       m_pChanges(new changes_controller(*m_pSession, m_pPanes->changes(), m_pPanes->diagram(), *m_pComparison,
                                         this)),
       m_pChecks(new check_controller(*m_pSession, m_pPanes->messages(), *m_pExports, this)),
-      m_pMenus(new window_menus(*this, {*m_pProjects, *m_pExports, *m_pChecks, *m_pPanes, m_found})),
+      m_pMenus(new window_menus(*this,
+                                {*m_pProjects, *m_pDatabases, *m_pExports, *m_pChecks, *m_pPanes, m_found})),
       m_lblModel(new QLabel), m_lblFindings(new QLabel)
 {
     setObjectName(QStringLiteral("wnd_project"));
@@ -152,6 +155,7 @@ void project_window::connectCommands()
         m_pPanes->goTo(m_pPanes->changes());
         m_pPanes->changes().choose(from, to);
     });
+    connect(m_pDatabases, &database_controller::messagesWanted, &m_pPanes->messageDock(), &QWidget::show);
     connect(m_pExports, &export_controller::messagesWanted, m_pPanes, &window_panes::showMessages);
     connect(m_pExports, &export_controller::scriptsWanted, this,
             [this] { m_pPanes->showPage(m_pPanes->scripts()); });
@@ -167,6 +171,7 @@ void project_window::connectCommands()
     const welcome_page & welcome = m_pPanes->welcome();
     connect(&welcome, &welcome_page::openRequested, m_pProjects, &project_commands::chooseAndOpen);
     connect(&welcome, &welcome_page::importRequested, m_pProjects, &project_commands::chooseAndImport);
+    connect(&welcome, &welcome_page::databaseRequested, m_pDatabases, &database_controller::importDatabase);
     connect(&welcome, &welcome_page::newRequested, m_pProjects, &project_commands::chooseAndBegin);
     connect(&welcome, &welcome_page::sampleRequested, m_pProjects, &project_commands::chooseAndTrySample);
     connect(&welcome, &welcome_page::manualRequested, this, [this] { showManual(this); });

@@ -12,6 +12,7 @@ namespace app {
 
 class changes_controller;
 class check_controller;
+class database_controller;
 class export_controller;
 class project_commands;
 class project_session;
@@ -56,6 +57,7 @@ private:
     export_controller * m_pExports;
     std::unique_ptr<version_comparison> m_pComparison;
     project_commands * m_pProjects;
+    database_controller * m_pDatabases;
     changes_controller * m_pChanges;
     check_controller * m_pChecks;
     window_menus * m_pMenus;

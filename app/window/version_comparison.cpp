@@ -20,17 +20,6 @@ version_comparison::version_comparison(project_session & session, const export_c
 {
 }
 
-/// The first plug-in that has them.
-plugin::statement_source * version_comparison::statements() const
-{
-    for (const auto & loaded : m_found.plugins) {
-        if (auto * const offered = qobject_cast<plugin::statement_source *>(loaded->getInterface())) {
-            return offered;
-        }
-    }
-    return nullptr;
-}
-
 ZkBool version_comparison::compareModels(int from, int to, diff_report & report) const
 {
     const tools::wait_cursor cursor;
@@ -48,7 +37,7 @@ ZkBool version_comparison::compare(int from, int to, const QString & database, d
     const tools::wait_cursor cursor;
     const session_hold hold(m_session);
     ZkBool result = compareModels(from, to, report);
-    plugin::statement_source * const offered = statements();
+    plugin::statement_source * const offered = firstStatementSource(m_found);
     if (!result || !offered) {
         return result;
     }

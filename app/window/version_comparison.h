@@ -31,8 +31,6 @@ public:
     [[nodiscard]] zk::ZkBool compareWithText(const QString & text, diff_report & report) const;
 
 private:
-    [[nodiscard]] plugin::statement_source * statements() const;
-
     project_session & m_session;
     const export_controller & m_exports;
     const found_plugins & m_found;

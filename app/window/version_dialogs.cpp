@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QStandardItemModel>
@@ -27,6 +28,7 @@ namespace {
 constexpr int MessageLimit = 1000; // characters
 constexpr int DialogWidth = 480;
 constexpr int ListHeight = 320;
+constexpr int NoteLines = 6;
 const QSize WithChanges(900, 560);
 
 QLabel * plainLabel(const QString & text)
@@ -100,6 +102,21 @@ import_dialog::import_dialog(const QString & title, const QString & question, co
     layout->addWidget(buttons);
     buttons->button(QDialogButtonBox::Cancel)->setFocus();
     resize(WithChanges.boundedTo(screen()->availableSize()));
+}
+
+void import_dialog::showNotes(const QStringList & notes)
+{
+    if (notes.isEmpty()) {
+        return;
+    }
+    auto * const text = new QPlainTextEdit(tools::visibleText(notes.join(QLatin1Char('\n'))));
+    text->setObjectName(QStringLiteral("m_txtNotes"));
+    text->setAccessibleName(tr("What there is to know"));
+    text->setReadOnly(true);
+    text->setTabChangesFocus(true);
+    text->setMaximumHeight(text->fontMetrics().lineSpacing() * NoteLines);
+    auto * const column = static_cast<QVBoxLayout *>(layout());
+    column->insertWidget(column->count() - 1, text);
 }
 
 QString tag_dialog::message() const

@@ -44,6 +44,9 @@ class import_dialog : public QDialog
 public:
     import_dialog(const QString & title, const QString & question, const diff_report & report,
                   QWidget * parent);
+
+    /// Shows what there is to know besides, a line each; nothing for no lines.
+    void showNotes(const QStringList & notes);
 };
 
 /// Shows the versions of a project, the newest first.

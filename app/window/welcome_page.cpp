@@ -59,6 +59,10 @@ welcome_page::welcome_page(QWidget * parent) : QWidget(parent), m_pRecent(new QV
     add("m_btnImport", tr("Import a model…"),
         tr("Creates a project from a model in text form (*.json), or replaces a project's model."),
         &welcome_page::importRequested);
+    add("m_btnImportDatabase", tr("Import from a database…"),
+        tr("The tables of a SQLite file, of a PostgreSQL, MariaDB or MySQL server, or of a script become the "
+           "model."),
+        &welcome_page::databaseRequested);
     add("m_btnNew", tr("Begin a new project…"),
         tr("Writes a small model as text, to be edited and imported again, and the project of it."),
         &welcome_page::newRequested);

@@ -20,6 +20,7 @@ public:
 Q_SIGNALS:
     void openRequested();
     void importRequested();
+    void databaseRequested();
     void newRequested();
     void sampleRequested();
     void manualRequested();

@@ -3,6 +3,7 @@
 #include "app/plugin_choice.h"
 #include "app/window/changes/changes_panel.h"
 #include "app/window/check_controller.h"
+#include "app/window/database/database_controller.h"
 #include "app/window/diagram/diagram_panel.h"
 #include "app/window/export/message_panel.h"
 #include "app/window/export/script_panel.h"
@@ -112,6 +113,10 @@ void window_menus::createFileMenu()
         addProjectCommand(menu, "m_actImport", tr("&Import model…"), Qt::CTRL | Qt::Key_I,
                           tr("Create a project from a model in text form, or replace a project's model"),
                           possible::idle, &project_commands::chooseAndImport, "import");
+    QAction * const database = add(menu, "m_actImportDatabase", tr("Import from &database…"),
+                                   Qt::CTRL | Qt::SHIFT | Qt::Key_I, possible::idle);
+    database->setStatusTip(tr("Make the model that of a database: a SQLite file, a server, or a script"));
+    connect(database, &QAction::triggered, &m_targets.databases, &database_controller::importDatabase);
     addProjectCommand(menu, "m_actSaveText", tr("&Save model as text…"), Qt::CTRL | Qt::Key_S,
                       tr("Write the model as text, to edit it or to keep it under version control"),
                       possible::open, &project_commands::chooseAndSaveText, "save");

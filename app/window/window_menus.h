@@ -13,6 +13,7 @@ class QMenu;
 namespace app {
 
 class check_controller;
+class database_controller;
 class export_controller;
 class export_menu;
 struct found_plugins;
@@ -31,6 +32,7 @@ public:
     struct targets
     {
         project_commands & projects;
+        database_controller & databases;
         export_controller & exports;
         check_controller & checks;
         window_panes & panes;

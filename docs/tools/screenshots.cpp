@@ -1,6 +1,7 @@
 // Takes the pictures of the manual from the real windows: screenshots FOLDER; with "all", more states of the
 // main window than the manual shows.
 
+#include "app/window/database/database_dialog.h"
 #include "app/window/legible_colours.h"
 #include "docs/tools/picture_style.h"
 #include "docs/tools/window_pictures.h"
@@ -14,8 +15,11 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QStyleFactory>
 #include <QTextBlock>
 
@@ -62,6 +66,31 @@ public:
         };
         QTimer::singleShot(300, whenShown);
         dialog.findChild<QPushButton *>(QStringLiteral("m_btnOk"))->click();
+    }
+
+    /// The tables of a SQLite file, of which one is left out.
+    void database()
+    {
+        const QString before = QDir::currentPath();
+        QDir::setCurrent(m_stored.path()); // a place that is the same in each run
+        {
+            QSqlDatabase club = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("club"));
+            club.setDatabaseName(QStringLiteral("club.db"));
+            if (!club.open()) {
+                qFatal("the database cannot be made");
+            }
+            for (const char * const table : {"fee", "member", "team", "team_member", "training"}) {
+                QSqlQuery(QStringLiteral("CREATE TABLE %1 (id INTEGER)").arg(QLatin1String(table)), club);
+            }
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("club"));
+        app::database_dialog dialog(QStringLiteral("."), nullptr);
+        dialog.findChild<QLineEdit *>(QStringLiteral("m_txtPlace"))->setText(QStringLiteral("club.db"));
+        dialog.findChild<QPushButton *>(QStringLiteral("m_btnConnect"))->click();
+        dialog.findChild<QListWidget *>(QStringLiteral("m_lstTables"))->item(4)->setCheckState(Qt::Unchecked);
+        show(dialog);
+        save(dialog, "database");
+        QDir::setCurrent(before);
     }
 
     void debugger()
@@ -140,6 +169,7 @@ int main(int argc, char ** argv)
         const QString scheme = isDark ? QStringLiteral("dark") : QStringLiteral("light");
         photographer camera(folder, scheme);
         camera.settings();
+        camera.database();
         camera.debugger();
         pictures::takeWindow(folder, scheme, argc == 3);
     }

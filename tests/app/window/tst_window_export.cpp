@@ -403,8 +403,8 @@ void tst_window_export::nothingElseBeginsMeanwhile()
     const debugger_driver driver({[&](debugger_driver & d) {
         ++looks;
         for (const char * const name :
-             {"m_actOpen", "m_actImport", "m_actReload", "m_actClose", "m_actTag", "m_actVersions",
-              "m_actExport_KorvGenericDDLExport", "m_actSettings_KorvGenericDDLExport"}) {
+             {"m_actOpen", "m_actImport", "m_actImportDatabase", "m_actReload", "m_actClose", "m_actTag",
+              "m_actVersions", "m_actExport_KorvGenericDDLExport", "m_actSettings_KorvGenericDDLExport"}) {
             QVERIFY2(!m_bench->action(name)->isEnabled(), name);
         }
         // The project stays what it is, whoever changes its file.
