@@ -258,14 +258,14 @@ void database_dialog::updateAll()
 
 void database_dialog::updateButtons()
 {
-    const bool hasTables = m_lstTables->count() > 0;
+    const bool isRead = m_lstTables->count() > 0;
     m_btnRead->setEnabled(!m_txtPlace->text().trimmed().isEmpty());
-    m_chkAll->setEnabled(hasTables);
-    m_lstTables->setEnabled(hasTables);
+    m_chkAll->setEnabled(isRead);
+    m_lstTables->setEnabled(isRead);
     m_btnNext->setEnabled(!tables().isEmpty());
     // Return does what comes next.
-    m_btnRead->setDefault(!hasTables);
-    m_btnNext->setDefault(hasTables);
+    m_btnRead->setDefault(!isRead);
+    m_btnNext->setDefault(isRead);
 }
 
 QStringList database_dialog::tables() const
