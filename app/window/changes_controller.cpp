@@ -8,6 +8,7 @@
 
 #include "model/project.h"
 #include "tools/visible_text.h"
+#include "tools/wait_cursor.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -62,7 +63,11 @@ void changes_controller::refresh()
     }
     const bool isShown = m_panel.isVisible() && m_sShown != stateOfAll();
     const bool isMarked = m_diagram.wantsChanges() && m_sMarked != stateOfVersions();
-    if ((!isShown && !isMarked) || !listVersions()) {
+    if (!isShown && !isMarked) {
+        return;
+    }
+    const tools::wait_cursor cursor;
+    if (!listVersions()) {
         return;
     }
     if (isShown) {

@@ -57,6 +57,7 @@ void check_controller::checkProject(plugin::export_interface * plugin)
     if (m_session.isHeld() || !refreshProject(m_session, m_pWindow, tr("Korvane - Check"))) {
         return;
     }
+    const tools::wait_cursor cursor;
     check::report report;
     QString reason;
     const bool isJudged = judge(*plugin, {}, report, reason);
@@ -70,6 +71,7 @@ void check_controller::checkScripts(plugin::export_interface * plugin, const QSt
     if (!qobject_cast<plugin::statement_source *>(plugin)) {
         return;
     }
+    const tools::wait_cursor cursor;
     check::report report;
     QString reason;
     judge(*plugin, files, report, reason);
@@ -84,7 +86,6 @@ bool check_controller::judge(plugin::export_interface & plugin, const QStringLis
                              check::report & report, QString & reason)
 {
     auto * const statements = qobject_cast<plugin::statement_source *>(&plugin);
-    const tools::wait_cursor cursor;
     m_session.hold();
     source of;
     check::accepted_findings accepted;

@@ -21,6 +21,8 @@
 #include <QFileDialog>
 #include <QLocale>
 
+#include <memory>
+
 namespace app {
 
 namespace {
@@ -224,14 +226,16 @@ bool project_commands::isReplacementWanted(const QFileInfo & text, const QString
     const QString question = tr("'%1' already exists.\n"
                                 "Replace its model with the one from '%2'? Settings and versions are kept.")
                                  .arg(QDir::toNativeSeparators(target), text.fileName());
-    diff_report report;
+    using held_import = tools::held_dialog<import_dialog>;
     const bool isOpen = QFileInfo(target) == QFileInfo(m_session.file()) && refresh(importTitle());
-    // A text that cannot be read is told of by the import.
-    if (!isOpen || !m_comparison.compareWithText(text.filePath(), report)) {
-        return isConfirmed(m_pWindow, importTitle(), question);
-    }
-    const tools::held_dialog<import_dialog> dialog(importTitle(), question, report, m_pWindow);
-    return dialog.exec() == QDialog::Accepted;
+    const auto dialog = whileBusy([&] {
+        diff_report report; // which takes its time to go, too
+        // A text that cannot be read is told of by the import.
+        return isOpen && m_comparison.compareWithText(text.filePath(), report)
+                   ? std::make_unique<held_import>(importTitle(), question, report, m_pWindow)
+                   : nullptr;
+    });
+    return dialog ? dialog->exec() == QDialog::Accepted : isConfirmed(m_pWindow, importTitle(), question);
 }
 
 void project_commands::importModel(const QString & modelFile)
@@ -311,7 +315,8 @@ std::optional<project_commands::list_of_versions> project_commands::listVersions
     if (!refresh(title)) {
         return std::nullopt;
     }
-    if (const QSqlError error = storage::history::list(m_session.file(), versions); error.isValid()) {
+    if (const QSqlError error = whileBusy([&] { return storage::history::list(m_session.file(), versions); });
+        error.isValid()) {
         warn(m_pWindow, title, error.text());
         return std::nullopt;
     }
@@ -334,12 +339,14 @@ void project_commands::tag()
     const int number = versions.isEmpty() ? 1 : versions.constLast().number + 1;
     storage::history::tag_result result;
     const tools::held_dialog<tag_dialog> dialog(m_session.project()->getName(), number, m_pWindow);
-    diff_report report;
-    QString note;
-    // What cannot be compared can be tagged all the same.
-    if (!versions.isEmpty() && m_comparison.compare(number - 1, Now, {}, report, note)) {
-        dialog->showChanges(report, note);
-    }
+    whileBusy([&] {
+        diff_report report;
+        QString note;
+        // What cannot be compared can be tagged all the same.
+        if (!versions.isEmpty() && m_comparison.compare(number - 1, Now, {}, report, note)) {
+            dialog->showChanges(report, note);
+        }
+    });
     // While the dialog was open another program may have changed the model that is tagged.
     if (dialog.exec() != QDialog::Accepted || !refresh(title)) {
         return;
