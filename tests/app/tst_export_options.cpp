@@ -5,6 +5,9 @@
 #include "support/project_support.h"
 #include "support/shop_text.h"
 
+#include "zk/zk_collection.h"
+#include "zk/zk_serialization.h"
+
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
@@ -159,6 +162,30 @@ private Q_SLOTS:
         // An export takes them, and the versions are still there.
         QCOMPARE(runProgram({"export", m_project, "-y"}).status, 0);
         QVERIFY(QFile::exists(m_folder->filePath("sql/shop_mysql_db_schema_v1_to_v2.sql")));
+    }
+    /// Types that a person has changed are told beside what they would be.
+    void settingsTellOtherTypes()
+    {
+        QCOMPARE(runProgram({"settings", m_project, "--db", "sqlite"}).status, 0);
+        zk::ZkCollection<QString, QString> types;
+        types.insert("int", "NUMBER");
+        types.insert("double", "FLOAT");
+        types.insert("money", "TEXT");
+        QString xml = zk::serialization::toXml(types);
+        const auto stored = support::run(
+            "sqlite3", {m_project, "INSERT INTO t_plugin_params SELECT plugin_guid, "
+                                   "'DDL_EXPORT_LIST_TYPE_MAPPING_BY_DB_1', '" +
+                                       xml.replace("'", "''") + "' FROM t_plugin_params LIMIT 1"});
+        QCOMPARE(stored.status, 0);
+        const QStringList told = QString::fromUtf8(runProgram({"settings", m_project}).output)
+                                     .split('\n', Qt::SkipEmptyParts)
+                                     .mid(5);
+        QVERIFY(told.contains("type of sqlite: int: NUMBER (by default INTEGER)"));
+        QVERIFY(told.contains("type of sqlite: money: TEXT (added)"));
+        QVERIFY(told.contains("type of sqlite: QString: (removed; by default TEXT)"));
+        QVERIFY(told.filter("sqlite: double").isEmpty());
+        // 34 are known, of which one stayed; one more was added.
+        QCOMPARE(told.size(), 34);
     }
     void settingsOfNoProject()
     {

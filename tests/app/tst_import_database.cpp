@@ -322,6 +322,22 @@ private Q_SLOTS:
                  (m_url + ": no table is called as --tables says; there are t_a, t_other\n").toUtf8());
     }
 
+    void noTableOfThatName()
+    {
+        make({"CREATE TABLE one (id INTEGER PRIMARY KEY)", "CREATE TABLE two (id INTEGER PRIMARY KEY)"});
+        const program_result few = run({"--tables", "none*"});
+        QCOMPARE(few.status, 1);
+        QCOMPARE(QString::fromUtf8(few.errors),
+                 m_url + ": no table is called as --tables says; there are one, two\n");
+        for (int i = 10; i < 20; ++i) {
+            make({QStringLiteral("CREATE TABLE more_%1 (id INTEGER PRIMARY KEY)").arg(i)});
+        }
+        QCOMPARE(QString::fromUtf8(run({"--tables", "none*"}).errors),
+                 m_url + ": no table is called as --tables says; there are more_10, more_11, more_12, "
+                         "more_13, more_14, "
+                         "more_15, more_16, more_17, more_18, more_19 and 2 more\n");
+        QVERIFY(!QFile::exists(m_project));
+    }
     void thePlanOfAText()
     {
         QVERIFY(support::writeBytes(

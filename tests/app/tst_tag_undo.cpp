@@ -1,5 +1,6 @@
 // A wrong tag is taken away again.
 
+#include "support/damaged_database.h"
 #include "support/program.h"
 #include "support/project_support.h"
 
@@ -94,6 +95,18 @@ private Q_SLOTS:
             yes.output.constData());
         QCOMPARE(yes.status, 0);
         QCOMPARE(messages(), QStringList{"first"});
+    }
+    void aHistoryThatCannotBeRead()
+    {
+        QVERIFY(support::spoilTable(m_project, "t_project_tag"));
+        const QByteArray before = support::bytesOf(m_project);
+        const program_result result = runProgram({"tag", m_project, "--undo", "-y"});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.output, QByteArray());
+        QVERIFY2(result.errors.startsWith(m_project.toUtf8() + ": is damaged (table t_project_tag: "),
+                 result.errors.constData());
+        QCOMPARE(result.errors.count('\n'), 1);
+        QCOMPARE(support::bytesOf(m_project), before);
     }
     void wrongTogether_data()
     {

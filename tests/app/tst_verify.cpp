@@ -32,6 +32,14 @@ const char * const Renamed = "{'id': 1, 'name': 'gig', 'tableName': 't_concert',
                              "{'id': 10, 'name': 'id', ID},"
                              "{'id': 11, 'name': 'duration', 'type': 'int', 'index': true},"
                              "{'id': 12, 'name': 'note', 'type': 'QString'}]}";
+const char * const Plain = "{'id': 1, 'name': 'gig', 'tableName': 't_gig', 'properties': ["
+                           "{'id': 10, 'name': 'id', ID},"
+                           "{'id': 11, 'name': 'duration', 'type': 'int'},"
+                           "{'id': 12, 'name': 'note', 'type': 'QString'}]}";
+const char * const PlainRenamed = "{'id': 1, 'name': 'gig', 'tableName': 't_gig', 'properties': ["
+                                  "{'id': 10, 'name': 'id', ID},"
+                                  "{'id': 11, 'name': 'length', 'type': 'int'},"
+                                  "{'id': 12, 'name': 'note', 'type': 'QString'}]}";
 const char * const Refused = "{'id': 1, 'name': 'gig', 'tableName': 't_concert', 'properties': ["
                              "{'id': 10, 'name': 'id', ID},"
                              "{'id': 11, 'name': 'duration', 'type': 'int', 'index': true},"
@@ -114,6 +122,83 @@ private Q_SLOTS:
             runProgram({"verify", m_project, "--custom-script", path("own.js"), "--format", "junit"});
         QCOMPARE(junit.status, 3);
         QVERIFY2(junit.output.contains("<failure message=\""), junit.output.constData());
+    }
+    void whatDiffersAndNobodyForetold()
+    {
+        history({Plain, PlainRenamed});
+        // What the check knows nothing of: values that go, and a column that comes.
+        QVERIFY(support::writeBytes(path("own.js"),
+                                    "function exportStep(project, entity, property, enumeration, p) {"
+                                    " return p.action !== 'RENAME_COLUMN' ? undefined : 'ALTER TABLE t_gig "
+                                    "RENAME COLUMN duration TO length;"
+                                    "\\nUPDATE t_gig SET note = NULL;\\nALTER TABLE t_gig ADD COLUMN more "
+                                    "TEXT CHECK (1 = 1);'; }\n"));
+        const QStringList command = {"verify", m_project, "--custom-script", path("own.js"), "--format"};
+        const program_result text = runProgram(command + QStringList{"text"});
+        QCOMPARE(text.status, 3);
+        QCOMPARE(
+            text.output,
+            QByteArray(
+                "database  server         full runs  history runs  history = full      full = foretold     "
+                "rows kept  refusals foretold\n"
+                "sqlite    SQLite 3.40.1  4 of 4     10 of 10      no, 1 not foretold  no, 1 not foretold  "
+                "2 of 3     0 of 0\n"
+                "\n"
+                "sqlite\n"
+                "  now: column t_gig.more: a new database has nothing, found TEXT (NOT FORETOLD)\n"
+                "  now: after the history, column t_gig.more: foretold was nothing, found TEXT (NOT "
+                "FORETOLD)\n"
+                "  property gig.note: the value \"v1003\" put in after v1 is not there (NOT FORETOLD)\n"
+                "\n"
+                "not ok: see what was NOT FORETOLD above\n"));
+        const program_result markdown = runProgram(command + QStringList{"markdown"});
+        QCOMPARE(markdown.status, 3);
+        QVERIFY2(
+            markdown.output.contains("\n\nsqlite:\n\n- `now: column t_gig.more: a new database has nothing, "
+                                     "found TEXT (NOT FORETOLD)`\n- `now: after the history, "),
+            markdown.output.constData());
+        const program_result junit = runProgram(command + QStringList{"junit"});
+        QCOMPARE(junit.status, 3);
+        QCOMPARE(failuresIn(junit.output),
+                 QStringList(
+                     {"full = foretold: now: after the history, column t_gig.more: expected '', found 'TEXT'",
+                      "history = full: now: column t_gig.more: expected '', found 'TEXT'",
+                      "rows: property gig.note: the value 'v1003' is not there"}));
+    }
+    void aDatabaseThatIsLeftOutInJunit()
+    {
+        history({One});
+        const program_result result =
+            runProgram({"verify", m_project, "--db", "oracle", "--skip-missing", "--format", "junit"});
+        QCOMPARE(result.status, 0);
+        QVERIFY2(
+            result.output.contains("<testsuite name=\"oracle\" tests=\"1\" failures=\"0\" skipped=\"1\">"),
+            result.output.constData());
+        QVERIFY2(
+            result.output.contains("<testcase classname=\"korvane.oracle\" name=\"server\">\n            "
+                                   "<skipped message=\"it cannot be run here; sqlite, mariadb and postgresql "
+                                   "can\"/>"),
+            result.output.constData());
+    }
+    void aReportThatCannotBeWritten()
+    {
+        history({One});
+        const QString file = path("none/verify.xml");
+        const program_result result = runProgram({"verify", m_project, "--format", "junit", "-o", file});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.output, QByteArray());
+        QCOMPARE(QString::fromUtf8(result.errors),
+                 file + ": cannot be written (No such file or directory)\n");
+    }
+    /// A person sees how far the work is, and in the end only the table.
+    void atATerminal()
+    {
+        history({One, Renamed});
+        const QByteArray shown = support::runInTerminal({"verify", m_project}, {}, {}).output;
+        const QByteArray counts = "\r\033[Ksqlite: 1 of 6 scripts\r\033[Ksqlite: 2 of 6 scripts";
+        QVERIFY2(shown.contains(counts), shown.constData());
+        QVERIFY2(shown.contains("\r\033[Ksqlite: 6 of 6 scripts\r\033[Kdatabase  server  "),
+                 shown.constData());
     }
     void fromAVersionOn()
     {
@@ -281,6 +366,23 @@ private:
     [[nodiscard]] QStringList serverFolders() const
     {
         return QDir(path("tmp")).entryList({"kv_*"}, QDir::Dirs);
+    }
+    /// The cases that failed, with why.
+    static QStringList failuresIn(const QByteArray & junit)
+    {
+        QXmlStreamReader xml(junit);
+        QString name;
+        QStringList failures;
+        while (!xml.atEnd()) {
+            if (xml.readNext() == QXmlStreamReader::StartElement) {
+                if (xml.name() == QLatin1String("testcase")) {
+                    name = xml.attributes().value("name").toString();
+                } else if (xml.name() == QLatin1String("failure")) {
+                    failures << name + ": " + xml.readElementText();
+                }
+            }
+        }
+        return failures;
     }
     static QByteArray text(const char * entities) { return textOf(json(entities).replace("ID", json(Id))); }
     /// Each version but the last one is tagged.

@@ -447,6 +447,11 @@ void tst_message_panel::namesErrorsInWords()
     QCOMPARE(f.data(2, Qt::AccessibleTextRole).toString(), QStringLiteral("Warning: look here"));
     QCOMPARE(f.data(3, Qt::AccessibleTextRole).toString(), QStringLiteral("Error: went wrong"));
     QCOMPARE(f.data(4, Qt::AccessibleTextRole).toString(), QStringLiteral("over"));
+    f.panel.addFinding(QStringLiteral("good to know"), app::message_kind::note, {});
+    f.panel.addFinding(QStringLiteral("as it is"), app::message_kind::accepted, {});
+    f.panel.end(true, QStringLiteral("over"));
+    QCOMPARE(f.data(5, Qt::AccessibleTextRole).toString(), QStringLiteral("Note: good to know"));
+    QCOMPARE(f.data(6, Qt::AccessibleTextRole).toString(), QStringLiteral("Accepted: as it is"));
 }
 
 void tst_message_panel::coloursAreLegible()

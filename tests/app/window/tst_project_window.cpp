@@ -1,9 +1,11 @@
 // The main window, used as a person uses it: open, look, tag, import, save; files that go bad; what it
 // remembers.
 
+#include "app/window/export_menu.h"
 #include "app/window/recent_files.h"
 #include "app/window/window_bench.h"
 #include "support/browser.h"
+#include "support/damaged_database.h"
 #include "support/full_disk.h"
 #include "support/modal_driver.h"
 
@@ -141,6 +143,8 @@ private slots:
     void manualWithoutABrowser();
     void pluginsInTheMenu();
     void pluginThatCannotBeLoaded();
+    void noPlugin();
+    void versionsThatCannotBeRead();
     void everyControlHasAName();
     void keyboardReachesEveryControl();
     void panesByKeyboard();
@@ -897,6 +901,44 @@ void tst_project_window::pluginThatCannotBeLoaded()
     m_bench->show();
     QTRY_VERIFY2(m_bench->told().contains("broken.so"), qPrintable(m_bench->told()));
     QVERIFY(m_bench->messages().errorCount() > 0);
+}
+
+void tst_project_window::noPlugin()
+{
+    const QString folder = m_bench->path("R&D");
+    QVERIFY(QDir().mkpath(folder));
+    qputenv("KORVANE_PLUGIN_PATH", QFile::encodeName(folder));
+    const app::export_menu menu(app::found_plugins(), nullptr);
+    QCOMPARE(menu.actions().size(), 1);
+    const QAction * const none = menu.actions().constFirst();
+    QCOMPARE(none->text(), "No plugin was found");
+    QVERIFY(!none->isEnabled());
+    // Where one would be looked for.
+    QTextDocument tip;
+    tip.setHtml(none->toolTip());
+    QVERIFY2(tip.toPlainText().contains(folder), qPrintable(tip.toPlainText()));
+}
+
+/// A disk that spoils a block says nothing of it: the file looks as it did when it was read.
+void tst_project_window::versionsThatCannotBeRead()
+{
+    window_bench::run({"tag", m_bench->file()});
+    m_bench->open();
+    const QDateTime changed = QFileInfo(m_bench->file()).lastModified();
+    QVERIFY(support::spoilTable(m_bench->file(), "t_project_tag"));
+    QFile file(m_bench->file());
+    QVERIFY(file.open(QIODevice::ReadWrite) && file.setFileTime(changed, QFileDevice::FileModificationTime));
+    file.close();
+    const QByteArray before = m_bench->content("shop.korv");
+    for (const char * const command : {"m_actTag", "m_actVersions"}) {
+        modal_driver driver({modal_driver::click(QMessageBox::Ok)});
+        m_bench->action(command)->trigger();
+        QVERIFY(driver.isDone());
+        QVERIFY2(
+            driver.texts.constFirst().startsWith(m_bench->file() + ": is damaged (table t_project_tag: "),
+            qPrintable(driver.texts.constFirst()));
+    }
+    QCOMPARE(m_bench->content("shop.korv"), before);
 }
 
 void tst_project_window::everyControlHasAName()

@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QFontInfo>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
@@ -27,6 +28,7 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 using app::script_panel;
@@ -186,6 +188,7 @@ private Q_SLOTS:
     void cutsALineWithoutEnd();
     void tellsThatALineIsPartlyPlain();
     void copiesTheScript();
+    void tellsWhatTakesValuesAway();
     void opensTheFolder();
 
     void findsWhileTyping();
@@ -664,6 +667,21 @@ void tst_script_panel::copiesTheScript()
     f.tabs()->setCurrentIndex(1);
     f.click("m_btnCopyScript");
     QCOMPARE(clipboard(), QStringLiteral("CREATE TABLE first;\n"));
+}
+
+void tst_script_panel::tellsWhatTakesValuesAway()
+{
+    fixture f;
+    f.open("CREATE TABLE a;\nDROP TABLE b;\n");
+    const auto tipAt = [&f](int line) {
+        QTextCursor cursor(f.text()->document()->findBlockByNumber(line));
+        const QPoint place = f.text()->cursorRect(cursor).center();
+        QHelpEvent event(QEvent::ToolTip, place, f.text()->viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(f.text()->viewport(), &event);
+        return QToolTip::isVisible() ? QToolTip::text() : QString();
+    };
+    QCOMPARE(tipAt(1), QStringLiteral("This statement takes values or a table away"));
+    QTRY_COMPARE(tipAt(0), QString());
 }
 
 void tst_script_panel::opensTheFolder()

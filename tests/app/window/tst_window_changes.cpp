@@ -170,6 +170,23 @@ private Q_SLOTS:
         m_bench->action("m_actReload")->trigger();
         QCOMPARE(box("m_cboTo").currentText(), QString("v2: second"));
     }
+    void longMessagesOfVersionsAreCut()
+    {
+        window_bench::run({"tag", m_bench->file(), "-m", QString("1234567890").repeated(4)});
+        window_bench::run({"tag", m_bench->file(), "-m", QString("1234567890").repeated(4) + "1"});
+        window_bench::run({"tag", m_bench->file()});
+        m_bench->action("m_actReload")->trigger();
+        goToChanges();
+        QStringList shown;
+        for (int i = 0; i < box("m_cboFrom").count(); ++i) {
+            shown << box("m_cboFrom").itemText(i);
+        }
+        QVERIFY2(shown.contains("v3: 1234567890123456789012345678901234567890"),
+                 qPrintable(shown.join('\n')));
+        QVERIFY2(shown.contains(QStringLiteral("v4: 1234567890123456789012345678901234567890\u2026")),
+                 qPrintable(shown.join('\n')));
+        QVERIFY2(shown.contains("v5"), qPrintable(shown.join('\n')));
+    }
     void tagShowsChangesFirst()
     {
         QStringList shown;

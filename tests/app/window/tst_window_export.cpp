@@ -59,6 +59,8 @@ private slots:
     void debuggerClosedInTheMiddle();
     void debuggerThatHoldsIsTold();
     void cancelEndsBetweenStatements();
+    void cancelKeepsWhatIsComplete_data();
+    void cancelKeepsWhatIsComplete();
     void shiftInTheMenu();
     void messagesComeWhileItRuns();
     void nothingElseBeginsMeanwhile();
@@ -348,6 +350,40 @@ void tst_window_export::cancelEndsBetweenStatements()
     clicks.stop();
     m_bench->action("m_actExport_KorvGenericDDLExport")->trigger();
     QVERIFY(m_bench->content("sql/shop_sqlite_db_schema_full.sql").contains("END TRANSACTION"));
+}
+
+void tst_window_export::cancelKeepsWhatIsComplete_data()
+{
+    QTest::addColumn<QString>("begun");
+    QTest::addColumn<QString>("told");
+    QTest::newRow("one") << "shop_sqlite_db_schema_v1.sql"
+                         << "The export was cancelled; 1 script is complete";
+    QTest::newRow("two") << "shop_sqlite_db_schema_v1_to_v2.sql"
+                         << "The export was cancelled; 2 scripts are complete";
+}
+
+void tst_window_export::cancelKeepsWhatIsComplete()
+{
+    QFETCH(const QString, begun);
+    QFETCH(const QString, told);
+    m_bench->write("hook.js",
+                   "function exportStep() { const begin = Date.now(); while (Date.now() - begin < 60); }");
+    window_bench::run({"tag", m_bench->file()});
+    m_bench->open();
+    setUp(m_bench->path("sql"), 2, m_bench->path("hook.js"));
+    QTimer clicks;
+    clicks.setInterval(5);
+    auto * const cancel = m_bench->find<QPushButton>("m_btnCancel");
+    connect(&clicks, &QTimer::timeout, cancel, [&] {
+        if (QFile::exists(m_bench->path("sql/" + begun)) && cancel->isVisible() && cancel->isEnabled()) {
+            QTest::mouseClick(cancel, Qt::LeftButton);
+        }
+    });
+    clicks.start();
+    m_bench->action("m_actExport_KorvGenericDDLExport")->trigger();
+    QVERIFY2(m_bench->told().endsWith(told), qPrintable(m_bench->told()));
+    QVERIFY2(m_bench->told().contains("The SQL file is incomplete : " + m_bench->path("sql/" + begun)),
+             qPrintable(m_bench->told()));
 }
 
 void tst_window_export::shiftInTheMenu()

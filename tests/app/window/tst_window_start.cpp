@@ -2,6 +2,7 @@
 
 #include "app/window/window_bench.h"
 #include "support/browser.h"
+#include "support/full_disk.h"
 #include "support/modal_driver.h"
 #include "support/shop_text.h"
 
@@ -58,6 +59,31 @@ private Q_SLOTS:
         QVERIFY(window_bench::run({"log", m_bench->path("mine.korv")}).contains("first season"));
         // It is a copy that can be changed.
         window_bench::run({"tag", m_bench->path("mine.korv"), "-m", "mine"});
+    }
+    void aFullDisk_data()
+    {
+        QTest::addColumn<QByteArray>("button");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("new") << QByteArray("m_btnNew") << "%1/first.json: cannot be written (";
+        QTest::newRow("sample") << QByteArray("m_btnSample")
+                                << "festival.korv: cannot be copied to %1/first.korv (";
+    }
+    void aFullDisk()
+    {
+        QFETCH(const QByteArray, button);
+        QFETCH(const QString, reason);
+        const QStringList before = QDir(m_bench->path()).entryList(QDir::Files);
+        modal_driver driver(
+            {modal_driver::file(m_bench->path("first")), modal_driver::click(QMessageBox::Ok)});
+        {
+            const support::full_disk full(100);
+            click(button.constData());
+        }
+        QVERIFY(driver.isDone());
+        QVERIFY2(driver.texts.constLast().contains(reason.arg(m_bench->path())),
+                 qPrintable(driver.texts.constLast()));
+        QCOMPARE(QDir(m_bench->path()).entryList(QDir::Files), before);
+        QCOMPARE(m_bench->window().windowTitle(), QString("Korvane"));
     }
     void theManual()
     {
