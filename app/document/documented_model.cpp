@@ -23,7 +23,7 @@ ZkBool documented_model::read(source & of, plugin::statement_source & statements
         return result;
     }
     m_graph = diagram_graph(*m_project);
-    m_historyByEntity = stepsByEntity(m_history);
+    m_historyByEntity = stepsByEntity(m_history.steps);
     for (const auto & entity : m_project->getListOfAllEntities()->values()) {
         m_entities << entity;
         takeProperties(*entity);

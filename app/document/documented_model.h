@@ -41,7 +41,8 @@ public:
     [[nodiscard]] const sql_schema & sql() const { return m_sql; }
     [[nodiscard]] const diagram_graph & graph() const { return m_graph; }
     /// Oldest first; empty without a tagged version.
-    [[nodiscard]] const std::vector<history_step> & history() const { return m_history; }
+    [[nodiscard]] const std::vector<history_step> & history() const { return m_history.steps; }
+    [[nodiscard]] const former_names & formerNames() const { return m_history.names; }
     /// The steps that are about the entity of that id; null for none.
     [[nodiscard]] const std::vector<entity_step> * historyOf(long entity) const;
 
@@ -65,7 +66,7 @@ private:
     sql_schema m_sql;
     QHash<long, qsizetype> m_linkTables; ///< by the ids of the relationships of both sides
     diagram_graph m_graph;
-    std::vector<history_step> m_history;
+    model_history m_history;
     QHash<long, std::vector<entity_step>> m_historyByEntity;
     QHash<long, property_list> m_referrers;
     QHash<long, property_list> m_users;

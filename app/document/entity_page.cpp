@@ -77,6 +77,8 @@ page_data propertyRow(const documented_model & model, const property & of)
     page_data row;
     put(row, "propertyAnchor", propertyAnchor(of.getId()));
     put(row, "propertyName", of.getName());
+    put(row, "formerNames",
+        model.formerNames().ofProperty(of.getId(), of.getName()).join(QStringLiteral(", ")));
     put(row, "columns", std::move(columns));
     putFlag(row, "isTransient", of.isTransient());
     put(row, "types", typesOf(of));
@@ -160,6 +162,8 @@ page_data entityData(const documented_model & of, const model::entity & entity)
     put(data, "softDeleteColumn", entity.getSoftDeleteColumn());
     put(data, "keyText", entity.getExplicitKey());
     put(data, "entityId", entity.getId());
+    put(data, "formerNames",
+        of.formerNames().ofEntity(entity.getId(), entity.getName()).join(QStringLiteral(", ")));
     putNeighbours(data, of, entity);
     put(data, "properties", propertyRows(of, entity));
     putSqlTypes(data, of, table);

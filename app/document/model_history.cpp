@@ -21,16 +21,51 @@ std::vector<outline_line> linesBetween(const std::shared_ptr<model::project> & b
     return outlineOf(report);
 }
 
+void addName(QStringList & names, const QString & name)
+{
+    if (!names.contains(name)) {
+        names << name;
+    }
+}
+
+QStringList without(QStringList names, const QString & current)
+{
+    names.removeAll(current);
+    return names;
+}
+
 } // namespace
 
-ZkBool readHistory(source & of, std::vector<history_step> & steps)
+void former_names::add(const model::project & version)
 {
+    for (const auto & entity : version.getListOfAllEntities()->values()) {
+        addName(m_entities[entity->getId()], entity->getName());
+        for (const auto & property : entity->getListOfProperty(true, true, false)->values()) {
+            addName(m_properties[property->getId()], property->getName());
+        }
+    }
+}
+
+QStringList former_names::ofEntity(long id, const QString & current) const
+{
+    return without(m_entities.value(id), current);
+}
+
+QStringList former_names::ofProperty(long id, const QString & current) const
+{
+    return without(m_properties.value(id), current);
+}
+
+ZkBool readHistory(source & of, model_history & history)
+{
+    std::vector<history_step> & steps = history.steps;
     auto before = std::make_shared<model::project>(1);
     for (const storage::history::version & version : of.versions()) {
         std::shared_ptr<model::project> after;
         if (const ZkBool loaded = of.load(version.number, after); !loaded) {
             return loaded;
         }
+        history.names.add(*after);
         steps.push_back({versionWord(version.number), version, linesBetween(before, after)});
         before = after;
     }

@@ -7,8 +7,13 @@
 
 #include <QHash>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
+
+namespace model {
+class project;
+}
 
 namespace app {
 
@@ -22,9 +27,35 @@ struct history_step
     std::vector<outline_line> lines; ///< in words of the model
 };
 
-/// Reads what each version of `of` changed, oldest first, and what changed since the newest one, if anything
-/// did; nothing when there is no version. A failure is one line.
-[[nodiscard]] zk::ZkBool readHistory(source & of, std::vector<history_step> & steps);
+/// What entities and properties were called in the versions of a model.
+class former_names
+{
+public:
+    /// Takes in a version; they come oldest first.
+    void add(const model::project & version);
+
+    /// The names that an entity had, oldest first, without `current`.
+    [[nodiscard]] QStringList ofEntity(long id, const QString & current) const;
+    /// The same for a property.
+    [[nodiscard]] QStringList ofProperty(long id, const QString & current) const;
+
+private:
+    using names_by_id = QHash<long, QStringList>;
+
+    names_by_id m_entities;
+    names_by_id m_properties;
+};
+
+struct model_history
+{
+    /// What each version changed, oldest first, and what changed since the newest one, if anything did; empty
+    /// without a version.
+    std::vector<history_step> steps;
+    former_names names;
+};
+
+/// Reads the versions of `of`. A failure is one line.
+[[nodiscard]] zk::ZkBool readHistory(source & of, model_history & history);
 
 /// A step of a history, as far as it is about one entity.
 struct entity_step

@@ -31,17 +31,31 @@ private:
     QByteArray m_rows;
 };
 
+/// `parts` that are not empty, with commas between.
+QString joined(QStringList parts)
+{
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
+}
+
+/// What was called otherwise is found by that, too.
+QString formerly(const QStringList & names)
+{
+    return names.isEmpty() ? QString() : QStringLiteral("formerly ") + joined(names);
+}
+
 void addProperties(const documented_model & of, const model::entity & entity, const QString & table,
                    index_rows & rows)
 {
     for (const auto & property : propertiesOf(entity)) {
         const QStringList columns = of.columnsOf(*property);
-        const QString about = columns.isEmpty() ? QString()
-                                                : QStringLiteral("%1 %2.%3")
-                                                      .arg(columns.size() == 1 ? QStringLiteral("column")
-                                                                               : QStringLiteral("columns"),
-                                                           table, columns.join(QStringLiteral(", ")));
-        rows.add("property", check::nameOf(*property), about,
+        const QString word = columns.size() == 1 ? QStringLiteral("column") : QStringLiteral("columns");
+        const QString stored =
+            columns.isEmpty()
+                ? QString()
+                : QStringLiteral("%1 %2.%3").arg(word, table, columns.join(QStringLiteral(", ")));
+        const QStringList names = of.formerNames().ofProperty(property->getId(), property->getName());
+        rows.add("property", check::nameOf(*property), joined({stored, formerly(names)}),
                  propertyPage(entity.getId(), property->getId()));
     }
 }
@@ -62,7 +76,9 @@ QByteArray searchIndex(const documented_model & of)
     index_rows rows;
     for (const auto & entity : of.entities()) {
         const QString table = of.sql().tables.value(entity->getId()).name;
-        rows.add("entity", entity->getName(), table.isEmpty() ? QString() : QStringLiteral("table ") + table,
+        const QStringList names = of.formerNames().ofEntity(entity->getId(), entity->getName());
+        rows.add("entity", entity->getName(),
+                 joined({table.isEmpty() ? QString() : QStringLiteral("table ") + table, formerly(names)}),
                  entityPage(entity->getId()));
     }
     for (const auto & [relationship, table] : of.sql().linkTables) {

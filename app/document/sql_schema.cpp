@@ -40,14 +40,17 @@ QList<plugin::statement_database> chosenOf(const QList<plugin::statement_databas
 void addColumns(const std::vector<database::column_definition> & made, qsizetype index, sql_table & table)
 {
     for (const database::column_definition & column : made) {
-        auto same = std::find_if(table.columns.begin(), table.columns.end(), [&](const sql_column & each) {
-            return each.name == column.name.text && each.types.size() <= index;
-        });
-        if (same == table.columns.end()) {
-            same = table.columns.insert(table.columns.end(), {column.name.text, {}});
+        const auto same =
+            std::find_if(table.columns.begin(), table.columns.end(), [&](const sql_column & each) {
+                return each.name == column.name.text && each.types.size() <= index;
+            });
+        const bool isNew = same == table.columns.end();
+        if (isNew) {
+            table.columns.append({column.name.text, {}});
         }
-        same->types.resize(index);
-        same->types << column.type;
+        sql_column & told = isNew ? table.columns.last() : *same;
+        told.types.resize(index);
+        told.types << column.type;
     }
 }
 

@@ -41,26 +41,45 @@ private Q_SLOTS:
         QCOMPARE(check("festival", {"links"}), QByteArray("16 pages\n"));
         QCOMPARE(check("strange", {"links"}), QByteArray("5 pages\n"));
     }
+    void searchFinds_data()
+    {
+        QTest::addColumn<QString>("word");
+        QTest::addColumn<QString>("found");
+        const auto add = [](const char * word, const char * found) {
+            QTest::newRow(word) << QString::fromLatin1(word) << QString::fromLatin1(found);
+        };
+        add("concert", "7 results, concert (entity, table t_concert, formerly gig) -> entity-14.html");
+        add("T_CONCERT", "7 results, concert (entity, table t_concert, formerly gig) -> entity-14.html");
+        add("t_artist_genre",
+            "1 result, t_artist_genre (link table, genre_code, artist_id) -> index.html#link-502");
+        add("length", "1 result, concert.length (property, column t_concert.length, formerly duration) -> "
+                      "entity-14.html#property-142");
+        add("duration", "1 result, concert.length (property, column t_concert.length, formerly duration) -> "
+                        "entity-14.html#property-142");
+        add("block_no", "2 results, ticket.key (property, columns t_ticket.block_no, serial_no) -> "
+                        "entity-16.html#property-160");
+        add("ticket_state", "1 result, ticket_state (enumeration, reserved, paid, used, refunded) -> "
+                            "enumerations.html#enumeration-1");
+        add("refunded", "1 result, ticket_state (enumeration, reserved, paid, used, refunded) -> "
+                        "enumerations.html#enumeration-1");
+        add("visitor mail", "1 result, visitor.mail (property, column t_visitor.mail) -> "
+                            "entity-15.html#property-151");
+        add("zzz", "Nothing found");
+    }
     void searchFinds()
     {
-        QCOMPARE(
-            check("festival", {"search", "concert", "T_CONCERT", "t_artist_genre", "length", "block_no",
-                               "ticket_state", "refunded", "visitor mail", "zzz"}),
-            QByteArray("concert: 7 results, concert (entity, table t_concert) -> entity-14.html\n"
-                       "T_CONCERT: 7 results, concert (entity, table t_concert) -> entity-14.html\n"
-                       "t_artist_genre: 1 result, t_artist_genre (link table, genre_code, artist_id) -> "
-                       "index.html#link-502\n"
-                       "length: 1 result, concert.length (property, column t_concert.length) -> "
-                       "entity-14.html#property-142\n"
-                       "block_no: 2 results, ticket.key (property, columns t_ticket.block_no, serial_no) "
-                       "-> entity-16.html#property-160\n"
-                       "ticket_state: 1 result, ticket_state (enumeration, reserved, paid, used, "
-                       "refunded) -> enumerations.html#enumeration-1\n"
-                       "refunded: 1 result, ticket_state (enumeration, reserved, paid, used, refunded) "
-                       "-> enumerations.html#enumeration-1\n"
-                       "visitor mail: 1 result, visitor.mail (property, column t_visitor.mail) -> "
-                       "entity-15.html#property-151\n"
-                       "zzz: Nothing found\n"));
+        QFETCH(const QString, word);
+        QFETCH(const QString, found);
+        if (m_found.isEmpty()) { // one browser for all words
+            const QStringList words{"concert",  "T_CONCERT",    "t_artist_genre", "length",       "duration",
+                                    "block_no", "ticket_state", "refunded",       "visitor mail", "zzz"};
+            m_found = QString::fromUtf8(check("festival", QStringList("search") + words)).split('\n');
+        }
+        QVERIFY2(m_found.contains(word + ": " + found), qPrintable(m_found.join('\n')));
+        QVERIFY(!m_found.join('\n').contains("! "));
+    }
+    void searchFindsStrangeNames()
+    {
         QCOMPARE(check("strange", {"search", "STATE/<B", "</script>"}),
                  QByteArray("STATE/<B: 1 result, stäte/<b> (enumeration, \"on\") -> "
                             "enumerations.html#enumeration-3\n"
@@ -112,6 +131,7 @@ private:
     }
 
     QTemporaryDir m_folder;
+    QStringList m_found;
     QString m_browser;
 };
 

@@ -23,8 +23,9 @@ inline QString textOf(QString html)
 /// All pieces of `html` between `begin` and `end`, which are patterns.
 inline QStringList pieces(const QString & html, const char * begin, const char * end)
 {
-    const QRegularExpression form(QStringLiteral("%1(.*?)%2").arg(QLatin1String(begin), QLatin1String(end)),
-                                  QRegularExpression::DotMatchesEverythingOption);
+    QRegularExpression form;
+    form.setPattern(QStringLiteral("%1(.*?)%2").arg(QLatin1String(begin), QLatin1String(end)));
+    form.setPatternOptions(QRegularExpression::DotMatchesEverythingOption);
     QStringList found;
     for (QRegularExpressionMatchIterator it = form.globalMatch(html); it.hasNext();) {
         found << it.next().captured(1);

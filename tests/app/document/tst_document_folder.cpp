@@ -10,7 +10,6 @@
 #include <QTest>
 
 using support::bytesOf;
-using support::json;
 using support::program_result;
 using support::runProgram;
 using support::textOf;

@@ -55,7 +55,7 @@ private Q_SLOTS:
                      .arg(quoted(Hostile)));
         const QString page = pageOf("entity-1.html");
         QVERIFY(page.contains("<h1>&lt;/script&gt;&lt;b&gt;&quot;x&quot; &amp; &apos;y&apos;/../{{z}}</h1>"));
-        QCOMPARE(rows(section(page, "properties"))[1], Hostile + " | <i>& | a<b&> | yes | – | – | –");
+        QCOMPARE(rows(section(page, "properties")).value(1), Hostile + " | <i>& | a<b&> | yes | – | – | –");
         QVERIFY(pageOf("index.html")
                     .contains("<a href=\"entity-1.html\">&lt;/script&gt;&lt;b&gt;&quot;x&quot; &amp; "
                               "&apos;y&apos;/../{{z}}</a>"));
@@ -118,7 +118,7 @@ private Q_SLOTS:
         document({entityText(1, "\"my (own) table\"", others)}, {});
         const QString page = pageOf("entity-1.html");
         QVERIFY(page.contains("<dt>Table</dt><dd><code>my (own) table</code></dd>"));
-        QCOMPARE(rows(section(page, "properties"))[1],
+        QCOMPARE(rows(section(page, "properties")).value(1),
                  QString("first name | first name | QString | yes | – | – | –"));
     }
     void longNames()
