@@ -1,12 +1,10 @@
 // The command verify on random histories: whatever databases do with the scripts, the check has foretold it.
 
+#include "support/chain_project.h"
 #include "support/json_schema.h"
 #include "support/program.h"
 #include "support/project_support.h"
-#include "support/random_chain.h"
 
-#include "model/property_type.h"
-#include "storage/history.h"
 #include "zk/zk_sql_database.h"
 
 #include <QJsonArray>
@@ -28,20 +26,6 @@ int numberFrom(const char * variable, int otherwise)
     bool isNumber = false;
     const int number = qEnvironmentVariableIntValue(variable, &isNumber);
     return isNumber ? number : otherwise;
-}
-
-/// A project file takes no other counted keys.
-void leaveCountersToIntegers(const model::project & version)
-{
-    for (const auto & entity : version.getListOfAllEntities()->values()) {
-        for (const auto & property : entity->getListOfProperty(true, true, false)->values()) {
-            const QStringList types =
-                property->getType() ? property->getType()->getCppTypes() : QStringList();
-            if (types != QStringList{"long"} && types != QStringList{"int"}) {
-                property->setAutoIncrement(std::nullopt);
-            }
-        }
-    }
 }
 
 } // namespace
@@ -67,16 +51,8 @@ private Q_SLOTS:
         QTemporaryDir folder;
         folder.setAutoRemove(!qEnvironmentVariableIsSet("KORVANE_KEEP_CHAINS"));
         const QString project = folder.filePath("chain.korv");
-        const auto & versions = chain.versions();
-        for (std::size_t i = 0; i < versions.size(); ++i) {
-            leaveCountersToIntegers(*versions[i]);
-            const QSqlError error = storage::project_file::write(project, *versions[i]);
-            QVERIFY2(!error.isValid(), qPrintable(error.text()));
-            int number = 0;
-            if (i + 1 < versions.size()) {
-                QVERIFY(!storage::history::tag(project, QString(), number).isValid());
-            }
-        }
+        const QSqlError error = support::writeChain(chain, project);
+        QVERIFY2(!error.isValid(), qPrintable(error.text()));
         const program_result result =
             runProgram({"verify", project, "--json", "--skip-missing", "--db",
                         qEnvironmentVariable("KORVANE_DATABASES", "sqlite,mariadb,postgresql"),
