@@ -3,6 +3,7 @@
 #include "app/database_choice.h"
 #include "app/export_options.h"
 #include "app/source.h"
+#include "app/stored_settings.h"
 
 #include "check/checker.h"
 #include "check/view/kept_names.h"
@@ -12,6 +13,7 @@
 #include "model/project.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -108,22 +110,17 @@ private:
     /// Those that are asked for, else the one that the project's settings name.
     ZkBool takeDatabases()
     {
-        QList<plugin::friendly_option> options;
-        QList<plugin::statement_database> databases;
-        ZkBool listed = m_statements.listOptions(options);
-        if (listed) {
-            listed = m_statements.listDatabases(databases);
+        if (const ZkBool read = readSettings(m_statements, m_now, m_settings); !read) {
+            return read;
         }
-        if (!listed) {
-            return listed;
-        }
+        const QList<plugin::friendly_option> & options = m_settings.options;
         const QString stored =
             m_source.isText() ? QString(DatabaseOfTexts) : valueOf(options, DatabaseOption);
         for (const QString & key : m_asked.databases.isEmpty() ? QStringList(stored) : m_asked.databases) {
             if (const QString why = whyNoDatabase({key}); !why.isEmpty()) {
                 return ZkBool::failure(why);
             }
-            addDatabase(key, databases);
+            addDatabase(key);
             m_databases.back().settings.relationships =
                 valueOf(options, RelationshipsOption) == QLatin1String("yes");
         }
@@ -138,7 +135,7 @@ private:
         return m_asked.options.value(name, stored == options.cend() ? QString() : stored->stored);
     }
 
-    void addDatabase(const QString & key, const QList<plugin::statement_database> & databases)
+    void addDatabase(const QString & key)
     {
         database_run run;
         run.key = key;
@@ -146,7 +143,7 @@ private:
         run.options = m_asked.options;
         run.options.insert(DatabaseOption, run.known->scripts);
         run.chain = std::make_unique<check::checker>(*run.known, key);
-        for (const plugin::statement_database & each : databases) {
+        for (const plugin::statement_database & each : std::as_const(m_settings.databases)) {
             for (const auto & [cppType, sqlType] :
                  each.key == run.known->scripts ? each.types : decltype(each.types)()) {
                 run.settings.mappedTypes.insert(cppType);
@@ -245,7 +242,14 @@ private:
     ZkBool load(int number, std::shared_ptr<model::project> & version)
     {
         const bool isState = number > m_source.newestVersion();
-        const ZkBool loaded = m_source.load(isState ? Now : number, version);
+        const auto look = [this, number](const std::shared_ptr<model::project> & restored) {
+            stored_settings stored;
+            // Nothing is said of settings that cannot be read; the model of the version can.
+            if (readSettings(m_statements, restored, stored)) {
+                m_settingsThen.insert_or_assign(number, std::move(stored));
+            }
+        };
+        const ZkBool loaded = m_source.load(isState ? Now : number, version, look);
         if (loaded) {
             version->setName(m_now->getName());
         }
@@ -263,6 +267,7 @@ private:
             step.before = before;
             step.now = after;
             step.isCurrent = after == m_now;
+            step.otherSettings = otherSettingsOf(each, from);
             plugin::statement_list list =
                 m_statements.stepStatements({before, after, from, to}, each.options);
             if (from != 0 && !isNeighbour(from, to)) {
@@ -278,6 +283,15 @@ private:
             }
         }
         return ZkBool::success();
+    }
+
+    /// What is stored otherwise since the version was tagged that a step begins with.
+    [[nodiscard]] QStringList otherSettingsOf(const database_run & of, int from) const
+    {
+        const auto then = m_settingsThen.find(from);
+        return then == m_settingsThen.end()
+                   ? QStringList()
+                   : otherSettings(then->second, m_settings, of.known->scripts, m_asked.options);
     }
 
     /// Compares what a step left with new databases. A failure is one of making their statements.
@@ -340,6 +354,8 @@ private:
     source & m_source;
     const check_request & m_asked;
     std::shared_ptr<model::project> m_now;
+    stored_settings m_settings;                    ///< of the state
+    std::map<int, stored_settings> m_settingsThen; ///< of versions, by their numbers
     std::vector<database_run> m_databases;
 };
 

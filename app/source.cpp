@@ -133,7 +133,8 @@ ZkBool source::checkVersion(int number) const
                                                               : howMany(m_versions.size())));
 }
 
-ZkBool source::load(int number, std::shared_ptr<model::project> & project)
+ZkBool source::load(int number, std::shared_ptr<model::project> & project,
+                    const std::function<void(const std::shared_ptr<model::project> &)> & look)
 {
     if (const ZkBool there = checkVersion(number); !there) {
         return there;
@@ -152,7 +153,7 @@ ZkBool source::load(int number, std::shared_ptr<model::project> & project)
         project = m_before;
         return ZkBool::success();
     }
-    const QSqlError error = storage::history::load(m_sName, number, project);
+    const QSqlError error = storage::history::load(m_sName, number, project, look);
     return error.isValid() ? ZkBool::failure(error.text()) : ZkBool::success();
 }
 

@@ -9,6 +9,7 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -58,7 +59,10 @@ public:
     /// Loads the version `number`, or the state for `Now`, which is the same object each time. A version
     /// bears the name that the project had then, and has no file; its scripts are called by the name of the
     /// state. On failure `project` stays as it was.
-    [[nodiscard]] zk::ZkBool load(int number, std::shared_ptr<model::project> & project);
+    /// @param look see storage::history::load(); it is not called for the state
+    [[nodiscard]] zk::ZkBool
+    load(int number, std::shared_ptr<model::project> & project,
+         const std::function<void(const std::shared_ptr<model::project> &)> & look = {});
 
     /// Takes `state`, which was loaded from the file, as the state, so that it is not read again.
     void takeState(const std::shared_ptr<model::project> & state) { m_state = state; }

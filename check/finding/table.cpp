@@ -113,6 +113,7 @@ constexpr rule Rules[] = {
     {QLatin1String("KV701"), QLatin1String("table-without-key"), severity::note, "A table has no primary key"},
     {QLatin1String("KV702"), QLatin1String("foreign-key-without-index"), severity::note, "The column of a foreign key has no index"},
     {QLatin1String("KV703"), QLatin1String("one-row-without-value"), severity::note, "A unique column may have no value in one row only"},
+    {QLatin1String("KV802"), QLatin1String("settings-changed"), severity::warning, "Settings of the export changed since a version was tagged"},
     {QLatin1String("KV805"), QLatin1String("not-judged"), severity::note, "A statement is in a form that is not known"},
     {QLatin1String("KV806"), QLatin1String("acceptance-without-finding"), severity::warning, "An entry of the acceptance file matches nothing"},
     {QLatin1String("KV807"), QLatin1String("acceptance-expired"), severity::warning, "An entry of the acceptance file is past its date"},

@@ -36,6 +36,16 @@ const rule_text IdMeansOther = {
     "added.",
     "name"};
 
+const rule_text SettingsChanged = {
+    QLatin1String("KV802"),
+    effect::differs,
+    "The scripts up to {version} are written otherwise now than when it was tagged: {settings}.",
+    "An export writes all scripts with the settings of now. A database that was made with the former ones is "
+    "not what these scripts make, and what is foretold of later ones can be wrong for it.",
+    "Store the former settings again (korvane settings), or bring the database up to what the scripts make "
+    "now by statements of your own, and tag a version.",
+    ""};
+
 /// The numbers of values that are called otherwise than before, as "2 was Paid, is Open".
 QStringList changedNumbers(const model::enumeration & before, const model::enumeration & now)
 {
@@ -125,6 +135,11 @@ void tellRenamedEntity(const script & step, const model::model_change & change, 
 std::vector<finding> explainChanges(const script & step, const step_changes & changes)
 {
     std::vector<finding> told;
+    if (!step.otherSettings.isEmpty()) {
+        told.push_back(findingOf(
+            SettingsChanged, {{QStringLiteral("version"), step.from},
+                              {QStringLiteral("settings"), step.otherSettings.join(QStringLiteral("; "))}}));
+    }
     for (const model::model_change & each : changes.all()) {
         if (each.object.kind == model::object_kind::enumeration && each.field == QLatin1String("values")) {
             tellEnumeration(step, each, told);

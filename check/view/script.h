@@ -3,6 +3,7 @@
 #include "plugin/statement_source.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
@@ -25,6 +26,8 @@ struct script
     bool isCurrent = false; ///< `now` is the state of the project, which its text form has
     bool isFull = false;    ///< makes the whole schema of a new database; else it is a part of the history
     std::vector<plugin::statement_record> records;
+    /// What settings of the export were when `from` was tagged, where they are stored otherwise now.
+    QStringList otherSettings;
 };
 
 } // namespace check

@@ -238,12 +238,18 @@ QSqlError damagedVersion(const QString & file, int number, const QString & reaso
                                          .arg(QString::number(number), reason));
 }
 
+using project_look = std::function<void(const std::shared_ptr<model::project> &)>;
+
 /// Loads `project` from the restored version `number` of `file`.
-QSqlError loadRestored(const QString & file, int number, const QString & restored, model::project & project)
+QSqlError loadRestored(const QString & file, int number, const QString & restored,
+                       const std::shared_ptr<model::project> & project, const project_look & look)
 {
-    project.setFileName(restored);
-    const QSqlError error = project.load();
-    project.setLocation(QString());
+    project->setFileName(restored);
+    const QSqlError error = project->load();
+    if (look && !error.isValid()) {
+        look(project);
+    }
+    project->setLocation(QString());
     // The name of the temporary file tells a person nothing.
     const QString restoredName = zk::sqlite::failure(restored, QString()).text();
     return error.isValid() ? damagedVersion(file, number, error.text().remove(restoredName)) : error;
@@ -329,7 +335,8 @@ QSqlError removeNewest(const QString & name, const version & newest)
     });
 }
 
-QSqlError load(const QString & name, int number, std::shared_ptr<model::project> & project)
+QSqlError load(const QString & name, int number, std::shared_ptr<model::project> & project,
+               const project_look & look)
 {
     QByteArray compressed;
     {
@@ -357,7 +364,7 @@ QSqlError load(const QString & name, int number, std::shared_ptr<model::project>
         break;
     }
     const auto loaded = std::make_shared<model::project>(1);
-    const QSqlError error = loadRestored(name, number, restored.fileName(), *loaded);
+    const QSqlError error = loadRestored(name, number, restored.fileName(), loaded, look);
     if (!error.isValid()) {
         project = loaded;
     }

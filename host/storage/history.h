@@ -8,6 +8,7 @@
 #include <QSqlError>
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 namespace model {
@@ -66,6 +67,9 @@ KORVANE_EXPORT QSqlError list(const QString & file, QList<version> & versions);
 /// loaded belongs to no file, and the current project stays the one that it is. A version that the file does
 /// not have, or that cannot be restored into the folder for temporary files, is a failure that leaves
 /// `project` as it is; no file is left behind.
-KORVANE_EXPORT QSqlError load(const QString & file, int number, std::shared_ptr<model::project> & project);
+/// @param look is called while what is loaded still belongs to its restored file, which has the settings that
+/// were tagged with it
+KORVANE_EXPORT QSqlError load(const QString & file, int number, std::shared_ptr<model::project> & project,
+                              const std::function<void(const std::shared_ptr<model::project> &)> & look = {});
 
 } // namespace storage::history

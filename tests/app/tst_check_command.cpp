@@ -94,6 +94,42 @@ private Q_SLOTS:
                     "\n"
                     "2 errors, 0 warnings, 0 notes\n"));
     }
+    /// Settings of former scripts are told when they are stored otherwise now, and have a say.
+    void settingsSinceAVersion()
+    {
+        storeSwap();
+        const auto told = [this](const QStringList & options) {
+            QStringList lines;
+            const QByteArray report = check(QStringList{"--db", "postgresql", "--json"} + options).output;
+            for (const QJsonValue & each : QJsonDocument::fromJson(report)["findings"].toArray()) {
+                if (each["code"].toString() == "KV802") {
+                    lines += each["severity"].toString() + ": " + each["message"].toString();
+                }
+            }
+            return lines;
+        };
+        // What says nothing about statements.
+        QCOMPARE(runProgram({"settings", m_project, "--path", "other", "--schema", "both", "--db", "oracle"})
+                     .status,
+                 0);
+        QCOMPARE(told({}), QStringList());
+        QCOMPARE(runProgram({"settings", m_project, "--relationships", "yes"}).status, 0);
+        const QString warning =
+            "warning: The scripts up to v1 are written otherwise now than when it was tagged: "
+            "relationships was 'no' and is 'yes'.";
+        QCOMPARE(told({}), QStringList(warning));
+        QCOMPARE(told({"--relationships", "yes"}), QStringList());
+        QCOMPARE(told({"--all"}), QStringList(warning));
+        // A version that is tagged with them has them.
+        QCOMPARE(runProgram({"tag", m_project}).status, 0);
+        QCOMPARE(told({}), QStringList());
+        QCOMPARE(told({"--all"}), QStringList(warning));
+        QVERIFY(support::writeBytes(m_folder->filePath("custom.js"), "function exportStep() {}"));
+        QCOMPARE(runProgram({"settings", m_project, "--custom-script", "custom.js"}).status, 0);
+        QCOMPARE(told({}),
+                 QStringList("warning: The scripts up to v2 are written otherwise now than when it was "
+                             "tagged: custom-script was nothing and is 'custom.js'."));
+    }
     void tellsJson()
     {
         storeSwap();

@@ -31,13 +31,14 @@ QString writeFile(const QString & name, const QByteArray & bytes)
 
 setting exampleOf(const page & of)
 {
-    return {of.versions, of.script, of.acceptance, of.relationships};
+    return {of.versions, of.script, of.acceptance, of.relationships, of.settings};
 }
 
 setting mendedOf(const page & of)
 {
     setting mended{of.versions, of.remedyScript.isEmpty() ? of.script : of.remedyScript,
-                   of.remedyAcceptance.isEmpty() ? of.acceptance : of.remedyAcceptance, of.relationships};
+                   of.remedyAcceptance.isEmpty() ? of.acceptance : of.remedyAcceptance, of.relationships,
+                   of.remedySettings.isEmpty() ? of.settings : of.remedySettings};
     for (const auto & [name, text] : of.remedies) {
         mended.versions[name] = text;
     }
@@ -63,6 +64,7 @@ judged_page::judged_page(const judge & by, const setting & of)
         }
         import(text);
     }
+    storeSettings();
     if (!of.script.isEmpty()) {
         m_error += writeFile(m_folder.filePath("custom.js"), of.script);
     }
@@ -78,6 +80,20 @@ void judged_page::note(const zk::ZkBool & result)
     m_error += result ? QString() : result.getDesc() + u'\n';
 }
 
+void judged_page::storeSettings()
+{
+    if (m_setting.settings.isEmpty()) {
+        return;
+    }
+    const context::ctx_kept kept(context::ctx_project::getSingleton());
+    std::shared_ptr<model::project> project;
+    note(app::openProject(m_file, project));
+    context::ctx_project::getSingleton().setProject(project);
+    for (const QString & line : std::as_const(m_setting.settings)) {
+        note(m_by.statements().storeOptions({{line.section(u' ', 0, 0), line.section(u' ', 1)}}));
+    }
+}
+
 void judged_page::import(const QByteArray & text)
 {
     const QString model = m_folder.filePath("model.json");
@@ -87,8 +103,10 @@ void judged_page::import(const QByteArray & text)
 
 plugin::friendly_settings judged_page::options(const QString & database) const
 {
-    plugin::friendly_settings options{{"db", database::factsOf(database)->scripts},
-                                      {"relationships", m_setting.relationships ? "yes" : "no"}};
+    plugin::friendly_settings options{{"db", database::factsOf(database)->scripts}};
+    if (m_setting.settings.isEmpty()) { // else what is stored counts
+        options.insert("relationships", m_setting.relationships ? "yes" : "no");
+    }
     if (!m_setting.script.isEmpty()) {
         options.insert("custom-script", m_folder.filePath("custom.js"));
     }

@@ -22,6 +22,7 @@ struct setting
     QByteArray script;                      ///< custom script; empty for none
     QByteArray acceptance;
     bool relationships = true;
+    QStringList settings; ///< lines "option value" that are stored once all but the last version is tagged
 };
 
 /// The example of a page, and the one that its remedy makes of it.
@@ -63,6 +64,7 @@ public:
 private:
     [[nodiscard]] plugin::friendly_settings options(const QString & database) const;
     void note(const zk::ZkBool & result);
+    void storeSettings();
 
     const judge & m_by;
     setting m_setting;

@@ -45,6 +45,8 @@ private:
             (isRemedy ? m_page.remedyScript : m_page.script) = text;
         } else if (kind == QLatin1String("sql")) {
             m_page.statements.push_back({head.value(1), head.value(2), inside});
+        } else if (kind == QLatin1String("text") && head.value(1) == QLatin1String("settings")) {
+            (head.value(2) == QLatin1String("remedy") ? m_page.remedySettings : m_page.settings) = inside;
         } else if (kind == QLatin1String("text")) {
             readClaims(head.mid(1), inside);
         } else {

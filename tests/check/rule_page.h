@@ -39,6 +39,8 @@ struct page
     QByteArray remedyScript;                ///< the one that takes its place; empty for none
     QByteArray acceptance;                  ///< acceptance file of the example; empty for none
     QByteArray remedyAcceptance;            ///< the one that takes its place; empty for none
+    QStringList settings;                   ///< lines "option value" that are stored before the last version
+    QStringList remedySettings;             ///< that are stored in their place; empty for none
     std::vector<claim> claims;
     std::vector<own_statements> statements;
     bool relationships = true;

@@ -104,7 +104,8 @@ private Q_SLOTS:
     {
         QFETCH(QString, file);
         const page read = check_pages::readPage(file);
-        if (read.remedies.empty() && read.remedyScript.isEmpty() && read.remedyAcceptance.isEmpty()) {
+        if (read.remedies.empty() && read.remedyScript.isEmpty() && read.remedyAcceptance.isEmpty() &&
+            read.remedySettings.isEmpty()) {
             return;
         }
         const setting mended = check_pages::mendedOf(read);
