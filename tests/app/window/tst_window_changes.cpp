@@ -264,37 +264,6 @@ private Q_SLOTS:
         QVERIFY(problem->isVisible());
         QVERIFY2(problem->text().contains("korvane-check.json"), qPrintable(problem->text()));
     }
-    /// Open, change by import, look at the changes, check, tag, export, look at the findings.
-    void theWholeWay()
-    {
-        m_bench->write("next.json", textOf(json(First)));
-        modal_driver import({modal_driver::file(m_bench->path("next.json")),
-                             modal_driver::key(Qt::Key_Return), modal_driver::press(QDialogButtonBox::Ok)});
-        m_bench->press(Qt::Key_I, Qt::ControlModifier);
-        QVERIFY(import.isDone());
-        m_bench->press(Qt::Key_5, Qt::AltModifier);
-        QCOMPARE(rows(tree()).first(2), (QStringList{"entity gig", "  name: concert -> gig"}));
-        m_bench->action("m_actCheck_KorvGenericDDLExport")->trigger();
-        QVERIFY2(m_bench->told().contains("KV601: "), qPrintable(m_bench->told()));
-        modal_driver tag({[](QWidget * w) {
-            QTest::keyClicks(w->findChild<QLineEdit *>(), "gigs again");
-            QTest::keyClick(w, Qt::Key_Return);
-        }});
-        m_bench->press(Qt::Key_T, Qt::ControlModifier);
-        QVERIFY(tag.isDone());
-        m_bench->press(Qt::Key_E, Qt::ControlModifier);
-        QTRY_VERIFY(m_bench->scripts().isVisible());
-        QVERIFY(QFile::exists(m_bench->path("sql/shop_postgresql_db_schema_v2_to_v3.sql")));
-        auto * const list = m_bench->find<QAbstractItemView>("m_lstMessages");
-        const QModelIndexList found =
-            list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, "KV601", 1, Qt::MatchContains);
-        QVERIFY(!found.isEmpty());
-        list->scrollTo(found.constFirst());
-        const QPoint at = list->visualRect(found.constFirst()).center();
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-        QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-        QCOMPARE(m_bench->tree().selectedEntity(), 1L);
-    }
 
 private:
     void goToChanges()
