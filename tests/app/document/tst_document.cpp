@@ -233,6 +233,19 @@ private Q_SLOTS:
                                            "entity-16.html#property-160"})));
     }
 
+    void sameWhereverItIsMade()
+    {
+        QHash<QString, QString> environment{{"LC_ALL", "de_DE.UTF-8"}, {"LANGUAGE", "de"}};
+        // It is another day in one of the two.
+        for (const char * const zone : {"Pacific/Kiritimati", "Pacific/Midway"}) {
+            environment.insert("TZ", zone);
+            const QDir site(path("again"));
+            QCOMPARE(runProgram({"document", m_project, "-o", site.path()}, environment).status, 0);
+            for (const QString & name : m_site.entryList(QDir::Files)) {
+                QCOMPARE(support::bytesOf(site.filePath(name)), support::bytesOf(m_site.filePath(name)));
+            }
+        }
+    }
     void someDatabases()
     {
         const QDir site(path("two"));
