@@ -12,19 +12,16 @@
 
 #include <QEventLoop>
 
+#include <map>
+#include <memory>
+#include <string>
+
 namespace app {
 
 namespace {
 
 /// Entities: a picture of more would show nothing that can be read, and take minutes to lay out.
 constexpr qsizetype MostDrawn = 200;
-
-/// A page that all others lead to.
-struct main_page
-{
-    QString page;
-    QString text;
-};
 
 /// Where the boxes and lines of `contents` stand.
 diagram_places laidOut(const diagram_contents & contents)
@@ -41,120 +38,155 @@ diagram_places laidOut(const diagram_contents & contents)
     return places;
 }
 
-/// Makes one page after the other.
-class site_maker
+/// The pages of one model; each is made when it is asked for.
+class site_pages
 {
 public:
-    site_maker(const documented_model & of, made_site & made) : m_model(of), m_made(made)
+    [[nodiscard]] zk::ZkBool read(source & of, plugin::statement_source & statements,
+                                  const QStringList & databases)
     {
-        addMain(true, IndexPage, QStringLiteral("Entities"));
-        addMain(hasDiagram(), DiagramPage, QStringLiteral("Diagram"));
-        addMain(!of.enumerations().isEmpty(), EnumerationPage, QStringLiteral("Enumerations"));
-        addMain(!of.history().empty(), HistoryPage, QStringLiteral("History"));
+        return m_model.read(of, statements, databases);
     }
 
-    void make()
-    {
-        const QSize diagram = hasDiagram() ? addDiagram() : QSize();
-        if (m_model.entities().size() > MostDrawn) {
-            m_made.note =
-                QStringLiteral("There is no diagram of all entities, since more than %1 make no picture; "
-                               "the page of each shows what it is related to")
-                    .arg(MostDrawn);
-        }
-        addPage(IndexPage, QStringLiteral("index"), {}, indexData(m_model, diagram));
-        if (!m_model.enumerations().isEmpty()) {
-            addPage(EnumerationPage, QStringLiteral("enumerations"), QStringLiteral("Enumerations"),
-                    enumerationData(m_model));
-        }
-        if (!m_model.history().empty()) {
-            addPage(HistoryPage, QStringLiteral("history"), QStringLiteral("History"), historyData(m_model));
-        }
-        page_template entity(QStringLiteral("entity"));
-        for (const auto & each : m_model.entities()) {
-            addPage(entityPage(each->getId()), entity, each->getName(), entityData(m_model, *each));
-        }
-        const QString script = QStringLiteral("search.js");
-        m_made.files.push_back({script, pageResource(script)});
-        m_made.files.push_back({QStringLiteral("search-index.js"), searchIndex(m_model)});
-        m_made.files.push_back(
-            {QStringLiteral("style.css"),
-             pageResource(QStringLiteral("style.css")) + pageResource(QStringLiteral("diagram.css"))});
-    }
-
-private:
+    [[nodiscard]] const documented_model & model() const { return m_model; }
     [[nodiscard]] bool hasDiagram() const
     {
         return !m_model.entities().isEmpty() && m_model.entities().size() <= MostDrawn;
     }
+    [[nodiscard]] bool hasEnumerations() const { return !m_model.enumerations().isEmpty(); }
+    [[nodiscard]] bool hasHistory() const { return !m_model.history().empty(); }
 
-    void addMain(bool isThere, const QString & page, const QString & text)
+    /// Lays the diagram out; one line about what is not as it should.
+    [[nodiscard]] QString layOut()
     {
-        if (isThere) {
-            m_mainPages.append({page, text});
-        }
+        m_picture.contents = contentsOf(m_model.graph(), m_model.graph().everything());
+        m_picture.places = laidOut(m_picture.contents);
+        return m_picture.places.note;
     }
 
-    /// The size of the picture.
-    QSize addDiagram()
+    [[nodiscard]] QByteArray index()
     {
-        diagram_picture picture;
-        picture.contents = contentsOf(m_model.graph(), m_model.graph().everything());
-        picture.places = laidOut(picture.contents);
-        m_made.note = picture.places.note;
-        const QString title = QStringLiteral("Diagram of ") + m_model.project()->getName();
-        const drawn_diagram alone = diagramSvg(picture, title, true, 0);
-        m_made.files.push_back({DiagramPicture, alone.svg});
+        return page(IndexPage, "index", {}, indexData(m_model, hasDiagram() ? picture(true).size : QSize()));
+    }
+    [[nodiscard]] QByteArray diagram()
+    {
         page_data data;
-        putRaw(data, "diagram", diagramSvg(picture, title, false, 0).svg);
-        addPage(DiagramPage, QStringLiteral("diagram_page"), QStringLiteral("Diagram"), data);
-        return alone.size;
+        putRaw(data, "diagram", picture(false).svg);
+        return page(DiagramPage, "diagram_page", QStringLiteral("Diagram"), data);
+    }
+    [[nodiscard]] drawn_diagram picture(bool isAlone) const
+    {
+        return diagramSvg(m_picture, QStringLiteral("Diagram of ") + m_model.project()->getName(), isAlone,
+                          0);
+    }
+    [[nodiscard]] QByteArray enumerations()
+    {
+        return page(EnumerationPage, "enumerations", QStringLiteral("Enumerations"),
+                    enumerationData(m_model));
+    }
+    [[nodiscard]] QByteArray history()
+    {
+        return page(HistoryPage, "history", QStringLiteral("History"), historyData(m_model));
+    }
+    [[nodiscard]] QByteArray entity(const model::entity & entity)
+    {
+        return page(entityPage(entity.getId()), "entity", entity.getName(), entityData(m_model, entity));
+    }
+
+private:
+    /// The pages that all others lead to.
+    [[nodiscard]] page_list navigation(const QString & current) const
+    {
+        page_list entries;
+        const auto add = [&](bool isThere, const QString & name, const QString & text) {
+            page_data entry;
+            put(entry, "navigationPage", name);
+            put(entry, "navigationText", text);
+            putFlag(entry, "isCurrent", name == current);
+            if (isThere) {
+                entries.push_back(entry);
+            }
+        };
+        add(true, IndexPage, QStringLiteral("Entities"));
+        add(hasDiagram(), DiagramPage, QStringLiteral("Diagram"));
+        add(hasEnumerations(), EnumerationPage, QStringLiteral("Enumerations"));
+        add(hasHistory(), HistoryPage, QStringLiteral("History"));
+        return entries;
     }
 
     /// @param title of the page beside the project's name; empty for the first page
-    void addPage(const QString & name, const QString & form, const QString & title, const page_data & data)
+    [[nodiscard]] QByteArray page(const QString & name, const char * form, const QString & title,
+                                  const page_data & data)
     {
-        page_template body(form);
-        addPage(name, body, title, data);
-    }
-
-    void addPage(const QString & name, page_template & body, const QString & title, const page_data & data)
-    {
-        page_list navigation;
-        for (const main_page & each : m_mainPages) {
-            page_data entry;
-            put(entry, "navigationPage", each.page);
-            put(entry, "navigationText", each.text);
-            putFlag(entry, "isCurrent", each.page == name);
-            navigation.push_back(entry);
-        }
-        page_data page;
         const QString project = m_model.project()->getName();
-        put(page, "projectName", project);
-        put(page, "pageTitle", title.isEmpty() ? project : title);
-        putFlag(page, "isPart", !title.isEmpty());
-        put(page, "navigation", std::move(navigation));
-        putRaw(page, "pageBody", body.fill(data));
-        m_made.files.push_back({name, m_frame.fill(page)});
+        page_data frame;
+        put(frame, "projectName", project);
+        put(frame, "pageTitle", title.isEmpty() ? project : title);
+        putFlag(frame, "isPart", !title.isEmpty());
+        put(frame, "navigation", navigation(name));
+        putRaw(frame, "pageBody", templateOf(form).fill(data));
+        return templateOf("page").fill(frame);
     }
 
-    const documented_model & m_model;
-    made_site & m_made;
-    QList<main_page> m_mainPages;
-    page_template m_frame{QStringLiteral("page")};
+    page_template & templateOf(const char * name)
+    {
+        const auto found = m_templates.try_emplace(name, QString::fromLatin1(name)).first;
+        return found->second;
+    }
+
+    documented_model m_model;
+    diagram_picture m_picture;
+    std::map<std::string, page_template> m_templates; ///< read once each
 };
+
+QByteArray style()
+{
+    return pageResource(QStringLiteral("style.css")) + pageResource(QStringLiteral("diagram.css"));
+}
+
+/// The files of `pages`, which live as long as these.
+std::vector<site_file> filesOf(const std::shared_ptr<site_pages> & pages)
+{
+    std::vector<site_file> files;
+    files.push_back({IndexPage, [pages] { return pages->index(); }});
+    if (pages->hasDiagram()) {
+        files.push_back({DiagramPage, [pages] { return pages->diagram(); }});
+        files.push_back({DiagramPicture, [pages] { return pages->picture(true).svg; }});
+    }
+    if (pages->hasEnumerations()) {
+        files.push_back({EnumerationPage, [pages] { return pages->enumerations(); }});
+    }
+    if (pages->hasHistory()) {
+        files.push_back({HistoryPage, [pages] { return pages->history(); }});
+    }
+    for (const auto & entity : pages->model().entities()) {
+        files.push_back({entityPage(entity->getId()), [pages, entity] { return pages->entity(*entity); }});
+    }
+    const QString script = QStringLiteral("search.js");
+    files.push_back({script, [script] { return pageResource(script); }});
+    files.push_back({QStringLiteral("search-index.js"), [pages] { return searchIndex(pages->model()); }});
+    files.push_back({QStringLiteral("style.css"), &style});
+    return files;
+}
 
 } // namespace
 
 zk::ZkBool makeSite(source & of, plugin::statement_source & statements, const QStringList & databases,
                     made_site & made)
 {
-    documented_model model;
-    if (const zk::ZkBool read = model.read(of, statements, databases); !read) {
+    const auto pages = std::make_shared<site_pages>();
+    if (const zk::ZkBool read = pages->read(of, statements, databases); !read) {
         return read;
     }
-    made.entities = model.entities().size();
-    site_maker(model, made).make();
+    made.entities = pages->model().entities().size();
+    if (pages->hasDiagram()) {
+        made.note = pages->layOut();
+    } else if (made.entities > 0) {
+        made.note = QStringLiteral("There is no diagram of all entities, since more than %1 make no picture; "
+                                   "the page of each shows what it is related to")
+                        .arg(MostDrawn);
+    }
+    made.files = filesOf(pages);
     return zk::ZkBool::success();
 }
 

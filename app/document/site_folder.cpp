@@ -74,12 +74,12 @@ public:
     [[nodiscard]] ZkBool write(const site_file & file) const
     {
         const QString path = pathOf(file.name);
+        const QByteArray bytes = file.make();
         QFile there(path);
-        if (there.open(QIODevice::ReadOnly) && there.size() == file.bytes.size() &&
-            there.readAll() == file.bytes) {
+        if (there.open(QIODevice::ReadOnly) && there.size() == bytes.size() && there.readAll() == bytes) {
             return ZkBool::success();
         }
-        const ZkBool written = writeWholeFile(path, file.bytes);
+        const ZkBool written = writeWholeFile(path, bytes);
         return written ? written : cannotWrite(path, written.getDesc());
     }
 

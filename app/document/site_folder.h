@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <vector>
 
 namespace app {
@@ -13,7 +14,8 @@ namespace app {
 struct site_file
 {
     QString name; ///< without a folder; small letters, digits and "-", and its suffix
-    QByteArray bytes;
+    /// Makes what it holds, when it is written: all pages of a large model would need much memory.
+    std::function<QByteArray()> make;
 };
 
 /// Puts `files` into `folder`, which is made when it is not there, and takes those away that were written

@@ -89,6 +89,11 @@ private Q_SLOTS:
         }
         QVERIFY2(!reader.hasError(), qPrintable(reader.errorString()));
     }
+    void controlCharacters()
+    {
+        document({entityText(1, quoted(QString("a\u0001\u001b[31m\u202eb\n\uffff")))}, {});
+        QVERIFY(pageOf("entity-1.html").contains("<h1>a\ufffd\ufffd[31m&lt;U+202E&gt;b \ufffd</h1>"));
+    }
     void otherAlphabets()
     {
         document({entityText(1, "\"Größe 顧客 🙂\"")}, {});
