@@ -1,4 +1,4 @@
-// The proof that scripts do what was foretold: all of them are run on a database, with and without rows.
+// The proof that scripts do what was foretold: all of them are run on a database.
 
 #include "app/verification.h"
 
@@ -20,6 +20,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
 
 namespace app {
 
@@ -29,6 +30,15 @@ using database::server::server_error;
 using database::server::server_failure;
 using database::server::target_database;
 using zk::ZkBool;
+
+/// What a run of the history told.
+struct history_findings
+{
+    bool isWhole = true; ///< whether no statement was refused, told or not
+    std::vector<verified_refusal> refused;
+    std::vector<verified_difference> chainDifferences;
+    std::vector<verified_difference> modelDifferences;
+};
 
 /// The proof on one database.
 class proof_run
@@ -58,9 +68,9 @@ public:
         try {
             m_proof.server = m_target.version();
             if (result) {
+                m_runs = m_source.newestVersion() == 0 ? 1 : 2;
                 runFullScripts();
-                runChain(false);
-                runChain(true);
+                runHistory();
             }
         } catch (const server_failure & failure) {
             return ZkBool::failure(QStringLiteral("%1: %2").arg(m_target.known().label, failure.reason()));
@@ -91,7 +101,7 @@ private:
     void progress()
     {
         if (m_asked.progress) {
-            m_asked.progress(++m_done, static_cast<int>(3 * m_versions.size()));
+            m_asked.progress(++m_done, m_runs * static_cast<int>(m_versions.size()));
         }
     }
 
@@ -108,10 +118,11 @@ private:
         return static_cast<int>(version) + 1 >= m_asked.from;
     }
 
-    /// Runs one script on the database and in the simulation.
-    void runScript(const std::vector<run_statement> & script, bool withRows, bool isCounted,
+    /// Runs one script on the database and in the simulation; false when a statement was refused.
+    bool runScript(const std::vector<run_statement> & script, bool withRows, bool isCounted,
                    database::simulation & simulated, std::vector<verified_refusal> & refused)
     {
+        bool isWhole = true;
         for (const run_statement & each : script) {
             if (os::stop_requests::isRequested()) {
                 throw server_failure(QStringLiteral("stopped"));
@@ -120,6 +131,7 @@ private:
             const bool isDone = m_target.execute(each.read.text, error);
             simulated.run(each.read,
                           isDone ? database::row_values::fitting : database::row_values::conflicting);
+            isWhole = isWhole && isDone;
             if (!isCounted) {
                 continue;
             }
@@ -132,14 +144,15 @@ private:
             m_proof.foretold += code.isEmpty() ? 0 : 1;
             refused.push_back({each.place, error.code, error.words.simplified(), code, withRows});
         }
+        return isWhole;
     }
 
-    void compareWithModel(const QString & version, const QString & what, const database::catalogue & expected,
-                          const database::catalogue & found)
+    static void compareWithModel(const QString & version, const QString & what,
+                                 const database::catalogue & expected, const database::catalogue & found,
+                                 std::vector<verified_difference> & differences)
     {
         for (const check::schema_difference & each : check::compareSchemas(expected, found)) {
-            m_proof.modelDifferences.push_back(
-                {version, what + check::subjectOf(each), each.expected, each.found, {}});
+            differences.push_back({version, what + check::subjectOf(each), each.expected, each.found, {}});
         }
     }
 
@@ -154,7 +167,8 @@ private:
             runScript(version.full, false, isNow, simulated, m_proof.fullRefused);
             m_held.push_back(m_target.held());
             if (isTold(i)) {
-                compareWithModel(version.word, QString(), simulated.held(), m_held.back());
+                compareWithModel(version.word, QString(), simulated.held(), m_held.back(),
+                                 m_proof.modelDifferences);
             }
             if (isNow) {
                 noteScript(version.full);
@@ -164,15 +178,36 @@ private:
         }
     }
 
-    /// Runs the history from its first script on.
-    void runChain(bool withRows)
+    /// Runs the history with rows, and without them where they made a difference: a statement that runs on
+    /// tables with rows runs on empty ones as well, and does the same.
+    void runHistory()
     {
         if (m_source.newestVersion() == 0) {
             return;
         }
+        for (const version_scripts & version : m_versions) {
+            noteScript(version.step);
+        }
+        for (std::size_t i = 0; i < m_versions.size(); ++i) {
+            m_proof.chainStatements += isTold(i) ? static_cast<int>(m_versions[i].step.size()) : 0;
+        }
+        history_findings withRows = runChain(true);
+        if (withRows.isWhole) {
+            take(std::move(withRows));
+            return;
+        }
+        m_runs = 3;
+        take(runChain(false));
+        addRefused(withRows.refused);
+    }
+
+    history_findings runChain(bool withRows)
+    {
         reset();
+        history_findings found;
         database::simulation simulated(m_target.known());
         verified_rows rows(m_target);
+        QSet<QString> told;
         for (std::size_t i = 0; i < m_versions.size(); ++i) {
             const version_scripts & version = m_versions[i];
             if (withRows && i > 0) {
@@ -181,52 +216,60 @@ private:
                     simulated.putRows(it.key(), it.value());
                 }
             }
-            std::vector<verified_refusal> refused;
-            runScript(version.step, withRows, isTold(i), simulated, refused);
-            addRefused(refused, withRows);
-            if (!withRows) {
-                noteScript(version.step);
-                m_proof.chainStatements += isTold(i) ? static_cast<int>(version.step.size()) : 0;
-                compareVersion(i, simulated.held());
-            }
+            const bool isWhole = runScript(version.step, withRows, isTold(i), simulated, found.refused);
+            found.isWhole = found.isWhole && isWhole;
+            compareVersion(i, simulated.held(), told, found);
             progress();
         }
         if (withRows) {
             compareRows(rows);
         }
+        return found;
+    }
+
+    void take(history_findings found)
+    {
+        const auto move = [](auto & from, auto & to) {
+            to.insert(to.end(), std::make_move_iterator(from.begin()), std::make_move_iterator(from.end()));
+        };
+        move(found.refused, m_proof.chainRefused);
+        move(found.chainDifferences, m_proof.chainDifferences);
+        move(found.modelDifferences, m_proof.modelDifferences);
     }
 
     /// What is refused in both runs is told once.
-    void addRefused(std::vector<verified_refusal> & refused, bool withRows)
+    void addRefused(std::vector<verified_refusal> & withRows)
     {
-        for (verified_refusal & each : refused) {
+        for (verified_refusal & each : withRows) {
             const auto same = [&each](const verified_refusal & other) {
                 return other.place.script == each.place.script && other.place.line == each.place.line;
             };
-            if (!withRows || std::none_of(m_proof.chainRefused.begin(), m_proof.chainRefused.end(), same)) {
+            if (std::none_of(m_proof.chainRefused.begin(), m_proof.chainRefused.end(), same)) {
                 m_proof.chainRefused.push_back(std::move(each));
             }
         }
     }
 
-    void compareVersion(std::size_t index, const database::catalogue & foretold)
+    /// @param told what was told of the versions before: what follows from an earlier one is told once
+    void compareVersion(std::size_t index, const database::catalogue & foretold, QSet<QString> & told,
+                        history_findings & found)
     {
         const database::catalogue held = m_target.held();
         const QString & word = m_versions[index].word;
         for (const check::schema_difference & each : check::compareSchemas(m_held[index], held)) {
             const QString object = check::subjectOf(each);
-            // What follows from an earlier one is told once.
             if (const QString key = object + u'\n' + each.expected + u'\n' + each.found;
-                !m_told.contains(key)) {
-                m_told.insert(key);
+                !told.contains(key)) {
+                told.insert(key);
                 if (isTold(index)) {
-                    m_proof.chainDifferences.push_back(
+                    found.chainDifferences.push_back(
                         {word, object, each.expected, each.found, m_foretold.difference(object)});
                 }
             }
         }
         if (isTold(index)) {
-            compareWithModel(word, QStringLiteral("after the history, "), foretold, held);
+            compareWithModel(word, QStringLiteral("after the history, "), foretold, held,
+                             found.modelDifferences);
         }
     }
 
@@ -250,8 +293,8 @@ private:
     foretold_statements m_foretold;
     std::vector<version_scripts> m_versions;
     std::vector<database::catalogue> m_held; ///< what the full script of each version makes
-    QSet<QString> m_told;
     int m_done = 0;
+    int m_runs = 1; ///< of all versions, as far as is known
 };
 
 } // namespace

@@ -31,12 +31,16 @@ namespace app {
 namespace {
 
 const char Help[] =
-    "Runs the full script and the history, statement by statement, with and without rows, and compares: the "
-    "history's\n"
-    "database with a new one, both with what was foretold, values with those that were put in. SQLite runs "
-    "inside the\n"
-    "program; MariaDB and PostgreSQL are started from what is installed, in a folder of their own, and ended "
-    "again.\n"
+    "Runs the full script and the history, statement by statement, with rows, and without them where they "
+    "made "
+    "a\n"
+    "difference, and compares: the history's database with a new one, both with what was foretold, values "
+    "with "
+    "those that\n"
+    "were put in. SQLite runs inside the program; MariaDB and PostgreSQL are started from what is installed, "
+    "in "
+    "a folder\n"
+    "of their own, and ended again.\n"
     "\n"
     "Exit status: 0 all was foretold; 1 it could not be done; 2 wrong usage; 3 something was refused, "
     "differs or was lost\n"

@@ -73,6 +73,40 @@ private Q_SLOTS:
         QVERIFY2(told.contains("(entities: 1;"), told.constData());
     }
 
+    void aFullDisk_data()
+    {
+        QTest::addColumn<bool>("isThere");
+        QTest::newRow("a new project") << false;
+        QTest::newRow("over one") << true;
+    }
+    /// What was there is still there, and whole; what was not is not.
+    void aFullDisk()
+    {
+        QFETCH(const bool, isThere);
+        make({"CREATE TABLE one (id INTEGER PRIMARY KEY)"});
+        if (isThere) {
+            QCOMPARE(run().status, 0);
+        }
+        for (int i = 0; i < 300; ++i) {
+            make({QStringLiteral("CREATE TABLE more_%1 (id INTEGER PRIMARY KEY, note TEXT)").arg(i)});
+        }
+        const QByteArray before = support::bytesOf(m_project);
+        const QStringList files =
+            QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
+        const program_result full =
+            support::runProcess("/bin/sh",
+                                {"-c", "ulimit -f 64; trap '' XFSZ; exec \"$0\" import \"$1\" \"$2\"",
+                                 KORVANE_PROGRAM, m_url, m_project},
+                                {}, {});
+        QCOMPARE(full.status, 1);
+        QCOMPARE(full.output, QByteArray());
+        QCOMPARE(QString::fromUtf8(full.errors),
+                 m_project + ": cannot be read or written (File too large); check the disk\n");
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System), files);
+        QCOMPARE(support::bytesOf(m_project), before);
+        QCOMPARE(QFile::exists(m_project), isThere);
+    }
+
     void aScript()
     {
         QVERIFY(support::writeBytes(path("shop.sql"),

@@ -103,6 +103,40 @@ private Q_SLOTS:
         QVERIFY2(alone.errors.contains("password"), alone.errors.constData());
     }
 
+    void aPasswordThatVerifyAsksFor_data() { addServers(); }
+    void aPasswordThatVerifyAsksFor()
+    {
+        server_of_somebody & server = chosen();
+        const bool isPostgresql = server.key() == "postgresql";
+        execute(server, server.firstDatabase(),
+                {isPostgresql ? "CREATE ROLE lee LOGIN CREATEDB PASSWORD 'sesame'"
+                              : "CREATE USER lee@localhost IDENTIFIED BY 'sesame'"});
+        if (!isPostgresql) {
+            execute(server, server.firstDatabase(), {"GRANT ALL ON *.* TO lee@localhost"});
+        }
+        const QString model = path("shop.json");
+        QVERIFY(support::writeBytes(model, support::textOf(R"({"id": 1, "name": "gig", "properties": [
+            {"id": 10, "name": "id", "type": "long", "identifier": true}]})")));
+        const QString url = server.url("lee", server.firstDatabase());
+        const program_result right = support::runInTerminal({"verify", model, "--url", url}, {}, "sesame\n");
+        QVERIFY2(right.output.contains("Password for " + server.key().toUtf8() + "://lee@"),
+                 right.output.constData());
+        // What is typed before somebody asks is shown by the terminal itself.
+        QVERIFY2(!right.output.mid(right.output.indexOf("Password for ")).contains("sesame"),
+                 right.output.constData());
+        QVERIFY2(right.output.contains("\nok: all that was refused"), right.output.constData());
+        QCOMPARE(right.status, 0);
+        const program_result wrong = support::runInTerminal({"verify", model, "--url", url}, {}, "simsim\n");
+        QCOMPARE(wrong.status, 1);
+        QVERIFY2(!wrong.output.mid(wrong.output.indexOf("Password for ")).contains("simsim"),
+                 wrong.output.constData());
+        // Without a terminal nothing waits for a person.
+        const program_result alone = runProgram({"verify", model, "--url", url});
+        QCOMPARE(alone.status, 1);
+        QCOMPARE(alone.errors.count('\n'), 1);
+        QVERIFY2(alone.errors.contains("password"), alone.errors.constData());
+    }
+
     /// A server that goes in the middle is one line, and nothing is left behind.
     void aServerThatGoes()
     {
