@@ -19,6 +19,16 @@ QStringList columnsOf(const std::vector<database::key_part> & parts)
     return columns;
 }
 
+QStringList columnsOf(const database::index & of)
+{
+    return columnsOf(of.parts);
+}
+
+QStringList columnsOf(const database::foreign_key & of)
+{
+    return of.columns;
+}
+
 /// What tells indexes apart beside their names.
 QString wordsOf(const database::index & of)
 {
@@ -139,25 +149,50 @@ private:
         }
     }
 
+    /// Takes what is expected as it is found out of `left`: of parts that say the same those of one name
+    /// first, since a table can have several. What is found by another name is noted.
+    /// @return what is expected and not found
+    template <class Part>
+    std::vector<const Part *> takeFound(const QList<Part> & expected,
+                                        std::multimap<QString, const Part *> & left)
+    {
+        std::vector<const Part *> others;
+        for (const Part & each : expected) {
+            const auto [begin, end] = left.equal_range(wordsOf(each));
+            const auto same =
+                std::find_if(begin, end, [&each](const auto & one) { return one.second->name == each.name; });
+            if (same == end) {
+                others.push_back(&each);
+            } else {
+                left.erase(same);
+            }
+        }
+        std::vector<const Part *> missing;
+        for (const Part * const each : others) {
+            const auto same = left.find(wordsOf(*each));
+            if (same == left.end()) {
+                missing.push_back(each);
+                continue;
+            }
+            addNames(columnsOf(*each), each->name, same->second->name);
+            left.erase(same);
+        }
+        return missing;
+    }
+
     void compareIndexes()
     {
         std::multimap<QString, const database::index *> left;
         for (const database::index & each : m_found.indexes) {
             left.emplace(wordsOf(each), &each);
         }
-        for (const database::index & each : m_expected.indexes) {
-            const auto same = left.find(wordsOf(each));
-            if (same == left.end()) {
-                tell(each.unique ? difference_kind::unique_missing : difference_kind::index_missing,
-                     columnsOf(each.parts), wordsOf(each), {}, each.name);
-                continue;
-            }
-            addNames(columnsOf(each.parts), each.name, same->second->name);
-            left.erase(same);
+        for (const database::index * const each : takeFound(m_expected.indexes, left)) {
+            tell(each->unique ? difference_kind::unique_missing : difference_kind::index_missing,
+                 columnsOf(*each), wordsOf(*each), {}, each->name);
         }
         for (const auto & [words, each] : left) {
-            tell(each->unique ? difference_kind::unique_left : difference_kind::index_left,
-                 columnsOf(each->parts), {}, words, {}, each->name);
+            tell(each->unique ? difference_kind::unique_left : difference_kind::index_left, columnsOf(*each),
+                 {}, words, {}, each->name);
         }
     }
 
@@ -167,17 +202,7 @@ private:
         for (const database::foreign_key & each : m_found.foreignKeys) {
             left.emplace(wordsOf(each), &each);
         }
-        std::vector<const database::foreign_key *> missing;
-        for (const database::foreign_key & each : m_expected.foreignKeys) {
-            const auto same = left.find(wordsOf(each));
-            if (same == left.end()) {
-                missing.push_back(&each);
-                continue;
-            }
-            addNames(each.columns, each.name, same->second->name);
-            left.erase(same);
-        }
-        tellForeignKeys(missing, left);
+        tellForeignKeys(takeFound(m_expected.foreignKeys, left), left);
     }
 
     /// One that has the same columns and leads elsewhere is one difference.

@@ -40,6 +40,15 @@ QString told(const schema_difference & of)
         .arg(of.table, of.columns.join(u','), of.expected, of.found);
 }
 
+QStringList told(const std::vector<schema_difference> & all)
+{
+    QStringList lines;
+    for (const schema_difference & each : all) {
+        lines += told(each);
+    }
+    return lines;
+}
+
 QString line(difference_kind kind, const char * rest)
 {
     return QString::number(static_cast<int>(kind)) + u'|' + QString::fromUtf8(rest);
@@ -56,6 +65,26 @@ class tst_schema_difference : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    /// Of parts that say the same the name tells which is which.
+    void partsThatSayTheSame()
+    {
+        table expected = gigs();
+        expected.foreignKeys = {{"fk_a", {"venue"}, "venue", {"id"}}, {"fk_b", {"venue"}, "venue", {"id"}}};
+        expected.indexes = {{"idx_a", {{"title", 0}}, false, false}, {"idx_b", {{"title", 0}}, false, false}};
+        table found = expected;
+        std::swap(found.foreignKeys[0], found.foreignKeys[1]);
+        std::swap(found.indexes[0], found.indexes[1]);
+        QCOMPARE(told(compareSchemas(with(expected), with(found))), QStringList());
+        found.foreignKeys[1].name = "fk_c";
+        found.indexes[1].name = "idx_c";
+        QCOMPARE(told(compareSchemas(with(expected), with(found))),
+                 QStringList({line(difference_kind::names, "gig|title|idx_a|idx_c"),
+                              line(difference_kind::names, "gig|venue|fk_a|fk_c")}));
+        found.foreignKeys.pop_back();
+        QCOMPARE(told(compareSchemas(with(expected), with(found))),
+                 QStringList({line(difference_kind::foreign_key_missing, "gig|venue|(venue) → venue (id)|"),
+                              line(difference_kind::names, "gig|title|idx_a|idx_c")}));
+    }
     void differences_data()
     {
         QTest::addColumn<change>("how"); // what the history left otherwise
