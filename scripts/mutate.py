@@ -34,7 +34,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 DEFAULT_PATHS = ["plugin", "host/storage"]
 EXPLAINED = ROOT / "tests" / "MUTANTS.md"
 # These take long and reach nothing that the others do not.
-LEFT_OUT = re.compile(r"tst_(script_syntax|scripts_on_|faults|kills|program_end|interrupted_save|manual|translations|project_window|window_|diagram_|message_panel|"
+LEFT_OUT = re.compile(r"tst_(script_syntax|scripts_on_|faults|kills|program_end|interrupted_save|manual|translations|project_window|window_|diagram_|document_pages|message_panel|"
                       r"script_panel|project_tree|sql_highlighter|script_debugger)")
 SHORTEST_LIMIT = 20.0  # seconds; a fault may make a test run for ever
 

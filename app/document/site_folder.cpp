@@ -114,10 +114,11 @@ private:
         if (!list.exists()) {
             return ZkBool::success();
         }
-        if (!list.open(QIODevice::ReadOnly)) {
-            return failure(list.fileName(), list.errorString());
+        const bool isFile = QFileInfo(list).isFile();
+        if (isFile && !list.open(QIODevice::ReadOnly)) {
+            return failure(list.fileName(), QStringLiteral("cannot be read (%1)").arg(list.errorString()));
         }
-        if (list.readLine().trimmed() != ListHead) {
+        if (!isFile || list.readLine().trimmed() != ListHead) {
             return failure(list.fileName(),
                            QStringLiteral("is not the list of pages that this command keeps; choose "
                                           "another folder, or take the file away"));

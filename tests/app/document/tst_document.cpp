@@ -270,6 +270,43 @@ private Q_SLOTS:
         QCOMPARE(rows(section(page, "properties")),
                  QStringList("id | id | long | no | primary, auto-increment | – | –"));
     }
+    void whereRelationshipsAreStored_data()
+    {
+        QTest::addColumn<QByteArray>("inverseOfLines");
+        QTest::addColumn<QByteArray>("inverseOfOrder");
+        QTest::addColumn<QString>("lines");
+        QTest::newRow("pair") << QByteArray(", 'inverse': 5") << QByteArray(", 'inverse': 2")
+                              << "lines | one-to-many | line | order | column order_id";
+        QTest::newRow("alone") << QByteArray() << QByteArray()
+                               << "lines | one-to-many | line | – | not stored";
+    }
+    void whereRelationshipsAreStored()
+    {
+        QFETCH(const QByteArray, inverseOfLines);
+        QFETCH(const QByteArray, inverseOfOrder);
+        QFETCH(const QString, lines);
+        const QByteArray entities =
+            "{'id': 1, 'name': 'order', 'properties': ["
+            "{'id': 1, 'name': 'id', 'type': 'long', 'identifier': true},"
+            "{'id': 2, 'name': 'lines', 'relationship': {'id': 1, 'type': 'one-to-many', 'target': 2" +
+            inverseOfLines +
+            "}},"
+            "{'id': 3, 'name': 'cache', 'transient': true, 'relationship': {'id': 2, 'type': 'many-to-one', "
+            "'target': 2}}]},"
+            "{'id': 2, 'name': 'line', 'properties': ["
+            "{'id': 4, 'name': 'id', 'type': 'long', 'identifier': true},"
+            "{'id': 5, 'name': 'order', 'columnName': 'order_id', 'relationship': {'id': 3, 'type': "
+            "'many-to-one', 'target': 1" +
+            inverseOfOrder + "}}]}";
+        const QDir site(path("stored"));
+        QCOMPARE(
+            runProgram({"document", "-", "-o", site.path()}, {}, textOf(json(entities.constData()))).errors,
+            QByteArray());
+        const QString page = pageOf(site, "entity-1.html");
+        QCOMPARE(rows(section(page, "relationships")),
+                 QStringList({lines, "cache | many-to-one | line | – | not stored"}));
+        QCOMPARE(rows(section(page, "referrers")), QStringList("line.order | many-to-one | column order_id"));
+    }
     void manyNeighbours()
     {
         QByteArrayList entities{

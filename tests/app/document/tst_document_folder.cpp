@@ -129,6 +129,25 @@ private Q_SLOTS:
                  QByteArray("FOLDER/site/korvane-pages.txt: is not the list of pages that this command "
                             "keeps; choose another folder, or take the file away\n"));
     }
+    void aFolderInThePlaceOfAFile()
+    {
+        QVERIFY(QDir().mkpath(m_site + "/korvane-pages.txt"));
+        const program_result list = document(Note);
+        QCOMPARE(list.errors, QByteArray("FOLDER/site/korvane-pages.txt: is not the list of pages that this "
+                                         "command keeps; choose another folder, or take the file away\n"));
+        QCOMPARE(list.status, 1);
+        QVERIFY(QDir(m_site).rmdir("korvane-pages.txt"));
+        QCOMPARE(document(Note).status, 0);
+        QVERIFY(QFile::remove(file("entity-1.html")));
+        QVERIFY(QDir(m_site).mkdir("entity-1.html"));
+        QCOMPARE(document(Note).errors,
+                 QByteArray("FOLDER/site/entity-1.html: is no page that this command wrote, "
+                            "so nothing was written; choose another folder, or take the "
+                            "file away\n"));
+        // One that would be removed stays as well.
+        QCOMPARE(document(Other).status, 0);
+        QVERIFY(QFileInfo(file("entity-1.html")).isDir());
+    }
     void sameModelSameBytes()
     {
         const QByteArray entities = QByteArray(Note) + ',' + Page;
