@@ -151,6 +151,14 @@ async function narrow(browser) {
                     found.push(`${each.className || each.tagName} is to be scrolled`);
                 }
             }
+            // Where rows stand as cards, what a cell holds is right of what the cell is called.
+            for (const cell of document.querySelectorAll("tbody td, tbody th")) {
+                const contents = document.createRange();
+                contents.selectNodeContents(cell);
+                if (Array.from(contents.getClientRects()).some((each) => each.width > 0 && each.left < 110)) {
+                    found.push(`"${cell.textContent.slice(0, 40)}" stands below "${cell.dataset.label}"`);
+                }
+            }
             return found;
         });
         wide.forEach((each) => console.log(`${name}: ${each}`));
