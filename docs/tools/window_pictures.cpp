@@ -8,6 +8,7 @@
 #include "model/project.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QListView>
 #include <QMenu>
 #include <QMenuBar>
@@ -71,6 +72,25 @@ public:
             save(*menu->menu(), m_folder, name.constData(), m_sScheme);
             menu->menu()->close();
         }
+    }
+    /// What an import of another text would change.
+    void import()
+    {
+        QByteArray text = sample();
+        text.replace("\"t_visitor\"", "\"t_guest\"").replace("\"t_scan\"", "\"t_entry\"");
+        text.replace("\"city\"", "\"town\"").replace("\"type\": \"quint32\"", "\"type\": \"QString\"");
+        m_bench.write(QStringLiteral("festival.json"), text);
+        const modal_driver driver(
+            {modal_driver::file(m_bench.path(QStringLiteral("festival.json"))),
+             modal_driver::key(Qt::Key_Return), [this](QWidget * w) {
+                 QTest::qWait(200);
+                 // The folder of this run has a different name each time.
+                 auto * const question = w->findChild<QLabel *>();
+                 question->setText(question->text().replace(m_bench.path() + QLatin1Char('/'), QString()));
+                 save(*w, m_folder, "window_import", m_sScheme);
+                 QTest::keyClick(w, Qt::Key_Escape);
+             }});
+        m_bench.action("m_actImport")->trigger();
     }
     void scripts()
     {
@@ -231,10 +251,9 @@ private:
 void takeWindow(const QDir & folder, const QString & scheme, bool all)
 {
     window_photographer camera(folder, scheme);
-    if (all) {
-        camera.welcome();
-    }
+    camera.welcome();
     camera.diagram();
+    camera.import();
     if (all) {
         camera.dialogs();
     }
