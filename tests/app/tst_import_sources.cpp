@@ -3,6 +3,7 @@
 #include "database/server/script_run.h"
 
 #include "app/sqlite_bench.h"
+#include "support/full_disk.h"
 #include "support/hot_journal.h"
 #include "support/project_support.h"
 
@@ -93,11 +94,11 @@ private Q_SLOTS:
         const QByteArray before = support::bytesOf(m_project);
         const QStringList files =
             QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
-        const program_result full =
-            support::runProcess("/bin/sh",
-                                {"-c", "ulimit -f 64; trap '' XFSZ; exec \"$0\" import \"$1\" \"$2\"",
-                                 KORVANE_PROGRAM, m_url, m_project},
-                                {}, {});
+        program_result full;
+        {
+            const support::full_disk disk(32 * 1024);
+            full = run();
+        }
         QCOMPARE(full.status, 1);
         QCOMPARE(full.output, QByteArray());
         QCOMPARE(QString::fromUtf8(full.errors),

@@ -443,6 +443,9 @@ private Q_SLOTS:
                 "table t_meta_data, row 1: the value is not of its type");
         damaged("meta-data no number", "UPDATE t_meta_data SET value_type = 'double', meta_value = 'nan'",
                 "table t_meta_data, row 1: the value is not of its type");
+        damaged("meta-data no whole number",
+                "UPDATE t_meta_data SET value_type = 'qlonglong', meta_value = 'many'",
+                "table t_meta_data, row 1: the value is not of its type");
         damaged("type of an enumeration that is not there",
                 "UPDATE t_property_type SET enumeration_id = 8 WHERE cpp_type IS NULL",
                 "table t_property_type, row 3: the type is neither a C++ type nor an enumeration");

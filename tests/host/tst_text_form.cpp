@@ -337,6 +337,8 @@ private Q_SLOTS:
         QTest::newRow("one empty byte in front") << QByteArray("\0{ab", 4);
         QTest::newRow("an empty byte at the end") << QByteArray("{ab\0", 4);
         QTest::newRow("two empty bytes at the end") << QByteArray("{a\0\0", 4);
+        QTest::newRow("two empty bytes in the middle") << QByteArray("{\0\0b", 4);
+        QTest::newRow("all empty but the second") << QByteArray("\0{\0\0", 4);
         QTest::newRow("empty in the third place") << QByteArray("{a\0b", 4);
     }
     void bytesOfNoEncodingAreNotNamedOne()

@@ -1,12 +1,15 @@
 #pragma once
 
+#include <QByteArray>
+
 #include <csignal>
 #include <sys/resource.h>
 
 namespace support {
 
-/// Lets files of this process grow to `bytes` only, for as long as it lives: what a full disk does to a
-/// writer.
+/// Lets files of this process, and of those that it starts, grow to `bytes` only, for as long as it lives:
+/// what a full disk does to a writer. Programs that are started meanwhile leave no counts of branches, which
+/// would be cut off in the middle and spoil those of all others.
 class full_disk
 {
 public:
@@ -18,9 +21,13 @@ public:
         rlimit limit = m_former;
         limit.rlim_cur = bytes;
         setrlimit(RLIMIT_FSIZE, &limit);
+        qputenv("GCOV_PREFIX", "/dev/null");
+        qputenv("GCOV_ERROR_FILE", "/dev/null");
     }
     ~full_disk()
     {
+        qunsetenv("GCOV_ERROR_FILE");
+        qunsetenv("GCOV_PREFIX");
         setrlimit(RLIMIT_FSIZE, &m_former);
         std::signal(SIGXFSZ, m_handler);
     }
