@@ -4,9 +4,13 @@
 
 #include <QTest>
 
+#include <functional>
+
 using namespace database;
 
 namespace {
+
+using changing = std::function<void(table &)>;
 
 /// A shop's orders on MariaDB, as the statements declare them.
 catalogue orders()
@@ -125,6 +129,65 @@ private Q_SLOTS:
         QVERIFY(linesOf(normalForm(held, sqlite)).contains("unique a (x) sqlite_autoindex_a_2"));
         owner.columns[0].type = QStringLiteral("integer");
         QVERIFY(linesOf(normalForm(held, sqlite)).contains("unique a (x) sqlite_autoindex_a_1"));
+    }
+    void normalFormHidesNoDifference_data()
+    {
+        QTest::addColumn<QString>("database");
+        QTest::addColumn<changing>("same");  // what is said in another way
+        QTest::addColumn<changing>("other"); // what is something else, though it looks much like that
+        const auto row = [](const char * name, const char * key, const changing & same,
+                            const changing & other) { QTest::newRow(name) << QString(key) << same << other; };
+        const auto type = [](const char * words) {
+            return [words](table & of) { of.columns[0].type = QString::fromLatin1(words); };
+        };
+        const auto indexes = [](const QList<database::index> & of) {
+            return [of](table & owner) { owner.indexes = of; };
+        };
+        const auto target = [](const char * column) {
+            return [column](table & of) { of.foreignKeys[0].targetColumns[0] = QString::fromLatin1(column); };
+        };
+        const changing nothing = [](table &) {};
+        row("another number", "mariadb", type("int(11)"), type("BIGINT"));
+        row("a sign", "mariadb", type("int(11)"), type("INTEGER UNSIGNED"));
+        row("a length, MariaDB", "mariadb", nothing, type("VARCHAR(81)"));
+        row("a length, PostgreSQL", "postgresql", type("integer"), type("VARCHAR(81)"));
+        row("digits", "postgresql", type("int4"), type("NUMERIC(10, 3)"));
+        row("a type of its own", "sqlite", nothing, type("INT"));
+        row("a null", "postgresql", nothing, [](table & of) { of.columns[0].notNull = true; });
+        row("a counter", "postgresql", nothing, [](table & of) { of.columns[0].counted = true; });
+        row("an index more", "sqlite", indexes({{"sqlite_autoindex_a_1", {{"x", 0}}, true}}),
+            indexes({{{}, {{"x", 0}}, true}, {{}, {{"x", 0}}, true}}));
+        row("a unique of another column", "sqlite", indexes({{"sqlite_autoindex_a_1", {{"x", 0}}, true}}),
+            indexes({{{}, {{"y", 0}}, true}}));
+        row("an index that is not unique", "mariadb", indexes({{{}, {{"x", 0}}, true, true}}),
+            indexes({{{}, {{"x", 0}}, false}}));
+        row("an index of a beginning", "mariadb", indexes({{{}, {{"x", 0}}, true, true}}),
+            indexes({{{}, {{"x", 10}}, true}}));
+        row("another target", "sqlite", target("X"), target("y"));
+        row("another table", "sqlite", nothing,
+            [](table & of) { of.foreignKeys[0].target = QStringLiteral("b"); });
+    }
+    /// What brings two ways of saying the same together keeps apart what is not the same.
+    void normalFormHidesNoDifference()
+    {
+        QFETCH(const QString, database);
+        QFETCH(const changing, same);
+        QFETCH(const changing, other);
+        const auto changed = [&database](const changing & change) {
+            catalogue held;
+            table & owner = held.tables["a"];
+            owner.name = QStringLiteral("a");
+            owner.columns = {{QStringLiteral("x"), QStringLiteral("INTEGER"), false, false},
+                             {QStringLiteral("y"), QStringLiteral("INTEGER"), false, false}};
+            owner.indexes = {{QString(), {{QStringLiteral("x"), 0}}, true}};
+            owner.foreignKeys = {{{}, {QStringLiteral("y")}, QStringLiteral("a"), {QStringLiteral("x")}}};
+            change(owner);
+            return normalForm(held, *factsOf(database));
+        };
+        const catalogue usual = changed([](table &) {});
+        QVERIFY(changed(same) == usual);
+        QVERIFY(!(changed(other) == usual));
+        QVERIFY(linesOf(changed(other)) != linesOf(usual));
     }
     void normalFormNamesTargetsAsTheyAre()
     {
