@@ -23,6 +23,7 @@ changes_controller::changes_controller(project_session & session, changes_panel 
     : QObject(window), m_session(session), m_panel(panel), m_diagram(diagram), m_comparison(comparison)
 {
     connect(&m_session, &project_session::heldChanged, this, &changes_controller::refresh);
+    connect(&m_session, &project_session::historyChanged, this, &changes_controller::refresh);
     connect(&m_panel, &changes_panel::comparisonWanted, this, &changes_controller::refresh);
     connect(&m_diagram, &diagram_panel::changesWanted, this, &changes_controller::setMarked);
 }

@@ -99,6 +99,7 @@ zk::ZkBool project_session::refresh()
         m_stamp = now;
         watch();
         setLost(false);
+        Q_EMIT historyChanged();
     } else {
         adopt(read, now);
     }

@@ -53,6 +53,8 @@ public:
 Q_SIGNALS:
     /// Another project is open, or its model is another one, or none is open.
     void projectChanged();
+    /// The file of the open project has other versions or settings; its model is as it was.
+    void historyChanged();
     /// The file of the open project went away or cannot be read any more: told once, until it can be read
     /// again.
     void fileLost(const QString & reason);

@@ -187,6 +187,19 @@ private Q_SLOTS:
                  qPrintable(shown.join('\n')));
         QVERIFY2(shown.contains("v5"), qPrintable(shown.join('\n')));
     }
+    /// Another program has tagged: there is nothing left since the newest version.
+    void aVersionOfAnotherProgram()
+    {
+        goToChanges();
+        QCOMPARE(box("m_cboFrom").currentText(), QString("v2: second"));
+        window_bench::run({"tag", m_bench->file(), "-m", "third"});
+        m_bench->press(Qt::Key_F5);
+        QCOMPARE(box("m_cboFrom").currentText(), QString("v3: third"));
+        QCOMPARE(rows(tree()), QStringList());
+        // So it is when the window notices by itself.
+        window_bench::run({"tag", m_bench->file(), "-m", "fourth"});
+        QTRY_COMPARE(box("m_cboFrom").currentText(), QString("v4: fourth"));
+    }
     void tagShowsChangesFirst()
     {
         QStringList shown;
