@@ -123,6 +123,9 @@ private:
                                     verification & told) const;
     [[nodiscard]] zk::ZkBool verifyOne(const opener & open, plugin::statement_source & statements,
                                        source & of, database_proof & proof) const;
+    [[nodiscard]] zk::ZkBool proveOn(database::server::target_database & target,
+                                     plugin::statement_source & statements, source & of,
+                                     database_proof & proof) const;
     [[nodiscard]] int tell(const verification & told) const;
 
     QString m_source;
@@ -134,6 +137,7 @@ private:
     export_options m_exportOptions;
     plugin_request m_plugin;
     bool m_skipMissing = false;
+    bool m_keep = false;
     bool m_json = false;
     bool m_noCustomScript = false;
 };
@@ -149,6 +153,9 @@ void verify_command::declare(command_options & options)
     options.addText("--from", "VERSION", "Tell of this version and those after it", m_from,
                     value_kind::version);
     options.addFlag("--skip-missing", "Leave databases out that are not installed", m_skipMissing);
+    options.addFlag("--keep",
+                    "Leave what was made for --url where it is, as the history left it, and tell its name",
+                    m_keep);
     options.addWords("--format", "FORMAT", namesOf(Formats), m_format);
     options.addFlag("--json", "The same as --format json", m_json);
     options.addText("-o,--output", "FILE", "Write to FILE in the place of standard output", m_file,
@@ -167,6 +174,9 @@ QString verify_command::whyWrong() const
         if (!database::server::readUrl(url, why)) {
             return QStringLiteral("--url: ") + why;
         }
+    }
+    if (m_keep && m_urls.isEmpty()) {
+        return QStringLiteral("--keep needs --url; what is made without one goes with the program");
     }
     for (const QString & why : {whyNoDatabase(keys()), whyNoVersion(m_from), m_exportOptions.whyWrong()}) {
         if (!why.isEmpty()) {
@@ -246,6 +256,17 @@ zk::ZkBool verify_command::verifyOne(const opener & open, plugin::statement_sour
                    : zk::ZkBool::failure(
                          QStringLiteral("%1: %2 (--skip-missing leaves it out)").arg(proof.database, why));
     }
+    const zk::ZkBool proven = proveOn(*target, statements, of, proof);
+    if (const QString kept = proven && m_keep ? target->keep() : QString(); !kept.isEmpty()) {
+        printError(QStringLiteral("Kept: the %1 database %2").arg(proof.database, kept));
+    }
+    return proven;
+}
+
+zk::ZkBool verify_command::proveOn(database::server::target_database & target,
+                                   plugin::statement_source & statements, source & of,
+                                   database_proof & proof) const
+{
     progress_line line(proof.database);
     verification_request asked;
     asked.options = m_exportOptions.given();
@@ -254,7 +275,7 @@ zk::ZkBool verify_command::verifyOne(const opener & open, plugin::statement_sour
         asked.from = of.newestVersion() + 1;
     }
     asked.progress = [&line](int done, int total) { line.show(done, total); };
-    return verifyOn(*target, statements, of, asked, proof);
+    return verifyOn(target, statements, of, asked, proof);
 }
 
 int verify_command::tell(const verification & told) const

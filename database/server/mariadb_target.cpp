@@ -54,7 +54,7 @@ public:
 
     ~mariadb_target() override
     {
-        if (m_connection && m_connection->isOpen() && m_iDatabases > 0) {
+        if (m_connection && m_connection->isOpen() && m_iDatabases > 0 && !m_bKept) {
             server_error error;
             m_connection->execute(QStringLiteral("DROP DATABASE IF EXISTS ") + scratch(), error);
         }
@@ -105,6 +105,11 @@ public:
     {
         return QStringLiteral("SET foreign_key_checks = %1").arg(on ? 1 : 0);
     }
+    [[nodiscard]] QString keep() override
+    {
+        m_bKept = !m_server && m_iDatabases > 0;
+        return m_bKept ? scratch() : QString();
+    }
     QString typeAsStored(const QString & type) override;
 
 private:
@@ -119,6 +124,7 @@ private:
     server_url m_place{QStringLiteral("mariadb"), {}, 0, {}, {}, {}};
     QString m_sPrefix = QStringLiteral("scratch"); ///< of the names of databases
     int m_iDatabases = 0;
+    bool m_bKept = false; ///< whether the database in use stays when this goes
 };
 
 QString mariadb_target::typeAsStored(const QString & type)

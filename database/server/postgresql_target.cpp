@@ -9,6 +9,7 @@
 #include <QDir>
 
 #include <optional>
+#include <utility>
 
 namespace database::server {
 
@@ -115,6 +116,7 @@ public:
     {
         return QStringLiteral("SET session_replication_role = ") + QLatin1String(on ? "DEFAULT" : "replica");
     }
+    [[nodiscard]] QString keep() override { return std::exchange(m_sScratch, QString()); }
     QString typeAsStored(const QString & type) override
     {
         QString error;
@@ -139,7 +141,7 @@ private:
 
     std::optional<private_server> m_server;
     server_url m_place;
-    QString m_sScratch; ///< database that goes with this; empty for a server of its own
+    QString m_sScratch; ///< database that goes with this; empty when none does
 };
 
 } // namespace

@@ -21,7 +21,9 @@ public:
     ~sqlite_target() override
     {
         m_connection.reset();
-        removeFile();
+        if (!m_bKept) {
+            removeFile();
+        }
     }
     sqlite_target(const sqlite_target &) = delete;
     sqlite_target & operator=(const sqlite_target &) = delete;
@@ -61,6 +63,11 @@ public:
     }
 
     [[nodiscard]] bool enforcesForeignKeys() const override { return false; }
+    [[nodiscard]] QString keep() override
+    {
+        m_bKept = true;
+        return m_sFile;
+    }
 
     [[nodiscard]] database::catalogue held() override
     {
@@ -77,6 +84,7 @@ private:
     }
 
     QString m_sFile; ///< empty for memory
+    bool m_bKept = false;
 };
 
 } // namespace

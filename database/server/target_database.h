@@ -25,7 +25,10 @@ public:
     [[nodiscard]] virtual QString quoted(const QString & name) const = 0;
     /// The statement after which foreign keys do, or do not, have a say in what rows there are.
     [[nodiscard]] virtual QString foreignKeyChecks(bool on) const = 0;
-    /// Whether they have one when nobody says anything.
+    /// Leaves what it made among what is somebody's, a file or a database on a server, where it is when this
+    /// goes. Gives its name; empty when nothing of this stays.
+    [[nodiscard]] virtual QString keep() { return {}; }
+    /// Whether foreign keys have a say when nobody says anything.
     [[nodiscard]] virtual bool enforcesForeignKeys() const { return true; }
 };
 

@@ -159,6 +159,43 @@ private Q_SLOTS:
                      "(--skip-missing leaves it out)\n");
         QCOMPARE(support::bytesOf(file), QByteArray("mine"));
     }
+    void aDatabaseThatIsKept()
+    {
+        const QString file = m_folder.filePath("kept.db");
+        const program_result result = runProgram({"verify", m_project, "--url", "sqlite:" + file, "--keep"});
+        QCOMPARE(result.status, 0);
+        QCOMPARE(QString::fromUtf8(result.errors), "Kept: the sqlite database " + file + '\n');
+        QCOMPARE(support::run("sqlite3", {file, "SELECT name FROM sqlite_master"}).out,
+                 QByteArray("place\n"));
+        const program_result alone = runProgram({"verify", m_project, "--keep"});
+        QCOMPARE(alone.status, 2);
+        QCOMPARE(alone.errors,
+                 QByteArray("--keep needs --url; what is made without one goes with the program\n"));
+    }
+    void aDatabaseThatIsKeptOnAServer_data()
+    {
+        QTest::addColumn<bool>("isPostgresql");
+        QTest::newRow("postgresql") << true;
+        QTest::newRow("mariadb") << false;
+    }
+    void aDatabaseThatIsKeptOnAServer()
+    {
+        QFETCH(const bool, isPostgresql);
+        QString why;
+        const auto server =
+            isPostgresql ? servers::startPostgreSqlOfSomebody(why) : servers::startMariaDbOfSomebody(why);
+        if (!server) {
+            QSKIP(qPrintable(why));
+        }
+        const program_result result = runProgram(
+            {"verify", m_project, "--keep", "--url", server->url(server->owner(), server->firstDatabase())});
+        QCOMPARE(result.status, 0);
+        const QString beginning = "Kept: the " + server->key() + " database ";
+        const QString told = QString::fromUtf8(result.errors).trimmed();
+        QVERIFY2(told.startsWith(beginning + "korvane_verify_"), result.errors.constData());
+        const QString kept = told.mid(beginning.size());
+        QCOMPARE(server->connect(kept)->firstColumn("SELECT count(*) FROM place"), QStringList{"0"});
+    }
     void aServerThatIsNotThere()
     {
         const program_result result =
