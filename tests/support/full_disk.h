@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QByteArray>
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <csignal>
 #include <sys/resource.h>
@@ -8,8 +9,8 @@
 namespace support {
 
 /// Lets files of this process, and of those that it starts, grow to `bytes` only, for as long as it lives:
-/// what a full disk does to a writer. Programs that are started meanwhile leave no counts of branches, which
-/// would be cut off in the middle and spoil those of all others.
+/// what a full disk does to a writer. Programs that are started meanwhile leave their counts of branches
+/// elsewhere: cut off in the middle, they would spoil those of all others.
 class full_disk
 {
 public:
@@ -21,7 +22,7 @@ public:
         rlimit limit = m_former;
         limit.rlim_cur = bytes;
         setrlimit(RLIMIT_FSIZE, &limit);
-        qputenv("GCOV_PREFIX", "/dev/null");
+        qputenv("GCOV_PREFIX", QFile::encodeName(m_counts.path()));
         qputenv("GCOV_ERROR_FILE", "/dev/null");
     }
     ~full_disk()
@@ -35,6 +36,7 @@ public:
     full_disk & operator=(const full_disk &) = delete;
 
 private:
+    QTemporaryDir m_counts;
     rlimit m_former{};
     void (*m_handler)(int) = nullptr;
 };
