@@ -15,9 +15,29 @@ constexpr QLatin1String SeverityWords[] = {QLatin1String("note"), QLatin1String(
 constexpr QLatin1String EffectWords[] = {QLatin1String("refused"), QLatin1String("loss"),
                                          QLatin1String("silent"),  QLatin1String("differs"),
                                          QLatin1String("blocks"),  QLatin1String("advice")};
+constexpr const char * PatchWords[] = {"test", "add", "replace", "remove", "move"};
 constexpr QLatin1String OccasionWords[] = {QLatin1String("always"), QLatin1String("rows")};
 
 } // namespace
+
+nlohmann::ordered_json jsonOf(const std::vector<patch_operation> & patch)
+{
+    using kind = patch_operation::kind;
+    nlohmann::ordered_json list;
+    for (const patch_operation & each : patch) {
+        nlohmann::ordered_json made;
+        made["op"] = PatchWords[static_cast<std::size_t>(each.what)];
+        if (each.what == kind::move) {
+            made["from"] = each.from.toStdString();
+        }
+        made["path"] = each.path.toStdString();
+        if (each.what != kind::move && each.what != kind::remove) {
+            made["value"] = each.value;
+        }
+        list.push_back(std::move(made));
+    }
+    return list;
+}
 
 summary summaryOf(const report & of)
 {

@@ -55,6 +55,26 @@ struct statement_place
     std::vector<object> objects;
 };
 
+/// One operation of a JSON Patch (RFC 6902).
+struct patch_operation
+{
+    enum class kind
+    {
+        test,
+        add,
+        replace,
+        remove,
+        move
+    };
+    kind what = kind::test;
+    QString path;
+    nlohmann::ordered_json value; ///< of a test, an addition, a replacement
+    QString from;                 ///< of a move
+};
+
+/// As the patch has it: a list of objects, or null for no operation.
+[[nodiscard]] nlohmann::ordered_json jsonOf(const std::vector<patch_operation> & patch);
+
 /// What a person can do about a finding.
 struct remedy
 {
@@ -62,8 +82,8 @@ struct remedy
     /// Statements to run, complete, in the order in which they are run: the first of them before the script,
     /// the others after it, refused statements passed over. Those of later findings take them for done.
     QStringList sql;
-    int before = 0;               ///< how many are run before the script
-    nlohmann::ordered_json model; ///< a JSON Patch of the model's text form; null for none
+    int before = 0;                     ///< how many are run before the script
+    std::vector<patch_operation> model; ///< a JSON Patch of the model's text form; may be empty
 };
 
 /// A place in a text form.

@@ -91,8 +91,8 @@ long freeId(const patch_place & at)
     return highest + 1;
 }
 
-nlohmann::ordered_json modelPatch(const finding & of, const model::project & now, const text_positions & at,
-                                  const database::facts & known)
+std::vector<patch_operation> modelPatch(const finding & of, const model::project & now,
+                                        const text_positions & at, const database::facts & known)
 {
     const patch_rule * const rule = ruleFor(of);
     if (rule == nullptr) {

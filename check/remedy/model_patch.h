@@ -12,7 +12,8 @@ namespace check {
 /// The change of the model after which a finding is not told any more, as a JSON Patch of the model's text
 /// form; null when there is none.
 /// @param at positions in `now`, which is the model that the patch is for
-[[nodiscard]] nlohmann::ordered_json modelPatch(const finding & of, const model::project & now,
-                                                const text_positions & at, const database::facts & known);
+[[nodiscard]] std::vector<patch_operation> modelPatch(const finding & of, const model::project & now,
+                                                      const text_positions & at,
+                                                      const database::facts & known);
 
 } // namespace check

@@ -4,9 +4,14 @@
 #include "model/project.h"
 #include "model/property.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace check {
 
 namespace {
+
+using operation = patch_operation::kind;
 
 /// A part of a JSON Pointer.
 QString escaped(const char * part)
@@ -35,69 +40,73 @@ QString text_positions::property(const model::property & of) const
 {
     const auto owner = of.getEntity();
     const QString at = owner ? entity(owner->getId()) : QString();
-    int place = 0;
-    for (const auto & each : at.isEmpty() ? std::vector<std::shared_ptr<model::property>>()
-                                          : owner->getListOfProperty(true, true, false)->values()) {
-        if (each->getId() == of.getId()) {
-            return QStringLiteral("%1/properties/%2").arg(at, QString::number(place));
-        }
-        ++place;
+    if (at.isEmpty()) {
+        return {};
     }
-    return {};
+    if (m_lastEntity != owner->getId()) {
+        m_lastEntity = owner->getId();
+        m_lastProperties.clear();
+        int place = 0;
+        for (const auto & each : owner->getListOfProperty(true, true, false)->values()) {
+            m_lastProperties.insert(each->getId(), place++);
+        }
+    }
+    const auto place = m_lastProperties.constFind(of.getId());
+    return place == m_lastProperties.constEnd()
+               ? QString()
+               : at + QStringLiteral("/properties/") + QString::number(*place);
 }
 
-void patch_writer::add(const char * op, const QString & path, const json & value)
+void patch_writer::change(patch_operation::kind what, const QString & path, const json & value)
 {
-    json made = {{"op", op}, {"path", path.toStdString()}};
-    if (!value.is_discarded()) {
-        made["value"] = value;
-    }
-    m_changes.push_back(std::move(made));
+    m_changes.push_back({what, path, value, {}});
 }
 
 void patch_writer::test(const QString & at, long id)
 {
-    if (!m_tested.contains(at)) {
-        m_tested.insert(at);
-        m_tests.push_back(
-            {{"op", "test"}, {"path", (at + QStringLiteral("/id")).toStdString()}, {"value", id}});
+    const QString path = at + QStringLiteral("/id");
+    const bool isTested = std::any_of(m_tests.begin(), m_tests.end(),
+                                      [&path](const patch_operation & each) { return each.path == path; });
+    if (!isTested) {
+        m_tests.push_back({operation::test, path, id, {}});
     }
 }
 
-void patch_writer::touch(const model::entity & of)
+void patch_writer::touch(const model::entity & of, const QString & at)
 {
-    if (!m_touched.contains(of.getId())) {
-        m_touched.insert(of.getId());
-        add("remove", m_at.entity(of.getId()) + QStringLiteral("/version"), json(json::value_t::discarded));
+    if (std::find(m_touched.begin(), m_touched.end(), of.getId()) == m_touched.end()) {
+        m_touched.push_back(of.getId());
+        change(operation::remove, at + QStringLiteral("/version"));
     }
 }
 
-bool patch_writer::begin(const model::entity & of)
+QString patch_writer::begin(const model::entity & of)
 {
     const QString at = m_at.entity(of.getId());
     if (!at.isEmpty()) {
         test(at, of.getId());
-        touch(of);
+        touch(of, at);
     }
-    return !at.isEmpty();
+    return at;
 }
 
-bool patch_writer::begin(const model::property & of)
+QString patch_writer::begin(const model::property & of)
 {
     const QString at = m_at.property(of);
     const auto owner = of.getEntity();
     if (!at.isEmpty()) {
-        test(m_at.entity(owner->getId()), owner->getId());
+        const QString atOwner = m_at.entity(owner->getId());
+        test(atOwner, owner->getId());
         test(at, of.getId());
-        touch(*owner);
+        touch(*owner, atOwner);
     }
-    return !at.isEmpty();
+    return at;
 }
 
 void patch_writer::set(const model::entity & of, const char * field, const json & value)
 {
-    if (begin(of)) {
-        add("add", m_at.entity(of.getId()) + u'/' + QLatin1String(field), value);
+    if (const QString at = begin(of); !at.isEmpty()) {
+        change(operation::add, at + u'/' + QLatin1String(field), value);
     }
 }
 
@@ -106,51 +115,52 @@ void patch_writer::countUp(const model::entity & of)
     const QString at = m_at.entity(of.getId());
     if (!at.isEmpty()) {
         test(at, of.getId());
-        add("replace", at + QStringLiteral("/version"), of.getVersion() + 1);
+        change(operation::replace, at + QStringLiteral("/version"), of.getVersion() + 1);
     }
 }
 
 void patch_writer::remove(const model::entity & of, const char * field)
 {
-    if (begin(of)) {
-        add("remove", m_at.entity(of.getId()) + u'/' + QLatin1String(field), json(json::value_t::discarded));
+    if (const QString at = begin(of); !at.isEmpty()) {
+        change(operation::remove, at + u'/' + QLatin1String(field));
     }
 }
 
 void patch_writer::setMetaData(const model::entity & of, const char * key, const json & value)
 {
-    if (!begin(of)) {
+    const QString entity = begin(of);
+    if (entity.isEmpty()) {
         return;
     }
-    const QString at = m_at.entity(of.getId()) + QStringLiteral("/metaData");
+    const QString at = entity + QStringLiteral("/metaData");
     if (value.is_null()) {
-        add("remove", at + u'/' + escaped(key), json(json::value_t::discarded));
+        change(operation::remove, at + u'/' + escaped(key));
     } else if (of.getAllMetaData().isEmpty()) {
-        add("add", at, {{key, value}});
+        change(operation::add, at, {{key, value}});
     } else {
-        add("add", at + u'/' + escaped(key), value);
+        change(operation::add, at + u'/' + escaped(key), value);
     }
 }
 
 void patch_writer::set(const model::property & of, const char * field, const json & value)
 {
-    if (begin(of)) {
-        add("add", m_at.property(of) + u'/' + QLatin1String(field), value);
+    if (const QString at = begin(of); !at.isEmpty()) {
+        change(operation::add, at + u'/' + QLatin1String(field), value);
     }
 }
 
 void patch_writer::remove(const model::property & of, const char * field)
 {
-    if (begin(of)) {
-        add("remove", m_at.property(of) + u'/' + QLatin1String(field), json(json::value_t::discarded));
+    if (const QString at = begin(of); !at.isEmpty()) {
+        change(operation::remove, at + u'/' + QLatin1String(field));
     }
 }
 
 void patch_writer::addProperty(const model::entity & to, int place, const json & property)
 {
-    if (begin(to)) {
+    if (const QString at = begin(to); !at.isEmpty()) {
         const QString where = place < 0 ? QStringLiteral("-") : QString::number(place);
-        add("add", m_at.entity(to.getId()) + QStringLiteral("/properties/") + where, property);
+        change(operation::add, at + QStringLiteral("/properties/") + where, property);
     }
 }
 
@@ -161,26 +171,27 @@ void patch_writer::move(const model::entity & what, const model::entity & before
     if (!from.isEmpty() && !to.isEmpty()) {
         test(from, what.getId());
         test(to, before.getId());
-        m_changes.push_back({{"op", "move"}, {"from", from.toStdString()}, {"path", to.toStdString()}});
+        m_changes.push_back({operation::move, to, {}, from});
     }
 }
 
 void patch_writer::move(const model::property & what, const model::property & before)
 {
-    if (begin(what) && begin(before)) {
-        m_changes.push_back({{"op", "move"},
-                             {"from", m_at.property(what).toStdString()},
-                             {"path", m_at.property(before).toStdString()}});
+    const QString from = begin(what);
+    const QString to = from.isEmpty() ? QString() : begin(before);
+    if (!to.isEmpty()) {
+        m_changes.push_back({operation::move, to, {}, from});
     }
 }
 
-patch_writer::json patch_writer::take()
+std::vector<patch_operation> patch_writer::take()
 {
-    const bool isEmpty = m_changes.empty();
-    json patch = isEmpty ? json() : std::move(m_tests);
-    for (json & each : m_changes) {
-        patch.push_back(std::move(each));
+    if (m_changes.empty()) {
+        return {};
     }
+    std::vector<patch_operation> patch = std::move(m_tests);
+    patch.insert(patch.end(), std::make_move_iterator(m_changes.begin()),
+                 std::make_move_iterator(m_changes.end()));
     return patch;
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "check/finding/finding.h"
+
 #include <QHash>
-#include <QSet>
 #include <QString>
 
-#include <nlohmann/json.hpp>
-
 #include <memory>
+#include <vector>
 
 namespace model {
 class entity;
@@ -29,6 +29,9 @@ public:
 
 private:
     QHash<long, int> m_entities;
+    // Of the entity that was asked about last: findings come entity by entity.
+    mutable long m_lastEntity = 0;
+    mutable QHash<long, int> m_lastProperties;
 };
 
 /// Puts a JSON Patch together that changes the text form of a model. Before it changes an object it tests the
@@ -57,22 +60,22 @@ public:
     /// Counts the entity's version number up, where nothing else of it changes.
     void countUp(const model::entity & of);
 
-    /// The patch; null when there is nothing to change.
-    [[nodiscard]] json take();
+    /// The patch; empty when there is nothing to change.
+    [[nodiscard]] std::vector<patch_operation> take();
 
 private:
     void test(const QString & at, long id);
-    void touch(const model::entity & of);
-    void add(const char * op, const QString & path, const json & value);
-    /// Whether the object is in the text form, so that it can be changed; its id is tested then.
-    bool begin(const model::entity & of);
-    bool begin(const model::property & of);
+    void touch(const model::entity & of, const QString & at);
+    void change(patch_operation::kind what, const QString & path, const json & value = {});
+    /// Where the object stands in the text form, so that it can be changed; its id is tested then. Empty when
+    /// it is not there.
+    QString begin(const model::entity & of);
+    QString begin(const model::property & of);
 
     const text_positions & m_at;
-    QSet<QString> m_tested;
-    QSet<long> m_touched;
-    json m_tests = json::array();
-    json m_changes = json::array();
+    std::vector<long> m_touched;
+    std::vector<patch_operation> m_tests;
+    std::vector<patch_operation> m_changes;
 };
 
 } // namespace check

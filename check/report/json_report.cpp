@@ -20,7 +20,7 @@ json remedyOf(const remedy & of)
     return {{"text", textOf(of.text)},
             {"sql", sql},
             {"before", of.before},
-            {"model", of.model.is_null() ? json::array() : of.model}};
+            {"model", of.model.empty() ? json::array() : jsonOf(of.model)}};
 }
 
 json locationOf(const std::optional<source_place> & of)

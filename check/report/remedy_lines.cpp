@@ -11,25 +11,24 @@ QString textOf(const json & of)
     return QString::fromStdString(of.dump(-1, ' ', false, json::error_handler_t::replace));
 }
 
-QString pathOf(const json & operation, const char * name)
-{
-    return QString::fromStdString(operation.value(name, std::string()));
-}
-
 /// What one operation of a patch changes, in a line; empty for a test, and for the version that goes with a
 /// change.
-QString lineOf(const json & operation)
+QString lineOf(const patch_operation & of)
 {
-    const std::string what = operation.value("op", std::string());
-    const QString path = pathOf(operation, "path");
-    if (what == "move") {
-        return QStringLiteral("%1 goes before %2").arg(pathOf(operation, "from"), path);
+    using kind = patch_operation::kind;
+    switch (of.what) {
+    case kind::test:
+        break;
+    case kind::move:
+        return QStringLiteral("%1 goes before %2").arg(of.from, of.path);
+    case kind::remove:
+        return of.path.endsWith(QLatin1String("/version")) ? QString()
+                                                           : of.path + QStringLiteral(" is left out");
+    case kind::add:
+    case kind::replace:
+        return of.path + QStringLiteral(": ") + textOf(of.value);
     }
-    if (what == "remove") {
-        return path.endsWith(QLatin1String("/version")) ? QString() : path + QStringLiteral(" is left out");
-    }
-    return what == "add" || what == "replace" ? path + QStringLiteral(": ") + textOf(operation["value"])
-                                              : QString();
+    return {};
 }
 
 } // namespace
@@ -37,7 +36,7 @@ QString lineOf(const json & operation)
 std::vector<remedy_lines> linesOf(const remedy & of)
 {
     QStringList changes;
-    for (const json & each : of.model.is_array() ? of.model : json::array()) {
+    for (const patch_operation & each : of.model) {
         const QString line = lineOf(each);
         changes += line.isEmpty() ? QStringList() : QStringList(line);
     }

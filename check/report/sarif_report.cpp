@@ -70,7 +70,8 @@ json remedyOf(const remedy & of)
     for (const QString & each : of.sql) {
         sql.push_back(textOf(each));
     }
-    return {{"sql", sql}, {"before", of.before}, {"model", of.model.is_array() ? of.model : json::array()}};
+    return {
+        {"sql", sql}, {"before", of.before}, {"model", of.model.empty() ? json::array() : jsonOf(of.model)}};
 }
 
 json resultOf(const finding & of, std::size_t rule)
@@ -81,7 +82,7 @@ json resultOf(const finding & of, std::size_t rule)
                    {"message", {{"text", textOf(of.message + QLatin1Char(' ') + of.way.text)}}},
                    {"locations", json::array({locationOf(of)})},
                    {"partialFingerprints", {{"korvane/v1", textOf(of.fingerprint)}}}};
-    if (!of.way.sql.isEmpty() || of.way.model.is_array()) {
+    if (!of.way.sql.isEmpty() || !of.way.model.empty()) {
         result["properties"] = {{"remedy", remedyOf(of.way)}};
     }
     if (of.accepted) {

@@ -119,15 +119,26 @@ private Q_SLOTS:
         mended.way.sql = {"CREATE TABLE a_before AS SELECT * FROM a;", "DROP TABLE a;",
                           "ALTER TABLE b RENAME TO a;"};
         mended.way.before = 1;
-        mended.way.model = nlohmann::ordered_json::parse(
-            R"([{"op": "test", "path": "/entities/2/id", "value": 7}, {"op": "remove", "path": "/entities/2/version"},
-                {"op": "add", "path": "/entities/2/tableName", "value": "a_2"},
-                {"op": "remove", "path": "/entities/2/softDeleteColumn"},
-                {"op": "move", "from": "/entities/2", "path": "/entities/1"}])");
+        using kind = patch_operation::kind;
+        mended.way.model = {{kind::test, "/entities/2/id", 7, {}},
+                            {kind::remove, "/entities/2/version", {}, {}},
+                            {kind::add, "/entities/2/tableName", "a_2", {}},
+                            {kind::replace, "/entities/2/version", 3, {}},
+                            {kind::remove, "/entities/2/softDeleteColumn", {}, {}},
+                            {kind::move, "/entities/1", {}, "/entities/2"}};
+        QCOMPARE(QByteArray::fromStdString(jsonOf(mended.way.model).dump()),
+                 QByteArray(R"([{"op":"test","path":"/entities/2/id","value":7},)"
+                            R"({"op":"remove","path":"/entities/2/version"},)"
+                            R"({"op":"add","path":"/entities/2/tableName","value":"a_2"},)"
+                            R"({"op":"replace","path":"/entities/2/version","value":3},)"
+                            R"({"op":"remove","path":"/entities/2/softDeleteColumn"},)"
+                            R"({"op":"move","from":"/entities/2","path":"/entities/1"}])"));
+        QVERIFY(jsonOf({}).is_null());
         const QString text = textReport(of({mended}), {});
         QVERIFY2(text.contains("    What to do: Rename | it.\n"
                                "    In the model:\n"
                                "        /entities/2/tableName: \"a_2\"\n"
+                               "        /entities/2/version: 3\n"
                                "        /entities/2/softDeleteColumn is left out\n"
                                "        /entities/2 goes before /entities/1\n"
                                "    Before the script:\n"

@@ -133,7 +133,7 @@ private Q_SLOTS:
         for (const QString & database : std::as_const(databases)) {
             const check::report report = judge(check_pages::exampleOf(read), database);
             for (const check::finding & each : report.findings) {
-                if (each.code == read.code && !each.way.model.is_null()) {
+                if (each.code == read.code && !each.way.model.empty()) {
                     applyPatch(read, database, each);
                 }
             }
@@ -157,11 +157,12 @@ private:
     {
         check_pages::judged_page judged(m_judge, check_pages::exampleOf(of));
         const std::string dumped = judged.dump().toStdString();
+        const std::string patch = check::jsonOf(finding.way.model).dump();
         nlohmann::json changed;
         try {
-            changed = nlohmann::json::parse(dumped).patch(nlohmann::json::parse(finding.way.model.dump()));
+            changed = nlohmann::json::parse(dumped).patch(nlohmann::json::parse(patch));
         } catch (const nlohmann::json::exception & error) {
-            QFAIL(qPrintable(database + u' ' + QString::fromStdString(finding.way.model.dump()) + u' ' +
+            QFAIL(qPrintable(database + u' ' + QString::fromStdString(patch) + u' ' +
                              QString::fromUtf8(error.what()) + QString::fromStdString(dumped)));
         }
         judged.import(QByteArray::fromStdString(changed.dump()));
@@ -171,8 +172,7 @@ private:
             std::any_of(report.findings.begin(), report.findings.end(), [&](const check::finding & each) {
                 return each.fingerprint == finding.fingerprint && each.script == finding.script;
             });
-        QVERIFY2(!isStill, qPrintable(database + u' ' + QString::fromStdString(finding.way.model.dump()) +
-                                      told(report)));
+        QVERIFY2(!isStill, qPrintable(database + u' ' + QString::fromStdString(patch) + told(report)));
         m_patched.insert(of.code);
     }
 
