@@ -4,6 +4,8 @@
 #include "reserved_word_lists.h"
 
 #include <algorithm>
+#include <array>
+#include <vector>
 
 namespace database {
 
@@ -24,6 +26,43 @@ int compare(QLatin1String entry, QStringView name)
     return entry.size() == name.size() ? 0 : (isPart ? -1 : 1);
 }
 
+/// Which lengths the words of a list have, by their first letters. Most names are no word by that alone.
+class word_lengths
+{
+public:
+    explicit word_lengths(const reserved_word_list & of)
+    {
+        for (const reserved_word & each : of.words) {
+            m_lengths[placeOf(QLatin1Char(each.word.front()))] |= bitOf(each.word.size());
+        }
+    }
+
+    [[nodiscard]] bool mayHave(QStringView word) const
+    {
+        return !word.isEmpty() && (m_lengths[placeOf(word.front())] & bitOf(word.size())) != 0;
+    }
+
+private:
+    static constexpr std::size_t Letters = 26;
+
+    /// Of the letter, whatever its case; of all else the last one.
+    static std::size_t placeOf(QChar c)
+    {
+        const char16_t small = c.unicode() | 0x20;
+        return small >= u'a' && small <= u'z' ? static_cast<std::size_t>(small - u'a') : Letters;
+    }
+    static quint32 bitOf(qsizetype length) { return quint32{1} << std::min<qsizetype>(length, 31); }
+
+    std::array<quint32, Letters + 1> m_lengths{};
+};
+
+/// Of all lists, in their order.
+const std::vector<word_lengths> & lengthsOfLists()
+{
+    static const std::vector<word_lengths> all(std::begin(ReservedWordLists), std::end(ReservedWordLists));
+    return all;
+}
+
 } // namespace
 
 bool isReserved(const facts & known, QStringView word, name_place place)
@@ -31,7 +70,8 @@ bool isReserved(const facts & known, QStringView word, name_place place)
     const auto list =
         std::find_if(std::begin(ReservedWordLists), std::end(ReservedWordLists),
                      [&known](const reserved_word_list & of) { return of.database == known.key; });
-    if (list == std::end(ReservedWordLists)) {
+    if (list == std::end(ReservedWordLists) ||
+        !lengthsOfLists()[static_cast<std::size_t>(list - std::begin(ReservedWordLists))].mayHave(word)) {
         return false;
     }
     const auto found = std::lower_bound(
