@@ -141,7 +141,7 @@ int main(int argc, char ** argv)
     window.show();
     auto * const progress = window.findChild<QProgressBar *>();
     QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout,
+    QObject::connect(&timer, &QTimer::timeout, &timer,
                      [progress] { hasProgress = progress && progress->isVisible(); });
     timer.start(10);
     const auto trigger = [&window](const char * name) {

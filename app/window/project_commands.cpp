@@ -226,14 +226,15 @@ bool project_commands::isReplacementWanted(const QFileInfo & text, const QString
     const QString question = tr("'%1' already exists.\n"
                                 "Replace its model with the one from '%2'? Settings and versions are kept.")
                                  .arg(QDir::toNativeSeparators(target), text.fileName());
-    using held_import = tools::held_dialog<import_dialog>;
+    std::unique_ptr<tools::held_dialog<import_dialog>> dialog;
     const bool isOpen = QFileInfo(target) == QFileInfo(m_session.file()) && refresh(importTitle());
-    const auto dialog = whileBusy([&] {
+    whileBusy([&] {
         diff_report report; // which takes its time to go, too
         // A text that cannot be read is told of by the import.
-        return isOpen && m_comparison.compareWithText(text.filePath(), report)
-                   ? std::make_unique<held_import>(importTitle(), question, report, m_pWindow)
-                   : nullptr;
+        if (isOpen && m_comparison.compareWithText(text.filePath(), report)) {
+            dialog = std::make_unique<tools::held_dialog<import_dialog>>(importTitle(), question, report,
+                                                                         m_pWindow);
+        }
     });
     return dialog ? dialog->exec() == QDialog::Accepted : isConfirmed(m_pWindow, importTitle(), question);
 }

@@ -187,9 +187,11 @@ private:
         database_names names;
         for (const char * const version : {"v1", "v2", "v3", "now"}) {
             const QByteArray text = runProgram({"dump", project(), version}).output;
-            for (const QJsonValue & entity : QJsonDocument::fromJson(text).object()["entities"].toArray()) {
+            const QJsonArray entities = QJsonDocument::fromJson(text).object()["entities"].toArray();
+            for (const QJsonValue & entity : entities) {
                 names.tables[entity["id"].toInteger()].insert(nameIn(entity, "tableName"));
-                for (const QJsonValue & property : entity["properties"].toArray()) {
+                const QJsonArray properties = entity["properties"].toArray();
+                for (const QJsonValue & property : properties) {
                     const qint64 id = property["id"].toInteger();
                     names.entities[id] = entity["id"].toInteger();
                     const QStringList columns = nameIn(property, "columnName").split(u'|');
@@ -241,13 +243,15 @@ private:
     {
         told_things told;
         const QByteArray text = runProgram(QStringList{"check", project(), "--json"} + of + options()).output;
-        for (const QJsonValue & each : QJsonDocument::fromJson(text).object()["findings"].toArray()) {
+        const QJsonArray findings = QJsonDocument::fromJson(text).object()["findings"].toArray();
+        for (const QJsonValue & each : findings) {
             static const QStringList outcomes{"refused", "differs", "silent"};
             if (!outcomes.contains(each["outcome"].toString())) {
                 continue;
             }
             const bool isTable = each["statement"]["action"] == QJsonValue("CREATE_TABLE");
-            for (const QJsonValue & object : each["objects"].toArray()) {
+            const QJsonArray objects = each["objects"].toArray();
+            for (const QJsonValue & object : objects) {
                 note(m_names, object, isTable, told);
             }
         }

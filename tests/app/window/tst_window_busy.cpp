@@ -185,11 +185,10 @@ private Q_SLOTS:
     {
         auto * const bar = m_bench->find<QProgressBar>();
         QVERIFY(!bar->isVisible());
-        QList<bool> isThere;
         const auto * const rows = m_bench->find<QListView>("m_lstMessages")->model();
-        connect(rows, &QAbstractItemModel::rowsInserted, this, [&] { isThere << bar->isVisible(); });
+        connect(rows, &QAbstractItemModel::rowsInserted, bar, [this, bar] { m_isThere << bar->isVisible(); });
         m_bench->action("m_actExport_KorvGenericDDLExport")->trigger();
-        QCOMPARE(isThere, (QList<bool>{false, true})); // the heading, then what is told
+        QCOMPARE(m_isThere, (QList<bool>{false, true})); // the heading, then what is told
         QVERIFY(!bar->isVisible());
         QVERIFY(!QGuiApplication::overrideCursor());
     }
@@ -208,6 +207,7 @@ private Q_SLOTS:
 
 private:
     std::unique_ptr<window_bench> m_bench;
+    QList<bool> m_isThere; ///< whether an export has shown progress, for each row of messages
 };
 
 QTEST_MAIN(tst_window_busy)
