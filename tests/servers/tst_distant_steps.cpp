@@ -188,10 +188,10 @@ private:
         for (const char * const version : {"v1", "v2", "v3", "now"}) {
             const QByteArray text = runProgram({"dump", project(), version}).output;
             const QJsonArray entities = QJsonDocument::fromJson(text).object()["entities"].toArray();
-            for (const QJsonValue & entity : entities) {
+            for (const QJsonValue entity : entities) {
                 names.tables[entity["id"].toInteger()].insert(nameIn(entity, "tableName"));
                 const QJsonArray properties = entity["properties"].toArray();
-                for (const QJsonValue & property : properties) {
+                for (const QJsonValue property : properties) {
                     const qint64 id = property["id"].toInteger();
                     names.entities[id] = entity["id"].toInteger();
                     const QStringList columns = nameIn(property, "columnName").split(u'|');
@@ -244,14 +244,14 @@ private:
         told_things told;
         const QByteArray text = runProgram(QStringList{"check", project(), "--json"} + of + options()).output;
         const QJsonArray findings = QJsonDocument::fromJson(text).object()["findings"].toArray();
-        for (const QJsonValue & each : findings) {
+        for (const QJsonValue each : findings) {
             static const QStringList outcomes{"refused", "differs", "silent"};
             if (!outcomes.contains(each["outcome"].toString())) {
                 continue;
             }
             const bool isTable = each["statement"]["action"] == QJsonValue("CREATE_TABLE");
             const QJsonArray objects = each["objects"].toArray();
-            for (const QJsonValue & object : objects) {
+            for (const QJsonValue object : objects) {
                 note(m_names, object, isTable, told);
             }
         }
@@ -290,7 +290,7 @@ private:
                 .output;
         std::set<int> lines;
         const QJsonArray findings = QJsonDocument::fromJson(told).object()["findings"].toArray();
-        for (const QJsonValue & each : findings) {
+        for (const QJsonValue each : findings) {
             if (each["outcome"] == QJsonValue("refused") && each["when"] == QJsonValue("always")) {
                 lines.insert(each["statement"]["line"].toInt());
             }

@@ -478,8 +478,8 @@ private Q_SLOTS:
         model_builder before;
         model_builder after;
         for (int i = 1; i <= 50; ++i) {
-            before.entity(i, QStringLiteral("e%1").arg(i)).identifier(i * 100, "id", "long");
-            after.entity(i, QStringLiteral("e%1").arg(i)).identifier(i * 100, i == 7 ? "key" : "id", "long");
+            before.entity(i, QStringLiteral("e%1").arg(i)).identifier(i * 100L, "id", "long");
+            after.entity(i, QStringLiteral("e%1").arg(i)).identifier(i * 100L, i == 7 ? "key" : "id", "long");
         }
         fixture f(after);
         QVERIFY(f.view->boxRect(7).isEmpty());
