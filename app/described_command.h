@@ -17,11 +17,13 @@ enum class value_kind
     source,  ///< a project file or a text form
     version, ///< a version of the project that is named
     version_or_source,
-    words,     ///< one of `words`
-    database,  ///< the key of a database
-    databases, ///< keys of databases with commas between
-    plugin,    ///< the name or the file of a plug-in
-    rule       ///< the code of a rule
+    words,              ///< one of `words`
+    database,           ///< the key of a database
+    databases,          ///< keys of databases with commas between
+    runnable_database,  ///< the key of a database that can be run here
+    runnable_databases, ///< keys of those with commas between
+    plugin,             ///< the name or the file of a plug-in
+    rule                ///< the code of a rule
 };
 
 /// An option of a command, or an argument by its place, as help, pages and shells tell of it.

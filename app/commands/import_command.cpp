@@ -65,7 +65,7 @@ public:
                         "What a table of two foreign keys alone becomes; relationship is the default",
                         m_links);
         options.addText("--db", "NAME", "The database that a script runs on: sqlite, mariadb or postgresql",
-                        m_request.from.database, value_kind::database);
+                        m_request.from.database, value_kind::runnable_database);
         options.addFlag("--skip-refused", "List the statements of a script that are refused, and go on",
                         m_request.from.skipsRefused);
         options.setFooter(Help);

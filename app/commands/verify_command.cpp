@@ -147,7 +147,7 @@ void verify_command::declare(command_options & options)
     options.addSource(m_source);
     options.addText("--db", "LIST",
                     "Databases, with commas between: sqlite (the default), mariadb, postgresql", m_databases,
-                    value_kind::databases);
+                    value_kind::runnable_databases);
     options.addTexts("--url", "URL", "A server to run them on, such as postgresql://user@host/database",
                      m_urls);
     options.addText("--from", "VERSION", "Tell of this version and those after it", m_from,

@@ -4,6 +4,7 @@
 
 #include "check/finding/rule.h"
 #include "database/facts/facts.h"
+#include "database/server/target_database.h"
 
 #include <algorithm>
 #include <utility>
@@ -54,20 +55,41 @@ typed_line read(const described_command & command, QStringList words)
     return line;
 }
 
+bool isDatabaseList(value_kind kind)
+{
+    return kind == value_kind::databases || kind == value_kind::runnable_databases;
+}
+
+/// The keys that a value of `kind` is made of.
+QStringList databaseKeysOf(value_kind kind)
+{
+    if (kind == value_kind::runnable_database || kind == value_kind::runnable_databases) {
+        return database::server::runnableKeys();
+    }
+    QStringList keys;
+    for (const database::facts * const known : database::allFacts()) {
+        if (known->isDatabase || !isDatabaseList(kind)) {
+            keys << known->key;
+        }
+    }
+    return keys;
+}
+
 QList<offered_word> databases(const described_option & option, const QString & current)
 {
     // In a list the last key is the one that is being typed.
     const qsizetype comma = current.lastIndexOf(QLatin1Char(','));
-    const bool isList = option.kind == value_kind::databases;
+    const bool isList = isDatabaseList(option.kind);
     const QString before = isList ? current.left(comma + 1) : QString();
     const QStringList given = before.split(QLatin1Char(','), Qt::SkipEmptyParts);
     QList<offered_word> words;
+    const QStringList keys = databaseKeysOf(option.kind);
     for (const database::facts * const known : database::allFacts()) {
-        if (!given.contains(known->key) && (known->isDatabase || !isList)) {
+        if (!given.contains(known->key) && keys.contains(known->key)) {
             words.append({before + known->key, known->label});
         }
     }
-    if (isList && given.isEmpty()) {
+    if (option.kind == value_kind::databases && given.isEmpty()) {
         words.append({AllDatabases, QStringLiteral("every one of them")});
     }
     return words;
@@ -112,6 +134,8 @@ completion valuesOf(const described_option & option, const typed_line & line, co
         break;
     case value_kind::database:
     case value_kind::databases:
+    case value_kind::runnable_database:
+    case value_kind::runnable_databases:
         found.words = databases(option, current);
         break;
     case value_kind::plugin:

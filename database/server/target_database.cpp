@@ -39,6 +39,15 @@ constexpr runnable Runnables[] = {
 
 } // namespace
 
+QStringList runnableKeys()
+{
+    QStringList keys;
+    for (const runnable & each : Runnables) {
+        keys << each.key;
+    }
+    return keys;
+}
+
 std::unique_ptr<target_database> start(const QString & key, QString & why)
 {
     const auto * const found = std::find_if(std::begin(Runnables), std::end(Runnables),

@@ -37,6 +37,9 @@ public:
 /// that is not installed or cannot be run here.
 [[nodiscard]] std::unique_ptr<target_database> start(const QString & key, QString & why);
 
+/// The keys that start() knows how to start, whether or not what it takes is installed.
+[[nodiscard]] QStringList runnableKeys();
+
 /// Opens a database of that URL that nobody else has: on a server one of a name of its own, which is dropped
 /// when the object goes; of SQLite the file, which must not be there, and goes with the object. Null, with
 /// the reason on one line, when that cannot be done.

@@ -44,8 +44,12 @@ private slots:
     void zsh();
     void fish_data();
     void fish();
+    void onlyFoldersForPages();
 
 private:
+    [[nodiscard]] QByteArray inBash(const QString & line) const;
+    [[nodiscard]] QByteArray inZsh(const QString & line) const;
+    [[nodiscard]] QByteArray inFish(const QString & line) const;
     [[nodiscard]] QByteArray inFolder(const QString & program, const QStringList & arguments) const;
 
     QTemporaryDir m_folder;
@@ -104,6 +108,13 @@ void tst_completion::programTells_data()
     row("export shop.korv --schema ", "full\nevolution\nboth\n");
     row("export shop.korv --relationships n", "no\n");
     row("export shop.korv --plugin K", "KorvGenericDDLExport\tExport to DDL SQL script file\n:file\n");
+    // A script cannot be proven, nor run to be read, on what does not run here.
+    row("verify shop.korv --db ", "sqlite\tSQLite 3.40\nmariadb\tMariaDB 10.11\npostgresql\tPostgreSQL 15\n");
+    row("verify shop.korv --db mariadb,", "mariadb,sqlite\tSQLite 3.40\nmariadb,postgresql\tPostgreSQL 15\n");
+    row("import ddl:shop.sql shop.korv --db ",
+        "sqlite\tSQLite 3.40\nmariadb\tMariaDB 10.11\npostgresql\tPostgreSQL 15\n");
+    row("document shop.korv -o ", ":folder\n");
+    row("document shop.korv -o site --db ora", "oracle\tOracle\n");
     row("verify shop.korv --from v", "v1\tfirst release\nv2\n");
     row("schema p", "project\n");
     row("unknown x", "");
@@ -185,6 +196,25 @@ QByteArray tst_completion::inFolder(const QString & program, const QStringList &
     return result.status == 0 ? result.output : "failed: " + result.errors;
 }
 
+QByteArray tst_completion::inBash(const QString & line) const
+{
+    return inFolder(QStringLiteral("bash"),
+                    {"--norc", Drivers + "complete.bash", Shells + "korvane.bash", line});
+}
+
+QByteArray tst_completion::inZsh(const QString & line) const
+{
+    QFile::remove(QStringLiteral("shown"));
+    return inFolder(QStringLiteral("zsh"), {"-f", Drivers + "complete.zsh", Shells, line});
+}
+
+QByteArray tst_completion::inFish(const QString & line) const
+{
+    return inFolder(QStringLiteral("fish"),
+                    {"--no-config", "--command",
+                     QStringLiteral("source %1korvane.fish; complete -C '%2'").arg(Shells, line)});
+}
+
 void tst_completion::bash_data()
 {
     QTest::addColumn<QByteArray>("offered");
@@ -197,14 +227,14 @@ void tst_completion::bash_data()
     // After "=" readline puts in what follows it.
     QTest::newRow("korvane check --db=sqlite,mar") << QByteArray("sqlite,mariadb\n");
     QTest::newRow("korvane check --db sqlite,mar") << QByteArray("sqlite,mariadb\n");
+    QTest::newRow("korvane verify --db m") << QByteArray("mariadb\n");
+    QTest::newRow("korvane document shop.korv --p") << QByteArray("--plugin\n");
 }
 
 void tst_completion::bash()
 {
     QFETCH(QByteArray, offered);
-    QCOMPARE(inFolder(QStringLiteral("bash"), {"--norc", Drivers + "complete.bash", Shells + "korvane.bash",
-                                               QString::fromLatin1(QTest::currentDataTag())}),
-             offered);
+    QCOMPARE(inBash(QString::fromLatin1(QTest::currentDataTag())), offered);
 }
 
 void tst_completion::zsh_data()
@@ -215,15 +245,14 @@ void tst_completion::zsh_data()
     QTest::newRow("korvane dump shop.korv v2") << QByteArray("korvane dump shop.korv v2 \n");
     QTest::newRow("korvane check --db=sqlite,mar") << QByteArray("korvane check --db=sqlite,mariadb \n");
     QTest::newRow("korvane check --db sqlite,mar") << QByteArray("korvane check --db sqlite,mariadb \n");
+    QTest::newRow("korvane verify --db m") << QByteArray("korvane verify --db mariadb \n");
+    QTest::newRow("korvane document shop.korv --p") << QByteArray("korvane document shop.korv --plugin \n");
 }
 
 void tst_completion::zsh()
 {
     QFETCH(QByteArray, line);
-    QFile::remove(QStringLiteral("shown"));
-    QCOMPARE(inFolder(QStringLiteral("zsh"),
-                      {"-f", Drivers + "complete.zsh", Shells, QString::fromLatin1(QTest::currentDataTag())}),
-             line);
+    QCOMPARE(inZsh(QString::fromLatin1(QTest::currentDataTag())), line);
     QVERIFY(QFile::remove(QStringLiteral("shown")));
 }
 
@@ -235,16 +264,27 @@ void tst_completion::fish_data()
     QTest::newRow("korvane import sho") << QByteArray("shop.json\nshop.korv\n");
     QTest::newRow("korvane dump shop.korv v") << QByteArray("v1\tfirst release\nv2\n");
     QTest::newRow("korvane check --db=sqlite,mar") << QByteArray("--db=sqlite,mariadb\tMariaDB 10.11\n");
+    QTest::newRow("korvane verify --db m") << QByteArray("mariadb\tMariaDB 10.11\n");
+    QTest::newRow("korvane document shop.korv --p")
+        << QByteArray("--plugin\tName or file of the plugin; by default the only one found\n");
 }
 
 void tst_completion::fish()
 {
     QFETCH(QByteArray, offered);
-    const QString line = QString::fromLatin1(QTest::currentDataTag());
-    QCOMPARE(inFolder(QStringLiteral("fish"),
-                      {"--no-config", "--command",
-                       QStringLiteral("source %1korvane.fish; complete -C '%2'").arg(Shells, line)}),
-             offered);
+    QCOMPARE(inFish(QString::fromLatin1(QTest::currentDataTag())), offered);
+}
+
+void tst_completion::onlyFoldersForPages()
+{
+    // Beside it there is shop.korv, which no pages can be written into.
+    QVERIFY(QDir().mkdir(QStringLiteral("shop-pages")));
+    const QString line = QStringLiteral("korvane document shop.korv -o sho");
+    const QByteArrayList offered = {inBash(line), inZsh(line), inFish(line)};
+    QVERIFY(QFile::remove(QStringLiteral("shown")));
+    QVERIFY(QDir().rmdir(QStringLiteral("shop-pages")));
+    QCOMPARE(offered, QByteArrayList({"shop-pages\n", "korvane document shop.korv -o shop-pages/\n",
+                                      "shop-pages/\tDirectory\n"}));
 }
 
 QTEST_GUILESS_MAIN(tst_completion)

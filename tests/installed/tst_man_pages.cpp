@@ -63,7 +63,7 @@ void tst_man_pages::pageIsWhole_data()
 {
     QTest::addColumn<QString>("command");
     for (const char * const command : {"import", "dump", "tag", "log", "status", "diff", "export", "explain",
-                                       "check", "verify", "settings", "schema", "plugins"}) {
+                                       "check", "verify", "document", "settings", "schema", "plugins"}) {
         QTest::newRow(command) << QString::fromLatin1(command);
     }
 }
