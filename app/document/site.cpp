@@ -20,7 +20,8 @@ namespace app {
 
 namespace {
 
-/// Entities: a picture of more would show nothing that can be read, and take minutes to lay out.
+/// Entities. Of 500 that refer to near ones and to a few that all know, dot was not done after a minute, and
+/// a grid of so many shows nothing that can be read.
 constexpr qsizetype MostDrawn = 200;
 
 /// Where the boxes and lines of `contents` stand.
