@@ -271,7 +271,7 @@ private:
             plugin::statement_list list =
                 m_statements.stepStatements({before, after, from, to}, each.options);
             if (from != 0 && !isNeighbour(from, to)) {
-                check::useKeptNames(each.chain->made(), list.records);
+                check::useKeptNames(each.chain->made(), *after, list.records);
             }
             const ZkBool told = runScript(*each.chain, step, std::move(list), isTold ? &each.found : nullptr);
             if (!told) {
@@ -367,7 +367,7 @@ bool isNeighbour(int from, int to)
 }
 
 ZkBool useKeptNames(plugin::statement_source & statements, source & of, const QString & database,
-                    const plugin::friendly_settings & options, int from,
+                    const plugin::friendly_settings & options, int from, const model::project & now,
                     std::vector<plugin::statement_record> & records)
 {
     const context::ctx_kept kept(context::ctx_project::getSingleton());
@@ -377,7 +377,7 @@ ZkBool useKeptNames(plugin::statement_source & statements, source & of, const QS
     std::optional<check::made_objects> made;
     const ZkBool result = check_run(statements, of, asked).findMade(from, made);
     if (made) {
-        check::useKeptNames(*made, records);
+        check::useKeptNames(*made, now, records);
     }
     return result;
 }

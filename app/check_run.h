@@ -36,9 +36,11 @@ struct check_request
 /// Puts into `records`, the statements of a step that begins with the version `from`, the names that its
 /// scripts until then left in the database. A failure is one of making these.
 /// @param options of the export, beside its database
+/// @param now the model that the step leads to
 [[nodiscard]] zk::ZkBool useKeptNames(plugin::statement_source & statements, source & of,
                                       const QString & database, const plugin::friendly_settings & options,
-                                      int from, std::vector<plugin::statement_record> & records);
+                                      int from, const model::project & now,
+                                      std::vector<plugin::statement_record> & records);
 
 /// Foretells what the scripts of `of` do. The current project is that of `of` meanwhile. After a failure
 /// `found` has what was judged until then.

@@ -117,7 +117,7 @@ ZkBool makeStepScript(plugin::statement_source & source, const compared_states &
     if (request.kind == script_kind::step && request.history != nullptr &&
         !isNeighbour(states.fromNumber, states.toNumber)) {
         result = useKeptNames(source, *request.history, script.database, request.options, states.fromNumber,
-                              list.records);
+                              *states.after, list.records);
     }
     const change_causes causes(changes, *states.after);
     for (const plugin::statement_record & record : list.records) {

@@ -226,14 +226,13 @@ bool project_commands::isReplacementWanted(const QFileInfo & text, const QString
     const QString question = tr("'%1' already exists.\n"
                                 "Replace its model with the one from '%2'? Settings and versions are kept.")
                                  .arg(QDir::toNativeSeparators(target), text.fileName());
-    std::unique_ptr<tools::held_dialog<import_dialog>> dialog;
+    std::optional<tools::held_dialog<import_dialog>> dialog;
     const bool isOpen = QFileInfo(target) == QFileInfo(m_session.file()) && refresh(importTitle());
     whileBusy([&] {
         diff_report report; // which takes its time to go, too
         // A text that cannot be read is told of by the import.
         if (isOpen && m_comparison.compareWithText(text.filePath(), report)) {
-            dialog = std::make_unique<tools::held_dialog<import_dialog>>(importTitle(), question, report,
-                                                                         m_pWindow);
+            dialog.emplace(importTitle(), question, report, m_pWindow);
         }
     });
     return dialog ? dialog->exec() == QDialog::Accepted : isConfirmed(m_pWindow, importTitle(), question);

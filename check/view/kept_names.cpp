@@ -1,9 +1,13 @@
 #include "check/view/kept_names.h"
 
 #include "check/view/made_objects.h"
+#include "check/view/model_names.h"
 
 #include "database/statement/reader.h"
 #include "database/statement/token.h"
+#include "model/entity.h"
+#include "model/property.h"
+#include "model/relationship.h"
 
 #include <map>
 #include <type_traits>
@@ -104,8 +108,8 @@ const database::identifier * columnOf(const database::change & asked)
 class kept_objects
 {
 public:
-    explicit kept_objects(const made_objects & made)
-        : m_made(made), m_tables(made.keptTables()), m_columns(made.keptColumns())
+    kept_objects(const made_objects & made, const model::project & now)
+        : m_made(made), m_now(now), m_tables(made.keptTables()), m_columns(made.keptColumns())
     {
     }
 
@@ -126,6 +130,9 @@ public:
         if (ofColumn && column != m_columns.end()) {
             text = withName(text, {ofColumn->text, column->second}, from);
         }
+        if (const corrected_name target = targetOf(asked, record); !target.kept.isEmpty()) {
+            text = withName(text, target, from);
+        }
         forget(asked, record);
         return text;
     }
@@ -145,7 +152,22 @@ private:
         }
     }
 
+    /// What the table is called that a foreign key leads to, where it has kept its name.
+    [[nodiscard]] corrected_name targetOf(const database::change & asked,
+                                          const plugin::statement_record & record) const
+    {
+        const auto * const key = std::get_if<database::add_foreign_key>(&asked);
+        const auto property = key ? findProperty(m_now, record.entity, record.property) : nullptr;
+        const auto relation = property ? property->getRelation() : nullptr;
+        const auto target = relation ? relation->getEntityTarget() : nullptr;
+        const auto kept = target ? m_tables.find(target->getId()) : m_tables.end();
+        return kept != m_tables.end() && m_made.hasTableOf(target->getId())
+                   ? corrected_name{key->reference.target.text, kept->second}
+                   : corrected_name();
+    }
+
     const made_objects & m_made;
+    const model::project & m_now;
     std::map<long, QString> m_tables;
     std::map<long, QString> m_columns;
 };
@@ -162,9 +184,10 @@ QString withDroppedName(const QString & text, const database::change & asked,
 
 } // namespace
 
-void useKeptNames(const made_objects & made, std::vector<plugin::statement_record> & records)
+void useKeptNames(const made_objects & made, const model::project & now,
+                  std::vector<plugin::statement_record> & records)
 {
-    kept_objects kept(made);
+    kept_objects kept(made, now);
     for (plugin::statement_record & record : records) {
         if (record.isReplaced()) {
             continue;

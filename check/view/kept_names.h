@@ -4,6 +4,10 @@
 
 #include <vector>
 
+namespace model {
+class project;
+}
+
 namespace check {
 
 class made_objects;
@@ -13,6 +17,8 @@ class made_objects;
 /// table or a column as it was called, and a rename of a table leaves the names of its indexes and foreign
 /// keys. What a custom script wrote stays as it is, and so does a statement whose object no script made.
 /// @param made by the scripts up to the version that the step begins with
-void useKeptNames(const made_objects & made, std::vector<plugin::statement_record> & records);
+/// @param now the model that the step leads to
+void useKeptNames(const made_objects & made, const model::project & now,
+                  std::vector<plugin::statement_record> & records);
 
 } // namespace check

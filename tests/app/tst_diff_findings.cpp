@@ -272,6 +272,31 @@ private Q_SLOTS:
             diff({m_sProject, "v3", "now", "--sql", "--db", QTest::currentDataTag()}).output;
         QVERIFY2(!near.contains("gig") && !near.contains("seats"), near.constData());
     }
+    /// A foreign key leads to the table by the name that it has kept.
+    void aForeignKeyToWhatWasNotRenamed_data()
+    {
+        QTest::addColumn<QStringList>("statements");
+        QTest::newRow("postgresql") << QStringList{
+            "ALTER TABLE seat ADD CONSTRAINT fk_seat_gig FOREIGN KEY (gig) REFERENCES gig (id);"};
+        QTest::newRow("mysql") << QStringList{
+            "ALTER TABLE `seat` ADD CONSTRAINT fk_seat_gig FOREIGN KEY (`gig`) REFERENCES `gig` (`id`);"};
+    }
+    void aForeignKeyToWhatWasNotRenamed()
+    {
+        const QByteArray seat = ",{'id': 3, 'name': 'seat', 'properties': ["
+                                "{'id': 30, 'name': 'id', 'type': 'long', 'identifier': true}%]}";
+        const auto with = [&seat](const char * model, const char * more) {
+            return QByteArray(model) + QByteArray(seat).replace("%", more);
+        };
+        tagVersions({with(Gig, ""), with(OntoTaken, ""), with(OntoTaken, "")});
+        importText(with(OntoTaken,
+                        ",{'id': 31, 'name': 'gig', 'relationship': {'id': 9, 'type': 'many-to-one', "
+                        "'target': 1}}"));
+        const QByteArray script = diff({m_sProject, "v2", "now", "--sql", "--relationships", "yes", "--db",
+                                        QTest::currentDataTag()})
+                                      .output;
+        QTEST(QString::fromUtf8(script).split(u'\n').filter("FOREIGN KEY"), "statements");
+    }
     void namesThatACustomScriptWrites()
     {
         tagVersions({Made, Renamed, Renamed});
@@ -308,14 +333,14 @@ private:
         const QSqlError error = support::writeHistory(m_sProject, seed);
         QVERIFY2(!error.isValid(), qPrintable(error.text()));
     }
-    void importText(const char * entities)
+    void importText(const QByteArray & entities)
     {
-        QVERIFY(support::writeBytes(path("next.json"), textOf(json(entities))));
+        QVERIFY(support::writeBytes(path("next.json"), textOf(json(entities.constData()))));
         QCOMPARE(runProgram({"import", path("next.json"), m_sProject}).status, 0);
     }
-    void tagVersions(const QList<const char *> & versions)
+    void tagVersions(const QList<QByteArray> & versions)
     {
-        for (const char * const each : versions) {
+        for (const QByteArray & each : versions) {
             importText(each);
             QCOMPARE(runProgram({"tag", m_sProject}).status, 0);
         }
