@@ -104,6 +104,17 @@ QList<offered_word> rules()
     return words;
 }
 
+/// The versions of the project that the line names, and the state.
+QList<offered_word> versions(const typed_line & line, const outside_words & outside)
+{
+    QList<offered_word> words;
+    if (!line.byPlace.isEmpty()) {
+        words = outside.versions(line.byPlace.constFirst());
+    }
+    words.append({QStringLiteral("now"), QStringLiteral("the state of the project")});
+    return words;
+}
+
 /// What `option` takes in the place of `current`.
 completion valuesOf(const described_option & option, const typed_line & line, const QString & current,
                     const outside_words & outside)
@@ -121,10 +132,7 @@ completion valuesOf(const described_option & option, const typed_line & line, co
         break;
     case value_kind::version:
     case value_kind::version_or_source:
-        if (!line.byPlace.isEmpty()) {
-            found.words = outside.versions(line.byPlace.constFirst());
-        }
-        found.words.append({QStringLiteral("now"), QStringLiteral("the state of the project")});
+        found.words = versions(line, outside);
         found.files = option.kind == value_kind::version ? value_kind::none : value_kind::source;
         break;
     case value_kind::words:

@@ -47,11 +47,26 @@ welcome_page::welcome_page(QWidget * parent) : QWidget(parent), m_pRecent(new QV
     column->addWidget(heading(tr("Korvane"), TitleScale));
     column->addWidget(new QLabel(tr("Migration scripts from a class model")));
     column->addSpacing(12);
-    const auto add = [this, column](const char * name, const QString & text, const QString & about,
-                                    void (welcome_page::*wanted)()) {
+    addWays(*column);
+    column->addLayout(m_pRecent);
+    column->addStretch(2);
+
+    auto * const page = new QWidget;
+    page->setLayout(column);
+    page->setMaximumWidth(PageWidth);
+    auto * const row = new QHBoxLayout(this);
+    row->addStretch(1);
+    row->addWidget(page, 4);
+    row->addStretch(1);
+}
+
+void welcome_page::addWays(QVBoxLayout & column)
+{
+    const auto add = [this, &column](const char * name, const QString & text, const QString & about,
+                                     void (welcome_page::*wanted)()) {
         auto * const button = command(QLatin1String(name), text, about);
         connect(button, &QAbstractButton::clicked, this, wanted);
-        column->addWidget(button);
+        column.addWidget(button);
     };
     add("m_btnOpen", tr("Open a project…"),
         tr("A project file (*.korv). You can drop one on this window as well."),
@@ -71,16 +86,6 @@ welcome_page::welcome_page(QWidget * parent) : QWidget(parent), m_pRecent(new QV
     add("m_btnManual", tr("Read the manual"),
         tr("Ten minutes from a model to migration scripts, in your browser."),
         &welcome_page::manualRequested);
-    column->addLayout(m_pRecent);
-    column->addStretch(2);
-
-    auto * const page = new QWidget;
-    page->setLayout(column);
-    page->setMaximumWidth(PageWidth);
-    auto * const row = new QHBoxLayout(this);
-    row->addStretch(1);
-    row->addWidget(page, 4);
-    row->addStretch(1);
 }
 
 void welcome_page::setRecentFiles(const QStringList & files)

@@ -27,6 +27,9 @@ Q_SIGNALS:
     void fileRequested(const QString & file);
 
 private:
+    /// Adds the commands that lead to a first project.
+    void addWays(QVBoxLayout & column);
+
     QVBoxLayout * m_pRecent;
 };
 

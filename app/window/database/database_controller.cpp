@@ -33,20 +33,23 @@ database_controller::database_controller(project_session & session, message_pane
 
 void database_controller::importDatabase()
 {
-    const QString title = database_dialog::title();
     plugin::statement_source * const statements = firstStatementSource(m_found);
     if (m_session.isHeld()) {
         return;
     }
     if (!statements) {
-        warn(m_pWindow, title, noPluginText());
+        warn(m_pWindow, database_dialog::title(), noPluginText());
         return;
     }
     const tools::held_dialog<database_dialog> dialog(m_projects.folderToStartIn(), m_pWindow);
-    if (dialog.exec() != QDialog::Accepted) {
-        return;
+    if (dialog.exec() == QDialog::Accepted) {
+        importTables(dialog->held(), dialog->tables(), dialog->tellsLinks(), *statements);
     }
-    const held_schema & held = dialog->held();
+}
+
+void database_controller::importTables(const held_schema & held, const QStringList & tables, bool tellsLinks,
+                                       plugin::statement_source & statements)
+{
     const QString proposed = QStringLiteral("%1/%2.%3")
                                  .arg(m_projects.folderToStartIn(), QFileInfo(held.name).completeBaseName(),
                                       model::ProjectFileSuffix);
@@ -54,14 +57,13 @@ void database_controller::importDatabase()
     if (target.isEmpty()) {
         return;
     }
-    const QStringList names = dialog->tables();
-    const QSet<QString> chosen(names.begin(), names.end());
+    const QSet<QString> chosen(tables.begin(), tables.end());
     import_choice choice{target, [&chosen](const QString & table) { return chosen.contains(table); },
-                         dialog->tellsLinks(), true};
+                         tellsLinks, true};
     const auto run = [&] {
         const tools::wait_cursor cursor;
         const session_hold hold(m_session);
-        return importSchema(held, choice, *statements);
+        return importSchema(held, choice, statements);
     };
     database_import_result done = run();
     if (done.result && !isWanted(target, held.name, done)) {
@@ -72,7 +74,7 @@ void database_controller::importDatabase()
         done = run();
     }
     if (!done.result) {
-        warn(m_pWindow, title, done.result.getDesc());
+        warn(m_pWindow, database_dialog::title(), done.result.getDesc());
         return;
     }
     tell(target, held.name, done);
@@ -88,8 +90,8 @@ bool database_controller::isWanted(const QString & target, const QString & sourc
             ? tr("This changes the model of '%1' to that of %2. Settings and versions are kept.")
                   .arg(file, source)
             : tr("This makes the project '%1' of %2.").arg(file, source);
-    const tools::held_dialog<import_dialog> dialog(database_dialog::title(), question, *planned.plan,
-                                                   m_pWindow);
+    const tools::held_dialog<import_dialog> dialog(database_dialog::title(), question,
+                                                   planned.plan.value_or(diff_report()), m_pWindow);
     QStringList notes = renameLines(planned.renames, true);
     if (!planned.leftOut.isEmpty()) {
         notes << tr("Without a place in the model, or made otherwise by scripts: %1. The messages list them "

@@ -5,10 +5,15 @@
 
 class QWidget;
 
+namespace plugin {
+class statement_source;
+}
+
 namespace app {
 
 struct database_import_result;
 struct found_plugins;
+struct held_schema;
 class message_panel;
 class project_commands;
 class project_session;
@@ -31,6 +36,9 @@ Q_SIGNALS:
     void messagesWanted();
 
 private:
+    /// Asks into which project the chosen tables go, shows what would change, and stores it.
+    void importTables(const held_schema & held, const QStringList & tables, bool tellsLinks,
+                      plugin::statement_source & statements);
     /// Whether the person wants what is planned.
     [[nodiscard]] bool isWanted(const QString & target, const QString & source,
                                 const database_import_result & planned) const;
