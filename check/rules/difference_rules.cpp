@@ -95,6 +95,11 @@ bool isKey(const difference_view & of)
     return isAboutKey && entity && of.changes().touchesWithin(entity->getId());
 }
 
+bool isCountedByTrigger(const difference_view & of)
+{
+    return isOf(of, {counter}) && isKey(of) && of.in().known().types.countedByTrigger.value;
+}
+
 /// A property that is a relationship now and was none.
 bool becameRelationship(const difference_view & of)
 {
@@ -236,6 +241,13 @@ const difference_rule Rules[] = {
       "Only the foreign key is dropped; the column keeps its type, and an index that the foreign key had "
       "stays.",
       "Change the column yourself with an ALTER TABLE {table}."}},
+    {isCountedByTrigger,
+     {QLatin1String("KV403"), effect::silent,
+      "The key of table '{table}' is {found}, that of a new database {expected}.",
+      "A step adds and drops columns, but neither sequences nor triggers of keys.",
+      "Make, or drop, the sequence and the trigger yourself: the full script of the version that has them "
+      "shows how.",
+      "identifier type enumeration forceSqlType autoIncrement"}},
     {isKey,
      {QLatin1String("KV403"), effect::silent,
       "The key of table '{table}' is {found}, that of a new database {expected}.",
@@ -319,7 +331,8 @@ bool isExplained(const difference_view & of)
     const auto entity = of.entity();
     const auto member = of.property();
     const step_record & record = of.record();
-    const bool isTable = isOf(of, {table_missing, table_left});
+    // What counts a key is made by statements of its table.
+    const bool isTable = isOf(of, {table_missing, table_left, counter});
     const auto owner = of.link() ? of.link()->getProperty() : nullptr;
     return (owner && record.refusedProperties.contains(owner->getId())) ||
            (member && (record.refusedProperties.contains(member->getId()) ||

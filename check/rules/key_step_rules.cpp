@@ -139,23 +139,38 @@ found besideUniqueText(const told_statement & of)
     return of.isFor(refusal_cause::copy_needed) ? found(with("constraint", nameOfObject(of))) : std::nullopt;
 }
 
-found nameLeftBehind(const told_statement & of)
+found leftBehind(const made_objects::origin * left, const char * kind)
 {
-    const made_objects::origin * left = nullptr;
-    QString kind;
-    if (const auto * const index = of.asks<database::create_index>();
-        index != nullptr && of.isFor(refusal_cause::index_exists)) {
-        left = of.in().made().indexNamed(index->index.text);
-        kind = QStringLiteral("index");
-    } else if (const auto * const key = of.asks<database::add_foreign_key>();
-               key != nullptr && of.isFor(refusal_cause::foreign_key_exists)) {
-        left = of.in().made().foreignKeyNamed(key->reference.name.text);
-        kind = QStringLiteral("foreign key");
-    }
     return left == nullptr ? std::nullopt
-                           : found(values{{QStringLiteral("kind"), kind},
+                           : found(values{{QStringLiteral("kind"), QString::fromLatin1(kind)},
                                           {QStringLiteral("word"), left->name},
                                           {QStringLiteral("origin"), left->script}});
+}
+
+found nameLeftBehind(const told_statement & of)
+{
+    if (const auto * const index = of.asks<database::create_index>();
+        index != nullptr && of.isFor(refusal_cause::index_exists)) {
+        return leftBehind(of.in().made().indexNamed(index->index.text), "index");
+    }
+    if (const auto * const key = of.asks<database::add_foreign_key>();
+        key != nullptr && of.isFor(refusal_cause::foreign_key_exists)) {
+        return leftBehind(of.in().made().foreignKeyNamed(key->reference.name.text), "foreign key");
+    }
+    return {};
+}
+
+found counterLeftBehind(const told_statement & of)
+{
+    if (const auto * const sequence = of.asks<database::create_sequence>();
+        sequence != nullptr && of.isFor(refusal_cause::relation_exists)) {
+        return leftBehind(of.in().made().sequenceNamed(sequence->sequence.text), "sequence");
+    }
+    if (const auto * const trigger = of.asks<database::create_trigger>();
+        trigger != nullptr && of.isFor(refusal_cause::trigger_exists)) {
+        return leftBehind(of.in().made().triggerNamed(trigger->trigger.text), "trigger");
+    }
+    return {};
 }
 
 found overLostRows(const told_statement & of)
@@ -232,6 +247,14 @@ const refusal_rule Rules[] = {
       "name is taken for what would get it now.",
       "Rename or drop the old {kind} before the script."},
      nameLeftBehind},
+    {{QLatin1String("KV220"), effect::refused,
+      "{db} refuses the statement about '{subject}': the name '{word}' belongs to the {kind} that '{origin}' "
+      "made.",
+      "A table that is renamed keeps the sequence and the trigger that count its key, and a sequence stays "
+      "when its table is dropped.",
+      "Have the custom script give the new sequence and the new trigger other names (action CREATE_TABLE), "
+      "or drop the old ones before the script if nothing needs them."},
+     counterLeftBehind},
     {{QLatin1String("KV221"), effect::refused,
       "{db} refuses the foreign key of '{subject}' if a row of '{table}' has a value that leads to no row of "
       "'{target}'.",

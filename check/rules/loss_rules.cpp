@@ -178,6 +178,16 @@ const loss_rule Rules[] = {
       "without a value for the key is refused.",
       "Have the custom script add NOT NULL AUTO_INCREMENT to this RENAME_COLUMN."},
      always},
+    {loss_kind::trigger,
+     occasion::always,
+     {QLatin1String("KV308"), effect::loss,
+      "No row can be put into table '{table}' any more: the trigger that counts the key '{new}' knows it as "
+      "'{column}'.",
+      "Renaming a column leaves the text of triggers as it is, and one that does not compile fails every "
+      "INSERT and UPDATE of its table.",
+      "Make the trigger anew after this statement, with the new name of the column: the full script of this "
+      "version has it."},
+     always},
     {loss_kind::filled,
      occasion::rows,
      {QLatin1String("KV201"), effect::loss,

@@ -35,7 +35,9 @@ void made_objects::add(const database::statement & done, const plugin::statement
         remember(m_foreignKeys, key->reference.name.text);
         m_foreignKeyOf.insert(record.relationship, key->reference.name.text);
     } else if (const auto * const sequence = changeOf<database::create_sequence>(done)) {
-        m_sequences.insert(keyOf(sequence->sequence.text), record.entity);
+        remember(m_sequences, sequence->sequence.text);
+    } else if (const auto * const trigger = changeOf<database::create_trigger>(done)) {
+        remember(m_triggers, trigger->trigger.text);
     } else if (changeOf<database::drop_table>(done) != nullptr) {
         m_tables.remove(record.entity);
     } else if (changeOf<database::rename_table>(done) != nullptr) {
@@ -64,7 +66,7 @@ void made_objects::keepColumn(long property, const QString & name)
 
 long made_objects::ownerOfSequence(const QString & name) const
 {
-    return m_sequences.value(keyOf(name));
+    return m_sequences.value(keyOf(name)).entity;
 }
 
 bool made_objects::isLinkTable(const QString & table) const
@@ -72,16 +74,31 @@ bool made_objects::isLinkTable(const QString & table) const
     return m_links.contains(keyOf(table));
 }
 
+const made_objects::origin * made_objects::named(const QString & name,
+                                                 const QHash<QString, origin> & in) const
+{
+    const auto found = in.constFind(keyOf(name));
+    return found == in.constEnd() ? nullptr : &*found;
+}
+
 const made_objects::origin * made_objects::indexNamed(const QString & name) const
 {
-    const auto found = m_indexes.constFind(keyOf(name));
-    return found == m_indexes.constEnd() ? nullptr : &*found;
+    return named(name, m_indexes);
 }
 
 const made_objects::origin * made_objects::foreignKeyNamed(const QString & name) const
 {
-    const auto found = m_foreignKeys.constFind(keyOf(name));
-    return found == m_foreignKeys.constEnd() ? nullptr : &*found;
+    return named(name, m_foreignKeys);
+}
+
+const made_objects::origin * made_objects::sequenceNamed(const QString & name) const
+{
+    return named(name, m_sequences);
+}
+
+const made_objects::origin * made_objects::triggerNamed(const QString & name) const
+{
+    return named(name, m_triggers);
 }
 
 QString made_objects::keyOf(const QString & name) const

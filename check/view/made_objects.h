@@ -46,9 +46,11 @@ public:
     /// The entity whose key the sequence of that name counts; 0 when no script made it.
     [[nodiscard]] long ownerOfSequence(const QString & name) const;
     [[nodiscard]] bool isLinkTable(const QString & table) const;
-    /// The index, or the foreign key, of that name; none when no script made it.
+    /// The index, foreign key, sequence or trigger of that name; none when no script made it.
     [[nodiscard]] const origin * indexNamed(const QString & name) const;
     [[nodiscard]] const origin * foreignKeyNamed(const QString & name) const;
+    [[nodiscard]] const origin * sequenceNamed(const QString & name) const;
+    [[nodiscard]] const origin * triggerNamed(const QString & name) const;
     /// The name under which the index of a property, or the foreign key of a relationship, was made last;
     /// empty when it was not.
     [[nodiscard]] QString indexOf(long property) const { return m_indexOf.value(property); }
@@ -56,15 +58,17 @@ public:
 
 private:
     [[nodiscard]] QString keyOf(const QString & name) const;
+    [[nodiscard]] const origin * named(const QString & name, const QHash<QString, origin> & in) const;
 
     const database::facts & m_known;
     QHash<long, QString> m_tables;
     QSet<QString> m_links;
-    QHash<QString, long> m_sequences; ///< name to entity
     std::map<long, QString> m_keptTables;
     std::map<long, QString> m_keptColumns;
     QHash<QString, origin> m_indexes;
     QHash<QString, origin> m_foreignKeys;
+    QHash<QString, origin> m_sequences;
+    QHash<QString, origin> m_triggers;
     QHash<long, QString> m_indexOf;
     QHash<long, QString> m_foreignKeyOf;
 };

@@ -71,6 +71,7 @@ struct sequence
 struct trigger
 {
     QString name;
+    QStringList counted; ///< columns that its text names and gives their values
 
     bool operator==(const trigger &) const = default;
 };

@@ -159,6 +159,7 @@ struct type_facts
     fact<QLatin1String> countableType; ///< the one type that may be marked as counted; empty for any
     fact<bool> countedNeedsKey;        ///< a counted column has to be the first of a key or an index
     fact<bool> onlyOneCounted;         ///< a table has no more than one counted column
+    fact<bool> countedByTrigger;       ///< a trigger that knows the column by its name counts it
     fact<bool> numbersOnlyInBrackets;  ///< of a type: one or two numbers and nothing else
     fact<std::span<const QLatin1String>> withoutOrder; ///< families of types that no index can be on
     fact<std::span<const family_pair>> references;     ///< besides those of one family

@@ -177,6 +177,7 @@ constexpr facts mariadbFamily(QLatin1String key, QLatin1String label, bool isTri
                 .countableType = {QLatin1String(""), source},
                 .countedNeedsKey = {true, source},
                 .onlyOneCounted = {true, source},
+                .countedByTrigger = {false, source},
                 .numbersOnlyInBrackets = {false, source},
                 .withoutOrder = {{}, source},
                 .references = {{}, source},

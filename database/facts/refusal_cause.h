@@ -55,6 +55,7 @@ enum class refusal_cause
     key_type_not_indexable, ///< the same of a unique column or one of a key
     value_too_long_for_index,
     index_exists,
+    trigger_exists, ///< on another table
     index_missing,
     index_needed,        ///< by a foreign key
     index_needed_copied, ///< the same where the change would copy the table

@@ -100,6 +100,7 @@ constinit const facts GenericFacts = {
             .countableType = {QLatin1String(""), Source},
             .countedNeedsKey = {false, Source},
             .onlyOneCounted = {false, Source},
+            .countedByTrigger = {false, Source},
             .numbersOnlyInBrackets = {false, Source},
             .withoutOrder = {{}, Source},
             .references = {{}, Source},

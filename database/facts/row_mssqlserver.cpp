@@ -144,6 +144,7 @@ constinit const facts MssqlserverFacts = {
             .countableType = {QLatin1String(""), Source},
             .countedNeedsKey = {false, Source},
             .onlyOneCounted = {true, Source},
+            .countedByTrigger = {false, Source},
             .numbersOnlyInBrackets = {false, Source},
             .withoutOrder = {WithoutOrder, Source},
             .references = {{}, Source},

@@ -163,6 +163,7 @@ constinit const facts PostgresqlFacts = {
             .countableType = {QLatin1String(""), Source},
             .countedNeedsKey = {false, Source},
             .onlyOneCounted = {false, Source},
+            .countedByTrigger = {false, Source},
             .numbersOnlyInBrackets = {false, Source},
             .withoutOrder = {WithoutOrder, Source},
             .references = {References, Source},

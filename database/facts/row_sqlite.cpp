@@ -120,6 +120,7 @@ constinit const facts SqliteFacts = {
             .countableType = {QLatin1String("INTEGER"), Source},
             .countedNeedsKey = {false, Source},
             .onlyOneCounted = {true, Source},
+            .countedByTrigger = {false, Source},
             .numbersOnlyInBrackets = {true, Source},
             .withoutOrder = {{}, Source},
             .references = {{}, Source},

@@ -236,6 +236,12 @@ refusal apply(state & at, const rename_column & asked, losses & lost)
     const column old = *found.old;
     column to = old;
     to.name = found.to;
+    const QList<trigger> & triggers = found.owner->triggers;
+    if (std::any_of(triggers.begin(), triggers.end(),
+                    [&](const trigger & each) { return each.counted.contains(old.name); })) {
+        to.counted = false;
+        lost.push_back({loss_kind::trigger, columnObject(found.owner->name, to.name)});
+    }
     renameColumn(at, *found.owner, old.name, to);
     return {};
 }

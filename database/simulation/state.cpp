@@ -75,6 +75,12 @@ const table * state::ownerOfIndex(const QString & name) const
     return found == m_indexes.constEnd() ? nullptr : &m_held.tables.at(*found);
 }
 
+const table * state::ownerOfTrigger(const QString & name) const
+{
+    const auto found = m_triggers.constFind(foldedName(known, name));
+    return found == m_triggers.constEnd() ? nullptr : &m_held.tables.at(*found);
+}
+
 bool state::refersTo(const foreign_key & key, const table & target) const
 {
     return keyOf(key.target) == keyOf(target.name);
@@ -275,6 +281,9 @@ void state::enter(const table & owner)
     for (const foreign_key & each : owner.foreignKeys) {
         enter(key, each);
     }
+    for (const trigger & each : known.types.countedByTrigger.value ? owner.triggers : QList<trigger>()) {
+        m_triggers.insert(foldedName(known, each.name), key);
+    }
 }
 
 void state::enter(const QString & key, const index & made)
@@ -303,6 +312,9 @@ void state::leave(const table & owner)
     }
     for (const index & each : owner.indexes) {
         m_indexes.remove(foldedName(known, each.name));
+    }
+    for (const trigger & each : owner.triggers) {
+        m_triggers.remove(foldedName(known, each.name));
     }
     for (const foreign_key & each : owner.foreignKeys) {
         int & count = m_foreignKeys[foldedName(known, each.name)];

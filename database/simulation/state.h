@@ -37,6 +37,8 @@ public:
     [[nodiscard]] const index * findIndex(const table & owner, const QString & name) const;
     /// The table that an index belongs to, of a database where its name is enough.
     [[nodiscard]] const table * ownerOfIndex(const QString & name) const;
+    /// The table that a trigger belongs to, of a database where its name is enough.
+    [[nodiscard]] const table * ownerOfTrigger(const QString & name) const;
     /// Those that have a foreign key to the table, the table itself included.
     [[nodiscard]] std::vector<const table *> referrersOf(const table & target) const;
     [[nodiscard]] bool refersTo(const foreign_key & key, const table & target) const;
@@ -90,6 +92,7 @@ private:
     catalogue m_held;
     QHash<QString, QString> m_relations;           ///< name to the key of the table that it is of
     QHash<QString, QString> m_indexes;             ///< the same, of indexes alone
+    QHash<QString, QString> m_triggers;            ///< those that count, by name, to the key of the table
     QHash<QString, int> m_foreignKeys;             ///< how often a name is there
     QHash<QString, std::set<QString>> m_referrers; ///< key of a table to those that refer to it
     QHash<QString, int> m_rows;

@@ -96,15 +96,24 @@ refusal apply(state & at, const create_trigger & asked, losses & lost)
     name_reader names(at.known, lost);
     const QString name = names.other(asked.trigger);
     const QString on = names.table(asked.table);
+    const QStringList counted =
+        at.known.types.countedByTrigger.value ? names.others(asked.columns) : QStringList();
     refusal why = names.why();
     const table * const owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
-    if (owner != nullptr) {
-        at.change(*owner, [&](table & changed) {
-            changed.triggers.removeIf([&](const trigger & each) { return each.name == name; });
-            changed.triggers.push_back({name});
-        });
+    if (owner == nullptr) {
+        return why;
     }
-    return why;
+    if (const table * const other = at.ownerOfTrigger(name); other != nullptr && other != owner) {
+        return {refusal_cause::trigger_exists, u"trigger " % name, false};
+    }
+    at.change(*owner, [&](table & changed) {
+        changed.triggers.removeIf([&](const trigger & each) { return each.name == name; });
+        changed.triggers.push_back({name, counted});
+        for (column & each : changed.columns) {
+            each.counted = each.counted || counted.contains(each.name);
+        }
+    });
+    return {};
 }
 
 } // namespace database

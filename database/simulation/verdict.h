@@ -30,7 +30,8 @@ enum class loss_kind
     nothing_done,    ///< the statement runs and leaves everything as it is
     other_renamed,   ///< it was not a table that got the name
     column_not_made, ///< the words of a column mean something else
-    key              ///< a table has no primary key any more
+    key,             ///< a table has no primary key any more
+    trigger          ///< the trigger that counts a column does not know it any more, and lets no row in
 };
 
 struct loss

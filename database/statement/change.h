@@ -170,6 +170,7 @@ struct create_trigger
 {
     identifier trigger;
     identifier table;
+    std::vector<identifier> columns; ///< of BEFORE INSERT OR UPDATE OF, which it gives their values
 };
 
 /// Leaves the catalogue as it is: transactions, settings, rows. Whether rows fit is not looked at.

@@ -51,7 +51,13 @@ reading readCreateIndex(token_cursor & at, bool unique)
 // The body of a trigger is its own affair.
 reading readCreateTrigger(token_cursor & at)
 {
+    create_trigger asked;
     const auto trigger = at.takeName();
+    if (at.take({"BEFORE", "INSERT", "OR", "UPDATE", "OF"})) {
+        do {
+            asked.columns.push_back(at.takeName().value_or(identifier()));
+        } while (at.take(token_kind::comma));
+    }
     while (!at.isAtEnd() && !at.take({"ON"})) {
         if (!at.takeName() && !at.take(token_kind::comma) && !at.take(token_kind::open) &&
             !at.take(token_kind::close)) {
@@ -62,7 +68,9 @@ reading readCreateTrigger(token_cursor & at)
     if (!trigger || !table) {
         return std::nullopt;
     }
-    return create_trigger{*trigger, *table};
+    asked.trigger = *trigger;
+    asked.table = *table;
+    return asked;
 }
 
 reading readCreateSequence(token_cursor & at)

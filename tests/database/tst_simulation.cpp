@@ -333,6 +333,43 @@ private Q_SLOTS:
         QCOMPARE(postgresql.code("ALTER INDEX a_pkey RENAME TO b_pkey"), QString("42P01"));
         QCOMPARE(postgresql.database().held().tables.at("b").key->name, QString("b_pkey"));
     }
+    void triggersOfOracleKnowColumnsByName()
+    {
+        const char * const made = "CREATE TABLE a (id NUMBER(10), x NUMBER(10));\n"
+                                  "CREATE OR REPLACE TRIGGER t BEFORE INSERT OR UPDATE OF id ON a BEGIN "
+                                  "NULL; END;\n/\n";
+        const QString counted = QStringLiteral("column A.NUM number(10) counted");
+        script other(u"oracle");
+        other.run(made);
+        other.run("ALTER TABLE a RENAME COLUMN x TO y");
+        QVERIFY(other.lines().contains("column A.ID number(10) counted"));
+        script renamed(u"oracle");
+        renamed.run(made);
+        const verdict said = renamed.run("ALTER TABLE a RENAME COLUMN id TO num");
+        QCOMPARE(said.what, outcome::done);
+        QVERIFY((said.losses == std::vector<loss>{{loss_kind::trigger, QStringLiteral("column A.NUM")}}));
+        QVERIFY(renamed.lines().contains("column A.NUM number(10)"));
+        renamed.run("CREATE OR REPLACE TRIGGER t BEFORE INSERT OR UPDATE OF num ON a BEGIN NULL; END;\n/\n");
+        QVERIFY(renamed.lines().contains(counted));
+        QCOMPARE(renamed.lines().filter("trigger").size(), 1);
+        // The name goes with the table, and is taken until that is gone.
+        const char * const again =
+            "CREATE OR REPLACE TRIGGER t BEFORE INSERT OR UPDATE OF id ON b BEGIN NULL; END;\n/\n";
+        renamed.run("ALTER TABLE a RENAME TO c; CREATE TABLE b (id NUMBER(10))");
+        QCOMPARE(renamed.code(again), QString("ORA-04095"));
+        QVERIFY(renamed.lines().contains("column B.ID number(10)"));
+        renamed.run("DROP TABLE c");
+        QCOMPARE(renamed.code(again), QString("done"));
+        QVERIFY(renamed.lines().contains("column B.ID number(10) counted"));
+        // Any other trigger, and one of another database, counts nothing.
+        script audit(u"oracle");
+        audit.run(
+            "CREATE TABLE a (id NUMBER(10)); CREATE TRIGGER t AFTER UPDATE OF id ON a BEGIN NULL; END;\n/\n");
+        QVERIFY(audit.lines().contains("column A.ID number(10)"));
+        script sqlite(u"sqlite");
+        sqlite.run(made);
+        QVERIFY(sqlite.lines().contains("column a.id NUMBER(10)"));
+    }
     void documentedDatabasesAnswerAsWell()
     {
         script oracle(u"oracle");
@@ -340,7 +377,7 @@ private Q_SLOTS:
                    "CREATE SEQUENCE seq_inc_a START WITH 1 INCREMENT BY 1;\n"
                    "CREATE OR REPLACE TRIGGER trigger_inc_a\n\tBEFORE INSERT OR UPDATE OF id ON a\n"
                    "\tFOR EACH ROW\n\tBEGIN\n\t\tNULL;\n\tEND;\n\t/\n");
-        QCOMPARE(oracle.lines(), (QStringList{"column A.ID number(10) NOT NULL", "key A (ID)",
+        QCOMPARE(oracle.lines(), (QStringList{"column A.ID number(10) NOT NULL counted", "key A (ID)",
                                               "sequence SEQ_INC_A", "table A", "trigger TRIGGER_INC_A"}));
         QCOMPARE(oracle.code("CREATE TABLE A (x CLOB)"), QString("ORA-00955"));
         QCOMPARE(oracle.code("CREATE TABLE b (x CLOB); CREATE INDEX i ON b (x)"), QString("ORA-02327"));

@@ -181,6 +181,11 @@ private Q_SLOTS:
         QCOMPARE(std::get<create_sequence>(read[1].asked).sequence, bare("seq_inc_a"));
         QCOMPARE(std::get<create_trigger>(read[2].asked).trigger, bare("trigger_inc_a"));
         QCOMPARE(std::get<create_trigger>(read[2].asked).table, bare("a"));
+        QVERIFY((std::get<create_trigger>(read[2].asked).columns == std::vector<identifier>{bare("id")}));
+        QVERIFY((only<create_trigger>("CREATE TRIGGER t BEFORE INSERT OR UPDATE OF x, y ON a BEGIN END;")
+                     .columns == std::vector<identifier>{bare("x"), bare("y")}));
+        QVERIFY(only<create_trigger>("CREATE TRIGGER t AFTER UPDATE OF x ON a BEGIN END;").columns.empty());
+        QCOMPARE(only<create_trigger>("CREATE TRIGGER t AFTER UPDATE OF x ON a BEGIN END;").table, bare("a"));
         QVERIFY(read[2].text.endsWith("END;"));
         QVERIFY(std::holds_alternative<drop_table>(read[3].asked));
     }
