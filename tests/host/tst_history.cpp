@@ -367,6 +367,50 @@ private Q_SLOTS:
         QCOMPARE(number, 77);
         QCOMPARE(support::bytesOf(m_sFile), before);
     }
+    void theNewestOfAFileThatIsNone_data()
+    {
+        QTest::addColumn<QString>("statement");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("no file") << QString() << QStringLiteral("does not exist; check the name");
+        QTest::newRow("no table of versions")
+            << QStringLiteral("DROP TABLE t_project_historic")
+            << QStringLiteral("is damaged (table t_project_historic is missing); restore it from a copy");
+    }
+    /// Neither looking for it nor taking it away gives anything, and the file stays what it was.
+    void theNewestOfAFileThatIsNone()
+    {
+        QFETCH(const QString, statement);
+        QFETCH(const QString, why);
+        tag("one");
+        if (statement.isEmpty()) {
+            QVERIFY(QFile::rename(m_sFile, m_folder->filePath("elsewhere.korv")));
+        } else {
+            execute(statement);
+        }
+        const QByteArray before = support::bytesOf(m_sFile);
+        storage::history::newest_version newest;
+        newest.what.number = 77;
+        newest.isState = true;
+        const QString told = m_sFile + QStringLiteral(": ") + why;
+        QCOMPARE(storage::history::readNewest(m_sFile, newest).text(), told);
+        QCOMPARE(newest.what.number, 77);
+        QVERIFY(newest.isState);
+        QCOMPARE(storage::history::removeNewest(m_sFile, newest.what).text(), told);
+        QCOMPARE(support::bytesOf(m_sFile), before);
+        QCOMPARE(QFile::exists(m_sFile), !statement.isEmpty());
+    }
+    void aNewestVersionThatIsAnotherByNow()
+    {
+        tag("one");
+        storage::history::newest_version newest;
+        QCOMPARE(storage::history::readNewest(m_sFile, newest).text(), QString());
+        tag("two");
+        const QString told = m_sFile + ": version 1 is not the newest one any more; nothing was taken away";
+        QCOMPARE(storage::history::removeNewest(m_sFile, newest.what).text(), told);
+        QCOMPARE(versions().size(), 2);
+        execute("DELETE FROM t_project_historic");
+        QCOMPARE(storage::history::removeNewest(m_sFile, newest.what).text(), told);
+    }
     void commands()
     {
         const support::run_result tagged = support::runKorvane({"tag", m_sFile, "-m", "a message"});
