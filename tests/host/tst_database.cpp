@@ -201,6 +201,10 @@ private Q_SLOTS:
         QCOMPARE(zk::dao::deleteByQuery<plugin_params>(zk::ZkSqlQuery(), refused).text(),
                  refused.lastError().text());
         QCOMPARE(zk::dao::insert(list, refused).text(), refused.lastError().text());
+        QSqlQuery query(refused);
+        QCOMPARE(query.lastError().text(), refused.lastError().text());
+        QVERIFY(!query.exec(QStringLiteral("SELECT 1")));
+        QVERIFY(!query.next());
         zk::ZkSession session(refused);
         QVERIFY(!session.isValid());
         QCOMPARE(session.end().text(), refused.lastError().text());

@@ -399,6 +399,38 @@ private Q_SLOTS:
         QCOMPARE(support::bytesOf(m_sFile), before);
         QCOMPARE(QFile::exists(m_sFile), !statement.isEmpty());
     }
+    void aNewestVersionThatHoldsNoModel_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::newRow("nothing") << QByteArray();
+        QTest::newRow("what is not compressed") << QByteArray("shop");
+        QTest::newRow("what is no project") << qCompress(QByteArray("shop"));
+        const QTemporaryDir folder;
+        const QString other = folder.filePath("other.sqlite");
+        QCOMPARE(support::run("sqlite3", {other, "CREATE TABLE bookmarks (url TEXT)"}).status, 0);
+        QTest::newRow("the database of another program") << qCompress(support::bytesOf(other));
+    }
+    /// It is not the state, so that it keeps nobody from tagging that.
+    void aNewestVersionThatHoldsNoModel()
+    {
+        QFETCH(const QByteArray, file);
+        tag("one");
+        storage::history::newest_version newest;
+        QCOMPARE(storage::history::readNewest(m_sFile, newest).text(), QString());
+        QVERIFY(newest.isState);
+        execute("UPDATE t_project_historic SET project_file = X'" + QString::fromLatin1(file.toHex()) + "'");
+        QCOMPARE(storage::history::readNewest(m_sFile, newest).text(), QString());
+        QCOMPARE(newest.what.message, QString("one"));
+        QVERIFY(!newest.isState);
+        storage::history::tag_result result;
+        QCOMPARE(storage::history::tag(m_sFile, "two", storage::history::tag_when::if_changed, result).text(),
+                 QString());
+        QCOMPARE(result.number, 2);
+        QCOMPARE(
+            storage::history::tag(m_sFile, "three", storage::history::tag_when::if_changed, result).text(),
+            QString());
+        QCOMPARE(versions().size(), 2);
+    }
     void aNewestVersionThatIsAnotherByNow()
     {
         tag("one");

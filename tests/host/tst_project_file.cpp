@@ -138,6 +138,18 @@ private Q_SLOTS:
         QCOMPARE(QFileInfo(m_sFile).size(), qint64(0));
         QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList{"shop.korv"});
     }
+    void whatIsRefusedLeavesAnEmptyFile()
+    {
+        QVERIFY(support::writeBytes(m_sFile, ""));
+        const auto refuse = [](const model::project * existing, model::project &) {
+            return QSqlError({}, existing == nullptr ? QStringLiteral("not this one") : QString(),
+                             QSqlError::UnknownError);
+        };
+        QCOMPARE(storage::project_file::replace(m_sFile, refuse).text(), QString("not this one"));
+        QCOMPARE(support::bytesOf(m_sFile), QByteArray());
+        QCOMPARE(storage::project_file::replace(path("other.korv"), refuse).text(), QString("not this one"));
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList{"shop.korv"});
+    }
     void aChainOfLinks()
     {
         QVERIFY(QFile::link("second.korv", path("first.korv")));
