@@ -296,6 +296,7 @@ void checker::addTo(report & told, finding one, const script & of) const
     if (of.isCurrent) {
         one.way.model = modelPatch(one, *of.now, positionsIn(of), m_known);
     }
+    one.words = {};
     told.findings.push_back(std::move(one));
 }
 

@@ -104,19 +104,19 @@ QString wordsOf(const summary & of)
 
 QString fingerprintOf(const finding & of)
 {
-    const auto add = [](QByteArray & to, QLatin1String word) { to.append(word.data(), word.size()); };
     QByteArray text;
     text.reserve(128);
-    add(text, of.code);
-    text += ' ' + of.database.toUtf8();
+    const auto add = [&text](QLatin1String word) { text.append(word.data(), word.size()); };
+    add(of.code);
+    text.append(' ').append(of.database.toUtf8());
     if (of.statement) {
-        text += ' ';
-        add(text, plugin::actionName(of.statement->action));
+        text.append(' ');
+        add(plugin::actionName(of.statement->action));
     }
     for (const object & each : of.objects) {
-        text += ' ';
-        add(text, model::kindName(each.kind));
-        text += QByteArray::number(static_cast<qlonglong>(each.id));
+        text.append(' ');
+        add(model::kindName(each.kind));
+        text.append(QByteArray::number(static_cast<qlonglong>(each.id)));
     }
     const QByteArray hash = QCryptographicHash::hash(text, QCryptographicHash::Sha256);
     return QString::fromLatin1(hash.first(8).toHex());

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "check/finding/values.h"
 #include "model/model_difference.h"
 #include "plugin/statement_source.h"
 
-#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -111,8 +111,8 @@ struct finding
     QString database;    ///< key, as on the command line
     QLatin1String error; ///< the server's own code, for a statement that is refused
     std::optional<statement_place> statement;
-    QString message;               ///< what will happen
-    QHash<QString, QString> words; ///< what the names in its texts stood for
+    QString message; ///< what will happen
+    values words;    ///< what the names in its texts stood for, until it is told
     QString why;
     remedy way;
     std::vector<object> objects;

@@ -17,9 +17,8 @@ QString filled(const char * text, const values & with)
             break;
         }
         result += QStringView(pattern).mid(at, open - at);
-        const auto name = QString::fromRawData(pattern.constData() + open + 1, close - open - 1);
-        const auto value = with.constFind(name);
-        result += value == with.constEnd() ? QStringView(pattern).mid(open, close - open + 1) : *value;
+        const QString * const value = with.find(QStringView(pattern).mid(open + 1, close - open - 1));
+        result += value == nullptr ? QStringView(pattern).mid(open, close - open + 1) : *value;
         at = close + 1;
     }
     if (at == 0) {

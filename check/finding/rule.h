@@ -1,8 +1,8 @@
 #pragma once
 
 #include "check/finding/finding.h"
+#include "check/finding/values.h"
 
-#include <QHash>
 #include <QLatin1String>
 
 #include <span>
@@ -30,9 +30,6 @@ struct rule_text
     /// count when none of these changed. Empty for objects as a whole.
     const char * fields = "";
 };
-
-/// What the names in a rule's texts stand for.
-using values = QHash<QString, QString>;
 
 /// `text` with each "{name}" replaced; a name without a value stays as it is, so that it is seen.
 [[nodiscard]] QString filled(const char * text, const values & with);

@@ -8,6 +8,8 @@
 #include "model/property.h"
 #include "model/relationship.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace check {
@@ -30,14 +32,16 @@ long idOf(const finding & of, model::object_kind kind)
 
 const patch_rule * ruleFor(const finding & of)
 {
-    for (const auto list : {namePatches, fieldPatches}) {
-        for (const patch_rule & each : list()) {
-            if (of.code == QLatin1String(each.code)) {
-                return &each;
+    static const QHash<QLatin1String, const patch_rule *> byCode = [] {
+        QHash<QLatin1String, const patch_rule *> made;
+        for (const auto list : {namePatches, fieldPatches}) {
+            for (const patch_rule & each : list()) {
+                made.insert(QLatin1String(each.code), &each);
             }
         }
-    }
-    return nullptr;
+        return made;
+    }();
+    return byCode.value(of.code);
 }
 
 } // namespace

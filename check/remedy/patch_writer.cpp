@@ -46,15 +46,15 @@ QString text_positions::property(const model::property & of) const
     if (m_lastEntity != owner->getId()) {
         m_lastEntity = owner->getId();
         m_lastProperties.clear();
-        int place = 0;
         for (const auto & each : owner->getListOfProperty(true, true, false)->values()) {
-            m_lastProperties.insert(each->getId(), place++);
+            m_lastProperties.push_back(each->getId());
         }
     }
-    const auto place = m_lastProperties.constFind(of.getId());
-    return place == m_lastProperties.constEnd()
+    const auto found = std::find(m_lastProperties.begin(), m_lastProperties.end(), of.getId());
+    return found == m_lastProperties.end()
                ? QString()
-               : at + QStringLiteral("/properties/") + QString::number(*place);
+               : at + QStringLiteral("/properties/") +
+                     QString::number(std::distance(m_lastProperties.begin(), found));
 }
 
 void patch_writer::change(patch_operation::kind what, const QString & path, const json & value)

@@ -31,7 +31,7 @@ private:
     QHash<long, int> m_entities;
     // Of the entity that was asked about last: findings come entity by entity.
     mutable long m_lastEntity = 0;
-    mutable QHash<long, int> m_lastProperties;
+    mutable std::vector<long> m_lastProperties; ///< ids, in their order
 };
 
 /// Puts a JSON Patch together that changes the text form of a model. Before it changes an object it tests the

@@ -13,27 +13,32 @@ namespace {
 constexpr int Width = 100; ///< characters of a line
 constexpr int Indent = 4;
 
+/// Where the line ends that begins at `begin`: after as many words as it has room for, and after one at
+/// least.
+qsizetype endOfLine(QStringView text, qsizetype begin)
+{
+    constexpr qsizetype Room = Width - Indent;
+    if (text.size() - begin <= Room) {
+        return text.size();
+    }
+    const qsizetype last = text.lastIndexOf(u' ', begin + Room);
+    const qsizetype end = last > begin ? last : text.indexOf(u' ', begin);
+    return end < 0 ? text.size() : end;
+}
+
 /// Adds `text` in lines of the report's width.
 void addWrapped(QString & to, const QString & text)
 {
-    qsizetype length = 0; // of the line; 0 before its first word
-    for (const QStringView word : QStringView(text).tokenize(u' ', Qt::SkipEmptyParts)) {
-        if (length > 0 && length + 1 + word.size() > Width) {
-            to += u'\n';
-            length = 0;
-        }
-        if (length == 0) {
-            to.resize(to.size() + Indent, u' ');
-            length = Indent;
-        } else {
-            to += u' ';
-            ++length;
-        }
-        to += word;
-        length += word.size();
-    }
-    if (length > 0) {
+    const auto areBlanks = [](QChar one, QChar next) { return one == u' ' && next == u' '; };
+    const bool isPlain = !text.startsWith(u' ') && !text.endsWith(u' ') &&
+                         std::adjacent_find(text.begin(), text.end(), areBlanks) == text.end();
+    const QString words = isPlain ? text : text.split(u' ', Qt::SkipEmptyParts).join(u' ');
+    for (qsizetype begin = 0; begin < words.size();) {
+        const qsizetype end = endOfLine(words, begin);
+        to.resize(to.size() + Indent, u' ');
+        to += QStringView(words).sliced(begin, end - begin);
         to += u'\n';
+        begin = end + 1;
     }
 }
 
@@ -136,8 +141,11 @@ private:
 
     void writeFinding(const finding & of)
     {
-        const QString place = of.statement ? QStringLiteral(" line %1").arg(of.statement->line) : QString();
-        m_text += QStringLiteral("%1 %2%3\n").arg(sign(of), of.code, place);
+        m_text += sign(of) + u' ' + of.code;
+        if (of.statement) {
+            m_text += QLatin1String(" line ") + QString::number(of.statement->line);
+        }
+        m_text += u'\n';
         addWrapped(m_text, of.message);
         if (of.accepted) {
             addWrapped(m_text, QStringLiteral("Accepted: ") + of.accepted->why);

@@ -2,6 +2,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace plugin {
 
 statement_records::statement_records(const script_identity & script, std::vector<statement_record> & records)
@@ -12,7 +14,8 @@ statement_records::statement_records(const script_identity & script, std::vector
 
 bool statement_records::take(const script_statement & statement)
 {
-    const int lines = static_cast<int>(statement.text.count(QLatin1Char('\n'))) + 1;
+    const int lines =
+        static_cast<int>(std::count(statement.text.cbegin(), statement.text.cend(), QLatin1Char('\n'))) + 1;
     // Texts grew while they were made; there are many, and they stay.
     QString text = statement.text;
     text.squeeze();

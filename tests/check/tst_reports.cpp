@@ -113,6 +113,25 @@ private Q_SLOTS:
 ]
 )"));
     }
+    void linesAreWrapped()
+    {
+        const auto textOf = [](const QString & why) {
+            finding long_ = note();
+            long_.why = why;
+            const QString text = textReport(of({long_}), {});
+            const qsizetype begin = text.indexOf("No key.\n") + 8;
+            return text.sliced(begin, text.indexOf("    What to do", begin) - begin);
+        };
+        const QString ninety(90, u'x');
+        QCOMPARE(textOf("short"), QString("    Why: short\n"));
+        QCOMPARE(textOf(" two  words "), QString("    Why: two words\n"));
+        QCOMPARE(textOf(ninety + " 2"), "    Why: " + ninety + "\n    2\n");
+        QCOMPARE(textOf(ninety + "1"), "    Why: " + ninety + "1\n");
+        QCOMPARE(textOf(ninety + "12 3"), "    Why:\n    " + ninety + "12 3\n");
+        QCOMPARE(textOf(ninety + ninety + " z " + ninety),
+                 "    Why:\n    " + ninety + ninety + "\n    z " + ninety + "\n");
+        QCOMPARE(textOf(""), QString("    Why:\n"));
+    }
     void remediesAreShown()
     {
         finding mended = refused();
