@@ -33,6 +33,7 @@ struct database_run
     plugin::friendly_settings options;
     const database::facts * known = nullptr;
     check::export_settings settings;
+    std::unique_ptr<database::table_memory> tables; ///< as the scripts of all versions make them
     std::unique_ptr<check::checker> chain;
     std::optional<database::catalogue> state;    ///< of a new database of the project's state
     std::optional<database::catalogue> previous; ///< of one of the version that was compared last
@@ -142,7 +143,8 @@ private:
         run.known = database::factsOf(key);
         run.options = m_asked.options;
         run.options.insert(DatabaseOption, run.known->scripts);
-        run.chain = std::make_unique<check::checker>(*run.known, key);
+        run.tables = std::make_unique<database::table_memory>();
+        run.chain = std::make_unique<check::checker>(*run.known, key, run.tables.get());
         for (const plugin::statement_database & each : std::as_const(m_settings.databases)) {
             for (const auto & [cppType, sqlType] :
                  each.key == run.known->scripts ? each.types : decltype(each.types)()) {
@@ -162,13 +164,15 @@ private:
             full.isCurrent = true;
             full.step = QStringLiteral("full");
             plugin::statement_list list = m_statements.fullStatements(*m_now, each.options);
-            check::checker whole(*each.known, each.key);
+            // A version has most of its tables in common with the state.
+            const bool hasVersions = m_source.newestVersion() > 0;
+            check::checker whole(*each.known, each.key, hasVersions ? each.tables.get() : nullptr);
             if (const ZkBool told = runScript(whole, full, std::move(list), &each.found); !told) {
                 return told;
             }
             full.records.clear(); // the largest part of what is needed no longer
             whole.lookAtModel(full, whole.stored(), each.settings, each.found);
-            if (m_source.newestVersion() > 0) {
+            if (hasVersions) {
                 each.state = whole.stored();
             }
         }
@@ -328,7 +332,7 @@ private:
         full.now = model;
         full.isFull = true;
         full.records = std::move(list.records);
-        check::checker whole(*of.known, of.key);
+        check::checker whole(*of.known, of.key, of.tables.get());
         whole.runUntold(full);
         return whole.stored();
     }

@@ -50,10 +50,16 @@ public:
 
     void run(const plugin::statement_record & record)
     {
+        if (isMadeAgain(record)) {
+            return;
+        }
         const std::vector<database::statement> statements = database::readStatements(
             record.text, record.isReplaced() ? database::writer::anyone : database::writer::exporter);
         for (const database::statement & read : statements) {
             runStatement(record, read);
+        }
+        if (statements.size() == 1) {
+            remember(record, statements.front());
         }
         if (statements.empty() && record.property != 0 && !record.text.trimmed().isEmpty()) {
             m_of.m_step.commented.insert(record.property);
@@ -71,6 +77,38 @@ public:
     }
 
 private:
+    /// Makes the table anew that the same text made elsewhere, when nothing is to be told of it.
+    bool isMadeAgain(const plugin::statement_record & record)
+    {
+        const bool isSilent = m_told == nullptr && !m_of.m_withRows;
+        const auto * const known =
+            isSilent && isMemorable(record) ? m_of.m_memory->find(record.text) : nullptr;
+        if (known == nullptr || !m_of.m_empty.makeAgain(known->made)) {
+            return false;
+        }
+        ++m_of.m_number;
+        m_of.m_made.addTable(known->written, record);
+        return true;
+    }
+
+    /// Whether it makes a table of which the text of the record says all.
+    [[nodiscard]] bool isMemorable(const plugin::statement_record & record) const
+    {
+        using plugin::statement_action;
+        return m_of.m_memory != nullptr && !record.isReplaced() &&
+               (record.action == statement_action::create_table ||
+                record.action == statement_action::create_extra_table);
+    }
+
+    void remember(const plugin::statement_record & record, const database::statement & only)
+    {
+        const database::table * const made =
+            !m_wasRefused && isMemorable(record) ? m_of.m_empty.madeByItself(only) : nullptr;
+        if (made != nullptr) {
+            m_of.m_memory->add(record.text, {std::get<database::create_table>(only.asked).table.text, *made});
+        }
+    }
+
     void runStatement(const plugin::statement_record & record, const database::statement & read)
     {
         const database::verdict empty = m_of.m_empty.run(read);
@@ -78,6 +116,7 @@ private:
         const int number = m_of.m_number++;
         ++m_run.statements;
         m_run.judged += empty.what == database::outcome::not_judged ? 0 : 1;
+        m_wasRefused = isRefused(empty);
         const bool always = isRefused(empty) || withRows.what == database::outcome::not_judged;
         const database::verdict & said = always ? empty : withRows;
         if (isRefused(said)) {
@@ -223,11 +262,12 @@ private:
     report * m_told;
     script_view m_view;
     check::run m_run;
-    int m_refused = 0; ///< statements that are refused whatever there is in rows
+    bool m_wasRefused = false; ///< the last statement was, by empty tables
+    int m_refused = 0;         ///< statements that are refused whatever there is in rows
 };
 
-checker::checker(const database::facts & known, const QString & database)
-    : m_known(known), m_database(database), m_empty(known), m_made(known)
+checker::checker(const database::facts & known, const QString & database, database::table_memory * memory)
+    : m_known(known), m_database(database), m_memory(memory), m_empty(known), m_made(known)
 {
 }
 
@@ -239,6 +279,8 @@ void checker::begin(const script & next)
             m_withRows.emplace(m_empty);
         }
         m_withRows->putRowIntoEach();
+    } else if (m_memory != nullptr) {
+        m_memory->beginScript();
     }
     m_step = {};
 }

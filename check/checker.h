@@ -7,6 +7,7 @@
 #include "check/view/script.h"
 
 #include "database/simulation/simulation.h"
+#include "database/simulation/table_memory.h"
 
 #include <functional>
 #include <memory>
@@ -23,7 +24,10 @@ class checker
 {
 public:
     /// The facts have to outlive it. `database` is the word for it on the command line.
-    checker(const database::facts & known, const QString & database);
+    /// @param memory of tables that other checkers of the same database made, and takes those that this one
+    /// makes; has to outlive it
+    checker(const database::facts & known, const QString & database,
+            database::table_memory * memory = nullptr);
 
     /// Runs a script. What it has to say of a script goes to `told`, when that is given, the same for all
     /// calls: a script without it is only there for what it leaves to those after it.
@@ -75,6 +79,7 @@ private:
 
     const database::facts & m_known;
     QString m_database;
+    database::table_memory * m_memory;
     database::simulation m_empty;                   ///< no table has rows
     std::optional<database::simulation> m_withRows; ///< each table has a row when a script begins
     made_objects m_made;

@@ -53,7 +53,7 @@ bool hasSequence(const database::catalogue & in, const QString & name)
 } // namespace
 
 repair::repair(const repair_ground & from, database::catalogue left)
-    : m_from(from), m_known(from.step.known()), m_sql(m_known), m_state(std::move(left))
+    : m_from(from), m_known(from.step.known()), m_types(m_known), m_sql(m_known), m_state(std::move(left))
 {
 }
 
@@ -372,7 +372,7 @@ database::catalogue repair::partOf(const QSet<QString> & keys, const database::c
             part.tables.insert(*found);
         }
     }
-    return database::normalForm(std::move(part), m_known);
+    return database::normalForm(std::move(part), m_types);
 }
 
 void repair::putBack(const QSet<QString> & keys, database::catalogue & part)

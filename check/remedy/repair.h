@@ -4,6 +4,8 @@
 #include "check/remedy/sql_writer.h"
 #include "check/view/difference_view.h"
 
+#include "database/facts/known_types.h"
+
 #include <QHash>
 #include <QMultiHash>
 
@@ -77,6 +79,7 @@ private:
 
     const repair_ground & m_from;
     const database::facts & m_known;
+    const database::known_types m_types;
     sql_writer m_sql;
     database::catalogue m_state;
     QHash<std::pair<int, long>, std::size_t> m_about; ///< findings by the objects that can have kept a name

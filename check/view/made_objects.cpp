@@ -23,11 +23,7 @@ void made_objects::add(const database::statement & done, const plugin::statement
         made.name = name;
     };
     if (const auto * const table = changeOf<database::create_table>(done)) {
-        if (record.action == plugin::statement_action::create_extra_table) {
-            m_links.insert(keyOf(table->table.text));
-        } else {
-            m_tables.insert(record.entity, record.script);
-        }
+        addTable(table->table.text, record);
     } else if (const auto * const index = changeOf<database::create_index>(done)) {
         remember(m_indexes, index->index.text);
         m_indexOf.insert(record.property, index->index.text);
@@ -44,6 +40,15 @@ void made_objects::add(const database::statement & done, const plugin::statement
         m_keptTables.erase(record.entity);
     } else if (changeOf<database::rename_column>(done) != nullptr) {
         m_keptColumns.erase(record.property);
+    }
+}
+
+void made_objects::addTable(const QString & written, const plugin::statement_record & record)
+{
+    if (record.action == plugin::statement_action::create_extra_table) {
+        m_links.insert(keyOf(written));
+    } else {
+        m_tables.insert(record.entity, record.script);
     }
 }
 

@@ -32,6 +32,9 @@ public:
     /// Takes a statement that was done.
     void add(const database::statement & done, const plugin::statement_record & record);
 
+    /// Takes that a table was made, named as the script writes it.
+    void addTable(const QString & written, const plugin::statement_record & record);
+
     /// Takes a statement that was refused: what it would have renamed keeps its name.
     void addRefused(const database::statement & refused, const plugin::statement_record & record);
     /// Takes a rename of a column that the script left out.

@@ -177,16 +177,15 @@ QString shownType(const facts & known, const QString & type, const understood_ty
            QLatin1String(found.isArray ? "[]" : "");
 }
 
-QString familyOf(const known_types & types, const QString & declared)
+QString familyOf(const understood_type & type, const QString & shown)
 {
-    const understood_type & type = types.of(declared);
     if (type.row == nullptr) {
         return {};
     }
     if (type.isArray) {
         // Those of texts with a length have no family, whatever the length.
         const bool hasFamily = type.row->family[0] != '\0' && !type.row->isBounded;
-        return hasFamily ? types.shown(declared) : QString();
+        return hasFamily ? shown : QString();
     }
     return QString::fromLatin1(type.isUnsigned ? type.row->ifUnsigned : type.row->family);
 }
@@ -292,8 +291,8 @@ bool isReadFirst(const facts & known, refusal_cause cause)
 
 bool mayRefer(const known_types & types, const QString & from, const QString & to)
 {
-    const QString own = familyOf(types, from);
-    const QString target = familyOf(types, to);
+    const QString & own = types.family(from);
+    const QString & target = types.family(to);
     if (own.isEmpty() || target.isEmpty()) {
         return false;
     }
@@ -340,7 +339,9 @@ const known_types::known_type & known_types::entry(const QString & type) const
     }
     understood_type understood = understoodType(m_known, type);
     QString shown = shownType(m_known, type, understood);
-    return m_types.emplace(type, known_type{type, std::move(shown), std::move(understood)}).first->second;
+    QString family = familyOf(understood, shown);
+    return m_types.emplace(type, known_type{type, std::move(shown), std::move(family), std::move(understood)})
+        .first->second;
 }
 
 QString shownType(const facts & known, const QString & type)

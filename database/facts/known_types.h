@@ -33,6 +33,8 @@ struct understood_type
     [[nodiscard]] bool isLarge() const { return row != nullptr && row->large && !isArray; }
     /// By itself, not by a word after the type.
     [[nodiscard]] bool counts() const { return row != nullptr && row->counts; }
+    /// Without a word that says so.
+    [[nodiscard]] bool isUnique() const { return row != nullptr && row->isUnique; }
     /// Characters of a bounded text; 0 for all else.
     [[nodiscard]] int length() const;
     /// Bytes that a value takes in a key.
@@ -52,6 +54,9 @@ public:
     [[nodiscard]] const understood_type & of(const QString & type) const { return entry(type).understood; }
     /// The type as the database's catalogue shows it; the same for what the catalogue shows.
     [[nodiscard]] const QString & shown(const QString & type) const { return entry(type).shown; }
+    /// What the columns of a foreign key and their targets have in common, see family_pair; empty for a type
+    /// that neither can have.
+    [[nodiscard]] const QString & family(const QString & type) const { return entry(type).family; }
     /// The same text, shared by all who ask for it.
     [[nodiscard]] const QString & shared(const QString & type) const { return entry(type).written; }
 
@@ -60,6 +65,7 @@ private:
     {
         QString written;
         QString shown;
+        QString family;
         understood_type understood;
     };
 

@@ -94,9 +94,14 @@ bool hasUnquotedShape(const facts & known, QStringView text)
     return !isDigit(text.front()) && text.front() != u'$';
 }
 
+constexpr qsizetype MostBytes = 3; // of a UTF-16 unit
+
 // Bytes of a text cut after `length` of them, back to a whole character.
 QString firstBytes(const QString & text, qsizetype length)
 {
+    if (MostBytes * text.size() <= length) {
+        return text;
+    }
     QByteArray bytes = text.toUtf8();
     if (bytes.size() <= length) {
         return text;
@@ -109,8 +114,11 @@ QString firstBytes(const QString & text, qsizetype length)
 
 qsizetype lengthIn(name_unit unit, const QString & text)
 {
-    const auto isAscii = [](QChar c) { return c.unicode() < 0x80; };
-    if (std::all_of(text.begin(), text.end(), isAscii)) {
+    char16_t all = 0;
+    for (const QChar c : text) {
+        all |= c.unicode();
+    }
+    if (all < 0x80) {
         return text.size();
     }
     return unit == name_unit::bytes ? text.toUtf8().size() : text.toUcs4().size();
@@ -121,15 +129,14 @@ understood_name withinLength(const facts & known, const QString & name, name_pla
     if (isOfTable(place) && !known.names.mayEndInBlank.value && name.endsWith(u' ')) {
         return {name, refusal_cause::table_name_ends_blank, false};
     }
-    const int longest = known.names.longest.value;
-    if (longest == 0 || lengthIn(known.names.unit.value, name) <= longest) {
+    if (isShort(known, name) || lengthIn(known.names.unit.value, name) <= known.names.longest.value) {
         return {name, refusal_cause::none, false};
     }
     if (known.names.over.value == name_over_length::refused) {
         const bool isTable = isOfTable(place);
         return {name, isTable ? refusal_cause::table_name_too_long : refusal_cause::name_too_long, false};
     }
-    return {firstBytes(name, longest), refusal_cause::none, true};
+    return {firstBytes(name, known.names.longest.value), refusal_cause::none, true};
 }
 
 // A schema that is there on any database is left out of the name: tables of others are not known.
@@ -152,6 +159,12 @@ understood_name withSchema(const facts & known, const QString & text, name_place
 }
 
 } // namespace
+
+bool isShort(const facts & known, QStringView name)
+{
+    const int longest = known.names.longest.value;
+    return longest == 0 || MostBytes * name.size() <= longest;
+}
 
 bool isLiteral(const QString & text)
 {
@@ -180,22 +193,30 @@ QString foldedName(const facts & known, const QString & name)
     return folded(known.names.others.value, name);
 }
 
-bool isSameName(const facts & known, const QString & a, const QString & b)
+bool areComparedByLetters(const facts & known)
 {
     const name_equality equality = known.names.others.value;
-    if (equality == name_equality::ascii_ignored || equality == name_equality::stored_as_lower) {
-        return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](QChar x, QChar y) {
+    return equality == name_equality::ascii_ignored || equality == name_equality::stored_as_lower;
+}
+
+bool isSameName(const facts & known, const QString & a, const QString & b)
+{
+    if (areComparedByLetters(known)) {
+        // Names of one table often begin alike.
+        return a.size() == b.size() && std::equal(a.rbegin(), a.rend(), b.rbegin(), [](QChar x, QChar y) {
                    return x == y || asciiFolded(x) == asciiFolded(y);
                });
     }
-    return folded(equality, a) == folded(equality, b);
+    return foldedName(known, a) == foldedName(known, b);
 }
 
 understood_name understood(const facts & known, const identifier & written, name_place place)
 {
     const QString & text = written.text;
-    const auto beyond = std::find_if(text.begin(), text.end(), [](QChar c) { return c.isSurrogate(); });
-    if (known.names.basicPlaneOnly.value && beyond != text.end()) {
+    const auto beyond = known.names.basicPlaneOnly.value
+                            ? std::find_if(text.begin(), text.end(), [](QChar c) { return c.isSurrogate(); })
+                            : text.end();
+    if (beyond != text.end()) {
         // Without quotes the text is read up to what is no part of a name.
         const bool isReached = !written.quote.isNull() || std::all_of(text.begin(), beyond, [](QChar c) {
             return mayStandIn(c) || c == u'.';
@@ -246,8 +267,8 @@ QString writtenName(const facts & known, const QString & stored, name_place plac
 
 QString impliedName(const facts & known, const QString & table, const QString & column, const QString & label)
 {
-    qsizetype ofTable = table.toUtf8().size();
-    qsizetype ofColumn = column.toUtf8().size();
+    qsizetype ofTable = lengthIn(name_unit::bytes, table);
+    qsizetype ofColumn = lengthIn(name_unit::bytes, column);
     const qsizetype room = known.names.longest.value - label.size() - (column.isEmpty() ? 1 : 2);
     while (ofTable + ofColumn > room) {
         (ofTable > ofColumn ? ofTable : ofColumn) -= 1;

@@ -21,8 +21,14 @@ struct identifier
 /// The same for names of columns, indexes, sequences and constraints.
 [[nodiscard]] QString foldedName(const facts & known, const QString & name);
 
+/// Whether letters of such names have nothing to say but with the letter at the same place: the case of A to
+/// Z may not count, but all else does.
+[[nodiscard]] bool areComparedByLetters(const facts & known);
 /// Whether two names of columns, indexes, sequences or constraints are one.
 [[nodiscard]] bool isSameName(const facts & known, const QString & a, const QString & b);
+
+/// Whether the name is no longer than names of the database can be, as far as that is seen at a glance.
+[[nodiscard]] bool isShort(const facts & known, QStringView name);
 
 /// Whether the database reads the text as a number, or as no value.
 [[nodiscard]] bool isLiteral(const QString & text);

@@ -1,6 +1,5 @@
 #include "database/facts/normal_form.h"
 
-#include "database/facts/known_types.h"
 #include "database/facts/names.h"
 
 #include <QStringBuilder>
@@ -116,19 +115,17 @@ catalogue partOf(const catalogue & whole, const std::set<QString> & keys, const 
 
 } // namespace
 
-catalogue normalForm(catalogue held, const facts & known)
+catalogue normalForm(catalogue held, const known_types & types)
 {
-    const known_types types(known);
     for (auto & [key, owner] : held.tables) {
         normalise(owner, held, types);
     }
     return held;
 }
 
-catalogue_parts differingParts(const catalogue & first, const catalogue & second, const facts & known)
+catalogue_parts differingParts(const catalogue & first, const catalogue & second, const known_types & types)
 {
-    const std::set<QString> keys = keysOfDiffering(first, second, known);
-    const known_types types(known);
+    const std::set<QString> keys = keysOfDiffering(first, second, types.known());
     return {partOf(first, keys, types), partOf(second, keys, types)};
 }
 

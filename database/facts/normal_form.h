@@ -1,15 +1,14 @@
 #pragma once
 
 #include "database/catalogue/catalogue.h"
+#include "database/facts/known_types.h"
 
 namespace database {
-
-struct facts;
 
 /// The catalogue as the database itself would show it: types in its own words, numbered indexes with their
 /// numbers, targets of foreign keys by the names that their tables and columns have. What is compared with
 /// another catalogue goes through this first, a catalogue read from a server included.
-[[nodiscard]] catalogue normalForm(catalogue held, const facts & known);
+[[nodiscard]] catalogue normalForm(catalogue held, const known_types & types);
 
 /// Parts of two catalogues.
 struct catalogue_parts
@@ -20,6 +19,6 @@ struct catalogue_parts
 
 /// What of two catalogues may differ in normal form, in that form: tables that both hold alike are left out.
 [[nodiscard]] catalogue_parts differingParts(const catalogue & first, const catalogue & second,
-                                             const facts & known);
+                                             const known_types & types);
 
 } // namespace database

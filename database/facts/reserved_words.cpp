@@ -26,20 +26,28 @@ int compare(QLatin1String entry, QStringView name)
     return entry.size() == name.size() ? 0 : (isPart ? -1 : 1);
 }
 
-/// Which lengths the words of a list have, by their first letters. Most names are no word by that alone.
-class word_lengths
+/// Which lengths and last letters the words of a list have, by their first letters. Most names are no word by
+/// that alone.
+class word_shapes
 {
 public:
-    explicit word_lengths(const reserved_word_list & of)
+    explicit word_shapes(const reserved_word_list & of)
     {
         for (const reserved_word & each : of.words) {
-            m_lengths[placeOf(QLatin1Char(each.word.front()))] |= bitOf(each.word.size());
+            const std::size_t first = placeOf(QLatin1Char(each.word.front()));
+            m_lengths[first] |= bitOf(each.word.size());
+            m_ends[first] |= quint32{1} << placeOf(QLatin1Char(each.word.back()));
         }
     }
 
     [[nodiscard]] bool mayHave(QStringView word) const
     {
-        return !word.isEmpty() && (m_lengths[placeOf(word.front())] & bitOf(word.size())) != 0;
+        if (word.isEmpty()) {
+            return false;
+        }
+        const std::size_t first = placeOf(word.front());
+        return (m_lengths[first] & bitOf(word.size())) != 0 &&
+               (m_ends[first] & (quint32{1} << placeOf(word.back()))) != 0;
     }
 
 private:
@@ -54,12 +62,13 @@ private:
     static quint32 bitOf(qsizetype length) { return quint32{1} << std::min<qsizetype>(length, 31); }
 
     std::array<quint32, Letters + 1> m_lengths{};
+    std::array<quint32, Letters + 1> m_ends{};
 };
 
 /// Of all lists, in their order.
-const std::vector<word_lengths> & lengthsOfLists()
+const std::vector<word_shapes> & shapesOfLists()
 {
-    static const std::vector<word_lengths> all(std::begin(ReservedWordLists), std::end(ReservedWordLists));
+    static const std::vector<word_shapes> all(std::begin(ReservedWordLists), std::end(ReservedWordLists));
     return all;
 }
 
@@ -71,7 +80,7 @@ bool isReserved(const facts & known, QStringView word, name_place place)
         std::find_if(std::begin(ReservedWordLists), std::end(ReservedWordLists),
                      [&known](const reserved_word_list & of) { return of.database == known.key; });
     if (list == std::end(ReservedWordLists) ||
-        !lengthsOfLists()[static_cast<std::size_t>(list - std::begin(ReservedWordLists))].mayHave(word)) {
+        !shapesOfLists()[static_cast<std::size_t>(list - std::begin(ReservedWordLists))].mayHave(word)) {
         return false;
     }
     const auto found = std::lower_bound(

@@ -56,7 +56,7 @@ void makeColumn(state & at, const table & owner, const add_column & asked, const
         taken.insert(sequences.front().name);
     }
     QList<index> indexes;
-    if (asked.definition.unique || isUniqueByType(at.types, asked.definition)) {
+    if (asked.definition.unique || at.types.of(asked.definition.type).isUnique()) {
         table with = owner;
         with.columns.push_back(made);
         indexes.push_back(uniqueIndex(at, with, made.name, taken));
@@ -135,8 +135,9 @@ refusal apply(state & at, const add_column & asked, losses & lost)
     const QString on = names.table(asked.table);
     const QString name = names.other(asked.definition.name);
     refusal why = names.why();
+    const understood_type & type = at.types.of(asked.definition.type);
     if (!why) {
-        why = {readType(at.types, asked.definition), columnObject(on, name), false};
+        why = {readType(at.known, type, asked.definition), columnObject(on, name), false};
     }
     const table * const owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
     if (owner == nullptr) {
@@ -149,11 +150,11 @@ refusal apply(state & at, const add_column & asked, losses & lost)
     const refusal ofCount = checkColumnCount(at.known, owner->name, owner->columns.size() + 1);
     const refusal ofOwnName = checkColumnName(at, *owner, name);
     const refusal ofName = ofOwnName ? ofOwnName : ofCount;
-    const refusal ofType = checkColumnType(at, *owner, asked.definition, name);
+    const refusal ofType = checkColumnType(at, *owner, type, asked.definition, name);
     if (ofName || ofType) {
         return (nameFirst && ofName) || !ofType ? ofName : ofType;
     }
-    const column made = columnOf(at.types, asked.definition, name);
+    const column made = columnOf(at.types, type, asked.definition, name);
     if (why = checkAdded(at, *owner, asked, made); why) {
         return why;
     }

@@ -88,7 +88,7 @@ refusal findRenamed(const state & at, const identifier & tableName, const identi
     found.to = names.other(to.name);
     refusal why = names.why();
     if (!why && !to.type.isEmpty()) {
-        why = {readType(at.types, to), columnObject(on, found.to), false};
+        why = {readType(at.known, at.types.of(to.type), to), columnObject(on, found.to), false};
     }
     found.owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
     if (found.owner == nullptr) {

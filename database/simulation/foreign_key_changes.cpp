@@ -74,13 +74,13 @@ private:
     /// Says what rows may have against it.
     refusal addToTable()
     {
-        const QString object = foreignKeyObject(m_made.name);
         // A row without a value in one of the columns refers to nothing.
         const bool isEmpty = std::any_of(m_made.columns.begin(), m_made.columns.end(),
                                          [&](const QString & each) { return m_at.isEmpty(*m_owner, each); });
         const bool hasRows = m_at.rowsOf(*m_owner) > 0 && !isEmpty;
         add();
-        return hasRows ? refusal{refusal_cause::rows_without_target, object, true} : refusal();
+        return hasRows ? refusal{refusal_cause::rows_without_target, foreignKeyObject(m_made.name), true}
+                       : refusal();
     }
 
     refusal readNames()
@@ -122,10 +122,9 @@ private:
     // The index of the key's own, where one is made.
     [[nodiscard]] refusal checkIndexColumns()
     {
-        QStringList once = m_made.columns;
-        const bool isRefused = m_at.known.foreignKeys.makesIndex.value && once.removeDuplicates() > 0;
+        const bool isRefused = m_at.known.foreignKeys.makesIndex.value && !areDifferent(m_made.columns);
         return isRefused ? refusal{refusal_cause::column_repeated,
-                                   columnObject(m_owner->name, once.constFirst()), false}
+                                   columnObject(m_owner->name, m_made.columns.constFirst()), false}
                          : refusal();
     }
 
@@ -184,16 +183,25 @@ private:
         return {};
     }
 
-    [[nodiscard]] bool isKey(const QStringList & columns) const
+    [[nodiscard]] bool isKey(const std::vector<key_part> & parts) const
     {
-        QStringList there = columns;
         QStringList asked = m_made.targetColumns;
-        if (!m_at.known.foreignKeys.targetMustBeWholeKey.value) {
-            return there.mid(0, asked.size()) == asked;
+        const bool isWhole = m_at.known.foreignKeys.targetMustBeWholeKey.value;
+        // In what order the columns of a whole key are named says nothing.
+        if (isWhole && asked.size() > 1) {
+            QStringList there = columnsOf(parts);
+            there.sort();
+            asked.sort();
+            return there == asked;
         }
-        there.sort();
-        asked.sort();
-        return there == asked;
+        const bool hasLength = !isWhole || parts.size() == static_cast<std::size_t>(asked.size());
+        return hasLength && beginsWith(parts, asked);
+    }
+
+    static bool areDifferent(const QStringList & names)
+    {
+        QStringList once = names;
+        return names.size() < 2 || once.removeDuplicates() == 0;
     }
 
     refusal checkTarget()
@@ -205,14 +213,12 @@ private:
         }
         const bool onlyUnique = m_at.known.foreignKeys.targetMustBeWholeKey.value;
         const bool isFound =
-            (m_target->key && isKey(columnsOf(m_target->key->parts))) ||
+            (m_target->key && isKey(m_target->key->parts)) ||
             std::any_of(m_target->indexes.begin(), m_target->indexes.end(), [&](const index & each) {
-                return (each.unique || !onlyUnique) && isKey(columnsOf(each.parts));
+                return (each.unique || !onlyUnique) && isKey(each.parts);
             });
-        QStringList once = m_made.targetColumns;
-        once.removeDuplicates();
         const bool isFitting =
-            once.size() == m_made.columns.size() && once.size() == m_made.targetColumns.size();
+            m_made.columns.size() == m_made.targetColumns.size() && areDifferent(m_made.targetColumns);
         return isFound && isFitting
                    ? refusal()
                    : refusal{refusal_cause::target_not_key, tableObject(m_target->name), false};
@@ -267,8 +273,7 @@ private:
     [[nodiscard]] bool isIndexed(const table & owner) const
     {
         const auto begins = [&](const std::vector<key_part> & parts) {
-            return columnsOf(parts).mid(0, m_made.columns.size()) == m_made.columns &&
-                   parts.front().prefix == 0;
+            return beginsWith(parts, m_made.columns) && parts.front().prefix == 0;
         };
         return (owner.key && begins(owner.key->parts)) ||
                std::any_of(owner.indexes.begin(), owner.indexes.end(),

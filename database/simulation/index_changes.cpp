@@ -30,6 +30,19 @@ refusal missingColumn(const facts & known, const table & owner, const QString & 
             columnObject(owner.name, name), false};
 }
 
+// What speaks against so many characters of the column in an index.
+refusal_cause causeAgainst(const state & at, const column & of, int prefix)
+{
+    if (prefix > 0 && !at.known.keys.prefixes.value) {
+        return refusal_cause::syntax;
+    }
+    if (prefix > 0 && !takesPrefix(at.types, of.type, prefix)) {
+        return refusal_cause::prefix_not_possible;
+    }
+    const bool isTooMuch = prefix == 0 && isUnboundedInKey(at.types, of.type);
+    return isTooMuch ? refusal_cause::text_key_without_prefix : refusal_cause::none;
+}
+
 refusal makeParts(const state & at, const table & owner, const create_index & asked, losses & lost,
                   index & made)
 {
@@ -44,15 +57,8 @@ refusal makeParts(const state & at, const table & owner, const create_index & as
         if (names.why() || of == nullptr) {
             return names.why() ? names.why() : missingColumn(at.known, owner, name);
         }
-        const QString object = columnObject(owner.name, of->name);
-        if (part.prefix > 0 && !at.known.keys.prefixes.value) {
-            return {refusal_cause::syntax, object, false};
-        }
-        if (part.prefix > 0 && !takesPrefix(at.types, of->type, part.prefix)) {
-            return {refusal_cause::prefix_not_possible, object, false};
-        }
-        if (part.prefix == 0 && isUnboundedInKey(at.types, of->type)) {
-            return {refusal_cause::text_key_without_prefix, object, false};
+        if (const refusal_cause cause = causeAgainst(at, *of, part.prefix); cause != refusal_cause::none) {
+            return {cause, columnObject(owner.name, of->name), false};
         }
         made.parts.push_back(
             {of->name, asked.unique ? part.prefix : indexedPart(at.types, of->type, part.prefix)});

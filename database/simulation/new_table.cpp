@@ -78,6 +78,8 @@ private:
         }
         m_made.name = name;
         m_columns = writtenColumns();
+        m_types.reserve(m_columns.size());
+        m_names.reserve(static_cast<qsizetype>(m_columns.size()));
         name_reader others(m_at.known, m_lost);
         refusal ofCopy;
         for (const column_definition & each : m_columns) {
@@ -87,7 +89,8 @@ private:
                 continue;
             }
             m_names += others.newColumn(each.name);
-            const refusal_cause ofType = readType(m_at.types, each);
+            m_types.push_back(&m_at.types.of(each.type));
+            const refusal_cause ofType = readType(m_at.known, *m_types.back(), each);
             if (!others.why() && ofType != refusal_cause::none) {
                 return {ofType, columnObject(name, m_names.back()), false};
             }
@@ -158,10 +161,10 @@ private:
             return {};
         }
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
-            const QString column = m_names.at(static_cast<qsizetype>(i));
-            if (!countsByType(m_at.types, m_columns[i])) {
+            if (!m_types[i]->counts()) {
                 continue;
             }
+            const QString & column = m_names.at(static_cast<qsizetype>(i));
             const QString name = m_at.freeName(m_made.name, column, QLatin1String("seq"));
             if (m_taken.contains(name)) {
                 return {refusal_cause::relation_exists, u"sequence " % name, false};
@@ -176,7 +179,7 @@ private:
     {
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
             const QString & name = m_names.at(static_cast<qsizetype>(i));
-            if (const refusal why = checkColumnType(m_at, m_made, m_columns[i], name); why) {
+            if (const refusal why = checkColumnType(m_at, m_made, *m_types[i], m_columns[i], name); why) {
                 return why;
             }
         }
@@ -201,7 +204,7 @@ private:
             if (const refusal why = checkColumnName(m_at, m_made, name); why) {
                 return why;
             }
-            m_made.columns.push_back(columnOf(m_at.types, m_columns[i], m_at.shared(name)));
+            m_made.columns.push_back(columnOf(m_at.types, *m_types[i], m_columns[i], m_at.shared(name)));
             if (m_columns[i].primaryKey) {
                 m_made.key = primary_key{{}, {{m_made.columns.back().name, 0}}};
             }
@@ -287,8 +290,7 @@ private:
         for (std::size_t i = 0; i < m_columns.size() && m_at.known.types.countedNeedsKey.value; ++i) {
             const column & own = m_made.columns.at(static_cast<qsizetype>(i));
             const QString & name = own.name;
-            const bool isIndexed = (m_made.key && m_made.key->parts.front().column == name) ||
-                                   m_columns[i].unique || isUniqueByType(m_at.types, m_columns[i]);
+            const bool isIndexed = (m_made.key && m_made.key->parts.front().column == name) || isUnique(i);
             if (own.counted && !isIndexed) {
                 return {refusal_cause::counted_not_possible, columnObject(m_made.name, name), false};
             }
@@ -323,11 +325,16 @@ private:
     // Unique columns have an index each.
     refusal checkKeys()
     {
-        const auto unique =
-            std::count_if(m_columns.begin(), m_columns.end(), [&](const column_definition & each) {
-                return each.unique || isUniqueByType(m_at.types, each);
-            });
-        return checkIndexCount(m_at.known, m_made, static_cast<std::size_t>(unique));
+        std::size_t unique = 0;
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            unique += isUnique(i) ? 1 : 0;
+        }
+        return checkIndexCount(m_at.known, m_made, unique);
+    }
+
+    [[nodiscard]] bool isUnique(std::size_t column) const
+    {
+        return m_columns[column].unique || m_types[column]->isUnique();
     }
 
     refusal makeReferences()
@@ -371,7 +378,7 @@ private:
             m_taken.insert(m_made.key->name);
         }
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
-            if (m_columns[i].unique || isUniqueByType(m_at.types, m_columns[i])) {
+            if (isUnique(i)) {
                 m_made.indexes.push_back(
                     uniqueIndex(m_at, m_made, m_names.at(static_cast<qsizetype>(i)), m_taken));
                 m_taken.insert(m_made.indexes.back().name);
@@ -384,8 +391,9 @@ private:
     const create_table & m_asked;
     losses & m_lost;
     std::span<const column_definition> m_columns;
-    QStringList m_names;   ///< of these, as they are stored
-    QSet<QString> m_taken; ///< names that were made up for the table so far
+    std::vector<const understood_type *> m_types; ///< of these
+    QStringList m_names;                          ///< of these, as they are stored
+    QSet<QString> m_taken;                        ///< names that were made up for the table so far
     table m_made;
 };
 

@@ -90,9 +90,7 @@ QStringList name_reader::others(const std::vector<identifier> & written)
 
 refusal checkNameLength(const facts & known, const identifier & written)
 {
-    // Most names are short in any unit, and need not be looked at further.
-    constexpr qsizetype MostBytes = 3; // of a UTF-16 unit
-    if (MostBytes * written.text.size() <= known.names.longest.value) {
+    if (isShort(known, written.text)) {
         return {};
     }
     const bool isTooLong =
@@ -114,22 +112,17 @@ bool endsInBlank(const facts & known, const QString & name)
 bool isSystemColumn(const facts & known, const QString & name)
 {
     const auto system = known.names.system.value;
-    return std::find(system.begin(), system.end(), name) != system.end();
+    return std::any_of(system.begin(), system.end(),
+                       [&name](QLatin1String each) { return each.size() == name.size() && each == name; });
 }
 
-bool countsByType(const known_types & types, const column_definition & asked)
+refusal_cause readType(const facts & known, const understood_type & type, const column_definition & asked)
 {
-    return types.of(asked.type).counts();
-}
-
-refusal_cause readType(const known_types & types, const column_definition & asked)
-{
-    const understood_type & type = types.of(asked.type);
-    if (isReadFirst(types.known(), type.refused)) {
+    if (type.refused != refusal_cause::none && isReadFirst(known, type.refused)) {
         return type.refused;
     }
     const bool cannotCount = asked.counted && type.row != nullptr && type.counts();
-    if (cannotCount || (asked.counted && isReadFirst(types.known(), refusal_cause::specifier_impossible) &&
+    if (cannotCount || (asked.counted && isReadFirst(known, refusal_cause::specifier_impossible) &&
                         (type.row == nullptr || !type.row->countable))) {
         return cannotCount ? refusal_cause::syntax : refusal_cause::specifier_impossible;
     }
@@ -149,11 +142,11 @@ refusal checkColumnName(const state & at, const table & owner, const QString & n
     return cause == refusal_cause::none ? refusal() : refusal{cause, columnObject(owner.name, name), false};
 }
 
-refusal checkColumnType(const state & at, const table & owner, const column_definition & asked,
-                        const QString & name)
+refusal checkColumnType(const state & at, const table & owner, const understood_type & type,
+                        const column_definition & asked, const QString & name)
 {
-    if (const refusal_cause cause = refusalOf(at.types, asked.type); cause != refusal_cause::none) {
-        return {cause, columnObject(owner.name, name), false};
+    if (type.refused != refusal_cause::none) {
+        return {type.refused, columnObject(owner.name, name), false};
     }
     const QLatin1String countable = at.known.types.countableType.value;
     const auto isOfOtherType = [&] { return asked.type.compare(countable, Qt::CaseInsensitive) != 0; };
@@ -163,9 +156,10 @@ refusal checkColumnType(const state & at, const table & owner, const column_defi
     return {};
 }
 
-column columnOf(const known_types & types, const column_definition & asked, const QString & name)
+column columnOf(const known_types & types, const understood_type & type, const column_definition & asked,
+                const QString & name)
 {
-    const bool isCounted = countsByType(types, asked);
+    const bool isCounted = type.counts();
     return {name, types.shared(asked.type), asked.notNull || isCounted, asked.counted || isCounted};
 }
 
@@ -207,10 +201,11 @@ QStringList columnsOf(const std::vector<key_part> & parts)
     return names;
 }
 
-bool isUniqueByType(const known_types & types, const column_definition & asked)
+bool beginsWith(const std::vector<key_part> & parts, const QStringList & columns)
 {
-    const understood_type & type = types.of(asked.type);
-    return type.row != nullptr && type.row->isUnique;
+    return parts.size() >= static_cast<std::size_t>(columns.size()) &&
+           std::equal(columns.begin(), columns.end(), parts.begin(),
+                      [](const QString & column, const key_part & part) { return column == part.column; });
 }
 
 } // namespace database

@@ -48,23 +48,23 @@ private:
 /// Whether the name ends in a way that no name of a column may.
 [[nodiscard]] bool endsInBlank(const facts & known, const QString & name);
 [[nodiscard]] bool isSystemColumn(const facts & known, const QString & name);
-[[nodiscard]] bool countsByType(const known_types & types, const column_definition & asked);
-/// What of a column's type is told before what is there is looked at.
-[[nodiscard]] refusal_cause readType(const known_types & types, const column_definition & asked);
+/// What of a column's type is told before what is there is looked at. Here and below `type` is what the
+/// database makes of the type of the column that is asked for.
+[[nodiscard]] refusal_cause readType(const facts & known, const understood_type & type,
+                                     const column_definition & asked);
 /// Whether the column can have the name beside those that the table has.
 [[nodiscard]] refusal checkColumnName(const state & at, const table & owner, const QString & name);
 /// Whether the column can have its type, and be counted if it is to be.
-[[nodiscard]] refusal checkColumnType(const state & at, const table & owner, const column_definition & asked,
-                                      const QString & name);
-[[nodiscard]] column columnOf(const known_types & types, const column_definition & asked,
-                              const QString & name);
+[[nodiscard]] refusal checkColumnType(const state & at, const table & owner, const understood_type & type,
+                                      const column_definition & asked, const QString & name);
+[[nodiscard]] column columnOf(const known_types & types, const understood_type & type,
+                              const column_definition & asked, const QString & name);
 /// The name of an index that is named like its first column, with a number after it while that is taken.
 [[nodiscard]] QString nameLikeColumn(const state & at, const table & owner, const QString & column);
 /// The index that a unique column gets, beside those of the table.
 [[nodiscard]] index uniqueIndex(const state & at, const table & owner, const QString & name,
                                 const QSet<QString> & taken);
 [[nodiscard]] QStringList columnsOf(const std::vector<key_part> & parts);
-/// Whether a column is unique without saying so.
-[[nodiscard]] bool isUniqueByType(const known_types & types, const column_definition & asked);
-
+/// Whether these columns are the first ones, in their order.
+[[nodiscard]] bool beginsWith(const std::vector<key_part> & parts, const QStringList & columns);
 } // namespace database

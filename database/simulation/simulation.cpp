@@ -135,7 +135,7 @@ refusal checkBeginning(const state & at, const change & asked)
             if (names.why() && !isLookedUp(names.why().cause)) {
                 return names.why();
             }
-            if (const refusal why = {readType(at.types, each), name, false}; why) {
+            if (const refusal why = {readType(known, at.types.of(each.type), each), name, false}; why) {
                 return why;
             }
         }
@@ -188,6 +188,28 @@ verdict simulation::run(const statement & written, row_values values)
     return said;
 }
 
+const table * simulation::madeByItself(const statement & last) const
+{
+    const auto * const asked = std::get_if<create_table>(&last.asked);
+    // Where a table may be there already it need not be the one that was made.
+    if (asked == nullptr || asked->ifNotExists || last.isCutShort) {
+        return nullptr;
+    }
+    const state & now = *m_memory->now;
+    const auto found = now.held().tables.find(nameKey(now.known, asked->table, name_place::table));
+    return found != now.held().tables.end() && now.isMadeByItself(found->second) ? &found->second : nullptr;
+}
+
+bool simulation::makeAgain(const table & made)
+{
+    const bool hasRoom = m_memory->now->hasRoomFor(made);
+    if (hasRoom) {
+        ++m_memory->number;
+        m_memory->now->add(made, 0);
+    }
+    return hasRoom;
+}
+
 void simulation::putRows(const QString & table, int count)
 {
     m_memory->now->forgetEmpty();
@@ -206,7 +228,7 @@ void simulation::putRowIntoEach()
 
 catalogue simulation::held() const
 {
-    return normalForm(stored(), m_memory->now->known);
+    return normalForm(stored(), m_memory->now->types);
 }
 
 const catalogue & simulation::stored() const

@@ -33,6 +33,13 @@ public:
     /// `values` has a say only in what is `maybe_refused`.
     verdict run(const statement & asked, row_values values = row_values::fitting);
 
+    /// The table that the statement run last made, when it makes the same one wherever no name of it is
+    /// taken; else none.
+    [[nodiscard]] const table * madeByItself(const statement & last) const;
+    /// Makes such a table, which counts as running the statement that made it. False, and nothing is done,
+    /// where one of its names is taken: then the statement is to be run.
+    bool makeAgain(const table & made);
+
     /// Puts rows into a table, as a program that uses the database would; tables are empty when they are
     /// made. A table that is not there, or has more rows already, is left alone.
     void putRows(const QString & table, int count);

@@ -28,20 +28,49 @@ QString foreignKeyObject(const QString & name)
     return u"foreign key " % name;
 }
 
+held_catalogue::held_catalogue(catalogue begin) : m_held(std::move(begin))
+{
+    m_tables.reserve(static_cast<qsizetype>(m_held.tables.size()));
+    for (auto & [key, each] : m_held.tables) {
+        m_tables.insert(key, &each);
+    }
+}
+
+table & held_catalogue::put(const QString & key, table made)
+{
+    table & place = m_held.tables[key];
+    place = std::move(made);
+    m_tables.insert(key, &place);
+    return place;
+}
+
+void held_catalogue::remove(const QString & key)
+{
+    m_tables.remove(key);
+    m_held.tables.erase(key);
+}
+
+void held_catalogue::rename(const QString & from, const QString & to)
+{
+    auto node = m_held.tables.extract(from);
+    node.key() = to;
+    m_held.tables.insert(std::move(node));
+    m_tables.insert(to, m_tables.take(from));
+}
+
 state::state(const facts & rules, catalogue begin) : known(rules), types(rules), m_held(std::move(begin))
 {
-    for (const auto & [key, owner] : m_held.tables) {
+    for (const auto & [key, owner] : held().tables) {
         enter(owner);
     }
-    for (const sequence & alone : m_held.sequences) {
+    for (const sequence & alone : held().sequences) {
         m_relations.insert(foldedName(known, alone.name), {});
     }
 }
 
 const table * state::find(const QString & name) const
 {
-    const auto found = m_held.tables.find(keyOf(name));
-    return found == m_held.tables.end() ? nullptr : &found->second;
+    return m_held.find(keyOf(name));
 }
 
 const table * state::need(const QString & name, refusal_cause ifMissing, refusal & why) const
@@ -56,8 +85,15 @@ const table * state::need(const QString & name, refusal_cause ifMissing, refusal
 
 const column * state::findColumn(const table & owner, const QString & name) const
 {
-    const auto found = std::find_if(owner.columns.begin(), owner.columns.end(),
-                                    [&](const column & each) { return isSameName(known, each.name, name); });
+    const bool isLetterByLetter = areComparedByLetters(known);
+    // Where letters are compared with letters most names differ at a glance.
+    const auto mayBeIt = [&](const QString & other) {
+        return other.size() == name.size() &&
+               (name.isEmpty() || ((other.back().unicode() ^ name.back().unicode()) & ~0x20) == 0);
+    };
+    const auto found = std::find_if(owner.columns.begin(), owner.columns.end(), [&](const column & each) {
+        return (!isLetterByLetter || mayBeIt(each.name)) && isSameName(known, each.name, name);
+    });
     return found == owner.columns.end() ? nullptr : &*found;
 }
 
@@ -72,13 +108,13 @@ const index * state::findIndex(const table & owner, const QString & name) const
 const table * state::ownerOfIndex(const QString & name) const
 {
     const auto found = m_indexes.constFind(foldedName(known, name));
-    return found == m_indexes.constEnd() ? nullptr : &m_held.tables.at(*found);
+    return found == m_indexes.constEnd() ? nullptr : m_held.find(*found);
 }
 
 const table * state::ownerOfTrigger(const QString & name) const
 {
     const auto found = m_triggers.constFind(foldedName(known, name));
-    return found == m_triggers.constEnd() ? nullptr : &m_held.tables.at(*found);
+    return found == m_triggers.constEnd() ? nullptr : m_held.find(*found);
 }
 
 bool state::refersTo(const foreign_key & key, const table & target) const
@@ -90,7 +126,7 @@ std::vector<const table *> state::referrersOf(const table & target) const
 {
     std::vector<const table *> found;
     for (const QString & key : m_referrers.value(keyOf(target.name))) {
-        found.push_back(&m_held.tables.at(key));
+        found.push_back(m_held.find(key));
     }
     return found;
 }
@@ -148,7 +184,29 @@ void state::add(table made, int rows)
 {
     const QString key = keyOf(made.name);
     m_rows[key] = rows;
-    enter(m_held.tables[key] = std::move(made));
+    enter(m_held.put(key, std::move(made)));
+}
+
+bool state::isMadeByItself(const table & made) const
+{
+    // Only these names are made up so that they differ from all others; numbers stand at their ends.
+    if (!known.scopes.namesKeysAndSequences.value) {
+        return true;
+    }
+    const auto isNumbered = [](const auto & each) {
+        return !each.name.isEmpty() && each.name.back().isDigit();
+    };
+    return !(made.key && isNumbered(*made.key)) &&
+           std::none_of(made.sequences.begin(), made.sequences.end(), isNumbered) &&
+           std::none_of(made.indexes.begin(), made.indexes.end(), isNumbered);
+}
+
+bool state::hasRoomFor(const table & made) const
+{
+    const auto isFree = [this](const auto & each) { return each.name.isEmpty() || !isTaken(each.name); };
+    return isFree(made) && (!made.key || isFree(*made.key)) &&
+           std::all_of(made.sequences.begin(), made.sequences.end(), isFree) &&
+           std::all_of(made.indexes.begin(), made.indexes.end(), isFree);
 }
 
 void state::remove(const table & gone)
@@ -156,32 +214,34 @@ void state::remove(const table & gone)
     const QString key = keyOf(gone.name);
     leave(gone);
     m_rows.remove(key);
-    m_held.tables.erase(key);
+    m_held.remove(key);
 }
 
 void state::change(const table & owner, const std::function<void(table &)> & how)
 {
     leave(owner);
-    auto node = m_held.tables.extract(keyOf(owner.name));
-    const int rows = m_rows.take(node.key());
-    how(node.mapped());
-    node.key() = keyOf(node.mapped().name);
-    m_rows[node.key()] = rows;
-    enter(m_held.tables.insert(std::move(node)).position->second);
+    const QString key = keyOf(owner.name);
+    table & changed = *m_held.find(key);
+    how(changed);
+    if (const QString now = keyOf(changed.name); now != key) {
+        m_held.rename(key, now);
+        m_rows[now] = m_rows.take(key);
+    }
+    enter(changed);
 }
 
 void state::addIndex(const table & owner, index made)
 {
-    const auto found = m_held.tables.find(keyOf(owner.name));
-    enter(found->first, made);
-    found->second.indexes.push_back(std::move(made));
+    const QString key = keyOf(owner.name);
+    enter(key, made);
+    m_held.find(key)->indexes.push_back(std::move(made));
 }
 
 void state::addForeignKey(const table & owner, foreign_key made)
 {
-    const auto found = m_held.tables.find(keyOf(owner.name));
-    enter(found->first, made);
-    found->second.foreignKeys.push_back(std::move(made));
+    const QString key = keyOf(owner.name);
+    enter(key, made);
+    m_held.find(key)->foreignKeys.push_back(std::move(made));
 }
 
 QString state::shared(const QString & columnName)
@@ -192,7 +252,7 @@ QString state::shared(const QString & columnName)
 void state::addSequence(const sequence & made)
 {
     m_relations.insert(foldedName(known, made.name), {});
-    m_held.sequences.push_back(made);
+    m_held.addSequence(made);
 }
 
 bool state::renameRelation(const QString & from, const QString & to)
@@ -201,7 +261,7 @@ bool state::renameRelation(const QString & from, const QString & to)
     if (key.isEmpty()) {
         return false;
     }
-    change(m_held.tables.at(key), [&](table & owner) {
+    change(*m_held.find(key), [&](table & owner) {
         for (sequence & each : owner.sequences) {
             each.name = each.name == from ? to : each.name;
         }
@@ -237,11 +297,11 @@ bool state::isFilled(const table & owner, const QString & column) const
 
 QString state::holderOf(const QString & name) const
 {
-    const auto owner = m_held.tables.find(m_relations.value(keyOf(name)));
-    if (owner == m_held.tables.end() || keyOf(owner->second.name) == keyOf(name)) {
+    const table * const owner = m_held.find(m_relations.value(keyOf(name)));
+    if (owner == nullptr || keyOf(owner->name) == keyOf(name)) {
         return tableObject(name);
     }
-    const table & of = owner->second;
+    const table & of = *owner;
     const auto isIt = [&](const auto & each) { return foldedName(known, each.name) == keyOf(name); };
     if (std::any_of(of.indexes.begin(), of.indexes.end(), isIt)) {
         return indexObject(name);
@@ -249,32 +309,36 @@ QString state::holderOf(const QString & name) const
     return (of.key && isIt(*of.key) ? QLatin1String("key ") : QLatin1String("sequence ")) + name;
 }
 
-std::vector<QString> state::sharedNamesOf(const table & owner) const
+template <class Taker>
+void state::takeSharedNames(const table & owner, const Taker & take) const
 {
-    std::vector<QString> names = {keyOf(owner.name)};
+    const auto takeName = [&](const QString & name) {
+        if (!name.isEmpty()) {
+            take(foldedName(known, name));
+        }
+    };
+    if (!owner.name.isEmpty()) {
+        take(keyOf(owner.name));
+    }
     if (known.scopes.tablesShareWithIndexes.value) {
         for (const index & each : owner.indexes) {
-            names.push_back(foldedName(known, each.name));
+            takeName(each.name);
         }
     }
     if (known.scopes.namesKeysAndSequences.value) {
         for (const sequence & each : owner.sequences) {
-            names.push_back(foldedName(known, each.name));
+            takeName(each.name);
         }
         if (owner.key) {
-            names.push_back(foldedName(known, owner.key->name));
+            takeName(owner.key->name);
         }
     }
-    std::erase_if(names, [](const QString & name) { return name.isEmpty(); });
-    return names;
 }
 
 void state::enter(const table & owner)
 {
     const QString key = keyOf(owner.name);
-    for (const QString & name : sharedNamesOf(owner)) {
-        m_relations.insert(name, key);
-    }
+    takeSharedNames(owner, [&](const QString & name) { m_relations.insert(name, key); });
     for (const index & each : owner.indexes) {
         enter(key, each);
     }
@@ -307,9 +371,7 @@ void state::enter(const QString & key, const foreign_key & made)
 void state::leave(const table & owner)
 {
     const QString key = keyOf(owner.name);
-    for (const QString & name : sharedNamesOf(owner)) {
-        m_relations.remove(name);
-    }
+    takeSharedNames(owner, [&](const QString & name) { m_relations.remove(name); });
     for (const index & each : owner.indexes) {
         m_indexes.remove(foldedName(known, each.name));
     }

@@ -18,6 +18,31 @@ namespace database {
 [[nodiscard]] QString indexObject(const QString & name);
 [[nodiscard]] QString foreignKeyObject(const QString & name);
 
+/// A catalogue whose tables are found without a walk down its tree. They stay where they are until they are
+/// removed.
+class held_catalogue
+{
+public:
+    explicit held_catalogue(catalogue begin);
+    held_catalogue(const held_catalogue & other) : held_catalogue(other.m_held) {}
+    held_catalogue & operator=(const held_catalogue &) = delete;
+    ~held_catalogue() = default;
+
+    [[nodiscard]] const catalogue & all() const { return m_held; }
+    /// Null when there is no such table. So it is below.
+    [[nodiscard]] const table * find(const QString & key) const { return m_tables.value(key); }
+    [[nodiscard]] table * find(const QString & key) { return m_tables.value(key); }
+    table & put(const QString & key, table made);
+    void remove(const QString & key);
+    /// Gives the table another key, which is free.
+    void rename(const QString & from, const QString & to);
+    void addSequence(const sequence & made) { m_held.sequences.push_back(made); }
+
+private:
+    catalogue m_held;
+    QHash<QString, table *> m_tables;
+};
+
 /// A catalogue under the rules of one database, with what finds things in it without a walk over all tables.
 class state
 {
@@ -27,7 +52,7 @@ public:
     const facts & known;     ///< what the database is
     const known_types types; ///< those that it met
 
-    [[nodiscard]] const catalogue & held() const { return m_held; }
+    [[nodiscard]] const catalogue & held() const { return m_held.all(); }
 
     /// The table of that name, as stored; none when there is no such table.
     [[nodiscard]] const table * find(const QString & name) const;
@@ -63,6 +88,11 @@ public:
     void setRows(const QString & name, int count);
 
     void add(table made, int rows);
+    /// Whether the statement that made the table just now makes the same one wherever none of its names is
+    /// taken: no name was numbered since another has it.
+    [[nodiscard]] bool isMadeByItself(const table & made) const;
+    /// Whether none of the names of a table that is not there is taken.
+    [[nodiscard]] bool hasRoomFor(const table & made) const;
     void remove(const table & gone);
     /// Changes a table, its name included; what finds things follows.
     void change(const table & owner, const std::function<void(table &)> & how);
@@ -83,13 +113,15 @@ public:
 
 private:
     [[nodiscard]] QString keyOf(const QString & name) const { return foldedTable(known, name); }
-    [[nodiscard]] std::vector<QString> sharedNamesOf(const table & owner) const;
+    /// Calls `take` with each name of the table that is of the space of names that tables are of.
+    template <class Taker>
+    void takeSharedNames(const table & owner, const Taker & take) const;
     void enter(const table & owner);
     void leave(const table & owner);
     void enter(const QString & key, const index & made);
     void enter(const QString & key, const foreign_key & made);
 
-    catalogue m_held;
+    held_catalogue m_held;
     QHash<QString, QString> m_relations;           ///< name to the key of the table that it is of
     QHash<QString, QString> m_indexes;             ///< the same, of indexes alone
     QHash<QString, QString> m_triggers;            ///< those that count, by name, to the key of the table

@@ -6,7 +6,7 @@ namespace database {
 
 namespace {
 
-constexpr const char * AfterNewType[] = {"USING", "COLLATE"};
+constexpr std::string_view AfterNewType[] = {"USING", "COLLATE"};
 
 // After UNIQUE: INDEX, KEY and a name may stand before the columns.
 reading readUnique(token_cursor & at, const identifier & table, identifier name)

@@ -148,19 +148,15 @@ reading readProcedure(token_cursor & at)
 
 bool isWithoutChange(const token_cursor & at)
 {
-    constexpr const char * Words[] = {"PRAGMA", "BEGIN",  "COMMIT", "END", "START",  "INSERT",
-                                      "UPDATE", "DELETE", "SELECT", "SET", "VACUUM", "ANALYZE"};
+    constexpr std::string_view Words[] = {"PRAGMA", "BEGIN",  "COMMIT", "END", "START",  "INSERT",
+                                          "UPDATE", "DELETE", "SELECT", "SET", "VACUUM", "ANALYZE"};
     return std::any_of(std::begin(Words), std::end(Words),
-                       [&at](const char * word) { return at.isAt({word}); });
+                       [&at](std::string_view word) { return at.isAt({word}); });
 }
 
 // Gives whether all of the statement was read.
 bool readForm(token_cursor & at, reading & into)
 {
-    if (isWithoutChange(at)) {
-        into = no_change{};
-        return true;
-    }
     if (at.take({"CREATE"})) {
         return readCreate(at, into);
     }
@@ -172,6 +168,8 @@ bool readForm(token_cursor & at, reading & into)
         into = readAlter(at);
     } else if (at.take({"EXEC"})) {
         into = readProcedure(at);
+    } else if (isWithoutChange(at)) {
+        into = no_change{};
     }
     return into.has_value();
 }

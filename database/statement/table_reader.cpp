@@ -5,9 +5,9 @@ namespace database {
 namespace {
 
 // A type ends before these. Those that no form of ours has make the statement an unknown one.
-constexpr const char * AfterType[] = {"NOT",     "NULL",       "PRIMARY", "AUTOINCREMENT", "AUTO_INCREMENT",
-                                      "UNIQUE",  "IDENTITY",   "DEFAULT", "CHECK",         "REFERENCES",
-                                      "COLLATE", "CONSTRAINT", "COMMENT", "GENERATED"};
+constexpr std::string_view AfterType[] = {
+    "NOT",     "NULL",  "PRIMARY",    "AUTOINCREMENT", "AUTO_INCREMENT", "UNIQUE",  "IDENTITY",
+    "DEFAULT", "CHECK", "REFERENCES", "COLLATE",       "CONSTRAINT",     "COMMENT", "GENERATED"};
 
 bool readIdentity(token_cursor & at)
 {
@@ -53,7 +53,7 @@ bool readClause(token_cursor & at, column_definition & column)
 // What happens to rows that refer to one that goes or changes.
 bool takeAction(token_cursor & at)
 {
-    for (const char * const event : {"DELETE", "UPDATE"}) {
+    for (const std::string_view event : {"DELETE", "UPDATE"}) {
         if (at.take({"ON", event, "CASCADE"}) || at.take({"ON", event, "RESTRICT"}) ||
             at.take({"ON", event, "SET", "NULL"}) || at.take({"ON", event, "NO", "ACTION"}) ||
             at.take({"ON", event, "SET", "DEFAULT"})) {
@@ -188,6 +188,8 @@ bool readTable(token_cursor & at, create_table & into)
     if (at.take(token_kind::close)) {
         return true;
     }
+    constexpr std::size_t FewestTokens = 3; // of a column: a name, a type, a comma
+    into.columns.reserve(at.left() / FewestTokens);
     do {
         if (!readItem(at, into)) {
             return false;

@@ -1,5 +1,8 @@
 #include "database/statement/token.h"
 
+#include <algorithm>
+#include <array>
+
 namespace database {
 
 namespace {
@@ -12,6 +15,42 @@ constexpr char16_t lower(char16_t c)
 constexpr QChar endOf(QChar quote)
 {
     return quote == u'[' ? QChar(u']') : quote;
+}
+
+constexpr bool isBlank(char16_t c)
+{
+    return c == u' ' || (c >= u'\t' && c <= u'\r');
+}
+
+// A quotation mark in the middle makes no quotation: what stands around it is no name of any database.
+constexpr bool isMark(char16_t c)
+{
+    return c == u'(' || c == u')' || c == u',' || c == u';' || c == u'`' || c == u'\'';
+}
+
+/// Of the characters of which nearly all texts consist, since each of them is looked at.
+template <bool (*Has)(char16_t)>
+constexpr std::array<bool, 0x80> Plain = [] {
+    std::array<bool, 0x80> has{};
+    for (std::size_t c = 0; c < has.size(); ++c) {
+        has[c] = Has(static_cast<char16_t>(c));
+    }
+    return has;
+}();
+
+constexpr bool endsPlainWord(char16_t c)
+{
+    return isBlank(c) || isMark(c);
+}
+
+bool isSpace(QChar c)
+{
+    return c.unicode() < 0x80 ? Plain<isBlank>[c.unicode()] : c.isSpace();
+}
+
+bool endsWord(QChar c)
+{
+    return c.unicode() < 0x80 ? Plain<endsPlainWord>[c.unicode()] : c.isSpace();
 }
 
 class tokenizer
@@ -51,7 +90,7 @@ private:
     bool skipBlanks()
     {
         while (m_position < m_text.size()) {
-            if (m_text[m_position].isSpace()) {
+            if (isSpace(m_text[m_position])) {
                 ++m_position;
             } else if (isAt(u'-', u'-')) {
                 skipTo(QLatin1String("\n"));
@@ -136,22 +175,6 @@ private:
         return true;
     }
 
-    // A quotation mark in the middle makes no quotation: what stands around it is no name of any database.
-    static bool endsWord(QChar c)
-    {
-        switch (c.unicode()) {
-        case '(':
-        case ')':
-        case ',':
-        case ';':
-        case '`':
-        case '\'':
-            return true;
-        default:
-            return c.isSpace();
-        }
-    }
-
     // A name that a database would want in quotation marks stays one word: who judges it has to see it whole.
     void readWord()
     {
@@ -169,25 +192,17 @@ private:
 
 } // namespace
 
-bool token::isWord(const char * keyword) const
+bool token::hasLettersOf(std::string_view keyword) const
 {
-    if (kind != token_kind::word) {
-        return false;
-    }
-    for (const QChar c : inside) {
-        const char next = *keyword++;
-        if (next == '\0' || lower(c.unicode()) != lower(static_cast<unsigned char>(next))) {
-            return false;
-        }
-    }
-    return *keyword == '\0';
+    return std::equal(keyword.begin(), keyword.end(), inside.begin(), [](char expected, QChar c) {
+        return lower(c.unicode()) == lower(static_cast<unsigned char>(expected));
+    });
 }
 
 QString token::text() const
 {
     QString said = inside.toString();
-    if (!quote.isNull()) {
-        const QChar mark = endOf(quote);
+    if (const QChar mark = endOf(quote); !quote.isNull() && inside.contains(mark)) {
         said.replace(QString(2, mark), QString(mark));
     }
     return said;

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringView>
 
+#include <string_view>
 #include <vector>
 
 namespace database {
@@ -29,9 +30,18 @@ struct token
     qsizetype end = 0;
 
     /// Whether it is that word, in any case of A to Z.
-    [[nodiscard]] bool isWord(const char * keyword) const;
+    [[nodiscard]] bool isWord(std::string_view keyword) const
+    {
+        // Most words differ in their length from most keywords, of which each is compared with many.
+        return kind == token_kind::word && static_cast<std::size_t>(inside.size()) == keyword.size() &&
+               hasLettersOf(keyword);
+    }
     /// What it says: marks that are written twice inside are single.
     [[nodiscard]] QString text() const;
+
+private:
+    /// Of a keyword that is as long as the token.
+    [[nodiscard]] bool hasLettersOf(std::string_view keyword) const;
 };
 
 /// The tokens of a text of statements; comments are left out. Every character that is no blank and in no

@@ -4,20 +4,10 @@
 
 namespace database {
 
-const token * token_cursor::peek(std::size_t ahead) const
-{
-    return m_position + ahead < m_tokens.size() ? &m_tokens[m_position + ahead] : nullptr;
-}
-
-bool token_cursor::isAt(token_kind kind) const
-{
-    return !isAtEnd() && peek()->kind == kind;
-}
-
-bool token_cursor::isAt(std::initializer_list<const char *> words) const
+bool token_cursor::areNext(std::initializer_list<std::string_view> words) const
 {
     std::size_t ahead = 0;
-    return std::all_of(words.begin(), words.end(), [this, &ahead](const char * word) {
+    return std::all_of(words.begin(), words.end(), [this, &ahead](std::string_view word) {
         const token * const found = peek(ahead++);
         return found != nullptr && found->isWord(word);
     });
@@ -27,13 +17,6 @@ bool token_cursor::take(token_kind kind)
 {
     const bool found = isAt(kind);
     m_position += found ? 1 : 0;
-    return found;
-}
-
-bool token_cursor::take(std::initializer_list<const char *> words)
-{
-    const bool found = isAt(words);
-    m_position += found ? words.size() : 0;
     return found;
 }
 
@@ -71,13 +54,13 @@ std::optional<int> token_cursor::takeNumberInBrackets()
     return value;
 }
 
-QString token_cursor::takeUntil(std::span<const char * const> words)
+QString token_cursor::takeUntil(std::span<const std::string_view> words)
 {
     const std::size_t first = m_position;
     for (int depth = 0; !isAtEnd(); ++m_position) {
         const token & next = *peek();
-        const bool isEndWord =
-            std::any_of(words.begin(), words.end(), [&next](const char * word) { return next.isWord(word); });
+        const bool isEndWord = std::any_of(words.begin(), words.end(),
+                                           [&next](std::string_view word) { return next.isWord(word); });
         if (depth == 0 && (isEndWord || next.kind == token_kind::comma || next.kind == token_kind::close)) {
             break;
         }

@@ -193,6 +193,54 @@ private Q_SLOTS:
         QCOMPARE(found.findings.at(1).message,
                  QString("PostgreSQL 15 does this script in part: of its statements 2 run and 1 do not."));
     }
+    void tablesOfAnotherVersionAreMadeAgain()
+    {
+        const std::vector<const char *> first = {"CREATE TABLE a (id SERIAL NOT NULL PRIMARY KEY);",
+                                                 "CREATE TABLE b (id INTEGER, x SMALLTEXT);",
+                                                 "CREATE TABLE c (id INTEGER);", "CREATE INDEX i ON a (id);"};
+        const std::vector<const char *> second = {"CREATE TABLE a_pkey (id INTEGER);", first[0], first[1],
+                                                  first[2], "CREATE TABLE d (id INTEGER);"};
+        database::table_memory memory;
+        report found;
+        const database::facts & known = *database::factsOf(u"postgresql");
+        checker before(known, "postgresql", &memory);
+        before.run(scriptOf("v1.sql", first), &found);
+        QCOMPARE(told(found), QStringList("KV113 error refused always line 2"));
+        QVERIFY(memory.find(first[0]) != nullptr);
+        QCOMPARE(memory.find(first[0])->written, QString("a"));
+        QVERIFY(memory.find(first[1]) == nullptr);
+
+        checker now(known, "postgresql", &memory);
+        script full = scriptOf("v2.sql", second);
+        full.records[3].entity = 7;
+        now.runUntold(full);
+        QCOMPARE(database::linesOf(now.held()),
+                 (QStringList{"column a.id integer NOT NULL counted", "column a_pkey.id integer",
+                              "column c.id integer", "column d.id integer", "key a (id) a_pkey1",
+                              "sequence a_id_seq", "table a", "table a_pkey", "table c", "table d"}));
+        QCOMPARE(now.made().makerOf(7), QString("v2.sql"));
+        report after;
+        now.run(scriptOf("v3.sql", {"DROP TABLE b;"}, true), &after);
+        QCOMPARE(told(after), QStringList("KV200 error refused always line 1"));
+        QVERIFY2(after.findings.at(0).message.endsWith("since line 3 of v2.sql was refused."),
+                 qPrintable(after.findings.at(0).message));
+
+        memory.beginScript();
+        QVERIFY(memory.find(first[2]) != nullptr);
+        memory.beginScript();
+        QVERIFY(memory.find(first[2]) != nullptr);
+        QVERIFY(memory.find(second[4]) == nullptr);
+    }
+    void replacedTextsAreReadAnew()
+    {
+        database::table_memory memory;
+        checker check(*database::factsOf(u"postgresql"), "postgresql", &memory);
+        script full = scriptOf("v1.sql", {"CREATE TABLE a (id INTEGER);"});
+        full.records[0].defaultText = QStringLiteral("CREATE TABLE b (id INTEGER);");
+        check.run(full, nullptr);
+        QCOMPARE(check.held().tables.size(), std::size_t(1));
+        QVERIFY(memory.find(QStringLiteral("CREATE TABLE a (id INTEGER);")) == nullptr);
+    }
     void fingerprintsSurviveNamesAndLines()
     {
         finding first;

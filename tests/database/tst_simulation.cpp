@@ -34,6 +34,14 @@ public:
     }
     QStringList lines() { return linesOf(m_simulation.held()); }
     simulation & database() { return m_simulation; }
+    /// Runs the one statement; what it made when that is the same anywhere.
+    std::optional<table> madeByItself(const QString & text)
+    {
+        const statement read = readStatements(text).front();
+        m_simulation.run(read);
+        const table * const made = m_simulation.madeByItself(read);
+        return made == nullptr ? std::nullopt : std::optional(*made);
+    }
 
 private:
     simulation m_simulation;
@@ -369,6 +377,49 @@ private Q_SLOTS:
         script sqlite(u"sqlite");
         sqlite.run(made);
         QVERIFY(sqlite.lines().contains("column a.id NUMBER(10)"));
+    }
+    void aTableIsMadeAgain()
+    {
+        const QString text =
+            "CREATE TABLE A (id SERIAL NOT NULL, x INTEGER UNIQUE, CONSTRAINT k PRIMARY KEY (id))";
+        const auto made = script(u"postgresql").madeByItself(text);
+        QVERIFY(made);
+        script other(u"postgresql");
+        QCOMPARE(other.run("DROP TABLE b").consequenceOf, -1); // 0
+        QVERIFY(other.database().makeAgain(*made));            // 1
+        QCOMPARE(other.lines(),
+                 (QStringList{"column a.id integer NOT NULL counted", "column a.x integer",
+                              "key a (id) a_pkey", "sequence a_id_seq", "table a", "unique a (x) a_x_key"}));
+        QCOMPARE(other.code("CREATE TABLE a (id INTEGER)"), QString("42P07"));          // 2
+        QCOMPARE(other.code("CREATE INDEX a_x_key ON a (x)"), QString("42P07"));        // 3
+        QCOMPARE(other.code("ALTER TABLE a ADD COLUMN b SMALLTEXT"), QString("42704")); // 4
+        QCOMPARE(other.run("CREATE INDEX i ON a (b)").consequenceOf, 4);
+    }
+    void aTableIsNotMadeAgainWhereANameIsTaken()
+    {
+        const auto made =
+            script(u"postgresql")
+                .madeByItself("CREATE TABLE a (id SERIAL NOT NULL PRIMARY KEY, x INTEGER UNIQUE)");
+        QVERIFY(made);
+        for (const char * name : {"a", "a_pkey", "a_id_seq", "a_x_key"}) {
+            script other(u"postgresql");
+            other.run(QString("CREATE TABLE %1 (y INTEGER)").arg(name));
+            QVERIFY2(!other.database().makeAgain(*made), name);
+            QCOMPARE(other.lines(),
+                     (QStringList{QString("column %1.y integer").arg(name), QString("table %1").arg(name)}));
+        }
+    }
+    void aTableThatDependsOnOthersIsNotMadeAgain()
+    {
+        script numbered(u"postgresql");
+        numbered.run("CREATE TABLE a_pkey (x INTEGER)");
+        QVERIFY(!numbered.madeByItself("CREATE TABLE a (id INTEGER PRIMARY KEY)"));
+        QVERIFY(numbered.lines().contains("key a (id) a_pkey1"));
+        script there(u"sqlite");
+        there.run("CREATE TABLE a (x INTEGER)");
+        QVERIFY(!there.madeByItself("CREATE TABLE IF NOT EXISTS a (id INTEGER)"));
+        QVERIFY(!there.madeByItself("CREATE INDEX i ON a (x)"));
+        QVERIFY(there.madeByItself("CREATE TABLE b (id INTEGER)"));
     }
     void documentedDatabasesAnswerAsWell()
     {
