@@ -70,7 +70,7 @@ private Q_SLOTS:
         catalogue held;
         held.tables["a"].name = QStringLiteral("a");
         held.tables["a"].sequences = {{QStringLiteral("a_id_seq"), QStringLiteral("id")}};
-        held.tables["a"].triggers = {{QStringLiteral("count_a")}};
+        held.tables["a"].triggers = {{QStringLiteral("count_a"), {}}};
         held.sequences = {{QStringLiteral("alone"), {}}};
         QCOMPARE(linesOf(held),
                  (QStringList{"sequence a_id_seq", "sequence alone", "table a", "trigger count_a"}));
