@@ -15,12 +15,12 @@ namespace app {
 namespace {
 
 const char Help[] =
-    "DIR is made when it is not there. Pages that this command wrote there before are replaced, and removed "
-    "when\n"
-    "they belong to nothing any more; other files stay. DIR/korvane-pages.txt lists what was written.\n"
+    "DIR is made when it is not there. Pages that this command wrote there before are replaced, and\n"
+    "removed when they belong to nothing any more; other files stay. DIR/korvane-pages.txt lists what\n"
+    "was written.\n"
     "\n"
-    "The pages need no server: open DIR/index.html. SQL types are those of an export without the custom "
-    "script.\n"
+    "The pages need no server: open DIR/index.html. SQL types are those of an export without the\n"
+    "custom script.\n"
     "A text form has no versions, so its pages tell no history.\n"
     "\n"
     "Examples:\n"
