@@ -9,6 +9,7 @@
 #include "database/server/server_url.h"
 #include "os/program_end.h"
 #include "os/unfinished_files.h"
+#include "zk/sqlite_connection.h"
 
 #include <QCoreApplication>
 
@@ -101,6 +102,7 @@ int main(int argc, char ** argv)
     std::signal(SIGPIPE, SIG_IGN);
     os::removeUnfinishedOnSignals();
     os::endOrderlyWithoutMemory();
+    zk::sqlite::countNoMemory();
     try {
         return runProgram(argc, argv);
     } catch (const std::bad_alloc &) {

@@ -120,6 +120,11 @@ bool isOurs(const QSqlError & error)
 
 } // namespace
 
+void countNoMemory()
+{
+    sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+}
+
 QSqlError failure(const QString & file, const QString & reason)
 {
     return {QString(), QDir::toNativeSeparators(file) + QStringLiteral(": ") + reason,

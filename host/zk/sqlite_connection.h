@@ -12,6 +12,10 @@
 /// Opening SQLite files that may come from anywhere, and saying in one line what is wrong with one.
 namespace zk::sqlite {
 
+/// Has the engine keep no count of its memory, for which its threads wait for each other at every piece:
+/// nobody asks for it. To be called before any database is opened; later it does nothing.
+KORVANE_EXPORT void countNoMemory();
+
 /// A failure whose text is "file: reason".
 [[nodiscard]] QSqlError failure(const QString & file, const QString & reason);
 
