@@ -4,11 +4,13 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 
+#include <atomic>
+
 namespace database::server {
 
 sql_connection::sql_connection(const QString & driver, const std::function<void(QSqlDatabase &)> & prepare)
 {
-    static int number = 0;
+    static std::atomic<int> number = 0; // threads have connections of their own
     m_sName = QStringLiteral("target_%1").arg(++number);
     QSqlDatabase db = QSqlDatabase::addDatabase(driver, m_sName);
     prepare(db);
@@ -61,7 +63,7 @@ QList<QVariantList> sql_connection::rows(const QString & query, const QVariantLi
         for (int i = 0; i < q.record().count(); ++i) {
             // Some drivers give texts of a server's catalogue as bytes.
             const QVariant value = q.value(i);
-            row.append(value.metaType() == QMetaType::fromType<QByteArray>()
+            row.append(value.metaType() == QMetaType::fromType<QByteArray>() && !value.isNull()
                            ? QVariant(QString::fromUtf8(value.toByteArray()))
                            : value);
         }

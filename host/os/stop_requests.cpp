@@ -1,10 +1,14 @@
 #include "os/stop_requests.h"
 
+#include <atomic>
+
 namespace os {
 
 namespace {
 
-volatile std::sig_atomic_t noted = 0;
+// Read by threads that the signal does not come to.
+std::atomic<int> noted = 0;
+static_assert(std::atomic<int>::is_always_lock_free, "a signal handler writes it");
 
 void note(int signal)
 {
