@@ -5,40 +5,31 @@
 #include "app/check_run.h"
 #include "app/export_options.h"
 #include "app/foretold_statements.h"
+#include "app/proof_judgement.h"
+#include "app/proof_runs.h"
+#include "app/shared_work.h"
 #include "app/source.h"
-#include "app/verified_rows.h"
 #include "app/version_scripts.h"
 
-#include "check/view/schema_difference.h"
 #include "context/ctx_project.h"
 #include "context/ctx_scoped.h"
 #include "database/server/target_database.h"
-#include "database/simulation/simulation.h"
 #include "model/project.h"
 #include "os/stop_requests.h"
 
-#include <QSet>
-
 #include <algorithm>
-#include <iterator>
+#include <mutex>
+#include <system_error>
+#include <thread>
 
 namespace app {
 
 namespace {
 
-using database::server::server_error;
+using database::server::row_content;
 using database::server::server_failure;
 using database::server::target_database;
 using zk::ZkBool;
-
-/// What a run of the history told.
-struct history_findings
-{
-    bool isWhole = true; ///< whether no statement was refused, told or not
-    std::vector<verified_refusal> refused;
-    std::vector<verified_difference> chainDifferences;
-    std::vector<verified_difference> modelDifferences;
-};
 
 /// The proof on one database.
 class proof_run
@@ -62,15 +53,14 @@ public:
         m_options = m_asked.options;
         m_options.insert(DatabaseOption, m_target.known().scripts);
         m_proof.database = m_target.known().key;
-        if (result = foretell(); result) {
-            result = loadScripts(m_statements, m_source, m_options, now, m_versions);
+        if (result = loadScripts(m_statements, m_source, m_options, now, m_versions); !result) {
+            return result;
         }
         try {
             m_proof.server = m_target.version();
-            if (result) {
-                m_runs = m_source.newestVersion() == 0 ? 1 : 2;
-                runFullScripts();
-                runHistory();
+            if (result = runAll(); result) {
+                noteScripts();
+                judge(m_results, m_versions, m_foretold, m_asked.from, m_proof);
             }
         } catch (const server_failure & failure) {
             return ZkBool::failure(QStringLiteral("%1: %2").arg(m_target.known().label, failure.reason()));
@@ -79,6 +69,77 @@ public:
     }
 
 private:
+    /// Runs scripts in this thread, and where there can be a second database in another one as well, which
+    /// has begun while this one still finds out what is foretold: only this one may use the plug-in. The
+    /// models are only read from here on.
+    ZkBool runAll()
+    {
+        std::unique_ptr<target_database> other = m_target.another();
+        shared_work work(parts(other != nullptr));
+        m_watch.isEnded = [&work] { return work.isEnded() || os::stop_requests::isRequested(); };
+        m_watch.versionDone = [this] { progress(); };
+        ZkBool result = ZkBool::success();
+        {
+            const std::jthread helper = other ? startHelper(work, std::move(other)) : std::jthread();
+            work.attempt([&] { result = foretell(); });
+            if (!result) {
+                work.end();
+            }
+            work.doParts(m_target);
+        }
+        work.rethrow();
+        return result;
+    }
+
+    /// Without another thread the parts are done in the order in which a target that is kept is left as the
+    /// history left it; else the longest come first.
+    std::vector<shared_work::part> parts(bool isShared)
+    {
+        std::vector<shared_work::part> all;
+        m_results.full.resize(m_versions.size());
+        for (std::size_t i = 0; i < m_versions.size(); ++i) {
+            all.emplace_back([this, i](target_database & target) {
+                m_results.full[i] = runFullScript(target, m_versions, i, m_watch);
+            });
+        }
+        m_runs = 1;
+        if (m_source.newestVersion() > 0) {
+            m_runs = 3;
+            all.emplace_back([this](target_database & target) {
+                m_results.nulls = runHistory(target, m_versions, row_content::nulls, m_watch);
+            });
+            all.emplace_back([this](target_database & target) { runHistories(target); });
+        }
+        if (isShared) {
+            std::reverse(all.begin(), all.end());
+        }
+        return all;
+    }
+
+    /// Runs the history with values, and without rows where these had a say: a statement that runs on tables
+    /// with rows runs on empty ones as well, and does the same.
+    void runHistories(target_database & target)
+    {
+        m_results.values = runHistory(target, m_versions, row_content::values, m_watch);
+        if (!m_results.values->isWhole) {
+            addRun();
+            m_results.empty = runHistory(target, m_versions, std::nullopt, m_watch);
+        }
+    }
+
+    /// A machine that has no room for another thread does it all in this one.
+    static std::jthread startHelper(shared_work & work, std::unique_ptr<target_database> target)
+    {
+        try {
+            return std::jthread([&work, own = std::move(target)]() mutable {
+                const std::unique_ptr<target_database> used = std::move(own); // goes in this thread
+                work.doParts(*used);
+            });
+        } catch (const std::system_error &) {
+            return {};
+        }
+    }
+
     ZkBool foretell()
     {
         check_request request;
@@ -91,6 +152,18 @@ private:
         return told;
     }
 
+    /// Which scripts were run, and how many statements they have.
+    void noteScripts()
+    {
+        noteScript(m_versions.back().full);
+        m_proof.fullStatements = static_cast<int>(m_versions.back().full.size());
+        for (std::size_t i = 0; i < m_versions.size(); ++i) {
+            noteScript(m_versions[i].step);
+            const bool isTold = static_cast<int>(i) + 1 >= m_asked.from;
+            m_proof.chainStatements += isTold ? static_cast<int>(m_versions[i].step.size()) : 0;
+        }
+    }
+
     void noteScript(const std::vector<run_statement> & script)
     {
         if (!script.empty() && !m_proof.scripts.contains(script.front().place.script)) {
@@ -100,188 +173,17 @@ private:
 
     void progress()
     {
+        const std::lock_guard lock(m_progress);
+        ++m_done;
         if (m_asked.progress) {
-            m_asked.progress(++m_done, m_runs * static_cast<int>(m_versions.size()));
+            m_asked.progress(m_done, m_runs * static_cast<int>(m_versions.size()));
         }
     }
 
-    void reset()
+    void addRun()
     {
-        QString error;
-        if (!m_target.reset(error)) {
-            throw server_failure(error);
-        }
-    }
-
-    [[nodiscard]] bool isTold(std::size_t version) const
-    {
-        return static_cast<int>(version) + 1 >= m_asked.from;
-    }
-
-    /// Runs one script on the database and in the simulation; false when a statement was refused.
-    bool runScript(const std::vector<run_statement> & script, bool withRows, bool isCounted,
-                   database::simulation & simulated, std::vector<verified_refusal> & refused)
-    {
-        bool isWhole = true;
-        for (const run_statement & each : script) {
-            if (os::stop_requests::isRequested()) {
-                throw server_failure(QStringLiteral("stopped"));
-            }
-            server_error error;
-            const bool isDone = m_target.execute(each.read.text, error);
-            simulated.run(each.read,
-                          isDone ? database::row_values::fitting : database::row_values::conflicting);
-            isWhole = isWhole && isDone;
-            if (!isCounted) {
-                continue;
-            }
-            const QString code = m_foretold.refusal(each.place, withRows);
-            if (isDone) {
-                m_proof.falseAlarms += !code.isEmpty() && m_foretold.isCertain(each.place) ? 1 : 0;
-                continue;
-            }
-            ++m_proof.refused;
-            m_proof.foretold += code.isEmpty() ? 0 : 1;
-            refused.push_back({each.place, error.code, error.words.simplified(), code, withRows});
-        }
-        return isWhole;
-    }
-
-    static void compareWithModel(const QString & version, const QString & what,
-                                 const database::catalogue & expected, const database::catalogue & found,
-                                 std::vector<verified_difference> & differences)
-    {
-        for (const check::schema_difference & each : check::compareSchemas(expected, found)) {
-            differences.push_back({version, what + check::subjectOf(each), each.expected, each.found, {}});
-        }
-    }
-
-    /// Makes each version as a whole.
-    void runFullScripts()
-    {
-        for (std::size_t i = 0; i < m_versions.size(); ++i) {
-            const version_scripts & version = m_versions[i];
-            const bool isNow = i + 1 == m_versions.size();
-            reset();
-            database::simulation simulated(m_target.known());
-            runScript(version.full, false, isNow, simulated, m_proof.fullRefused);
-            m_held.push_back(m_target.held());
-            if (isTold(i)) {
-                compareWithModel(version.word, QString(), simulated.held(), m_held.back(),
-                                 m_proof.modelDifferences);
-            }
-            if (isNow) {
-                noteScript(version.full);
-                m_proof.fullStatements = static_cast<int>(version.full.size());
-            }
-            progress();
-        }
-    }
-
-    /// Runs the history with rows, and without them where they made a difference: a statement that runs on
-    /// tables with rows runs on empty ones as well, and does the same.
-    void runHistory()
-    {
-        if (m_source.newestVersion() == 0) {
-            return;
-        }
-        for (const version_scripts & version : m_versions) {
-            noteScript(version.step);
-        }
-        for (std::size_t i = 0; i < m_versions.size(); ++i) {
-            m_proof.chainStatements += isTold(i) ? static_cast<int>(m_versions[i].step.size()) : 0;
-        }
-        history_findings withRows = runChain(true);
-        if (withRows.isWhole) {
-            take(std::move(withRows));
-            return;
-        }
-        m_runs = 3;
-        take(runChain(false));
-        addRefused(withRows.refused);
-    }
-
-    history_findings runChain(bool withRows)
-    {
-        reset();
-        history_findings found;
-        database::simulation simulated(m_target.known());
-        verified_rows rows(m_target);
-        QSet<QString> told;
-        for (std::size_t i = 0; i < m_versions.size(); ++i) {
-            const version_scripts & version = m_versions[i];
-            if (withRows && i > 0) {
-                const QMap<QString, int> counts = rows.put(m_versions[i - 1].word, *m_versions[i - 1].model);
-                for (auto it = counts.constBegin(); it != counts.constEnd(); ++it) {
-                    simulated.putRows(it.key(), it.value());
-                }
-            }
-            const bool isWhole = runScript(version.step, withRows, isTold(i), simulated, found.refused);
-            found.isWhole = found.isWhole && isWhole;
-            compareVersion(i, simulated.held(), told, found);
-            progress();
-        }
-        if (withRows) {
-            compareRows(rows);
-        }
-        return found;
-    }
-
-    void take(history_findings found)
-    {
-        const auto move = [](auto & from, auto & to) {
-            to.insert(to.end(), std::make_move_iterator(from.begin()), std::make_move_iterator(from.end()));
-        };
-        move(found.refused, m_proof.chainRefused);
-        move(found.chainDifferences, m_proof.chainDifferences);
-        move(found.modelDifferences, m_proof.modelDifferences);
-    }
-
-    /// What is refused in both runs is told once.
-    void addRefused(std::vector<verified_refusal> & withRows)
-    {
-        for (verified_refusal & each : withRows) {
-            const auto same = [&each](const verified_refusal & other) {
-                return other.place.script == each.place.script && other.place.line == each.place.line;
-            };
-            if (std::none_of(m_proof.chainRefused.begin(), m_proof.chainRefused.end(), same)) {
-                m_proof.chainRefused.push_back(std::move(each));
-            }
-        }
-    }
-
-    /// @param told what was told of the versions before: what follows from an earlier one is told once
-    void compareVersion(std::size_t index, const database::catalogue & foretold, QSet<QString> & told,
-                        history_findings & found)
-    {
-        const database::catalogue held = m_target.held();
-        const QString & word = m_versions[index].word;
-        for (const check::schema_difference & each : check::compareSchemas(m_held[index], held)) {
-            const QString object = check::subjectOf(each);
-            if (const QString key = object + u'\n' + each.expected + u'\n' + each.found;
-                !told.contains(key)) {
-                told.insert(key);
-                if (isTold(index)) {
-                    found.chainDifferences.push_back(
-                        {word, object, each.expected, each.found, m_foretold.difference(object)});
-                }
-            }
-        }
-        if (isTold(index)) {
-            compareWithModel(word, QStringLiteral("after the history, "), foretold, held,
-                             found.modelDifferences);
-        }
-    }
-
-    void compareRows(const verified_rows & rows)
-    {
-        const verified_values found = rows.compare(*m_versions.back().model);
-        m_proof.values = found.values;
-        m_proof.kept = found.values - static_cast<int>(found.lost.size());
-        for (const verified_values::value & each : found.lost) {
-            m_proof.lost.push_back(
-                {each.version, each.name, each.text, m_foretold.loss(each.entity, each.property)});
-        }
+        const std::lock_guard lock(m_progress);
+        ++m_runs;
     }
 
     target_database & m_target;
@@ -292,9 +194,11 @@ private:
     plugin::friendly_settings m_options;
     foretold_statements m_foretold;
     std::vector<version_scripts> m_versions;
-    std::vector<database::catalogue> m_held; ///< what the full script of each version makes
+    proof_results m_results;
+    run_watch m_watch;
+    std::mutex m_progress;
     int m_done = 0;
-    int m_runs = 1; ///< of all versions, as far as is known
+    int m_runs = 0; ///< of all versions, as far as is known
 };
 
 } // namespace

@@ -22,10 +22,11 @@ class source;
 struct verified_refusal
 {
     check::statement_place place;
-    QString code;          ///< the server's own
-    QString words;         ///< the server's
-    QString foretoldBy;    ///< code of the finding; empty when nobody foretold it
-    bool withRows = false; ///< whether the tables had rows
+    QString code;           ///< the server's own
+    QString words;          ///< the server's
+    QString foretoldBy;     ///< code of the finding; empty when nobody foretold it
+    bool withRows = false;  ///< whether the tables had rows
+    bool withNulls = false; ///< whether these had nulls where a column allows one
 };
 
 /// Something that a database has otherwise than expected.
@@ -84,7 +85,7 @@ struct verification_request
 {
     plugin::friendly_settings options; ///< of the export, beside its database
     int from = 1;                      ///< versions before this one are run and not told
-    /// Told how far the work is: versions of how many.
+    /// Told how far the work is: versions of how many. Another thread may call it, but no two at once.
     std::function<void(int done, int total)> progress;
 };
 

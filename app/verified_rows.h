@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/server/table_rows.h"
 #include "database/server/target_database.h"
 
 #include <QMap>
@@ -9,6 +10,7 @@
 #include <vector>
 
 namespace model {
+class entity;
 class project;
 } // namespace model
 
@@ -19,7 +21,7 @@ struct verified_values
 {
     struct value
     {
-        QString version; ///< before which it was put in
+        QString version; ///< after which it was put in
         QString name;    ///< "property concert.length"
         QString text;
         long entity = 0;
@@ -36,15 +38,25 @@ class verified_rows
 {
 public:
     /// `target` has to outlive it.
-    explicit verified_rows(database::server::target_database & target) : m_target(target) {}
+    /// @param content of the rows; which of values and nulls is looked for at the end
+    verified_rows(database::server::target_database & target, database::server::row_content content)
+        : m_target(target), m_content(content)
+    {
+    }
 
     /// Puts a row into each table that has none.
+    /// @param held what is in the database
     /// @param version word for the version that was made last, whose model is `model`
     /// @return the tables that have rows now, with the number of these
-    QMap<QString, int> put(const QString & version, const model::project & model);
+    QMap<QString, int> put(const database::catalogue & held, const QString & version,
+                           const model::project & model);
+
+    /// Whether anything was put in that is looked for.
+    [[nodiscard]] bool isAny() const { return !m_values.empty(); }
 
     /// Looks for the values under the names of the model `now`.
-    [[nodiscard]] verified_values compare(const model::project & now) const;
+    /// @param held what is in the database
+    [[nodiscard]] verified_values compare(const database::catalogue & held, const model::project & now) const;
 
 private:
     struct put_value
@@ -56,7 +68,11 @@ private:
         QVariant value;
     };
 
+    void remember(const QString & version, const model::entity & entity,
+                  const database::server::put_row & row);
+
     database::server::target_database & m_target;
+    database::server::row_content m_content;
     int m_number = 1000; ///< of the next value; four digits, as a UUID wants them
     std::vector<put_value> m_values;
 };

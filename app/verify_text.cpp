@@ -63,13 +63,19 @@ QString orNothing(const QString & text)
     return text.isEmpty() ? QStringLiteral("nothing") : text;
 }
 
+QString whenOf(const verified_refusal & of)
+{
+    return of.withNulls  ? QStringLiteral(" with nulls in rows")
+           : of.withRows ? QStringLiteral(" with rows")
+                         : QString();
+}
+
 void addRefused(const std::vector<verified_refusal> & refused, QStringList & lines)
 {
     for (const verified_refusal & each : refused) {
         lines << QStringLiteral("%1 line %2: refused%3, %4 %5 (%6)")
-                     .arg(each.place.script, QString::number(each.place.line),
-                          each.withRows ? QStringLiteral(" with rows") : QString(), each.code, each.words,
-                          reason(each.foretoldBy, "NOT FORETOLD"));
+                     .arg(each.place.script, QString::number(each.place.line), whenOf(each), each.code,
+                          each.words, reason(each.foretoldBy, "NOT FORETOLD"));
     }
 }
 

@@ -68,6 +68,10 @@ public:
         m_bKept = true;
         return m_sFile;
     }
+    [[nodiscard]] std::unique_ptr<target_database> another() const override
+    {
+        return m_sFile.isEmpty() ? std::make_unique<sqlite_target>() : nullptr;
+    }
 
     [[nodiscard]] database::catalogue held() override
     {

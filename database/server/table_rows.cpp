@@ -4,6 +4,8 @@
 #include <QSet>
 #include <QTime>
 
+#include <algorithm>
+
 namespace database::server {
 
 namespace {
@@ -67,7 +69,15 @@ QSet<QString> keyColumnsOf(const database::table & owner)
     return names;
 }
 
-QString insertion(const target_database & target, const database::table & owner, int & number)
+bool mayBeNull(const database::table & owner, const database::column & of)
+{
+    const auto isIt = [&of](const database::key_part & part) { return part.column == of.name; };
+    const bool isInKey = owner.key && std::any_of(owner.key->parts.begin(), owner.key->parts.end(), isIt);
+    return !of.notNull && !isInKey;
+}
+
+QString insertion(const target_database & target, const database::table & owner, row_content content,
+                  int & number)
 {
     const QSet<QString> keys = keyColumnsOf(owner);
     QStringList columns;
@@ -75,7 +85,8 @@ QString insertion(const target_database & target, const database::table & owner,
     for (const database::column & each : owner.columns) {
         const bool isKey = keys.contains(each.name) || each.name.endsWith(QLatin1String("_id"));
         columns += target.quoted(each.name);
-        values += valueOf(each.type, isKey, ++number);
+        const QString value = valueOf(each.type, isKey, ++number);
+        values += content == row_content::nulls && mayBeNull(owner, each) ? QStringLiteral("NULL") : value;
     }
     return QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
         .arg(target.quoted(owner.name), columns.join(QLatin1Char(',')), values.join(QLatin1Char(',')));
@@ -105,17 +116,22 @@ std::vector<put_row> rowsOf(target_database & target, const database::table & ow
     return rows;
 }
 
-QMap<QString, int> putRowIntoEach(target_database & target, int & number, std::vector<put_row> * added)
+QMap<QString, int> putRowIntoEach(target_database & target, const database::catalogue & held,
+                                  row_content content, int & number, std::vector<put_row> * added)
 {
     QMap<QString, int> counts;
     server_error error;
-    for (const auto & [key, owner] : target.held().tables) {
-        const QString count = QStringLiteral("SELECT count(*) FROM ") + target.quoted(owner.name);
-        if (target.rows(count).constFirst().constFirst().toInt() == 0 && !owner.columns.empty() &&
-            target.execute(insertion(target, owner, number), error) && added) {
-            added->push_back(rowsOf(target, owner).front());
+    for (const auto & [key, owner] : held.tables) {
+        const QString query = QStringLiteral("SELECT count(*) FROM ") + target.quoted(owner.name);
+        int count = target.rows(query).constFirst().constFirst().toInt();
+        if (count == 0 && !owner.columns.empty() &&
+            target.execute(insertion(target, owner, content, number), error)) {
+            count = 1;
+            if (added) {
+                added->push_back(rowsOf(target, owner).front());
+            }
         }
-        counts[owner.name] = target.rows(count).constFirst().constFirst().toInt();
+        counts[owner.name] = count;
     }
     return counts;
 }

@@ -28,6 +28,9 @@ public:
     /// Leaves what it made among what is somebody's, a file or a database on a server, where it is when this
     /// goes. Gives its name; empty when nothing of this stays.
     [[nodiscard]] virtual QString keep() { return {}; }
+    /// One more such database beside this one, for another thread: it belongs to the thread that resets it,
+    /// and has to go before this. Null where there is room for one only.
+    [[nodiscard]] virtual std::unique_ptr<target_database> another() const { return nullptr; }
     /// Whether foreign keys have a say when nobody says anything.
     [[nodiscard]] virtual bool enforcesForeignKeys() const { return true; }
 };

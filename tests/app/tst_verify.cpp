@@ -1,5 +1,7 @@
 // What the command verify proves, and how it tells it.
 
+#include "app/verify_bench.h"
+
 #include "support/json_schema.h"
 #include "support/program.h"
 #include "support/project_support.h"
@@ -10,20 +12,16 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QXmlStreamReader>
 
 #include <csignal>
 
-using support::json;
 using support::program_result;
 using support::runProgram;
-using support::textOf;
 
 namespace {
 
-const char * const Id = "'type': 'long', 'identifier': true";
 const char * const One = "{'id': 1, 'name': 'gig', 'tableName': 't_gig', 'properties': ["
                          "{'id': 10, 'name': 'id', ID},"
                          "{'id': 11, 'name': 'duration', 'type': 'int', 'index': true},"
@@ -55,8 +53,8 @@ class tst_verify : public QObject
 private Q_SLOTS:
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_project = path("shop.korv");
+        m_bench = std::make_unique<verify_bench>();
+        m_project = m_bench->project();
     }
 
     void aRename()
@@ -69,7 +67,7 @@ private Q_SLOTS:
             QByteArray("database  server         full runs  history runs  history = full  full = foretold  "
                        "rows kept  refusals foretold\n"
                        "sqlite    SQLite 3.40.1  5 of 5     9 of 9        1 foretold      yes              "
-                       "3 of 3     0 of 0\n"
+                       "5 of 5     0 of 0\n"
                        "\n"
                        "sqlite\n"
                        "  now: names of t_concert (duration): a new database has "
@@ -91,8 +89,8 @@ private Q_SLOTS:
         QCOMPARE(refused["error"].toString(), "Cannot add a UNIQUE column");
         QCOMPARE(refused["foretoldBy"].toString(), "KV202");
         QCOMPARE(refused["when"].toString(), "always");
-        // Counted with rows and without.
-        QCOMPARE(run["foretold"], (QJsonObject{{"refused", 2}, {"foretold", 2}, {"false", 0}}));
+        // Counted with values, with nulls and without rows.
+        QCOMPARE(run["foretold"], (QJsonObject{{"refused", 3}, {"foretold", 3}, {"false", 0}}));
         QCOMPARE(run["ok"].toBool(), true);
         QCOMPARE(run["chainEqualsFull"]["equal"].toBool(), false);
         QStringList objects;
@@ -102,8 +100,9 @@ private Q_SLOTS:
         }
         QCOMPARE(objects, QStringList({"names of t_concert (duration)", "column t_concert.fee",
                                        "unique of t_concert (fee)"}));
-        QCOMPARE(run["rows"]["values"].toInt(), 3);
-        QCOMPARE(run["rows"]["kept"].toInt(), 3);
+        // Three values, and nulls in the two columns that allow one.
+        QCOMPARE(run["rows"]["values"].toInt(), 5);
+        QCOMPARE(run["rows"]["kept"].toInt(), 5);
     }
     void whatNobodyForetold()
     {
@@ -142,7 +141,7 @@ private Q_SLOTS:
                 "database  server         full runs  history runs  history = full      full = foretold     "
                 "rows kept  refusals foretold\n"
                 "sqlite    SQLite 3.40.1  4 of 4     10 of 10      no, 1 not foretold  no, 1 not foretold  "
-                "2 of 3     0 of 0\n"
+                "4 of 5     0 of 0\n"
                 "\n"
                 "sqlite\n"
                 "  now: column t_gig.more: a new database has nothing, found TEXT (NOT FORETOLD)\n"
@@ -159,7 +158,7 @@ private Q_SLOTS:
             markdown.output.constData());
         const program_result junit = runProgram(command + QStringList{"junit"});
         QCOMPARE(junit.status, 3);
-        QCOMPARE(failuresIn(junit.output),
+        QCOMPARE(verify_bench::failuresIn(junit.output),
                  QStringList(
                      {"full = foretold: now: after the history, column t_gig.more: expected '', found 'TEXT'",
                       "history = full: now: column t_gig.more: expected '', found 'TEXT'",
@@ -195,9 +194,9 @@ private Q_SLOTS:
     {
         history({One, Renamed});
         const QByteArray shown = support::runInTerminal({"verify", m_project}, {}, {}).output;
-        const QByteArray counts = "\r\033[Ksqlite: 1 of 4 scripts\r\033[Ksqlite: 2 of 4 scripts";
+        const QByteArray counts = "\r\033[Ksqlite: 1 of 6 scripts\r\033[Ksqlite: 2 of 6 scripts";
         QVERIFY2(shown.contains(counts), shown.constData());
-        QVERIFY2(shown.contains("\r\033[Ksqlite: 4 of 4 scripts\r\033[Kdatabase  server  "),
+        QVERIFY2(shown.contains("\r\033[Ksqlite: 6 of 6 scripts\r\033[Kdatabase  server  "),
                  shown.constData());
     }
     void fromAVersionOn()
@@ -215,7 +214,7 @@ private Q_SLOTS:
     }
     void aTextForm()
     {
-        QVERIFY(support::writeBytes(path("shop.json"), text(One)));
+        QVERIFY(support::writeBytes(path("shop.json"), verify_bench::text(One)));
         const program_result result = runProgram({"verify", path("shop.json")});
         QCOMPARE(result.status, 0);
         QVERIFY2(
@@ -279,7 +278,7 @@ private Q_SLOTS:
         history({One, Renamed});
         QVERIFY(QDir().mkpath(path("tmp")));
         QFile::setPermissions(path("tmp"), QFile::Permissions(0x7777));
-        QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7755));
+        QFile::setPermissions(m_bench->folder().path(), QFile::Permissions(0x7755));
         const program_result result = runProgram(
             {"verify", m_project, "--db", "all", "--skip-missing", "--json"}, {{"TMPDIR", path("tmp")}});
         QVERIFY2(result.status == 0, result.errors.constData());
@@ -319,7 +318,7 @@ private Q_SLOTS:
         history({entities.constData()});
         QVERIFY(QDir().mkpath(path("tmp")));
         QFile::setPermissions(path("tmp"), QFile::Permissions(0x7777));
-        QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7755));
+        QFile::setPermissions(m_bench->folder().path(), QFile::Permissions(0x7755));
         QStringList arguments = {"verify", m_project, "--db", "mariadb"};
         if (command == "import") {
             // One table made and dropped again, often.
@@ -328,7 +327,7 @@ private Q_SLOTS:
                                      "CREATE TABLE t (id INTEGER);\n"));
             arguments = QStringList{"import", "ddl:" + path("new.sql"), "--db", "mariadb", path("new.korv")};
         }
-        const QStringList before = QDir(m_folder->path()).entryList(QDir::Files);
+        const QStringList before = QDir(m_bench->folder().path()).entryList(QDir::Files);
         QProcess process;
         QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
         variables.insert("TMPDIR", path("tmp"));
@@ -344,7 +343,7 @@ private Q_SLOTS:
         QVERIFY(process.waitForFinished(30000));
         QCOMPARE(process.exitStatus(), QProcess::CrashExit);
         QTRY_VERIFY_WITH_TIMEOUT(::kill(server, 0) != 0, 30000);
-        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), before);
+        QCOMPARE(QDir(m_bench->folder().path()).entryList(QDir::Files), before);
         if (isOrderly) {
             QCOMPARE(serverFolders(), QStringList());
             return;
@@ -380,53 +379,14 @@ private Q_SLOTS:
     }
 
 private:
-    [[nodiscard]] QString path(const QString & name) const { return m_folder->filePath(name); }
+    [[nodiscard]] QString path(const QString & name) const { return m_bench->path(name); }
+    void history(const QList<const char *> & versions) const { m_bench->history(versions); }
+    [[nodiscard]] QJsonObject runOf(const QStringList & options) const { return m_bench->runOf(options); }
     [[nodiscard]] QStringList serverFolders() const
     {
         return QDir(path("tmp")).entryList({"kv_*"}, QDir::Dirs);
     }
-    /// The cases that failed, with why.
-    static QStringList failuresIn(const QByteArray & junit)
-    {
-        QXmlStreamReader xml(junit);
-        QString name;
-        QStringList failures;
-        while (!xml.atEnd()) {
-            if (xml.readNext() == QXmlStreamReader::StartElement) {
-                if (xml.name() == QLatin1String("testcase")) {
-                    name = xml.attributes().value("name").toString();
-                } else if (xml.name() == QLatin1String("failure")) {
-                    failures << name + ": " + xml.readElementText();
-                }
-            }
-        }
-        return failures;
-    }
-    static QByteArray text(const char * entities) { return textOf(json(entities).replace("ID", json(Id))); }
-    /// Each version but the last one is tagged.
-    void history(const QList<const char *> & versions)
-    {
-        for (const char * const entities : versions) {
-            if (entities != versions.constFirst()) {
-                QCOMPARE(runProgram({"tag", m_project}).status, 0);
-            }
-            QVERIFY(support::writeBytes(path("shop.json"), text(entities)));
-            QCOMPARE(runProgram({"import", path("shop.json"), m_project}).status, 0);
-        }
-    }
-    QJsonObject runOf(const QStringList & options)
-    {
-        const program_result result = runProgram(QStringList{"verify", m_project, "--json"} + options);
-        support::writeBytes(path("verify.json"), result.output);
-        const QByteArray errors = support::schemaErrors("verify.schema.json", {path("verify.json")});
-        if (!errors.isEmpty()) {
-            qWarning("%s", errors.constData());
-            return {};
-        }
-        return QJsonDocument::fromJson(result.output)["runs"][0].toObject();
-    }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<verify_bench> m_bench;
     QString m_project;
 };
 

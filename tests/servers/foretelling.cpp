@@ -93,7 +93,7 @@ bool foretelling::putRows()
     int number = 1000; // four digits, as a UUID wants them
     server_error error;
     m_target.execute(m_target.foreignKeyChecks(false), error);
-    const QMap<QString, int> counts = putRowIntoEach(m_target, number);
+    const QMap<QString, int> counts = putRowIntoEach(m_target, m_target.held(), row_content::values, number);
     m_target.execute(m_target.foreignKeyChecks(true), error);
     for (auto it = counts.constBegin(); it != counts.constEnd(); ++it) {
         m_simulation->putRows(it.key(), it.value());

@@ -294,7 +294,7 @@ private:
         int number = 1000;
         server_error error;
         m_target->execute(m_target->foreignKeyChecks(false), error);
-        database::server::putRowIntoEach(*m_target, number);
+        putRowIntoEach(*m_target, m_target->held(), database::server::row_content::values, number);
         m_target->execute(m_target->foreignKeyChecks(true), error);
     }
 

@@ -1,0 +1,195 @@
+// What the command verify proves with nulls in rows.
+
+#include "app/verify_bench.h"
+
+#include <memory>
+
+using support::program_result;
+using support::runProgram;
+
+namespace {
+
+const char * const Nullable = "{'id': 1, 'name': 'gig', 'tableName': 't_gig', 'properties': ["
+                              "{'id': 10, 'name': 'id', ID},"
+                              "{'id': 11, 'name': 'duration', 'type': 'int', 'index': true},"
+                              "{'id': 12, 'name': 'note', 'type': 'QString', 'unique': true},"
+                              "{'id': 13, 'name': 'picture', 'type': 'QByteArray'},"
+                              "{'id': 14, 'name': 'fee', 'type': 'int', 'allowNull': false}]}";
+const char * const Moved = "{'id': 1, 'name': 'gig', 'tableName': 't_concert', 'properties': ["
+                           "{'id': 10, 'name': 'id', ID},"
+                           "{'id': 11, 'name': 'duration', 'type': 'int', 'index': true},"
+                           "{'id': 12, 'name': 'note', 'type': 'QString', 'unique': true},"
+                           "{'id': 13, 'name': 'picture', 'type': 'QByteArray'},"
+                           "{'id': 14, 'name': 'fee', 'type': 'int', 'allowNull': false}]}";
+const char * const MovedAndRenamed = "{'id': 1, 'name': 'gig', 'tableName': 't_concert', 'properties': ["
+                                     "{'id': 10, 'name': 'id', ID},"
+                                     "{'id': 11, 'name': 'length', 'type': 'int', 'index': true},"
+                                     "{'id': 12, 'name': 'remark', 'type': 'QString', 'unique': true},"
+                                     "{'id': 13, 'name': 'picture', 'type': 'QByteArray'},"
+                                     "{'id': 14, 'name': 'fee', 'type': 'int', 'allowNull': false}]}";
+
+const char * const Plain = "{'id': 1, 'name': 'gig', 'tableName': 't_gig', 'properties': ["
+                           "{'id': 10, 'name': 'id', ID},"
+                           "{'id': 11, 'name': 'duration', 'type': 'int'}]}";
+const char * const NotNull = "{'id': 1, 'name': 'gig', 'tableName': 't_gig', 'properties': ["
+                             "{'id': 10, 'name': 'id', ID},"
+                             "{'id': 11, 'name': 'length', 'type': 'int', 'allowNull': false}]}";
+const char * const NotNullAgain = "{'id': 1, 'name': 'gig', 'tableName': 't_gig', 'properties': ["
+                                  "{'id': 10, 'name': 'id', ID},"
+                                  "{'id': 11, 'name': 'size', 'type': 'int', 'allowNull': false}]}";
+
+} // namespace
+
+class tst_verify_nulls : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_bench = std::make_unique<verify_bench>(); }
+
+    void renamesKeepNulls_data()
+    {
+        QTest::addColumn<QString>("database");
+        QTest::addColumn<QByteArray>("now");
+        QTest::newRow("sqlite") << "sqlite" << QByteArray(Moved); // its scripts rename no columns
+        QTest::newRow("mariadb") << "mariadb" << QByteArray(MovedAndRenamed);
+        QTest::newRow("postgresql") << "postgresql" << QByteArray(MovedAndRenamed);
+    }
+    void renamesKeepNulls()
+    {
+        QFETCH(const QString, database);
+        QFETCH(const QByteArray, now);
+        m_bench->history({Nullable, now.constData()});
+        const QJsonObject run = m_bench->runOf({"--db", database, "--skip-missing"});
+        if (run["missing"].isString()) {
+            QSKIP(qPrintable(run["missing"].toString()));
+        }
+        QCOMPARE(run["ok"].toBool(), true);
+        QCOMPARE(run["foretold"], (QJsonObject{{"refused", 0}, {"foretold", 0}, {"false", 0}}));
+        // Five values, and nulls in three columns.
+        QCOMPARE(run["rows"], (QJsonObject{{"values", 8}, {"kept", 8}, {"lost", QJsonArray()}}));
+    }
+
+    /// The database refuses to leave nulls out; the next step then finds no column of that name.
+    void notNullOverNulls()
+    {
+        m_bench->history({Plain, NotNull, NotNullAgain});
+        const QJsonObject run = m_bench->runOf({"--db", "mariadb", "--skip-missing"});
+        if (run["missing"].isString()) {
+            QSKIP(qPrintable(run["missing"].toString()));
+        }
+        QCOMPARE(
+            refusalsIn(run),
+            QStringList({"rows 1265 KV307: ALTER TABLE `t_gig` CHANGE `duration` `length` INTEGER NOT NULL;",
+                         "rows 1054 KV307: ALTER TABLE `t_gig` CHANGE `length` `size` INTEGER NOT NULL;"}));
+        QCOMPARE(run["foretold"], (QJsonObject{{"refused", 2}, {"foretold", 2}, {"false", 0}}));
+        QCOMPARE(run["chainEqualsFull"]["equal"].toBool(), true);
+        QCOMPARE(run["fullEqualsModel"]["equal"].toBool(), true);
+        // Two values, and a null in the one column that allows it.
+        QCOMPARE(run["rows"]["values"].toInt(), 3);
+        QCOMPARE(run["rows"]["kept"].toInt(), 2);
+        QCOMPARE(run["rows"]["lost"], (QJsonArray{QJsonObject{{"object", "property gig.size"},
+                                                              {"version", "v1"},
+                                                              {"value", "null"},
+                                                              {"explainedBy", "KV307"}}}));
+        QCOMPARE(run["ok"].toBool(), true);
+    }
+
+    void aNullThatBecomesAValue()
+    {
+        const char * const before = "{'id': 1, 'name': 'gig', 'properties': [{'id': 10, 'name': 'id', ID},"
+                                    "{'id': 11, 'name': 'duration', 'type': 'int'},"
+                                    "{'id': 12, 'name': 'note', 'type': 'QString'},"
+                                    "{'id': 13, 'name': 'picture', 'type': 'QByteArray'}]}";
+        const char * const now = "{'id': 1, 'name': 'gig', 'properties': [{'id': 10, 'name': 'id', ID},"
+                                 "{'id': 11, 'name': 'length', 'type': 'int'},"
+                                 "{'id': 12, 'name': 'note', 'type': 'QString'},"
+                                 "{'id': 13, 'name': 'picture', 'type': 'QByteArray'}]}";
+        m_bench->history({before, now});
+        const QStringList own = m_bench->ownScript(
+            "RENAME_COLUMN", "'ALTER TABLE gig RENAME COLUMN duration TO length;"
+                             "\\nUPDATE gig SET length = 0 WHERE length IS NULL;"
+                             "\\nUPDATE gig SET note = \\x27none\\x27 WHERE note IS NULL;"
+                             "\\nUPDATE gig SET picture = X\\x27\\x27 WHERE picture IS NULL;'");
+        const program_result result = runProgram(QStringList{"verify", m_bench->project()} + own);
+        QCOMPARE(result.errors, QByteArray());
+        QCOMPARE(result.status, 3);
+        QVERIFY2(result.output.contains("  yes              4 of 7     0 of 0\n"), result.output.constData());
+        QVERIFY2(
+            result.output.endsWith(
+                "  property gig.length: the value \"null\" put in after v1 is not there (NOT FORETOLD)\n"
+                "  property gig.note: the value \"null\" put in after v1 is not there (NOT FORETOLD)\n"
+                "  property gig.picture: the value \"null\" put in after v1 is not there (NOT FORETOLD)\n"
+                "\n"
+                "not ok: see what was NOT FORETOLD above\n"),
+            result.output.constData());
+    }
+
+    /// A run with nulls that has none proves nothing, and is not counted.
+    void whereNothingMayBeNull()
+    {
+        m_bench->history({"{'id': 1, 'name': 'gig', 'properties': [{'id': 10, 'name': 'id', ID},"
+                          "{'id': 11, 'name': 'fee', 'type': 'int', 'allowNull': false}]}",
+                          "{'id': 1, 'name': 'gig', 'properties': [{'id': 10, 'name': 'id', ID},"
+                          "{'id': 11, 'name': 'fee', 'type': 'int', 'allowNull': false},"
+                          "{'id': 12, 'name': 'number', 'type': 'int', 'unique': true}]}"});
+        const QJsonObject run = m_bench->runOf({});
+        QCOMPARE(refusalsIn(run),
+                 QStringList("always SQLITE_ERROR KV202: ALTER TABLE gig ADD COLUMN number INTEGER UNIQUE;"));
+        QCOMPARE(run["foretold"], (QJsonObject{{"refused", 2}, {"foretold", 2}, {"false", 0}}));
+        QCOMPARE(run["rows"], (QJsonObject{{"values", 2}, {"kept", 2}, {"lost", QJsonArray()}}));
+    }
+
+    void aRefusalThatNobodyForetold()
+    {
+        m_bench->history({Nullable, Moved});
+        const QStringList own = m_bench->ownScript(
+            "RENAME_TABLE", "p.default_value + '\\nUPDATE t_concert SET fee = abs(-9223372036854775808) "
+                            "WHERE note IS NULL;'");
+        const program_result result = runProgram(QStringList{"verify", m_bench->project()} + own);
+        QCOMPARE(result.status, 3);
+        QVERIFY2(result.output.contains("  yes              8 of 8     0 of 1\n"), result.output.constData());
+        QVERIFY2(result.output.contains(
+                     "  shop_sqlite_db_schema_v1_to_v2.sql line 4: refused with nulls in rows, SQLITE_ERROR "
+                     "integer overflow (NOT FORETOLD)\n"),
+                 result.output.constData());
+    }
+
+    /// A table that is there with nulls only.
+    void aCatalogueThatNobodyForetold()
+    {
+        m_bench->history({Nullable, Moved});
+        const QStringList own = m_bench->ownScript(
+            "RENAME_TABLE",
+            "p.default_value + '\\nCREATE TABLE more AS SELECT CASE WHEN (SELECT count(*) FROM "
+            "t_concert WHERE note IS NULL) = 0 THEN abs(-9223372036854775808) END AS x;'");
+        const QJsonObject run = m_bench->runOf(own);
+        QCOMPARE(run["ok"].toBool(), false);
+        // With values and without rows.
+        QCOMPARE(run["foretold"], (QJsonObject{{"refused", 2}, {"foretold", 0}, {"false", 0}}));
+        QCOMPARE(run["chain"]["refused"].toArray().size(), 1);
+        const QJsonArray differences = run["fullEqualsModel"]["differences"].toArray();
+        QCOMPARE(differences.size(), 1);
+        QCOMPARE(differences[0]["object"].toString(), "after the history with nulls, table more");
+        QCOMPARE(differences[0]["version"].toString(), "now");
+    }
+
+private:
+    /// When, code, finding and text of each.
+    static QStringList refusalsIn(const QJsonObject & run)
+    {
+        QStringList told;
+        for (const QJsonValue & each : run["chain"]["refused"].toArray()) {
+            told << QStringLiteral("%1 %2 %3: %4")
+                        .arg(each["when"].toString(), each["code"].toString(), each["foretoldBy"].toString(),
+                             each["statement"]["text"].toString());
+        }
+        return told;
+    }
+
+    std::unique_ptr<verify_bench> m_bench;
+};
+
+QTEST_GUILESS_MAIN(tst_verify_nulls)
+
+#include "tst_verify_nulls.moc"
