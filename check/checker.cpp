@@ -177,7 +177,10 @@ private:
         for (const database::loss & each : of.said().losses) {
             if (std::optional<finding> told = explainLoss(of, each)) {
                 const occasion whenLost = told->when;
-                m_of.m_step.toldProperties.insert(of.record().property);
+                // A new database has the cut name as well, so that explains no difference.
+                if (each.kind != database::loss_kind::name_cut) {
+                    m_of.m_step.toldProperties.insert(of.record().property);
+                }
                 const bool isGone =
                     each.kind == database::loss_kind::rows || each.kind == database::loss_kind::values;
                 if (isGone) {

@@ -209,6 +209,18 @@ private Q_SLOTS:
                  "'name': 'id', 'type': 'long', 'identifier': true}]}")));
         QCOMPARE(codesOf(check({"--db", "postgresql", "--json"}).output), QStringList{"KV410"});
     }
+    /// A name that is cut hides nothing of what the rename leaves.
+    void aColumnThatGetsTooLongAName()
+    {
+        const QByteArray gig = json("{'id': 1, 'name': 'gig', 'properties': [{'id': 1, 'name': 'id', 'type': "
+                                    "'long', 'identifier': true}, {'id': 2, 'name': '%1', 'type': 'int', "
+                                    "'index': true}]}");
+        store(textOf(QByteArray(gig).replace("%1", "height")));
+        tag();
+        store(textOf(QByteArray(gig).replace("%1", QByteArray("a").repeated(70))));
+        const program_result result = check({"--db", "postgresql", "--fail-on", "never", "--json"});
+        QCOMPARE(codesOf(result.output).count("KV415"), 1);
+    }
     void aCommentOfTheScriptIsNoChange()
     {
         const char * const entity =
