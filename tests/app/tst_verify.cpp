@@ -198,6 +198,10 @@ private Q_SLOTS:
         QVERIFY2(shown.contains(counts), shown.constData());
         QVERIFY2(shown.contains("\r\033[Ksqlite: 6 of 6 scripts\r\033[Kdatabase  server  "),
                  shown.constData());
+        // A refusal takes another run of the history.
+        history({Refused});
+        const QByteArray more = support::runInTerminal({"verify", m_project}, {}, {}).output;
+        QVERIFY2(more.contains("\r\033[Ksqlite: 8 of 8 scripts\r\033[Kdatabase  server  "), more.constData());
     }
     void fromAVersionOn()
     {

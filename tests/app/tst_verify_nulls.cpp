@@ -128,11 +128,14 @@ private Q_SLOTS:
     /// A run with nulls that has none proves nothing, and is not counted.
     void whereNothingMayBeNull()
     {
-        m_bench->history({"{'id': 1, 'name': 'gig', 'properties': [{'id': 10, 'name': 'id', ID},"
-                          "{'id': 11, 'name': 'fee', 'type': 'int', 'allowNull': false}]}",
-                          "{'id': 1, 'name': 'gig', 'properties': [{'id': 10, 'name': 'id', ID},"
-                          "{'id': 11, 'name': 'fee', 'type': 'int', 'allowNull': false},"
-                          "{'id': 12, 'name': 'number', 'type': 'int', 'unique': true}]}"});
+        m_bench->history(
+            {"{'id': 1, 'name': 'gig', 'properties': [{'id': 10, 'name': 'code', 'type': 'QString', "
+             "'identifier': true},"
+             "{'id': 11, 'name': 'fee', 'type': 'int', 'allowNull': false}]}",
+             "{'id': 1, 'name': 'gig', 'properties': [{'id': 10, 'name': 'code', 'type': 'QString', "
+             "'identifier': true},"
+             "{'id': 11, 'name': 'fee', 'type': 'int', 'allowNull': false},"
+             "{'id': 12, 'name': 'number', 'type': 'int', 'unique': true}]}"});
         const QJsonObject run = m_bench->runOf({});
         QCOMPARE(refusalsIn(run),
                  QStringList("always SQLITE_ERROR KV202: ALTER TABLE gig ADD COLUMN number INTEGER UNIQUE;"));
