@@ -487,6 +487,34 @@ private Q_SLOTS:
         QCOMPARE(told.front().kind, check::difference_kind::order);
     }
 
+    /// One that belongs to a column goes with it; one that stands alone stays.
+    void sequencesBelongToColumns_data()
+    {
+        QTest::addColumn<QByteArray>("statements");
+        QTest::addColumn<bool>("isOwned");
+        if (m_target->known().key != QLatin1String("postgresql")) {
+            return; // no other database here has sequences
+        }
+        QTest::newRow("counter") << QByteArray("CREATE TABLE a (x serial)") << true;
+        QTest::newRow("identity") << QByteArray("CREATE TABLE a (x int GENERATED ALWAYS AS IDENTITY)")
+                                  << true;
+        QTest::newRow("alone") << QByteArray("CREATE SEQUENCE a_x_seq\nCREATE TABLE a (x int NOT NULL "
+                                             "DEFAULT nextval('a_x_seq'))")
+                               << false;
+    }
+    void sequencesBelongToColumns()
+    {
+        QFETCH(const QByteArray, statements);
+        QFETCH(const bool, isOwned);
+        const database::sequence owned{QStringLiteral("a_x_seq"), QStringLiteral("x")};
+        const database::sequence alone{QStringLiteral("a_x_seq"), {}};
+        const database::catalogue held = made(statements.constData());
+        QCOMPARE(held.tables.at("a").sequences,
+                 isOwned ? QList<database::sequence>{owned} : QList<database::sequence>());
+        QCOMPARE(held.sequences, isOwned ? QList<database::sequence>() : QList<database::sequence>{alone});
+        QVERIFY(held.tables.at("a").columns[0].counted);
+    }
+
 private:
     /// What the database holds when nothing but these statements was run.
     database::catalogue made(const char * statements)
