@@ -71,6 +71,7 @@ struct name_facts
     fact<bool> indexedNameSchema;      ///< so do CREATE INDEX and REFERENCES
     fact<QLatin1String> keptBeginning; ///< no table can be made under a name that begins so; empty for none
     fact<bool> missingSchemaIsMissingTable; ///< except for a table that is made
+    fact<bool> droppedIndexNamesTable;      ///< DROP INDEX has the table before the index, with a point
     fact<bool> likeCopiesTable;             ///< a column named `like` is read as the table to copy columns of
     fact<std::span<const QLatin1String>> functions; ///< reserved words that an index takes as functions
     fact<bool> literalsIndexed;                     ///< a number, or null, is what an index can be over

@@ -150,6 +150,7 @@ constexpr facts mariadbFamily(QLatin1String key, QLatin1String label, bool isTri
                 .indexedNameSchema = {true, source},
                 .keptBeginning = {QLatin1String(""), source},
                 .missingSchemaIsMissingTable = {true, source},
+                .droppedIndexNamesTable = {false, source},
                 .likeCopiesTable = {false, source},
                 .functions = {{}, source},
                 .literalsIndexed = {false, source},

@@ -73,6 +73,7 @@ constinit const facts GenericFacts = {
             .indexedNameSchema = {true, Source},
             .keptBeginning = {QLatin1String(""), Source},
             .missingSchemaIsMissingTable = {false, Source},
+            .droppedIndexNamesTable = {false, Source},
             .likeCopiesTable = {false, Source},
             .functions = {{}, Source},
             .literalsIndexed = {false, Source},

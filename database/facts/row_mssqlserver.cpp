@@ -117,6 +117,7 @@ constinit const facts MssqlserverFacts = {
             .indexedNameSchema = {true, Source},
             .keptBeginning = {QLatin1String(""), Source},
             .missingSchemaIsMissingTable = {false, Source},
+            .droppedIndexNamesTable = {true, Source},
             .likeCopiesTable = {false, Source},
             .functions = {{}, Source},
             .literalsIndexed = {false, Source},

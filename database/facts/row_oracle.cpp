@@ -114,6 +114,7 @@ constinit const facts OracleFacts = {
             .indexedNameSchema = {true, Source},
             .keptBeginning = {QLatin1String(""), Source},
             .missingSchemaIsMissingTable = {false, Source},
+            .droppedIndexNamesTable = {false, Source},
             .likeCopiesTable = {false, Source},
             .functions = {{}, Source},
             .literalsIndexed = {false, Source},

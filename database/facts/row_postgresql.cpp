@@ -136,6 +136,7 @@ constinit const facts PostgresqlFacts = {
             .indexedNameSchema = {true, Source},
             .keptBeginning = {QLatin1String(""), Source},
             .missingSchemaIsMissingTable = {false, Source},
+            .droppedIndexNamesTable = {false, Source},
             .likeCopiesTable = {true, Source},
             .functions = {Functions, Source},
             .literalsIndexed = {false, Source},

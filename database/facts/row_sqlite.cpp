@@ -93,6 +93,7 @@ constinit const facts SqliteFacts = {
             .indexedNameSchema = {false, Source},
             .keptBeginning = {QLatin1String("sqlite_"), Source},
             .missingSchemaIsMissingTable = {false, Source},
+            .droppedIndexNamesTable = {false, Source},
             .likeCopiesTable = {false, Source},
             .functions = {{}, Source},
             .literalsIndexed = {true, Source},

@@ -172,6 +172,19 @@ refusal makeIndex(const state & at, const table & owner, const create_index & as
     return why ? why : checkLength(at, owner, made);
 }
 
+// TABLE.INDEX, where that is how a dropped index is named.
+drop_index partedAtPoint(const drop_index & written, const facts & known)
+{
+    const qsizetype point = written.index.text.lastIndexOf(u'.');
+    if (!known.names.droppedIndexNamesTable.value || written.table || point < 0) {
+        return written;
+    }
+    drop_index parted = written;
+    parted.table = identifier{written.index.text.first(point), written.index.quote};
+    parted.index.text = written.index.text.sliced(point + 1);
+    return parted;
+}
+
 } // namespace
 
 refusal apply(state & at, const create_index & asked, losses & lost)
@@ -213,9 +226,10 @@ refusal apply(state & at, const create_index & asked, losses & lost)
                           : refusal();
 }
 
-refusal apply(state & at, const drop_index & asked, losses & lost)
+refusal apply(state & at, const drop_index & written, losses & lost)
 {
     name_reader names(at.known, lost);
+    const drop_index asked = partedAtPoint(written, at.known);
     const QString name = names.lookedFor(asked.index, name_place::index);
     const QString on = asked.table ? names.table(*asked.table) : QString();
     refusal why = names.why();

@@ -421,6 +421,21 @@ private Q_SLOTS:
         QVERIFY(!there.madeByItself("CREATE INDEX i ON a (x)"));
         QVERIFY(there.madeByItself("CREATE TABLE b (id INTEGER)"));
     }
+    void sqlServerNamesTheTableOfADroppedIndex()
+    {
+        script server(u"mssqlserver");
+        server.run("CREATE TABLE a (x INT); CREATE INDEX i ON a (x); CREATE TABLE b (x INT); "
+                   "CREATE INDEX i ON b (x)");
+        QCOMPARE(server.code("DROP INDEX a.i"), QString("done"));
+        QCOMPARE(server.lines().filter("index"), QStringList{"index b (x) i"});
+        QCOMPARE(server.run("DROP INDEX a.i").cause, refusal_cause::index_missing);
+        QCOMPARE(server.run("DROP INDEX c.i").cause, refusal_cause::table_missing);
+        QCOMPARE(server.code("DROP INDEX i ON b"), QString("done"));
+        QCOMPARE(server.lines().filter("index"), QStringList());
+        script postgresql(u"postgresql");
+        postgresql.run("CREATE TABLE a (x INTEGER); CREATE INDEX i ON a (x)");
+        QCOMPARE(postgresql.run("DROP INDEX a.i").what, outcome::refused);
+    }
     void documentedDatabasesAnswerAsWell()
     {
         script oracle(u"oracle");
