@@ -142,6 +142,11 @@ void command_options::addFlag(const char * names, const char * what, bool & flag
     describe(names, what, value_kind::none);
 }
 
+void command_options::addQuiet(bool & flag)
+{
+    addFlag("-q,--quiet", "Print results only", flag);
+}
+
 void command_options::setFooter(const char * text)
 {
     m_footer = QString::fromLatin1(text);

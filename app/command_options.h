@@ -47,6 +47,8 @@ public:
     /// --plugin, the plug-in that is meant.
     void addPlugin(QString & name);
     void addFlag(const char * names, const char * what, bool & flag);
+    /// -q, which each command takes that has a name.
+    void addQuiet(bool & flag);
     /// What help says after the options: paragraphs with an empty line between; the exit status and examples
     /// begin with "Exit status: " and with "Example: " or a line "Examples:". Without an exit status the
     /// usual one is added.

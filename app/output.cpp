@@ -22,6 +22,8 @@ int outputError = 0;
 /// What was done and told on standard output, which may not have taken it.
 QString doneText;
 
+bool areResultsAlone = false;
+
 void note(bool written)
 {
     if (!written && outputError == 0) {
@@ -81,8 +83,34 @@ void printBytes(const QByteArray & bytes)
 
 void printDone(const QString & text)
 {
-    doneText = oneLine(text);
-    printLine(doneText);
+    if (!areResultsAlone) {
+        doneText = oneLine(text);
+        printLine(doneText);
+    }
+}
+
+void printNotice(const QString & text)
+{
+    if (!areResultsAlone) {
+        printLine(oneLine(text));
+    }
+}
+
+void printHint(const QString & text)
+{
+    if (!areResultsAlone) {
+        printError(text);
+    }
+}
+
+void printResultsOnly()
+{
+    areResultsAlone = true;
+}
+
+bool areResultsPrintedAlone()
+{
+    return areResultsAlone;
 }
 
 void printError(const QString & text)

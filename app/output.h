@@ -17,6 +17,14 @@ void printBytes(const QByteArray & bytes);
 /// out to be unwritable, the failure says that it was done all the same: who repeats the command does it
 /// twice.
 void printDone(const QString & text);
+/// Writes `text`, which tells how the work goes, as one line to standard output.
+void printNotice(const QString & text);
+/// Writes `text`, which tells what to look at next, like printError().
+void printHint(const QString & text);
+/// From now on only results, warnings and errors are printed: nothing of what was done, how it went and what
+/// to do next.
+void printResultsOnly();
+[[nodiscard]] bool areResultsPrintedAlone();
 /// `text` as one line: a blank for each line end and control character, and what would turn the direction of
 /// the line shown by its number.
 [[nodiscard]] QString oneLine(const QString & text);

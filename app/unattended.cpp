@@ -113,7 +113,7 @@ void unattended::answerMessage(QMessageBox * box)
     const QString text = textOf(*box);
     if (box->buttons().size() < 2) {
         const bool isBad = box->icon() == QMessageBox::Warning || box->icon() == QMessageBox::Critical;
-        isBad ? printError(text) : printLine(text);
+        isBad ? printError(text) : printNotice(text);
         box->accept();
         return;
     }

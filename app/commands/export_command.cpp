@@ -137,7 +137,7 @@ void tellSilentStep(plugin::export_interface & plugin, const export_report & rep
                         last.kind == script_kind::step;
     const QString silent = isStep ? silentStep(*statements, file, last.from, Now, last.database) : QString();
     if (!silent.isEmpty()) {
-        printError(silent);
+        printHint(silent);
     }
 }
 
@@ -153,7 +153,7 @@ int runExport(plugin::export_interface & plugin, model::project & project, const
         if (type == plugin::ErrorMessage) {
             printError(text);
         } else {
-            printLine(oneLine(text));
+            printNotice(text);
         }
     };
     const unattended watch(request.answerYes,
@@ -188,7 +188,7 @@ void tellFindings(plugin::export_interface & plugin, const std::shared_ptr<model
         *source, {request.projectFile, project, friendlyOptions(request.plugin, *source),
                   request.options.database(), request.plugin.name, request.noCustomScript, files});
     if (!line.isEmpty()) {
-        printError(line);
+        printHint(line);
     }
 }
 
@@ -318,7 +318,8 @@ int export_command::run()
     const tools::script_guard_scope guard(commandScriptGuard(m_request.noCustomScript));
     QStringList files;
     const int result = runExport(*plugin, *project, m_request, isStrange, files);
-    if (result == Done && !files.isEmpty() && !isStrange && !m_request.noCheck) {
+    const bool isCounted = !m_request.noCheck && !areResultsPrintedAlone();
+    if (result == Done && !files.isEmpty() && !isStrange && isCounted) {
         tellFindings(*plugin, project, m_request, files);
     }
     // What the plug-in holds of the project goes before the project does.

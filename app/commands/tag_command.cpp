@@ -81,7 +81,7 @@ int tag_command::tag() const
     const QString file = QDir::toNativeSeparators(m_sProjectFile);
     const QString newest = QStringLiteral("the model has not changed since v%1").arg(tagged.unchanged);
     if (tagged.number == 0) {
-        printLine(oneLine(QStringLiteral("No version of %1 tagged: %2").arg(file, newest)));
+        printNotice(QStringLiteral("No version of %1 tagged: %2").arg(file, newest));
         return Done;
     }
     const QString done = QStringLiteral("Version %1 of %2 tagged").arg(QString::number(tagged.number), file);
@@ -102,7 +102,7 @@ void tag_command::tellSilentStep(int number) const
     const QString silent =
         statements ? silentStep(*statements, m_sProjectFile, number - 1, number, {}) : QString();
     if (!silent.isEmpty()) {
-        printError(silent);
+        printHint(silent);
     }
 }
 

@@ -81,7 +81,7 @@ public:
 
     void show(int done, int total)
     {
-        if (isatty(STDERR_FILENO) == 1) {
+        if (isatty(STDERR_FILENO) == 1 && !areResultsPrintedAlone()) {
             std::fputs(QStringLiteral("\r\033[K%1: %2 of %3 scripts")
                            .arg(m_database, QString::number(done), QString::number(total))
                            .toUtf8()

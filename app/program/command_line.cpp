@@ -36,6 +36,7 @@ struct parser
     CLI::App app;
     declared_command window;
     std::vector<declared_command> commands;
+    bool isQuiet = false;
 
     parser();
     /// The command that was given, or what the program does without one.
@@ -69,6 +70,7 @@ parser::parser() : window{makeDefaultCommand(), &app, command_options(app)}
         CLI::App * const own = app.add_subcommand(c->name(), c->description());
         commands.push_back({std::move(c), own, command_options(*own)});
         commands.back().what->declare(commands.back().options);
+        commands.back().options.addQuiet(isQuiet);
     }
 }
 
@@ -192,6 +194,7 @@ command_line parsed(parser & p)
     line.type = command_line::run;
     line.help = isWindow ? fromStd(p.app.help()).trimmed() : QString();
     line.files = given.options.files();
+    line.isQuiet = p.isQuiet;
     line.asked = std::move(given.what);
     return line;
 }

@@ -22,8 +22,9 @@ struct command_line
     line_type type = wrong;
     QString text;
     std::unique_ptr<command> asked;
-    QString help;      ///< of the program, to show in addition where `asked` cannot be run; empty for none
-    QStringList files; ///< those that `asked` was given
+    QString help;         ///< of the program, to show in addition where `asked` cannot be run; empty for none
+    QStringList files;    ///< those that `asked` was given
+    bool isQuiet = false; ///< only results are to be printed
 };
 
 /// The `count` arguments of main() as text; false with the reason when one is not UTF-8: its text would name

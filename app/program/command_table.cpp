@@ -11,11 +11,15 @@ namespace app {
 
 namespace {
 
-described_command describe(command & what)
+described_command describe(command & what, bool hasName)
 {
     CLI::App unused;
     command_options options(unused);
     what.declare(options);
+    bool isQuiet = false;
+    if (hasName) {
+        options.addQuiet(isQuiet);
+    }
     return {QString::fromLatin1(what.name()), QString::fromLatin1(what.description()), options.footer(),
             options.described()};
 }
@@ -38,9 +42,9 @@ std::unique_ptr<command> makeDefaultCommand()
 
 QList<described_command> describeCommands()
 {
-    QList<described_command> commands{describe(*makeDefaultCommand())};
+    QList<described_command> commands{describe(*makeDefaultCommand(), false)};
     for (const std::unique_ptr<command> & each : makeCommands()) {
-        commands << describe(*each);
+        commands << describe(*each, true);
     }
     return commands;
 }

@@ -50,7 +50,7 @@ int runCommand(app::command & command, char ** argv)
     if (command.needs() == app::surroundings::window) {
         // What commands say is read by scripts and searched for: it stays in one language.
         app::speakLanguageOfUser();
-    } else {
+    } else if (!app::areResultsPrintedAlone()) {
         app::tellWaiting();
     }
     return app::finishOutput(command.run());
@@ -77,6 +77,9 @@ int runProgram(int argc, char ** argv)
     }
     switch (line.type) {
     case app::command_line::run:
+        if (line.isQuiet) {
+            app::printResultsOnly();
+        }
         return runCommand(*line.asked, argv);
     case app::command_line::tell:
         return tellHelp(*line.asked, line.text, argv);

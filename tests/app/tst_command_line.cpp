@@ -93,20 +93,21 @@ private Q_SLOTS:
                                            << QByteArray("is neither a command nor a project file (the");
         QTest::newRow("project in capitals without a display")
             << QStringList{"SHOP.KORV"} << QByteArray("needs a display");
-        QTest::newRow("two commands")
-            << QStringList{"dump", "a.korv", "log", "b.korv"}
-            << QByteArray("Too many arguments: b.korv; 'korvane dump' takes SOURCE, VERSION, -h,--help\n");
+        QTest::newRow("two commands") << QStringList{"dump", "a.korv", "log", "b.korv"}
+                                      << QByteArray("Too many arguments: b.korv; 'korvane dump' takes "
+                                                    "SOURCE, VERSION, -q,--quiet, -h,--help\n");
         QTest::newRow("project without a display") << QStringList{"a.korv"} << QByteArray("display");
         QTest::newRow("file before the command")
             << QStringList{"a.korv", "dump", "b.korv"}
             << QByteArray("'a.korv' stands before the command (see 'korvane --help')\n");
         QTest::newRow("unknown option")
             << QStringList{"dump", "a.korv", "--frob"}
-            << QByteArray("Unknown option --frob; 'korvane dump' takes SOURCE, VERSION, -h,--help\n");
+            << QByteArray(
+                   "Unknown option --frob; 'korvane dump' takes SOURCE, VERSION, -q,--quiet, -h,--help\n");
         QTest::newRow("unknown option of tag")
             << QStringList{"tag", "a.korv", "--frob"}
             << QByteArray("Unknown option --frob; 'korvane tag' takes PROJECT.korv, -m,--message TEXT, "
-                          "--if-changed, --undo, -y,--yes, -h,--help\n");
+                          "--if-changed, --undo, -y,--yes, -q,--quiet, -h,--help\n");
         QTest::newRow("unknown option of export")
             << QStringList{"export", "a.korv", "-x"}
             << QByteArray("Unknown option -x; 'korvane export' takes PROJECT.korv, --db NAME, --path DIR, ");
@@ -124,7 +125,7 @@ private Q_SLOTS:
             << QStringList{"import", "a", "b", "c", "d"}
             << QByteArray("Too many arguments: c d; 'korvane import' takes MODEL.json, PROJECT.korv, "
                           "-n,--dry-run, --tables GLOB, --schema NAME, --link-tables relationship|entity, "
-                          "--db NAME, --skip-refused, -h,--help\n");
+                          "--db NAME, --skip-refused, -q,--quiet, -h,--help\n");
         QTest::newRow("import to standard output")
             << QStringList{"import", "a.json", "-"}
             << QByteArray("PROJECT.korv is '-', but a project cannot be written to standard output; give a "
