@@ -4,6 +4,8 @@
 #include "database/catalogue/left_out.h"
 #include "database/server/sql_connection.h"
 
+#include <QHash>
+
 #include <QList>
 #include <QSet>
 #include <QString>
@@ -16,8 +18,13 @@ struct facts;
 /// the time. What is read is not in normal form yet. All of them throw server_failure.
 namespace database::server {
 
+/// Tables of SQLite databases that were read, by the statements that made them and their indexes: these say
+/// all that a catalogue has of them.
+using sqlite_tables = QHash<QString, database::table>;
+
 /// What is in the SQLite database of the connection, temporary tables included.
-[[nodiscard]] database::catalogue readSqlite(const sql_connection & from);
+/// @param known is asked for tables that were read before, and receives the others
+[[nodiscard]] database::catalogue readSqlite(const sql_connection & from, sqlite_tables & known);
 [[nodiscard]] QList<database::left_out> leftOutOfSqlite(const sql_connection & from);
 
 /// What is in the database that the connection uses.

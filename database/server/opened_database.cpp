@@ -47,7 +47,8 @@ public:
     }
     [[nodiscard]] database::catalogue held() override
     {
-        return database::normalForm(readSqlite(*m_connection), known());
+        sqlite_tables read;
+        return database::normalForm(readSqlite(*m_connection, read), known());
     }
     [[nodiscard]] QList<database::left_out> leftOut() override { return leftOutOfSqlite(*m_connection); }
 

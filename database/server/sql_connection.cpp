@@ -58,9 +58,11 @@ QList<QVariantList> sql_connection::rows(const QString & query, const QVariantLi
     }
     isFine = isFine && q.exec();
     QList<QVariantList> result;
+    const int columns = isFine ? q.record().count() : 0;
     while (isFine && q.next()) {
         QVariantList row;
-        for (int i = 0; i < q.record().count(); ++i) {
+        row.reserve(columns);
+        for (int i = 0; i < columns; ++i) {
             // Some drivers give texts of a server's catalogue as bytes.
             const QVariant value = q.value(i);
             row.append(value.metaType() == QMetaType::fromType<QByteArray>() && !value.isNull()

@@ -64,34 +64,75 @@ constexpr left_out_query LeftOut[] = {
 class sqlite_reader
 {
 public:
-    explicit sqlite_reader(const sql_connection & from) : m_from(from) {}
+    sqlite_reader(const sql_connection & from, sqlite_tables & read) : m_from(from), m_read(read) {}
 
     [[nodiscard]] database::catalogue read()
     {
+        const QMap<QString, QString> statements = statementsByTable();
         QSet<QString> counted;
+        QStringList unread;
         for (const QVariantList & row : m_from.rows(QStringLiteral("SELECT name, sql FROM ") + Tables)) {
             const QString name = row[0].toString();
+            if (const auto found = m_read.constFind(statements[name]); found != m_read.constEnd()) {
+                tableOf(name) = *found;
+                continue;
+            }
+            unread += name;
             tableOf(name).name = name;
-            const QString sql = row[1].toString();
-            const std::vector<database::token> tokens = database::tokensOf(sql);
+            const std::vector<database::token> tokens = database::tokensOf(row[1].toString());
             if (std::any_of(tokens.begin(), tokens.end(),
                             [](const database::token & each) { return each.isWord("AUTOINCREMENT"); })) {
                 counted.insert(name);
             }
         }
-        addColumns(counted);
-        addIndexes();
-        addForeignKeys();
+        if (!unread.isEmpty()) {
+            nameUnread(unread);
+            addColumns(counted);
+            addIndexes();
+            addForeignKeys();
+        }
+        for (const QString & name : std::as_const(unread)) {
+            m_read.insert(statements[name], tableOf(name));
+        }
         return m_found;
     }
 
 private:
+    /// The name and all statements of each table and its indexes, in the order in which they were made.
+    [[nodiscard]] QMap<QString, QString> statementsByTable() const
+    {
+        QMap<QString, QString> statements;
+        for (const QVariantList & row :
+             m_from.rows(QStringLiteral("SELECT tbl_name, type, name, sql FROM (SELECT 1 AS part, rowid AS "
+                                        "place, * FROM sqlite_master "
+                                        "UNION ALL SELECT 2, rowid, * FROM sqlite_temp_master) WHERE type IN "
+                                        "('table', 'index') ORDER "
+                                        "BY part, place"))) {
+            QString & text = statements[row[0].toString()];
+            for (const QVariant & each : row) {
+                text += each.toString() + QChar(u'\0');
+            }
+        }
+        return statements;
+    }
+
+    void nameUnread(const QStringList & names)
+    {
+        QStringList literals;
+        for (QString name : names) {
+            literals +=
+                QLatin1Char('\'') + name.replace(QLatin1Char('\''), QLatin1String("''")) + QLatin1Char('\'');
+        }
+        m_unread = QStringLiteral("(SELECT * FROM %1 WHERE name IN (%2))")
+                       .arg(Tables, literals.join(QLatin1Char(',')));
+    }
+
     [[nodiscard]] QList<QVariantList> ofTables(const char * columns, const char * from,
                                                const char * order) const
     {
         return m_from.rows(
             QStringLiteral("SELECT t.name, %1 FROM %2 AS t, %3 ORDER BY t.place, %4")
-                .arg(QLatin1String(columns), Tables, QLatin1String(from), QLatin1String(order)));
+                .arg(QLatin1String(columns), m_unread, QLatin1String(from), QLatin1String(order)));
     }
 
     [[nodiscard]] database::table & tableOf(const QVariant & name)
@@ -151,15 +192,17 @@ private:
     }
 
     const sql_connection & m_from;
+    sqlite_tables & m_read;
+    QString m_unread; ///< those tables that are read now, as a query
     const database::facts & m_known = *database::factsOf(u"sqlite");
     database::catalogue m_found;
 };
 
 } // namespace
 
-database::catalogue readSqlite(const sql_connection & from)
+database::catalogue readSqlite(const sql_connection & from, sqlite_tables & known)
 {
-    return sqlite_reader(from).read();
+    return sqlite_reader(from, known).read();
 }
 
 QList<database::left_out> leftOutOfSqlite(const sql_connection & from)

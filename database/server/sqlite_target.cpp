@@ -75,7 +75,7 @@ public:
 
     [[nodiscard]] database::catalogue held() override
     {
-        return database::normalForm(readSqlite(*m_connection), known());
+        return database::normalForm(readSqlite(*m_connection, m_tables), known());
     }
     [[nodiscard]] QList<database::left_out> leftOut() override { return leftOutOfSqlite(*m_connection); }
 
@@ -89,6 +89,7 @@ private:
 
     QString m_sFile; ///< empty for memory
     bool m_bKept = false;
+    sqlite_tables m_tables; ///< stays with a reset: what the same statements make is the same
 };
 
 } // namespace
