@@ -109,7 +109,11 @@ void object_mender::addIndex(const schema_difference & of)
     if (found == nullptr || found->madeByForeignKey) {
         return;
     }
-    freeName(found->name, &database::table::indexes, m_at.from.step.known().scopes.indexes.value);
+    // Where indexes have exchanged their names each waits for the other one.
+    if (!m_freed.contains(found->name)) {
+        m_freed.insert(found->name);
+        freeName(found->name, &database::table::indexes, m_at.from.step.known().scopes.indexes.value);
+    }
     values with = words(of);
     const QString name =
         isNumbered(*found) ? QStringLiteral("idx_%1_%2").arg(in->name, of.columns.join(u'_')) : found->name;

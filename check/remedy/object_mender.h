@@ -61,6 +61,7 @@ protected:
     const mending_place & m_at;
     const sql_writer & m_sql;
     QSet<QString> m_rebuilt; ///< tables that are made anew
+    QSet<QString> m_freed;   ///< names of indexes that are given up, or are about to be
     std::vector<std::pair<phase, QString>> m_found;
 };
 

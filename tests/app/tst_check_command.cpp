@@ -221,6 +221,35 @@ private Q_SLOTS:
         const program_result result = check({"--db", "postgresql", "--fail-on", "never", "--json"});
         QCOMPARE(codesOf(result.output).count("KV415"), 1);
     }
+    void indexesThatExchangedTheirNames()
+    {
+        const auto storeTables = [this](const char * first, const char * second) {
+            const QByteArray entities =
+                QByteArray("{'id': 1, 'name': '%1', 'properties': [{'id': 1, 'name': 'id', 'type': 'long', "
+                           "'identifier': true}, {'id': 3, 'name': 'x', 'type': 'int', 'index': true}]}, "
+                           "{'id': 2, 'name': '%2', 'properties': [{'id': 2, 'name': 'id', 'type': 'long', "
+                           "'identifier': true}, {'id': 4, 'name': 'x', 'type': 'int', 'index': true}]}")
+                    .replace("%1", first)
+                    .replace("%2", second);
+            store(textOf(json(entities.constData())));
+        };
+        storeTables("a", "b");
+        tag();
+        storeTables("t", "a");
+        tag();
+        storeTables("b", "a");
+        const program_result result = check({"--db", "sqlite", "--all", "--json"});
+        QCOMPARE(result.status, 0);
+        QStringList sql;
+        const QJsonArray findings = QJsonDocument::fromJson(result.output)["findings"].toArray();
+        for (const QJsonValue & each : findings) {
+            if (each["objects"].toArray().at(0)["name"].toString() == "b") {
+                sql += each["remedy"]["sql"].toVariant().toStringList();
+            }
+        }
+        QCOMPARE(sql, (QStringList{"DROP INDEX idx_a_x;", "DROP INDEX idx_b_x;",
+                                   "CREATE INDEX idx_b_x ON b (x);", "CREATE INDEX idx_a_x ON a (x);"}));
+    }
     void aCommentOfTheScriptIsNoChange()
     {
         const char * const entity =
