@@ -25,6 +25,14 @@ namespace check {
 
 namespace {
 
+/// Has a text that is the same as an earlier one take no memory of its own.
+void share(const QString & earlier, QString & text)
+{
+    if (text == earlier) {
+        text = earlier;
+    }
+}
+
 bool isRefused(const database::verdict & said)
 {
     return said.what == database::outcome::refused;
@@ -53,7 +61,7 @@ public:
         if (isMadeAgain(record)) {
             return;
         }
-        const std::vector<database::statement> statements = database::readStatements(
+        const std::vector<database::statement> statements = m_reader.read(
             record.text, record.isReplaced() ? database::writer::anyone : database::writer::exporter);
         for (const database::statement & read : statements) {
             runStatement(record, read);
@@ -139,7 +147,8 @@ private:
                 tellDone(told_statement(m_view, record, read, empty));
             }
         }
-        if (!isRefused(empty)) {
+        // Of a new database that nothing is told of only what it holds is asked.
+        if (!isRefused(empty) && !(m_next.isFull && m_told == nullptr)) {
             m_of.m_made.add(read, record);
         }
     }
@@ -264,6 +273,7 @@ private:
     const script & m_next;
     report * m_told;
     script_view m_view;
+    database::statement_reader m_reader;
     check::run m_run;
     bool m_wasRefused = false; ///< the last statement was, by empty tables
     int m_refused = 0;         ///< statements that are refused whatever there is in rows
@@ -315,7 +325,10 @@ void checker::lookAtModel(const script & full, const database::catalogue & made,
                           const export_settings & settings, report & told)
 {
     const database::known_types types(m_known);
-    for (finding & each : explainModel({m_known, types, full, made, settings, m_step.refusedProperties})) {
+    std::vector<finding> found =
+        explainModel({m_known, types, full, made, settings, m_step.refusedProperties});
+    told.findings.reserve(told.findings.size() + found.size());
+    for (finding & each : found) {
         addTo(told, std::move(each), full);
     }
 }
@@ -342,6 +355,11 @@ void checker::addTo(report & told, finding one, const script & of) const
         one.way.model = modelPatch(one, *of.now, positionsIn(of), m_known);
     }
     one.words = {};
+    // Findings of one rule come together, and say the same in most of their texts.
+    if (!told.findings.empty()) {
+        share(told.findings.back().why, one.why);
+        share(told.findings.back().way.text, one.way.text);
+    }
     told.findings.push_back(std::move(one));
 }
 

@@ -105,7 +105,8 @@ QString wordsOf(const summary & of)
 QString fingerprintOf(const finding & of)
 {
     QByteArray text;
-    text.reserve(128);
+    constexpr qsizetype UsualSize = 128;
+    text.reserve(UsualSize);
     const auto add = [&text](QLatin1String word) { text.append(word.data(), word.size()); };
     add(of.code);
     text.append(' ').append(of.database.toUtf8());

@@ -48,9 +48,12 @@ private:
         return found == m_of.made.tables.end() ? nullptr : &found->second;
     }
 
-    [[nodiscard]] const database::column * columnOf(const database::table & in, const QString & name) const
+    [[nodiscard]] const database::column * columnOf(const database::table & in, const QString & name)
     {
-        for (const database::column & each : in.columns) {
+        // Columns stand in the order of the properties.
+        for (qsizetype i = 0; i < in.columns.size(); ++i) {
+            m_next = m_next < in.columns.size() ? m_next : 0;
+            const database::column & each = in.columns.at(m_next++);
             if (each.name == name) {
                 return &each;
             }
@@ -232,15 +235,16 @@ private:
         values words{{QStringLiteral("db"), m_of.known.label},
                      {QStringLiteral("entity"), entity.getName()},
                      {QStringLiteral("table"), table.name}};
+        const QString name = member != nullptr ? nameOf(*member) : QString();
         if (member != nullptr) {
-            words.insert(QStringLiteral("property"), nameOf(*member));
+            words.insert(QStringLiteral("property"), name);
             words.insert(QStringLiteral("column"), columnNamesOf(*member).join(QStringLiteral(", ")));
         }
         words.insert(more);
         finding told = findingOf(about, words);
         told.objects.push_back({model::object_kind::entity, entity.getId(), entity.getName()});
         if (member != nullptr) {
-            told.objects.push_back({model::object_kind::property, member->getId(), nameOf(*member)});
+            told.objects.push_back({model::object_kind::property, member->getId(), name});
         }
         m_told.push_back(std::move(told));
     }
@@ -261,6 +265,7 @@ private:
     const made_model & m_of;
     sql_writer m_sql;
     QSet<QString> m_links;
+    qsizetype m_next = 0; ///< column after the one that was found last
     std::vector<finding> m_told;
 };
 

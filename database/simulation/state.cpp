@@ -246,7 +246,8 @@ void state::addForeignKey(const table & owner, foreign_key made)
 
 QString state::shared(const QString & columnName)
 {
-    return *m_columnNames.insert(columnName);
+    const auto found = m_columnNames.constFind(columnName);
+    return found != m_columnNames.constEnd() ? *found : *m_columnNames.insert(columnName);
 }
 
 void state::addSequence(const sequence & made)

@@ -216,10 +216,10 @@ bool isTrigger(std::span<const token> tokens)
 
 } // namespace
 
-std::vector<statement> readStatements(const QString & text, writer by)
+std::vector<statement> statement_reader::read(const QString & text, writer by)
 {
-    const std::vector<token> tokens = tokensOf(text);
-    const std::span<const token> all(tokens);
+    readTokens(text, m_tokens);
+    const std::span<const token> all(m_tokens);
     std::vector<statement> statements;
     std::size_t first = 0;
     for (std::size_t i = 0; i <= all.size(); ++i) {
@@ -232,6 +232,11 @@ std::vector<statement> readStatements(const QString & text, writer by)
         first = isEnd ? i + 1 : first;
     }
     return statements;
+}
+
+std::vector<statement> readStatements(const QString & text, writer by)
+{
+    return statement_reader().read(text, by);
 }
 
 } // namespace database

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "database/statement/change.h"
+#include "database/statement/token.h"
 
 namespace database {
 
@@ -19,8 +20,19 @@ struct statement
     bool isCutShort = false; ///< it cannot be read to its end: `asked` is what stands before that
 };
 
-/// The statements of a text, in their order, in the forms of all databases that scripts are made for. What
-/// has another form is an `unknown_statement`; comments alone are no statement. Never fails.
+/// Reads text after text.
+class statement_reader
+{
+public:
+    /// The statements of a text, in their order, in the forms of all databases that scripts are made for.
+    /// What has another form is an `unknown_statement`; comments alone are no statement. Never fails.
+    [[nodiscard]] std::vector<statement> read(const QString & text, writer by = writer::anyone);
+
+private:
+    std::vector<token> m_tokens; ///< of the text that was read last
+};
+
+/// The same of one text.
 [[nodiscard]] std::vector<statement> readStatements(const QString & text, writer by = writer::anyone);
 
 } // namespace database

@@ -56,18 +56,18 @@ bool endsWord(QChar c)
 class tokenizer
 {
 public:
-    explicit tokenizer(QStringView text) : m_text(text) {}
+    tokenizer(QStringView text, std::vector<token> & tokens) : m_text(text), m_tokens(tokens) {}
 
-    std::vector<token> read()
+    void read()
     {
         constexpr qsizetype UsualLength = 5;
+        m_tokens.clear();
         m_tokens.reserve(static_cast<std::size_t>(m_text.size() / UsualLength + 1));
         while (skipBlanks()) {
             if (!readMark() && !readQuotation()) {
                 readWord();
             }
         }
-        return std::move(m_tokens);
     }
 
 private:
@@ -187,7 +187,7 @@ private:
 
     QStringView m_text;
     qsizetype m_position = 0;
-    std::vector<token> m_tokens;
+    std::vector<token> & m_tokens;
 };
 
 } // namespace
@@ -210,7 +210,14 @@ QString token::text() const
 
 std::vector<token> tokensOf(QStringView text)
 {
-    return tokenizer(text).read();
+    std::vector<token> tokens;
+    readTokens(text, tokens);
+    return tokens;
+}
+
+void readTokens(QStringView text, std::vector<token> & tokens)
+{
+    tokenizer(text, tokens).read();
 }
 
 } // namespace database

@@ -47,5 +47,7 @@ private:
 /// The tokens of a text of statements; comments are left out. Every character that is no blank and in no
 /// comment is in one of them. They are parts of `text`, which has to outlive them.
 [[nodiscard]] std::vector<token> tokensOf(QStringView text);
+/// The same in the place of what `tokens` has, whose room is used again.
+void readTokens(QStringView text, std::vector<token> & tokens);
 
 } // namespace database
