@@ -325,12 +325,8 @@ void checker::lookAtModel(const script & full, const database::catalogue & made,
                           const export_settings & settings, report & told)
 {
     const database::known_types types(m_known);
-    std::vector<finding> found =
-        explainModel({m_known, types, full, made, settings, m_step.refusedProperties});
-    told.findings.reserve(told.findings.size() + found.size());
-    for (finding & each : found) {
-        addTo(told, std::move(each), full);
-    }
+    explainModel({m_known, types, full, made, settings, m_step.refusedProperties},
+                 [&](finding each) { addTo(told, std::move(each), full); });
 }
 
 const text_positions & checker::positionsIn(const script & of) const

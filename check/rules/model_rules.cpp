@@ -16,7 +16,7 @@
 #include "model/relationship.h"
 
 #include <algorithm>
-#include <iterator>
+#include <optional>
 
 namespace check {
 
@@ -26,9 +26,12 @@ namespace {
 class model_walk
 {
 public:
-    explicit model_walk(const made_model & of) : m_of(of), m_sql(of.known) {}
+    model_walk(const made_model & of, const std::function<void(finding)> & tell)
+        : m_of(of), m_tell(tell), m_sql(of.known)
+    {
+    }
 
-    std::vector<finding> walk()
+    void walk()
     {
         const auto entities = m_of.full.now->getListOfAllEntities();
         for (const auto & each :
@@ -37,10 +40,19 @@ public:
                 lookAt(*each, *table);
             }
         }
-        return std::move(m_told);
+        tellLast();
     }
 
 private:
+    /// Nothing more is added to it.
+    void tellLast()
+    {
+        if (m_last) {
+            m_tell(std::move(*m_last));
+            m_last.reset();
+        }
+    }
+
     [[nodiscard]] const database::table * tableOf(const QString & name) const
     {
         const auto found =
@@ -202,7 +214,7 @@ private:
     }
 
     /// Gives the finding that was told last statements that mend it after the full script.
-    void addSql(const QStringList & sql) { m_told.back().way.sql += sql; }
+    void addSql(const QStringList & sql) { m_last->way.sql += sql; }
 
     /// A foreign key from columns of a table to the key of the entity.
     static database::foreign_key keyTo(const model::entity & target, const QString & table,
@@ -246,7 +258,8 @@ private:
         if (member != nullptr) {
             told.objects.push_back({model::object_kind::property, member->getId(), name});
         }
-        m_told.push_back(std::move(told));
+        tellLast();
+        m_last = std::move(told);
     }
 
     static const rule_text WithoutKey;
@@ -263,10 +276,11 @@ private:
     static const rule_text LinkCounts;
 
     const made_model & m_of;
+    const std::function<void(finding)> & m_tell;
     sql_writer m_sql;
     QSet<QString> m_links;
-    qsizetype m_next = 0; ///< column after the one that was found last
-    std::vector<finding> m_told;
+    qsizetype m_next = 0;          ///< column after the one that was found last
+    std::optional<finding> m_last; ///< that was found
 };
 
 const rule_text model_walk::WithoutKey = {
@@ -343,9 +357,9 @@ const rule_text model_walk::LinkCounts = {
 
 } // namespace
 
-std::vector<finding> explainModel(const made_model & of)
+void explainModel(const made_model & of, const std::function<void(finding)> & tell)
 {
-    return model_walk(of).walk();
+    model_walk(of, tell).walk();
 }
 
 } // namespace check

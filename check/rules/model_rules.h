@@ -8,7 +8,7 @@
 
 #include <QSet>
 
-#include <vector>
+#include <functional>
 
 namespace check {
 
@@ -30,7 +30,8 @@ struct made_model
     const QSet<long> & refused; ///< properties of which a statement was refused, which says enough
 };
 
-/// What a new database has otherwise than the model says though every statement runs, and what is unwise.
-[[nodiscard]] std::vector<finding> explainModel(const made_model & of);
+/// Tells what a new database has otherwise than the model says though every statement runs, and what is
+/// unwise, one finding after another: a large model has many.
+void explainModel(const made_model & of, const std::function<void(finding)> & tell);
 
 } // namespace check

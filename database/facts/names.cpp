@@ -129,7 +129,7 @@ understood_name withinLength(const facts & known, const QString & name, name_pla
     if (isOfTable(place) && !known.names.mayEndInBlank.value && name.endsWith(u' ')) {
         return {name, refusal_cause::table_name_ends_blank, false};
     }
-    if (isShort(known, name) || lengthIn(known.names.unit.value, name) <= known.names.longest.value) {
+    if (isShort(known, name)) {
         return {name, refusal_cause::none, false};
     }
     if (known.names.over.value == name_over_length::refused) {
@@ -160,10 +160,12 @@ understood_name withSchema(const facts & known, const QString & text, name_place
 
 } // namespace
 
-bool isShort(const facts & known, QStringView name)
+bool isShort(const facts & known, const QString & name)
 {
     const int longest = known.names.longest.value;
-    return longest == 0 || MostBytes * name.size() <= longest;
+    // Most are short in any unit, and need not be looked at.
+    return longest == 0 || MostBytes * name.size() <= longest ||
+           lengthIn(known.names.unit.value, name) <= longest;
 }
 
 bool isLiteral(const QString & text)

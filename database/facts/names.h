@@ -27,8 +27,8 @@ struct identifier
 /// Whether two names of columns, indexes, sequences or constraints are one.
 [[nodiscard]] bool isSameName(const facts & known, const QString & a, const QString & b);
 
-/// Whether the name is no longer than names of the database can be, as far as that is seen at a glance.
-[[nodiscard]] bool isShort(const facts & known, QStringView name);
+/// Whether the name is no longer than names of the database can be.
+[[nodiscard]] bool isShort(const facts & known, const QString & name);
 
 /// Whether the database reads the text as a number, or as no value.
 [[nodiscard]] bool isLiteral(const QString & text);

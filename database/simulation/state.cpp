@@ -283,7 +283,7 @@ void state::markEmpty(const table & owner, const QString & column)
 
 bool state::isEmpty(const table & owner, const QString & column) const
 {
-    return m_empty.contains(columnObject(keyOf(owner.name), column));
+    return !m_empty.isEmpty() && m_empty.contains(columnObject(keyOf(owner.name), column));
 }
 
 void state::markFilled(const table & owner, const QString & column)
@@ -293,7 +293,7 @@ void state::markFilled(const table & owner, const QString & column)
 
 bool state::isFilled(const table & owner, const QString & column) const
 {
-    return m_filled.contains(columnObject(keyOf(owner.name), column));
+    return !m_filled.isEmpty() && m_filled.contains(columnObject(keyOf(owner.name), column));
 }
 
 QString state::holderOf(const QString & name) const
