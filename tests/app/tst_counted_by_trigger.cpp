@@ -88,12 +88,13 @@ private Q_SLOTS:
                                       .output;
         QStringList found;
         const QJsonArray findings = QJsonDocument::fromJson(output)["findings"].toArray();
-        for (const QJsonValue & each : findings) {
-            const QString code = each["code"].toString();
+        for (const auto & each : findings) {
+            const QJsonObject one = each.toObject();
+            const QString code = one["code"].toString();
             // That programs have to follow, and that a script is done in part, is told as well.
             if (code != QLatin1String("KV601") && code != QLatin1String("KV503")) {
                 found += QStringLiteral("%1 %2: %3")
-                             .arg(code, each["outcome"].toString(), each["message"].toString());
+                             .arg(code, one["outcome"].toString(), one["message"].toString());
             }
         }
         QCOMPARE(found, told);
