@@ -8,6 +8,7 @@
 
 #include <QFile>
 
+#include <csignal>
 #include <optional>
 
 namespace database::server {
@@ -33,7 +34,8 @@ public:
             why = QStringLiteral("MariaDB is not installed");
             return false;
         }
-        m_server.emplace(QStringLiteral("mysql"));
+        // While it starts it can miss a SIGTERM and stay for ever; nothing of it is worth an orderly end.
+        m_server.emplace(QStringLiteral("mysql"), SIGKILL);
         m_place.host = m_server->folder() + QStringLiteral("/s");
         m_place.user = QStringLiteral("root");
         const QString data = QStringLiteral("--datadir=") + m_server->folder() + QStringLiteral("/data");

@@ -8,6 +8,7 @@
 
 #include <QDir>
 
+#include <csignal>
 #include <optional>
 #include <utility>
 
@@ -43,7 +44,7 @@ public:
             why = QStringLiteral("PostgreSQL is not installed");
             return false;
         }
-        m_server.emplace(QStringLiteral("postgres"));
+        m_server.emplace(QStringLiteral("postgres"), SIGTERM);
         m_place.host = m_server->folder();
         m_place.user = QStringLiteral("test");
         const QString data = m_server->folder() + QStringLiteral("/data");

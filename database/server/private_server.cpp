@@ -61,9 +61,9 @@ void removeLeftFolders()
 
 } // namespace
 
-private_server::private_server(const QString & user)
+private_server::private_server(const QString & user, int signalOfDeath)
     : m_folder(QDir::tempPath() + QLatin1Char('/') + FolderName + QStringLiteral("XXXXXX")),
-      m_lock(m_folder.filePath(LockName))
+      m_iSignalOfDeath(signalOfDeath), m_lock(m_folder.filePath(LockName))
 {
     removeLeftFolders();
     m_lock.setStaleLockTime(0);
@@ -94,12 +94,12 @@ void private_server::becomeUser(QProcess & process) const
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("TMPDIR"), folder());
     process.setProcessEnvironment(environment);
-    process.setChildProcessModifier([who = m_account] {
+    process.setChildProcessModifier([who = m_account, signalOfDeath = m_iSignalOfDeath] {
         if (who && (setgroups(0, nullptr) != 0 || setgid(who->gid) != 0 || setuid(who->uid) != 0)) {
             _exit(126);
         }
         setpgid(0, 0); // what a terminal tells the program is not for the server
-        prctl(PR_SET_PDEATHSIG, SIGTERM);
+        prctl(PR_SET_PDEATHSIG, signalOfDeath);
     });
 }
 

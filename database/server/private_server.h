@@ -17,7 +17,8 @@ class private_server
 {
 public:
     /// @param user who runs the server when this process is root
-    explicit private_server(const QString & user);
+    /// @param signalOfDeath ends the server when this process dies first
+    private_server(const QString & user, int signalOfDeath);
     ~private_server();
     private_server(const private_server &) = delete;
     private_server & operator=(const private_server &) = delete;
@@ -39,6 +40,7 @@ private:
     void becomeUser(QProcess & process) const;
 
     QTemporaryDir m_folder;
+    int m_iSignalOfDeath;
     QLockFile m_lock; ///< by which others see that the folder is in use
     std::optional<account> m_account;
     QProcess m_server;

@@ -1,5 +1,7 @@
 #include "servers/server_of_somebody.h"
 
+#include <csignal>
+
 #include <QDir>
 #include <QFile>
 #include <QSqlDatabase>
@@ -15,7 +17,7 @@ using database::server::sql_connection;
 class postgresql_of_somebody : public server_of_somebody
 {
 public:
-    postgresql_of_somebody() : server_of_somebody(QStringLiteral("postgres")) {}
+    postgresql_of_somebody() : server_of_somebody(QStringLiteral("postgres"), SIGTERM) {}
 
     bool start(QString & why)
     {
@@ -62,7 +64,7 @@ protected:
 class mariadb_of_somebody : public server_of_somebody
 {
 public:
-    mariadb_of_somebody() : server_of_somebody(QStringLiteral("mysql")) {}
+    mariadb_of_somebody() : server_of_somebody(QStringLiteral("mysql"), SIGKILL) {}
 
     bool start(QString & why)
     {

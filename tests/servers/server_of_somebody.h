@@ -13,7 +13,7 @@ namespace servers {
 class server_of_somebody
 {
 public:
-    explicit server_of_somebody(const QString & account) : m_server(account) {}
+    server_of_somebody(const QString & account, int signalOfDeath) : m_server(account, signalOfDeath) {}
     virtual ~server_of_somebody() = default;
 
     /// The key of its database, which URLs begin with.
