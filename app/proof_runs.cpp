@@ -8,7 +8,6 @@ namespace app {
 namespace {
 
 using database::server::row_content;
-using database::server::server_error;
 using database::server::server_failure;
 using database::server::target_database;
 

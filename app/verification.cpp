@@ -96,6 +96,7 @@ private:
     std::vector<shared_work::part> parts(bool isShared)
     {
         std::vector<shared_work::part> all;
+        all.reserve(m_versions.size() + 2);
         m_results.full.resize(m_versions.size());
         for (std::size_t i = 0; i < m_versions.size(); ++i) {
             all.emplace_back([this, i](target_database & target) {

@@ -196,7 +196,8 @@ private:
     static QStringList refusalsIn(const QJsonObject & run)
     {
         QStringList told;
-        for (const QJsonValue & each : run["chain"]["refused"].toArray()) {
+        const QJsonArray refused = run["chain"]["refused"].toArray();
+        for (const QJsonValue & each : refused) {
             told << QStringLiteral("%1 %2 %3: %4")
                         .arg(each["when"].toString(), each["code"].toString(), each["foretoldBy"].toString(),
                              each["statement"]["text"].toString());

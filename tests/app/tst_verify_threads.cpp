@@ -65,6 +65,7 @@ private Q_SLOTS:
     {
         std::vector<std::atomic<int>> done(200);
         std::vector<shared_work::part> parts;
+        parts.reserve(done.size());
         for (std::atomic<int> & each : done) {
             parts.emplace_back([&each](target_database &) { ++each; });
         }
