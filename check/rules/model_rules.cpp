@@ -214,7 +214,12 @@ private:
     }
 
     /// Gives the finding that was told last statements that mend it after the full script.
-    void addSql(const QStringList & sql) { m_last->way.sql += sql; }
+    void addSql(const QStringList & sql)
+    {
+        if (m_last) {
+            m_last->way.sql += sql;
+        }
+    }
 
     /// A foreign key from columns of a table to the key of the entity.
     static database::foreign_key keyTo(const model::entity & target, const QString & table,
