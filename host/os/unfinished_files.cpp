@@ -5,6 +5,7 @@
 
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <cstring>
 
@@ -97,11 +98,21 @@ void onSignal(int signal)
 
 unfinished_file::~unfinished_file()
 {
-    if (m_path.isEmpty()) {
-        return;
-    }
-    m_kind == folder ? ::rmdir(m_path.constData()) : ::unlink(m_path.constData());
+    remove();
     keep();
+}
+
+bool unfinished_file::remove()
+{
+    if (m_path.isEmpty()) {
+        return true;
+    }
+    const int result = m_kind == folder ? ::rmdir(m_path.constData()) : ::unlink(m_path.constData());
+    if (result != 0 && errno != ENOENT) {
+        return false;
+    }
+    keep();
+    return true;
 }
 
 void unfinished_file::note(const QString & path, what kind)

@@ -29,6 +29,9 @@ public:
     void note(const QString & path, what kind = file);
     /// The path is whole, or gone: it is not removed any more.
     void keep();
+    /// Removes the path at once; false when it cannot be removed, and then it is tried again when this object
+    /// goes. True when there is nothing noted.
+    bool remove();
 
 private:
     QByteArray m_path; ///< absolute, as the system spells it

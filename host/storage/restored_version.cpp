@@ -1,7 +1,6 @@
 #include "storage/restored_version.h"
 
 #include "model/file_suffix.h"
-#include "os/file_status.h"
 #include "storage/temporary_file.h"
 #include "tools/bounded_uncompress.h"
 #include "zk/sqlite_connection.h"
@@ -26,11 +25,6 @@ QString momentName(const QString & folder, const QString & start)
         QLatin1Char('.') + model::ProjectFileSuffix);
 }
 
-bool isTaken(const QString & name)
-{
-    return os::fileStatus(name, os::links::seen).kind != os::file_status::missing;
-}
-
 bool writeWhole(QFile & file, const QByteArray & bytes)
 {
     const bool isWritten = file.write(bytes) == bytes.size() && file.flush();
@@ -50,6 +44,7 @@ struct restored_version::data
     std::optional<temporary_file> claim;
     std::optional<os::unfinished_file> file;
     std::optional<zk::sqlite::final_file> isFinal;
+    bool isNameRefused = false; ///< there is something of that name, as a rule
 
     /// Claims the name of this moment and makes the file; false when that did not work.
     bool open(QFile & opened, const QString & folder, const QString & start)
@@ -65,6 +60,7 @@ struct restored_version::data
         const os::ending_held held;
         if (!opened.open(QIODevice::WriteOnly | QIODevice::NewOnly,
                          QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
+            isNameRefused = true;
             return false;
         }
         file.emplace().note(fileName);
@@ -74,10 +70,11 @@ struct restored_version::data
     ~data() { removeAll(); }
     void removeAll()
     {
-        const bool isMade = file.has_value();
         isFinal.reset();
+        // Another program may have a file of that name by now.
+        const bool isLeft = file && !file->remove();
         file.reset();
-        if (claim && isMade && isTaken(fileName)) {
+        if (claim && isLeft) {
             // Without the claim the next run would not know whose file it is.
             claim->keep();
         }
@@ -113,7 +110,8 @@ bool restored_version::create(const QString & folder, const QString & start, con
             }
             break;
         }
-        if (m_data->file || !isTaken(m_data->fileName)) {
+        // Whoever had the name may have given it back since, so that it says nothing whether it is free now.
+        if (!m_data->isNameRefused) {
             break;
         }
         QThread::msleep(1);

@@ -14,6 +14,7 @@
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -196,6 +197,36 @@ private Q_SLOTS:
         QVERIFY(restored.fileName().startsWith(m_folder->filePath("shop_v1_")));
         QCOMPARE(restored.restore(m_folder->path(), "shop_v1_", qCompress(QByteArray(1000, 'x'))),
                  outcome::restored);
+    }
+    /// A name that another process has when it is asked for may be free when it is looked at.
+    void programsOfOneMomentRestoreTheSame()
+    {
+        const QByteArray bytes = qCompress("bytes");
+        const auto failures = [&] {
+            constexpr int rounds = 10000;
+            int count = 0;
+            for (int i = 0; i < rounds; ++i) {
+                storage::restored_version restored;
+                const bool isRestored =
+                    restored.restore(m_folder->path(), "shop_v1_", bytes) == outcome::restored;
+                count += isRestored ? 0 : 1;
+            }
+            return count;
+        };
+        QList<pid_t> children;
+        for (int i = 0; i < 3; ++i) {
+            children += ::fork();
+            if (children.constLast() == 0) {
+                ::_exit(failures() == 0 ? 0 : 1);
+            }
+        }
+        QCOMPARE(failures(), 0);
+        for (const pid_t child : children) {
+            int status = -1;
+            QCOMPARE(::waitpid(child, &status, 0), child);
+            QCOMPARE(status, 0);
+        }
+        QCOMPARE(left(), QStringList());
     }
     void aDamagedVersionMakesNoFile()
     {

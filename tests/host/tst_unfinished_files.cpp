@@ -118,6 +118,31 @@ private Q_SLOTS:
         }
         QVERIFY(QFile::exists(path("f/foreign")));
     }
+    void removedAtOnce()
+    {
+        {
+            unfinished_file nothing;
+            QVERIFY(nothing.remove());
+            makeFile(path("a"));
+            unfinished_file file;
+            file.note(path("a"));
+            QVERIFY(file.remove());
+            QCOMPARE(names(), QStringList());
+            // Somebody else's by now.
+            makeFile(path("a"));
+            QVERIFY(file.remove());
+            unfinished_file gone;
+            gone.note(path("b"));
+            QVERIFY(gone.remove());
+            QVERIFY(QDir().mkdir(path("f")));
+            makeFile(path("f/theirs"));
+            unfinished_file folder;
+            folder.note(path("f"), unfinished_file::folder);
+            QVERIFY(!folder.remove());
+            QVERIFY(QFile::remove(path("f/theirs")));
+        }
+        QCOMPARE(names(), QStringList("a"));
+    }
     void moreThanASignalFindsAndLongerOnes()
     {
         {
