@@ -15,7 +15,10 @@ std::optional<values> followsFromRefusal(const told_statement & of)
 std::optional<values> always(const told_statement & of)
 {
     const QString object = of.said().object;
-    return values{{QStringLiteral("object"), object.isEmpty() ? QStringLiteral("the statement") : object}};
+    const QString error =
+        of.said().code.isEmpty() ? QString() : QStringLiteral(" with the error ") + of.said().code;
+    return values{{QStringLiteral("object"), object.isEmpty() ? QStringLiteral("the statement") : object},
+                  {QStringLiteral("error"), error}};
 }
 
 const refusal_rule Follows[] = {
@@ -28,7 +31,7 @@ const refusal_rule Follows[] = {
 
 const refusal_rule Others[] = {
     {{QLatin1String("KV299"), effect::refused,
-      "{db} refuses the statement about '{subject}' with the error {code} ({object}).",
+      "{db} refuses the statement about '{subject}'{error} ({object}).",
       "The statement does not fit what the database holds when it runs.",
       "Look at the statement and at those before it; a custom script can replace it."},
      always},

@@ -181,7 +181,8 @@ found indexOnUnrenamed(const told_statement & of)
 found restated(const told_statement & of)
 {
     using enum refusal_cause;
-    return only(of.isForAny({values_lost, values_converted, values_cut, values_cut_converted, nulls_lost}));
+    return only(of.asks<database::change_column>() != nullptr &&
+                of.isForAny({values_lost, values_converted, values_cut, values_cut_converted, nulls_lost}));
 }
 
 const refusal_rule Rules[] = {

@@ -73,6 +73,24 @@ public:
         set("table", asked.table.text);
         set("constraint", asked.constraint.text);
     }
+    void operator()(const database::add_key & asked)
+    {
+        set("table", asked.table.text);
+        set("column", asked.key.parts.empty() ? QString() : asked.key.parts.front().column.text);
+    }
+    void operator()(const database::drop_key & asked) { set("table", asked.table.text); }
+    void operator()(const database::rename_index & asked)
+    {
+        set("table", asked.table ? asked.table->text : QString());
+        set("index", asked.from.text);
+        set("new", asked.to.text);
+    }
+    void operator()(const database::alter_column & asked)
+    {
+        set("table", asked.table.text);
+        set("column", asked.column.text);
+        set("type", asked.type);
+    }
     void operator()(const database::create_sequence & asked) { set("table", asked.sequence.text); }
     void operator()(const database::create_trigger & asked) { set("table", asked.table.text); }
     template <class Other>
@@ -194,6 +212,15 @@ values told_statement::words() const
         words.insert(QStringLiteral("subject"), nameOf(*member));
     }
     std::visit(word_reader(words), m_read.asked);
+    // A statement of the custom script need not be about anything of the model.
+    const QString own = words.value(u"table");
+    const QString table = own.isEmpty() ? m_in.of().name : own;
+    const QString column = words.value(u"column");
+    const QString named = column.isEmpty() ? table : table + QLatin1Char('.') + column;
+    for (const auto & [word, text] : {std::pair("entity", table), {"property", named}, {"subject", named}}) {
+        QString & held = words[QString::fromLatin1(word)];
+        held = held.isEmpty() ? text : held;
+    }
     return words;
 }
 

@@ -95,6 +95,25 @@ private Q_SLOTS:
         QCOMPARE(run["ok"].toBool(), true);
     }
 
+    /// A statement of the custom script may leave nulls out as well.
+    void notNullByTheCustomScript()
+    {
+        const char * const renamed = "{'id': 1, 'name': 'gig', 'tableName': 't_gig', 'properties': ["
+                                     "{'id': 10, 'name': 'id', ID},"
+                                     "{'id': 11, 'name': 'length', 'type': 'int'}]}";
+        m_bench->history({Plain, renamed});
+        const QStringList own =
+            m_bench->ownScript("RENAME_COLUMN", "'ALTER TABLE t_gig RENAME COLUMN duration TO length;"
+                                                "\\nALTER TABLE t_gig ALTER COLUMN length SET NOT NULL;'");
+        const QJsonObject run = m_bench->runOf(QStringList{"--db", "postgresql", "--skip-missing"} + own);
+        if (run["missing"].isString()) {
+            QSKIP(qPrintable(run["missing"].toString()));
+        }
+        QCOMPARE(refusalsIn(run),
+                 QStringList{"rows 23502 KV299: ALTER TABLE t_gig ALTER COLUMN length SET NOT NULL;"});
+        QCOMPARE(run["foretold"], (QJsonObject{{"refused", 1}, {"foretold", 1}, {"false", 0}}));
+    }
+
     void aNullThatBecomesAValue()
     {
         const char * const before = "{'id': 1, 'name': 'gig', 'properties': [{'id': 10, 'name': 'id', ID},"

@@ -65,6 +65,65 @@ class tst_checker : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void textsSayWhatTheyAreAbout_data()
+    {
+        QTest::addColumn<QString>("database");
+        for (const char * const key : {"sqlite", "mysql", "mariadb", "postgresql", "oracle", "mssqlserver"}) {
+            QTest::newRow(key) << QString::fromLatin1(key);
+        }
+    }
+    /// Whatever form a custom script gives a statement, no text about it has a word left open.
+    void textsSayWhatTheyAreAbout()
+    {
+        QFETCH(const QString, database);
+        const char * const forms[] = {
+            "ALTER TABLE a ALTER COLUMN x SET NOT NULL;",
+            "ALTER TABLE a ALTER COLUMN x TYPE INTEGER;",
+            "ALTER TABLE a ALTER COLUMN gone TYPE INTEGER;",
+            "ALTER TABLE a ALTER COLUMN gone SET NOT NULL;",
+            "ALTER TABLE a MODIFY x INTEGER NOT NULL;",
+            "ALTER TABLE a MODIFY gone INTEGER;",
+            "ALTER TABLE a CHANGE gone x INTEGER;",
+            "ALTER TABLE a RENAME COLUMN gone TO y;",
+            "ALTER TABLE a DROP COLUMN gone;",
+            "ALTER TABLE a ADD COLUMN x INTEGER;",
+            "ALTER TABLE a ADD PRIMARY KEY (gone);",
+            "ALTER TABLE a ADD UNIQUE (gone);",
+            "ALTER TABLE a DROP PRIMARY KEY;",
+            "ALTER TABLE gone DROP PRIMARY KEY;",
+            "ALTER TABLE a RENAME INDEX gone TO i;",
+            "ALTER INDEX gone RENAME TO i;",
+            "ALTER TABLE a DROP CONSTRAINT gone;",
+            "ALTER TABLE a ADD CONSTRAINT f FOREIGN KEY (gone) REFERENCES b (x);",
+            "ALTER TABLE gone RENAME TO a;",
+            "CREATE INDEX i ON gone (x);",
+            "DROP INDEX gone;",
+            "DROP TABLE gone;",
+            "CREATE TRIGGER t BEFORE INSERT OR UPDATE OF x ON gone BEGIN NULL; END;",
+            "ALTER TABLE a RENAME COLUMN x TO y;",
+            "ALTER TABLE a CHANGE x y INTEGER;",
+            "ALTER TABLE a ADD COLUMN z INTEGER NOT NULL;",
+            "ALTER TABLE a ADD COLUMN gone;",
+            "CREATE INDEX i ON a (y);",
+            "ALTER TABLE a RENAME TO c;",
+            "ALTER TABLE c DROP COLUMN y;",
+            "DROP TABLE c;",
+            "GRANT ALL ON c TO public;",
+        };
+        report found;
+        checker all = checkerOf(qPrintable(database));
+        script first = scriptOf("v1.sql", {"CREATE TABLE a (id INTEGER, x VARCHAR(9));"});
+        all.runUntold(first);
+        const script step = scriptOf("v1_to_v2.sql", {std::begin(forms), std::end(forms)}, true);
+        all.run(step, &found);
+        QVERIFY(found.findings.size() > 15);
+        for (const finding & each : found.findings) {
+            const QString text = each.message + each.why + each.way.text + each.way.sql.join(u' ');
+            const bool isWhole = !text.contains(u'{') && !text.contains(u'}') &&
+                                 !text.contains(QLatin1String("  ")) && !text.contains(QLatin1String("''"));
+            QVERIFY2(isWhole, qPrintable(each.code + u' ' + text));
+        }
+    }
     void aRefusedStatementChangesNothing()
     {
         report found;
