@@ -156,7 +156,7 @@ private:
             [&](const database::foreign_key & each) { return each.columns.contains(column->name); });
         if (!isWritten && relation.getEntityTargetId() == entity.getId()) {
             tell(SelfReference, entity, &member, table);
-            addSql(m_sql.addForeignKey(table.name, keyTo(entity, table.name, columnNamesOf(member))));
+            addSql(m_sql.addForeignKey(table.name, keyTo(entity, table, columnNamesOf(member))));
         }
         const bool isUnique = std::any_of(table.indexes.begin(), table.indexes.end(), [&](const auto & each) {
             return each.unique && each.parts.front().column == column->name;
@@ -195,7 +195,7 @@ private:
                  isSelf ? QStringList{relation.getForeignKey(), relation.getForeignKeyOwner()}
                         : QStringList()) {
                 addSql(m_sql.addForeignKey(table->name,
-                                           keyTo(entity, table->name, each.split(model::ColumnSeparator))));
+                                           keyTo(entity, *table, each.split(model::ColumnSeparator))));
             }
         } else if (table->foreignKeys.size() == 1) {
             tell(LinkWithOneForeignKey, entity, &member, *table);
@@ -221,13 +221,30 @@ private:
         }
     }
 
-    /// A foreign key from columns of a table to the key of the entity.
-    static database::foreign_key keyTo(const model::entity & target, const QString & table,
-                                       const QStringList & columns)
+    /// The names as the table has them, whose columns the model names so.
+    QStringList storedNames(const database::table & in, const QStringList & names)
     {
+        QStringList stored;
+        for (const QString & each : names) {
+            const database::column * const column = columnOf(in, each);
+            stored += column == nullptr ? each : column->name;
+        }
+        return stored;
+    }
+
+    /// A foreign key from columns of a table to the key of the entity.
+    database::foreign_key keyTo(const model::entity & target, const database::table & from,
+                                const QStringList & columns)
+    {
+        const QString tableName = tableNameOf(target);
+        const database::table * const table = tableOf(tableName);
         const auto key = target.getPropertyId(true);
-        return {QStringLiteral("fk_%1_%2").arg(table, columns.join(u'_')), columns, tableNameOf(target),
-                key ? columnNamesOf(*key) : QStringList()};
+        const QStringList own = storedNames(from, columns);
+        const QStringList others = key ? columnNamesOf(*key) : QStringList();
+        const QString name = QStringLiteral("fk_%1_%2").arg(from.name, own.join(u'_'));
+        return {database::understood(m_of.known, {name, {}}, database::name_place::other).name, own,
+                table == nullptr ? tableName : table->name,
+                table == nullptr ? others : storedNames(*table, others)};
     }
 
     [[nodiscard]] QStringList notNull(const database::table & in, const database::column & column) const

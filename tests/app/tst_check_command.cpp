@@ -478,6 +478,44 @@ private Q_SLOTS:
         QCOMPARE(firstLine(result.errors),
                  QString("SOURCE is missing: give a project file or a model in text form"));
     }
+    void remediesNameWhatIsStored_data()
+    {
+        QTest::addColumn<QString>("database");
+        QTest::addColumn<QString>("sql");
+        QTest::newRow("postgresql")
+            << "postgresql"
+            << "ALTER TABLE t_gig ADD CONSTRAINT fk_t_gig_maingig FOREIGN KEY (maingig) REFERENCES t_gig "
+               "(gigid);";
+        QTest::newRow("oracle")
+            << "oracle"
+            << "ALTER TABLE T_GIG ADD CONSTRAINT FK_T_GIG_MAINGIG FOREIGN KEY (MAINGIG) REFERENCES T_GIG "
+               "(GIGID);";
+        QTest::newRow("mariadb")
+            << "mariadb"
+            << "ALTER TABLE T_Gig ADD CONSTRAINT fk_T_Gig_mainGig FOREIGN KEY (mainGig) REFERENCES T_Gig "
+               "(gigId);";
+    }
+    /// Scripts write names without quotes where that changes their case.
+    void remediesNameWhatIsStored()
+    {
+        QFETCH(const QString, database);
+        QFETCH(const QString, sql);
+        store(
+            textOf(json("{'id': 1, 'name': 'gig', 'tableName': 'T_Gig', 'properties': ["
+                        "{'id': 1, 'name': 'id', 'columnName': 'gigId', 'type': 'long', 'identifier': true},"
+                        "{'id': 2, 'name': 'main', 'columnName': 'mainGig', 'relationship': {'id': 3, "
+                        "'type': 'many-to-one', 'target': 1}}]}")));
+        const program_result result =
+            check({"--db", database, "--relationships", "yes", "--json", "--fail-on", "never"});
+        QCOMPARE(result.status, 0);
+        QStringList found;
+        for (const auto & each : QJsonDocument::fromJson(result.output)["findings"].toArray()) {
+            const QJsonObject one = each.toObject();
+            found += one["code"].toString() == "KV112" ? one["remedy"]["sql"][0].toString() : QString();
+        }
+        found.removeAll(QString());
+        QCOMPARE(found, QStringList{sql});
+    }
     void fileThatCannotBeWritten()
     {
         storeSwap();
