@@ -80,6 +80,11 @@ void repair::fillIn(std::vector<finding> & findings, const std::vector<told_diff
     }
 }
 
+QString repair::storedTable(const QString & name) const
+{
+    return database::storedName(m_known, name, database::name_place::table);
+}
+
 void repair::renameTables(std::vector<finding> & findings)
 {
     std::vector<pending_rename> pending;
@@ -88,7 +93,7 @@ void repair::renameTables(std::vector<finding> & findings)
         const auto is = now->getEntityById(entity);
         const auto about = m_about.constFind({static_cast<int>(model::object_kind::entity), entity});
         if (is && about != m_about.constEnd()) {
-            pending.push_back({*about, {}, kept, tableNameOf(*is)});
+            pending.push_back({*about, {}, storedTable(kept), storedTable(tableNameOf(*is))});
         }
     }
     rename(findings, std::move(pending));
@@ -104,7 +109,11 @@ void repair::renameColumns(std::vector<finding> & findings)
         const auto owner = is ? is->getEntity() : nullptr;
         const QStringList columns = owner ? columnNamesOf(*is) : QStringList();
         if (columns.size() == 1) {
-            pending.push_back({*about, tableNameOf(*owner), kept, columns.front()});
+            const auto stored = [&](const QString & name) {
+                return database::storedName(m_known, name, database::name_place::other);
+            };
+            pending.push_back(
+                {*about, storedTable(tableNameOf(*owner)), stored(kept), stored(columns.front())});
         }
     }
     rename(findings, std::move(pending));

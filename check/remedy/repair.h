@@ -53,6 +53,7 @@ private:
         QString to;
     };
 
+    [[nodiscard]] QString storedTable(const QString & name) const;
     void renameTables(std::vector<finding> & findings);
     void renameColumns(std::vector<finding> & findings);
     void rename(std::vector<finding> & findings, std::vector<pending_rename> pending);

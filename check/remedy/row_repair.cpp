@@ -21,9 +21,19 @@ QString ended(const QString & statement)
     return statement.endsWith(u';') ? statement : statement + u';';
 }
 
-database::column columnOf(const database::column_definition & of)
+QString tableNamed(const told_statement & of, const database::identifier & written)
 {
-    return {of.name.text, of.type, of.notNull, of.counted};
+    return database::storedName(of.known(), written, database::name_place::table);
+}
+
+QString columnNamed(const told_statement & of, const database::identifier & written)
+{
+    return database::storedName(of.known(), written, database::name_place::other);
+}
+
+database::column columnOf(const told_statement & in, const database::column_definition & of)
+{
+    return {columnNamed(in, of.name), of.type, of.notNull, of.counted};
 }
 
 QString filling(const sql_writer & sql, const QString & table, const database::column & column)
@@ -39,8 +49,8 @@ QStringList addedColumn(const told_statement & of, const sql_writer & sql)
     if (asked == nullptr || asked->definition.unique) {
         return {};
     }
-    const QString table = asked->table.text;
-    database::column column = columnOf(asked->definition);
+    const QString table = tableNamed(of, asked->table);
+    database::column column = columnOf(of, asked->definition);
     const QStringList then = sql.about(sql.words().setNotNull, table, column);
     if (then.isEmpty()) {
         return sql_writer::statements(
@@ -63,18 +73,18 @@ QStringList addedForeignKey(const told_statement & of, const sql_writer & sql)
     if (asked == nullptr || !member || !member->getAllowNull() || member->isIdentifier()) {
         return {};
     }
-    const QString table = sql.table(asked->table.text);
-    const QString target = sql.table(asked->reference.target.text);
+    const QString table = sql.table(tableNamed(of, asked->table));
+    const QString target = sql.table(tableNamed(of, asked->reference.target));
     QStringList set;
     QStringList there;
     QStringList same;
     const auto & columns = asked->reference.columns;
     for (std::size_t i = 0; i < columns.size() && i < asked->reference.targetColumns.size(); ++i) {
-        const QString own = sql.name(columns[i].text);
+        const QString own = sql.name(columnNamed(of, columns[i]));
         set += own + QStringLiteral(" = NULL");
         there += own + QStringLiteral(" IS NOT NULL");
         same += QStringLiteral("%1.%2 = %3.%4")
-                    .arg(target, sql.name(asked->reference.targetColumns[i].text), table, own);
+                    .arg(target, sql.name(columnNamed(of, asked->reference.targetColumns[i])), table, own);
     }
     return {QStringLiteral("UPDATE %1 SET %2 WHERE %3 AND NOT EXISTS (SELECT 1 FROM %4 WHERE %5);")
                 .arg(table, set.join(QStringLiteral(", ")), there.join(QStringLiteral(" AND ")), target,
@@ -88,9 +98,9 @@ QStringList changedColumn(const told_statement & of, const sql_writer & sql)
     if (asked == nullptr) {
         return {};
     }
-    database::column column = columnOf(asked->definition);
-    column.name = asked->from.text;
-    return {filling(sql, asked->table.text, column), ended(of.read().text)};
+    database::column column = columnOf(of, asked->definition);
+    column.name = columnNamed(of, asked->from);
+    return {filling(sql, tableNamed(of, asked->table), column), ended(of.read().text)};
 }
 
 /// A name for a copy that is not longer than names are.

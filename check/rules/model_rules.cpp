@@ -242,7 +242,7 @@ private:
         const QStringList own = storedNames(from, columns);
         const QStringList others = key ? columnNamesOf(*key) : QStringList();
         const QString name = QStringLiteral("fk_%1_%2").arg(from.name, own.join(u'_'));
-        return {database::understood(m_of.known, {name, {}}, database::name_place::other).name, own,
+        return {database::storedName(m_of.known, name, database::name_place::other), own,
                 table == nullptr ? tableName : table->name,
                 table == nullptr ? others : storedNames(*table, others)};
     }

@@ -244,6 +244,17 @@ understood_name understood(const facts & known, const identifier & written, name
     return found;
 }
 
+QString storedName(const facts & known, const identifier & written, name_place place)
+{
+    const understood_name found = understood(known, written, place);
+    return found.refused == refusal_cause::none ? found.name : written.text;
+}
+
+QString storedName(const facts & known, const QString & name, name_place place)
+{
+    return storedName(known, identifier{name, {}}, place);
+}
+
 QString nameKey(const facts & known, const identifier & written, name_place place)
 {
     const QString name = understood(known, written, place).name;

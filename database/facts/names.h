@@ -45,6 +45,11 @@ struct understood_name
 };
 [[nodiscard]] understood_name understood(const facts & known, const identifier & written, name_place place);
 
+/// The name as it is stored; what is written where the database cannot read that.
+[[nodiscard]] QString storedName(const facts & known, const identifier & written, name_place place);
+/// The same of a name without quotes.
+[[nodiscard]] QString storedName(const facts & known, const QString & name, name_place place);
+
 /// What two names that statements write have in common exactly when the database takes them for one.
 [[nodiscard]] QString nameKey(const facts & known, const identifier & written, name_place place);
 /// The same of a name without quotes.

@@ -478,6 +478,47 @@ private Q_SLOTS:
         QCOMPARE(firstLine(result.errors),
                  QString("SOURCE is missing: give a project file or a model in text form"));
     }
+    void remediesOfStepsNameWhatIsStored_data()
+    {
+        QTest::addColumn<QByteArray>("now");
+        QTest::addColumn<QStringList>("sql");
+        QTest::newRow("exchanged") << json("{'id': 2, 'name': 'x', 'columnName': 'colY', 'type': 'QString'},"
+                                           "{'id': 3, 'name': 'y', 'columnName': 'colX', 'type': 'int'}")
+                                   << QStringList{"ALTER TABLE t_gig RENAME COLUMN coly TO coly_before;",
+                                                  "ALTER TABLE t_gig RENAME COLUMN colx TO coly;",
+                                                  "ALTER TABLE t_gig RENAME COLUMN coly_before TO colx;"};
+        QTest::newRow("added")
+            << json("{'id': 2, 'name': 'x', 'columnName': 'colX', 'type': 'QString'},"
+                    "{'id': 3, 'name': 'y', 'columnName': 'colY', 'type': 'int'},"
+                    "{'id': 4, 'name': 'z', 'columnName': 'newCol', 'type': 'int', 'allowNull': false}")
+            << QStringList{"ALTER TABLE t_gig ADD COLUMN newcol INTEGER;",
+                           "UPDATE t_gig SET newcol = 0 WHERE newcol IS NULL;",
+                           "ALTER TABLE t_gig ALTER COLUMN newcol SET NOT NULL;"};
+    }
+    void remediesOfStepsNameWhatIsStored()
+    {
+        QFETCH(const QByteArray, now);
+        QFETCH(const QStringList, sql);
+        const auto gig = [](const QByteArray & properties) {
+            return textOf(json("{'id': 1, 'name': 'gig', 'tableName': 'T_Gig', 'properties': [{'id': 1, "
+                               "'name': 'id', 'columnName': 'gigId', 'type': 'long', 'identifier': true},") +
+                          properties + "]}");
+        };
+        store(gig(json("{'id': 2, 'name': 'x', 'columnName': 'colX', 'type': 'QString'},"
+                       "{'id': 3, 'name': 'y', 'columnName': 'colY', 'type': 'int'}")));
+        tag();
+        store(gig(now));
+        const program_result result =
+            check({"--db", "postgresql", "--from", "v1", "--json", "--fail-on", "never"});
+        QStringList found;
+        for (const auto & each : QJsonDocument::fromJson(result.output)["findings"].toArray()) {
+            const QJsonObject one = each.toObject();
+            for (const auto & statement : one["remedy"]["sql"].toArray()) {
+                found += statement.toString();
+            }
+        }
+        QCOMPARE(found, sql);
+    }
     void remediesNameWhatIsStored_data()
     {
         QTest::addColumn<QString>("database");
