@@ -7,8 +7,8 @@
 
 namespace support {
 
-/// Takes the place of the programs that open files for the person, a web browser among them. A test names
-/// this header among its sources.
+/// Takes the place of the programs that open files for the person, a web browser among them. A test links
+/// browser_support.
 class browser : public QObject
 {
     Q_OBJECT
