@@ -63,7 +63,8 @@ public:
                 judge(m_results, m_versions, m_foretold, m_asked.from, m_proof);
             }
         } catch (const server_failure & failure) {
-            return ZkBool::failure(QStringLiteral("%1: %2").arg(m_target.known().label, failure.reason()));
+            return ZkBool::failure(
+                QStringLiteral("%1: %2").arg(m_target.known().label, failure.reason().simplified()));
         }
         return result;
     }

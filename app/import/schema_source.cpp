@@ -117,9 +117,13 @@ ZkBool runScript(const schema_request & request, held_schema & held)
         return failure(request.database, why);
     }
     QStringList refused;
-    if (!database::server::runScript(*target, QString::fromUtf8(script),
-                                     request.skipsRefused ? &refused : nullptr, why)) {
-        return failure(held.name, why);
+    try {
+        if (!database::server::runScript(*target, QString::fromUtf8(script),
+                                         request.skipsRefused ? &refused : nullptr, why)) {
+            return failure(held.name, why);
+        }
+    } catch (const database::server::server_failure & broken) {
+        return failure(held.name, broken.reason().simplified());
     }
     const ZkBool read = readOf(*target, held);
     for (const QString & each : refused) {

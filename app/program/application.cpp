@@ -13,13 +13,14 @@ namespace {
 
 QtMessageHandler formerHandler = nullptr;
 
-/// Drops what Qt says about the session and the display that a command does without: what a command writes to
-/// standard error is for its own failures.
-void withoutSessionComplaints(QtMsgType type, const QMessageLogContext & context, const QString & text)
+/// Drops what Qt says about the session and the display that a command does without, and about queries of a
+/// connection that is lost: what a command writes to standard error is for its own failures.
+void withoutComplaints(QtMsgType type, const QMessageLogContext & context, const QString & text)
 {
-    const bool isAboutSession = text.startsWith(QLatin1String("QStandardPaths: ")) ||
-                                text.startsWith(QLatin1String("This plugin does not support "));
-    if (!isAboutSession) {
+    const bool isKnown = text.startsWith(QLatin1String("QStandardPaths: ")) ||
+                         text.startsWith(QLatin1String("This plugin does not support ")) ||
+                         text.startsWith(QLatin1String("Unable to free statement: "));
+    if (!isKnown) {
         formerHandler(type, context, text);
     }
 }
@@ -55,7 +56,7 @@ std::unique_ptr<QCoreApplication> makeApplicationWithPlugins(int & argc, char **
 {
     // Of the platforms without a display this one leaves the fonts alone until a window wants text.
     qputenv("QT_QPA_PLATFORM", "minimal");
-    formerHandler = qInstallMessageHandler(withoutSessionComplaints);
+    formerHandler = qInstallMessageHandler(withoutComplaints);
     auto application = std::make_unique<QApplication>(argc, argv);
     // A question is the only window there is while it is shown: answering it must not end the program.
     QApplication::setQuitOnLastWindowClosed(false);

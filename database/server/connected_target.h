@@ -23,7 +23,11 @@ public:
     }
     bool execute(const QString & statement, server_error & error) override
     {
-        return m_connection->execute(statement, error);
+        const bool done = m_connection->execute(statement, error);
+        if (!done && m_connection->isLost(error)) {
+            throw server_failure(QStringLiteral("the connection is lost (%1)").arg(error.words.simplified()));
+        }
+        return done;
     }
     [[nodiscard]] QList<QVariantList> rows(const QString & query) override
     {
@@ -42,6 +46,16 @@ protected:
     connected_target(const QString & name, const QString & versionQuery)
         : m_sName(name), m_sVersionQuery(versionQuery)
     {
+    }
+
+    /// Drops what was made on a server of somebody; says so where that fails, since only a person can then.
+    static void dropScratch(const sql_connection & by, const QString & statement)
+    {
+        QString why = by.openError();
+        if (!by.isOpen() || !by.execute(statement, why)) {
+            qWarning("A database of this run is still there (%s); run %s", qUtf8Printable(why.simplified()),
+                     qUtf8Printable(statement));
+        }
     }
 
     std::unique_ptr<sql_connection> m_connection; ///< null until reset()

@@ -56,11 +56,11 @@ public:
 
     ~mariadb_target() override
     {
-        if (m_connection && m_connection->isOpen() && m_iDatabases > 0 && !m_bKept) {
-            server_error error;
-            m_connection->execute(QStringLiteral("DROP DATABASE IF EXISTS ") + scratch(), error);
-        }
         m_connection.reset(); // a server waits for it before it ends
+        if (!m_server && m_iDatabases > 0 && !m_bKept) {
+            // Over another connection, since the first may be lost.
+            dropScratch(*connect(m_place.database), QStringLiteral("DROP DATABASE IF EXISTS ") + scratch());
+        }
     }
     mariadb_target(const mariadb_target &) = delete;
     mariadb_target & operator=(const mariadb_target &) = delete;

@@ -65,8 +65,7 @@ public:
     {
         m_connection.reset(); // a server waits for it before it ends
         if (!m_sScratch.isEmpty()) {
-            server_error error;
-            connect(m_place.database)->execute(QStringLiteral("DROP DATABASE ") + m_sScratch, error);
+            dropScratch(*connect(m_place.database), QStringLiteral("DROP DATABASE ") + m_sScratch);
         }
     }
     postgresql_target(const postgresql_target &) = delete;

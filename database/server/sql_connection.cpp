@@ -41,6 +41,16 @@ bool sql_connection::execute(const QString & statement, server_error & error) co
     return done;
 }
 
+bool sql_connection::isLost(const server_error & error) const
+{
+    // The driver of PostgreSQL closes a connection that is lost; that of MySQL has numbers for it only: gone
+    // away, lost during a query, killed.
+    static const QStringList numbers = {QStringLiteral("2006"), QStringLiteral("2013"),
+                                        QStringLiteral("1927")};
+    const QSqlDatabase db = QSqlDatabase::database(m_sName, false);
+    return !db.isOpen() || (db.driverName() == QLatin1String("QMYSQL") && numbers.contains(error.code));
+}
+
 bool sql_connection::execute(const QString & statement, QString & error) const
 {
     server_error why;

@@ -38,6 +38,8 @@ public:
 
     [[nodiscard]] bool isOpen() const { return m_bOpen; }
     [[nodiscard]] QString openError() const { return m_sOpenError; }
+    /// Whether the statement that ended with `error` found, or made, that nobody listens any more.
+    [[nodiscard]] bool isLost(const server_error & error) const;
     bool execute(const QString & statement, server_error & error) const;
     bool execute(const QString & statement, QString & error) const;
     /// The rows of a query that has to succeed; throws server_failure.

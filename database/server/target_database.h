@@ -15,7 +15,8 @@ class target_database : public readable_database
 public:
     /// Begins anew with an empty database. False, with the reason, when that fails.
     virtual bool reset(QString & error) = 0;
-    /// Runs one statement; false, with the database's own code and words, when it is refused.
+    /// Runs one statement; false, with the database's own code and words, when it is refused. Throws
+    /// server_failure when the database is there no more.
     virtual bool execute(const QString & statement, server_error & error) = 0;
     /// The rows of a query that has to succeed; this and all that reads throws server_failure.
     [[nodiscard]] virtual QList<QVariantList> rows(const QString & query) = 0;

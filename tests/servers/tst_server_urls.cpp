@@ -249,6 +249,61 @@ private Q_SLOTS:
         QCOMPARE(connect()->firstColumn("SHOW DATABASES"), before);
     }
 
+    /// The scratch database goes although the connection that made it went first.
+    void aConnectionThatIsEnded_data()
+    {
+        QTest::addColumn<bool>("isPostgresql");
+        QTest::addColumn<QString>("pause");
+        QTest::addColumn<QString>("others");
+        QTest::addColumn<QString>("end");
+        QTest::addColumn<QString>("databases");
+        QTest::newRow("postgresql") << true << "SELECT pg_sleep(60);"
+                                    << "SELECT pid FROM pg_stat_activity WHERE query LIKE 'SELECT pg_sleep%'"
+                                    << "SELECT pg_terminate_backend(%1)"
+                                    << "SELECT datname FROM pg_database ORDER BY 1";
+        QTest::newRow("mariadb") << false << "SELECT sleep(60);"
+                                 << "SELECT id FROM information_schema.processlist WHERE info LIKE 'SELECT "
+                                    "sleep%'"
+                                 << "KILL %1"
+                                 << "SHOW DATABASES";
+    }
+    void aConnectionThatIsEnded()
+    {
+        QFETCH(const bool, isPostgresql);
+        QFETCH(const QString, pause);
+        QFETCH(const QString, others);
+        QFETCH(const QString, end);
+        QFETCH(const QString, databases);
+        QString why;
+        const auto server =
+            isPostgresql ? servers::startPostgreSqlOfSomebody(why) : servers::startMariaDbOfSomebody(why);
+        if (!server) {
+            QSKIP(qPrintable(why));
+        }
+        const auto watcher = server->connect(server->firstDatabase());
+        const QStringList before = watcher->firstColumn(databases);
+        const QString own = m_folder.filePath("pause.js");
+        QVERIFY(support::writeBytes(
+            own,
+            ("function exportStep(project, entity, property, enumeration, p) { return '" + pause + "'; }\n")
+                .toUtf8()));
+        QProcess verify;
+        verify.start(KORVANE_PROGRAM, {"verify", m_project, "--custom-script", own, "--url",
+                                       server->url(server->owner(), server->firstDatabase())});
+        QVERIFY(verify.waitForStarted());
+        QStringList found;
+        const auto isPaused = [&] { return !(found = watcher->firstColumn(others)).isEmpty(); };
+        QTRY_VERIFY_WITH_TIMEOUT(isPaused(), 30000);
+        QVERIFY(watcher->firstColumn(databases) != before);
+        QVERIFY2(watcher->execute(end.arg(found.constFirst()), why), qPrintable(why));
+        QVERIFY(verify.waitForFinished());
+        QCOMPARE(verify.exitCode(), 1);
+        const QByteArray errors = verify.readAllStandardError();
+        QVERIFY2(errors.count('\n') == 1, errors.constData());
+        QVERIFY2(errors.startsWith(isPostgresql ? "PostgreSQL 15: " : "MariaDB 10.11: "), errors.constData());
+        QCOMPARE(watcher->firstColumn(databases), before);
+    }
+
     /// Servers run as another user, who may only write into the folder of the server.
     void aTemporaryFolderOfOnesOwn_data()
     {
