@@ -4,10 +4,13 @@
 
 #include "tools/visible_text.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -23,6 +26,13 @@ int outputError = 0;
 QString doneText;
 
 bool areResultsAlone = false;
+
+/// Passwords that the program was given on its command line, between the signs that they stand between there.
+QStringList & secrets()
+{
+    static QStringList all;
+    return all;
+}
 
 void note(bool written)
 {
@@ -117,8 +127,19 @@ void printError(const QString & text)
 {
     // In a terminal both go to one place, and an error belongs after the progress that led to it.
     note(std::fflush(stdout) == 0);
-    const QByteArray bytes = oneLine(text).toUtf8() + '\n';
+    QString line = oneLine(text);
+    for (const QString & each : std::as_const(secrets())) {
+        line.replace(each, QLatin1String(":***@"));
+    }
+    const QByteArray bytes = line.toUtf8() + '\n';
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
+}
+
+void leaveOutOfErrors(const QString & password)
+{
+    if (!password.isEmpty()) {
+        secrets() += QLatin1Char(':') + password + QLatin1Char('@');
+    }
 }
 
 int failed(const QString & text)

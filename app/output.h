@@ -7,6 +7,8 @@ namespace app {
 
 /// Writes `text` as one line to standard error, with line ends and control characters made harmless.
 void printError(const QString & text);
+/// From now on printError() has "***" in the place of `password` where it stands as in a URL.
+void leaveOutOfErrors(const QString & password);
 /// Writes `text` like printError(), as the reason of a failure; the exit status for it.
 [[nodiscard]] int failed(const QString & text);
 /// Writes `text` and a line end to standard output.

@@ -24,7 +24,8 @@ app::command_line readArguments(int argc, char ** argv)
     app::command_line undecoded;
     const bool isDecoded = app::decodeArguments(argc, argv, arguments, undecoded.text);
     for (int i = 1; i < argc; ++i) {
-        database::server::hidePassword(argv[i]); // lists of processes show them to everybody
+        // Lists of processes show them to everybody.
+        app::leaveOutOfErrors(QString::fromLocal8Bit(database::server::hidePassword(argv[i])));
     }
     return isDecoded ? app::parseCommandLine(arguments) : std::move(undecoded);
 }

@@ -31,7 +31,11 @@ std::unique_ptr<sql_connection> connectMySql(const server_url & place, const QSt
         if (place.host.startsWith(QLatin1Char('/'))) {
             options += QStringLiteral(";UNIX_SOCKET=") + place.host;
         } else {
-            db.setHostName(place.host);
+            // The client library takes this name for the socket of the machine, whatever the port.
+            const bool isSocket = place.host == QLatin1String("localhost") && place.port == 0;
+            db.setHostName(isSocket || place.host != QLatin1String("localhost")
+                               ? place.host
+                               : QStringLiteral("127.0.0.1"));
         }
         db.setConnectOptions(options);
     });

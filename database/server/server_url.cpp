@@ -30,6 +30,30 @@ const server_scheme * serverScheme(const QString & key)
     return found == std::end(ServerSchemes) ? nullptr : found;
 }
 
+/// What is wrong with a URL although its parts could be told apart in some way; empty for nothing. The reason
+/// repeats none of them: which is the password is not certain.
+QString whyAmbiguous(const QString & text)
+{
+    const QString behind = text.section(QStringLiteral("://"), 1);
+    const QString path = behind.section(QLatin1Char('/'), 1);
+    if (path.contains(QLatin1Char('@'))) {
+        return QStringLiteral(
+            "a '@', '/', '?' or '#' in a name or a password is written %40, %2F, %3F or %23");
+    }
+    if (path.contains(QLatin1Char('?')) || path.contains(QLatin1Char('#'))) {
+        return QStringLiteral("options behind '?' or '#' are not taken; in the name of a database these are "
+                              "written %3F and %23");
+    }
+    const QString place =
+        behind.section(QLatin1Char('/'), 0, 0).section(QLatin1Char('@'), -1).section(QLatin1Char(']'), -1);
+    const qsizetype colon = place.indexOf(QLatin1Char(':'));
+    bool isNumber = false;
+    const int port = place.mid(colon + 1).toInt(&isNumber);
+    return colon < 0 || (isNumber && port >= 1 && port <= 65535)
+               ? QString()
+               : QStringLiteral("its port is no number from 1 to 65535");
+}
+
 // A folder in the place of a host is no name of one: everything is taken from between the slashes.
 void readFolderUrl(const QString & text, server_url & url)
 {
@@ -54,7 +78,8 @@ QString server_url::shown() const
         return scheme + QLatin1Char(':') + database;
     }
     const QString who = user.isEmpty() ? QString() : user + QLatin1Char('@');
-    const QString where = port == 0 ? host : QStringLiteral("%1:%2").arg(host, QString::number(port));
+    const QString place = host.contains(QLatin1Char(':')) ? QStringLiteral("[%1]").arg(host) : host;
+    const QString where = port == 0 ? place : QStringLiteral("%1:%2").arg(place, QString::number(port));
     return QStringLiteral("%1://%2%3/%4").arg(scheme, who, where, database);
 }
 
@@ -69,18 +94,18 @@ bool wantsPassword(const server_url & place, const QString & reason)
     return scheme && place.password.isEmpty() && reason.contains(scheme->wantsPassword);
 }
 
-void hidePassword(char * text)
+QByteArray hidePassword(char * text)
 {
     char * const who = std::strstr(text, "://");
-    char * const slash = who ? std::strchr(who + 3, '/') : nullptr;
-    char * end = nullptr; // the last @ before the path
-    for (char * at = who; at && at != slash && *at != '\0'; ++at) {
-        end = *at == '@' ? at : end;
-    }
-    char * const colon = end ? std::strchr(who + 3, ':') : nullptr;
-    if (colon && colon < end) {
+    char * const colon = who ? std::strpbrk(who + 3, ":/") : nullptr;
+    // The last one, since a password may have been written with signs that belong encoded.
+    char * const end = colon && *colon == ':' ? std::strrchr(colon, '@') : nullptr;
+    QByteArray password;
+    if (end) {
+        password = QByteArray(colon + 1, end - colon - 1);
         std::fill(colon + 1, end, '*');
     }
+    return password;
 }
 
 bool isUrl(const QString & text)
@@ -103,6 +128,9 @@ std::optional<server_url> readUrl(const QString & text, QString & why)
     if (serverScheme(scheme) == nullptr) {
         why = QStringLiteral("it begins with '%1'; URLs begin with postgresql, mysql, mariadb or sqlite")
                   .arg(scheme);
+        return std::nullopt;
+    }
+    if (why = whyAmbiguous(text); !why.isEmpty()) {
         return std::nullopt;
     }
     const QUrl parsed(text, QUrl::StrictMode);

@@ -26,8 +26,9 @@ struct server_url
 /// Whether `reason`, with which the server of `place` refused who came without a password, asks for one.
 [[nodiscard]] bool wantsPassword(const server_url & place, const QString & reason);
 
-/// Overwrites the password of the URL `text`, if it has one.
-void hidePassword(char * text);
+/// Overwrites the password of the URL `text`, or at its end; gives it as it stood there, empty when there is
+/// none.
+[[nodiscard]] QByteArray hidePassword(char * text);
 
 /// Whether `text` begins like a URL of a database, so that it is not meant as a file.
 [[nodiscard]] bool isUrl(const QString & text);
