@@ -32,10 +32,8 @@ std::unique_ptr<sql_connection> connectMySql(const server_url & place, const QSt
             options += QStringLiteral(";UNIX_SOCKET=") + place.host;
         } else {
             // The client library takes this name for the socket of the machine, whatever the port.
-            const bool isSocket = place.host == QLatin1String("localhost") && place.port == 0;
-            db.setHostName(isSocket || place.host != QLatin1String("localhost")
-                               ? place.host
-                               : QStringLiteral("127.0.0.1"));
+            const bool isOtherwise = place.host == QLatin1String("localhost") && place.port != 0;
+            db.setHostName(isOtherwise ? QStringLiteral("127.0.0.1") : place.host);
         }
         db.setConnectOptions(options);
     });
