@@ -1,5 +1,6 @@
 #pragma once
 
+#include "database/server/connections.h"
 #include "database/server/target_database.h"
 
 #include <QRandomGenerator>
@@ -69,9 +70,10 @@ private:
 template <class Target>
 [[nodiscard]] bool hasDriver(QString & why)
 {
-    const bool isThere = QSqlDatabase::isDriverAvailable(QLatin1String(Target::Driver));
+    const bool isThere = QSqlDatabase::isDriverAvailable(Target::Driver.name);
     if (!isThere) {
-        why = QStringLiteral("Qt's driver %1 is not installed").arg(QLatin1String(Target::Driver));
+        why = QStringLiteral("Qt's driver %1 is not installed; the package %2 brings it")
+                  .arg(Target::Driver.name, Target::Driver.package);
     }
     return isThere;
 }

@@ -22,7 +22,7 @@ void fill(QSqlDatabase & db, const server_url & place, const QString & database)
 
 std::unique_ptr<sql_connection> connectMySql(const server_url & place, const QString & database)
 {
-    return std::make_unique<sql_connection>(QStringLiteral("QMYSQL"), [&](QSqlDatabase & db) {
+    return std::make_unique<sql_connection>(MySqlDriver.name, [&](QSqlDatabase & db) {
         fill(db, place, database);
         if (place.password.isEmpty()) { // the client library leaves that to its programs
             db.setPassword(qEnvironmentVariable("MYSQL_PWD"));
@@ -41,7 +41,7 @@ std::unique_ptr<sql_connection> connectMySql(const server_url & place, const QSt
 
 std::unique_ptr<sql_connection> connectPostgreSql(const server_url & place, const QString & database)
 {
-    return std::make_unique<sql_connection>(QStringLiteral("QPSQL"), [&](QSqlDatabase & db) {
+    return std::make_unique<sql_connection>(PostgreSqlDriver.name, [&](QSqlDatabase & db) {
         fill(db, place, database);
         db.setHostName(place.host);
         db.setConnectOptions(PostgreSqlPatience);

@@ -18,7 +18,7 @@ namespace {
 class mariadb_target : public connected_target
 {
 public:
-    static constexpr const char * Driver = "QMYSQL";
+    static constexpr sql_driver Driver = MySqlDriver;
 
     mariadb_target()
         : connected_target(QStringLiteral("MariaDB"),
@@ -31,7 +31,7 @@ public:
         const QString install = findProgram(QStringLiteral("mariadb-install-db"));
         const QString daemon = findProgram(QStringLiteral("mariadbd"), {QStringLiteral("/usr/sbin")});
         if (install.isEmpty() || daemon.isEmpty()) {
-            why = QStringLiteral("MariaDB is not installed");
+            why = QStringLiteral("MariaDB is not installed; the package mariadb-server brings it");
             return false;
         }
         // While it starts it can miss a SIGTERM and stay for ever; nothing of it is worth an orderly end.

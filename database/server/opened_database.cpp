@@ -83,7 +83,7 @@ protected:
 class opened_mysql : public opened_on_server
 {
 public:
-    static constexpr const char * Driver = "QMYSQL";
+    static constexpr sql_driver Driver = MySqlDriver;
 
     bool open(const server_url & place, const QString &, QString & why)
     {
@@ -109,7 +109,7 @@ private:
 class opened_postgresql : public opened_on_server
 {
 public:
-    static constexpr const char * Driver = "QPSQL";
+    static constexpr sql_driver Driver = PostgreSqlDriver;
 
     bool open(const server_url & place, const QString & schema, QString & why)
     {

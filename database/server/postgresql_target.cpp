@@ -22,7 +22,7 @@ const QString Schema = QStringLiteral("public");
 class postgresql_target : public connected_target
 {
 public:
-    static constexpr const char * Driver = "QPSQL";
+    static constexpr sql_driver Driver = PostgreSqlDriver;
 
     postgresql_target()
         : connected_target(QStringLiteral("PostgreSQL"),
@@ -41,7 +41,7 @@ public:
         const QString initdb = findProgram(QStringLiteral("initdb"), folders);
         const QString daemon = findProgram(QStringLiteral("postgres"), folders);
         if (initdb.isEmpty() || daemon.isEmpty()) {
-            why = QStringLiteral("PostgreSQL is not installed");
+            why = QStringLiteral("PostgreSQL is not installed; the package postgresql brings it");
             return false;
         }
         m_server.emplace(QStringLiteral("postgres"), SIGTERM);

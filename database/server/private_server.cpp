@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 #include <csignal>
@@ -35,6 +36,26 @@ void startUnsynced(QProcess & process, const QString & program, const QStringLis
     } else {
         process.start(wrapper, QStringList{program} + arguments);
     }
+}
+
+/// Of what a program wrote the line that says what is wrong: the first about an error, else the last one.
+QString tellingLine(const QByteArray & words)
+{
+    constexpr qsizetype longest = 200;
+    static const QRegularExpression error(QStringLiteral("fatal|error"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    const QStringList lines = QString::fromLocal8Bit(words).split(QLatin1Char('\n'));
+    QString told;
+    for (const QString & each : lines) {
+        const QString line = each.simplified();
+        told = line.isEmpty() ? told : line;
+        if (line.contains(error)) {
+            break;
+        }
+    }
+    return told.isEmpty()           ? QStringLiteral("it says nothing")
+           : told.size() <= longest ? told
+                                    : told.left(longest - 1) + QChar(u'…');
 }
 
 const QString FolderName = QStringLiteral("kv_");
@@ -109,7 +130,7 @@ bool private_server::runToEnd(const QString & program, const QStringList & argum
     becomeUser(process);
     startUnsynced(process, program, arguments);
     const bool ended = process.waitForFinished(SetUpTime);
-    error = program + QStringLiteral(": ") + QString::fromLocal8Bit(process.readAll()).simplified();
+    error = QStringLiteral("%1 fails: %2").arg(program, tellingLine(process.readAll()));
     return ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 
@@ -131,7 +152,7 @@ bool private_server::start(const QString & program, const QStringList & argument
     }
     QFile said(log);
     const QByteArray words = said.open(QIODevice::ReadOnly) ? said.readAll() : QByteArray();
-    why = program + QStringLiteral(" does not start: ") + QString::fromLocal8Bit(words).simplified();
+    why = QStringLiteral("%1 does not start: %2").arg(program, tellingLine(words));
     return false;
 }
 

@@ -112,7 +112,7 @@ std::unique_ptr<target_database> openSqlite(const server_url & place, QString & 
 std::unique_ptr<target_database> startSqlite(QString & why)
 {
     if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE"))) {
-        why = QStringLiteral("Qt's SQLite driver is not installed");
+        why = QStringLiteral("Qt's SQLite driver is not installed; the package libqt6sql6-sqlite brings it");
         return nullptr;
     }
     return std::make_unique<sqlite_target>();

@@ -14,7 +14,6 @@ struct runnable
 {
     QLatin1String key;
     std::unique_ptr<target_database> (*start)(QString & why);
-    const char * packages; ///< of Debian, that bring it
 };
 
 /// What opens a database by its URL.
@@ -32,9 +31,9 @@ constexpr openable Openables[] = {
 };
 
 constexpr runnable Runnables[] = {
-    {QLatin1String("sqlite"), &startSqlite, "libqt6sql6-sqlite"},
-    {QLatin1String("mariadb"), &startMariaDb, "mariadb-server and libqt6sql6-mysql"},
-    {QLatin1String("postgresql"), &startPostgreSql, "postgresql and libqt6sql6-psql"},
+    {QLatin1String("sqlite"), &startSqlite},
+    {QLatin1String("mariadb"), &startMariaDb},
+    {QLatin1String("postgresql"), &startPostgreSql},
 };
 
 } // namespace
@@ -56,11 +55,7 @@ std::unique_ptr<target_database> start(const QString & key, QString & why)
         why = QStringLiteral("it cannot be run here; sqlite, mariadb and postgresql can");
         return nullptr;
     }
-    std::unique_ptr<target_database> started = found->start(why);
-    if (!started) {
-        why += QStringLiteral("; the packages %1 bring it").arg(QLatin1String(found->packages));
-    }
-    return started;
+    return found->start(why);
 }
 
 std::unique_ptr<target_database> open(const server_url & place, QString & why)

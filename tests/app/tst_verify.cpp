@@ -277,6 +277,49 @@ private Q_SLOTS:
             runProgram({"verify", m_project, "--db", "oracle", "--skip-missing", "--json"}).output));
         QCOMPARE(support::schemaErrors("verify.schema.json", {path("verify.json")}), QByteArray());
     }
+    void aServerThatIsNotInstalled()
+    {
+        history({One});
+        const program_result result =
+            runProgram({"verify", m_project, "--db", "mariadb"}, {{"PATH", path("nothing")}});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.errors, QByteArray("mariadb: MariaDB is not installed; the package mariadb-server "
+                                           "brings it (--skip-missing leaves it out)\n"));
+    }
+    /// Of the many lines that its programs write the one is told that says what is wrong.
+    void aServerThatDoesNotStart_data()
+    {
+        QTest::addColumn<QString>("words");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("an error among others")
+            << "creating files\n2026-11-22 [1] FATAL:  No space left on device\nFATAL: removing files\n"
+            << "2026-11-22 [1] FATAL: No space left on device";
+        QTest::newRow("no word of an error") << "creating files\nremoving them\n\n"
+                                             << "removing them";
+        QTest::newRow("a long line") << "error: " + QString(500, 'x') << "error: " + QString(192, 'x') + u'…';
+        QTest::newRow("nothing") << ""
+                                 << "it says nothing";
+    }
+    void aServerThatDoesNotStart()
+    {
+        QFETCH(const QString, words);
+        QFETCH(const QString, reason);
+        history({One});
+        const QString program = path("initdb");
+        QVERIFY(support::writeBytes(path("words"), words.toUtf8()));
+        QVERIFY(support::writeBytes(program, "#!/bin/sh\ncat " + path("words").toUtf8() + "\nexit 1\n"));
+        QVERIFY(QFile::setPermissions(program, QFile::Permissions(0x7755)));
+        QVERIFY(QFile::setPermissions(m_bench->folder().path(), QFile::Permissions(0x7755)));
+        const QString folders = m_bench->folder().path() + u':' + qEnvironmentVariable("PATH");
+        const program_result result =
+            runProgram({"verify", m_project, "--db", "postgresql"}, {{"PATH", folders}});
+        if (result.errors.contains("PostgreSQL is not installed")) {
+            QSKIP("PostgreSQL is not installed");
+        }
+        QCOMPARE(result.status, 1);
+        QCOMPARE(QString::fromUtf8(result.errors),
+                 "postgresql: " + program + " fails: " + reason + " (--skip-missing leaves it out)\n");
+    }
     void nothingIsLeftBehind()
     {
         history({One, Renamed});
