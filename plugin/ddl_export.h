@@ -86,12 +86,13 @@ public:
     zk::ZkBool listDatabases(QList<statement_database> & databases) override;
     zk::ZkBool listOptions(QList<friendly_option> & options) override;
     zk::ZkBool storeOptions(const friendly_settings & options) override;
-    [[nodiscard]] statement_list fullStatements(model::project & project,
-                                                const friendly_settings & options) override;
+    [[nodiscard]] statement_list fullStatements(model::project & project, const friendly_settings & options,
+                                                const statement_receiver & receiver = {}) override;
     [[nodiscard]] statement_list historyStatements(model::project & project,
-                                                   const friendly_settings & options) override;
-    [[nodiscard]] statement_list stepStatements(const project_step & step,
-                                                const friendly_settings & options) override;
+                                                   const friendly_settings & options,
+                                                   const statement_receiver & receiver = {}) override;
+    [[nodiscard]] statement_list stepStatements(const project_step & step, const friendly_settings & options,
+                                                const statement_receiver & receiver = {}) override;
 
     /// Folder that receives the scripts: as stored, or with `resolve` taken relative to the project file's
     /// folder.
@@ -148,6 +149,7 @@ private:
     zk::ZkBool applyOptions(const friendly_settings & options);
     zk::ZkBool prepareStatements(const friendly_settings & options);
     statement_list collect(const friendly_settings & options, export_db_schema scripts,
+                           const statement_receiver & receiver,
                            const std::function<zk::ZkBool(ddl_export_builder &)> & build);
 
     settings m_settings;

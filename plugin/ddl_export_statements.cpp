@@ -169,6 +169,7 @@ zk::ZkBool ddl_export::prepareStatements(const friendly_settings & options)
 }
 
 statement_list ddl_export::collect(const friendly_settings & options, export_db_schema scripts,
+                                   const statement_receiver & receiver,
                                    const std::function<zk::ZkBool(ddl_export_builder &)> & build)
 {
     const context::ctx_kept kept(context::ctx_project::getSingleton());
@@ -182,31 +183,37 @@ statement_list ddl_export::collect(const friendly_settings & options, export_db_
     call.setExportDatabaseSchema(scripts);
     const std::shared_ptr<ddl_export_builder> builder = call.getBuilder(call.getDatabaseType());
     connect(builder.get(), &ddl_export_builder::onProgress, this, &ddl_export::onProgress);
-    builder->setSinks([&list](const script_identity & script) {
-        return std::make_unique<statement_records>(script, list.records);
+    const statement_receiver lister = [&list](statement_record record) {
+        list.records.push_back(std::move(record));
+    };
+    builder->setSinks([&](const script_identity & script) {
+        return std::make_unique<statement_records>(script, receiver ? receiver : lister);
     });
     list.outcome = build(*builder);
     return list;
 }
 
-statement_list ddl_export::fullStatements(model::project & project, const friendly_settings & options)
+statement_list ddl_export::fullStatements(model::project & project, const friendly_settings & options,
+                                          const statement_receiver & receiver)
 {
-    return collect(options, full,
+    return collect(options, full, receiver,
                    [&project](ddl_export_builder & builder) { return builder.buildScripts(project); });
 }
 
-statement_list ddl_export::historyStatements(model::project & project, const friendly_settings & options)
+statement_list ddl_export::historyStatements(model::project & project, const friendly_settings & options,
+                                             const statement_receiver & receiver)
 {
     if (project.getFileName().isEmpty()) {
         return {zk::ZkBool::success(), {}};
     }
-    return collect(options, evolution,
+    return collect(options, evolution, receiver,
                    [&project](ddl_export_builder & builder) { return builder.buildScripts(project); });
 }
 
-statement_list ddl_export::stepStatements(const project_step & step, const friendly_settings & options)
+statement_list ddl_export::stepStatements(const project_step & step, const friendly_settings & options,
+                                          const statement_receiver & receiver)
 {
-    return collect(options, evolution, [&step](ddl_export_builder & builder) {
+    return collect(options, evolution, receiver, [&step](ddl_export_builder & builder) {
         return builder.buildStep(step.previous, step.current, step.from, step.to);
     });
 }

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QtPlugin>
 
+#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -67,6 +68,9 @@ struct statement_list
     /// Those before a failure as well: all that the scripts would hold until then.
     std::vector<statement_record> records;
 };
+
+/// Takes a statement as soon as it is made. It may not throw, and may not ask anything of the plug-in.
+using statement_receiver = std::function<void(statement_record record)>;
 
 /// A database that statements can be made for.
 struct statement_database
@@ -145,22 +149,26 @@ public:
 
     // In the operations below `options` are those of listOptions(); "schema" has no say in them, and "path"
     // only in what a custom script is told. A name or value that is none of theirs is a failure that lists
-    // the right ones.
+    // the right ones. With a `receiver` each statement goes there, in the same order, and none is listed:
+    // those of a large model take much memory, and whoever judges them can begin with the first.
 
     /// The script that makes the whole schema of `project`.
     [[nodiscard]] virtual statement_list fullStatements(model::project & project,
-                                                        const friendly_settings & options) = 0;
+                                                        const friendly_settings & options,
+                                                        const statement_receiver & receiver = {}) = 0;
     /// The scripts of the current project's versions: the first version as a whole, the step to each version,
     /// and the step from the newest one to `project`, which is the current project. Empty without a version.
     /// Versions are restored into files of the temporary folder, which are gone at the end; two are in memory
     /// at most.
     [[nodiscard]] virtual statement_list historyStatements(model::project & project,
-                                                           const friendly_settings & options) = 0;
+                                                           const friendly_settings & options,
+                                                           const statement_receiver & receiver = {}) = 0;
     /// The script of one step between any two projects.
     [[nodiscard]] virtual statement_list stepStatements(const project_step & step,
-                                                        const friendly_settings & options) = 0;
+                                                        const friendly_settings & options,
+                                                        const statement_receiver & receiver = {}) = 0;
 };
 
 } // namespace plugin
 
-Q_DECLARE_INTERFACE(plugin::statement_source, "korvane.statement_source/1")
+Q_DECLARE_INTERFACE(plugin::statement_source, "korvane.statement_source/2")

@@ -3,12 +3,13 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace plugin {
 
-statement_records::statement_records(const script_identity & script, std::vector<statement_record> & records)
+statement_records::statement_records(const script_identity & script, statement_receiver receiver)
     : m_sScript(QFileInfo(script.fileName).fileName()), m_iFrom(script.from), m_iTo(script.to),
-      m_records(records)
+      m_receiver(std::move(receiver))
 {
 }
 
@@ -20,8 +21,8 @@ bool statement_records::take(const script_statement & statement)
     QString text = statement.text;
     text.squeeze();
     const QString defaultText = statement.defaultText == text ? text : statement.defaultText;
-    m_records.push_back({m_sScript, m_iFrom, m_iTo, m_iLine, lines, statement.action, text, defaultText,
-                         statement.entity, statement.property, statement.relationship});
+    m_receiver({m_sScript, m_iFrom, m_iTo, m_iLine, lines, statement.action, text, defaultText,
+                statement.entity, statement.property, statement.relationship});
     m_iLine += lines;
     return true;
 }

@@ -2,16 +2,13 @@
 
 #include "plugin/builder/statement_sink.h"
 
-#include <vector>
-
 namespace plugin {
 
-/// A script as records in memory. Nothing of it fails.
+/// A script as records, each handed over as soon as it is made. Nothing of it fails.
 class statement_records : public statement_sink
 {
 public:
-    /// @param records to which those of this script are appended; has to stay as long as this object
-    statement_records(const script_identity & script, std::vector<statement_record> & records);
+    statement_records(const script_identity & script, statement_receiver receiver);
 
     [[nodiscard]] bool open() override { return true; }
     [[nodiscard]] bool take(const script_statement & statement) override;
@@ -25,7 +22,7 @@ private:
     int m_iFrom = 0;
     int m_iTo = 0;
     int m_iLine = 1; ///< the next text begins there
-    std::vector<statement_record> & m_records;
+    statement_receiver m_receiver;
 };
 
 } // namespace plugin

@@ -120,6 +120,8 @@ private Q_SLOTS:
     void actionsHaveTheNamesThatScriptsKnow();
     void customScriptReplacesText();
     void customScriptThatFailsInTheMiddle();
+    void handsEachStatementOver();
+    void handsOverWhatWasMadeBeforeAFailure();
     void customScriptThatIsNotThere();
     void customScriptKnowsTheExportsNames();
     void consoleIsHeard();
@@ -511,6 +513,51 @@ void tst_statement_source::customScriptThatFailsInTheMiddle()
              qPrintable(list.outcome.getDesc()));
     QCOMPARE(list.records.size(), std::size_t(2));
     QCOMPARE(list.records[1].text, "CREATE TABLE person (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT);");
+}
+
+void tst_statement_source::handsEachStatementOver()
+{
+    random_model model(3);
+    const std::shared_ptr<model::project> before = model.project();
+    store(*before);
+    tag();
+    model.change();
+    const std::shared_ptr<model::project> after = model.project();
+    store(*after);
+    scripts taken;
+    const plugin::statement_receiver take = [&taken](const statement_record & record) {
+        taken[record.script] += record.text.toUtf8() + '\n';
+    };
+    const plugin::project_step step{before, after, 1, 2};
+    const friendly_settings options{{"db", "postgresql"}};
+    const auto same = [&](const statement_list & handedOver, const statement_list & listed) {
+        const scripts expected = joined(listed);
+        const QByteArray differs = difference(taken, expected);
+        taken.clear();
+        return handedOver.outcome && handedOver.records.empty() && !expected.empty() && differs.isEmpty();
+    };
+    QVERIFY(same(source().fullStatements(*m_project, options, take),
+                 source().fullStatements(*m_project, options)));
+    QVERIFY(same(source().historyStatements(*m_project, options, take),
+                 source().historyStatements(*m_project, options)));
+    QVERIFY(same(source().stepStatements(step, options, take), source().stepStatements(step, options)));
+}
+
+void tst_statement_source::handsOverWhatWasMadeBeforeAFailure()
+{
+    store(twoTables().project());
+    writeScript(
+        "function exportStep(project, entity) {\n"
+        "    if (entity !== null && entity.getName() === 'country') throw new Error('not this one');\n"
+        "}\n");
+    QStringList taken;
+    const statement_list list =
+        source().fullStatements(*m_project, {{"db", "generic"}, {"custom-script", "hook.js"}},
+                                [&taken](const statement_record & record) { taken += record.text; });
+    QVERIFY(!list.outcome);
+    QVERIFY(list.records.empty());
+    QCOMPARE(taken.size(), 2);
+    QCOMPARE(taken[1], "CREATE TABLE person (id INTEGER NOT NULL PRIMARY KEY AUTOINCREMENT);");
 }
 
 void tst_statement_source::customScriptThatIsNotThere()
