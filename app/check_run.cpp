@@ -2,6 +2,7 @@
 
 #include "app/database_choice.h"
 #include "app/export_options.h"
+#include "app/script_judging.h"
 #include "app/source.h"
 #include "app/stored_settings.h"
 
@@ -163,14 +164,13 @@ private:
             full.isFull = true;
             full.isCurrent = true;
             full.step = QStringLiteral("full");
-            plugin::statement_list list = m_statements.fullStatements(*m_now, each.options);
             // A version has most of its tables in common with the state.
             const bool hasVersions = m_source.newestVersion() > 0;
             check::checker whole(*each.known, each.key, hasVersions ? each.tables.get() : nullptr);
-            if (const ZkBool told = runScript(whole, full, std::move(list), &each.found); !told) {
+            if (const ZkBool told = judgeFullScript(m_statements, each.options, whole, full, &each.found);
+                !told) {
                 return told;
             }
-            full.records.clear(); // the largest part of what is needed no longer
             whole.lookAtModel(full, whole.stored(), each.settings, each.found);
             if (hasVersions) {
                 each.state = whole.stored();
@@ -272,12 +272,9 @@ private:
             step.now = after;
             step.isCurrent = after == m_now;
             step.otherSettings = otherSettingsOf(each, from);
-            plugin::statement_list list =
-                m_statements.stepStatements({before, after, from, to}, each.options);
-            if (from != 0 && !isNeighbour(from, to)) {
-                check::useKeptNames(each.chain->made(), *after, list.records);
-            }
-            const ZkBool told = runScript(*each.chain, step, std::move(list), isTold ? &each.found : nullptr);
+            check::report * const found = isTold ? &each.found : nullptr;
+            const ZkBool told =
+                judgeStepScript(m_statements, each.options, *each.chain, step, from, to, found);
             if (!told) {
                 return told;
             }
@@ -324,34 +321,14 @@ private:
     database::catalogue newDatabase(const database_run & of, const std::shared_ptr<model::project> & model,
                                     ZkBool & result)
     {
-        plugin::statement_list list = m_statements.fullStatements(*model, of.options);
-        if (!list.outcome) {
-            result = list.outcome;
-        }
         check::script full;
         full.now = model;
         full.isFull = true;
-        full.records = std::move(list.records);
         check::checker whole(*of.known, of.key, of.tables.get());
-        whole.runUntold(full);
+        if (const ZkBool made = judgeFullScript(m_statements, of.options, whole, full, nullptr); !made) {
+            result = made;
+        }
         return whole.stored();
-    }
-
-    /// What was made before a failure is judged as well.
-    static ZkBool runScript(check::checker & with, check::script & script, plugin::statement_list list,
-                            check::report * told)
-    {
-        if (list.records.empty() && !list.outcome) {
-            return list.outcome;
-        }
-        script.records = std::move(list.records);
-        script.name = script.records.empty() ? QString() : script.records.front().script;
-        if (told != nullptr) {
-            with.run(script, told);
-        } else {
-            with.runUntold(script);
-        }
-        return list.outcome;
     }
 
     plugin::statement_source & m_statements;

@@ -109,6 +109,13 @@ private:
     values & m_words;
 };
 
+bool isQuoted(const plugin::statement_record & record)
+{
+    return (record.action == plugin::statement_action::create_table ||
+            record.action == plugin::statement_action::add_column) &&
+           record.defaultText.contains(QLatin1Char('`'));
+}
+
 } // namespace
 
 script_view::script_view(const script & of, const database::facts & known, const made_objects & made)
@@ -131,18 +138,17 @@ const model_names * script_view::names(moment when) const
     return kept ? &*kept : nullptr;
 }
 
+void script_view::see(const plugin::statement_record & record)
+{
+    m_quotes = m_quotes || isQuoted(record);
+}
+
 bool script_view::quotesNames() const
 {
-    if (!m_quotes) {
-        const auto isQuoted = [](const plugin::statement_record & record) {
-            return record.action == plugin::statement_action::create_table ||
-                           record.action == plugin::statement_action::add_column
-                       ? record.defaultText.contains(QLatin1Char('`'))
-                       : false;
-        };
-        m_quotes = std::any_of(m_script.records.begin(), m_script.records.end(), isQuoted);
+    if (!m_ownQuotes) {
+        m_ownQuotes = std::any_of(m_script.records.begin(), m_script.records.end(), isQuoted);
     }
-    return *m_quotes;
+    return m_quotes || *m_ownQuotes;
 }
 
 std::shared_ptr<model::entity> told_statement::entity(moment when) const

@@ -34,7 +34,10 @@ public:
     [[nodiscard]] const model::project * project(moment when) const;
     /// The names of the model's tables; none when there is no model.
     [[nodiscard]] const model_names * names(moment when) const;
-    /// Whether the script writes names of tables in quotes.
+    /// Takes that a statement is run now, which may be none of the script's own records.
+    void see(const plugin::statement_record & record);
+    /// Whether the script writes names of tables in quotes: one of its own records, or of those that were
+    /// seen.
     [[nodiscard]] bool quotesNames() const;
 
 private:
@@ -43,7 +46,8 @@ private:
     const made_objects & m_made;
     mutable std::optional<model_names> m_before; ///< made when they are asked for
     mutable std::optional<model_names> m_now;
-    mutable std::optional<bool> m_quotes;
+    bool m_quotes = false; ///< of what was seen
+    mutable std::optional<bool> m_ownQuotes;
 };
 
 /// What rules can ask about one statement.
