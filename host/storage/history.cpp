@@ -174,7 +174,7 @@ QSqlError readVersions(const zk::sqlite::connection & file, QList<version> & ver
 {
     list_of_versions records;
     QHash<int, QString> messages;
-    QSqlError error = project_schema::check(file, false);
+    QSqlError error = project_schema::check(file, project_schema::examined::versions);
     if (!error.isValid()) {
         error = fetchVersions(file, records);
     }
@@ -196,7 +196,7 @@ QSqlError readVersions(const zk::sqlite::connection & file, QList<version> & ver
 QSqlError readCompressed(const zk::sqlite::connection & file, int number, QByteArray & compressed)
 {
     list_of_versions versions;
-    QSqlError error = project_schema::check(file, false);
+    QSqlError error = project_schema::check(file, project_schema::examined::versions);
     if (!error.isValid()) {
         error = fetchVersions(file, versions);
     }
@@ -277,7 +277,7 @@ QSqlError tag(const QString & name, const QString & message, tag_when when, tag_
     }
     tag_result done;
     const QSqlError error = file.inTransaction([&] {
-        const QSqlError damage = project_schema::check(file, true);
+        const QSqlError damage = project_schema::check(file, project_schema::examined::everything);
         return damage.isValid() ? damage : addVersion(file, message, when, limit, done);
     });
     if (!error.isValid()) {

@@ -44,7 +44,8 @@ QSqlError fillEmpty(const zk::sqlite::connection & file, const decision & decide
 
 QSqlError replaceModel(const zk::sqlite::connection & file, const decision & decide)
 {
-    if (const QSqlError damaged = project_schema::check(file, true); damaged.isValid()) {
+    if (const QSqlError damaged = project_schema::check(file, project_schema::examined::everything);
+        damaged.isValid()) {
         return damaged;
     }
     const model::project * next = nullptr;
@@ -117,7 +118,7 @@ QSqlError read(const QString & name, model::project & project)
     const QSqlError error = file.open(name);
     // What is checked and what is read must be one state of the file.
     return error.isValid() ? error : file.inSnapshot([&] {
-        const QSqlError damage = project_schema::check(file, false);
+        const QSqlError damage = project_schema::check(file, project_schema::examined::state);
         return damage.isValid() ? damage : readModel(file, project);
     });
 }

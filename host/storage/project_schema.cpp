@@ -163,7 +163,7 @@ QSqlError create(const zk::sqlite::connection & file)
     return {};
 }
 
-QSqlError check(const zk::sqlite::connection & file, bool whole)
+QSqlError check(const zk::sqlite::connection & file, examined extent)
 {
     if (const QSqlError error = checkMarks(file); error.isValid()) {
         return error;
@@ -175,10 +175,9 @@ QSqlError check(const zk::sqlite::connection & file, bool whole)
         return error;
     }
     for (const table & t : tables()) {
-        if (!whole && t.name == HistoryTable) {
-            continue;
-        }
-        if (const QSqlError error = quickCheck(file, t.name); error.isValid()) {
+        const bool isRead = extent == examined::state || t.holds == of_history;
+        const bool isExamined = extent == examined::everything || (isRead && t.name != HistoryTable);
+        if (const QSqlError error = isExamined ? quickCheck(file, t.name) : QSqlError(); error.isValid()) {
             return error;
         }
     }

@@ -46,9 +46,15 @@ struct table
 /// Makes the empty `file` a project file without contents.
 [[nodiscard]] QSqlError create(const zk::sqlite::connection & file);
 
+/// Which tables are examined for damage. That takes as long as reading them.
+enum class examined
+{
+    versions, ///< for who reads these: their messages, since their states may be far larger than what is read
+    state,    ///< all but the states of versions
+    everything ///< for who writes
+};
+
 /// Why `file` cannot be used as a project file; invalid when it can.
-/// @param whole whether the history, which may be far larger than all the rest, is examined for damage as
-/// well
-[[nodiscard]] QSqlError check(const zk::sqlite::connection & file, bool whole);
+[[nodiscard]] QSqlError check(const zk::sqlite::connection & file, examined extent);
 
 } // namespace storage::project_schema

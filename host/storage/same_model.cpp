@@ -64,7 +64,8 @@ bool holdsModelOf(const zk::sqlite::connection & file, const QByteArray & other)
     }
     const zk::sqlite::final_file final(copy.name());
     zk::sqlite::connection opened;
-    return !opened.open(copy.name()).isValid() && !project_schema::check(opened, false).isValid() &&
+    return !opened.open(copy.name()).isValid() &&
+           !project_schema::check(opened, project_schema::examined::state).isValid() &&
            sameTables(file, opened);
 }
 
