@@ -55,8 +55,8 @@ bool isTerminal()
 }
 
 const report_format Formats[] = {
-    {QLatin1String("text"),
-     [](const check::report & of) { return check::textReport(of, {isTerminal()}).toUtf8(); }, false},
+    {QLatin1String("text"), [](const check::report & of) { return check::textReport(of, {isTerminal()}); },
+     false},
     {QLatin1String("json"),
      [](const check::report & of) { return check::jsonReport(of, QCoreApplication::applicationVersion()); },
      true},

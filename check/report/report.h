@@ -15,7 +15,7 @@ struct text_style
 
 /// For people: by script and statement, the worst first, what follows from something below it, and the counts
 /// in the last line.
-[[nodiscard]] QString textReport(const report & of, const text_style & style);
+[[nodiscard]] QByteArray textReport(const report & of, const text_style & style);
 
 /// SARIF 2.1.0: a rule object for each code, accepted findings as suppressed.
 [[nodiscard]] QByteArray sarifReport(const report & of, const QString & program);

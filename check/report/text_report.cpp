@@ -69,14 +69,15 @@ public:
         }
     }
 
-    QString write()
+    QByteArray write()
     {
         for (const run & each : m_report.runs) {
             writeRun(each);
         }
         writeGroups(findingsOf(QString(), QString()));
         writeLastLine();
-        return m_text;
+        encode();
+        return m_bytes;
     }
 
 private:
@@ -136,7 +137,15 @@ private:
                 writeStatement(*statement);
             }
             m_text += u'\n';
+            encode();
         }
+    }
+
+    /// Takes over what was written until now: a large report is kept in the smaller form alone.
+    void encode()
+    {
+        m_bytes += m_text.toUtf8();
+        m_text.resize(0);
     }
 
     void writeFinding(const finding & of)
@@ -216,12 +225,13 @@ private:
     const report & m_report;
     const text_style & m_style;
     consequences m_consequences;
-    QString m_text;
+    QString m_text; ///< written last
+    QByteArray m_bytes;
 };
 
 } // namespace
 
-QString textReport(const report & of, const text_style & style)
+QByteArray textReport(const report & of, const text_style & style)
 {
     return text_writer(of, style).write();
 }

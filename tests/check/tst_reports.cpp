@@ -118,7 +118,7 @@ private Q_SLOTS:
         const auto textOf = [](const QString & why) {
             finding long_ = note();
             long_.why = why;
-            const QString text = textReport(of({long_}), {});
+            const auto text = QString::fromUtf8(textReport(of({long_}), {}));
             const qsizetype begin = text.indexOf("No key.\n") + 8;
             return text.sliced(begin, text.indexOf("    What to do", begin) - begin);
         };
@@ -153,7 +153,7 @@ private Q_SLOTS:
                             R"({"op":"remove","path":"/entities/2/softDeleteColumn"},)"
                             R"({"op":"move","from":"/entities/2","path":"/entities/1"}])"));
         QVERIFY(jsonOf({}).is_null());
-        const QString text = textReport(of({mended}), {});
+        const auto text = QString::fromUtf8(textReport(of({mended}), {}));
         QVERIFY2(text.contains("    What to do: Rename | it.\n"
                                "    In the model:\n"
                                "        /entities/2/tableName: \"a_2\"\n"
