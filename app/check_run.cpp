@@ -14,6 +14,7 @@
 #include "model/project.h"
 
 #include <algorithm>
+#include <future>
 #include <map>
 #include <memory>
 #include <vector>
@@ -166,15 +167,17 @@ private:
             full.step = QStringLiteral("full");
             // A version has most of its tables in common with the state.
             const bool hasVersions = m_source.newestVersion() > 0;
-            check::checker whole(*each.known, each.key, hasVersions ? each.tables.get() : nullptr);
-            if (const ZkBool told = judgeFullScript(m_statements, each.options, whole, full, &each.found);
+            auto whole = std::make_unique<check::checker>(*each.known, each.key,
+                                                          hasVersions ? each.tables.get() : nullptr);
+            if (const ZkBool told = judgeFullScript(m_statements, each.options, *whole, full, &each.found);
                 !told) {
                 return told;
             }
-            whole.lookAtModel(full, whole.stored(), each.settings, each.found);
+            whole->lookAtModel(full, whole->stored(), each.settings, each.found);
             if (hasVersions) {
-                each.state = whole.stored();
+                each.state = whole->takeStored();
             }
+            discard(std::move(whole));
         }
         return ZkBool::success();
     }
@@ -324,11 +327,19 @@ private:
         check::script full;
         full.now = model;
         full.isFull = true;
-        check::checker whole(*of.known, of.key, of.tables.get());
-        if (const ZkBool made = judgeFullScript(m_statements, of.options, whole, full, nullptr); !made) {
+        auto whole = std::make_unique<check::checker>(*of.known, of.key, of.tables.get());
+        if (const ZkBool made = judgeFullScript(m_statements, of.options, *whole, full, nullptr); !made) {
             result = made;
         }
-        return whole.stored();
+        database::catalogue stored = whole->takeStored();
+        discard(std::move(whole));
+        return stored;
+    }
+
+    /// Takes apart what is not needed any more while the work goes on: a large one takes long.
+    void discard(std::unique_ptr<check::checker> spent)
+    {
+        m_discarded = std::async(std::launch::async, [of = std::move(spent)]() mutable { of.reset(); });
     }
 
     plugin::statement_source & m_statements;
@@ -338,6 +349,7 @@ private:
     stored_settings m_settings;                    ///< of the state
     std::map<int, stored_settings> m_settingsThen; ///< of versions, by their numbers
     std::vector<database_run> m_databases;
+    std::future<void> m_discarded; ///< done when the last one is taken apart
 };
 
 } // namespace

@@ -56,6 +56,8 @@ public:
     [[nodiscard]] const database::catalogue & storedBefore() const { return m_beforeStep; }
     /// What the database holds now when no table has rows, as the scripts made it.
     [[nodiscard]] const database::catalogue & stored() const { return m_empty.stored(); }
+    /// The same without a copy, for the last time: nothing is asked of this object afterwards.
+    [[nodiscard]] database::catalogue takeStored() { return m_empty.takeStored(); }
     /// The same in normal form.
     [[nodiscard]] database::catalogue held() const { return m_empty.held(); }
 

@@ -236,4 +236,9 @@ const catalogue & simulation::stored() const
     return m_memory->now->held();
 }
 
+catalogue simulation::takeStored()
+{
+    return m_memory->now->takeHeld();
+}
+
 } // namespace database

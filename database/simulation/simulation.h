@@ -50,6 +50,8 @@ public:
     [[nodiscard]] catalogue held() const;
     /// The same as the statements made it, until the next one is run: types by the words of the scripts.
     [[nodiscard]] const catalogue & stored() const;
+    /// The same without a copy, for the last time: nothing is asked of this object afterwards.
+    [[nodiscard]] catalogue takeStored();
 
 private:
     class memory;

@@ -29,6 +29,8 @@ public:
     ~held_catalogue() = default;
 
     [[nodiscard]] const catalogue & all() const { return m_held; }
+    /// The same, for the last time.
+    [[nodiscard]] catalogue takeAll() { return std::move(m_held); }
     /// Null when there is no such table. So it is below.
     [[nodiscard]] const table * find(const QString & key) const { return m_tables.value(key); }
     [[nodiscard]] table * find(const QString & key) { return m_tables.value(key); }
@@ -53,6 +55,8 @@ public:
     const known_types types; ///< those that it met
 
     [[nodiscard]] const catalogue & held() const { return m_held.all(); }
+    /// The same, for the last time: nothing is asked of this object afterwards.
+    [[nodiscard]] catalogue takeHeld() { return m_held.takeAll(); }
 
     /// The table of that name, as stored; none when there is no such table.
     [[nodiscard]] const table * find(const QString & name) const;
