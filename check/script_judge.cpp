@@ -26,7 +26,7 @@ void script_judge::take(plugin::statement_record record)
 {
     if (!isBegun()) {
         m_what.name = record.script;
-        m_run.emplace(m_with, m_what, m_told);
+        m_run = std::make_unique<checker::script_run>(m_with, m_what, m_told);
     }
     // A table that is made again is not read at all; see database::table_memory.
     std::optional<std::vector<database::statement>> statements;
@@ -58,7 +58,7 @@ void script_judge::send()
 void script_judge::end()
 {
     if (!isBegun()) {
-        m_run.emplace(m_with, m_what, m_told);
+        m_run = std::make_unique<checker::script_run>(m_with, m_what, m_told);
     }
     stop(true);
     if (m_why) {

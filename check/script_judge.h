@@ -5,6 +5,7 @@
 #include <condition_variable>
 #include <deque>
 #include <exception>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -28,7 +29,7 @@ public:
     /// Takes the next statement; waits when too many wait already.
     void take(plugin::statement_record record);
     /// Whether there was a statement.
-    [[nodiscard]] bool isBegun() const { return m_run.has_value(); }
+    [[nodiscard]] bool isBegun() const { return m_run != nullptr; }
     /// Returns when all are judged, and all was told. Throws what judging threw.
     void end();
 
@@ -49,10 +50,10 @@ private:
     checker & m_with;
     script & m_what;
     report * m_told;
-    std::optional<checker::script_run> m_run;
-    database::statement_reader m_reader; ///< of the thread that calls
-    taken_records m_taken;               ///< that were not sent yet
-    bool m_isBehind = false;             ///< the other thread has enough to do: what is sent it need not read
+    std::unique_ptr<checker::script_run> m_run; ///< null until there is a statement
+    database::statement_reader m_reader;        ///< of the thread that calls
+    taken_records m_taken;                      ///< that were not sent yet
+    bool m_isBehind = false; ///< the other thread has enough to do: what is sent it need not read
     std::thread m_thread;
 
     // Shared by both threads, under the lock.
