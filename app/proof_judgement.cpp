@@ -60,6 +60,11 @@ public:
 
     void judgeValues(const verified_values & of)
     {
+        for (const QString & each : of.emptyTables) {
+            if (!m_proof.emptyTables.contains(each)) {
+                m_proof.emptyTables += each;
+            }
+        }
         m_proof.values += of.values;
         m_proof.kept += of.values - static_cast<int>(of.lost.size());
         for (const verified_values::value & each : of.lost) {

@@ -64,7 +64,8 @@ struct database_proof
     int values = 0;
     int kept = 0;
     std::vector<lost_value> lost;
-    int refused = 0; ///< in all runs
+    QStringList emptyTables; ///< that took no row, so that nothing is proven of theirs
+    int refused = 0;         ///< in all runs
     int foretold = 0;
     int falseAlarms = 0; ///< statements that were foretold to be refused, and ran
 

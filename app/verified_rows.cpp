@@ -61,6 +61,12 @@ QMap<QString, int> verified_rows::put(const database::catalogue & held, const QS
     const QMap<QString, int> counts =
         database::server::putRowIntoEach(m_target, held, m_content, m_number, &added);
     m_target.execute(m_target.foreignKeyChecks(m_target.enforcesForeignKeys()), error);
+    for (const auto & [key, table] : held.tables) {
+        const bool isEmpty = counts.value(table.name) == 0 && !table.columns.empty();
+        if (isEmpty && !m_emptyTables.contains(table.name)) {
+            m_emptyTables += table.name;
+        }
+    }
     const check::model_names names(m_target.known(), model);
     for (const put_row & row : added) {
         const auto entities = names.entitiesOf(row.table);
@@ -88,6 +94,7 @@ verified_values verified_rows::compare(const database::catalogue & held, const m
 {
     const rows_by_entity rows = readRows(m_target, held, now);
     verified_values told;
+    told.emptyTables = m_emptyTables;
     for (const put_value & each : m_values) {
         const auto entity = now.getEntityById(each.entity);
         const auto property = entity ? entity->getPropertyById(each.property) : nullptr;

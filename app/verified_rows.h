@@ -28,7 +28,8 @@ struct verified_values
         long property = 0;
     };
 
-    int values = 0; ///< of properties that the model still has where they were
+    int values = 0;          ///< of properties that the model still has where they were
+    QStringList emptyTables; ///< that took no row
     std::vector<value> lost;
 };
 
@@ -73,8 +74,9 @@ private:
 
     database::server::target_database & m_target;
     database::server::row_content m_content;
-    int m_number = 1000; ///< of the next value; four digits, as a UUID wants them
+    int m_number = 1000; ///< of the next value
     std::vector<put_value> m_values;
+    QStringList m_emptyTables;
 };
 
 } // namespace app

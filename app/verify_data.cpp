@@ -56,7 +56,14 @@ json rowsOf(const database_proof & of)
                         {"value", textOf(each.value)},
                         {"explainedBy", orNull(each.explainedBy)}});
     }
-    return {{"values", of.values}, {"kept", of.kept}, {"lost", std::move(lost)}};
+    json empty = json::array();
+    for (const QString & each : of.emptyTables) {
+        empty.push_back(textOf(each));
+    }
+    return {{"values", of.values},
+            {"kept", of.kept},
+            {"lost", std::move(lost)},
+            {"emptyTables", std::move(empty)}};
 }
 
 json runOf(const database_proof & of)

@@ -104,6 +104,9 @@ QStringList linesOf(const database_proof & of)
         lines << QStringLiteral("%1: the value \"%2\" put in after %3 is not there (%4)")
                      .arg(each.object, each.value, each.version, reason(each.explainedBy, "NOT FORETOLD"));
     }
+    for (const QString & each : of.emptyTables) {
+        lines << QStringLiteral("table %1: no row could be put in, so none is proven to be kept").arg(each);
+    }
     return lines;
 }
 

@@ -29,7 +29,8 @@ enum class row_content
 
 /// Puts a row into each table that has none: 7 in every column of a key, of a foreign key or with a name that
 /// ends in "_id", so that rows belong together, and elsewhere a value that no other column has, as far as the
-/// type has enough values. A table whose types have no values here stays empty. Foreign keys should have no
+/// type has enough values. Where a table does not take them the types that have no values here are left null,
+/// then all that may be; one that takes no row stays empty. Foreign keys should have no
 /// say meanwhile; see target_database::foreignKeyChecks().
 /// @param held what is in the database
 /// @param number from which values are made; it goes on with each of them

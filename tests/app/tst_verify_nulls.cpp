@@ -67,7 +67,7 @@ private Q_SLOTS:
         QCOMPARE(run["ok"].toBool(), true);
         QCOMPARE(run["foretold"], (QJsonObject{{"refused", 0}, {"foretold", 0}, {"false", 0}}));
         // Five values, and nulls in three columns.
-        QCOMPARE(run["rows"], (QJsonObject{{"values", 8}, {"kept", 8}, {"lost", QJsonArray()}}));
+        QCOMPARE(run["rows"], allKept(8));
     }
 
     /// The database refuses to leave nulls out; the next step then finds no column of that name.
@@ -159,7 +159,7 @@ private Q_SLOTS:
         QCOMPARE(refusalsIn(run),
                  QStringList("always SQLITE_ERROR KV202: ALTER TABLE gig ADD COLUMN number INTEGER UNIQUE;"));
         QCOMPARE(run["foretold"], (QJsonObject{{"refused", 2}, {"foretold", 2}, {"false", 0}}));
-        QCOMPARE(run["rows"], (QJsonObject{{"values", 2}, {"kept", 2}, {"lost", QJsonArray()}}));
+        QCOMPARE(run["rows"], allKept(2));
     }
 
     /// SQLite would take a null in a key that does not say NOT NULL; no other database does.
@@ -173,7 +173,113 @@ private Q_SLOTS:
              "{'id': 11, 'name': 'fee', 'type': 'int'}]}"});
         const QJsonObject run =
             m_bench->runOf(m_bench->ownScript("CREATE_TABLE", "'CREATE TABLE gig (code TEXT PRIMARY KEY);'"));
-        QCOMPARE(run["rows"], (QJsonObject{{"values", 1}, {"kept", 1}, {"lost", QJsonArray()}}));
+        QCOMPARE(run["rows"], allKept(1));
+    }
+
+    /// Also types that come from a database that was there before have values.
+    void valuesOfForcedTypes_data()
+    {
+        QTest::addColumn<QStringList>("types");
+        QTest::newRow("postgresql") << QStringList{
+            "uuid",    "interval",   "inet",        "cidr",           "integer[]",    "text[]",       "jsonb",
+            "xml",     "bit(3)",     "bit",         "bit varying(4)", "numeric(3,2)", "numeric(4,4)", "money",
+            "char(1)", "varchar(2)", "timestamptz", "timetz",         "tsvector",     "smallint",     "oid"};
+        QTest::newRow("mariadb") << QStringList{"uuid",
+                                                "inet6",
+                                                "enum(\\u0027it\\u0027\\u0027s\\u0027,\\u0027b\\u0027)",
+                                                "bit(3)",
+                                                "set(\\u0027x\\u0027)",
+                                                "numeric(3,2)",
+                                                "char(1)",
+                                                "varbinary(2)",
+                                                "tinyint(1)",
+                                                "year",
+                                                "smallint",
+                                                "double"};
+        QTest::newRow("sqlite") << QStringList{"numeric(3,2)", "uuid", "whatever"};
+    }
+    void valuesOfForcedTypes()
+    {
+        QFETCH(const QStringList, types);
+        QByteArrayList before;
+        QByteArrayList now;
+        int id = 100;
+        for (const QString & type : types) {
+            before += QStringLiteral("{'id': %1, 'name': 't%1', 'properties': [{'id': %2, 'name': 'id', ID},"
+                                     "{'id': %3, 'name': 'it', 'type': 'QString', 'forceSqlType': '%4'}]}")
+                          .arg(QString::number(id), QString::number(id + 1), QString::number(id + 2), type)
+                          .toUtf8();
+            now += before.constLast();
+            now.last().replace("'properties'",
+                               "'tableName': 'n" + QByteArray::number(id) + "', 'properties'");
+            id += 3;
+        }
+        m_bench->history({before.join(',').constData(), now.join(',').constData()});
+        const QJsonObject run = m_bench->runOf({"--db", QTest::currentDataTag(), "--skip-missing"});
+        if (run["missing"].isString()) {
+            QSKIP(qPrintable(run["missing"].toString()));
+        }
+        // Of each table its key, a value and a null.
+        QCOMPARE(run["rows"], allKept(3 * static_cast<int>(types.size())));
+    }
+
+    /// Where a type is not known the other columns of a row are proven all the same; a table without any row
+    /// is told.
+    void typesWithoutValues()
+    {
+        const char * const before =
+            "{'id': 1, 'name': 'gig', 'properties': [{'id': 10, 'name': 'id', ID},"
+            "{'id': 11, 'name': 'place', 'type': 'QString', 'forceSqlType': 'point'},"
+            "{'id': 12, 'name': 'note', 'type': 'QString'}]},"
+            "{'id': 2, 'name': 'area', 'properties': [{'id': 20, 'name': 'id', ID},"
+            "{'id': 21, 'name': 'shape', 'type': 'QString', 'forceSqlType': 'polygon', 'allowNull': false}]}";
+        const QByteArray now = QByteArray(before).replace("'name': 'note'", "'name': 'remark'");
+        m_bench->history({before, now.constData()});
+        const QStringList options = {"--db", "postgresql", "--skip-missing"};
+        const QJsonObject run = m_bench->runOf(options);
+        if (run["missing"].isString()) {
+            QSKIP(qPrintable(run["missing"].toString()));
+        }
+        // Key and text with a value, point and text with a null.
+        QCOMPARE(
+            run["rows"],
+            (QJsonObject{
+                {"values", 4}, {"kept", 4}, {"lost", QJsonArray()}, {"emptyTables", QJsonArray{"area"}}}));
+        const program_result told = runProgram(QStringList{"verify", m_bench->project()} + options);
+        QVERIFY2(
+            told.output.contains("\n  table area: no row could be put in, so none is proven to be kept\n"),
+            told.output.constData());
+        QCOMPARE(told.status, 0);
+    }
+
+    /// A column that allows no null, in a table with a row.
+    void aNewColumnThatAllowsNoNull_data()
+    {
+        QTest::addColumn<QString>("database");
+        QTest::addColumn<QString>("refusal");
+        QTest::newRow("postgresql") << "postgresql"
+                                    << "rows 23502 KV201: ALTER TABLE t_gig ADD COLUMN fee INTEGER NOT NULL;";
+        QTest::newRow("mariadb") << "mariadb"
+                                 << "";
+        QTest::newRow("sqlite")
+            << "sqlite"
+            << "rows SQLITE_ERROR KV201: ALTER TABLE t_gig ADD COLUMN fee INTEGER NOT NULL;";
+    }
+    void aNewColumnThatAllowsNoNull()
+    {
+        QFETCH(const QString, database);
+        QFETCH(const QString, refusal);
+        const char * const more = "{'id': 1, 'name': 'gig', 'tableName': 't_gig', 'properties': ["
+                                  "{'id': 10, 'name': 'id', ID},"
+                                  "{'id': 11, 'name': 'duration', 'type': 'int'},"
+                                  "{'id': 12, 'name': 'fee', 'type': 'int', 'allowNull': false}]}";
+        m_bench->history({Plain, more});
+        const QJsonObject run = m_bench->runOf({"--db", database, "--skip-missing"});
+        if (run["missing"].isString()) {
+            QSKIP(qPrintable(run["missing"].toString()));
+        }
+        QCOMPARE(refusalsIn(run).join(u'\n'), refusal);
+        QCOMPARE(run["ok"].toBool(), true);
     }
 
     void aRefusalThatNobodyForetold()
@@ -211,6 +317,12 @@ private Q_SLOTS:
     }
 
 private:
+    /// What is told of that many values when none is lost.
+    static QJsonObject allKept(int values)
+    {
+        return {{"values", values}, {"kept", values}, {"lost", QJsonArray()}, {"emptyTables", QJsonArray()}};
+    }
+
     /// When, code, finding and text of each.
     static QStringList refusalsIn(const QJsonObject & run)
     {
