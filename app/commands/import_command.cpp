@@ -183,7 +183,7 @@ int import_command::runDatabase()
 void import_command::tellRest(const database_import_result & done) const
 {
     for (const QString & line : renameLines(done.renames, m_request.isPlan)) {
-        printLine(line);
+        printLine(oneLine(line));
     }
     std::optional<QString> table;
     for (const database::left_out & each : done.leftOut) {
@@ -192,9 +192,10 @@ void import_command::tellRest(const database_import_result & done) const
         }
         if (each.table != table) {
             table = each.table;
-            printLine(QStringLiteral("  ") + (table->isEmpty() ? QStringLiteral("the database") : *table));
+            printLine(QStringLiteral("  ") +
+                      (table->isEmpty() ? QStringLiteral("the database") : oneLine(*table)));
         }
-        printLine(QStringLiteral("    ") + each.what);
+        printLine(QStringLiteral("    ") + oneLine(each.what));
     }
 }
 

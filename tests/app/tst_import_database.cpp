@@ -146,6 +146,22 @@ private Q_SLOTS:
         QVERIFY(!storedText(m_project).contains("\"next\""));
     }
 
+    /// Names of somebody's database move no terminal's cursor, and end no line.
+    void namesWithControlCharacters()
+    {
+        make({"CREATE TABLE \"a\x1b[2J\nb\" (id INTEGER PRIMARY KEY, \"c\x07\" INT DEFAULT 1)",
+              "CREATE VIEW \"v\n\" AS SELECT 1"});
+        QCOMPARE(imported(), QByteArray("Without a place in the model, or made otherwise by scripts:\n"
+                                        "  a [2J b\n"
+                                        "    scripts cannot make the table (korvane check tells why)\n"
+                                        "    default of column c : 1\n"
+                                        "  v\n"
+                                        "    view v\n"
+                                        "Project 'shop' imported into ") +
+                                 m_project.toUtf8() +
+                                 QByteArray(" (entities: 1; without a place in the model: 3)\n"));
+    }
+
     /// What is exported of the model makes the database again, of which the model is imported again.
     void theScriptsMakeTheDatabaseAgain()
     {
