@@ -10,6 +10,7 @@
 
 #include <csignal>
 #include <optional>
+#include <utility>
 
 namespace database::server {
 
@@ -57,9 +58,9 @@ public:
     ~mariadb_target() override
     {
         m_connection.reset(); // a server waits for it before it ends
-        if (!m_server && m_iDatabases > 0 && !m_bKept) {
+        if (!m_server && !m_sScratch.isEmpty()) {
             // Over another connection, since the first may be lost.
-            dropScratch(*connect(m_place.database), QStringLiteral("DROP DATABASE IF EXISTS ") + scratch());
+            dropScratch(*connect(m_place.database), dropping());
         }
     }
     mariadb_target(const mariadb_target &) = delete;
@@ -85,13 +86,20 @@ public:
             m_connection = connect(QString());
             error = m_connection->openError();
         }
-        const QString old = QStringLiteral("DROP DATABASE IF EXISTS ") + scratch();
-        ++m_iDatabases;
-        const QString name = scratch();
-        return m_connection->isOpen() && m_connection->execute(old, error) &&
-               m_connection->execute(QStringLiteral("CREATE DATABASE %1 CHARACTER SET utf8mb4").arg(name),
-                                     error) &&
-               m_connection->execute(QStringLiteral("USE ") + name, error);
+        if (!m_connection->isOpen() || (!m_sScratch.isEmpty() && !m_connection->execute(dropping(), error))) {
+            return false;
+        }
+        m_sScratch = QStringLiteral("%1_%2").arg(m_sPrefix).arg(++m_iDatabases);
+        server_error refused;
+        if (!m_connection->execute(QStringLiteral("CREATE DATABASE %1 CHARACTER SET utf8mb4").arg(m_sScratch),
+                                   refused)) {
+            error = refused.words;
+            if (!m_connection->isLost(refused)) { // else nobody knows whether it was made
+                m_sScratch.clear();
+            }
+            return false;
+        }
+        return m_connection->execute(QStringLiteral("USE ") + m_sScratch, error);
     }
     [[nodiscard]] database::catalogue held() override
     {
@@ -109,14 +117,12 @@ public:
     }
     [[nodiscard]] QString keep() override
     {
-        m_bKept = !m_server && m_iDatabases > 0;
-        return m_bKept ? scratch() : QString();
+        return m_server ? QString() : std::exchange(m_sScratch, QString());
     }
     QString typeAsStored(const QString & type) override;
 
 private:
-    /// The database that is in use.
-    [[nodiscard]] QString scratch() const { return QStringLiteral("%1_%2").arg(m_sPrefix).arg(m_iDatabases); }
+    [[nodiscard]] QString dropping() const { return QStringLiteral("DROP DATABASE IF EXISTS ") + m_sScratch; }
     [[nodiscard]] std::unique_ptr<sql_connection> connect(const QString & database) const
     {
         return connectMySql(m_place, database);
@@ -126,7 +132,7 @@ private:
     server_url m_place{QStringLiteral("mariadb"), {}, 0, {}, {}, {}};
     QString m_sPrefix = QStringLiteral("scratch"); ///< of the names of databases
     int m_iDatabases = 0;
-    bool m_bKept = false; ///< whether the database in use stays when this goes
+    QString m_sScratch; ///< the database in use, which goes with this; empty when none does
 };
 
 QString mariadb_target::typeAsStored(const QString & type)

@@ -313,6 +313,15 @@ private Q_SLOTS:
         QVERIFY2(result.output.contains("\nmariadb   MariaDB "), result.output.constData());
         QCOMPARE(result.status, 0);
         QCOMPARE(connect()->firstColumn("SHOW DATABASES"), before);
+        // Who may not create a database is told so.
+        QVERIFY(connect()->execute("CREATE USER bob@localhost", why));
+        const program_result refused =
+            runProgram({"verify", m_project, "--url", server->url("bob", "information_schema")});
+        QCOMPARE(refused.status, 1);
+        QVERIFY2(refused.errors.startsWith(
+                     "MariaDB 10.11: Access denied for user 'bob'@'localhost' to database 'korvane_verify_"),
+                 refused.errors.constData());
+        QCOMPARE(refused.errors.count('\n'), 1);
     }
 
     /// The scratch database goes although the connection that made it went first.
