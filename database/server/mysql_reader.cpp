@@ -35,6 +35,13 @@ constexpr left_out_query LeftOut[] = {
     {"SELECT table_name, concat('column ', column_name, ': ', extra), column_name FROM "
      "information_schema.columns WHERE table_schema = DATABASE() AND lower(extra) LIKE '%on update%' ORDER "
      "BY table_name, ordinal_position"},
+    {"SELECT table_name, concat('column ', column_name, ': invisible'), column_name FROM "
+     "information_schema.columns WHERE table_schema = DATABASE() AND lower(extra) LIKE '%invisible%' ORDER "
+     "BY "
+     "table_name, ordinal_position"},
+    {"SELECT table_name, concat('column ', column_name, ': zerofill'), column_name FROM "
+     "information_schema.columns WHERE table_schema = DATABASE() AND column_type LIKE '% zerofill' ORDER BY "
+     "table_name, ordinal_position"},
     {"SELECT table_name, concat('comment of column ', column_name), column_name FROM "
      "information_schema.columns WHERE table_schema = DATABASE() AND column_comment <> '' ORDER BY "
      "table_name, ordinal_position"},

@@ -72,7 +72,8 @@ constexpr left_out_query LeftOut[] = {
     {"SELECT t.relname, 'index ' || n.relname || ' in full: ' || pg_get_indexdef(n.oid), n.relname FROM "
      "pg_index x JOIN pg_class n ON n.oid = indexrelid JOIN pg_am m ON m.oid = n.relam JOIN pg_class t ON "
      "t.oid = indrelid WHERE indexprs IS NULL AND indpred IS NULL AND m.amname = 'btree' AND (indnatts <> "
-     "indnkeyatts OR EXISTS (SELECT 1 FROM unnest(indoption::int2[]) o WHERE o <> 0) OR EXISTS (SELECT 1 "
+     "indnkeyatts OR pg_get_indexdef(n.oid) LIKE '%) NULLS NOT DISTINCT%' OR EXISTS (SELECT 1 FROM "
+     "unnest(indoption::int2[]) o WHERE o <> 0) OR EXISTS (SELECT 1 "
      "FROM "
      "unnest(indclass::oid[]) o JOIN pg_opclass c ON c.oid = o WHERE NOT c.opcdefault)) AND NOT "
      "t.relispartition AND t.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = ?) ORDER BY 1, 2"},
@@ -83,6 +84,17 @@ constexpr left_out_query LeftOut[] = {
     {"SELECT t.relname, 'rule ' || rulename, rulename FROM pg_rewrite JOIN pg_class t ON t.oid = ev_class "
      "WHERE rulename <> '_RETURN' AND t.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = ?) "
      "ORDER BY 1, 2"},
+    {"SELECT t.relname, 'policy ' || polname, polname FROM pg_policy JOIN pg_class t ON t.oid = polrelid "
+     "WHERE t.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = ?) ORDER BY 1, 2"},
+    {"SELECT t.relname, 'statistics ' || stxname, stxname FROM pg_statistic_ext JOIN pg_class t ON t.oid = "
+     "stxrelid WHERE t.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = ?) ORDER BY 1, 2"},
+    {"SELECT t.relname, 'sequence ' || s.relname || ': START ' || seqstart || ' INCREMENT ' || seqincrement "
+     "|| "
+     "CASE WHEN seqcycle THEN ' CYCLE' ELSE '' END, s.relname FROM pg_sequence JOIN pg_class s ON s.oid = "
+     "seqrelid JOIN pg_depend d ON d.objid = s.oid AND d.classid = 'pg_class'::regclass AND d.deptype IN "
+     "('a', "
+     "'i') JOIN pg_class t ON t.oid = d.refobjid WHERE (seqstart <> 1 OR seqincrement <> 1 OR seqcycle) AND "
+     "s.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = ?) ORDER BY 1, 2"},
     {"SELECT t.relname, CASE WHEN d.objsubid = 0 THEN 'comment of the table' ELSE 'comment of column ' || "
      "a.attname END, '' FROM pg_description d JOIN pg_class t ON t.oid = d.objoid AND d.classoid = "
      "'pg_class'::regclass LEFT JOIN pg_attribute a ON a.attrelid = t.oid AND a.attnum = d.objsubid WHERE "
@@ -91,6 +103,13 @@ constexpr left_out_query LeftOut[] = {
     {"SELECT '', 'sequence ' || s.relname, s.relname FROM pg_class s WHERE s.relkind = 'S' AND NOT EXISTS "
      "(SELECT 1 FROM pg_depend d WHERE d.objid = s.oid AND d.classid = 'pg_class'::regclass AND d.deptype IN "
      "('a', 'i')) AND s.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = ?) ORDER BY 2"},
+    {"SELECT '', 'type ' || y.typname, y.typname FROM pg_type y WHERE y.typtype IN ('e', 'd', 'r', 'c') AND "
+     "(y.typrelid = 0 OR EXISTS (SELECT 1 FROM pg_class c WHERE c.oid = y.typrelid AND c.relkind = 'c')) AND "
+     "NOT EXISTS (SELECT 1 FROM pg_attribute a JOIN pg_class t ON t.oid = a.attrelid WHERE a.atttypid IN "
+     "(y.oid, y.typarray) AND a.attnum > 0 AND NOT a.attisdropped AND t.relkind IN ('r', 'p')) AND NOT "
+     "EXISTS "
+     "(SELECT 1 FROM pg_depend d WHERE d.objid = y.oid AND d.deptype = 'e') AND y.typnamespace = (SELECT oid "
+     "FROM pg_namespace WHERE nspname = ?) ORDER BY 2"},
     {"SELECT '', CASE prokind WHEN 'p' THEN 'procedure ' ELSE 'function ' END || proname, proname FROM "
      "pg_proc p WHERE NOT EXISTS (SELECT 1 FROM pg_depend d WHERE d.objid = p.oid AND d.deptype = 'e') AND "
      "pronamespace = (SELECT oid FROM pg_namespace WHERE nspname = ?) ORDER BY 2"},
@@ -136,7 +155,7 @@ void postgresql_reader::addTablesAndColumns()
     }
     for (const QVariantList & c :
          ofSchema("SELECT t.relname, a.attname, format_type(a.atttypid, a.atttypmod), a.attnotnull, "
-                  "a.attidentity <> '' OR coalesce(pg_get_expr(d.adbin, d.adrelid), '') LIKE '%nextval%' "
+                  "a.attidentity <> '' OR coalesce(pg_get_expr(d.adbin, d.adrelid), '') LIKE 'nextval(%' "
                   "FROM pg_attribute a JOIN pg_class t ON t.oid = a.attrelid LEFT JOIN pg_attrdef d ON "
                   "d.adrelid = t.oid AND d.adnum = a.attnum WHERE t.relkind IN ('r', 'p') AND t.relnamespace "
                   "= (SELECT oid FROM pg_namespace WHERE nspname = ?) AND a.attnum > 0 AND NOT "

@@ -190,6 +190,53 @@ private Q_SLOTS:
                          m_project.toUtf8() + " (entities: 4; without a place in the model: 12)\n");
     }
 
+    /// What is rare, and changes what a table takes or does all the same.
+    void rareOmissionsOfPostgresql()
+    {
+        server_of_somebody & server = chosen("postgresql");
+        createDatabase(server, "rare");
+        execute(
+            server, "rare",
+            {"CREATE TYPE size AS ENUM ('s', 'l')", "CREATE DOMAIN grown AS INTEGER CHECK (VALUE > 17)",
+             "CREATE TYPE mood AS ENUM ('sad')", "CREATE TABLE one (m mood[])",
+             "CREATE TABLE seat (id BIGSERIAL PRIMARY KEY, a INTEGER, b TEXT DEFAULT 'nextval(x)', UNIQUE "
+             "NULLS NOT DISTINCT (a))",
+             "ALTER SEQUENCE seat_id_seq INCREMENT 3 CYCLE", "CREATE POLICY own ON seat USING (a = 1)",
+             "CREATE STATISTICS pair ON a, b FROM seat"});
+        compareLines(importFrom(server, "rare"),
+                     QByteArray("Without a place in the model, or made otherwise by scripts:\n"
+                                "  the database\n"
+                                "    type grown\n"
+                                "    type size\n"
+                                "  one\n"
+                                "    scripts cannot make the table (korvane check tells why)\n"
+                                "    type mood[] of column m, which scripts do not make\n"
+                                "  seat\n"
+                                "    default of column b: 'nextval(x)'::text\n"
+                                "    index seat_a_key in full: CREATE UNIQUE INDEX seat_a_key ON public.seat "
+                                "USING btree (a) NULLS NOT DISTINCT\n"
+                                "    policy own\n"
+                                "    statistics pair\n"
+                                "    sequence seat_id_seq: START 1 INCREMENT 3 CYCLE\n"
+                                "Project 'shop' imported into ") +
+                         m_project.toUtf8() + " (entities: 2; without a place in the model: 9)\n");
+    }
+
+    void rareOmissionsOfMariadb()
+    {
+        server_of_somebody & server = chosen("mariadb");
+        createDatabase(server, "rare");
+        execute(server, "rare",
+                {"CREATE TABLE seat (id BIGINT NOT NULL PRIMARY KEY, a INT INVISIBLE, b INT(5) ZEROFILL)"});
+        compareLines(importFrom(server, "rare"),
+                     QByteArray("Without a place in the model, or made otherwise by scripts:\n"
+                                "  seat\n"
+                                "    column a: invisible\n"
+                                "    column b: zerofill\n"
+                                "Project 'shop' imported into ") +
+                         m_project.toUtf8() + " (entities: 1; without a place in the model: 2)\n");
+    }
+
 private:
     static void makePeople(const server_of_somebody & server)
     {
