@@ -1,8 +1,8 @@
 #include "check/checker.h"
 
+#include "check/judged_script.h"
 #include "check/remedy/model_patch.h"
 #include "check/rules/model_rules.h"
-#include "check/script_run.h"
 
 #include "database/facts/known_types.h"
 #include "database/facts/normal_form.h"
@@ -48,7 +48,7 @@ void checker::begin(const script & next)
 
 void checker::run(const script & next, report * told)
 {
-    script_run all(*this, next, told);
+    judged_script all(*this, next, told);
     for (const plugin::statement_record & record : next.records) {
         all.run(record);
     }

@@ -32,8 +32,8 @@ public:
     /// Runs a script. What it has to say of a script goes to `told`, when that is given, the same for all
     /// calls: a script without it is only there for what it leaves to those after it.
     void run(const script & next, report * told);
-    /// The same while the statements of the script come one after another; see check/script_run.h.
-    class script_run;
+    /// The same while the statements of the script come one after another; see check/judged_script.h.
+    class judged_script;
 
     /// Tells what the full script that was run left otherwise than its model says, and what is unwise in it.
     /// @param made what stored() says after it

@@ -26,12 +26,12 @@ void script_judge::take(plugin::statement_record record)
 {
     if (!isBegun()) {
         m_what.name = record.script;
-        m_run = std::make_unique<checker::script_run>(m_with, m_what, m_told);
+        m_run = std::make_unique<checker::judged_script>(m_with, m_what, m_told);
     }
     // A table that is made again is not read at all; see database::table_memory.
     std::optional<std::vector<database::statement>> statements;
     if (m_isBehind && m_told != nullptr) {
-        statements = checker::script_run::read(m_reader, record);
+        statements = checker::judged_script::read(m_reader, record);
     }
     m_taken.push_back({std::move(record), std::move(statements)});
     if (m_taken.size() == RecordsAtOnce) {
@@ -58,7 +58,7 @@ void script_judge::send()
 void script_judge::end()
 {
     if (!isBegun()) {
-        m_run = std::make_unique<checker::script_run>(m_with, m_what, m_told);
+        m_run = std::make_unique<checker::judged_script>(m_with, m_what, m_told);
     }
     stop(true);
     if (m_why) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "check/script_run.h"
+#include "check/judged_script.h"
 
 #include <condition_variable>
 #include <deque>
@@ -50,9 +50,9 @@ private:
     checker & m_with;
     script & m_what;
     report * m_told;
-    std::unique_ptr<checker::script_run> m_run; ///< null until there is a statement
-    database::statement_reader m_reader;        ///< of the thread that calls
-    taken_records m_taken;                      ///< that were not sent yet
+    std::unique_ptr<checker::judged_script> m_run; ///< null until there is a statement
+    database::statement_reader m_reader;           ///< of the thread that calls
+    taken_records m_taken;                         ///< that were not sent yet
     bool m_isBehind = false; ///< the other thread has enough to do: what is sent it need not read
     std::thread m_thread;
 

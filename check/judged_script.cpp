@@ -1,4 +1,4 @@
-#include "check/script_run.h"
+#include "check/judged_script.h"
 
 #include "check/remedy/row_repair.h"
 #include "check/rules/loss_rules.h"
@@ -21,7 +21,7 @@ bool isRefused(const database::verdict & said)
 
 } // namespace
 
-checker::script_run::script_run(checker & of, const script & next, report * told)
+checker::judged_script::judged_script(checker & of, const script & next, report * told)
     : m_of(of), m_next(next), m_told(told), m_view(next, of.m_known, of.m_made)
 {
     m_run.database = of.m_database;
@@ -35,22 +35,22 @@ checker::script_run::script_run(checker & of, const script & next, report * told
     of.m_beforeStep = told != nullptr && !next.isFull ? of.stored() : database::catalogue();
 }
 
-std::vector<database::statement> checker::script_run::read(database::statement_reader & with,
-                                                           const plugin::statement_record & record)
+std::vector<database::statement> checker::judged_script::read(database::statement_reader & with,
+                                                              const plugin::statement_record & record)
 {
     return with.read(record.text,
                      record.isReplaced() ? database::writer::anyone : database::writer::exporter);
 }
 
-void checker::script_run::run(const plugin::statement_record & record)
+void checker::judged_script::run(const plugin::statement_record & record)
 {
     if (!isMadeAgain(record)) {
         run(record, read(m_reader, record));
     }
 }
 
-void checker::script_run::run(const plugin::statement_record & record,
-                              const std::vector<database::statement> & statements)
+void checker::judged_script::run(const plugin::statement_record & record,
+                                 const std::vector<database::statement> & statements)
 {
     m_view.see(record);
     for (const database::statement & read : statements) {
@@ -65,7 +65,7 @@ void checker::script_run::run(const plugin::statement_record & record,
     }
 }
 
-void checker::script_run::end()
+void checker::judged_script::end()
 {
     if (m_told != nullptr) {
         m_told->runs.push_back(m_run);
@@ -74,7 +74,7 @@ void checker::script_run::end()
 }
 
 /// Makes the table anew that the same text made elsewhere, when nothing is to be told of it.
-bool checker::script_run::isMadeAgain(const plugin::statement_record & record)
+bool checker::judged_script::isMadeAgain(const plugin::statement_record & record)
 {
     const bool isSilent = m_told == nullptr && !m_of.m_withRows;
     const auto * const known = isSilent && isMemorable(record) ? m_of.m_memory->find(record.text) : nullptr;
@@ -87,7 +87,7 @@ bool checker::script_run::isMadeAgain(const plugin::statement_record & record)
 }
 
 /// Whether it makes a table of which the text of the record says all.
-bool checker::script_run::isMemorable(const plugin::statement_record & record) const
+bool checker::judged_script::isMemorable(const plugin::statement_record & record) const
 {
     using plugin::statement_action;
     return m_of.m_memory != nullptr && !record.isReplaced() &&
@@ -95,7 +95,8 @@ bool checker::script_run::isMemorable(const plugin::statement_record & record) c
             record.action == statement_action::create_extra_table);
 }
 
-void checker::script_run::remember(const plugin::statement_record & record, const database::statement & only)
+void checker::judged_script::remember(const plugin::statement_record & record,
+                                      const database::statement & only)
 {
     const database::table * const made =
         !m_wasRefused && isMemorable(record) ? m_of.m_empty.madeByItself(only) : nullptr;
@@ -104,8 +105,8 @@ void checker::script_run::remember(const plugin::statement_record & record, cons
     }
 }
 
-void checker::script_run::runStatement(const plugin::statement_record & record,
-                                       const database::statement & read)
+void checker::judged_script::runStatement(const plugin::statement_record & record,
+                                          const database::statement & read)
 {
     const database::verdict empty = m_of.m_empty.run(read);
     const database::verdict withRows = m_of.m_withRows ? m_of.m_withRows->run(read) : empty;
@@ -142,7 +143,7 @@ void checker::script_run::runStatement(const plugin::statement_record & record,
 }
 
 /// A rename that stands in the script as a comment alone leaves the name as it is.
-void checker::script_run::keepColumn(const plugin::statement_record & record)
+void checker::judged_script::keepColumn(const plugin::statement_record & record)
 {
     const auto before = record.action == plugin::statement_action::rename_column && m_next.before
                             ? findProperty(*m_next.before, record.entity, record.property)
@@ -153,7 +154,7 @@ void checker::script_run::keepColumn(const plugin::statement_record & record)
     }
 }
 
-void checker::script_run::tell(const told_statement & of, occasion when, int number)
+void checker::judged_script::tell(const told_statement & of, occasion when, int number)
 {
     using database::outcome;
     switch (of.said().what) {
@@ -189,7 +190,7 @@ void checker::script_run::tell(const told_statement & of, occasion when, int num
 }
 
 /// What a statement that runs costs others.
-void checker::script_run::tellDone(const told_statement & of)
+void checker::judged_script::tellDone(const told_statement & of)
 {
     for (finding & each : explainDone(of)) {
         add(std::move(each), of, occasion::always);
@@ -197,7 +198,7 @@ void checker::script_run::tellDone(const told_statement & of)
 }
 
 /// A script with a statement that is always refused is done in parts.
-void checker::script_run::tellHalfApplied()
+void checker::judged_script::tellHalfApplied()
 {
     if (m_refused == 0 || m_refused == m_run.statements || !m_view.isStep()) {
         return;
@@ -208,7 +209,7 @@ void checker::script_run::tellHalfApplied()
     m_of.addTo(*m_told, std::move(told), m_next);
 }
 
-void checker::script_run::tellRefusal(const told_statement & of, occasion when, int number)
+void checker::judged_script::tellRefusal(const told_statement & of, occasion when, int number)
 {
     const auto cause = m_of.m_refused.constFind(of.said().consequenceOf);
     const bool follows = cause != m_of.m_refused.constEnd();
@@ -233,7 +234,7 @@ void checker::script_run::tellRefusal(const told_statement & of, occasion when, 
 }
 
 /// What rows alone refuse in the wake of another statement is run again once that is mended.
-void checker::script_run::repeatAfter(int finding, const told_statement & of)
+void checker::judged_script::repeatAfter(int finding, const told_statement & of)
 {
     check::remedy & way = m_told->findings.at(static_cast<std::size_t>(finding)).way;
     if (!way.sql.isEmpty()) {
@@ -241,14 +242,14 @@ void checker::script_run::repeatAfter(int finding, const told_statement & of)
     }
 }
 
-QString checker::script_run::nameOf(const statement_place & of) const
+QString checker::judged_script::nameOf(const statement_place & of) const
 {
     return of.script == m_next.name
                ? QStringLiteral("line %1").arg(of.line)
                : QStringLiteral("line %1 of %2").arg(QString::number(of.line), of.script);
 }
 
-void checker::script_run::add(finding told, const told_statement & of, occasion when)
+void checker::judged_script::add(finding told, const told_statement & of, occasion when)
 {
     told.when = when;
     told.objects = of.objects();

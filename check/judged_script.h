@@ -11,13 +11,13 @@
 namespace check {
 
 /// The run of one script, statement by statement, and what there is to say of it.
-class checker::script_run
+class checker::judged_script
 {
 public:
     /// Begins the script `next`, whose own records have no say in what is run. All have to outlive this
     /// object, and `of` runs nothing else meanwhile.
     /// @param told receives what there is to say; null for a script that is only there for what it leaves
-    script_run(checker & of, const script & next, report * told);
+    judged_script(checker & of, const script & next, report * told);
 
     void run(const plugin::statement_record & record);
     /// The same when the statements of its text were read already.
