@@ -148,8 +148,10 @@ private:
             }
             told.insert(key);
             if (isTold(version)) {
+                const bool isOrder = each.kind == check::difference_kind::order;
                 m_proof.chainDifferences.push_back({m_versions[version].word, object, each.expected,
-                                                    each.found, m_foretold.difference(object)});
+                                                    each.found, m_foretold.difference(object),
+                                                    isOrder ? each.table : QString()});
             }
         }
     }

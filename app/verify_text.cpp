@@ -4,6 +4,7 @@
 
 #include "app/output.h"
 
+#include <QMap>
 #include <QStringList>
 
 #include <algorithm>
@@ -79,10 +80,47 @@ void addRefused(const std::vector<verified_refusal> & refused, QStringList & lin
     }
 }
 
+/// The tables of which no more differs than the order of columns, as was foretold, by the code that did.
+using ordered_tables = QMap<QString, QStringList>;
+
+ordered_tables orderedTables(const std::vector<verified_difference> & differences)
+{
+    constexpr qsizetype few = 3; // so many lines bury nothing
+    ordered_tables tables;
+    qsizetype count = 0;
+    for (const verified_difference & each : differences) {
+        if (!each.ordered.isEmpty() && !each.explainedBy.isEmpty()) {
+            QStringList & same = tables[each.explainedBy];
+            same += same.contains(each.ordered) ? QStringList() : QStringList(each.ordered);
+            ++count;
+        }
+    }
+    return count > few ? tables : ordered_tables();
+}
+
+void addOrdered(const ordered_tables & tables, QStringList & lines)
+{
+    constexpr qsizetype shown = 10;
+    for (auto each = tables.begin(); each != tables.end(); ++each) {
+        const qsizetype more = each->size() - shown;
+        lines << QStringLiteral(
+                     "columns stand in another order than in a new database in %1 (%2): %3%4; --json "
+                     "tells each")
+                     .arg(each->size() == 1 ? QStringLiteral("1 table")
+                                            : QStringLiteral("%1 tables").arg(each->size()),
+                          reason(each.key(), ""), each->mid(0, shown).join(QStringLiteral(", ")),
+                          more > 0 ? QStringLiteral(" and %1 more").arg(more) : QString());
+    }
+}
+
+/// @param told of which nothing is added here
 void addDifferences(const std::vector<verified_difference> & differences, const QString & expected,
-                    QStringList & lines)
+                    const ordered_tables & told, QStringList & lines)
 {
     for (const verified_difference & each : differences) {
+        if (!each.ordered.isEmpty() && told.contains(each.explainedBy)) {
+            continue;
+        }
         lines << QStringLiteral("%1: %2: %3 %4, found %5 (%6)")
                      .arg(each.version, each.object, expected, orNothing(each.expected),
                           orNothing(each.found), reason(each.explainedBy, "NOT FORETOLD"));
@@ -98,8 +136,10 @@ QStringList linesOf(const database_proof & of)
     }
     addRefused(of.fullRefused, lines);
     addRefused(of.chainRefused, lines);
-    addDifferences(of.chainDifferences, QStringLiteral("a new database has"), lines);
-    addDifferences(of.modelDifferences, QStringLiteral("foretold was"), lines);
+    const ordered_tables ordered = orderedTables(of.chainDifferences);
+    addDifferences(of.chainDifferences, QStringLiteral("a new database has"), ordered, lines);
+    addOrdered(ordered, lines);
+    addDifferences(of.modelDifferences, QStringLiteral("foretold was"), {}, lines);
     for (const lost_value & each : of.lost) {
         lines << QStringLiteral("%1: the value \"%2\" put in after %3 is not there (%4)")
                      .arg(each.object, each.value, each.version, reason(each.explainedBy, "NOT FORETOLD"));

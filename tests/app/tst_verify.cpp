@@ -247,6 +247,36 @@ private Q_SLOTS:
                                      "testcase shop_sqlite_db_schema_v1.sql",
                                      "testcase shop_sqlite_db_schema_v1_to_v2.sql"}));
     }
+    /// What is no more than a note does not bury the rest; programs are told each.
+    void columnsInAnotherOrder()
+    {
+        QStringList before;
+        QStringList now;
+        for (int i = 1; i <= 12; ++i) {
+            const QString entity =
+                QStringLiteral("{'id': %1, 'name': 't%1', 'properties': [{'id': %2, 'name': 'id', ID}, "
+                               "%3{'id': %4, 'name': 'last', 'type': 'int'}]}");
+            const QString more = QStringLiteral("{'id': %1, 'name': 'more', 'type': 'int'}, ").arg(300 + i);
+            before += entity.arg(i).arg(100 + i).arg(QString()).arg(200 + i);
+            now += entity.arg(i).arg(100 + i).arg(more).arg(200 + i);
+        }
+        const QByteArray first = before.join(QLatin1Char(',')).toUtf8();
+        const QByteArray second = now.join(QLatin1Char(',')).toUtf8();
+        history({first.constData(), second.constData()});
+        const program_result result = runProgram({"verify", m_project});
+        QVERIFY2(
+            result.output.contains(
+                "\n\nsqlite\n"
+                "  columns stand in another order than in a new database in 12 tables (foretold by KV416): "
+                "t1, t10, t11, t12, t2, t3, t4, t5, t6, t7 and 2 more; --json tells each\n"
+                "\n"
+                "ok: "),
+            result.output.constData());
+        const QJsonObject run = runOf({});
+        QCOMPARE(run["chainEqualsFull"]["differences"].toArray().size(), 12);
+        const program_result some = runProgram({"verify", m_project, "--format", "markdown"});
+        QCOMPARE(some.output.count("- `columns stand in another order"), 1);
+    }
     void asMarkdown()
     {
         history({One});
