@@ -53,13 +53,14 @@ public:
     [[nodiscard]] QList<database::left_out> leftOut() override { return leftOutOfSqlite(*m_connection); }
 
 private:
-    /// Whether a file is there that begins as no database does.
+    /// Whether something is there that is no file, or one that begins as no database does.
     static bool isOther(const QString & name)
     {
         static const QByteArray beginning("SQLite format 3", 16);
         QFile file(name);
-        return QFileInfo(name).isFile() && QFileInfo(name).size() > 0 && file.open(QIODevice::ReadOnly) &&
-               file.read(beginning.size()) != beginning;
+        const QFileInfo info(name);
+        return info.exists() && (!info.isFile() || (info.size() > 0 && file.open(QIODevice::ReadOnly) &&
+                                                    file.read(beginning.size()) != beginning));
     }
 
     zk::sqlite::connection m_file;

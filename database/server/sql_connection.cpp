@@ -8,6 +8,18 @@
 
 namespace database::server {
 
+namespace {
+
+/// What the database says. One driver adds the code, which is told beside the words already.
+QString wordsOf(const QSqlError & error)
+{
+    const QString words = error.databaseText().isEmpty() ? error.text() : error.databaseText();
+    const QString code = QStringLiteral("(%1)").arg(error.nativeErrorCode());
+    return words.endsWith(code) ? words.chopped(code.size()).trimmed() : words;
+}
+
+} // namespace
+
 sql_connection::sql_connection(const QString & driver, const std::function<void(QSqlDatabase &)> & prepare)
 {
     static std::atomic<int> number = 0; // threads have connections of their own
@@ -15,8 +27,7 @@ sql_connection::sql_connection(const QString & driver, const std::function<void(
     QSqlDatabase db = QSqlDatabase::addDatabase(driver, m_sName);
     prepare(db);
     m_bOpen = db.open();
-    const QSqlError error = db.lastError();
-    m_sOpenError = error.databaseText().isEmpty() ? error.text() : error.databaseText();
+    m_sOpenError = wordsOf(db.lastError());
 }
 
 sql_connection::sql_connection(const QSqlDatabase & open)
@@ -36,8 +47,7 @@ bool sql_connection::execute(const QString & statement, server_error & error) co
 {
     QSqlQuery q(QSqlDatabase::database(m_sName, false));
     const bool done = q.exec(statement);
-    error =
-        done ? server_error() : server_error{q.lastError().nativeErrorCode(), q.lastError().databaseText()};
+    error = done ? server_error() : server_error{q.lastError().nativeErrorCode(), wordsOf(q.lastError())};
     return done;
 }
 
@@ -84,8 +94,7 @@ QList<QVariantList> sql_connection::rows(const QString & query, const QVariantLi
     // What breaks off in the middle looks like an end.
     isFine = isFine && q.lastError().type() == QSqlError::NoError;
     if (!isFine) {
-        const QSqlError error = q.lastError();
-        throw server_failure(error.databaseText().isEmpty() ? error.text() : error.databaseText());
+        throw server_failure(wordsOf(q.lastError()));
     }
     return result;
 }

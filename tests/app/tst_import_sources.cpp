@@ -47,6 +47,13 @@ private Q_SLOTS:
         QCOMPARE(support::bytesOf(path("shop.db")), bytes);
     }
 
+    void aFolderInThePlaceOfADatabase()
+    {
+        const program_result result = runProgram({"import", "sqlite:" + path(""), m_project});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(QString::fromUtf8(result.errors), "sqlite:" + path("") + ": is not a SQLite database\n");
+    }
+
     /// A journal that names a file of the user would have that file deleted.
     void aHostileJournal()
     {
