@@ -3,6 +3,7 @@
 #include "check/judged_script.h"
 #include "check/remedy/model_patch.h"
 #include "check/rules/model_rules.h"
+#include "check/work_beside.h"
 
 #include "database/facts/known_types.h"
 #include "database/facts/normal_form.h"
@@ -59,8 +60,10 @@ void checker::lookAtModel(const script & full, const database::catalogue & made,
                           const export_settings & settings, report & told)
 {
     const database::known_types types(m_known);
+    work_beside<finding> adding([&](finding & each) { addTo(told, std::move(each), full); });
     explainModel({m_known, types, full, made, settings, m_step.refusedProperties},
-                 [&](finding each) { addTo(told, std::move(each), full); });
+                 [&](finding each) { adding.take(std::move(each)); });
+    adding.end();
 }
 
 const text_positions & checker::positionsIn(const script & of) const

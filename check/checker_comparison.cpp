@@ -12,6 +12,7 @@
 #include "model/relationship.h"
 
 #include <algorithm>
+#include <future>
 
 namespace check {
 
@@ -90,11 +91,14 @@ void checker::compare(const script & step, const database::catalogue & now,
                       const std::function<database::catalogue()> & before,
                       const std::function<std::vector<plugin::statement_record>()> & full, report & told)
 {
+    // Models and catalogues are compared beside each other, since large ones take long.
+    std::future<std::vector<schema_difference>> differing =
+        std::async(std::launch::async, [&] { return differencesOf(now, stored(), m_known); });
     const step_changes changes(*step.before, *step.now);
+    const std::vector<schema_difference> differences = differing.get();
     for (finding & each : explainChanges(step, changes)) {
         addTo(told, std::move(each), step);
     }
-    const std::vector<schema_difference> differences = differencesOf(now, stored(), m_known);
     const script_view view(step, m_known, m_made);
     std::vector<told_difference> mended;
     if (!differences.empty()) {
