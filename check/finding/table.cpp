@@ -48,6 +48,7 @@ constexpr rule Rules[] = {
     {QLatin1String("KV137"), QLatin1String("key-column-count"), severity::error, "A relationship has another number of columns than the key that it refers to"},
     {QLatin1String("KV138"), QLatin1String("relationship-constraints-unwritten"), severity::warning, "A relationship's column is nullable and not unique, whatever the model says"},
     {QLatin1String("KV139"), QLatin1String("link-without-foreign-keys"), severity::warning, "A link table has no foreign keys"},
+    {QLatin1String("KV140"), QLatin1String("indexed-twice"), severity::error, "An index is made on a column that has one already"},
     {QLatin1String("KV200"), QLatin1String("follows-from-refusal"), severity::error, "A statement is refused because an earlier one was"},
     {QLatin1String("KV201"), QLatin1String("not-null-added"), severity::error, "A column that must not be null is added to a table that may have rows"},
     {QLatin1String("KV202"), QLatin1String("unique-added"), severity::error, "A unique column is added to a table that is there"},

@@ -100,6 +100,13 @@ void notIndexed(const patch_place & at)
     }
 }
 
+void withoutIndex(const patch_place & at)
+{
+    if (const auto of = about(at); of && of->isIndex()) {
+        at.to.remove(*of, "index");
+    }
+}
+
 void notUnique(const patch_place & at)
 {
     if (const auto of = about(at); of && of->getUnique()) {
@@ -286,7 +293,7 @@ const patch_rule Patches[] = {
     {"KV303", exportOwn},        {"KV304", sameId},          {"KV311", ownId},
     {"KV405", notIndexed},       {"KV406", newRelationship}, {"KV410", countVersion},
     {"KV418", leaveForcedType},  {"KV603", nullable},        {"KV701", keyOfOwn},
-    {"KV702", indexed},          {"KV703", notNull},
+    {"KV702", indexed},          {"KV703", notNull},         {"KV140", withoutIndex},
 };
 
 } // namespace

@@ -24,8 +24,9 @@ QString readableName(const QString & of)
     static const QRegularExpression odd(QStringLiteral("[^A-Za-z0-9_\\x{80}-\\x{ffff}]"));
     QString name = of;
     name.replace(odd, QStringLiteral("_"));
-    if (!name.isEmpty() && name.at(0).isDigit()) {
-        name.prepend(u'_');
+    // Not every database reads a low line in front.
+    if (!name.isEmpty() && (name.at(0).isDigit() || name.at(0) == u'_')) {
+        name.prepend(name.at(0) == u'_' ? QStringLiteral("x") : QStringLiteral("x_"));
     }
     const auto isRefused = [&](const database::facts * known) {
         using database::name_place;

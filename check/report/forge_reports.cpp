@@ -48,10 +48,33 @@ QString escaped(QString text, bool isProperty)
     return text;
 }
 
-/// A cell of a Markdown table.
-QString cell(QString text)
+/// A cell of a Markdown table: what the text says, whatever its letters mean there.
+QString cell(const QString & text)
 {
-    return text.replace(QLatin1Char('|'), QLatin1String("\\|")).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    QString safe;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        // Between letters a low line is no mark.
+        const bool isInWord = i > 0 && text.at(i - 1).isLetterOrNumber() && i + 1 < text.size() &&
+                              text.at(i + 1).isLetterOrNumber();
+        if (c == u'\n' || c == u'\r') {
+            safe += u' ';
+        } else if (c == u'<' || c == u'&') {
+            safe += QLatin1String(c == u'<' ? "&lt;" : "&amp;");
+        } else {
+            const bool isMark = QStringView(u"\\`*[]~|").contains(c) || (c == u'_' && !isInWord);
+            safe += isMark ? QString(u'\\') + c : QString(c);
+        }
+    }
+    return safe;
+}
+
+/// The same of code, which is shown as it stands.
+QString codeCell(QString text)
+{
+    text.replace(QLatin1Char('|'), QLatin1String("\\|")).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    const bool hasMark = text.contains(QLatin1Char('`'));
+    return hasMark ? QStringLiteral("`` %1 ``").arg(text) : QStringLiteral("`%1`").arg(text);
 }
 
 /// What to do, with a line for each statement and each change of the model.
@@ -61,7 +84,7 @@ QString remedyCell(const remedy & of)
     for (const remedy_lines & each : linesOf(of)) {
         text += QStringLiteral("<br>%1:").arg(each.heading);
         for (const QString & line : each.lines) {
-            text += QStringLiteral("<br>`%1`").arg(cell(line));
+            text += QStringLiteral("<br>") + codeCell(line);
         }
     }
     return text;
@@ -114,7 +137,7 @@ QByteArray gitlabReport(const report & of)
 QByteArray markdownReport(const report & of)
 {
     const summary counted = summaryOf(of);
-    QString text = QStringLiteral("## korvane check: %1\n\n").arg(of.project);
+    QString text = QStringLiteral("## korvane check: %1\n\n").arg(cell(of.project));
     for (const run & each : of.runs) {
         text += QStringLiteral("- `%1` (%2): %3 statements\n")
                     .arg(each.script, each.basis, QString::number(each.statements));

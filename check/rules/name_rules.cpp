@@ -101,13 +101,23 @@ QString oddName(const told_statement & of)
     return first == names.end() ? QString() : *first;
 }
 
+found oddWord(const told_statement & of, const QString & word)
+{
+    const bool mayLead = of.known().names.lowLineMayLead.value;
+    return values{{QStringLiteral("word"), word},
+                  {QStringLiteral("beginning"), mayLead ? QStringLiteral("a letter or a low line")
+                                                        : QStringLiteral("a letter, not with a low line")}};
+}
+
 found needsQuotes(const told_statement & of)
 {
     if (const QString odd = of.read().isCutShort ? oddName(of) : QString(); !odd.isEmpty()) {
-        return with("word", odd);
+        return oddWord(of, odd);
     }
     if (const std::optional<written_name> bad = unreadableName(of)) {
-        return with("word", bad->name.text);
+        // A mark in a name can end it for the reader: the whole of it is what is wrong.
+        const QString odd = oddName(of);
+        return oddWord(of, odd.startsWith(bad->name.text) ? odd : bad->name.text);
     }
     constexpr refusal_cause Others[] = {
         refusal_cause::table_name_ends_blank, refusal_cause::column_name_ends_blank,
@@ -115,7 +125,7 @@ found needsQuotes(const told_statement & of)
         refusal_cause::name_not_encodable,    refusal_cause::database_named};
     const bool isOther =
         std::any_of(std::begin(Others), std::end(Others), [&](refusal_cause each) { return of.isFor(each); });
-    return isOther ? found(with("word", of.said().object.section(QLatin1Char(' '), 1))) : std::nullopt;
+    return isOther ? oddWord(of, of.said().object.section(QLatin1Char(' '), 1)) : std::nullopt;
 }
 
 found schemaQualified(const told_statement & of)
@@ -318,8 +328,8 @@ const refusal_rule Rules[] = {
      unquotedWord},
     {{QLatin1String("KV102"), effect::refused,
       "{db} refuses the statement about '{subject}': it cannot read the name '{word}' without quotes.",
-      "A name without quotes begins with a letter or a low line, and only letters, digits, low lines and "
-      "dollar signs follow; the script does not quote this one.",
+      "A name without quotes begins with {beginning}, and only letters, digits, low lines and dollar signs "
+      "follow; the script does not quote this one.",
       "Choose a name of such characters in \"tableName\" or \"columnName\"."},
      needsQuotes},
     {{QLatin1String("KV103"), effect::refused,

@@ -208,6 +208,12 @@ found notIndexable(const told_statement & of)
                : std::nullopt;
 }
 
+found indexedTwice(const told_statement & of)
+{
+    return of.isFor(refusal_cause::columns_indexed) ? found(with("column", writtenColumnOf(of)))
+                                                    : std::nullopt;
+}
+
 found longTextIndexed(const told_statement & of)
 {
     return only(of.isFor(refusal_cause::value_too_long_for_index));
@@ -306,7 +312,7 @@ const refusal_rule Rules[] = {
      unknownType},
     {{QLatin1String("KV127"), effect::refused,
       "{db} refuses to make table '{table}': the columns of its key are together longer than {most} bytes.",
-      "A text counts with four bytes for each of its characters.",
+      "A text counts with its full length, and with as many bytes for each character as one can have.",
       "Force shorter types on the columns of the key, VARCHAR(100) for instance, or take fewer columns."},
      keyTooLong},
     {{QLatin1String("KV132"), effect::refused,
@@ -341,6 +347,12 @@ const refusal_rule Rules[] = {
       "not do both.",
       "Switch \"index\" or \"unique\" off, or choose another type."},
      notIndexable},
+    {{QLatin1String("KV140"), effect::refused,
+      "{db} refuses the index of '{subject}': the column '{column}' of table '{table}' has one already.",
+      "A key and a unique column have an index of their own, and {db} makes no second one on the same "
+      "columns.",
+      "Switch \"index\" off for '{subject}'; that it is a key, or unique, gives it the index."},
+     indexedTwice},
     {{QLatin1String("KV224"), effect::advice,
       "The index of '{subject}' takes no text of more than 2,704 bytes: a row with a longer one keeps the "
       "index from being made, and later such a row cannot be written.",

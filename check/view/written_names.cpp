@@ -79,6 +79,9 @@ public:
     void operator()(const database::create_trigger & asked)
     {
         other(asked.trigger);
+        for (const database::identifier & each : asked.columns) {
+            other(each);
+        }
         table(asked.table);
     }
     template <class Other>

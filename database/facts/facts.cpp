@@ -28,11 +28,12 @@ const facts * factsOf(QStringView key)
     return found == Rows.end() ? nullptr : *found;
 }
 
-QLatin1String codeOf(const facts & known, refusal_cause cause)
+QLatin1String codeOf(const facts & known, refusal_cause cause, error_form form)
 {
     const auto codes = known.errors.value;
-    const auto found = std::find_if(codes.begin(), codes.end(),
-                                    [cause](const error_code & answer) { return answer.cause == cause; });
+    const auto found = std::find_if(codes.begin(), codes.end(), [cause, form](const error_code & answer) {
+        return answer.cause == cause && (answer.form == error_form::any || answer.form == form);
+    });
     return found == codes.end() ? QLatin1String() : found->code;
 }
 

@@ -63,7 +63,8 @@ struct name_facts
     fact<name_over_length> over;
     fact<bool>
         lengthReadFirst; ///< of any name, before what is there is looked at; else only of those that are made
-    fact<bool> digitMayLead; ///< unquoted: `1st` is a name
+    fact<bool> digitMayLead;   ///< unquoted: `1st` is a name
+    fact<bool> lowLineMayLead; ///< unquoted: `_x` is a name
     fact<bool> mayEndInBlank;
     fact<bool> basicPlaneOnly;         ///< letters beyond U+FFFF are refused
     fact<bool> databasesNamed;         ///< a table may be named with schema and database before it
@@ -143,6 +144,13 @@ struct family_pair
     const char * to;
 };
 
+/// A word that stands in the brackets of a type in the place of a number.
+struct number_word
+{
+    const char * word; ///< in capitals
+    const char * number;
+};
+
 enum class unknown_type
 {
     taken,
@@ -164,18 +172,21 @@ struct type_facts
     fact<bool> numbersOnlyInBrackets;  ///< of a type: one or two numbers and nothing else
     fact<std::span<const QLatin1String>> withoutOrder; ///< families of types that no index can be on
     fact<std::span<const family_pair>> references;     ///< besides those of one family
+    fact<std::span<const number_word>> numberWords;    ///< MAX
+    fact<std::span<const QLatin1String>> lengthUnits;  ///< that may follow a number in brackets
     fact<bool> arrays;                                 ///< brackets after a type make a type of many values
 };
 
 struct key_facts
 {
-    fact<int> longest;     ///< bytes of a key; 0 for no limit
-    fact<bool> prefixes;   ///< a part of a key can be the beginning of a text
-    fact<int> bytesOfHash; ///< that such a hash takes of a row
-    fact<bool> hashesLong; ///< a unique index over more than the longest key is kept as a hash
-    fact<bool> nullable;   ///< a column of a primary key may hold no value
-    fact<bool> oneNull;    ///< a unique column may hold no value in one row only
-    fact<bool> keepsNames; ///< that statements give to primary keys, where none are made up
+    fact<int> longest;      ///< bytes of a key; 0 for no limit
+    fact<bool> prefixes;    ///< a part of a key can be the beginning of a text
+    fact<int> bytesOfHash;  ///< that such a hash takes of a row
+    fact<bool> hashesLong;  ///< a unique index over more than the longest key is kept as a hash
+    fact<bool> nullable;    ///< a column of a primary key may hold no value
+    fact<bool> oneNull;     ///< a unique column may hold no value in one row only
+    fact<bool> keepsNames;  ///< that statements give to primary keys, where none are made up
+    fact<bool> indexedOnce; ///< no index has the columns of another, or those of a key or a unique constraint
 };
 
 /// How much of each a table can have; 0 for no limit.
@@ -195,6 +206,7 @@ struct foreign_key_facts
     fact<bool> alterable;            ///< they can be added to and dropped from a table
     fact<bool> targetMustExist;      ///< when the key is made
     fact<bool> targetMustBeWholeKey; ///< else the columns need only begin a key or an index
+    fact<bool> lengthsCompared;      ///< a column and its target are of one length, not only of one kind
     fact<bool> targetLookedForFirst; ///< before the columns of the table itself
     fact<bool> makesIndex;           ///< under its own name, where none begins with its columns
     fact<bool> keepsTarget;          ///< a table that others refer to is not dropped
@@ -208,11 +220,15 @@ struct change_facts
     fact<bool> uniqueColumnAdded; ///< ADD COLUMN … UNIQUE runs
     fact<bool>
         kindsNamed; ///< ALTER TABLE has CHANGE, MODIFY, DROP PRIMARY KEY, DROP FOREIGN KEY, RENAME INDEX
-    fact<bool> columnsAltered;        ///< ALTER TABLE has ALTER COLUMN … TYPE and SET NOT NULL
-    fact<bool> indexesAltered;        ///< there is ALTER INDEX … RENAME
-    fact<bool> addedNameFirst;        ///< of an added column, before its type is looked at
-    fact<bool> notNullFilled;         ///< ADD COLUMN … NOT NULL puts a value of its own into rows
-    fact<bool> columnTakesItsObjects; ///< DROP COLUMN drops indexes, keys and foreign keys with it
+    fact<bool> columnsAltered;         ///< ALTER TABLE has ALTER COLUMN … TYPE and SET NOT NULL
+    fact<bool> columnsRestated;        ///< ALTER TABLE has ALTER COLUMN with a type and NULL or NOT NULL
+    fact<bool> indexesAltered;         ///< there is ALTER INDEX … RENAME
+    fact<bool> addedNameFirst;         ///< of an added column, before its type is looked at
+    fact<bool> notNullFilled;          ///< ADD COLUMN … NOT NULL puts a value of its own into rows
+    fact<bool> columnTakesItsObjects;  ///< DROP COLUMN drops indexes, keys and foreign keys with it
+    fact<bool> keptBySharedConstraint; ///< but not those constraints that have other columns as well
+    fact<bool> alteredOnlyIfFree; ///< of a column of an index, a key or a foreign key, neither the type nor
+                                  ///< whether it may hold no value can be changed
     fact<bool>
         columnBoundToObjects; ///< DROP COLUMN is refused for a column of an index, a key or a foreign key
     fact<bool> columnRenamedToItself; ///< in other case
@@ -252,7 +268,7 @@ struct facts
 /// The row of the database with that key; none for a key that no database has.
 [[nodiscard]] const facts * factsOf(QStringView key);
 
-/// The database's own code of an error; empty where none is known.
-[[nodiscard]] QLatin1String codeOf(const facts & known, refusal_cause cause);
+/// The database's own code of an error of such a statement; empty where none is known.
+[[nodiscard]] QLatin1String codeOf(const facts & known, refusal_cause cause, error_form form);
 
 } // namespace database

@@ -190,6 +190,27 @@ QString familyOf(const understood_type & type, const QString & shown)
     return QString::fromLatin1(type.isUnsigned ? type.row->ifUnsigned : type.row->family);
 }
 
+/// What stands in the brackets, as numbers where the database has words for them.
+QStringList argumentsOf(const facts & known, const QStringList & written)
+{
+    const std::span<const number_word> words = known.types.numberWords.value;
+    const std::span<const QLatin1String> units = known.types.lengthUnits.value;
+    if (words.empty() && units.empty()) {
+        return written;
+    }
+    QStringList read;
+    for (const QString & each : written) {
+        const QString capitals = each.toUpper();
+        const bool hasUnit = contains(units, capitals.section(u' ', 1));
+        const auto number = std::find_if(words.begin(), words.end(), [&](const number_word & word) {
+            return capitals == QLatin1String(word.word);
+        });
+        read += number != words.end() ? QString::fromLatin1(number->number)
+                                      : (hasUnit ? each.section(u' ', 0, 0) : each);
+    }
+    return read;
+}
+
 } // namespace
 
 int understood_type::length() const
@@ -241,7 +262,7 @@ understood_type understoodType(const facts & known, const QString & type)
 {
     const declared_type parts = partsOf(type);
     understood_type found;
-    found.arguments = parts.arguments;
+    found.arguments = argumentsOf(known, parts.arguments);
     found.isArray = parts.isArray;
     const type_facts & types = known.types;
     const bool isTaken = types.unknown.value == unknown_type::taken;
@@ -293,7 +314,8 @@ bool mayRefer(const known_types & types, const QString & from, const QString & t
 {
     const QString & own = types.family(from);
     const QString & target = types.family(to);
-    if (own.isEmpty() || target.isEmpty()) {
+    const bool areCompared = types.known().foreignKeys.lengthsCompared.value;
+    if (own.isEmpty() || target.isEmpty() || (areCompared && types.shown(from) != types.shown(to))) {
         return false;
     }
     const auto pairs = types.known().types.references.value;

@@ -91,7 +91,8 @@ bool hasUnquotedShape(const facts & known, QStringView text)
     if (known.names.digitMayLead.value) {
         return !std::all_of(text.begin(), text.end(), isDigit) && !beginsWithNumber(text);
     }
-    return !isDigit(text.front()) && text.front() != u'$';
+    const QChar first = text.front();
+    return !isDigit(first) && first != u'$' && (first != u'_' || known.names.lowLineMayLead.value);
 }
 
 constexpr qsizetype MostBytes = 3; // of a UTF-16 unit

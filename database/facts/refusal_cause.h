@@ -51,6 +51,7 @@ enum class refusal_cause
     prefix_not_possible,
     text_key_without_prefix,
     too_many_indexes,
+    columns_indexed, ///< by another index, a key or a unique constraint
     type_not_indexable,
     key_type_not_indexable, ///< the same of a unique column or one of a key
     value_too_long_for_index,
@@ -95,11 +96,22 @@ enum class refusal_cause
     rows_without_target
 };
 
-/// What a server answers for a cause.
+/// What kind of statement a cause is told of, where answers differ.
+enum class error_form
+{
+    any,
+    create_table,
+    rename,
+    create_index,
+    foreign_key ///< one that is added
+};
+
+/// What a server answers for a cause. An answer for one form of statements stands before that for any.
 struct error_code
 {
     refusal_cause cause;
     QLatin1String code;
+    error_form form = error_form::any;
 };
 
 } // namespace database

@@ -41,7 +41,9 @@ refusal checkAdded(const state & at, const table & owner, const add_column & ask
     if (rows > 0 && made.notNull && !isFilled && !isGiven) {
         return {refusal_cause::not_null_added, object, false};
     }
-    if (rows > 1 && made.notNull && isFilled && asked.definition.unique) {
+    // Rows that are there would all have the same value, or none where no two rows may be without one.
+    const bool isAlike = made.notNull ? isFilled : at.known.keys.oneNull.value && !isGiven;
+    if (rows > 1 && isAlike && asked.definition.unique) {
         return {refusal_cause::values_repeat, object, false};
     }
     return {};
@@ -68,6 +70,21 @@ void makeColumn(state & at, const table & owner, const add_column & asked, const
     });
 }
 
+// What keys and foreign keys have against it that it is not the only column of.
+refusal checkShared(const table & owner, const QString & column, const QString & object)
+{
+    if (owner.key && owner.key->parts.size() > 1 && isInKey(owner, column)) {
+        return {refusal_cause::column_of_key, object, false};
+    }
+    const auto shared =
+        std::find_if(owner.foreignKeys.begin(), owner.foreignKeys.end(), [&](const foreign_key & each) {
+            return each.columns.size() > 1 && each.columns.contains(column);
+        });
+    return shared == owner.foreignKeys.end()
+               ? refusal()
+               : refusal{refusal_cause::column_of_foreign_key, foreignKeyObject(shared->name), false};
+}
+
 refusal checkDropped(const state & at, const table & owner, const QString & column)
 {
     const facts & known = at.known;
@@ -83,6 +100,11 @@ refusal checkDropped(const state & at, const table & owner, const QString & colu
     }
     if (known.changes.lastColumnStays.value && owner.columns.size() == 1) {
         return {refusal_cause::last_column, object, false};
+    }
+    if (known.changes.keptBySharedConstraint.value) {
+        if (const refusal why = checkShared(owner, column, object); why) {
+            return why;
+        }
     }
     if (!known.changes.columnTakesItsObjects.value) {
         if (owner.key && owner.key->parts.size() > 1 && isInKey(owner, column)) {

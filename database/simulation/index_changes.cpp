@@ -84,6 +84,14 @@ refusal checkLength(const state & at, const table & owner, const index & made)
     return bytes > longest ? refusal{refusal_cause::key_too_long, indexObject(made.name), false} : refusal();
 }
 
+/// Whether a key or an index of the table has just these columns.
+bool hasIndexOn(const table & owner, const QStringList & columns)
+{
+    return (owner.key && columnsOf(owner.key->parts) == columns) ||
+           std::any_of(owner.indexes.begin(), owner.indexes.end(),
+                       [&](const index & each) { return columnsOf(each.parts) == columns; });
+}
+
 // What the table has against another index, whatever its name.
 refusal checkIndexed(const state & at, const table & owner, const index & made)
 {
@@ -92,7 +100,10 @@ refusal checkIndexed(const state & at, const table & owner, const index & made)
             return {refusal_cause::type_not_indexable, columnObject(owner.name, part.column), false};
         }
     }
-    return checkIndexCount(at.known, owner, 1);
+    const bool isTwice = at.known.keys.indexedOnce.value && hasIndexOn(owner, columnsOf(made.parts));
+    return isTwice ? refusal{refusal_cause::columns_indexed,
+                             columnObject(owner.name, made.parts.front().column), false}
+                   : checkIndexCount(at.known, owner, 1);
 }
 
 // Puts it in the place of one that a foreign key had made for itself.

@@ -4,6 +4,7 @@
 #include "database/simulation/changes.h"
 
 #include "database/facts/known_types.h"
+#include "database/simulation/column_keys.h"
 #include "database/simulation/parts.h"
 #include "database/simulation/sizes.h"
 
@@ -83,6 +84,29 @@ bool areAlike(const known_types & types, const QString & from, const QString & t
            (isOf(was, {"integer", "numeric", "real"}) && isOf(is, {"integer", "numeric", "real"}));
 }
 
+/// Whether values of a text or of bytes without a bound become such of the other type by themselves: only
+/// those of bounded texts and bytes do.
+bool areBothTexts(const known_types & types, const QString & from, const QString & to)
+{
+    const auto isText = [&types](const QString & type) {
+        constexpr QLatin1String Families[] = {QLatin1String("varchar"), QLatin1String("char"),
+                                              QLatin1String("nvarchar"), QLatin1String("nchar"),
+                                              QLatin1String("binary")};
+        return isLarge(types, type) ||
+               std::find(std::begin(Families), std::end(Families), types.family(type)) != std::end(Families);
+    };
+    return (!isLarge(types, from) && !isLarge(types, to)) || (isText(from) && isText(to));
+}
+
+/// Whether something else is made of the column.
+bool isFree(const state & at, const table & owner, const QString & column)
+{
+    return keyFrom(owner, column) == nullptr && keyTo(at, owner, column) == nullptr &&
+           !isInKey(owner, column) &&
+           std::none_of(owner.indexes.begin(), owner.indexes.end(),
+                        [&](const index & each) { return columnsOf(each.parts).contains(column); });
+}
+
 refusal changeInPlace(state & at, const table & owner, const column & old, const alter_column & asked)
 {
     const QString object = columnObject(owner.name, old.name);
@@ -92,15 +116,21 @@ refusal changeInPlace(state & at, const table & owner, const column & old, const
         if (const refusal_cause cause = refusalOf(at.types, asked.type); cause != refusal_cause::none) {
             return {cause, object, false};
         }
+        if (asked.isRestated && !areBothTexts(at.types, old.type, asked.type)) {
+            return {refusal_cause::type_not_convertible, object, false};
+        }
         if (!asked.isConverted && !areAlike(at.types, old.type, asked.type)) {
             return {refusal_cause::type_not_convertible, object, false};
         }
     }
-    const bool isInKey = owner.key && columnsOf(owner.key->parts).contains(name);
-    if (asked.notNull == false && isInKey) {
+    const bool isNarrowed = asked.notNull == true && !old.notNull;
+    const bool isRetyped = !asked.type.isEmpty() && at.types.shown(asked.type) != at.types.shown(old.type);
+    if (at.known.changes.alteredOnlyIfFree.value && (isNarrowed || isRetyped) && !isFree(at, owner, name)) {
+        return {refusal_cause::column_bound, object, false};
+    }
+    if (asked.notNull == false && isInKey(owner, name)) {
         return {refusal_cause::column_of_key, object, false};
     }
-    const bool isNarrowed = asked.notNull == true && !old.notNull && hasRows;
     at.change(owner, [&](table & changed) {
         for (column & each : changed.columns) {
             if (each.name == name) {
@@ -109,7 +139,7 @@ refusal changeInPlace(state & at, const table & owner, const column & old, const
             }
         }
     });
-    return isNarrowed ? refusal{refusal_cause::nulls_lost, object, true} : refusal();
+    return isNarrowed && hasRows ? refusal{refusal_cause::nulls_lost, object, true} : refusal();
 }
 
 } // namespace
@@ -220,7 +250,11 @@ refusal apply(state & at, const rename_index & asked, losses & lost)
 refusal apply(state & at, const alter_column & asked, losses & lost)
 {
     const bool isOfDefault = asked.type.isEmpty() && !asked.notNull;
-    if (isOfDefault ? !at.known.foreignKeys.alterable.value : !at.known.changes.columnsAltered.value) {
+    const change_facts & changes = at.known.changes;
+    const bool isKnown = isOfDefault        ? at.known.foreignKeys.alterable.value
+                         : asked.isRestated ? changes.columnsRestated.value
+                                            : changes.columnsAltered.value;
+    if (!isKnown) {
         return syntaxOf(asked.table);
     }
     name_reader names(at.known, lost);

@@ -143,6 +143,20 @@ refusal checkBeginning(const state & at, const change & asked)
     return {refusal_cause::syntax, {}, false};
 }
 
+error_form formOf(const change & asked)
+{
+    if (std::holds_alternative<create_table>(asked)) {
+        return error_form::create_table;
+    }
+    if (std::holds_alternative<rename_table>(asked) || std::holds_alternative<rename_column>(asked)) {
+        return error_form::rename;
+    }
+    if (std::holds_alternative<create_index>(asked)) {
+        return error_form::create_index;
+    }
+    return std::holds_alternative<add_foreign_key>(asked) ? error_form::foreign_key : error_form::any;
+}
+
 } // namespace
 
 simulation::simulation(const facts & known, catalogue begin)
@@ -175,7 +189,7 @@ verdict simulation::run(const statement & written, row_values values)
     said.what = why.dependsOnValues ? outcome::maybe_refused : outcome::refused;
     said.cause = why.cause;
     said.object = why.object;
-    said.code = codeOf(now.known, why.cause);
+    said.code = codeOf(now.known, why.cause, formOf(asked.asked));
     const bool isUndone = why.dependsOnValues && values == row_values::conflicting;
     if (!why.dependsOnValues || isUndone) {
         said.losses.clear();

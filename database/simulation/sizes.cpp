@@ -92,7 +92,8 @@ int bytesInKey(const known_types & types, const QString & type, int prefix)
 {
     const understood_type & found = types.of(type);
     if (prefix == 0) {
-        return found.isLarge() ? types.known().keys.longest.value + 1 : found.bytes();
+        const bool isTooLong = found.isLarge() && types.known().keys.prefixes.value;
+        return isTooLong ? types.known().keys.longest.value + 1 : found.bytes();
     }
     return found.row == nullptr ? 0 : prefix * found.row->bytes;
 }

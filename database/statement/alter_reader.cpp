@@ -2,6 +2,8 @@
 
 #include "database/statement/table_reader.h"
 
+#include <algorithm>
+
 namespace database {
 
 namespace {
@@ -89,9 +91,25 @@ reading readAlterRename(token_cursor & at, const identifier & table)
     return isIndex ? reading(rename_index{table, *from, *to}) : reading(rename_column{table, *from, *to});
 }
 
+// ALTER COLUMN x INT NOT NULL. What is not said to be NOT NULL may be null from then on.
+reading readRestatedInPlace(token_cursor & at, const identifier & table)
+{
+    const auto definition = readColumn(at);
+    return definition ? reading(alter_column{table, definition->name, definition->type, true,
+                                             definition->notNull, true})
+                      : std::nullopt;
+}
+
 reading readAlterColumn(token_cursor & at, const identifier & table)
 {
-    at.take({"COLUMN"});
+    constexpr std::string_view Actions[] = {"SET", "DROP", "TYPE", "ADD", "RESTART"};
+    const bool isNamed = at.take({"COLUMN"});
+    const token * const next = at.peek(1);
+    if (isNamed && next != nullptr && next->kind == token_kind::word &&
+        std::none_of(std::begin(Actions), std::end(Actions),
+                     [next](std::string_view action) { return next->isWord(action); })) {
+        return readRestatedInPlace(at, table);
+    }
     const auto column = at.takeName();
     if (!column) {
         return std::nullopt;

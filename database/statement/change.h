@@ -159,6 +159,7 @@ struct alter_column
     QString type;             ///< empty to leave it
     bool isConverted = false; ///< the statement says how values become those of the type
     std::optional<bool> notNull;
+    bool isRestated = false; ///< type and null stand behind the name as where a column is defined
 };
 
 struct create_sequence

@@ -137,13 +137,19 @@ reading readProcedure(token_cursor & at)
     if (!from || !to) {
         return std::nullopt;
     }
+    // The new name is taken as it stands, whatever it is; the old one is read as a name, but no word in it as
+    // anything else.
+    static constexpr QChar Literal = u'[';
+    const auto old = [](const QString & text) {
+        return identifier{text, text.contains(u'.') ? QChar() : Literal};
+    };
     if (!at.take(token_kind::comma)) {
-        return rename_table{{*from, {}}, {*to, {}}};
+        return rename_table{old(*from), {*to, Literal}};
     }
     if (at.takeText() != QLatin1String("COLUMN")) {
         return std::nullopt;
     }
-    return rename_column{{from->section(u'.', 0, -2), {}}, {from->section(u'.', -1), {}}, {*to, {}}};
+    return rename_column{old(from->section(u'.', 0, -2)), old(from->section(u'.', -1)), {*to, Literal}};
 }
 
 bool isWithoutChange(const token_cursor & at)

@@ -196,6 +196,15 @@ private Q_SLOTS:
 Errors: 1, warnings: 0, notes: 1, accepted: 0
 )"));
     }
+    void markdownShowsOddNamesAsTheyAre()
+    {
+        finding odd = note();
+        odd.message = QStringLiteral("'a|b<i>`*_x_y' & c\\d\ne.");
+        odd.way.sql = {QStringLiteral("DROP TABLE `a|b<i>`;"), QStringLiteral("DROP TABLE a_b;")};
+        const QByteArray text = markdownReport(of({odd}));
+        QVERIFY2(text.contains("| 'a\\|b&lt;i>\\`\\*\\_x_y' &amp; c\\\\d e. |"), text.constData());
+        QVERIFY2(text.contains("<br>`` DROP TABLE `a\\|b<i>`; ``<br>`DROP TABLE a_b;` |"), text.constData());
+    }
     void sarif()
     {
         finding accepted = note();

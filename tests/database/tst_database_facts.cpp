@@ -130,7 +130,8 @@ private Q_SLOTS:
         QCOMPARE(refused(sqlite(), "shop.a"), refusal_cause::schema_missing);
         QCOMPARE(refused(postgresql(), "shop.a"), refusal_cause::schema_missing);
         QCOMPARE(refused(postgresql(), "shop.a.b"), refusal_cause::database_named);
-        QCOMPARE(codeOf(postgresql(), refusal_cause::schema_missing), QLatin1String("3F000"));
+        QCOMPARE(codeOf(postgresql(), refusal_cause::schema_missing, error_form::any),
+                 QLatin1String("3F000"));
     }
     void longNames()
     {
@@ -224,12 +225,17 @@ private Q_SLOTS:
     }
     void codesOfErrors()
     {
-        QCOMPARE(codeOf(mariadb(), refusal_cause::relation_exists), QLatin1String("1050"));
-        QCOMPARE(codeOf(postgresql(), refusal_cause::relation_exists), QLatin1String("42P07"));
-        QCOMPARE(codeOf(sqlite(), refusal_cause::relation_exists), QLatin1String("SQLITE_ERROR"));
-        QCOMPARE(codeOf(*factsOf(u"oracle"), refusal_cause::relation_exists), QLatin1String("ORA-00955"));
-        QCOMPARE(codeOf(*factsOf(u"mssqlserver"), refusal_cause::relation_exists), QLatin1String("2714"));
-        QCOMPARE(codeOf(*factsOf(u"generic"), refusal_cause::relation_exists), QLatin1String());
+        QCOMPARE(codeOf(mariadb(), refusal_cause::relation_exists, error_form::any), QLatin1String("1050"));
+        QCOMPARE(codeOf(postgresql(), refusal_cause::relation_exists, error_form::any),
+                 QLatin1String("42P07"));
+        QCOMPARE(codeOf(sqlite(), refusal_cause::relation_exists, error_form::any),
+                 QLatin1String("SQLITE_ERROR"));
+        QCOMPARE(codeOf(*factsOf(u"oracle"), refusal_cause::relation_exists, error_form::any),
+                 QLatin1String("ORA-00955"));
+        QCOMPARE(codeOf(*factsOf(u"mssqlserver"), refusal_cause::relation_exists, error_form::any),
+                 QLatin1String("2714"));
+        QCOMPARE(codeOf(*factsOf(u"generic"), refusal_cause::relation_exists, error_form::any),
+                 QLatin1String());
     }
 };
 

@@ -28,6 +28,11 @@ identifier ticked(const char * text)
     return {QString::fromUtf8(text), u'`'};
 }
 
+identifier bracketed(const char * text)
+{
+    return {QString::fromUtf8(text), u'['};
+}
+
 bool isUnknown(const QString & text)
 {
     const std::vector<statement> read = readStatements(text);
@@ -110,8 +115,8 @@ private Q_SLOTS:
         QCOMPARE(other.from, bare("a"));
         QCOMPARE(other.to, bare("b"));
         const auto procedure = only<rename_table>("EXEC sp_rename 'a', 'b';");
-        QCOMPARE(procedure.from, bare("a"));
-        QCOMPARE(procedure.to, bare("b"));
+        QCOMPARE(procedure.from, bracketed("a"));
+        QCOMPARE(procedure.to, bracketed("b"));
     }
     void addedColumns()
     {
@@ -135,8 +140,8 @@ private Q_SLOTS:
         QCOMPARE(read.to, bare("y"));
         const auto procedure = only<rename_column>("EXEC sp_rename 'shop.a.x', 'y', 'COLUMN';");
         QCOMPARE(procedure.table, bare("shop.a"));
-        QCOMPARE(procedure.from, bare("x"));
-        QCOMPARE(procedure.to, bare("y"));
+        QCOMPARE(procedure.from, bracketed("x"));
+        QCOMPARE(procedure.to, bracketed("y"));
         const auto changed = only<change_column>("ALTER TABLE `a` CHANGE `x` `y` INTEGER NOT NULL;");
         QCOMPARE(changed.from, ticked("x"));
         QVERIFY((changed.definition == column_definition{ticked("y"), "INTEGER", true, false, false, false}));
