@@ -194,13 +194,22 @@ QStringList repair::renaming(const pending_rename & of, const QString & to) cons
     return sql_writer::statements(m_sql.words().renameColumn, words);
 }
 
-QStringList repair::mend(const std::vector<const difference_view *> & differences)
+QStringList repair::mend(const std::vector<const difference_view *> & asked)
 {
+    std::vector<const difference_view *> differences;
     // What one round makes can show what is still to be done.
     constexpr int Rounds = 4;
     QStringList tables;
-    for (const difference_view * const each : differences) {
-        tables += each->what().table;
+    for (const difference_view * const each : asked) {
+        // What the model has still is not to go because a new database cannot make it.
+        const QString table = each->what().kind == difference_kind::table_left ? each->tableNow() : QString();
+        if (table.isEmpty() || m_from.expected.tables.contains(table)) {
+            differences.push_back(each);
+            tables += each->what().table;
+        }
+    }
+    if (differences.empty()) {
+        return {};
     }
     const QSet<QString> keys = keysOf(tables);
     database::catalogue part = partOf(keys, m_state);

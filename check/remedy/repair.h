@@ -59,7 +59,7 @@ private:
     void rename(std::vector<finding> & findings, std::vector<pending_rename> pending);
     [[nodiscard]] QStringList renaming(const pending_rename & of, const QString & to) const;
     [[nodiscard]] bool isTaken(const pending_rename & of, const QString & name) const;
-    [[nodiscard]] QStringList mend(const std::vector<const difference_view *> & differences);
+    [[nodiscard]] QStringList mend(const std::vector<const difference_view *> & asked);
     [[nodiscard]] QStringList movedAside(const std::vector<const difference_view *> & differences,
                                          database::catalogue & part) const;
     [[nodiscard]] std::vector<schema_difference>

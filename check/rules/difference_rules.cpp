@@ -185,8 +185,19 @@ bool isSequence(const difference_view & of)
     return isOf(of, {sequence_left}) && of.entity();
 }
 
+/// A table that is there, which a new database refuses to make.
+bool isOnlyLeft(const difference_view & of)
+{
+    return of.isAskedFor();
+}
+
 // The first that applies is told.
 const difference_rule Rules[] = {
+    {isOnlyLeft,
+     {QLatin1String("KV419"), effect::differs,
+      "Table '{table}' of '{entity}' is there as the steps left it, a new database refuses to make it.",
+      "The full script has a CREATE TABLE for it that is refused, so nothing can be compared.",
+      "Mend what is refused in the full script first; then look at this step again."}},
     {isSequence,
      {QLatin1String("KV409"), effect::differs,
       "The sequence '{found}', which counted the key of '{entity}', stays as it is.",

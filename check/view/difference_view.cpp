@@ -13,6 +13,13 @@ namespace check {
 
 namespace {
 
+// Whether scripts make a table of the entity, as its meta-data says.
+bool hasTable(const model::entity & of)
+{
+    const QString made = of.getMetaData(QStringLiteral("DDL_EXPORT_CREATE_TABLE")).toString().toUpper();
+    return made != QLatin1String("0") && made != QLatin1String("FALSE");
+}
+
 constexpr std::size_t indexOf(moment when)
 {
     return when == moment::now ? 1 : 0;
@@ -122,6 +129,20 @@ bool difference_view::isSoftDeleteColumn(moment when) const
     const auto & of = entity(when);
     return of && !of->getSoftDeleteColumn().isEmpty() && !m_what.columns.isEmpty() &&
            of->getSoftDeleteColumn().compare(m_what.columns.front(), Qt::CaseInsensitive) == 0;
+}
+
+QString difference_view::tableNow() const
+{
+    const auto & owner = entity(moment::now);
+    return owner && hasTable(*owner)
+               ? database::nameKey(m_in.known(), tableNameOf(*owner), database::name_place::table)
+               : QString();
+}
+
+bool difference_view::isAskedFor() const
+{
+    return m_what.kind == difference_kind::table_left &&
+           tableNow() == database::nameKey(m_in.known(), m_what.table, database::name_place::table);
 }
 
 std::vector<object> difference_view::objects() const

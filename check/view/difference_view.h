@@ -42,6 +42,11 @@ public:
     [[nodiscard]] std::shared_ptr<model::property> property() const;
 
     [[nodiscard]] bool isSoftDeleteColumn(moment when) const;
+    /// The table that the entity has in the model after the step, by the name that tells it apart; empty for
+    /// none.
+    [[nodiscard]] QString tableNow() const;
+    /// Whether it is a table that is left, which the model asks for still: a new database refuses to make it.
+    [[nodiscard]] bool isAskedFor() const;
     [[nodiscard]] std::vector<object> objects() const;
     [[nodiscard]] values words() const;
 
