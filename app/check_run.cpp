@@ -303,9 +303,11 @@ private:
     ZkBool compare(database_run & of, const check::script & step)
     {
         ZkBool result = ZkBool::success();
-        // One step alone leads to the state.
-        const bool isKnown = step.now == m_now && of.state;
-        database::catalogue now = isKnown ? *std::exchange(of.state, {}) : newDatabase(of, step.now, result);
+        std::optional<database::catalogue> known;
+        if (step.now == m_now) {
+            known = std::exchange(of.state, {}); // one step alone leads to the state
+        }
+        database::catalogue now = known ? std::move(*known) : newDatabase(of, step.now, result);
         if (!result) {
             return result;
         }
