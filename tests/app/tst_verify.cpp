@@ -290,6 +290,19 @@ private Q_SLOTS:
                        "\n"
                        "ok: all that was refused, differs or was lost has been foretold\n"));
     }
+    /// What a database says is shown as it says it.
+    void graveAccentsInMarkdown()
+    {
+        history({One});
+        const program_result result =
+            runProgram(QStringList{"verify", m_project, "--format", "markdown"} +
+                       m_bench->ownScript("CREATE_TABLE", "'CREATE TABLE t_gig (`a``b;'"));
+        QVERIFY2(
+            result.output.contains(
+                "\n- ``` shop_sqlite_db_schema_full.sql line 3: refused, SQLITE_ERROR unrecognized token: "
+                "\"`a``b;\" (foretold by KV108) ```\n"),
+            result.output.constData());
+    }
     void whatCannotBeRun()
     {
         history({One});
