@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <functional>
 #include <initializer_list>
+#include <set>
+#include <vector>
 
 namespace check {
 
@@ -209,12 +211,44 @@ void acceptConsequences(report & in)
 
 } // namespace
 
+namespace {
+
+/// Sees the names of fields while a text is read, and keeps one that an object has twice: of these a reader
+/// would take the last alone.
+class repeated_fields
+{
+public:
+    bool operator()(int, json::parse_event_t event, json & value)
+    {
+        if (event == json::parse_event_t::object_start) {
+            m_open.emplace_back();
+        } else if (event == json::parse_event_t::object_end) {
+            m_open.pop_back();
+        } else if (event == json::parse_event_t::key && !m_open.back().insert(textOf(value)).second) {
+            m_found = textOf(value);
+        }
+        return true;
+    }
+    [[nodiscard]] const QString & found() const { return m_found; }
+
+private:
+    std::vector<std::set<QString>> m_open;
+    QString m_found;
+};
+
+} // namespace
+
 ZkBool readAcceptance(const QByteArray & text, const QString & file, accepted_findings & read)
 {
     accepted_findings found;
     found.file = file;
     try {
-        const json whole = json::parse(text.constData(), text.constData() + text.size());
+        repeated_fields repeated;
+        const json whole = json::parse(text.constData(), text.constData() + text.size(), std::ref(repeated));
+        if (!repeated.found().isEmpty()) {
+            return ZkBool::failure(
+                QStringLiteral("%1: the field \"%2\" is given twice").arg(file, repeated.found()));
+        }
         const ZkBool taken = acceptance_reader(file, found).read(whole);
         if (taken) {
             read = std::move(found);

@@ -166,6 +166,9 @@ private Q_SLOTS:
         row("broken", "{\n\"accept\": [\n", "line 3: is not JSON");
         row("a list", "[]", R"(it has to be an object with "accept" and "severity")");
         row("field", R"({"accepted": []})", R"(unknown field "accepted"; there are accept, severity)");
+        row("a list twice", R"({"accept": [], "accept": []})", R"(the field "accept" is given twice)");
+        row("a field of an entry twice", R"({"accept": [{"code": "KV101", "code": "KV102", "why": "w"}]})",
+            R"(the field "code" is given twice)");
         row("accept is no list", R"({"accept": {}})", R"("accept" has to be a list)");
         row("entry is no object", R"({"accept": ["KV101"]})",
             R"(entry 1 of "accept": it has to be an object)");
