@@ -16,6 +16,7 @@ constexpr QLatin1String SyntaxErrors[] = {QLatin1String("UUID"), QLatin1String("
 
 // clang-format off
 constexpr error_code OwnErrors[] = {
+    {refusal_cause::table_name_too_long, QLatin1String("1059")},
     {refusal_cause::unknown_type, QLatin1String("1064")},
     {refusal_cause::too_many_columns, QLatin1String("1117")},
     {refusal_cause::table_referred_to, QLatin1String("3730")},

@@ -100,6 +100,9 @@ private Q_SLOTS:
         row("the schema that is always there", "mssqlserver",
             "CREATE TABLE dbo.a (x INT); CREATE INDEX i ON a (x); CREATE TABLE shop.a (x INT)",
             {"done", "done", "2760"});
+        row("a long name of a table", "mysql",
+            "CREATE TABLE `a234567890123456789012345678901234567890123456789012345678901234x` (`x` INTEGER)",
+            {"1059"});
         row("missing objects", "mssqlserver",
             "CREATE TABLE a (x INT); CREATE INDEX i ON b (x); ALTER TABLE b DROP COLUMN x;"
             "ALTER TABLE a ADD CONSTRAINT f FOREIGN KEY (z) REFERENCES a (x)",
