@@ -126,8 +126,12 @@ private:
     void add(const check::schema_difference & from, std::size_t version, const QString & history)
     {
         if (isTold(version)) {
-            m_proof.modelDifferences.push_back(
-                {m_versions[version].word, history + check::subjectOf(from), from.expected, from.found, {}});
+            m_proof.modelDifferences.push_back({m_versions[version].word,
+                                                history + check::subjectOf(from),
+                                                from.expected,
+                                                from.found,
+                                                {},
+                                                {}});
         }
     }
 

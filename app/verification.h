@@ -36,8 +36,8 @@ struct verified_difference
     QString object;  ///< "column t_gig.length"
     QString expected;
     QString found;
-    QString explainedBy;  ///< code of the finding; empty when nothing explains it
-    QString ordered = {}; ///< the table, where no more differs than the order of its columns; else empty
+    QString explainedBy; ///< code of the finding; empty when nothing explains it
+    QString ordered;     ///< the table, where no more differs than the order of its columns; else empty
 };
 
 /// A value that is not where its property is now.

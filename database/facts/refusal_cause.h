@@ -109,9 +109,15 @@ enum class error_form
 /// What a server answers for a cause. An answer for one form of statements stands before that for any.
 struct error_code
 {
-    refusal_cause cause;
-    QLatin1String code;
+    constexpr error_code() = default; ///< a place that an answer is put into
+    constexpr error_code(refusal_cause why, QLatin1String answer, error_form of = error_form::any)
+        : cause(why), form(of), code(answer)
+    {
+    }
+
+    refusal_cause cause = {};
     error_form form = error_form::any;
+    QLatin1String code;
 };
 
 } // namespace database
