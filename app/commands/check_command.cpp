@@ -222,10 +222,15 @@ int check_command::judge()
     if (const int status = plugin.load(m_plugin, m_exportOptions); status != Done) {
         return status;
     }
-    // The process ends with this command: taking a large model apart, object by object, is left to the
-    // system.
-    static auto * const untilTheEnd = new source;
-    source & of = *untilTheEnd;
+    // The process ends with this command: taking a large model and report apart, object by object, is left to
+    // the system.
+    struct large
+    {
+        source of;
+        check::report told;
+    };
+    static auto * const untilTheEnd = new large;
+    auto & [of, told] = *untilTheEnd;
     if (const zk::ZkBool opened = of.open(m_source); !opened) {
         return failed(opened.getDesc());
     }
@@ -239,7 +244,6 @@ int check_command::judge()
         return failed(read.getDesc());
     }
     const tools::script_guard_scope guard(commandScriptGuard(m_noCustomScript));
-    check::report told;
     const zk::ZkBool judged = checkSource(plugin.statements(), of, request(), told);
     check::accept(accepted, QDate::currentDate(), told);
     if (rowOf(Formats, format())->hasPlaces) {
