@@ -343,7 +343,7 @@ private:
     /// Takes apart what is not needed any more while the work goes on: a large one takes long.
     void discard(std::unique_ptr<check::checker> spent)
     {
-        m_discarded = std::async(std::launch::async, [of = std::move(spent)]() mutable { of.reset(); });
+        m_discarded = std::async([of = std::move(spent)]() mutable { of.reset(); });
     }
 
     plugin::statement_source & m_statements;

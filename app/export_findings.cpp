@@ -5,6 +5,8 @@
 #include "app/export_options.h"
 #include "app/source.h"
 
+#include "os/program_end.h"
+
 #include <QDate>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -153,10 +155,13 @@ private:
 
 QString exportFindings(plugin::statement_source & statements, const exported_scripts & written)
 {
+    static constexpr char WithoutMemory[] = "The scripts were not judged: out of memory";
+    // Lists of Qt cannot let everybody know.
+    const os::remark_in_work remark(WithoutMemory);
     try {
         return export_check(statements, written).line();
     } catch (const std::bad_alloc &) {
-        return QStringLiteral("The scripts were not judged: out of memory");
+        return QString::fromLatin1(WithoutMemory);
     }
 }
 

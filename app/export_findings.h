@@ -27,7 +27,8 @@ struct exported_scripts
 
 /// Judges the scripts of an export as `korvane check` does: how many findings there are about them, and the
 /// command that lists these, in one line. Empty when there are none. When they cannot be judged, or not all
-/// of them, the line says why.
+/// of them, the line says why. Where memory runs out and nobody can be told, the program says that line and
+/// ends with status 0, since the export is done: what was printed has to be written before.
 [[nodiscard]] QString exportFindings(plugin::statement_source & statements, const exported_scripts & written);
 
 } // namespace app

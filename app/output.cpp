@@ -158,9 +158,14 @@ void holdStandardStreams()
     }
 }
 
-int finishOutput(int status)
+void sendOutput()
 {
     note(std::fflush(stdout) == 0);
+}
+
+int finishOutput(int status)
+{
+    sendOutput();
     if (outputError == 0 || outputError == EPIPE) {
         return status;
     }

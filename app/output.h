@@ -33,6 +33,8 @@ void printResultsOnly();
 /// Takes the places of standard streams that the program was started without, so that no file that is opened
 /// later gets one and is written into; what uses such a stream still fails. Belongs before everything else.
 void holdStandardStreams();
+/// Writes out what printLine() holds back until now. Whether that failed finishOutput() says.
+void sendOutput();
 /// Writes out what printLine() holds back. `status`, or Failed with the reason on standard error when not
 /// everything could be written; a reader that has gone away is no failure.
 [[nodiscard]] int finishOutput(int status);

@@ -91,9 +91,10 @@ void checker::compare(const script & step, const database::catalogue & now,
                       const std::function<database::catalogue()> & before,
                       const std::function<std::vector<plugin::statement_record>()> & full, report & told)
 {
-    // Models and catalogues are compared beside each other, since large ones take long.
+    // Models and catalogues are compared beside each other, since large ones take long, if there is room for
+    // a thread.
     std::future<std::vector<schema_difference>> differing =
-        std::async(std::launch::async, [&] { return differencesOf(now, stored(), m_known); });
+        std::async([&] { return differencesOf(now, stored(), m_known); });
     const step_changes changes(*step.before, *step.now);
     const std::vector<schema_difference> differences = differing.get();
     for (finding & each : explainChanges(step, changes)) {

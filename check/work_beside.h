@@ -6,6 +6,7 @@
 #include <exception>
 #include <functional>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -13,7 +14,7 @@
 namespace check {
 
 /// Work on one item after another, in their order, in a thread beside the one that makes them. Few items are
-/// worked on without a thread, when they are all there.
+/// worked on without a thread, when they are all there, and many where there is no room for one.
 template <class Item>
 class work_beside
 {
@@ -51,10 +52,24 @@ private:
     static constexpr std::size_t ItemsAtOnce = 64;
     static constexpr std::size_t MostSent = 8;
 
-    void send()
+    /// Whether there is a thread, which takes room of its own.
+    [[nodiscard]] bool hasThread()
     {
         if (!m_thread.joinable()) {
-            m_thread = std::thread(&work_beside::run, this);
+            try {
+                m_thread = std::thread(&work_beside::run, this);
+            } catch (const std::system_error &) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    void send()
+    {
+        if (!hasThread()) {
+            workOn(std::exchange(m_taken, {}));
+            return;
         }
         std::vector<items> done;
         {

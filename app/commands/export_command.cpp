@@ -184,6 +184,7 @@ void tellFindings(plugin::export_interface & plugin, const std::shared_ptr<model
     if (!source) {
         return;
     }
+    sendOutput(); // what was done is told, whatever becomes of this
     const QString line = exportFindings(
         *source, {request.projectFile, project, friendlyOptions(request.plugin, *source),
                   request.options.database(), request.plugin.name, request.noCustomScript, files});

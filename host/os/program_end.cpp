@@ -39,6 +39,7 @@ alignas(16) std::array<char, 65536> crashStack;
 // The end may come on any thread, so the room for it is never given back. The last byte stays 0.
 std::array<char, 8192> loss;
 std::atomic<bool> hasLoss;
+std::atomic<const char *> remarkWithoutMemory; ///< null when the work is more than a remark
 
 void writeLine(const char * line) noexcept
 {
@@ -108,9 +109,23 @@ void noteLossAtEnd(const QString & line)
     hasLoss = true;
 }
 
+remark_in_work::remark_in_work(const char * line)
+{
+    remarkWithoutMemory = line;
+}
+
+remark_in_work::~remark_in_work()
+{
+    remarkWithoutMemory = nullptr;
+}
+
 void endProgram(const char * line) noexcept
 {
     removeUnfinishedFiles();
+    if (const char * const remark = remarkWithoutMemory; remark != nullptr && line == OutOfMemory) {
+        writeLine(remark);
+        _exit(0);
+    }
     writeLine(line);
     if (hasLoss) {
         writeLine(loss.data());

@@ -22,6 +22,19 @@ KORVANE_EXPORT void noteLossAtEnd(const QString & line);
 /// status 1. Safe in a signal handler and on any thread.
 [[noreturn]] KORVANE_EXPORT void endProgram(const char * line) noexcept;
 
+/// Work on a mere remark about what is done already, as long as it lives: if memory runs out, `line` is said
+/// in the place of OutOfMemory, and the program ends with status 0. What was printed has to be written
+/// before.
+class KORVANE_EXPORT remark_in_work
+{
+public:
+    /// @param line has to stay for ever
+    explicit remark_in_work(const char * line);
+    ~remark_in_work();
+    remark_in_work(const remark_in_work &) = delete;
+    remark_in_work & operator=(const remark_in_work &) = delete;
+};
+
 /// From now on a lack of memory that nobody could catch (an exception that leaves Qt's event loop, a library
 /// that gives up) ends the program by endProgram() with OutOfMemory. Any other crash stays a crash, but the
 /// unfinished files are removed before it.
