@@ -210,9 +210,10 @@ int verify_command::run()
 zk::ZkBool verify_command::verify(plugin::statement_source & statements, source & of,
                                   verification & told) const
 {
-    const auto add = [&](const QString & key, const opener & open) {
+    const auto add = [&](const QString & key, const QString & missing, const opener & open) {
         database_proof proof;
         proof.database = key;
+        proof.missing = missing;
         const zk::ZkBool proven = verifyOne(open, statements, of, proof);
         if (proven) {
             told.proofs.push_back(std::move(proof));
@@ -221,13 +222,14 @@ zk::ZkBool verify_command::verify(plugin::statement_source & statements, source 
     };
     zk::ZkBool result = zk::ZkBool::success();
     for (const QString & key : keys()) {
-        result =
-            result ? add(key, [&key](QString & why) { return database::server::start(key, why); }) : result;
+        result = result ? add(key, database::server::whyMissing(key),
+                              [&key](QString & why) { return database::server::start(key, why); })
+                        : result;
     }
     for (const QString & text : m_urls) {
         QString wrong;
         const auto url = database::server::readUrl(text, wrong).value_or(database::server::server_url());
-        result = result ? add(url.scheme,
+        result = result ? add(url.scheme, QString(),
                               [&url](QString & why) {
                                   auto opened = openAsking(url, why, &database::server::open);
                                   why = opened ? why : url.shown() + QStringLiteral(": ") + why;
@@ -245,11 +247,13 @@ zk::ZkBool verify_command::verifyOne(const opener & open, plugin::statement_sour
     QString why;
     const std::unique_ptr<database::server::target_database> target = open(why);
     if (!target) {
-        proof.missing = why;
-        return m_skipMissing
-                   ? zk::ZkBool::success()
-                   : zk::ZkBool::failure(
-                         QStringLiteral("%1: %2 (--skip-missing leaves it out)").arg(proof.database, why));
+        // One that is there and fails has to be heard of.
+        if (proof.missing.isEmpty()) {
+            return zk::ZkBool::failure(QStringLiteral("%1: %2").arg(proof.database, why));
+        }
+        return m_skipMissing ? zk::ZkBool::success()
+                             : zk::ZkBool::failure(QStringLiteral("%1: %2 (--skip-missing leaves it out)")
+                                                       .arg(proof.database, proof.missing));
     }
     const zk::ZkBool proven = proveOn(*target, statements, of, proof);
     if (const QString kept = proven && m_keep ? target->keep() : QString(); !kept.isEmpty()) {

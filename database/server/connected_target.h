@@ -66,16 +66,22 @@ private:
     QString m_sVersionQuery;
 };
 
-/// Whether Qt's driver of `Target` is there; else the reason.
+/// That Qt's driver of `Target` is missing, and the package that brings it; empty when it is there.
 template <class Target>
-[[nodiscard]] bool hasDriver(QString & why)
+[[nodiscard]] QString whyNoDriver()
 {
-    const bool isThere = QSqlDatabase::isDriverAvailable(Target::Driver.name);
-    if (!isThere) {
-        why = QStringLiteral("Qt's driver %1 is not installed; the package %2 brings it")
-                  .arg(Target::Driver.name, Target::Driver.package);
-    }
-    return isThere;
+    return QSqlDatabase::isDriverAvailable(Target::Driver.name)
+               ? QString()
+               : QStringLiteral("Qt's driver %1 is not installed; the package %2 brings it")
+                     .arg(Target::Driver.name, Target::Driver.package);
+}
+
+/// What is not installed of that which a private server of `Target` takes; empty when all is there.
+template <class Target>
+[[nodiscard]] QString whyNotInstalled()
+{
+    const QString driver = whyNoDriver<Target>();
+    return driver.isEmpty() ? Target::programs().whyMissing : driver;
 }
 
 /// A target with a server of its own; null with the reason.
@@ -83,7 +89,8 @@ template <class Target>
 [[nodiscard]] std::unique_ptr<target_database> startPrivate(QString & why)
 {
     auto target = std::make_unique<Target>();
-    return hasDriver<Target>(why) && target->start(why) ? std::move(target) : nullptr;
+    why = whyNotInstalled<Target>();
+    return why.isEmpty() && target->start(why) ? std::move(target) : nullptr;
 }
 
 /// A target on a server of somebody; null with the reason.
@@ -91,7 +98,8 @@ template <class Target>
 [[nodiscard]] std::unique_ptr<target_database> openOn(const server_url & place, QString & why)
 {
     auto target = std::make_unique<Target>();
-    return hasDriver<Target>(why) && target->open(place, why) ? std::move(target) : nullptr;
+    why = whyNoDriver<Target>();
+    return why.isEmpty() && target->open(place, why) ? std::move(target) : nullptr;
 }
 
 } // namespace database::server

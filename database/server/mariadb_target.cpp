@@ -27,26 +27,33 @@ public:
     {
     }
 
+    [[nodiscard]] static server_programs programs()
+    {
+        server_programs found{findProgram(QStringLiteral("mariadb-install-db")),
+                              findProgram(QStringLiteral("mariadbd"), {QStringLiteral("/usr/sbin")}),
+                              {}};
+        if (found.maker.isEmpty() || found.daemon.isEmpty()) {
+            found.whyMissing =
+                QStringLiteral("MariaDB is not installed; the package mariadb-server brings it");
+        }
+        return found;
+    }
+
     bool start(QString & why)
     {
-        const QString install = findProgram(QStringLiteral("mariadb-install-db"));
-        const QString daemon = findProgram(QStringLiteral("mariadbd"), {QStringLiteral("/usr/sbin")});
-        if (install.isEmpty() || daemon.isEmpty()) {
-            why = QStringLiteral("MariaDB is not installed; the package mariadb-server brings it");
-            return false;
-        }
+        const server_programs by = programs();
         // While it starts it can miss a SIGTERM and stay for ever; nothing of it is worth an orderly end.
         m_server.emplace(QStringLiteral("mysql"), SIGKILL);
         m_place.host = m_server->folder() + QStringLiteral("/s");
         m_place.user = QStringLiteral("root");
         const QString data = QStringLiteral("--datadir=") + m_server->folder() + QStringLiteral("/data");
-        return m_server->runToEnd(install,
+        return m_server->runToEnd(by.maker,
                                   {QStringLiteral("--no-defaults"), data,
                                    QStringLiteral("--auth-root-authentication-method=normal"),
                                    QStringLiteral("--skip-test-db")},
                                   why) &&
                m_server->start(
-                   daemon,
+                   by.daemon,
                    {QStringLiteral("--no-defaults"), data, QStringLiteral("--skip-networking"),
                     QStringLiteral("--socket=") + m_place.host,
                     QStringLiteral("--tmpdir=") + m_server->folder(),
@@ -155,6 +162,11 @@ QString mariadb_target::typeAsStored(const QString & type)
 std::unique_ptr<target_database> openMySql(const server_url & place, QString & why)
 {
     return openOn<mariadb_target>(place, why);
+}
+
+QString whyNoMariaDb()
+{
+    return whyNotInstalled<mariadb_target>();
 }
 
 std::unique_ptr<target_database> startMariaDb(QString & why)

@@ -174,7 +174,8 @@ template <class Database>
 std::unique_ptr<readable_database> opened(const server_url & place, const QString & schema, QString & why)
 {
     auto made = std::make_unique<Database>();
-    return hasDriver<Database>(why) && made->open(place, schema, why) ? std::move(made) : nullptr;
+    why = whyNoDriver<Database>();
+    return why.isEmpty() && made->open(place, schema, why) ? std::move(made) : nullptr;
 }
 
 std::unique_ptr<readable_database> openedSqlite(const server_url & place, const QString &, QString & why)

@@ -30,7 +30,7 @@ public:
     {
     }
 
-    bool start(QString & why)
+    [[nodiscard]] static server_programs programs()
     {
         QStringList folders;
         const QDir versions(QStringLiteral("/usr/lib/postgresql"));
@@ -38,24 +38,31 @@ public:
              versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed)) {
             folders.append(versions.filePath(version + QStringLiteral("/bin")));
         }
-        const QString initdb = findProgram(QStringLiteral("initdb"), folders);
-        const QString daemon = findProgram(QStringLiteral("postgres"), folders);
-        if (initdb.isEmpty() || daemon.isEmpty()) {
-            why = QStringLiteral("PostgreSQL is not installed; the package postgresql brings it");
-            return false;
+        server_programs found{findProgram(QStringLiteral("initdb"), folders),
+                              findProgram(QStringLiteral("postgres"), folders),
+                              {}};
+        if (found.maker.isEmpty() || found.daemon.isEmpty()) {
+            found.whyMissing =
+                QStringLiteral("PostgreSQL is not installed; the package postgresql brings it");
         }
+        return found;
+    }
+
+    bool start(QString & why)
+    {
+        const server_programs by = programs();
         m_server.emplace(QStringLiteral("postgres"), SIGTERM);
         m_place.host = m_server->folder();
         m_place.user = QStringLiteral("test");
         const QString data = m_server->folder() + QStringLiteral("/data");
-        return m_server->runToEnd(initdb,
+        return m_server->runToEnd(by.maker,
                                   {QStringLiteral("-D"), data, QStringLiteral("-U"), QStringLiteral("test"),
                                    QStringLiteral("-A"), QStringLiteral("trust"), QStringLiteral("-E"),
                                    QStringLiteral("UTF8"), QStringLiteral("--locale=C.UTF-8"),
                                    QStringLiteral("--no-sync")},
                                   why) &&
                m_server->start(
-                   daemon,
+                   by.daemon,
                    {QStringLiteral("-D"), data, QStringLiteral("-k"), m_server->folder(),
                     QStringLiteral("-c"), QStringLiteral("listen_addresses="), QStringLiteral("-F")},
                    [this] { return connect(QStringLiteral("postgres"))->isOpen(); }, why);
@@ -149,6 +156,11 @@ private:
 std::unique_ptr<target_database> openPostgreSql(const server_url & place, QString & why)
 {
     return openOn<postgresql_target>(place, why);
+}
+
+QString whyNoPostgreSql()
+{
+    return whyNotInstalled<postgresql_target>();
 }
 
 std::unique_ptr<target_database> startPostgreSql(QString & why)

@@ -46,6 +46,14 @@ private:
     QProcess m_server;
 };
 
+/// What makes the files of a server, and what serves them.
+struct server_programs
+{
+    QString maker;
+    QString daemon;
+    QString whyMissing; ///< that they are not installed, and the package that brings them; else empty
+};
+
 /// Absolute name of `program`, looked for in the PATH and in `folders`; empty when it is not installed.
 [[nodiscard]] QString findProgram(const QString & program, const QStringList & folders = {});
 

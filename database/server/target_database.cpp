@@ -14,6 +14,7 @@ struct runnable
 {
     QLatin1String key;
     std::unique_ptr<target_database> (*start)(QString & why);
+    QString (*whyMissing)();
 };
 
 /// What opens a database by its URL.
@@ -31,10 +32,17 @@ constexpr openable Openables[] = {
 };
 
 constexpr runnable Runnables[] = {
-    {QLatin1String("sqlite"), &startSqlite},
-    {QLatin1String("mariadb"), &startMariaDb},
-    {QLatin1String("postgresql"), &startPostgreSql},
+    {QLatin1String("sqlite"), &startSqlite, [] { return QString(); }},
+    {QLatin1String("mariadb"), &startMariaDb, &whyNoMariaDb},
+    {QLatin1String("postgresql"), &startPostgreSql, &whyNoPostgreSql},
 };
+
+const runnable * runnableOf(const QString & key)
+{
+    const auto * const found = std::find_if(std::begin(Runnables), std::end(Runnables),
+                                            [&key](const runnable & each) { return each.key == key; });
+    return found == std::end(Runnables) ? nullptr : found;
+}
 
 } // namespace
 
@@ -47,15 +55,17 @@ QStringList runnableKeys()
     return keys;
 }
 
+QString whyMissing(const QString & key)
+{
+    const runnable * const found = runnableOf(key);
+    return found == nullptr ? QStringLiteral("it cannot be run here; sqlite, mariadb and postgresql can")
+                            : found->whyMissing();
+}
+
 std::unique_ptr<target_database> start(const QString & key, QString & why)
 {
-    const auto * const found = std::find_if(std::begin(Runnables), std::end(Runnables),
-                                            [&key](const runnable & each) { return each.key == key; });
-    if (found == std::end(Runnables)) {
-        why = QStringLiteral("it cannot be run here; sqlite, mariadb and postgresql can");
-        return nullptr;
-    }
-    return found->start(why);
+    why = whyMissing(key);
+    return why.isEmpty() ? runnableOf(key)->start(why) : nullptr;
 }
 
 std::unique_ptr<target_database> open(const server_url & place, QString & why)

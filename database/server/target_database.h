@@ -41,6 +41,10 @@ public:
 /// that is not installed or cannot be run here.
 [[nodiscard]] std::unique_ptr<target_database> start(const QString & key, QString & why);
 
+/// Why nothing of that key can be started on this machine, with what to do: it is not installed, or cannot be
+/// run here at all. Empty where start() can try.
+[[nodiscard]] QString whyMissing(const QString & key);
+
 /// The keys that start() knows how to start, whether or not what it takes is installed.
 [[nodiscard]] QStringList runnableKeys();
 
@@ -52,6 +56,10 @@ public:
 [[nodiscard]] std::unique_ptr<target_database> openSqlite(const server_url & place, QString & why);
 [[nodiscard]] std::unique_ptr<target_database> openMySql(const server_url & place, QString & why);
 [[nodiscard]] std::unique_ptr<target_database> openPostgreSql(const server_url & place, QString & why);
+
+// What whyMissing() says of them.
+[[nodiscard]] QString whyNoMariaDb();
+[[nodiscard]] QString whyNoPostgreSql();
 
 /// A SQLite database in memory.
 [[nodiscard]] std::unique_ptr<target_database> startSqlite(QString & why);
