@@ -149,18 +149,20 @@ bool isRelationshipChanged(const difference_view & of)
     return isKind && isRelationship(of.property()) && hasChanged(of, {"type", "target"});
 }
 
+/// What the type of a column follows from: texts that are indexed have one of their own in some databases.
+constexpr std::initializer_list<const char *> TypeFields = {"type",       "enumeration",   "forceSqlType",
+                                                            "identifier", "autoIncrement", "index"};
+
 /// The type of the property, or of the key that its relationship takes it from.
 bool isType(const difference_view & of)
 {
     if (!isOf(of, {type})) {
         return false;
     }
-    constexpr const char * Fields[] = {"type", "enumeration", "forceSqlType", "identifier", "autoIncrement"};
     const auto & now = of.property(moment::now);
     const auto key = isRelationship(now) ? now->getRelation()->getKeyProperty() : nullptr;
-    return hasChanged(of, {Fields[0], Fields[1], Fields[2], Fields[3], Fields[4]}) ||
-           (key && of.changes().has(model::object_kind::property, key->getId(),
-                                    {Fields[0], Fields[1], Fields[2], Fields[3], Fields[4]}));
+    return hasChanged(of, TypeFields) ||
+           (key && of.changes().has(model::object_kind::property, key->getId(), TypeFields));
 }
 
 /// Of the table of an entity that changed, or of a link table.
@@ -291,7 +293,7 @@ const difference_rule Rules[] = {
       "The column '{column}' of '{property}' is still {found}, in a new database it is {expected}.",
       "A step does not change the type of a column.",
       "Change it yourself with an ALTER TABLE {table}, after a look at the values that are there.",
-      "type enumeration forceSqlType identifier autoIncrement"}},
+      "type enumeration forceSqlType identifier autoIncrement index"}},
     {isIndexOfForeignKey,
      {QLatin1String("KV414"), effect::differs, "The index {found} of table '{table}' stays.",
       "A foreign key made it for itself, and dropping the foreign key leaves it.",

@@ -63,6 +63,25 @@ private Q_SLOTS:
         m_project = m_folder->filePath("shop.korv");
     }
 
+    void aTypeThatFollowsFromAnIndex_data()
+    {
+        QTest::addColumn<QString>("database");
+        QTest::newRow("mssqlserver") << "mssqlserver";
+        QTest::newRow("oracle") << "oracle";
+    }
+    void aTypeThatFollowsFromAnIndex()
+    {
+        QFETCH(const QString, database);
+        const QByteArray indexed =
+            json("{'id': 1, 'name': 'shelf', 'properties': [{'id': 10, 'name': 'id', 'type': 'long', "
+                 "'identifier': true}, {'id': 11, 'name': 'label', 'type': 'QString', 'index': true}]}");
+        store(textOf(indexed));
+        tag();
+        store(textOf(QByteArray(indexed).replace(", \"index\": true", "")));
+        const QByteArray told = check({"--from", "v1", "--db", database, "--json"}).output;
+        QVERIFY2(told.contains("\"KV401\""), told.constData());
+        QVERIFY2(!told.contains("\"KV419\""), told.constData());
+    }
     void findsARefusedStep()
     {
         storeSwap();
