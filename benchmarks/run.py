@@ -146,6 +146,10 @@ def measure_evolution(build, folder, tags, entities):
             "last": statistics.mean(steps[-10:])}
 
 
+CHECK_COLUMNS = ["entities", "export s", "check, full script s", "times", "export of a step s", "check of it s", "more, in exports",
+                 "export CPU s", "full CPU s", "step CPU s", "full MB", "step MB"]
+
+
 def measure_check(build, folder, entities, runs):
     """Foretelling beside the export of the same scripts: the full script, and the step from a version to 1 % changes."""
     korvane = build / "bin/korvane"
@@ -155,16 +159,19 @@ def measure_check(build, folder, entities, runs):
     out.mkdir()
     run([korvane, "import", write_model(build, folder, entities), project])
     check = [korvane, "check", project, "--db", "postgresql", "--relationships", "yes", "--fail-on", "never", "-o", folder / "told"]
-    exports, full = [], []
+    export, full, history, step = [], [], [], []
     for _ in range(runs):
-        exports.append(run(export_command(build, project, out)))
+        export.append(run(export_command(build, project, out)))
         full.append(run(check))
     run([korvane, "tag", project])
     run([korvane, "import", write_model(build, folder, entities, 1), project])
-    step = [run([*check, "--from", "v1"]) for _ in range(runs)]
-    least = median(exports, 1)
-    print(f"| {entities} | {least:.2f} | {median(full, 1):.2f} | {median(full, 1) / least:.1f} | {median(step, 1):.2f} | "
-          f"{median(step, 1) / least:.1f} | {max(r[2] for r in full):.0f} | {max(r[2] for r in step):.0f} |", flush=True)
+    for _ in range(runs):
+        history.append(run([*export_command(build, project, out), f"{OPTION}schema_type=1"]))
+        step.append(run([*check, "--from", "v1"]))
+    least, whole, made, judged = (median(rows, 0) for rows in (export, full, history, step))
+    values = [str(entities), *(f"{value:.2f}" for value in (least, whole, whole / least, made, judged, (judged - made) / least)),
+              *(f"{median(rows, 1):.2f}" for rows in (export, full, step)), *(f"{max(r[2] for r in rows):.0f}" for rows in (full, step))]
+    print("| " + " | ".join(values) + " |", flush=True)
 
 
 def measure_start(builds, runs):
@@ -209,10 +216,10 @@ def main():
         for entities in map(int, arguments.sizes.split(",")):
             measure_size(builds, folder, entities, arguments)
         if arguments.check:
-            print("\n| entities | export CPU s | check, full script | / export | check, one step | / export | full MB | step MB |")
-            print("| --- | --- | --- | --- | --- | --- | --- | --- |")
+            print("\n| " + " | ".join(CHECK_COLUMNS) + " |")
+            print("| " + " | ".join("---" for _ in CHECK_COLUMNS) + " |")
             for entities in map(int, arguments.sizes.split(",")):
-                measure_check(builds[-1], folder, entities, min(arguments.runs, 3))
+                measure_check(builds[-1], folder, entities, arguments.runs)
         if arguments.instructions:
             measure_start(builds, arguments.runs)
         if arguments.tags:
