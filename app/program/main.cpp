@@ -110,6 +110,6 @@ int main(int argc, char ** argv)
     try {
         return runProgram(argc, argv);
     } catch (const std::bad_alloc &) {
-        os::endProgram(os::OutOfMemory);
+        os::endWithoutMemory();
     }
 }

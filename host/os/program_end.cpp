@@ -65,7 +65,7 @@ bool isMemoryShort() noexcept
 void onCrash(int signal, siginfo_t * info, void *)
 {
     if (isMemoryShort()) {
-        endProgram(OutOfMemory);
+        endWithoutMemory();
     }
     removeUnfinishedFiles();
     for (size_t i = 0; i < CrashSignals.size(); ++i) {
@@ -86,7 +86,7 @@ void onCrash(int signal, siginfo_t * info, void *)
             std::rethrow_exception(current);
         }
     } catch (const std::bad_alloc &) {
-        endProgram(OutOfMemory);
+        endWithoutMemory();
     } catch (...) {
         // An error of the program itself, which a crash tells best.
         std::abort();
@@ -122,15 +122,21 @@ remark_in_work::~remark_in_work()
 void endProgram(const char * line) noexcept
 {
     removeUnfinishedFiles();
-    if (const char * const remark = remarkWithoutMemory; remark != nullptr && line == OutOfMemory) {
-        writeLine(remark);
-        _exit(0);
-    }
     writeLine(line);
     if (hasLoss) {
         writeLine(loss.data());
     }
     _exit(1);
+}
+
+void endWithoutMemory() noexcept
+{
+    if (const char * const remark = remarkWithoutMemory) {
+        removeUnfinishedFiles();
+        writeLine(remark);
+        _exit(0);
+    }
+    endProgram(OutOfMemory);
 }
 
 void endOrderlyWithoutMemory()

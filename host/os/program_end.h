@@ -22,6 +22,10 @@ KORVANE_EXPORT void noteLossAtEnd(const QString & line);
 /// status 1. Safe in a signal handler and on any thread.
 [[noreturn]] KORVANE_EXPORT void endProgram(const char * line) noexcept;
 
+/// Ends the program since there is no memory: by endProgram() with OutOfMemory, or as the remark in work
+/// says.
+[[noreturn]] KORVANE_EXPORT void endWithoutMemory() noexcept;
+
 /// Work on a mere remark about what is done already, as long as it lives: if memory runs out, `line` is said
 /// in the place of OutOfMemory, and the program ends with status 0. What was printed has to be written
 /// before.
@@ -36,7 +40,7 @@ public:
 };
 
 /// From now on a lack of memory that nobody could catch (an exception that leaves Qt's event loop, a library
-/// that gives up) ends the program by endProgram() with OutOfMemory. Any other crash stays a crash, but the
+/// that gives up) ends the program by endWithoutMemory(). Any other crash stays a crash, but the
 /// unfinished files are removed before it.
 KORVANE_EXPORT void endOrderlyWithoutMemory();
 

@@ -89,6 +89,24 @@ private Q_SLOTS:
         QVERIFY2(why.getDesc().startsWith(cut + ": "), qPrintable(why.getDesc()));
     }
 
+    void aPluginThatLacksALibrary()
+    {
+        QTemporaryDir dir;
+        QFile whole(AskingPlugin);
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        QByteArray bytes = whole.readAll();
+        QVERIFY(bytes.contains("libKorvaneCore.so.1"));
+        bytes.replace("libKorvaneCore.so.1", "libKorvaneLost.so.1");
+        const QString lost = writeFile(dir.filePath(QStringLiteral("lost.so")), bytes);
+        zk::ZkBool why(true);
+        QVERIFY(!loaded_plugin::load(lost, why));
+        QVERIFY(!why.getValue());
+        QVERIFY2(why.getDesc().startsWith(lost + ": the plugin cannot be loaded: "),
+                 qPrintable(why.getDesc()));
+        QVERIFY2(why.getDesc().contains("libKorvaneLost.so.1"), qPrintable(why.getDesc()));
+        QVERIFY(!why.getDesc().contains(QLatin1Char('\n')));
+    }
+
     void aLibraryThatIsNoPlugin()
     {
         zk::ZkBool why(true);
