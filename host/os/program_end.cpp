@@ -39,7 +39,17 @@ alignas(16) std::array<char, 65536> crashStack;
 // The end may come on any thread, so the room for it is never given back. The last byte stays 0.
 std::array<char, 8192> loss;
 std::atomic<bool> hasLoss;
-std::atomic<const char *> remarkWithoutMemory; ///< null when the work is more than a remark
+
+/// How an end without memory goes.
+struct last_words
+{
+    const char * line;
+    int status;
+};
+
+const last_words Failure{OutOfMemory, 1};
+last_words remark{nullptr, 0};
+std::atomic<const last_words *> withoutMemory = &Failure;
 
 void writeLine(const char * line) noexcept
 {
@@ -60,6 +70,16 @@ bool isMemoryShort() noexcept
     }
     ::munmap(tried, piece);
     return false;
+}
+
+[[noreturn]] void end(const last_words & words) noexcept
+{
+    removeUnfinishedFiles();
+    writeLine(words.line);
+    if (hasLoss) {
+        writeLine(loss.data());
+    }
+    _exit(words.status);
 }
 
 void onCrash(int signal, siginfo_t * info, void *)
@@ -111,32 +131,23 @@ void noteLossAtEnd(const QString & line)
 
 remark_in_work::remark_in_work(const char * line)
 {
-    remarkWithoutMemory = line;
+    remark.line = line;
+    withoutMemory = &remark;
 }
 
 remark_in_work::~remark_in_work()
 {
-    remarkWithoutMemory = nullptr;
+    withoutMemory = &Failure;
 }
 
 void endProgram(const char * line) noexcept
 {
-    removeUnfinishedFiles();
-    writeLine(line);
-    if (hasLoss) {
-        writeLine(loss.data());
-    }
-    _exit(1);
+    end({line, 1});
 }
 
 void endWithoutMemory() noexcept
 {
-    if (const char * const remark = remarkWithoutMemory) {
-        removeUnfinishedFiles();
-        writeLine(remark);
-        _exit(0);
-    }
-    endProgram(OutOfMemory);
+    end(*withoutMemory);
 }
 
 void endOrderlyWithoutMemory()
