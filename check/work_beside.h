@@ -75,10 +75,13 @@ private:
         {
             std::unique_lock lock(m_mutex);
             m_changed.wait(lock, [this] { return m_isEnded || m_sent.size() < MostSent; });
-            m_sent.push_back(std::exchange(m_taken, {}));
+            if (!m_isEnded) {
+                m_sent.push_back(std::move(m_taken));
+            }
             m_isBehind = m_sent.size() > 1;
             done = std::exchange(m_done, {});
         }
+        m_taken = {};
         m_changed.notify_all();
     }
 
