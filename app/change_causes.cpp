@@ -1,5 +1,7 @@
 #include "app/change_causes.h"
 
+#include "check/model/tables.h"
+
 #include "model/project.h"
 
 #include <algorithm>
@@ -22,12 +24,10 @@ struct cause
     const char * field = nullptr; ///< null for any
 };
 
-constexpr const char * CreateTable = "metaData.DDL_EXPORT_CREATE_TABLE";
-
 /// By action, the nearest cause first: the first that is there is the one.
 constexpr cause Causes[] = {
     {statement_action::create_table, object_kind::entity, change_kind::added},
-    {statement_action::create_table, object_kind::entity, change_kind::changed, CreateTable},
+    {statement_action::create_table, object_kind::entity, change_kind::changed, check::CreateTableField},
 
     {statement_action::create_extra_table, object_kind::relationship, change_kind::added},
     {statement_action::create_extra_table, object_kind::relationship, change_kind::moved},
@@ -35,14 +35,15 @@ constexpr cause Causes[] = {
     {statement_action::create_extra_table, object_kind::property, change_kind::moved},
     {statement_action::create_extra_table, object_kind::property, change_kind::changed, "transient"},
     {statement_action::create_extra_table, object_kind::entity, change_kind::added},
-    {statement_action::create_extra_table, object_kind::entity, change_kind::changed, CreateTable},
+    {statement_action::create_extra_table, object_kind::entity, change_kind::changed,
+     check::CreateTableField},
 
     {statement_action::create_index, object_kind::property, change_kind::changed, "index"},
     {statement_action::create_index, object_kind::property, change_kind::changed, "transient"},
     {statement_action::create_index, object_kind::property, change_kind::added},
     {statement_action::create_index, object_kind::property, change_kind::moved},
     {statement_action::create_index, object_kind::entity, change_kind::added},
-    {statement_action::create_index, object_kind::entity, change_kind::changed, CreateTable},
+    {statement_action::create_index, object_kind::entity, change_kind::changed, check::CreateTableField},
 
     {statement_action::add_foreign_key, object_kind::relationship, change_kind::added},
     {statement_action::add_foreign_key, object_kind::relationship, change_kind::moved},
@@ -50,10 +51,10 @@ constexpr cause Causes[] = {
     {statement_action::add_foreign_key, object_kind::property, change_kind::moved},
     {statement_action::add_foreign_key, object_kind::property, change_kind::changed, "transient"},
     {statement_action::add_foreign_key, object_kind::entity, change_kind::added},
-    {statement_action::add_foreign_key, object_kind::entity, change_kind::changed, CreateTable},
+    {statement_action::add_foreign_key, object_kind::entity, change_kind::changed, check::CreateTableField},
 
     {statement_action::drop_table, object_kind::entity, change_kind::removed},
-    {statement_action::drop_table, object_kind::entity, change_kind::changed, CreateTable},
+    {statement_action::drop_table, object_kind::entity, change_kind::changed, check::CreateTableField},
 
     {statement_action::rename_table, object_kind::entity, change_kind::renamed, "tableName"},
     {statement_action::rename_table, object_kind::entity, change_kind::renamed, "name"},

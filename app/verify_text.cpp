@@ -4,6 +4,8 @@
 
 #include "app/output.h"
 
+#include "check/report/markdown.h"
+
 #include <QMap>
 #include <QStringList>
 
@@ -150,17 +152,6 @@ QStringList linesOf(const database_proof & of)
     return lines;
 }
 
-/// `text` as code of Markdown, between more grave accents than it has in a row itself.
-QString codeSpan(const QString & text)
-{
-    QString fence = QStringLiteral("`");
-    while (text.contains(fence)) {
-        fence += u'`';
-    }
-    const QString space = fence.size() > 1 ? QStringLiteral(" ") : QString();
-    return fence + space + text + space + fence;
-}
-
 QString conclusion(const verification & of)
 {
     return of.isOk() ? QStringLiteral("ok: all that was refused, differs or was lost has been foretold")
@@ -214,7 +205,7 @@ QByteArray verifyMarkdown(const verification & of)
         const QStringList lines = linesOf(each);
         text += lines.isEmpty() ? QString() : QStringLiteral("\n%1:\n\n").arg(each.database);
         for (const QString & line : lines) {
-            text += QStringLiteral("- %1\n").arg(codeSpan(oneLine(line)));
+            text += QStringLiteral("- %1\n").arg(check::codeSpan(oneLine(line)));
         }
     }
     return (text + u'\n' + conclusion(of) + u'\n').toUtf8();

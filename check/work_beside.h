@@ -26,7 +26,7 @@ public:
     work_beside(const work_beside &) = delete;
     work_beside & operator=(const work_beside &) = delete;
 
-    /// Takes the next item; waits when too many wait already.
+    /// Takes the next item; waits when too many wait already. What the work throws waits for end().
     void take(Item item)
     {
         m_taken.push_back(std::move(item));
@@ -36,14 +36,14 @@ public:
     }
     /// Whether items wait, so that who makes them may as well do some of the work.
     [[nodiscard]] bool isBehind() const { return m_isBehind; }
-    /// Returns when all is done. Throws what the work threw.
+    /// Returns when all is done. Throws what the work threw first; what comes after that is left out.
     void end()
     {
         stop(true);
+        workHere();
         if (m_why) {
             std::rethrow_exception(m_why);
         }
-        workOn(std::exchange(m_taken, {}));
     }
 
 private:
@@ -68,7 +68,7 @@ private:
     void send()
     {
         if (!hasThread()) {
-            workOn(std::exchange(m_taken, {}));
+            workHere();
             return;
         }
         std::vector<items> done;
@@ -121,6 +121,19 @@ private:
             m_isEnded = true;
             m_changed.notify_all();
         }
+    }
+
+    /// Without a thread, or when it has ended.
+    void workHere()
+    {
+        try {
+            if (!m_why) {
+                workOn(std::move(m_taken));
+            }
+        } catch (...) {
+            m_why = std::current_exception();
+        }
+        m_taken = {};
     }
 
     items workOn(items some)

@@ -209,10 +209,6 @@ void acceptConsequences(report & in)
     }
 }
 
-} // namespace
-
-namespace {
-
 /// Sees the names of fields while a text is read, and keeps one that an object has twice: of these a reader
 /// would take the last alone.
 class repeated_fields

@@ -2,6 +2,7 @@
 
 #include "check/import/entity_merge.h"
 #include "check/import/rename_search.h"
+#include "check/model/tables.h"
 
 #include "database/facts/names.h"
 #include "model/column_list.h"
@@ -18,17 +19,6 @@ namespace {
 using model::relationship;
 using property_pointer = std::shared_ptr<model::property>;
 
-QString tableNameOf(const model::entity & entity)
-{
-    return entity.getTableName().isEmpty() ? entity.getName() : entity.getTableName();
-}
-
-bool isExported(const model::entity & entity)
-{
-    const QString value = entity.getMetaData(QStringLiteral("DDL_EXPORT_CREATE_TABLE")).toString().toUpper();
-    return value != QLatin1String("0") && value != QLatin1String("FALSE");
-}
-
 /// Merges one database into one model.
 class merging
 {
@@ -38,7 +28,7 @@ public:
         for (const auto & each : former.getListOfAllEntities()->values()) {
             // Of two entities of one table the one counts whose table scripts make.
             const QString key = keyOf(tableNameOf(*each));
-            if (isExported(*each) || !m_formerTables.contains(key)) {
+            if (isTableMade(*each) || !m_formerTables.contains(key)) {
                 m_formerTables.insert(key, each);
             }
             for (const auto & property : each->getListOfProperty(true, false, false)->values()) {
@@ -141,7 +131,7 @@ void merging::makeEntities()
         const QString name = tableNameOf(*former);
         const QString key = keyOf(name);
         const table_draft * const draft = m_formerTables.value(key) == former ? drafts.take(key) : nullptr;
-        if (draft || !isGone(name) || !isExported(*former)) {
+        if (draft || !isGone(name) || !isTableMade(*former)) {
             m_entities.push_back({former, successorOf(*former), draft, {}, {}, {}});
         } else {
             m_gone.push_back(former);

@@ -1,5 +1,7 @@
 #include "check/import/rename_search.h"
 
+#include "check/model/tables.h"
+
 #include "database/facts/names.h"
 #include "model/entity.h"
 #include "model/property.h"
@@ -12,11 +14,6 @@ namespace check {
 namespace {
 
 using property_list = std::vector<std::shared_ptr<model::property>>;
-
-QString tableNameOf(const model::entity & entity)
-{
-    return entity.getTableName().isEmpty() ? entity.getName() : entity.getTableName();
-}
 
 QString columnsText(const model::property & property)
 {

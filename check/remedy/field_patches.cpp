@@ -1,5 +1,6 @@
 // Changes of types, keys and flags in the model.
 
+#include "check/model/tables.h"
 #include "check/remedy/patch_place.h"
 #include "check/view/model_names.h"
 
@@ -15,8 +16,6 @@ namespace check {
 namespace {
 
 using json = patch_writer::json;
-
-constexpr char ExportFlag[] = "DDL_EXPORT_CREATE_TABLE";
 
 /// The property that the finding is about, or that has the column which it tells of.
 std::shared_ptr<model::property> about(const patch_place & at)
@@ -164,14 +163,14 @@ void keyOfOwn(const patch_place & at)
 void leaveOut(const patch_place & at)
 {
     if (at.entity) {
-        at.to.setMetaData(*at.entity, ExportFlag, "0");
+        at.to.setMetaData(*at.entity, CreateTableData, "0");
     }
 }
 
 void exported(const patch_place & at, const std::shared_ptr<model::entity> & of)
 {
-    if (of && of->getAllMetaData().contains(QLatin1String(ExportFlag))) {
-        at.to.setMetaData(*of, ExportFlag, nullptr);
+    if (of && of->getAllMetaData().contains(QLatin1String(CreateTableData))) {
+        at.to.setMetaData(*of, CreateTableData, nullptr);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "check/report/report.h"
 
+#include "check/report/markdown.h"
 #include "check/report/remedy_lines.h"
 
 #include <algorithm>
@@ -72,9 +73,8 @@ QString cell(const QString & text)
 /// The same of code, which is shown as it stands.
 QString codeCell(QString text)
 {
-    text.replace(QLatin1Char('|'), QLatin1String("\\|")).replace(QLatin1Char('\n'), QLatin1Char(' '));
-    const bool hasMark = text.contains(QLatin1Char('`'));
-    return hasMark ? QStringLiteral("`` %1 ``").arg(text) : QStringLiteral("`%1`").arg(text);
+    return codeSpan(
+        text.replace(QLatin1Char('|'), QLatin1String("\\|")).replace(QLatin1Char('\n'), QLatin1Char(' ')));
 }
 
 /// What to do, with a line for each statement and each change of the model.

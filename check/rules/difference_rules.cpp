@@ -2,6 +2,7 @@
 
 #include "check/rules/difference_rules.h"
 
+#include "check/model/tables.h"
 #include "check/view/difference_view.h"
 
 #include "model/entity.h"
@@ -225,7 +226,7 @@ const difference_rule Rules[] = {
     {isSwitchedOn,
      {QLatin1String("KV413"), effect::silent, "There is no table '{table}' for '{entity}'.",
       "It was left out of the scripts before; a step makes tables of new entities only.",
-      "Make the table yourself, as the full script does.", "metaData.DDL_EXPORT_CREATE_TABLE"}},
+      "Make the table yourself, as the full script does.", CreateTableField}},
     {isSoftDelete,
      {QLatin1String("KV404"), effect::silent,
       "The soft-delete column '{column}' of '{entity}' is not followed.",

@@ -13,13 +13,6 @@ namespace check {
 
 namespace {
 
-// Whether scripts make a table of the entity, as its meta-data says.
-bool hasTable(const model::entity & of)
-{
-    const QString made = of.getMetaData(QStringLiteral("DDL_EXPORT_CREATE_TABLE")).toString().toUpper();
-    return made != QLatin1String("0") && made != QLatin1String("FALSE");
-}
-
 constexpr std::size_t indexOf(moment when)
 {
     return when == moment::now ? 1 : 0;
@@ -134,7 +127,7 @@ bool difference_view::isSoftDeleteColumn(moment when) const
 QString difference_view::tableNow() const
 {
     const auto & owner = entity(moment::now);
-    return owner && hasTable(*owner)
+    return owner && isTableMade(*owner)
                ? database::nameKey(m_in.known(), tableNameOf(*owner), database::name_place::table)
                : QString();
 }

@@ -9,11 +9,6 @@
 
 namespace check {
 
-QString tableNameOf(const model::entity & of)
-{
-    return of.getTableName().isEmpty() ? of.getName() : of.getTableName();
-}
-
 QStringList columnNamesOf(const model::property & of)
 {
     const bool isNone =

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "check/model/tables.h"
+
 #include "database/facts/facts.h"
 
 #include <QMultiHash>
@@ -18,8 +20,6 @@ class relationship;
 
 namespace check {
 
-/// The name of the entity's table, as scripts have it without quotes.
-[[nodiscard]] QString tableNameOf(const model::entity & of);
 /// The names of the property's columns; none for one that has no column of its own.
 [[nodiscard]] QStringList columnNamesOf(const model::property & of);
 /// The name for people: "gig.length".

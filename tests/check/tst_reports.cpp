@@ -200,10 +200,13 @@ Errors: 1, warnings: 0, notes: 1, accepted: 0
     {
         finding odd = note();
         odd.message = QStringLiteral("'a|b<i>`*_x_y' & c\\d\ne.");
-        odd.way.sql = {QStringLiteral("DROP TABLE `a|b<i>`;"), QStringLiteral("DROP TABLE a_b;")};
+        odd.way.sql = {QStringLiteral("DROP TABLE `a|b<i>`;"), QStringLiteral("DROP TABLE `a``b`;"),
+                       QStringLiteral("DROP TABLE a_b;")};
         const QByteArray text = markdownReport(of({odd}));
         QVERIFY2(text.contains("| 'a\\|b&lt;i>\\`\\*\\_x_y' &amp; c\\\\d e. |"), text.constData());
-        QVERIFY2(text.contains("<br>`` DROP TABLE `a\\|b<i>`; ``<br>`DROP TABLE a_b;` |"), text.constData());
+        QVERIFY2(text.contains("<br>`` DROP TABLE `a\\|b<i>`; ``<br>``` DROP TABLE `a``b`; ```"
+                               "<br>`DROP TABLE a_b;` |"),
+                 text.constData());
     }
     void sarif()
     {
