@@ -2,11 +2,10 @@
 
 #include "app/command.h"
 
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QStringList>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -41,41 +40,11 @@ void note(bool written)
     }
 }
 
-/// Whether `c` ends a line or moves a terminal's cursor.
-bool breaksLine(QChar c)
-{
-    const char16_t u = c.unicode();
-    return u < 0x20 || (u >= 0x7f && u < 0xa0);
-}
-
-/// Whether every character of `text` is one of ASCII that is seen. An export tells tens of thousands of
-/// lines, nearly all of them such: the loop has no early end so that the compiler looks at many characters at
-/// once.
-bool isPlain(const QString & text)
-{
-    bool plain = true;
-    for (const QChar c : text) {
-        const char16_t u = c.unicode();
-        plain = plain & (u >= 0x20) & (u < 0x7f);
-    }
-    return plain;
-}
-
 } // namespace
 
 QString oneLine(const QString & text)
 {
-    QString line = text.trimmed();
-    if (isPlain(line)) {
-        return line;
-    }
-    line = tools::visibleText(line);
-    if (std::none_of(line.cbegin(), line.cend(), breaksLine)) {
-        return line;
-    }
-    line.replace(QLatin1String("\r\n"), QLatin1String(" "));
-    std::replace_if(line.begin(), line.end(), breaksLine, QLatin1Char(' '));
-    return line;
+    return zk::visibleLine(text.trimmed());
 }
 
 void printLine(const QString & text)

@@ -1,6 +1,6 @@
 #include "app/diagram/diagram_contents.h"
 
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -257,7 +257,7 @@ QStringList diagram_line::labelTexts() const
 QString drawable(const QString & text)
 {
     QString result;
-    for (const uint c : tools::visibleText(text).toUcs4()) {
+    for (const uint c : zk::visibleText(text).toUcs4()) {
         const bool isLegal =
             c >= 0x20 && (c < 0x7f || c > 0x9f) && !QChar::isSurrogate(c) && !QChar::isNonCharacter(c);
         const char32_t shown = QChar::isSpace(c) ? U' ' : isLegal ? c : U'\ufffd';

@@ -7,8 +7,8 @@
 #include "app/window/version_comparison.h"
 
 #include "model/project.h"
-#include "tools/visible_text.h"
 #include "tools/wait_cursor.h"
+#include "zk/visible_text.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -86,7 +86,7 @@ bool changes_controller::listVersions()
     QList<storage::history::version> versions;
     if (const QSqlError error = storage::history::list(m_session.file(), versions); error.isValid()) {
         m_panel.showProblem(error.text());
-        m_diagram.hideChanges(tools::visibleText(error.text()));
+        m_diagram.hideChanges(zk::visibleText(error.text()));
         return false;
     }
     m_panel.setVersions(versions);
@@ -122,7 +122,7 @@ void changes_controller::markChanges()
     diff_report report;
     if (const zk::ZkBool compared = m_comparison.compareModels(m_panel.from(), m_panel.to(), report);
         !compared) {
-        m_diagram.hideChanges(tools::visibleText(compared.getDesc()));
+        m_diagram.hideChanges(zk::visibleText(compared.getDesc()));
         return;
     }
     const model::project & before = *report.states.before;

@@ -24,7 +24,7 @@
 #include "context/ctx_global.h"
 #include "model/project.h"
 #include "plugin/export_interface.h"
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -298,7 +298,7 @@ void project_window::updateTitle()
         setWindowFilePath({});
         return;
     }
-    const QString file = tools::visibleText(QFileInfo(m_pSession->file()).fileName());
+    const QString file = zk::visibleText(QFileInfo(m_pSession->file()).fileName());
     const QString shown = m_pSession->isLost() ? tr("%1, cannot be read any more").arg(file) : file;
     setWindowTitle(tr("%1 (%2) - Korvane").arg(project->getName(), shown));
 }
@@ -320,7 +320,7 @@ void project_window::updateRecentFiles()
 void project_window::showStatus(const QString & text)
 {
     constexpr int time = 8000; // milliseconds
-    statusBar()->showMessage(tools::visibleText(text), time);
+    statusBar()->showMessage(zk::visibleText(text), time);
 }
 
 } // namespace app

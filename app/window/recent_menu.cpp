@@ -2,7 +2,7 @@
 
 #include "app/shown_text.h"
 
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -19,8 +19,8 @@ void recent_menu::setFiles(const QStringList & files)
 {
     clear();
     for (const QString & file : files) {
-        const QString name = tools::visibleText(QFileInfo(file).fileName());
-        const QString path = tools::visibleText(QDir::toNativeSeparators(file));
+        const QString name = zk::visibleText(QFileInfo(file).fileName());
+        const QString path = zk::visibleText(QDir::toNativeSeparators(file));
         QAction * const action = addAction(withoutMnemonic(name));
         action->setToolTip(plainToolTipLine(path));
         action->setStatusTip(path);

@@ -5,7 +5,7 @@
 #include "app/window/changes/changes_view.h"
 
 #include "tools/table_column.h"
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
@@ -97,7 +97,7 @@ import_dialog::import_dialog(const QString & title, const QString & question, co
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto * const layout = new QVBoxLayout(this);
-    layout->addWidget(plainLabel(tools::visibleText(question)));
+    layout->addWidget(plainLabel(zk::visibleText(question)));
     layout->addWidget(view, 1);
     layout->addWidget(buttons);
     buttons->button(QDialogButtonBox::Cancel)->setFocus();
@@ -109,7 +109,7 @@ void import_dialog::showNotes(const QStringList & notes)
     if (notes.isEmpty()) {
         return;
     }
-    auto * const text = new QPlainTextEdit(tools::visibleText(notes.join(QLatin1Char('\n'))));
+    auto * const text = new QPlainTextEdit(zk::visibleText(notes.join(QLatin1Char('\n'))));
     text->setObjectName(QStringLiteral("m_txtNotes"));
     text->setAccessibleName(tr("What there is to know"));
     text->setReadOnly(true);
@@ -131,12 +131,12 @@ QStandardItemModel * versions_dialog::createModel(const QList<storage::history::
         {QT_TR_NOOP("Version"), [](const version & v) { return QStringLiteral("v%1").arg(v.number); }},
         {QT_TR_NOOP("Tagged"),
          [](const version & v) { return QLocale().toString(v.created.toLocalTime(), QLocale::ShortFormat); }},
-        {QT_TR_NOOP("Description"), [](const version & v) { return tools::visibleText(v.message); }},
+        {QT_TR_NOOP("Description"), [](const version & v) { return zk::visibleText(v.message); }},
     };
     auto * const model = new QStandardItemModel(this);
     model->setHorizontalHeaderLabels(tools::titlesOf(columns, [](const char * title) { return tr(title); }));
     for (const version & v : versions) {
-        const QString message = tools::visibleText(v.message);
+        const QString message = zk::visibleText(v.message);
         QList<QStandardItem *> row;
         for (const QString & text : tools::textsOf(columns, v)) {
             auto * const item = new QStandardItem(text);

@@ -2,7 +2,7 @@
 
 #include "app/shown_text.h"
 
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QCommandLinkButton>
 #include <QDir>
@@ -105,8 +105,8 @@ void welcome_page::setRecentFiles(const QStringList & files)
     m_pRecent->addWidget(heading(tr("Recent projects"), 1.0));
     for (const QString & file : files.mid(0, ShownFiles)) {
         const QFileInfo info(file);
-        auto * const button = command(QStringLiteral("m_btnRecent"), tools::visibleText(info.fileName()),
-                                      tools::visibleText(QDir::toNativeSeparators(info.absolutePath())));
+        auto * const button = command(QStringLiteral("m_btnRecent"), zk::visibleText(info.fileName()),
+                                      zk::visibleText(QDir::toNativeSeparators(info.absolutePath())));
         connect(button, &QAbstractButton::clicked, this, [this, file] { Q_EMIT fileRequested(file); });
         m_pRecent->addWidget(button);
     }

@@ -3,7 +3,7 @@
 #include "app/window/project_session.h"
 
 #include "tools/held_dialog.h"
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QFileDialog>
 #include <QMessageBox>
@@ -12,7 +12,7 @@ namespace app {
 
 void warn(QWidget * parent, const QString & title, const QString & text)
 {
-    const tools::held_dialog<QMessageBox> box(QMessageBox::Warning, title, tools::visibleText(text),
+    const tools::held_dialog<QMessageBox> box(QMessageBox::Warning, title, zk::visibleText(text),
                                               QMessageBox::Ok, parent);
     box->setTextFormat(Qt::PlainText);
     box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -21,7 +21,7 @@ void warn(QWidget * parent, const QString & title, const QString & text)
 
 bool isConfirmed(QWidget * parent, const QString & title, const QString & question)
 {
-    const tools::held_dialog<QMessageBox> box(QMessageBox::Question, title, tools::visibleText(question),
+    const tools::held_dialog<QMessageBox> box(QMessageBox::Question, title, zk::visibleText(question),
                                               QMessageBox::Yes | QMessageBox::No, parent);
     box->setTextFormat(Qt::PlainText);
     box->setDefaultButton(QMessageBox::No);

@@ -2,6 +2,8 @@
 
 #include "check/report/remedy_lines.h"
 
+#include "zk/visible_text.h"
+
 #include <algorithm>
 #include <map>
 #include <utility>
@@ -26,9 +28,10 @@ qsizetype endOfLine(QStringView text, qsizetype begin)
     return end < 0 ? text.size() : end;
 }
 
-/// Adds `text` in lines of the report's width.
-void addWrapped(QString & to, const QString & text)
+/// Adds `told` in lines of the report's width.
+void addWrapped(QString & to, const QString & told)
 {
+    const QString text = zk::visibleLine(told);
     const auto areBlanks = [](QChar one, QChar next) { return one == u' ' && next == u' '; };
     const bool isPlain = !text.startsWith(u' ') && !text.endsWith(u' ') &&
                          std::adjacent_find(text.begin(), text.end(), areBlanks) == text.end();
@@ -116,7 +119,7 @@ private:
 
     void writeRun(const run & of)
     {
-        m_text += coloured(of.script, "1") + QStringLiteral("  %1, ").arg(of.basis);
+        m_text += coloured(zk::visibleLine(of.script), "1") + QStringLiteral("  %1, ").arg(of.basis);
         m_text += of.from.isEmpty() ? QString() : QStringLiteral("%1 to %2, ").arg(of.from, of.to);
         m_text += counted(of.statements, QLatin1String("statement"));
         const int unknown = of.statements - of.judged;
@@ -164,8 +167,8 @@ private:
         addWrapped(m_text, QStringLiteral("What to do: ") + of.way.text);
         for (const remedy_lines & each : linesOf(of.way)) {
             m_text += QString(Indent, u' ') + each.heading + QStringLiteral(":\n");
-            for (const QString & line : each.lines) {
-                m_text += QString(qsizetype{2} * Indent, u' ') + line + u'\n';
+            for (const QString & line : each.lines.join(u'\n').split(u'\n')) {
+                m_text += QString(qsizetype{2} * Indent, u' ') + zk::visibleLine(line) + u'\n';
             }
         }
         writeConsequences(of);
@@ -192,7 +195,8 @@ private:
         constexpr qsizetype Most = 6;
         const QStringList lines = of.text.split(u'\n');
         for (const QString & each : lines.mid(0, Most)) {
-            m_text += coloured(QString(Indent, u' ') + QStringLiteral("| ") + each, "2") + u'\n';
+            m_text +=
+                coloured(QString(Indent, u' ') + QStringLiteral("| ") + zk::visibleLine(each), "2") + u'\n';
         }
         if (lines.size() > Most) {
             m_text += coloured(QString(Indent, u' ') + QStringLiteral("| …"), "2") + u'\n';

@@ -3,7 +3,7 @@
 #include "model/project.h"
 #include "model/property_type.h"
 #include "storage/texts.h"
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QHash>
 #include <QRegularExpression>
@@ -211,11 +211,11 @@ QString printable(const QString & text)
 {
     QString result = text.size() > PrintedLength ? text.left(PrintedLength) + QStringLiteral("...") : text;
     for (QChar & c : result) {
-        if (!c.isPrint() && !c.isSurrogate() && !tools::isHiddenControl(c)) {
+        if (!c.isPrint() && !c.isSurrogate() && !zk::isHiddenControl(c)) {
             c = QLatin1Char('?');
         }
     }
-    return tools::visibleText(result);
+    return zk::visibleText(result);
 }
 
 QString quotedName(const QString & name)
@@ -259,7 +259,7 @@ QString projectNameProblem(const QString & name)
         if (c == QLatin1Char('/') || c == QLatin1Char('\\') || c.category() == QChar::Other_Control) {
             return texts::tr("%1 must not contain '/', '\\' or control characters").arg(quotedName(name));
         }
-        if (tools::isHiddenControl(c)) {
+        if (zk::isHiddenControl(c)) {
             return texts::tr("%1 must not contain characters that turn the direction of text or separate "
                              "lines")
                 .arg(quotedName(name));

@@ -2,7 +2,7 @@
 
 #include "tools/script_values.h"
 #include "tools/table_column.h"
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>
@@ -20,7 +20,7 @@ class titles // apart from the folder's reasons
 const table_column<detail> StepColumns[] = {
     {QT_TRANSLATE_NOOP("tools::debugger_tables", "Step"), [](const detail & d) { return d.first; }},
     {QT_TRANSLATE_NOOP("tools::debugger_tables", "Value"),
-     [](const detail & d) { return visibleText(d.second); }, true},
+     [](const detail & d) { return zk::visibleText(d.second); }, true},
 };
 
 const table_column<script_frame> StackColumns[] = {
@@ -36,7 +36,7 @@ const table_column<script_variable> VariableColumns[] = {
     {QT_TRANSLATE_NOOP("tools::debugger_tables", "Variable"),
      [](const script_variable & v) { return v.name; }},
     {QT_TRANSLATE_NOOP("tools::debugger_tables", "Value"),
-     [](const script_variable & v) { return visibleText(describe(v.value)); }, true},
+     [](const script_variable & v) { return zk::visibleText(describe(v.value)); }, true},
 };
 
 template <class Columns>

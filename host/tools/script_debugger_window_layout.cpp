@@ -3,7 +3,7 @@
 #include "tools/script_debugger.h"
 #include "tools/script_debugger_tables.h"
 #include "tools/script_source_view.h"
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QAction>
 #include <QFontDatabase>
@@ -231,7 +231,7 @@ QWidget * script_debugger_window::createConsole()
 {
     m_txtOutput = createText(QStringLiteral("m_txtOutput"), tr("Evaluated expressions"));
     if (const QString why = m_pDebugger->whyNoLines(); !why.isEmpty()) {
-        m_txtOutput->appendPlainText(visibleText(why));
+        m_txtOutput->appendPlainText(zk::visibleText(why));
     }
     m_txtInput = new QLineEdit;
     m_txtInput->setObjectName(QStringLiteral("m_txtInput"));

@@ -132,6 +132,30 @@ private Q_SLOTS:
                  "    Why:\n    " + ninety + ninety + "\n    z " + ninety + "\n");
         QCOMPARE(textOf(""), QString("    Why:\n"));
     }
+    void oddNamesKeepTheirLines()
+    {
+        finding odd = refused();
+        odd.message = "a\nb\x1b[31m c\u202Ed";
+        odd.why = "It\tis\r\nso.";
+        odd.way.sql = {"CREATE TABLE a (\n  b\x1b INT\n);"};
+        odd.script = "shop\nv2.sql";
+        odd.statement->text = "  DROP\x07 TABLE\n  a;";
+        report told = of({odd});
+        told.runs.front().script = odd.script;
+        QCOMPARE(QString::fromUtf8(textReport(told, {})),
+                 QString("shop v2.sql  run on PostgreSQL 15, v1 to now, 12 statements, 1 not judged\n\n"
+                         "error KV203 line 7\n"
+                         "    a b [31m c<U+202E>d\n"
+                         "    Why: It is so.\n"
+                         "    What to do: Rename | it.\n"
+                         "    After the script:\n"
+                         "        CREATE TABLE a (\n"
+                         "          b  INT\n"
+                         "        );\n"
+                         "    |   DROP  TABLE\n"
+                         "    |   a;\n\n"
+                         "1 error, 0 warnings, 0 notes\n"));
+    }
     void remediesAreShown()
     {
         finding mended = refused();

@@ -6,7 +6,7 @@
 #include "app/source.h"
 
 #include "database/facts/facts.h"
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -23,7 +23,7 @@ constexpr int LongestMessage = 40; ///< characters of what a version is about
 
 QString labelOf(const storage::history::version & version)
 {
-    const QString message = tools::visibleText(version.message);
+    const QString message = zk::visibleText(version.message);
     const QString shown =
         message.size() > LongestMessage ? message.left(LongestMessage) + QChar(0x2026) : message;
     return shown.isEmpty() ? versionWord(version.number)
@@ -161,7 +161,7 @@ void changes_panel::showReport(const diff_report & report, const QString & note)
 void changes_panel::showProblem(const QString & text)
 {
     m_lblNote->hide();
-    m_lblProblem->setText(tools::visibleText(text));
+    m_lblProblem->setText(zk::visibleText(text));
     m_stkContent->setCurrentWidget(m_lblProblem);
 }
 

@@ -3,8 +3,8 @@
 #include "app/window/window_dialogs.h"
 
 #include "tools/held_dialog.h"
-#include "tools/visible_text.h"
 #include "tools/wait_cursor.h"
+#include "zk/visible_text.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -220,15 +220,15 @@ void database_dialog::read()
         why = result ? QString() : result.getDesc();
     }
     if (!why.isEmpty()) {
-        m_lblState->setText(tools::visibleText(why));
+        m_lblState->setText(zk::visibleText(why));
         m_txtPlace->setFocus();
         return;
     }
     m_held = std::move(held);
     const QString count = QLocale().toString(static_cast<qlonglong>(m_held.found.tables.size()));
     m_lblState->setText(m_held.found.tables.size() == 1
-                            ? tr("%1 can be read: 1 table").arg(tools::visibleText(m_held.name))
-                            : tr("%1 can be read: %2 tables").arg(tools::visibleText(m_held.name), count));
+                            ? tr("%1 can be read: 1 table").arg(zk::visibleText(m_held.name))
+                            : tr("%1 can be read: %2 tables").arg(zk::visibleText(m_held.name), count));
     showTables();
     m_lstTables->setFocus();
 }
@@ -238,7 +238,7 @@ void database_dialog::showTables()
     const QSignalBlocker quiet(m_lstTables);
     m_lstTables->clear();
     for (const auto & [key, table] : m_held.found.tables) {
-        auto * const item = new QListWidgetItem(tools::visibleText(table.name), m_lstTables);
+        auto * const item = new QListWidgetItem(zk::visibleText(table.name), m_lstTables);
         item->setData(Qt::UserRole, table.name);
         item->setCheckState(Qt::Checked);
     }

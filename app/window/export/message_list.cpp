@@ -3,7 +3,7 @@
 #include "app/output.h"
 #include "app/shown_text.h"
 
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QLocale>
 #include <QPalette>
@@ -86,7 +86,7 @@ message_list::message_list(QObject * parent, int limit)
 
 void message_list::add(const QString & text, message_kind kind, const QVariant & target)
 {
-    m_pending.push_back({tools::visibleText(text), kind, target});
+    m_pending.push_back({zk::visibleText(text), kind, target});
     if (m_pending.size() * 10 >= static_cast<std::size_t>(m_iLimit)) {
         flush(); // where no event is handled for long, what is held back is not to grow without end
     } else if (!m_flushTimer.isActive()) {

@@ -4,7 +4,7 @@
 #include "app/window/export/find_bar.h"
 #include "app/window/export/script_view.h"
 
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -146,8 +146,8 @@ void script_panel::setScripts(const QStringList & absoluteFiles)
         for (const QString & file : absoluteFiles) {
             auto * const page = new QWidget;
             (new QVBoxLayout(page))->setContentsMargins(0, 0, 0, 0);
-            const QString name = tools::visibleText(shortName(file));
-            const QString path = tools::visibleText(QDir::toNativeSeparators(file));
+            const QString name = zk::visibleText(shortName(file));
+            const QString path = zk::visibleText(QDir::toNativeSeparators(file));
             const int index = m_tabScripts->addTab(page, withoutMnemonic(name));
             const QString tip = plainToolTipLine(path);
             m_tabScripts->setTabToolTip(index, tip);

@@ -3,7 +3,7 @@
 #include "app/shown_text.h"
 #include "app/window/export/script_text.h"
 
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QDir>
 #include <QFile>
@@ -59,7 +59,7 @@ private:
         if (!hasFocus()) {
             const QMargins margins = textMargins();
             const int room = contentsRect().width() - margins.left() - margins.right() - Frame;
-            setText(fontMetrics().elidedText(tools::visibleText(m_sPath), Qt::ElideMiddle, room));
+            setText(fontMetrics().elidedText(zk::visibleText(m_sPath), Qt::ElideMiddle, room));
         }
     }
 

@@ -5,7 +5,7 @@
 #include "model/property.h"
 #include "model/relationship.h"
 
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 #include <QFont>
 #include <QTimerEvent>
@@ -77,11 +77,11 @@ QVariant textFor(const Object & object, int column, int role)
 {
     switch (role) {
     case Qt::DisplayRole:
-        return tools::visibleText(project_tree_text::text(object, column));
+        return zk::visibleText(project_tree_text::text(object, column));
     case Qt::ToolTipRole:
         return project_tree_text::toolTip(object);
     case Qt::AccessibleTextRole:
-        return tools::visibleText(project_tree_text::accessibleText(object, column));
+        return zk::visibleText(project_tree_text::accessibleText(object, column));
     default:
         return {};
     }

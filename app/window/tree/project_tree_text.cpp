@@ -4,7 +4,7 @@
 #include "model/property.h"
 #include "model/property_type.h"
 #include "model/relationship.h"
-#include "tools/visible_text.h"
+#include "zk/visible_text.h"
 
 namespace app {
 
@@ -15,7 +15,7 @@ constexpr int UnbrokenLength = 60;
 /// A long word without blanks makes a tooltip wider than the screen; it may break at these places.
 QString breakable(const QString & text)
 {
-    const QString shown = tools::visibleText(text);
+    const QString shown = zk::visibleText(text);
     QString result;
     int run = 0;
     for (const QChar c : shown) {
