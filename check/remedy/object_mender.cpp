@@ -152,7 +152,9 @@ void object_mender::dropIndex(const schema_difference & of)
         return;
     }
     if (isNumbered(*found)) {
-        addOrRebuild(phase::drop_indexes, of, {});
+        addOrRebuild(phase::drop_indexes, of,
+                     found->unique ? sql_writer::statements(m_sql.words().dropNumberedUnique, words(of))
+                                   : QStringList());
         return;
     }
     dropIndexNamed(of, found->name, found->unique);

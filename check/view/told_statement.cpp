@@ -79,6 +79,11 @@ public:
         set("column", asked.key.parts.empty() ? QString() : asked.key.parts.front().column.text);
     }
     void operator()(const database::drop_key & asked) { set("table", asked.table.text); }
+    void operator()(const database::drop_unique & asked)
+    {
+        set("table", asked.table.text);
+        set("column", asked.columns.empty() ? QString() : asked.columns.front().column.text);
+    }
     void operator()(const database::rename_index & asked)
     {
         set("table", asked.table ? asked.table->text : QString());

@@ -186,7 +186,7 @@ struct key_facts
     fact<bool> nullable;    ///< a column of a primary key may hold no value
     fact<bool> oneNull;     ///< a unique column may hold no value in one row only
     fact<bool> keepsNames;  ///< that statements give to primary keys, where none are made up
-    fact<bool> indexedOnce; ///< no index has the columns of another, or those of a key or a unique constraint
+    fact<bool> indexedOnce; ///< no index, key or unique constraint has the columns of another one
 };
 
 /// How much of each a table can have; 0 for no limit.
@@ -220,6 +220,7 @@ struct change_facts
     fact<bool> uniqueColumnAdded; ///< ADD COLUMN … UNIQUE runs
     fact<bool>
         kindsNamed; ///< ALTER TABLE has CHANGE, MODIFY, DROP PRIMARY KEY, DROP FOREIGN KEY, RENAME INDEX
+    fact<bool> uniqueDroppedByColumns; ///< ALTER TABLE has DROP UNIQUE with columns
     fact<bool> columnsAltered;         ///< ALTER TABLE has ALTER COLUMN … TYPE and SET NOT NULL
     fact<bool> columnsRestated;        ///< ALTER TABLE has ALTER COLUMN with a type and NULL or NOT NULL
     fact<bool> indexesAltered;         ///< there is ALTER INDEX … RENAME

@@ -52,6 +52,7 @@ enum class refusal_cause
     text_key_without_prefix,
     too_many_indexes,
     columns_indexed, ///< by another index, a key or a unique constraint
+    columns_keyed,   ///< the same of a key or a unique constraint
     type_not_indexable,
     key_type_not_indexable, ///< the same of a unique column or one of a key
     value_too_long_for_index,
@@ -63,6 +64,7 @@ enum class refusal_cause
     table_referred_to,
     rows_referred_to,
     unique_added,
+    unique_missing, ///< over just these columns
     not_null_added,
     values_repeat,
     last_column,

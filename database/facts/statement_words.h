@@ -23,13 +23,14 @@ struct statement_words
     const char * dropKey;      ///< {table} {name}
     const char * addUnique;    ///< {table} {columns} {name}
     const char * dropUnique;   ///< {table} {name}
-    const char * dropIndex;    ///< {table} {name}
-    const char * renameIndex;  ///< {table} {name} {new}
-    const char * renameConstraint; ///< of a key or a foreign key: {table} {name} {new}
-    const char * renameSequence;   ///< {name} {new}
-    const char * addForeignKey;    ///< {table} {name} {columns} {target} {target_columns}
-    const char * dropForeignKey;   ///< {table} {name}
-    const char * createSchema;     ///< {name}
+    const char * dropNumberedUnique; ///< the same where the database made up the name: {table} {columns}
+    const char * dropIndex;          ///< {table} {name}
+    const char * renameIndex;        ///< {table} {name} {new}
+    const char * renameConstraint;   ///< of a key or a foreign key: {table} {name} {new}
+    const char * renameSequence;     ///< {name} {new}
+    const char * addForeignKey;      ///< {table} {name} {columns} {target} {target_columns}
+    const char * dropForeignKey;     ///< {table} {name}
+    const char * createSchema;       ///< {name}
     const char * beforeRebuild; ///< before a table is made anew under another name, its rows copied, the old
                                 ///< one dropped and the new one renamed; null where that is not the way
     const char * copyRows;      ///< into a table that it makes: {table} {columns} {new}

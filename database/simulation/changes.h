@@ -22,6 +22,7 @@ refusal apply(state & at, const alter_column & asked, losses & lost);
 refusal apply(state & at, const rename_index & asked, losses & lost);
 refusal apply(state & at, const add_key & asked, losses & lost);
 refusal apply(state & at, const drop_key & asked, losses & lost);
+refusal apply(state & at, const drop_unique & asked, losses & lost);
 refusal apply(state & at, const create_sequence & asked, losses & lost);
 refusal apply(state & at, const create_trigger & asked, losses & lost);
 

@@ -57,10 +57,25 @@ QString nameOf(const state & at, const table & owner, const add_key & asked,
         return understood(at.known, asked.key.name, name_place::other).name;
     }
     if (!at.known.scopes.namesKeysAndSequences.value) {
-        return nameLikeColumn(at, owner, parts.front().column);
+        return at.known.scopes.uniqueNamedLikeColumn.value ? nameLikeColumn(at, owner, parts.front().column)
+                                                           : QString();
     }
     const QString columns = asked.isPrimary ? QString() : columnsOf(parts).join(u'_');
     return at.freeName(owner.name, columns, QLatin1String(asked.isPrimary ? "pkey" : "key"));
+}
+
+// One without a name of its own came with a constraint.
+bool isConstraintOn(const index & of, const QStringList & columns)
+{
+    return of.unique && (of.isConstraint || of.name.isEmpty()) && columnsOf(of.parts) == columns;
+}
+
+/// Whether the primary key of the table or a unique constraint has just these columns.
+bool hasKeyOn(const table & owner, const QStringList & columns)
+{
+    return (owner.key && columnsOf(owner.key->parts) == columns) ||
+           std::any_of(owner.indexes.begin(), owner.indexes.end(),
+                       [&](const index & each) { return isConstraintOn(each, columns); });
 }
 
 void addPrimary(const state & at, table & owner, const QString & name, const std::vector<key_part> & parts)
@@ -166,8 +181,11 @@ refusal apply(state & at, const add_key & asked, losses & lost)
     if (asked.isPrimary && owner->key) {
         return {refusal_cause::key_exists, tableObject(owner->name), false};
     }
+    if (at.known.keys.indexedOnce.value && hasKeyOn(*owner, columnsOf(parts))) {
+        return {refusal_cause::columns_keyed, columnObject(owner->name, parts.front().column), false};
+    }
     const QString name = nameOf(at, *owner, asked, parts);
-    const bool isNamed = !asked.isPrimary || at.known.scopes.namesKeysAndSequences.value;
+    const bool isNamed = !name.isEmpty() && (!asked.isPrimary || at.known.scopes.namesKeysAndSequences.value);
     if (isNamed && at.isIndexNameTaken(*owner, name)) {
         return {refusal_cause::index_exists, indexObject(name), false};
     }
@@ -204,6 +222,30 @@ refusal apply(state & at, const drop_key & asked, losses & lost)
     }
     lost.push_back({loss_kind::key, tableObject(owner->name)});
     at.change(*owner, [](table & changed) { changed.key.reset(); });
+    return {};
+}
+
+refusal apply(state & at, const drop_unique & asked, losses & lost)
+{
+    if (!at.known.changes.uniqueDroppedByColumns.value || asked.columns.empty()) {
+        return syntaxOf(asked.table);
+    }
+    name_reader names(at.known, lost);
+    const QString on = names.table(asked.table);
+    QStringList columns;
+    for (const named_part & each : asked.columns) {
+        columns += names.lookedFor(each.column);
+    }
+    refusal why = names.why();
+    const table * const owner = why ? nullptr : at.need(on, refusal_cause::table_missing, why);
+    if (owner == nullptr) {
+        return why;
+    }
+    const auto isIt = [&](const index & each) { return isConstraintOn(each, columns); };
+    if (std::none_of(owner->indexes.begin(), owner->indexes.end(), isIt)) {
+        return {refusal_cause::unique_missing, columnObject(owner->name, columns.join(u',')), false};
+    }
+    at.change(*owner, [&](table & changed) { changed.indexes.removeIf(isIt); });
     return {};
 }
 

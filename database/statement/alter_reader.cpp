@@ -61,6 +61,13 @@ reading readAlterDrop(token_cursor & at, const identifier & table)
     if (at.take({"PRIMARY", "KEY"})) {
         return drop_key{table};
     }
+    // A column can be called so, too.
+    const token * const afterWord = at.peek(1);
+    if (at.isAt({"UNIQUE"}) && afterWord != nullptr && afterWord->kind == token_kind::open) {
+        at.take({"UNIQUE"});
+        auto columns = readParts(at);
+        return columns ? reading(drop_unique{table, std::move(*columns)}) : std::nullopt;
+    }
     const bool isForeignKey = at.take({"FOREIGN", "KEY"});
     if (isForeignKey || at.take({"CONSTRAINT"})) {
         const bool ifExists = at.take({"IF", "EXISTS"});

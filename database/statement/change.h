@@ -144,6 +144,13 @@ struct drop_key
     identifier table;
 };
 
+/// Drops the unique constraint over just these columns, whatever its name.
+struct drop_unique
+{
+    identifier table;
+    std::vector<named_part> columns;
+};
+
 struct rename_index
 {
     std::optional<identifier> table; ///< none when the statement names the index alone
@@ -188,7 +195,7 @@ struct unknown_statement
 
 using change = std::variant<create_table, drop_table, rename_table, add_column, drop_column, rename_column,
                             change_column, alter_column, create_index, drop_index, rename_index,
-                            add_foreign_key, add_key, drop_constraint, drop_key, create_sequence,
+                            add_foreign_key, add_key, drop_constraint, drop_key, drop_unique, create_sequence,
                             create_trigger, no_change, unknown_statement>;
 
 } // namespace database

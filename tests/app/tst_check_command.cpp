@@ -499,23 +499,43 @@ private Q_SLOTS:
     }
     void remediesOfStepsNameWhatIsStored_data()
     {
+        QTest::addColumn<QString>("database");
+        QTest::addColumn<QByteArray>("before");
         QTest::addColumn<QByteArray>("now");
         QTest::addColumn<QStringList>("sql");
-        QTest::newRow("exchanged") << json("{'id': 2, 'name': 'x', 'columnName': 'colY', 'type': 'QString'},"
+        const QByteArray before = json("{'id': 2, 'name': 'x', 'columnName': 'colX', 'type': 'QString'},"
+                                       "{'id': 3, 'name': 'y', 'columnName': 'colY', 'type': 'int'}");
+        QTest::newRow("exchanged") << "postgresql" << before
+                                   << json("{'id': 2, 'name': 'x', 'columnName': 'colY', 'type': 'QString'},"
                                            "{'id': 3, 'name': 'y', 'columnName': 'colX', 'type': 'int'}")
                                    << QStringList{"ALTER TABLE t_gig RENAME COLUMN coly TO coly_before;",
                                                   "ALTER TABLE t_gig RENAME COLUMN colx TO coly;",
                                                   "ALTER TABLE t_gig RENAME COLUMN coly_before TO colx;"};
         QTest::newRow("added")
+            << "postgresql" << before
             << json("{'id': 2, 'name': 'x', 'columnName': 'colX', 'type': 'QString'},"
                     "{'id': 3, 'name': 'y', 'columnName': 'colY', 'type': 'int'},"
                     "{'id': 4, 'name': 'z', 'columnName': 'newCol', 'type': 'int', 'allowNull': false}")
             << QStringList{"ALTER TABLE t_gig ADD COLUMN newcol INTEGER;",
                            "UPDATE t_gig SET newcol = 0 WHERE newcol IS NULL;",
                            "ALTER TABLE t_gig ALTER COLUMN newcol SET NOT NULL;"};
+        const QByteArray plain = json("{'id': 2, 'name': 'y', 'columnName': 'colY', 'type': 'int'}");
+        const QByteArray unique =
+            json("{'id': 2, 'name': 'y', 'columnName': 'colY', 'type': 'int', 'unique': true}");
+        QTest::newRow("unique from now on (Oracle)")
+            << "oracle" << plain << unique << QStringList{"ALTER TABLE T_GIG ADD UNIQUE (COLY);"};
+        QTest::newRow("unique no more (Oracle)")
+            << "oracle" << unique << plain << QStringList{"ALTER TABLE T_GIG DROP UNIQUE (COLY);"};
+        QTest::newRow("unique from now on (SQL Server)")
+            << "mssqlserver" << plain << unique << QStringList{"ALTER TABLE T_Gig ADD UNIQUE (colY);"};
+        QTest::newRow("unique no more (PostgreSQL)")
+            << "postgresql" << unique << plain
+            << QStringList{"ALTER TABLE t_gig DROP CONSTRAINT t_gig_coly_key;"};
     }
     void remediesOfStepsNameWhatIsStored()
     {
+        QFETCH(const QString, database);
+        QFETCH(const QByteArray, before);
         QFETCH(const QByteArray, now);
         QFETCH(const QStringList, sql);
         const auto gig = [](const QByteArray & properties) {
@@ -523,12 +543,11 @@ private Q_SLOTS:
                                "'name': 'id', 'columnName': 'gigId', 'type': 'long', 'identifier': true},") +
                           properties + "]}");
         };
-        store(gig(json("{'id': 2, 'name': 'x', 'columnName': 'colX', 'type': 'QString'},"
-                       "{'id': 3, 'name': 'y', 'columnName': 'colY', 'type': 'int'}")));
+        store(gig(before));
         tag();
         store(gig(now));
         const program_result result =
-            check({"--db", "postgresql", "--from", "v1", "--json", "--fail-on", "never"});
+            check({"--db", database, "--from", "v1", "--json", "--fail-on", "never"});
         QStringList found;
         for (const auto & each : QJsonDocument::fromJson(result.output)["findings"].toArray()) {
             const QJsonObject one = each.toObject();

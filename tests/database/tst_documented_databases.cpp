@@ -54,6 +54,25 @@ private Q_SLOTS:
             {"done", "ORA-01408"});
         row("an index on a unique column", "oracle",
             "CREATE TABLE a (x INTEGER UNIQUE); CREATE INDEX i ON a (x)", {"done", "ORA-01408"});
+        row("a second unique constraint", "oracle",
+            "CREATE TABLE a (id INTEGER NOT NULL PRIMARY KEY, x INTEGER UNIQUE, y INTEGER);"
+            "ALTER TABLE a ADD UNIQUE (x); ALTER TABLE a ADD UNIQUE (id); ALTER TABLE a ADD UNIQUE (y);"
+            "ALTER TABLE a ADD UNIQUE (y)",
+            {"done", "ORA-02261", "ORA-02261", "done", "ORA-02261"});
+        row("a unique constraint beside a unique index", "oracle",
+            "CREATE TABLE a (x INTEGER); CREATE UNIQUE INDEX i ON a (x); ALTER TABLE a ADD UNIQUE (x)",
+            {"done", "done", "done"});
+        row("second unique constraints", "mssqlserver",
+            "CREATE TABLE a (x INT UNIQUE, y INT UNIQUE); ALTER TABLE a ADD UNIQUE (x);"
+            "ALTER TABLE a ADD UNIQUE (y)",
+            {"done", "done", "done"});
+        row("unique constraints that go", "oracle",
+            "CREATE TABLE a (x INTEGER UNIQUE, y INTEGER); ALTER TABLE a DROP UNIQUE (y);"
+            "ALTER TABLE a DROP UNIQUE (x); ALTER TABLE a DROP UNIQUE (x);"
+            "CREATE INDEX i ON a (x)",
+            {"done", "ORA-02442", "done", "ORA-02442", "done"});
+        row("a unique constraint that goes by its columns", "mssqlserver",
+            "CREATE TABLE a (x INT UNIQUE); ALTER TABLE a DROP UNIQUE (x)", {"done", "102"});
         row("an index on the first column of a key", "oracle",
             "CREATE TABLE a (x INTEGER, y INTEGER, CONSTRAINT k PRIMARY KEY (x, y)); CREATE INDEX i ON a (x)",
             {"done", "done"});

@@ -229,6 +229,11 @@ private Q_SLOTS:
         QVERIFY(!unique.isPrimary);
         QCOMPARE(unique.key.name, bare("u"));
         QCOMPARE(only<drop_key>("ALTER TABLE a DROP PRIMARY KEY").table, bare("a"));
+        const auto constraint = only<drop_unique>("ALTER TABLE a DROP UNIQUE (x, y)");
+        QCOMPARE(constraint.table, bare("a"));
+        QCOMPARE(constraint.columns.size(), 2U);
+        QCOMPARE(constraint.columns.back().column, bare("y"));
+        QCOMPARE(only<drop_column>("ALTER TABLE a DROP unique").column, bare("unique"));
         const auto index = only<rename_index>("ALTER TABLE a RENAME INDEX i TO j");
         QCOMPARE(index.table, std::optional(bare("a")));
         QCOMPARE(index.to, bare("j"));
