@@ -1,11 +1,15 @@
+#!/usr/bin/env python3
 """Sources put together, so that an analyser reads the headers that they share once, which is most of its work.
 
 Two sources go together when they are compiled alike and nothing that is a file's own has the same name in both. What is missed by
 that rule shows as an error of the compiler; who uses this looks at such sources one by one.
+
+usage: joined_sources.py AT_MOST SOURCE…     prints the number of the group of each source, divided by semicolons
 """
 
 import re
 import shlex
+import sys
 
 COMMENT = re.compile(r"//[^\n]*|/\*.*?\*/", re.DOTALL)
 RAW_TEXT = re.compile(r'R"(\w*)\(.*?\)\1"', re.DOTALL)
@@ -113,3 +117,22 @@ def join(entries, at_most):
             groups.append(group)
         group.add(entry["file"], words, names)
     return groups
+
+
+def group_numbers(files, at_most):
+    """The number of the group of each of `files`, which are compiled alike, `at_most` so many in one."""
+    groups, numbers = [], []
+    for file in files:
+        with open(file, encoding="utf-8") as source:
+            names = own_names(source.read())
+        number = next((n for n, (count, taken) in enumerate(groups) if count < at_most and not taken & names), len(groups))
+        if number == len(groups):
+            groups.append((0, set()))
+        count, taken = groups[number]
+        groups[number] = (count + 1, taken | names)
+        numbers.append(number)
+    return numbers
+
+
+if __name__ == "__main__":
+    print(";".join(str(number) for number in group_numbers(sys.argv[2:], int(sys.argv[1]))))

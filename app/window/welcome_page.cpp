@@ -29,7 +29,7 @@ QLabel * heading(const QString & text, double scale)
 }
 
 /// The button draws either text with mnemonics; what it says to others has none.
-QCommandLinkButton * command(const QString & name, const QString & text, const QString & about)
+QCommandLinkButton * commandButton(const QString & name, const QString & text, const QString & about)
 {
     auto * const button = new QCommandLinkButton(withoutMnemonic(text), withoutMnemonic(about));
     button->setObjectName(name);
@@ -64,7 +64,7 @@ void welcome_page::addWays(QVBoxLayout & column)
 {
     const auto add = [this, &column](const char * name, const QString & text, const QString & about,
                                      void (welcome_page::*wanted)()) {
-        auto * const button = command(QLatin1String(name), text, about);
+        auto * const button = commandButton(QLatin1String(name), text, about);
         connect(button, &QAbstractButton::clicked, this, wanted);
         column.addWidget(button);
     };
@@ -105,7 +105,7 @@ void welcome_page::setRecentFiles(const QStringList & files)
     m_pRecent->addWidget(heading(tr("Recent projects"), 1.0));
     for (const QString & file : files.mid(0, ShownFiles)) {
         const QFileInfo info(file);
-        auto * const button = command(QStringLiteral("m_btnRecent"), zk::visibleText(info.fileName()),
+        auto * const button = commandButton(QStringLiteral("m_btnRecent"), zk::visibleText(info.fileName()),
                                       zk::visibleText(QDir::toNativeSeparators(info.absolutePath())));
         connect(button, &QAbstractButton::clicked, this, [this, file] { Q_EMIT fileRequested(file); });
         m_pRecent->addWidget(button);

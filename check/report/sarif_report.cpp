@@ -25,7 +25,7 @@ std::string addressOf(const QString & file)
 }
 
 /// A rule's name in the form that viewers expect: "RenameOntoTakenTable".
-QString nameOf(const rule & of)
+QString ruleNameOf(const rule & of)
 {
     QString name;
     for (const QString & word : QString(of.name).split(QLatin1Char('-'))) {
@@ -39,7 +39,7 @@ json ruleOf(const rule & of)
     const QString page = QString::fromUtf8(rulePage(of.code));
     const QString title = QString::fromUtf8(of.title) + QLatin1Char('.');
     return {{"id", textOf(of.code)},
-            {"name", textOf(nameOf(of))},
+            {"name", textOf(ruleNameOf(of))},
             {"shortDescription", {{"text", textOf(title)}}},
             {"fullDescription", {{"text", textOf(title)}}},
             {"help",
