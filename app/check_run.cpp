@@ -340,7 +340,8 @@ private:
         return stored;
     }
 
-    /// Takes apart what is not needed any more while the work goes on: a large one takes long.
+    /// Takes apart what is not needed any more while the work goes on: a large one takes long. Without room
+    /// for a thread that happens when the next one is discarded.
     void discard(std::unique_ptr<check::checker> spent)
     {
         m_discarded = std::async([of = std::move(spent)]() mutable { of.reset(); });

@@ -1,6 +1,6 @@
-# Headers of Qt, Boost and the standard library, compiled once for all targets with KORVANE_PRECOMPILED, and sources of a
-# library compiled together, which saves more than half of the time of a build. No header of this tree is among those that
-# are precompiled, and the preset "dev" does without all that, so that each file has to include what it uses.
+# Headers of Qt, Boost and the standard library, compiled once for all targets with KORVANE_PRECOMPILED, and sources
+# of a library compiled together, which saves more than half of the time of a build. No header of this tree is among
+# the precompiled ones, and the preset "dev" does without all that, so that each file has to include what it uses.
 option(KORVANE_PRECOMPILED "Precompile the headers of the libraries, and compile sources together" OFF)
 
 set(KORVANE_PRECOMPILED_HEADERS
@@ -46,6 +46,8 @@ function(korvane_join_sources target)
         set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${group})
     endforeach()
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    # One source may well call something as another one does.
+    target_compile_options(${target} PRIVATE -Wno-shadow)
 endfunction()
 
 if(KORVANE_PRECOMPILED)

@@ -106,7 +106,7 @@ void welcome_page::setRecentFiles(const QStringList & files)
     for (const QString & file : files.mid(0, ShownFiles)) {
         const QFileInfo info(file);
         auto * const button = commandButton(QStringLiteral("m_btnRecent"), zk::visibleText(info.fileName()),
-                                      zk::visibleText(QDir::toNativeSeparators(info.absolutePath())));
+                                            zk::visibleText(QDir::toNativeSeparators(info.absolutePath())));
         connect(button, &QAbstractButton::clicked, this, [this, file] { Q_EMIT fileRequested(file); });
         m_pRecent->addWidget(button);
     }

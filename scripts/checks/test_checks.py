@@ -356,6 +356,25 @@ class Analysis(CheckTest):
         self.assert_finds_in("third")
 
 
+class Joined(CheckTest):
+    """Says which sources are compiled together."""
+
+    def setUp(self):
+        super().setUp()
+        self.files = [str(self.write(f"host/{name}.cpp", f"namespace {{\nint {own}()\n{{\n    return 1;\n}}\n}} // namespace\n"))
+                      for name, own in (("one", "kept"), ("two", "kept"), ("three", "left"))]
+
+    def groups(self, at_most):
+        return subprocess.run([self.root / "scripts/joined_sources.py", at_most, *self.files], check=True, capture_output=True,
+                              text=True).stdout
+
+    def test_a_name_in_common(self):
+        self.assertEqual(self.groups("8"), "0;1;0\n")
+
+    def test_no_more_than_asked_for(self):
+        self.assertEqual(self.groups("1"), "0;1;2\n")
+
+
 class Floors(CheckTest):
     def setUp(self):
         super().setUp()
