@@ -97,12 +97,13 @@ private:
     /// The groups of one script, the worst first; of an empty name those of no script.
     [[nodiscard]] std::vector<group> findingsOf(const QString & database, const QString & name) const
     {
-        std::map<std::pair<int, QString>, group> byLine;
-        for (const finding & each : m_report.findings) {
+        // What is about no statement stands in the order in which its remedies are to be run.
+        std::map<std::pair<int, std::size_t>, group> byLine;
+        for (std::size_t i = 0; i < m_report.findings.size(); ++i) {
+            const finding & each = m_report.findings[i];
             const bool isHere = each.script == name && (name.isEmpty() || each.database == database);
             if (isHere && each.consequenceOf < 0) {
-                byLine[{lineOf(each), each.statement ? QString() : each.fingerprint}].findings.push_back(
-                    &each);
+                byLine[{lineOf(each), each.statement ? 0 : i + 1}].findings.push_back(&each);
             }
         }
         std::vector<group> groups;

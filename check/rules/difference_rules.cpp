@@ -138,6 +138,12 @@ bool isAddedIndex(const difference_view & of)
     return isOf(of, {index_missing}) && isNewProperty(of);
 }
 
+/// The index that a foreign key makes for itself, where no unique column stands in for it.
+bool isAddedKeyIndex(const difference_view & of)
+{
+    return isAddedIndex(of) && isRelationship(of.property()) && of.property()->getUnique();
+}
+
 bool isNullOrUnique(const difference_view & of)
 {
     return isOf(of, {null, unique_missing, unique_left}) && hasChanged(of, {"allowNull", "unique"});
@@ -277,6 +283,13 @@ const difference_rule Rules[] = {
       "Give the relationship a new id, so that the old foreign key is dropped and the new one added, or "
       "change the foreign key yourself.",
       "type target"}},
+    {isAddedKeyIndex,
+     {QLatin1String("KV405"), effect::silent,
+      "The column '{column}' of '{property}' is added without an index for its foreign key.",
+      "It is added as a unique column, whose index serves the foreign key as well. In a new table it is not "
+      "unique, and the foreign key has an index of its own.",
+      "Leave \"unique\" out, which does not reach a new table either; or run CREATE INDEX yourself, before "
+      "the unique index is dropped."}},
     {isAddedIndex,
      {QLatin1String("KV405"), effect::silent,
       "The column '{column}' of '{property}' is added without its index.",

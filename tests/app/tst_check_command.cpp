@@ -557,6 +557,33 @@ private Q_SLOTS:
         }
         QCOMPARE(found, sql);
     }
+    /// The index of the foreign key comes first, since without it the unique one could not go.
+    void uniqueRelationshipThatIsAdded()
+    {
+        const auto gig = [](const QByteArray & properties) {
+            return textOf(
+                json("{'id': 1, 'name': 'gig', 'properties': [{'id': 1, 'name': 'id', 'type': 'long', "
+                     "'identifier': true}") +
+                properties +
+                json("]}, {'id': 2, 'name': 'hall', 'properties': [{'id': 2, 'name': 'id', 'type': "
+                     "'long', 'identifier': true}]}"));
+        };
+        store(gig({}));
+        tag();
+        store(gig(json(", {'id': 3, 'name': 'hall', 'columnName': 'hall_id', 'unique': true, 'relationship': "
+                       "{'id': 1, 'type': 'many-to-one', 'target': 2}}")));
+        for (const char * const database : {"mariadb", "mysql"}) {
+            const QByteArray text =
+                check({"--db", database, "--relationships", "yes", "--from", "v1", "--fail-on", "never"})
+                    .output;
+            const qsizetype made = text.indexOf("        CREATE INDEX fk_gig_hall_id ON gig (hall_id);\n");
+            const qsizetype gone = text.indexOf("        DROP INDEX hall_id ON gig;\n");
+            QVERIFY2(made > 0 && made < gone, text.constData());
+            QVERIFY2(text.contains("is added without an index for its foreign key.\n") &&
+                         text.contains("/entities/0/properties/1/unique is left out\n"),
+                     text.constData());
+        }
+    }
     void remediesNameWhatIsStored_data()
     {
         QTest::addColumn<QString>("database");

@@ -132,6 +132,23 @@ private Q_SLOTS:
                  "    Why:\n    " + ninety + ninety + "\n    z " + ninety + "\n");
         QCOMPARE(textOf(""), QString("    Why:\n"));
     }
+    /// Statements that are to be run one after another are read from top to bottom.
+    void whatIsAboutNoStatementStaysInOrder()
+    {
+        finding first = note();
+        first.message = "First.";
+        first.fingerprint = "ffffffffffffffff";
+        finding second = note();
+        second.message = "Second.";
+        second.fingerprint = "0000000000000000";
+        finding worse = second;
+        worse.message = "Worse.";
+        worse.weight = severity::warning;
+        const QByteArray text = textReport(of({first, second, worse}), {});
+        QVERIFY(text.contains("First."));
+        QVERIFY(text.indexOf("Worse.") < text.indexOf("First."));
+        QVERIFY(text.indexOf("First.") < text.indexOf("Second."));
+    }
     void oddNamesKeepTheirLines()
     {
         finding odd = refused();
