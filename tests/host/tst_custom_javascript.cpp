@@ -346,12 +346,19 @@ private Q_SLOTS:
         QVERIFY(QFile::resize(big, 16 * 1024 * 1024 + 1));
         QCOMPARE(script.initEngine(big, nullptr).getDesc(),
                  big + ": the custom script cannot be read: it is larger than 16 MiB");
-        if (geteuid() != 0) { // nothing is unreadable for the superuser
-            const QString closed = write("function exportStep() {}", QStringLiteral("closed.js"));
-            QVERIFY(QFile::setPermissions(closed, {}));
-            QCOMPARE(script.initEngine(closed, nullptr).getDesc(),
-                     closed + ": the custom script cannot be read: Permission denied");
-        }
+        // A file that can be opened, but whose beginning cannot be read.
+        QCOMPARE(script.initEngine(QStringLiteral("/proc/self/mem"), nullptr).getDesc(),
+                 QStringLiteral("/proc/self/mem: the custom script cannot be read: Input/output error"));
+        const QString closed = write("function exportStep() {}", QStringLiteral("closed.js"));
+        QVERIFY(QFile::setPermissions(closed, {}));
+        QVERIFY(QFile::setPermissions(m_dir->path(), QFile::Permissions(0x7755)));
+        // Nothing is unreadable for the superuser, so another user asks.
+        constexpr uid_t Nobody = 65534;
+        const bool isRoot = geteuid() == 0;
+        QCOMPARE(isRoot ? seteuid(Nobody) : 0, 0);
+        const QString told = script.initEngine(closed, nullptr).getDesc();
+        QCOMPARE(isRoot ? seteuid(0) : 0, 0);
+        QCOMPARE(told, closed + ": the custom script cannot be read: Permission denied");
     }
 
     void relativePathIsTakenFromTheProjectsFolder()
