@@ -104,34 +104,36 @@ class Joined:
         return "".join(texts)
 
 
-def join(entries, at_most):
-    """Puts the sources of `entries`, of compile_commands.json, together, `at_most` so many."""
+class Alike:
+    """In the place of compile commands that are the same."""
+
+    flags, definitions = [], {}
+
+
+def _grouped(sources, at_most):
+    """Puts sources together, each a directory, a file and the words of its compile command, `at_most` so many."""
     groups = []
-    for entry in entries:
-        words = Words(entry)
-        with open(entry["file"], encoding="utf-8") as source:
+    for directory, file, words in sources:
+        with open(file, encoding="utf-8") as source:
             names = own_names(source.read())
         group = next((group for group in groups if len(group.files) < at_most and group.takes(words, names)), None)
         if group is None:
-            group = Joined(entry["directory"], words.flags, words.definitions)
+            group = Joined(directory, words.flags, words.definitions)
             groups.append(group)
-        group.add(entry["file"], words, names)
+        group.add(file, words, names)
     return groups
+
+
+def join(entries, at_most):
+    """Puts the sources of `entries`, of compile_commands.json, together, `at_most` so many."""
+    return _grouped(((entry["directory"], entry["file"], Words(entry)) for entry in entries), at_most)
 
 
 def group_numbers(files, at_most):
     """The number of the group of each of `files`, which are compiled alike, `at_most` so many in one."""
-    groups, numbers = [], []
-    for file in files:
-        with open(file, encoding="utf-8") as source:
-            names = own_names(source.read())
-        number = next((n for n, (count, taken) in enumerate(groups) if count < at_most and not taken & names), len(groups))
-        if number == len(groups):
-            groups.append((0, set()))
-        count, taken = groups[number]
-        groups[number] = (count + 1, taken | names)
-        numbers.append(number)
-    return numbers
+    groups = _grouped(((".", file, Alike) for file in files), at_most)
+    numbers = {file: number for number, group in enumerate(groups) for file in group.files}
+    return [numbers[file] for file in files]
 
 
 if __name__ == "__main__":
