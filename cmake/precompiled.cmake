@@ -1,6 +1,7 @@
 # Headers of Qt, Boost and the standard library, compiled once for all targets with KORVANE_PRECOMPILED, and sources
 # of a library compiled together, which saves more than half of the time of a build. No header of this tree is among
-# the precompiled ones, and the preset "dev" does without all that, so that each file has to include what it uses.
+# the precompiled ones. The preset "dev" does without all that, and clazy reads each source by itself, so that each
+# file has to include what it uses.
 option(KORVANE_PRECOMPILED "Precompile the headers of the libraries, and compile sources together" OFF)
 
 set(KORVANE_PRECOMPILED_HEADERS

@@ -1,13 +1,15 @@
 #!/usr/bin/env python3
 """Runs a static analyser on the sources of program, library and plug-in; any finding is a failure.
 
-usage: analyse.py clang-tidy|clazy [FILE…]     needs a "dev" build, whose compile commands and generated files it uses
+usage: analyse.py clang-tidy|clazy [FILE…]     after cmake --preset dev && cmake --build --preset dev --target autogen, which
+writes the compile commands and what sources include of generated files; nothing has to be compiled
 
 A file in which nothing was found is not looked at again before it, something that it includes, its compile command or the analyser
 changes: what was seen is kept in a folder of the user's cache, which can be deleted at any time.
 
-Sources are put together and read as one, which takes a fraction of the time. Where something is found, the halves are looked at, down
-to each source by itself, so that only what is found in a source alone counts.
+For clang-tidy sources are put together and read as one, which takes a fraction of the time. Where something is found, the halves are
+looked at, down to each source by itself, so that only what is found in a source alone counts. Clazy reads each source by itself, and so
+finds includes that are missing, which a build that compiles sources together does not.
 """
 
 import concurrent.futures
@@ -17,6 +19,7 @@ import json
 import os
 import pathlib
 import re
+import shlex
 import subprocess
 import sys
 import tempfile
@@ -31,8 +34,10 @@ TOOLS = {
     "clang-tidy": {
         "command": [os.environ.get("CLANG_TIDY", "clang-tidy-19"), "--quiet",
                     f"--config-file={ROOT}/.clang-tidy"],
-        # The states that a function is followed over, 225,000 when it is not said: nothing was found beyond these, in four times the time.
-        "flags": ["-Xclang", "-analyzer-config", "-Xclang", "max-nodes=50000"],
+        # The states that a function is followed over, 225,000 when it is not said: nothing was found beyond these, in six times the time.
+        "flags": ["-Xclang", "-analyzer-config", "-Xclang", "max-nodes=20000"],
+        # Few enough that both processors have something to do to the end.
+        "at most": 30,
         # Says nothing but what the compiler does, in a tenth of the time.
         "compile only": ["--checks=-*,readability-duplicate-include"],
         "settings": [".clang-tidy"],
@@ -43,13 +48,13 @@ TOOLS = {
         "command": [os.environ.get("CLAZY", "clazy-standalone"),
                     "--checks=level1,no-non-pod-global-static,no-qstring-ref"],
         "flags": [],
+        "at most": 1,
         "compile only": None,
         "settings": [],
         "environment": {"CLAZY_IGNORE_DIRS": "/usr/.*|.*/build/.*|.*_autogen.*"},
     },
 }
-# Few enough that both processors have something to do to the end.
-AT_MOST = 30
+SCANNER = os.environ.get("CLANG_SCAN_DEPS", "clang-scan-deps-19")
 FINDING = re.compile(r"^([^\s:]+):\d+:\d+: (warning|error): (.*)", re.MULTILINE)
 
 
@@ -66,32 +71,35 @@ def sources_of(commands, given):
     return chosen
 
 
-def dependencies():
-    """What each object was made of, as ninja noted it when it built them."""
-    told = subprocess.run(["ninja", "-C", str(BUILD), "-t", "deps"], check=True, capture_output=True, text=True).stdout
-    result, name = {}, None
-    for line in told.split("\n"):
-        if line.startswith(" "):
-            result[name].append(line.strip())
-        elif ": #deps" in line:
-            name = line.split(":")[0]
-            result[name] = []
-    return result
+def object_of(entry):
+    words = shlex.split(entry["command"])
+    return words[words.index("-o") + 1]
+
+
+def dependencies(entries):
+    """What each object of `entries` is made of. One that includes what is not there is left out."""
+    commands = [{**entry, "command": entry["command"].removeprefix("ccache ")} for entry in entries]
+    with tempfile.NamedTemporaryFile("w", suffix=".json", encoding="utf-8") as file:
+        json.dump(commands, file)
+        file.flush()
+        told = subprocess.run([SCANNER, "-compilation-database", file.name, "-format", "make"], capture_output=True, text=True).stdout
+    lines = (line.split(": ", 1) for line in told.replace("\\\n", " ").split("\n") if ": " in line)
+    return {name: re.split(r"(?<!\\)\s+", files.strip()) for name, files in lines}
 
 
 class Seen:
     """Knows which files had no finding as they are."""
 
-    def __init__(self, tool, settings):
+    def __init__(self, tool, settings, entries):
         version = subprocess.run([tool["command"][0], "--version"], check=True, capture_output=True, text=True).stdout
         manner = [version, tool["command"][1:], tool["flags"], settings, inspect.getsource(joined_sources),
                   sorted(tool["environment"].items())]
         self.base = json.dumps(manner).replace(str(ROOT), "")
-        self.dependencies = dependencies()
+        self.dependencies = dependencies(entries)
         self.digests = {}
 
     def _digest(self, path):
-        """The name of a dependency and what tells its content: the same wherever the tree lies and however ninja was told."""
+        """The name of a dependency and what tells its content: the same wherever the tree lies."""
         if path not in self.digests:
             full = pathlib.Path(os.path.normpath(BUILD / path))
             name = full.relative_to(ROOT) if full.is_relative_to(ROOT) else full
@@ -106,8 +114,7 @@ class Seen:
 
     def mark(self, entry):
         """The file that is there when nothing was found; none when it cannot be told what the source was made of."""
-        words = entry["command"].split()
-        made = words[words.index("-o") + 1]
+        made = object_of(entry)
         if made not in self.dependencies:
             return None
         text = [self.base, entry["command"].replace(str(ROOT), ""), *sorted(map(self._digest, self.dependencies[made]))]
@@ -145,7 +152,7 @@ class Analysis:
 
     def run(self, entries):
         """Yields files and what was found in them, or nothing."""
-        due = joined_sources.join(entries, AT_MOST)
+        due = joined_sources.join(entries, self.tool["at most"])
         while due:
             due.sort(key=lambda group: -len(group.files))
             parts = []
@@ -169,7 +176,7 @@ def main():
     tool = TOOLS[sys.argv[1]]
     with open(BUILD / "compile_commands.json", encoding="utf-8") as file:
         chosen = sources_of(json.load(file), sys.argv[2:])
-    seen = Seen(tool, [(ROOT / name).read_text(encoding="utf-8") for name in tool["settings"]])
+    seen = Seen(tool, [(ROOT / name).read_text(encoding="utf-8") for name in tool["settings"]], list(chosen.values()))
     marks = {entry["file"]: seen.mark(entry) for entry in chosen.values()}
     due = [chosen[name] for name in sorted(chosen) if not (marks[chosen[name]["file"]] or BUILD / "none").exists()]
     print(f"{sys.argv[1]}: {len(due)} of {len(chosen)} files to look at", flush=True)

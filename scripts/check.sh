@@ -11,7 +11,7 @@
 #   unused      no function is called by nothing (scripts/checks/unused.toml)
 #   floors      scripts/checks/coverage.toml asks for no less than it ever did
 #   checks      the checks above and that of the coverage find what they are for
-#   clazy       clazy finds nothing, level 1
+#   clazy       clazy finds nothing, level 1, and each source can be compiled by itself
 #   lint        clang-tidy finds nothing (.clang-tidy)
 #   threads     the tests of threads and processes pass under the thread sanitizer
 #   sanitize    the tests pass under the address and undefined-behaviour sanitizers
@@ -71,15 +71,20 @@ check_checks() {
     scripts/checks/test_checks.py
 }
 
-# The analysers need what moc and uic write, and what ninja knows of includes.
 build() {
     cmake --preset "$1" >/dev/null
     cmake --build --preset "$1"
 }
 
+# The analysers need compile commands, and what moc and uic write.
+analyse() {
+    cmake --preset dev >/dev/null
+    cmake --build --preset dev --target autogen >/dev/null
+    scripts/analyse.py "$1"
+}
+
 check_clazy() {
-    build dev >/dev/null
-    scripts/analyse.py clazy
+    analyse clazy
 }
 
 check_threads() {
@@ -88,8 +93,7 @@ check_threads() {
 }
 
 check_lint() {
-    build dev >/dev/null
-    scripts/analyse.py clang-tidy
+    analyse clang-tidy
 }
 
 check_sanitize() {
@@ -97,14 +101,21 @@ check_sanitize() {
     ctest --preset sanitize
 }
 
+# Whether all tests passed in the build of preset $1, and nothing was changed since.
+is_tested() {
+    local name
+    [ -e "build/$1/tested" ] || return
+    while IFS= read -r name; do
+        if [ "$name" -nt "build/$1/tested" ]; then
+            return 1
+        fi
+    done < <(sources)
+}
+
 check_coverage() {
-    build coverage
-    # Counts of an earlier run would be added to.
-    find build/coverage -name '*.gcda' -delete
-    # Some tests run the program as somebody else, who counts as well.
-    umask 000
-    chmod -R a+rwX build/coverage
-    ctest --preset coverage
+    if ! is_tested coverage; then
+        scripts/test.sh coverage
+    fi
     scripts/check_coverage.py
 }
 

@@ -11,7 +11,7 @@ build=(build-essential cmake ninja-build ccache mold qt6-base-dev qt6-declarativ
 tests=(appstream bash-completion chromium clang-format desktop-file-utils doxygen eatmydata fish git libqt6sql6-mysql
     libqt6sql6-psql man-db mariadb-server postgresql-15 python3-jsonschema python3-yaml shared-mime-info sqlfluff sqlite3
     zsh)
-checks=(clang-tidy-19 clazy cmake-format codespell cppcheck gcovr python3-yaml shellcheck similarity-tester)
+checks=(clang-tidy-19 clang-tools-19 clazy cmake-format codespell cppcheck gcovr python3-yaml shellcheck similarity-tester)
 fuzzers=(clang-19 libclang-rt-19-dev)
 packagers=(lintian mmdebstrap)
 pictures=(fonts-dejavu-core xauth xvfb)
