@@ -29,6 +29,8 @@ public:
     checker(const database::facts & known, const QString & database,
             database::table_memory * memory = nullptr);
 
+    /// The database that it foretells for.
+    [[nodiscard]] const database::facts & known() const { return m_known; }
     /// Runs a script. What it has to say of a script goes to `told`, when that is given, the same for all
     /// calls: a script without it is only there for what it leaves to those after it.
     void run(const script & next, report * told);

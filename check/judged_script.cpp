@@ -22,7 +22,7 @@ bool isRefused(const database::verdict & said)
 } // namespace
 
 checker::judged_script::judged_script(checker & of, const script & next, report * told)
-    : m_of(of), m_next(next), m_told(told), m_view(next, of.m_known, of.m_made)
+    : m_of(of), m_next(next), m_told(told), m_view(next, of.m_known, of.m_made), m_reader(of.m_known)
 {
     m_run.database = of.m_database;
     m_run.basis = (of.m_known.isTried ? QLatin1String("run on ") : QLatin1String("documentation of ")) +

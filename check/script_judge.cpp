@@ -5,7 +5,8 @@
 namespace check {
 
 script_judge::script_judge(checker & with, script & what, report * told)
-    : m_with(with), m_what(what), m_told(told), m_judging([this](const taken_record & next) { judge(next); })
+    : m_with(with), m_what(what), m_told(told), m_reader(with.known()),
+      m_judging([this](const taken_record & next) { judge(next); })
 {
 }
 

@@ -33,6 +33,18 @@ found always(const told_statement &)
     return values();
 }
 
+/// The column of a new table that has others in its type.
+found joinedColumn(const told_statement & of)
+{
+    const auto * const asked = of.asks<database::create_table>();
+    if (asked == nullptr) {
+        return {};
+    }
+    const auto first = std::find_if(asked->columns.begin(), asked->columns.end(),
+                                    [](const auto & each) { return each.type.contains(u'`'); });
+    return first == asked->columns.end() ? std::nullopt : found(with("column", first->name.text));
+}
+
 found isExportedNoMore(const told_statement & of)
 {
     return of.entity(moment::now) ? found(values()) : std::nullopt;
@@ -232,6 +244,15 @@ const loss_rule Rules[] = {
       "At the end of the table the word is read as the beginning of a constraint, without any error.",
       "Choose another name in \"columnName\"."},
      always},
+    {loss_kind::columns_joined,
+     occasion::always,
+     {QLatin1String("KV102"), effect::differs,
+      "Table '{table}' gets a column '{column}' whose type is made of the columns after it.",
+      "A grave accent begins a name in quotes, and that in the name of a later column ends it. {db} reads "
+      "what "
+      "stands between the two as a word of the type, without any error.",
+      "Choose names without grave accents in \"columnName\"."},
+     joinedColumn},
     {loss_kind::key,
      occasion::always,
      {QLatin1String("KV403"), effect::differs, "Table '{table}' has no primary key from this statement on.",

@@ -170,6 +170,7 @@ struct type_facts
     fact<bool> onlyOneCounted;         ///< a table has no more than one counted column
     fact<bool> countedByTrigger;       ///< a trigger that knows the column by its name counts it
     fact<bool> numbersOnlyInBrackets;  ///< of a type: one or two numbers and nothing else
+    fact<bool> quotedWords;            ///< words of a type may stand in quotation marks, whatever is in them
     fact<std::span<const QLatin1String>> withoutOrder; ///< families of types that no index can be on
     fact<std::span<const family_pair>> references;     ///< besides those of one family
     fact<std::span<const number_word>> numberWords;    ///< MAX

@@ -2,6 +2,7 @@
 
 #include "database/facts/reserved_words.h"
 
+#include <QRegularExpression>
 #include <QStringBuilder>
 
 #include <algorithm>
@@ -146,6 +147,13 @@ bool takeMarks(const type_word & row, const QString & rest, understood_type & ty
     return marks.isEmpty() || (areKnown && row.ifUnsigned != nullptr);
 }
 
+/// The type with a word that means nothing in the place of each that stands in quotation marks.
+QString withoutQuotations(const facts & known, const QString & type)
+{
+    static const QRegularExpression quotation(QStringLiteral(R"(`[^`]*`|"[^"]*"|\[[^]]*\])"));
+    return known.types.quotedWords.value ? QString(type).replace(quotation, QStringLiteral(" x ")) : type;
+}
+
 // Of a type that can be any words: none of them means something else.
 bool haveWordsOnly(const facts & known, const declared_type & type)
 {
@@ -160,11 +168,27 @@ int bytesOfDigits(int digits)
     return digits / 9 * 4 + Bytes[digits % 9];
 }
 
+/// A type as the database keeps it that takes any: of one that begins with a quotation nothing but what
+/// stands inside.
+QString keptType(const facts & known, const QString & type)
+{
+    static const QRegularExpression quotation(
+        QStringLiteral(R"re(^(?:`((?:[^`]|``)*)`|"((?:[^"]|"")*)"|\[([^]]*)\]))re"));
+    const QRegularExpressionMatch found =
+        known.types.quotedWords.value ? quotation.match(type) : QRegularExpressionMatch();
+    if (!found.hasMatch()) {
+        return type;
+    }
+    const QString inside = found.captured(found.lastCapturedIndex());
+    const QChar mark = type.front(); // which stands twice where it is meant
+    return mark == u'[' ? inside : QString(inside).replace(QString(2, mark), QString(mark));
+}
+
 /// The type as the catalogue shows it, of which it is known what it is understood as.
 QString shownType(const facts & known, const QString & type, const understood_type & found)
 {
     if (found.row == nullptr || known.types.unknown.value == unknown_type::taken) {
-        return type;
+        return keptType(known, type);
     }
     const QString brackets =
         found.arguments.isEmpty() ? QString() : QString(u'(' % found.arguments.join(u',') % u')');
@@ -260,7 +284,7 @@ declared_type partsOf(const QString & type)
 
 understood_type understoodType(const facts & known, const QString & type)
 {
-    const declared_type parts = partsOf(type);
+    const declared_type parts = partsOf(withoutQuotations(known, type));
     understood_type found;
     found.arguments = argumentsOf(known, parts.arguments);
     found.isArray = parts.isArray;

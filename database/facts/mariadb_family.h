@@ -182,6 +182,7 @@ constexpr facts mariadbFamily(QLatin1String key, QLatin1String label, bool isTri
                 .onlyOneCounted = {true, source},
                 .countedByTrigger = {false, source},
                 .numbersOnlyInBrackets = {false, source},
+                .quotedWords = {false, source},
                 .withoutOrder = {{}, source},
                 .references = {{}, source},
                 .numberWords = {{}, source},

@@ -105,6 +105,7 @@ constinit const facts GenericFacts = {
             .onlyOneCounted = {false, Source},
             .countedByTrigger = {false, Source},
             .numbersOnlyInBrackets = {false, Source},
+            .quotedWords = {false, Source},
             .withoutOrder = {{}, Source},
             .references = {{}, Source},
             .numberWords = {{}, Source},

@@ -190,6 +190,7 @@ constinit const facts MssqlserverFacts = {
             .onlyOneCounted = {true, Source},
             .countedByTrigger = {false, Source},
             .numbersOnlyInBrackets = {false, Source},
+            .quotedWords = {false, Source},
             .withoutOrder = {WithoutOrder, Source},
             .references = {{}, Source},
             .numberWords = {NumberWords, Source},

@@ -184,6 +184,7 @@ constinit const facts OracleFacts = {
             .onlyOneCounted = {false, Source},
             .countedByTrigger = {true, Source},
             .numbersOnlyInBrackets = {false, Source},
+            .quotedWords = {false, Source},
             .withoutOrder = {WithoutOrder, Source},
             .references = {{}, Source},
             .numberWords = {NumberWords, Source},

@@ -168,6 +168,7 @@ constinit const facts PostgresqlFacts = {
             .onlyOneCounted = {false, Source},
             .countedByTrigger = {false, Source},
             .numbersOnlyInBrackets = {false, Source},
+            .quotedWords = {false, Source},
             .withoutOrder = {WithoutOrder, Source},
             .references = {References, Source},
             .numberWords = {{}, Source},

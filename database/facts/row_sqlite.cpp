@@ -125,6 +125,7 @@ constinit const facts SqliteFacts = {
             .onlyOneCounted = {true, Source},
             .countedByTrigger = {false, Source},
             .numbersOnlyInBrackets = {true, Source},
+            .quotedWords = {true, Source},
             .withoutOrder = {{}, Source},
             .references = {{}, Source},
             .numberWords = {{}, Source},

@@ -13,6 +13,13 @@ namespace database {
 
 namespace {
 
+/// Whether the type has a quotation that reaches into the next column.
+bool hasOtherColumns(const QString & type)
+{
+    const auto begin = type.indexOf(u'`');
+    return begin >= 0 && QStringView(type).mid(begin, type.indexOf(u'`', begin + 1) - begin).contains(u',');
+}
+
 /// A table while it is being made.
 class new_table
 {
@@ -90,6 +97,9 @@ private:
             }
             m_names += others.newColumn(each.name);
             m_types.push_back(&m_at.types.of(each.type));
+            if (hasOtherColumns(each.type)) {
+                m_lost.push_back({loss_kind::columns_joined, columnObject(name, m_names.back())});
+            }
             const refusal_cause ofType = readType(m_at.known, *m_types.back(), each);
             if (!others.why() && ofType != refusal_cause::none) {
                 return {ofType, columnObject(name, m_names.back()), false};

@@ -70,7 +70,7 @@ std::optional<statement> withoutComment(const facts & known, const statement & a
         quote = isMark && quote.isNull() ? c : (c == quote ? QChar() : quote);
         text += c;
     }
-    const std::vector<statement> read = readStatements(text);
+    const std::vector<statement> read = statement_reader(known).read(text);
     statement cut = read.empty() ? statement() : read.front();
     // What is left may be the beginning of a statement only.
     cut.isCutShort = cut.isCutShort || read.empty() || isUnknown(cut);

@@ -30,6 +30,7 @@ enum class loss_kind
     nothing_done,    ///< the statement runs and leaves everything as it is
     other_renamed,   ///< it was not a table that got the name
     column_not_made, ///< the words of a column mean something else
+    columns_joined,  ///< the columns after one are words of its type
     key,             ///< a table has no primary key any more
     trigger          ///< the trigger that counts a column does not know it any more, and lets no row in
 };

@@ -1,5 +1,6 @@
 #include "database/statement/reader.h"
 
+#include "database/facts/facts.h"
 #include "database/statement/alter_reader.h"
 #include "database/statement/table_reader.h"
 
@@ -185,14 +186,14 @@ QString beginningOf(const QString & text)
     return text.simplified().section(u' ', 0, 2);
 }
 
-statement readStatement(const QString & text, std::span<const token> tokens, writer by)
+statement readStatement(const QString & text, std::span<const token> tokens, writer by, bool quotedTypes)
 {
     statement found;
     found.position = tokens.front().begin;
     found.text = text.sliced(found.position, tokens.back().end - found.position);
     found.isCutShort = std::any_of(tokens.begin(), tokens.end(),
                                    [](const token & each) { return each.kind == token_kind::unfinished; });
-    token_cursor at(text, tokens);
+    token_cursor at(text, tokens, quotedTypes);
     reading asked;
     const bool isWhole = readForm(at, asked);
     const bool isTrigger = asked && std::holds_alternative<create_trigger>(*asked);
@@ -222,6 +223,8 @@ bool isTrigger(std::span<const token> tokens)
 
 } // namespace
 
+statement_reader::statement_reader(const facts & known) : m_hasQuotedTypes(known.types.quotedWords.value) {}
+
 std::vector<statement> statement_reader::read(const QString & text, writer by)
 {
     readTokens(text, m_tokens);
@@ -233,7 +236,7 @@ std::vector<statement> statement_reader::read(const QString & text, writer by)
         const bool isEnd = i == all.size() || all[i].kind == token_kind::line_of_slash ||
                            (all[i].kind == token_kind::semicolon && !isTrigger(part));
         if (isEnd && !part.empty()) {
-            statements.push_back(readStatement(text, part, by));
+            statements.push_back(readStatement(text, part, by, m_hasQuotedTypes));
         }
         first = isEnd ? i + 1 : first;
     }

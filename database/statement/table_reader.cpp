@@ -118,7 +118,7 @@ std::optional<column_definition> readColumn(token_cursor & at)
     }
     column_definition column;
     column.name = std::move(*name);
-    column.type = at.takeUntil(AfterType);
+    column.type = at.takeTypeUntil(AfterType);
     while (readClause(at, column)) {
     }
     return column;

@@ -54,7 +54,7 @@ std::optional<int> token_cursor::takeNumberInBrackets()
     return value;
 }
 
-QString token_cursor::takeUntil(std::span<const std::string_view> words)
+QString token_cursor::takeUntil(std::span<const std::string_view> words, bool withQuoted)
 {
     const std::size_t first = m_position;
     for (int depth = 0; !isAtEnd(); ++m_position) {
@@ -64,7 +64,7 @@ QString token_cursor::takeUntil(std::span<const std::string_view> words)
         if (depth == 0 && (isEndWord || next.kind == token_kind::comma || next.kind == token_kind::close)) {
             break;
         }
-        if (next.kind == token_kind::quoted || next.kind == token_kind::unfinished) {
+        if ((next.kind == token_kind::quoted && !withQuoted) || next.kind == token_kind::unfinished) {
             break;
         }
         depth += next.kind == token_kind::open ? 1 : (next.kind == token_kind::close ? -1 : 0);

@@ -15,7 +15,11 @@ class token_cursor
 {
 public:
     /// The text and the tokens have to outlive the cursor.
-    token_cursor(const QString & text, std::span<const token> tokens) : m_text(text), m_tokens(tokens) {}
+    /// @param quotedTypes whether words of a type may stand in quotation marks
+    token_cursor(const QString & text, std::span<const token> tokens, bool quotedTypes)
+        : m_text(text), m_tokens(tokens), m_hasQuotedTypes(quotedTypes)
+    {
+    }
 
     /// How many tokens are left.
     [[nodiscard]] std::size_t left() const { return m_tokens.size() - m_position; }
@@ -49,14 +53,21 @@ public:
     /// Everything that is left.
     void takeRest() { m_position = m_tokens.size(); }
     /// The text up to one of the words, or a comma or a bracket that closes more than was opened.
-    QString takeUntil(std::span<const std::string_view> words);
+    QString takeUntil(std::span<const std::string_view> words) { return takeUntil(words, false); }
+    /// The same of a type.
+    QString takeTypeUntil(std::span<const std::string_view> words)
+    {
+        return takeUntil(words, m_hasQuotedTypes);
+    }
 
 private:
+    QString takeUntil(std::span<const std::string_view> words, bool withQuoted);
     [[nodiscard]] bool areNext(std::initializer_list<std::string_view> words) const;
 
     const QString & m_text;
     std::span<const token> m_tokens;
     std::size_t m_position = 0;
+    bool m_hasQuotedTypes;
 };
 
 } // namespace database

@@ -65,6 +65,15 @@ class tst_checker : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void columnsThatBecomeATypeAreTold()
+    {
+        checker sqlite = checkerOf("sqlite");
+        report found;
+        sqlite.run(scriptOf("v1.sql", {"CREATE TABLE person (a`x TEXT, b`y INTEGER NOT NULL)"}), &found);
+        QCOMPARE(told(found), QStringList{"KV102 warning differs always line 1"});
+        QCOMPARE(found.findings.at(0).message,
+                 QString("Table 'person' gets a column 'a' whose type is made of the columns after it."));
+    }
     void textsSayWhatTheyAreAbout_data()
     {
         QTest::addColumn<QString>("database");

@@ -174,6 +174,11 @@ private Q_SLOTS:
     {
         QCOMPARE(refusalOf(sqlite(), "ANYTHING AT HAND"), refusal_cause::none);
         QCOMPARE(refusalOf(sqlite(), "ANYTHING AT ALL"), refusal_cause::syntax);
+        for (const char * const type :
+             {"y` ALL(7,8,9),\n `z INTEGER", "\"ALL\"", "[a` b]", "N\"ALL\"[NOT]`NULL`(3)"}) {
+            QCOMPARE(refusalOf(sqlite(), type), refusal_cause::none);
+        }
+        QCOMPARE(refusalOf(sqlite(), "y` ALL `ALL"), refusal_cause::syntax);
         QCOMPARE(refusalOf(sqlite(), ""), refusal_cause::none);
         QCOMPARE(refusalOf(sqlite(), "ENUM('y','n')"), refusal_cause::syntax);
         QCOMPARE(refusalOf(sqlite(), "DECIMAL(1,2,3)"), refusal_cause::syntax);
@@ -216,6 +221,11 @@ private Q_SLOTS:
     }
     void typesAsTheCatalogueShowsThem()
     {
+        QCOMPARE(shownType(sqlite(), "DECIMAL(12,2)"), QString("DECIMAL(12,2)"));
+        QCOMPARE(shownType(sqlite(), "\"A\"\"L\"L `x` y"), QString("A\"L"));
+        QCOMPARE(shownType(sqlite(), "[a`` b] c"), QString("a`` b"));
+        QCOMPARE(shownType(sqlite(), "`a``b` c"), QString("a`b"));
+        QCOMPARE(shownType(sqlite(), "x\"y\""), QString("x\"y\""));
         QCOMPARE(shownType(mariadb(), "INTEGER"), QString("int(11)"));
         QCOMPARE(shownType(mariadb(), "DECIMAL(12,2)"), QString("decimal(12,2)"));
         QCOMPARE(shownType(mariadb(), "JSON"), QString("longtext"));

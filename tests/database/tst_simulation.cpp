@@ -13,7 +13,7 @@ class script
 {
 public:
     explicit script(QStringView database, const catalogue & begin = {})
-        : m_simulation(*factsOf(database), begin)
+        : m_reader(*factsOf(database)), m_simulation(*factsOf(database), begin)
     {
     }
 
@@ -21,7 +21,7 @@ public:
     verdict run(const QString & text)
     {
         verdict last;
-        for (const statement & each : readStatements(text)) {
+        for (const statement & each : m_reader.read(text)) {
             last = m_simulation.run(each);
         }
         return last;
@@ -44,6 +44,7 @@ public:
     }
 
 private:
+    statement_reader m_reader;
     simulation m_simulation;
 };
 
@@ -156,6 +157,19 @@ private Q_SLOTS:
         QCOMPARE(said.losses, (std::vector<loss>{{loss_kind::column_not_made, "column a.constraint"}}));
         QCOMPARE(sqlite.lines(), (QStringList{"column a.x INTEGER", "table a"}));
         QCOMPARE(sqlite.code("CREATE TABLE b (constraint TEXT, x INTEGER)"), QString("SQLITE_ERROR"));
+    }
+    void columnsThatAreWordsOfTheTypeBeforeThem()
+    {
+        script sqlite(u"sqlite");
+        const verdict said = sqlite.run("CREATE TABLE a (x`y INTEGER, z`w BIGINT NOT NULL, v TEXT)");
+        QCOMPARE(said.what, outcome::done);
+        QCOMPARE(said.losses, (std::vector<loss>{{loss_kind::columns_joined, "column a.x"}}));
+        QCOMPARE(sqlite.lines(),
+                 (QStringList{"column a.v TEXT", "column a.x y INTEGER, z NOT NULL", "table a"}));
+        QCOMPARE(sqlite.code("CREATE INDEX i ON a (z)"), QString("SQLITE_ERROR"));
+        // One that is alone has no end; one that ends in its own column takes no other with it.
+        QCOMPARE(sqlite.code("CREATE TABLE b (x`y INTEGER, z BIGINT)"), QString("SQLITE_ERROR"));
+        QVERIFY(sqlite.run("CREATE TABLE c (x `y` INTEGER, z BIGINT)").losses.empty());
     }
     void rowsDecideWhetherAColumnMayBeAdded()
     {

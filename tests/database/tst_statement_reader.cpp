@@ -1,3 +1,4 @@
+#include "database/facts/facts.h"
 #include "database/statement/reader.h"
 #include "database/statement/token.h"
 
@@ -322,6 +323,31 @@ private Q_SLOTS:
         QCOMPARE(asked.columns[1].name, ticked("x"));
         QCOMPARE(asked.columns[1].type, QString("y"));
         QVERIFY(!readStatements("DROP TABLE a").front().isCutShort);
+    }
+    void wordsOfATypeInQuotationMarks()
+    {
+        // Two columns whose names have a grave accent: for SQLite the second is part of the first one's type.
+        const QString text = "CREATE TABLE `a` (`x`y` INTEGER(3) NOT NULL,\n  `z`w` BIGINT NOT NULL)";
+        const auto read = statement_reader(*factsOf(u"sqlite")).read(text, writer::exporter);
+        QCOMPARE(read.size(), 1U);
+        QVERIFY(!read[0].isCutShort);
+        const auto & asked = std::get<create_table>(read[0].asked);
+        QCOMPARE(asked.columns.size(), 1U);
+        QVERIFY((asked.columns[0] == column_definition{ticked("x"), "y` INTEGER(3) NOT NULL,\n  `z`w` BIGINT",
+                                                       true, false, false, false}));
+        for (const QString & other :
+             {QStringLiteral("mariadb"), QStringLiteral("mysql"), QStringLiteral("postgresql"),
+              QStringLiteral("oracle"), QStringLiteral("mssqlserver")}) {
+            QVERIFY2(statement_reader(*factsOf(other)).read(text, writer::exporter).front().isCutShort,
+                     other.toUtf8().constData());
+        }
+        QVERIFY(readStatements(text, writer::exporter).front().isCutShort);
+    }
+    void aDefaultHasNoQuotationOfAType()
+    {
+        const auto read = statement_reader(*factsOf(u"sqlite"))
+                              .read("CREATE TABLE a (x INTEGER DEFAULT 1 `y`)", writer::exporter);
+        QVERIFY(read.front().isCutShort);
     }
     void anyTextIsRead()
     {

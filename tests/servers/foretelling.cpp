@@ -106,7 +106,8 @@ void foretelling::run(const QString & name, const std::vector<plugin::statement_
     m_executed.clear();
     m_case += QLatin1String(m_case.size() == 1 ? "begin" : "step");
     for (const plugin::statement_record & record : script) {
-        for (const database::statement & asked : database::readStatements(record.text, writerOf(record))) {
+        for (const database::statement & asked :
+             database::statement_reader(m_target.known()).read(record.text, writerOf(record))) {
             runStatement(name, record, asked);
         }
     }
