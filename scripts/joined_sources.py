@@ -1,8 +1,7 @@
 #!/usr/bin/env python3
-"""Sources put together, so that an analyser reads the headers that they share once, which is most of its work.
+"""Sources put together, so that an analyser or a compiler reads the headers that they share once, which is most of its work.
 
-Two sources go together when they are compiled alike and nothing that is a file's own has the same name in both. What is missed by
-that rule shows as an error of the compiler; who uses this looks at such sources one by one.
+Two sources go together when they are compiled alike and no name that is one file's own is a word of the other, whatever it means there.
 
 usage: joined_sources.py AT_MOST SOURCE…     prints the number of the group of each source, divided by semicolons
 """
@@ -16,6 +15,7 @@ RAW_TEXT = re.compile(r'R"(\w*)\(.*?\)\1"', re.DOTALL)
 TEXT = re.compile(r'"(?:\\.|[^"\\\n])*"' r"|'(?:\\.|[^'\\\n])+'")
 MACRO = re.compile(r"^\s*#\s*define\s+(\w+)", re.MULTILINE)
 USED = re.compile(r"^\s*using\s+(?:namespace\s+)?(?:\w*::)*(\w+)\s*[;=]", re.MULTILINE)
+WORD = re.compile(r"[^\W\d]\w*")
 UNNAMED_NAMESPACE = re.compile(r"\bnamespace\s*\{")
 TYPE = re.compile(r"^\s*(?:template\s*<.*?>\s*)?(?:class|struct|union|enum(?:\s+class)?)\s+(\w+)")
 FUNCTION_OR_VALUE = re.compile(r"(\w+)\s*(?:\(|=|\{|\[|$)")
@@ -37,12 +37,16 @@ def _inside(text, begin):
     return "".join(kept)
 
 
-def own_names(text):
+def _code(text):
+    """A source without comments and without what is in its texts."""
+    return TEXT.sub('""', COMMENT.sub("", RAW_TEXT.sub('""', text)))
+
+
+def own_names(code):
     """The names that a source has for itself alone; what it takes from other namespaces by `using` is among them."""
-    text = TEXT.sub('""', COMMENT.sub("", RAW_TEXT.sub('""', text)))
-    names = {*MACRO.findall(text), *USED.findall(text)}
-    for match in UNNAMED_NAMESPACE.finditer(text):
-        for declaration in _inside(text, match.end()).split(";"):
+    names = {*MACRO.findall(code), *USED.findall(code)}
+    for match in UNNAMED_NAMESPACE.finditer(code):
+        for declaration in _inside(code, match.end()).split(";"):
             if declaration.lstrip().startswith("using "):
                 continue
             if found := TYPE.match(declaration) or FUNCTION_OR_VALUE.search(declaration.strip()):
@@ -71,21 +75,22 @@ class Joined:
     """Sources that are read as one."""
 
     def __init__(self, directory, flags, definitions):
-        self.files, self.names = [], set()
+        self.files, self.names, self.words = [], set(), set()
         self.directory, self.common, self.definitions = directory, flags, dict(definitions)
 
     @property
     def flags(self):
         return [*self.definitions.values(), *self.common]
 
-    def takes(self, words, names):
-        same = all(self.definitions.get(name, word) == word for name, word in words.definitions.items())
-        return same and self.common == words.flags and not self.names & names
+    def takes(self, command, names, words):
+        same = all(self.definitions.get(name, word) == word for name, word in command.definitions.items())
+        return same and self.common == command.flags and not (self.names & words or self.words & names)
 
-    def add(self, file, words, names):
+    def add(self, file, command, names, words):
         self.files.append(file)
-        self.definitions |= words.definitions
+        self.definitions |= command.definitions
         self.names |= names
+        self.words |= words
 
     def halves(self):
         middle = len(self.files) // 2
@@ -113,14 +118,15 @@ class Alike:
 def _grouped(sources, at_most):
     """Puts sources together, each a directory, a file and the words of its compile command, `at_most` so many."""
     groups = []
-    for directory, file, words in sources:
+    for directory, file, command in sources:
         with open(file, encoding="utf-8") as source:
-            names = own_names(source.read())
-        group = next((group for group in groups if len(group.files) < at_most and group.takes(words, names)), None)
+            code = _code(source.read())
+        names, words = own_names(code), set(WORD.findall(code))
+        group = next((group for group in groups if len(group.files) < at_most and group.takes(command, names, words)), None)
         if group is None:
-            group = Joined(directory, words.flags, words.definitions)
+            group = Joined(directory, command.flags, command.definitions)
             groups.append(group)
-        group.add(file, words, names)
+        group.add(file, command, names, words)
     return groups
 
 

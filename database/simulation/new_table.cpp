@@ -1,6 +1,7 @@
 #include "database/simulation/changes.h"
 
 #include "database/facts/known_types.h"
+#include "database/simulation/odd_columns.h"
 #include "database/simulation/parts.h"
 #include "database/simulation/sizes.h"
 
@@ -12,13 +13,6 @@
 namespace database {
 
 namespace {
-
-/// Whether the type has a quotation that reaches into the next column.
-bool hasOtherColumns(const QString & type)
-{
-    const auto begin = type.indexOf(u'`');
-    return begin >= 0 && QStringView(type).mid(begin, type.indexOf(u'`', begin + 1) - begin).contains(u',');
-}
 
 /// A table while it is being made.
 class new_table
@@ -84,13 +78,13 @@ private:
             return {refusal_cause::syntax, tableObject(name), false};
         }
         m_made.name = name;
-        m_columns = writtenColumns();
+        m_columns = columnsOf(m_at.known, m_made.name, m_asked.columns, m_lost);
         m_types.reserve(m_columns.size());
         m_names.reserve(static_cast<qsizetype>(m_columns.size()));
         name_reader others(m_at.known, m_lost);
         refusal ofCopy;
         for (const column_definition & each : m_columns) {
-            const refusal copied = copiedTable(each);
+            const refusal copied = copiedTable(m_at.known, each);
             ofCopy = ofCopy ? ofCopy : copied;
             if (copied) {
                 continue;
@@ -110,42 +104,6 @@ private:
         }
         return isKept(m_at.known, name) ? refusal{refusal_cause::name_kept, tableObject(name), false}
                                         : refusal();
-    }
-
-    // CREATE TABLE (…, like other, …), where `other` would be the type of a column.
-    [[nodiscard]] refusal copiedTable(const column_definition & asked) const
-    {
-        if (!m_at.known.names.likeCopiesTable.value ||
-            asked.name.text.compare(u"like", Qt::CaseInsensitive) != 0) {
-            return {};
-        }
-        column_definition bare;
-        bare.name = asked.name;
-        bare.type = asked.type;
-        const declared_type type = partsOf(asked.type);
-        const bool isCopy = asked.name.quote.isNull() && bare == asked && type.rest.isEmpty() &&
-                            type.arguments.isEmpty() && !type.word.isEmpty();
-        return isCopy ? refusal{refusal_cause::table_missing, tableObject(type.word.toLower()), false}
-                      : refusal();
-    }
-
-    std::span<const column_definition> writtenColumns()
-    {
-        const std::span<const column_definition> columns = m_asked.columns;
-        if (columns.size() < 2 || !m_at.known.names.bareConstraintIsNoColumn.value) {
-            return columns;
-        }
-        const column_definition & last = columns.back();
-        column_definition bare;
-        bare.name = last.name;
-        bare.type = last.type;
-        const bool isNamedSo =
-            last.name.quote.isNull() && last.name.text.compare(u"constraint", Qt::CaseInsensitive) == 0;
-        if (isNamedSo && last == bare && !last.type.contains(u'(') && !last.type.contains(u' ')) {
-            m_lost.push_back({loss_kind::column_not_made, columnObject(m_made.name, last.name.text)});
-            return columns.first(columns.size() - 1);
-        }
-        return columns;
     }
 
     // A key that names a column twice is told before a sequence is.

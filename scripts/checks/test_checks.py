@@ -389,6 +389,10 @@ class Joined(CheckTest):
     def test_no_more_than_asked_for(self):
         self.assertEqual(self.groups("1"), "0;1;2\n")
 
+    def test_a_name_that_means_something_else(self):
+        self.files.append(str(self.write("host/four.cpp", "// left and kept\nint asked(left given);\n")))
+        self.assertEqual(self.groups("8"), "0;1;0;1\n")
+
 
 class Floors(CheckTest):
     def setUp(self):
